@@ -1,0 +1,29 @@
+// platform/MessageBoxes.h: message boxes.
+#pragma once
+
+#include <string>
+
+namespace velkor {
+
+enum class MessageButtons { Ok, OkCancel, RetryCancel, YesNo, YesNoCancel };
+enum class MessageIcon { None, Stop, Question, Exclamation, Information };
+enum class MessageAnswer { Ok, Cancel, Abort, Retry, Ignore, Yes, No };
+
+/// One message; an empty title lets the face put the product's name.
+struct Message {
+  std::string text;
+  std::string title;
+  MessageButtons buttons = MessageButtons::Ok;
+  MessageIcon icon = MessageIcon::None;
+  /// Counted from 1.
+  int defaultButton = 1;
+};
+
+class MessageBoxes {
+ public:
+  virtual ~MessageBoxes() = default;
+  /// Shows a message and waits for its answer.
+  virtual MessageAnswer Show(const Message& message) = 0;
+};
+
+}  // namespace velkor

@@ -1,0 +1,100 @@
+// platform/Outlook.h: the calendar program, shaped as Outlook's object model.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "support/values/Date.h"
+
+namespace velkor {
+
+/// Kinds of default folder (OlDefaultFolders) and of item (OlItemType, OlObjectClass).
+namespace outlook {
+inline constexpr int FolderCalendar = 9;
+inline constexpr int ItemTypeMail = 0;
+inline constexpr int ItemTypeAppointment = 1;
+inline constexpr int ClassAppointment = 26;
+inline constexpr int ClassMeetingRequest = 53;
+}  // namespace outlook
+
+/// Every call of these interfaces may throw Error with the calendar program's number and text.
+/// An object stays usable for as long as its holder keeps it; the application outlives all.
+class OutlookItem {
+ public:
+  virtual ~OutlookItem() = default;
+  /// OlObjectClass: an appointment, a meeting item, or anything else.
+  virtual int Class() = 0;
+  /// One appointment and all its occurrences share this identifier.
+  virtual std::string EntryID() = 0;
+  virtual std::string MessageClass() = 0;
+  virtual std::string Subject() = 0;
+  /// Names joined by the list separator and one blank.
+  virtual std::string Categories() = 0;
+  virtual std::string Location() = 0;
+  virtual std::string Body() = 0;
+  /// Local wall-clock time of this occurrence.
+  virtual Date Start() = 0;
+  /// Exclusive.
+  virtual Date End() = 0;
+  virtual bool AllDayEvent() = 0;
+  virtual bool IsRecurring() = 0;
+  /// The appointment behind a meeting item; null for every other item or when there is none.
+  virtual std::unique_ptr<OutlookItem> GetAssociatedAppointment(bool addToCalendar) = 0;
+};
+
+/// The items of a folder, or those of them that a filter leaves; a cursor of its own.
+class OutlookItems {
+ public:
+  virtual ~OutlookItems() = default;
+  /// The items that a filter text selects. With IncludeRecurrences set on the result and a filter
+  /// that bounds [Start] above and [End] below, each occurrence is an item. Throws Error
+  /// (CalendarFailed) on a text that is no filter.
+  virtual std::unique_ptr<OutlookItems> Restrict(std::string_view filter) = 0;
+  /// Orders the items by a property, "[Start]", ascending.
+  virtual void Sort(std::string_view property) = 0;
+  virtual void IncludeRecurrences(bool include) = 0;
+  /// The first item and the one after the last given; null at the end.
+  virtual std::unique_ptr<OutlookItem> GetFirst() = 0;
+  virtual std::unique_ptr<OutlookItem> GetNext() = 0;
+  /// The first item that a filter text selects, and the next; null when there is none.
+  virtual std::unique_ptr<OutlookItem> Find(std::string_view filter) = 0;
+  virtual std::unique_ptr<OutlookItem> FindNext() = 0;
+};
+
+class OutlookFolder {
+ public:
+  virtual ~OutlookFolder() = default;
+  virtual std::string Name() = 0;
+  virtual std::string EntryID() = 0;
+  virtual std::string StoreID() = 0;
+  /// OlItemType.
+  virtual int DefaultItemType() = 0;
+  /// A sub-folder by its name; null when there is none.
+  virtual std::unique_ptr<OutlookFolder> Folder(std::string_view name) = 0;
+  virtual std::unique_ptr<OutlookItems> Items() = 0;
+};
+
+class OutlookNamespace {
+ public:
+  virtual ~OutlookNamespace() = default;
+  /// A top-level folder by its name; null when there is none.
+  virtual std::unique_ptr<OutlookFolder> Folder(std::string_view name) = 0;
+  virtual std::unique_ptr<OutlookFolder> GetDefaultFolder(int kind) = 0;
+  virtual std::unique_ptr<OutlookFolder> GetFolderFromID(std::string_view entryId,
+                                                         std::string_view storeId) = 0;
+};
+
+class OutlookApplication {
+ public:
+  virtual ~OutlookApplication() = default;
+  /// Version text, for example "11.0.5608".
+  virtual std::string Version() = 0;
+  /// The current user's name, cleaned up for showing.
+  virtual std::string CurrentUserName() = 0;
+  /// The session; `type` is "MAPI".
+  virtual std::unique_ptr<OutlookNamespace> GetNamespace(std::string_view type) = 0;
+};
+
+}  // namespace velkor

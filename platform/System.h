@@ -1,0 +1,61 @@
+// platform/System.h: the clock, the environment and the file system.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "support/values/Date.h"
+
+namespace velkor {
+
+class Clock {
+ public:
+  virtual ~Clock() = default;
+  /// Local wall-clock time.
+  virtual Date Now() = 0;
+};
+
+class Environment {
+ public:
+  virtual ~Environment() = default;
+  /// Value of an environment variable; empty when it is not set. Off Windows the face answers
+  /// "TMP" with its private cache folder.
+  virtual std::string Variable(std::string_view name) = 0;
+  /// What stands between the components of a path: a backslash on Windows, else a slash.
+  virtual char PathSeparator() const = 0;
+};
+
+/// A file open for writing, held against every other writer until it is destroyed. Closed without
+/// MoveOver, it stays under its own name.
+class OutputFile {
+ public:
+  virtual ~OutputFile() = default;
+  /// Appends bytes. Throws Error with a file error number.
+  virtual void Write(std::string_view bytes) = 0;
+  /// Writes out what is buffered. Throws Error with a file error number, a full disk included.
+  virtual void Flush() = 0;
+  /// Flushes, then gives the file another name, replacing what has that name in one step: whoever
+  /// looks sees the old file or the new one, whole. No writing after this.
+  /// @return false when the old file could not be replaced; both files then stay as they were
+  virtual bool MoveOver(const std::string& path) = 0;
+};
+
+/// Paths are UTF-8.
+class Files {
+ public:
+  virtual ~Files() = default;
+  /// The whole file; none when it is absent or cannot be opened. Throws Error (DeviceInputOutput)
+  /// when reading fails half-way.
+  virtual std::optional<std::string> Read(const std::string& path) = 0;
+  virtual bool Exists(const std::string& path) = 0;
+  virtual bool DirectoryExists(const std::string& path) = 0;
+  /// @return false when the file could not be deleted; true also when there was none
+  virtual bool Delete(const std::string& path) = 0;
+  /// Opens an empty file for writing, discarding what it held; null when it cannot be opened or
+  /// another writer holds it.
+  virtual std::unique_ptr<OutputFile> OpenForWriting(const std::string& path) = 0;
+};
+
+}  // namespace velkor

@@ -1,0 +1,84 @@
+// support/values/Twips.h: points, sizes and rectangles in twips, and how they fall on pixels.
+#pragma once
+
+#include <array>
+#include <cmath>
+
+namespace velkor {
+
+/// A length in twips, 1440 to the inch; a double, since a column's width is a fraction.
+using Twips = double;
+
+/// Twips to one pixel of an ordinary screen (96 pixels to the inch).
+inline constexpr Twips TwipsPerPixel = 15;
+
+struct Point {
+  Twips x = 0;
+  Twips y = 0;
+};
+
+struct Extent {
+  Twips width = 0;
+  Twips height = 0;
+};
+
+struct Rect {
+  Twips left = 0;
+  Twips top = 0;
+  Twips right = 0;
+  Twips bottom = 0;
+
+  constexpr Twips Width() const { return right - left; }
+  constexpr Twips Height() const { return bottom - top; }
+  friend constexpr bool operator==(const Rect&, const Rect&) = default;
+};
+
+/// Size of one pixel in twips (`PixelWidth`, `PixelHeight`); both above 0.
+struct PixelSize {
+  float width = static_cast<float>(TwipsPerPixel);
+  float height = static_cast<float>(TwipsPerPixel);
+};
+
+/// A rectangle of whole pixels; right and bottom are exclusive.
+struct PixelRect {
+  int left = 0;
+  int top = 0;
+  int right = 0;
+  int bottom = 0;
+
+  constexpr int Width() const { return right - left; }
+  constexpr int Height() const { return bottom - top; }
+  friend constexpr bool operator==(const PixelRect&, const PixelRect&) = default;
+};
+
+/// To the nearest whole number, ties to the even one.
+inline double RoundHalfEven(double value) { return std::nearbyint(value); }
+
+/// The pixel whose edge is nearest to a length; lengths beyond what a raster can hold stop there.
+inline int ToPixel(Twips length, float pixel) {
+  constexpr double Limit = 1 << 28;
+  const double position = RoundHalfEven(length / static_cast<double>(pixel));
+  return static_cast<int>(std::fmin(std::fmax(position, -Limit), Limit));
+}
+
+/// Every surface turns rectangles into pixels by this rule, so that all of them draw the same.
+inline PixelRect ToPixels(const Rect& rect, PixelSize pixel) {
+  return {ToPixel(rect.left, pixel.width), ToPixel(rect.top, pixel.height),
+          ToPixel(rect.right, pixel.width), ToPixel(rect.bottom, pixel.height)};
+}
+
+/// The four bars (top, bottom, left, right) that outline a rectangle with a pen of `pen` pixels.
+/// The pen is centred on the edges, an even pen leaning left and up, and the corners at right and
+/// bottom belong to the outline. Top and bottom span the corners.
+inline std::array<PixelRect, 4> OutlineBars(const PixelRect& rect, int pen) {
+  const int before = pen / 2;
+  const int after = pen - before;
+  const int left = rect.left - before;
+  const int right = rect.right + after;
+  return {PixelRect{left, rect.top - before, right, rect.top + after},
+          PixelRect{left, rect.bottom - before, right, rect.bottom + after},
+          PixelRect{left, rect.top + after, rect.left + after, rect.bottom - before},
+          PixelRect{rect.right - before, rect.top + after, right, rect.bottom - before}};
+}
+
+}  // namespace velkor
