@@ -1,0 +1,87 @@
+// model/CacheFile.cpp: loads the cache file of a year and writes it anew.
+#include "model/CacheFile.h"
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "model/CacheRecord.h"
+#include "model/Status.h"
+#include "support/modFileIO.h"
+#include "support/values/Error.h"
+
+namespace velkor {
+
+LoadOutcome CacheFile::Load(const std::string& path, const EventFields& fields,
+                            EventCollection& events) {
+  // A host that handles the status change may ask for a load in the middle of one.
+  if (loading_) {
+    abort_ = true;
+    return LoadOutcome::AlreadyRunning;
+  }
+  loading_ = true;
+  abort_ = false;
+  planner_.ReportStatus(status::Starting);
+  const LoadOutcome outcome = LoadRecords(path, fields, events);
+  loading_ = false;
+  planner_.ReportStatus(status::Idle);
+  return outcome;
+}
+
+LoadOutcome CacheFile::LoadRecords(const std::string& path, const EventFields& fields,
+                                   EventCollection& events) {
+  std::optional<std::string> bytes;
+  try {
+    bytes = files_.Read(path);
+  } catch (const Error&) {
+    events = {};
+    return LoadOutcome::LoadedInPart;
+  }
+  if (!bytes) {
+    events = {};
+    return LoadOutcome::NoFile;
+  }
+  CacheRecordReader reader(*bytes, locale_);
+  std::vector<CalEvent> loaded;
+  loaded.reserve(reader.CountAhead());
+  CalEvent event;
+  while (!abort_ && reader.Next(event)) {
+    fields.Derive(event);
+    loaded.push_back(std::move(event));
+  }
+  if (abort_) {
+    events = {};
+    return LoadOutcome::Aborted;
+  }
+  const bool whole = reader.Remaining() == 0;
+  // The bytes go before the collection is ordered: less memory at the peak.
+  bytes.reset();
+  events = EventCollection(std::move(loaded));
+  return whole ? LoadOutcome::Loaded : LoadOutcome::LoadedInPart;
+}
+
+bool CacheFile::Rewrite(const CachePaths& paths, const EventCollection& events) {
+  constexpr std::size_t BlockSize = 1 << 16;
+  if (planner_.RefreshOutstanding()) planner_.CancelRefresh();
+  bool replaced = false;
+  try {
+    if (const auto work = modFileIO::OpenForWriting(files_, paths.workFile)) {
+      std::string block;
+      for (const CalEvent& event : events) {
+        AppendCacheRecord(block, event.EventID, event.Subject, event.Categories, event.StartDate,
+                          event.EndDate, locale_);
+        if (block.size() < BlockSize) continue;
+        work->Write(block);
+        block.clear();
+      }
+      work->Write(block);
+      replaced = work->MoveOver(paths.cacheFile);
+    }
+  } catch (const Error&) {
+    replaced = false;
+  }
+  if (!replaced) planner_.StartRefresh(true);
+  return replaced;
+}
+
+}  // namespace velkor

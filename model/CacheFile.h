@@ -1,0 +1,55 @@
+// model/CacheFile.h: loads the cache file of a year and writes it anew.
+#pragma once
+
+#include <string>
+
+#include "model/CachePaths.h"
+#include "model/EventCollection.h"
+#include "model/EventFields.h"
+#include "model/Planner.h"
+#include "platform/System.h"
+
+namespace velkor {
+
+class LocaleApi;
+
+enum class LoadOutcome {
+  Loaded,
+  /// Everything before a record that cannot be read, or before a failing read, was loaded.
+  LoadedInPart,
+  /// There is no such file: an empty year, which a refresh fills.
+  NoFile,
+  /// A load was asked for while this one ran; the collection is empty.
+  Aborted,
+  /// Another load runs and was told to stop; nothing was touched.
+  AlreadyRunning,
+};
+
+/// The cache of one planner. Not for use by several threads.
+class CacheFile {
+ public:
+  /// All of them outlive this.
+  CacheFile(Files& files, LocaleApi& locale, Planner& planner)
+      : files_(files), locale_(locale), planner_(planner) {}
+
+  /// Replaces `events` by those of a cache file, in file order, with their fields derived.
+  LoadOutcome Load(const std::string& path, const EventFields& fields, EventCollection& events);
+
+  /// Writes all events into the work file and replaces the cache file with it; an outstanding
+  /// refresh is cancelled first. When anything fails the cache file stays as it was and a forced
+  /// refresh is started.
+  /// @return whether the cache file was replaced
+  bool Rewrite(const CachePaths& paths, const EventCollection& events);
+
+ private:
+  LoadOutcome LoadRecords(const std::string& path, const EventFields& fields,
+                          EventCollection& events);
+
+  Files& files_;
+  LocaleApi& locale_;
+  Planner& planner_;
+  bool loading_ = false;
+  bool abort_ = false;
+};
+
+}  // namespace velkor

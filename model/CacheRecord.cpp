@@ -1,0 +1,109 @@
+// model/CacheRecord.cpp: one record of the cache file, written and read.
+#include "model/CacheRecord.h"
+
+#include <bit>
+#include <cstdint>
+#include <optional>
+#include <utility>
+
+#include "support/values/Text.h"
+
+namespace velkor {
+namespace {
+
+constexpr std::size_t LongestText = 0xFFFF;
+constexpr std::size_t LengthSize = 2;
+constexpr std::size_t DateSize = 8;
+
+void AppendNumber(std::string& bytes, std::uint64_t value, std::size_t size) {
+  for (std::size_t i = 0; i < size; ++i) bytes.push_back(static_cast<char>(value >> (8 * i)));
+}
+
+std::uint64_t NumberAt(std::string_view bytes, std::size_t size) {
+  std::uint64_t value = 0;
+  for (std::size_t i = size; i-- > 0;) value = value << 8 | static_cast<unsigned char>(bytes[i]);
+  return value;
+}
+
+/// The encoding of the longest start of a text that fits a record. A character has no fixed size
+/// in a code page, so the cut is searched for.
+std::string EncodeStart(std::string_view text, LocaleApi& locale, CodePage page) {
+  std::string longest;
+  std::size_t fits = 0;
+  std::size_t tooLong = text.size();
+  while (tooLong - fits > 1) {
+    const std::size_t middle = fits + (tooLong - fits) / 2;
+    std::string encoded = locale.ToCodePage(CutAtCharacter(text, middle), page);
+    if (encoded.size() > LongestText) {
+      tooLong = middle;
+    } else {
+      fits = middle;
+      longest = std::move(encoded);
+    }
+  }
+  return longest;
+}
+
+void AppendText(std::string& bytes, std::string_view text, LocaleApi& locale, CodePage page) {
+  std::string encoded = locale.ToCodePage(text, page);
+  if (encoded.size() > LongestText) encoded = EncodeStart(text, locale, page);
+  AppendNumber(bytes, encoded.size(), LengthSize);
+  bytes += encoded;
+}
+
+/// Takes a counted text off the front; none when it is cut short.
+std::optional<std::string_view> TakeText(std::string_view& bytes) {
+  if (bytes.size() < LengthSize) return std::nullopt;
+  const std::size_t length = NumberAt(bytes, LengthSize);
+  if (bytes.size() < LengthSize + length) return std::nullopt;
+  const std::string_view text = bytes.substr(LengthSize, length);
+  bytes.remove_prefix(LengthSize + length);
+  return text;
+}
+
+std::optional<Date> TakeDate(std::string_view& bytes) {
+  if (bytes.size() < DateSize) return std::nullopt;
+  const Date date(std::bit_cast<double>(NumberAt(bytes, DateSize)));
+  bytes.remove_prefix(DateSize);
+  return date.IsValid() ? std::optional(date) : std::nullopt;
+}
+
+}  // namespace
+
+void AppendCacheRecord(std::string& bytes, std::string_view eventId, std::string_view subject,
+                       std::string_view categories, Date start, Date end, LocaleApi& locale) {
+  const CodePage page = locale.AnsiCodePage();
+  AppendText(bytes, eventId, locale, page);
+  AppendText(bytes, subject, locale, page);
+  AppendText(bytes, categories, locale, page);
+  AppendNumber(bytes, std::bit_cast<std::uint64_t>(start.Days()), DateSize);
+  AppendNumber(bytes, std::bit_cast<std::uint64_t>(end.Days()), DateSize);
+}
+
+bool CacheRecordReader::Next(CalEvent& event) {
+  std::string_view bytes = rest_;
+  const auto eventId = TakeText(bytes);
+  const auto subject = eventId ? TakeText(bytes) : std::nullopt;
+  const auto categories = subject ? TakeText(bytes) : std::nullopt;
+  const auto start = categories ? TakeDate(bytes) : std::nullopt;
+  const auto end = start ? TakeDate(bytes) : std::nullopt;
+  if (!end) return false;
+  event.EventID = locale_.FromCodePage(*eventId, codePage_);
+  event.Subject = locale_.FromCodePage(*subject, codePage_);
+  event.Categories = locale_.FromCodePage(*categories, codePage_);
+  event.StartDate = *start;
+  event.EndDate = *end;
+  rest_ = bytes;
+  return true;
+}
+
+std::size_t CacheRecordReader::CountAhead() const {
+  std::size_t count = 0;
+  for (std::string_view bytes = rest_;; ++count) {
+    if (!TakeText(bytes) || !TakeText(bytes) || !TakeText(bytes)) return count;
+    if (bytes.size() < 2 * DateSize) return count;
+    bytes.remove_prefix(2 * DateSize);
+  }
+}
+
+}  // namespace velkor

@@ -1,0 +1,42 @@
+// model/CacheRecord.h: one record of the cache file, written and read.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "model/CalEvent.h"
+#include "platform/LocaleApi.h"
+
+namespace velkor {
+
+/// Appends a record: EventID, Subject and Categories, each as a 16-bit length and that many bytes
+/// of the ANSI code page, then StartDate and EndDate as 8-byte doubles; all little-endian. A text
+/// longer than 65535 bytes is cut at a character.
+void AppendCacheRecord(std::string& bytes, std::string_view eventId, std::string_view subject,
+                       std::string_view categories, Date start, Date end, LocaleApi& locale);
+
+/// Takes records off the front of a cache file's bytes.
+class CacheRecordReader {
+ public:
+  /// `bytes` must outlive the reader.
+  CacheRecordReader(std::string_view bytes, LocaleApi& locale)
+      : rest_(bytes), locale_(locale), codePage_(locale.AnsiCodePage()) {}
+
+  /// Reads the texts and dates of one record.
+  /// @return false at the end, and before a record that is cut short or holds a date that is no
+  ///         number or outside the years 100 to 9999; `event` is then without meaning
+  bool Next(CalEvent& event);
+
+  /// How many records the bytes hold at most, by their lengths alone; decodes nothing.
+  std::size_t CountAhead() const;
+
+  /// Bytes not taken yet; above 0 after Next gave false: what follows could not be read.
+  std::size_t Remaining() const { return rest_.size(); }
+
+ private:
+  std::string_view rest_;
+  LocaleApi& locale_;
+  CodePage codePage_;
+};
+
+}  // namespace velkor

@@ -1,0 +1,51 @@
+// refresh/RefreshYear.h: reads a year of a calendar folder and replaces its cache file.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "model/CachePaths.h"
+#include "view/span/DisplaySpan.h"
+
+namespace velkor {
+
+class Files;
+class LocaleApi;
+class OutlookApplication;
+
+/// Result codes of a refresh, as its completion reports them.
+enum class SynchResult : short {
+  CacheWritten = 1,
+  WorkFileNotOpened = 2,
+  CacheNotReplaced = 3,
+  TimerNotStarted = 4,
+  LogonFailed = 5,
+  NothingToReport = 6,
+  FetchingFailed = 7,
+};
+
+struct RefreshRequest {
+  DisplaySpan span;
+  CachePaths paths;
+  std::string folderId;
+  std::string storeId;
+};
+
+struct RefreshAnswer {
+  SynchResult result = SynchResult::NothingToReport;
+  /// The calendar program's error number; 0 for none.
+  long error = 0;
+  /// Its words, for a log or a terminal.
+  std::string description;
+  /// Records written.
+  std::size_t count = 0;
+};
+
+/// Fetches every occurrence of the span, writes the work file and puts it in the cache file's
+/// place in one step: whatever stops this, the cache file is the old one or the new one. Colour
+/// records are no appointments and stay out.
+/// @param proceed  asked now and then; false stops with NothingToReport, the cache file untouched
+RefreshAnswer RefreshYear(const RefreshRequest& request, OutlookApplication& outlook, Files& files,
+                          LocaleApi& locale, const std::function<bool()>& proceed = {});
+
+}  // namespace velkor

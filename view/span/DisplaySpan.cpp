@@ -1,0 +1,90 @@
+// view/span/DisplaySpan.cpp: the one home of date-to-row and date-to-column arithmetic.
+#include "view/span/DisplaySpan.h"
+
+namespace velkor {
+namespace {
+
+int MonthsBetween(Date from, Date to) {
+  const DateFields a = from.Fields();
+  const DateFields b = to.Fields();
+  return (b.year - a.year) * 12 + b.month - a.month;
+}
+
+}  // namespace
+
+int DisplaySpan::MonthOfRow(int row) const {
+  return row < 1 ? 0 : (FirstMonth + row - 2) % 12 + 1;
+}
+
+int DisplaySpan::RowOfMonth(int month) const {
+  return month >= FirstMonth ? month - FirstMonth + 1 : month - FirstMonth + 13;
+}
+
+int DisplaySpan::YearOfMonth(int month) const {
+  return month < FirstMonth ? ViewYear + 1 : ViewYear;
+}
+
+Date DisplaySpan::ViewStartDate() const {
+  return Date::FromYmd(ViewYear, FirstMonth, 1);
+}
+
+Date DisplaySpan::ViewEndDate() const {
+  if (FirstMonth < 2) return Date::FromYmd(ViewYear, 12, 31);
+  return Date::FromYmd(ViewYear + 1, (FirstMonth + 11) % 12 + 1, 0);
+}
+
+int DisplaySpan::LastMonthOfView() const {
+  return (FirstMonth + 10) % 12 + 1;
+}
+
+bool DisplaySpan::IsDateInView(Date date) const {
+  const DateFields fields = date.Fields();
+  return fields.year == YearOfMonth(fields.month);
+}
+
+int DisplaySpan::ViewYearOf(Date date) const {
+  const DateFields fields = date.Fields();
+  return fields.month < FirstMonth ? fields.year - 1 : fields.year;
+}
+
+int DisplaySpan::DaysInMonth(int month) const {
+  return Date::FromYmd(YearOfMonth(month), month + 1, 0).Fields().day;
+}
+
+int DisplaySpan::FirstWeekdayOfMonth(int month) const {
+  return Date::FromYmd(YearOfMonth(month), month, 1).Weekday();
+}
+
+Date DisplaySpan::DateOfColumn(int column, int month) const {
+  return Date::FromYmd(YearOfMonth(month), month, column - FirstWeekdayOfMonth(month) + 1);
+}
+
+Date DisplaySpan::DateAtCell(int column, int row) const {
+  return DateOfColumn(column, MonthOfRow(row));
+}
+
+int DisplaySpan::MonthIndexOf(Date date) const {
+  if (!IsValidDate(date)) return 0;
+  if (IsDateInView(date)) return date.Fields().month;
+  if (date >= ViewStartDate()) return 12 + MonthsBetween(ViewEndDate(), date);
+  return 1 + MonthsBetween(ViewStartDate(), date);
+}
+
+bool IsValidDate(Date date) {
+  return date.IsValid();
+}
+
+bool HasTimeOfDay(Date date) {
+  const DateFields fields = date.Fields();
+  return fields.hour != 0 || fields.minute != 0;
+}
+
+MonthColumns::MonthColumns(const DisplaySpan& span) {
+  for (int row = 1; row <= MonthRows; ++row) {
+    const int month = span.MonthOfRow(row);
+    RowDayOffset[row] = span.FirstWeekdayOfMonth(month) - 1;
+    RowLastColumn[row] = RowDayOffset[row] + span.DaysInMonth(month);
+  }
+}
+
+}  // namespace velkor

@@ -1,0 +1,35 @@
+// view/span/Duplicates.cpp: the quicksort that lists are sorted with.
+#include "view/span/Duplicates.h"
+
+#include <utility>
+
+#include "support/values/Text.h"
+
+namespace velkor::Duplicates {
+
+void SortStrings(std::vector<std::string>& list, int low, int high) {
+  // The two parts are independent, so the longer one can wait in the loop: the stack stays short
+  // whatever the list is.
+  while (low < high) {
+    const std::string pivot = list[low + (high - low) / 2];
+    int left = low;
+    int right = high;
+    while (left <= right) {
+      while (CompareText(list[left], pivot) < 0) ++left;
+      while (CompareText(pivot, list[right]) < 0) --right;
+      if (left > right) break;
+      std::swap(list[left], list[right]);
+      ++left;
+      --right;
+    }
+    if (right - low < high - left) {
+      SortStrings(list, low, right);
+      low = left;
+    } else {
+      SortStrings(list, left, high);
+      high = right;
+    }
+  }
+}
+
+}  // namespace velkor::Duplicates

@@ -1,0 +1,27 @@
+// view/span/Globals.cpp: the query for a span's items, and the cleaning of texts.
+#include "view/span/Globals.h"
+
+#include <algorithm>
+
+#include "platform/LocaleApi.h"
+#include "support/values/Text.h"
+
+namespace velkor::Globals {
+
+std::string ViewRestriction(const DisplaySpan& span, LocaleApi& locale) {
+  return "[Start] <= " + QuoteText(locale.ShortDate(span.ViewEndDate()) + " 11:59 PM") +
+         " AND [End] > " + QuoteText(locale.ShortDate(span.ViewStartDate()) + " 12:00 AM");
+}
+
+std::string QuoteText(std::string_view text) {
+  return '"' + std::string(text) + '"';
+}
+
+std::string StripControlChars(std::string_view text) {
+  if (Trim(text).empty()) return {};
+  std::string clean(text);
+  std::erase_if(clean, [](char c) { return c == '|' || static_cast<unsigned char>(c) < 32; });
+  return clean;
+}
+
+}  // namespace velkor::Globals

@@ -1,0 +1,26 @@
+// view/span/Globals.h: the query for a span's items, and the cleaning of texts.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "view/span/DisplaySpan.h"
+
+namespace velkor {
+
+class LocaleApi;
+
+namespace Globals {
+
+/// The filter text that selects the items of the span from a calendar folder. The dates are in
+/// the user's short date format; the times are fixed English texts.
+std::string ViewRestriction(const DisplaySpan& span, LocaleApi& locale);
+
+/// The text between two double quotes; quotes inside stay as they are.
+std::string QuoteText(std::string_view text);
+
+/// The text without "|" and without characters 0 to 31; empty when it holds only blanks.
+std::string StripControlChars(std::string_view text);
+
+}  // namespace Globals
+}  // namespace velkor
