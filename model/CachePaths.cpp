@@ -35,8 +35,7 @@ std::string CacheFileName(std::string_view user, int year, std::string_view fold
 }
 
 CachePaths MakeCachePaths(const std::string& fileName, Environment& environment, Files& files) {
-  const std::string directory =
-      TempDirectory(environment, files) + environment.PathSeparator();
+  const std::string directory = TempDirectory(environment, files) + environment.PathSeparator();
   return {directory + fileName, directory + "~" + fileName};
 }
 

@@ -27,8 +27,8 @@ void EventCollection::BuildOrder() {
   };
   std::vector<std::uint32_t> repeated;
   for (auto group = keys.begin(); group != keys.end();) {
-    const auto groupEnd = std::find_if(
-        group, keys.end(), [&](const auto& key) { return key.first != group->first; });
+    const auto groupEnd =
+        std::find_if(group, keys.end(), [&](const auto& key) { return key.first != group->first; });
     if (groupEnd - group > 1) {
       std::sort(group, groupEnd, [&](const auto& a, const auto& b) {
         const int order = idOf(a).compare(idOf(b));

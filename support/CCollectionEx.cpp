@@ -14,8 +14,8 @@ namespace {
 std::string TextOf(double number) {
   // Fifteen significant digits, as the platform converts a double to text.
   char buffer[40];
-  const auto end = std::to_chars(buffer, buffer + sizeof buffer, number, std::chars_format::general,
-                                 15);
+  const auto end =
+      std::to_chars(buffer, buffer + sizeof buffer, number, std::chars_format::general, 15);
   return {buffer, end.ptr};
 }
 

@@ -14,8 +14,8 @@
 namespace velkor {
 
 /// Text, a number, a reference to an object, or nothing.
-using Variant = std::variant<std::monostate, std::string, std::int32_t, double, bool,
-                             std::shared_ptr<void>>;
+using Variant =
+    std::variant<std::monostate, std::string, std::int32_t, double, bool, std::shared_ptr<void>>;
 
 /// An entry's key or its position.
 using CollectionIndex = std::variant<std::string, std::int32_t>;

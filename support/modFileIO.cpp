@@ -65,11 +65,11 @@ FileErrorAnswer ReportFileError(MessageBoxes& messages, long number) {
   const std::string_view text = FileErrorText(number);
   if (text.empty()) return FileErrorAnswer::NotAFileError;
   const bool canRetry = number == DeviceUnavailable;
-  const MessageAnswer answer = messages.Show(
-      {.text = std::string(text),
-       .title = "File Error",
-       .buttons = canRetry ? MessageButtons::RetryCancel : MessageButtons::Ok,
-       .icon = MessageIcon::Exclamation});
+  const MessageAnswer answer =
+      messages.Show({.text = std::string(text),
+                     .title = "File Error",
+                     .buttons = canRetry ? MessageButtons::RetryCancel : MessageButtons::Ok,
+                     .icon = MessageIcon::Exclamation});
   if (answer == MessageAnswer::Retry) return FileErrorAnswer::Retry;
   if (answer == MessageAnswer::Ignore) return FileErrorAnswer::Ignore;
   return FileErrorAnswer::Other;

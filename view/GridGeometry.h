@@ -1,0 +1,70 @@
+// view/GridGeometry.h: sizes of the grid and the rectangles of its rows, bars and marks.
+#pragma once
+
+#include <optional>
+
+#include "support/values/Twips.h"
+#include "view/BandLayout.h"
+
+namespace velkor {
+
+/// The room that the header row and the month column take beside the grid.
+inline constexpr Twips HeaderRowHeight = 240;
+inline constexpr Twips MonthColumnWidth = 405;
+inline constexpr Twips LeastBandHeight = 100;
+
+/// Positions are twips from the grid's top left corner, before scrolling.
+struct GridGeometry {
+  float ColumnWidth = 0;
+  float BandHeight = 0;
+  /// Right end of the out-of-month fill.
+  int GridWidth = 0;
+  /// The bands do not fit: VScroll1 is shown.
+  bool scroll = false;
+  PixelSize pixel;
+
+  /// Left edge of column 1 + `column`.
+  Twips ColumnEdge(int column) const { return column * static_cast<Twips>(ColumnWidth); }
+  /// Top edge of the band that has `bands` bands above it.
+  Twips BandEdge(int bands) const { return bands * static_cast<Twips>(BandHeight); }
+  Twips RowTop(const BandLayout& layout, int row) const {
+    return BandEdge(layout.BandsInRow[row - 1]);
+  }
+  Twips RowBottom(const BandLayout& layout, int row) const {
+    return BandEdge(layout.BandsInRow[row]);
+  }
+  Twips GridHeight(const BandLayout& layout) const { return BandEdge(layout.TotalBands()); }
+};
+
+/// Sizes the grid to `picParent`, the surface that holds the grid with its headers; the sizes may
+/// come out as 0 or less when it is too small to hold anything.
+/// @param scrollBarWidth  width of VScroll1
+GridGeometry SizeGrid(Extent picParent, Twips scrollBarWidth, PixelSize pixel,
+                      const BandLayout& layout);
+
+/// A bar leaves one pixel free on each side inside its cells.
+Rect BarRect(const Bar& bar, const GridGeometry& geometry, const BandLayout& layout);
+
+/// Shadow and frame of the mark around a cell that spans all bands of its row.
+struct TodayMark {
+  Rect shadow;
+  Rect frame;
+};
+TodayMark TodayMarkOf(int row, int column, const GridGeometry& geometry, const BandLayout& layout);
+
+/// What lies under a point.
+struct GridHit {
+  int row = 0;
+  /// From 1 at the top of the row.
+  int band = 0;
+  /// From 1; 0 outside the row's month.
+  int column = 0;
+  /// The column whatever the month: where the cell map is asked.
+  int cellColumn = 0;
+};
+
+/// Nothing for a point below, above, left or right of the grid.
+std::optional<GridHit> HitTest(Point point, const GridGeometry& geometry, const BandLayout& layout,
+                               const MonthColumns& columns);
+
+}  // namespace velkor

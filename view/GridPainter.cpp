@@ -1,0 +1,121 @@
+// view/GridPainter.cpp: draws the grid: weekends, months, bars with their subjects, today.
+#include "view/GridPainter.h"
+
+#include <array>
+#include <string>
+#include <utility>
+
+#include "view/span/Globals.h"
+
+namespace velkor {
+namespace {
+
+/// Columns after which a weekend begins and ends: a Sunday with the Saturday before it.
+constexpr std::array<std::pair<int, int>, 6> WeekendColumns{
+    {{0, 1}, {6, 8}, {13, 15}, {20, 22}, {27, 29}, {34, 36}}};
+
+constexpr TextFlags SubjectFlags = text_flags::NoPrefix | text_flags::WordEllipsis;
+constexpr TextFlags DayNumberFlags =
+    text_flags::Right | text_flags::SingleLine | text_flags::VerticalCentre | text_flags::NoPrefix;
+
+}  // namespace
+
+Colour ReadableOn(Colour back) {
+  // Perceived brightness in thousandths (ITU-R BT.601 weights).
+  const int brightness = 299 * back.Red() + 587 * back.Green() + 114 * back.Blue();
+  return brightness < 140'000 ? colours::White : colours::Black;
+}
+
+GridPainter::GridPainter(Surface& surface, const YearGrid& grid, const Font& font,
+                         const Rect& visible)
+    : surface_(surface),
+      grid_(grid),
+      geometry_(grid.Geometry()),
+      layout_(grid.Layout()),
+      font_(font),
+      visible_(visible) {}
+
+void GridPainter::DrawBackground() {
+  surface_.Fill(visible_, grid_colours::Back);
+  for (const auto& [from, to] : WeekendColumns) {
+    surface_.Fill({geometry_.ColumnEdge(from), visible_.top, geometry_.ColumnEdge(to),
+                   std::min(visible_.bottom, geometry_.GridHeight(layout_))},
+                  grid_colours::Weekend);
+  }
+  const MonthColumns& columns = grid_.Columns();
+  for (int row = 1; row <= MonthRows; ++row) {
+    const Twips top = geometry_.RowTop(layout_, row);
+    const Twips bottom = geometry_.RowBottom(layout_, row);
+    if (!InSight(top, bottom)) continue;
+    const Twips monthStart = geometry_.ColumnEdge(columns.RowDayOffset[row]);
+    const Twips monthEnd = geometry_.ColumnEdge(columns.RowLastColumn[row]);
+    if (monthStart > 0) surface_.Fill({0, top, monthStart, bottom}, grid_colours::OutOfMonth);
+    surface_.Fill({monthEnd, top, static_cast<Twips>(geometry_.GridWidth), bottom},
+                  grid_colours::OutOfMonth);
+  }
+  for (int row = 1; row <= MonthRows; ++row) {
+    const Twips top = geometry_.RowTop(layout_, row);
+    const Twips bottom = geometry_.RowBottom(layout_, row);
+    // The outline's pen reaches a pixel beyond the row.
+    if (!InSight(top, bottom + geometry_.pixel.height)) continue;
+    surface_.Outline({geometry_.ColumnEdge(columns.RowDayOffset[row]), top,
+                      geometry_.ColumnEdge(columns.RowLastColumn[row]), bottom},
+                     grid_colours::MonthOutline, 1);
+  }
+}
+
+void GridPainter::DrawDayNumbers() {
+  Font font = font_;
+  font.size = 6;
+  const Extent widest = surface_.Measure("30", font);
+  const Twips margin = 2 * Twips{geometry_.pixel.width};
+  if (widest.height > geometry_.BandHeight || widest.width + margin > geometry_.ColumnWidth) return;
+  const MonthColumns& columns = grid_.Columns();
+  for (int row = 1; row <= MonthRows; ++row) {
+    const Twips top = geometry_.RowTop(layout_, row);
+    const Twips bottom = top + geometry_.BandHeight;
+    if (!InSight(top, bottom)) continue;
+    for (int column = columns.RowDayOffset[row] + 1; column <= columns.RowLastColumn[row];
+         ++column) {
+      surface_.Text(
+          {geometry_.ColumnEdge(column - 1), top, geometry_.ColumnEdge(column) - margin, bottom},
+          std::to_string(column - columns.RowDayOffset[row]), font, grid_colours::DayNumber,
+          DayNumberFlags);
+    }
+  }
+}
+
+Font GridPainter::FontForBand() const {
+  constexpr std::array<int, 6> Sizes{7, 6, 5, 4, 3, 2};
+  Font font = font_;
+  for (const int size : Sizes) {
+    font.size = size;
+    if (surface_.Measure("0", font).height <= geometry_.BandHeight) break;
+  }
+  return font;
+}
+
+void GridPainter::DrawEvents() {
+  const bool displaySubject = grid_.Options().DisplaySubject;
+  const Font font = displaySubject ? FontForBand() : font_;
+  for (const Bar& bar : layout_.bars) {
+    const Rect rect = BarRect(bar, geometry_, layout_);
+    if (!InSight(rect.top, rect.bottom)) continue;
+    const CalEvent& event = grid_.Events()[bar.event];
+    const Colour colour = grid_.Categories().At(event.CatIndex).colour;
+    surface_.Fill(rect, colour);
+    if (displaySubject) {
+      surface_.Text(rect, Globals::StripControlChars(event.Subject), font, ReadableOn(colour),
+                    SubjectFlags);
+    }
+  }
+}
+
+void GridPainter::DrawToday(Date today) {
+  const auto mark = grid_.TodayMarkAt(today);
+  if (!mark || !InSight(mark->frame.top, mark->shadow.bottom)) return;
+  surface_.Outline(mark->shadow, grid_colours::TodayShadow, 1);
+  surface_.Outline(mark->frame, grid_colours::TodayFrame, 2);
+}
+
+}  // namespace velkor

@@ -1,0 +1,52 @@
+// view/GridPainter.h: draws the grid: weekends, months, bars with their subjects, today.
+#pragma once
+
+#include "platform/Surface.h"
+#include "support/values/Date.h"
+#include "view/YearGrid.h"
+
+namespace velkor {
+
+namespace grid_colours {
+inline constexpr Colour Back = colours::White;
+inline constexpr Colour Weekend = Colour::FromRgb(238, 232, 170);
+inline constexpr Colour OutOfMonth = Colour::FromRgb(224, 224, 224);
+inline constexpr Colour MonthOutline = Colour::FromRgb(255, 0, 0);
+inline constexpr Colour DayNumber = Colour::FromRgb(110, 110, 110);
+inline constexpr Colour TodayShadow = Colour::FromRgb(128, 128, 128);
+inline constexpr Colour TodayFrame = Colour::FromRgb(255, 0, 0);
+}  // namespace grid_colours
+
+/// Black or white, whichever can be read better on a colour.
+Colour ReadableOn(Colour back);
+
+/// Draws one year grid on one surface. `visible` is the part of the grid that is in sight, in the
+/// grid's own coordinates; what lies outside it is not drawn.
+class GridPainter {
+ public:
+  GridPainter(Surface& surface, const YearGrid& grid, const Font& font, const Rect& visible);
+
+  /// Clears, then shades the weekends and the cells outside each month and outlines the months.
+  void DrawBackground();
+  /// Writes each day's number into the band that no event takes, where the bands are high enough.
+  void DrawDayNumbers();
+  /// One filled bar for each event and row, with its subject when the grid displays subjects.
+  void DrawEvents();
+  void DrawToday(Date today);
+
+ private:
+  bool InSight(Twips top, Twips bottom) const {
+    return bottom > visible_.top && top < visible_.bottom;
+  }
+  /// The grid's font at the largest of its sizes that fits a band.
+  Font FontForBand() const;
+
+  Surface& surface_;
+  const YearGrid& grid_;
+  const GridGeometry& geometry_;
+  const BandLayout& layout_;
+  Font font_;
+  Rect visible_;
+};
+
+}  // namespace velkor

@@ -1,0 +1,74 @@
+// view/HeaderPainter.cpp: draws the weekday header above the grid and the month column beside it.
+#include "view/HeaderPainter.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "support/values/Text.h"
+
+namespace velkor {
+namespace {
+
+constexpr TextFlags CentredFlags =
+    text_flags::Centre | text_flags::SingleLine | text_flags::VerticalCentre | text_flags::NoPrefix;
+constexpr int DaysOfWeek = 7;
+
+std::string_view FirstCharacter(std::string_view text) {
+  std::string_view rest = text;
+  if (!rest.empty()) TakeCharacter(rest);
+  return text.substr(0, text.size() - rest.size());
+}
+
+/// The seven captions from Sunday on: the abbreviated names if all of them fit, else initials.
+std::array<std::string_view, DaysOfWeek> WeekdayCaptions(Surface& surface,
+                                                         const CalendarNames& names,
+                                                         const Font& font, Twips width) {
+  std::array<std::string_view, DaysOfWeek> captions;
+  std::copy_n(names.abbreviatedDays.begin(), DaysOfWeek, captions.begin());
+  const bool fit = std::all_of(captions.begin(), captions.end(), [&](std::string_view caption) {
+    return surface.Measure(caption, font).width <= width;
+  });
+  if (!fit) std::transform(captions.begin(), captions.end(), captions.begin(), FirstCharacter);
+  return captions;
+}
+
+}  // namespace
+
+void DrawHeaderRow(Surface& surface, const YearGrid& grid, const CalendarNames& names,
+                   const Font& font) {
+  const GridGeometry& geometry = grid.Geometry();
+  surface.Fill({0, 0, static_cast<Twips>(geometry.GridWidth), HeaderRowHeight},
+               header_colours::Back);
+  const Twips margin = 2 * Twips{geometry.pixel.width};
+  const auto captions = WeekdayCaptions(surface, names, font, geometry.ColumnWidth - margin);
+  for (int column = 1; column <= GridColumns; ++column) {
+    const Rect cell{geometry.ColumnEdge(column - 1), 0, geometry.ColumnEdge(column),
+                    HeaderRowHeight};
+    const int weekday = (column - 1) % DaysOfWeek;
+    const bool weekend = weekday == 0 || weekday == DaysOfWeek - 1;
+    if (weekend) surface.Fill(cell, header_colours::Weekend);
+    surface.Text(cell, captions[weekday], font, header_colours::Text, CentredFlags);
+  }
+}
+
+void DrawMonthColumn(Surface& surface, const YearGrid& grid, const CalendarNames& names,
+                     const Font& font, const Rect& visible) {
+  const GridGeometry& geometry = grid.Geometry();
+  surface.Fill({0, visible.top, MonthColumnWidth, visible.bottom}, header_colours::Back);
+  for (int row = 1; row <= MonthRows; ++row) {
+    const Twips rowBottom = geometry.RowBottom(grid.Layout(), row);
+    const Twips top = std::max(geometry.RowTop(grid.Layout(), row), visible.top);
+    const Twips bottom = std::min(rowBottom, visible.bottom);
+    if (bottom <= top) continue;
+    surface.Text({0, top, MonthColumnWidth, bottom},
+                 names.abbreviatedMonths[grid.Span().MonthOfRow(row)], font, header_colours::Text,
+                 CentredFlags);
+    if (rowBottom > visible.bottom) continue;
+    surface.Fill({0, rowBottom, MonthColumnWidth, rowBottom + geometry.pixel.height},
+                 header_colours::Edge);
+  }
+}
+
+}  // namespace velkor

@@ -1,0 +1,66 @@
+// view/YearGrid.h: the year of one planner: its events, laid out in bands, sized and mapped.
+#pragma once
+
+#include <optional>
+
+#include "model/CategoryTable.h"
+#include "model/EventCollection.h"
+#include "model/EventFields.h"
+#include "view/BandLayout.h"
+#include "view/CellMap.h"
+#include "view/GridGeometry.h"
+#include "view/span/CategoryFilter.h"
+
+namespace velkor {
+
+struct GridOptions {
+  bool AllEvents = false;
+  bool DisplaySubject = false;
+  bool HideNonCategoryItems = false;
+};
+
+/// The steps follow each other: load Events through Fields, LayOut, Resize, then draw and ask.
+class YearGrid {
+ public:
+  YearGrid(const DisplaySpan& span, CategoryTable categories, CategoryFilter filter,
+           GridOptions options);
+
+  const DisplaySpan& Span() const { return rule_.span; }
+  const MonthColumns& Columns() const { return rule_.columns; }
+  const CategoryTable& Categories() const { return categories_; }
+  const CategoryFilter& Filter() const { return filter_; }
+  const GridOptions& Options() const { return options_; }
+  const BarRule& Rule() const { return rule_; }
+
+  /// What a loader derives the events' fields by; valid as long as this grid.
+  EventFields Fields() const;
+  EventCollection& Events() { return events_; }
+  const EventCollection& Events() const { return events_; }
+
+  /// Gives the events their bands anew; after every change of events, filter or options.
+  void LayOut();
+  const BandLayout& Layout() const { return layout_; }
+
+  /// Sizes the grid; after LayOut and after every resize.
+  void Resize(Extent picParent, Twips scrollBarWidth, PixelSize pixel);
+  const GridGeometry& Geometry() const { return geometry_; }
+
+  /// What lies under a point of the grid; nothing outside it.
+  std::optional<GridHit> HitTestAt(Point point) const;
+  /// Index of the event under a hit.
+  std::optional<std::size_t> EventAt(const GridHit& hit) const;
+  /// The mark around a date's cell; nothing outside the span.
+  std::optional<TodayMark> TodayMarkAt(Date today) const;
+
+ private:
+  CategoryTable categories_;
+  CategoryFilter filter_;
+  GridOptions options_;
+  BarRule rule_;
+  EventCollection events_;
+  BandLayout layout_;
+  CellMap cells_;
+  GridGeometry geometry_;
+};
+
+}  // namespace velkor
