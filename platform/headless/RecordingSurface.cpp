@@ -65,26 +65,27 @@ Rect RecordingSurface::Absolute(const Rect& rect) const {
   return {rect.left + origin.x, rect.top + origin.y, rect.right + origin.x, rect.bottom + origin.y};
 }
 
+PixelRect RecordingSurface::Pixels(const Rect& rect) const {
+  PixelRect pixels = ToPixels(rect, pixel_);
+  if (views_.empty()) return pixels;
+  const View& view = views_.back();
+  return {pixels.left + view.x, pixels.top + view.y, pixels.right + view.x, pixels.bottom + view.y};
+}
+
 void RecordingSurface::Paint(PixelRect area, Colour colour) {
-  if (!views_.empty()) {
-    const PixelRect clip = ToPixels(views_.back().clip, pixel_);
-    area = {std::max(area.left, clip.left), std::max(area.top, clip.top),
-            std::min(area.right, clip.right), std::min(area.bottom, clip.bottom)};
-  }
+  if (!views_.empty()) area = Intersection(area, views_.back().pixelClip);
   if (area.Width() > 0 && area.Height() > 0) painted_.push_back({area, colour});
 }
 
 void RecordingSurface::Fill(const Rect& rect, Colour colour) {
-  const Rect absolute = Absolute(rect);
-  log_.push_back("fill " + Numbers(absolute) + ' ' + Name(colour));
-  Paint(ToPixels(absolute, pixel_), colour);
+  log_.push_back("fill " + Numbers(Absolute(rect)) + ' ' + Name(colour));
+  Paint(Pixels(rect), colour);
 }
 
 void RecordingSurface::Outline(const Rect& rect, Colour colour, int pen) {
-  const Rect absolute = Absolute(rect);
-  log_.push_back("outline " + Numbers(absolute) + ' ' + Name(colour) + " pen " +
+  log_.push_back("outline " + Numbers(Absolute(rect)) + ' ' + Name(colour) + " pen " +
                  std::to_string(pen));
-  for (const PixelRect& bar : OutlineBars(ToPixels(absolute, pixel_), pen)) Paint(bar, colour);
+  for (const PixelRect& bar : OutlineBars(Pixels(rect), pen)) Paint(bar, colour);
 }
 
 void RecordingSurface::Line(Point from, Point to, Colour colour, int pen) {
@@ -106,14 +107,16 @@ Extent RecordingSurface::Measure(std::string_view text, const Font& font) {
 }
 
 void RecordingSurface::EnterView(const Rect& clip, Point origin) {
-  View view{Absolute(clip), {Origin().x + origin.x, Origin().y + origin.y}};
+  View view{Absolute(clip), {Origin().x + origin.x, Origin().y + origin.y}, Pixels(clip)};
+  view.x = ToPixel(origin.x, pixel_.width);
+  view.y = ToPixel(origin.y, pixel_.height);
+  if (!views_.empty()) {
+    view.pixelClip = Intersection(view.pixelClip, views_.back().pixelClip);
+    view.x += views_.back().x;
+    view.y += views_.back().y;
+  }
   log_.push_back("view " + Numbers(view.clip) + " origin " + Number(view.origin.x) + ' ' +
                  Number(view.origin.y));
-  if (!views_.empty()) {
-    const Rect& outer = views_.back().clip;
-    view.clip = {std::max(view.clip.left, outer.left), std::max(view.clip.top, outer.top),
-                 std::min(view.clip.right, outer.right), std::min(view.clip.bottom, outer.bottom)};
-  }
   views_.push_back(view);
 }
 

@@ -51,9 +51,13 @@ class RecordingSurface : public Surface {
   void Clear();
 
  private:
+  /// In twips for the log, in pixels as the other surfaces keep it.
   struct View {
     Rect clip;
     Point origin;
+    PixelRect pixelClip;
+    int x = 0;
+    int y = 0;
   };
   struct Painted {
     PixelRect area;
@@ -62,6 +66,8 @@ class RecordingSurface : public Surface {
 
   Point Origin() const { return views_.empty() ? Point{} : views_.back().origin; }
   Rect Absolute(const Rect& rect) const;
+  /// Pixels of a rectangle given in the current view.
+  PixelRect Pixels(const Rect& rect) const;
   void Paint(PixelRect area, Colour colour);
 
   PixelSize pixel_;
