@@ -1,6 +1,7 @@
 // support/values/Twips.h: points, sizes and rectangles in twips, and how they fall on pixels.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -50,6 +51,12 @@ struct PixelRect {
   constexpr int Height() const { return bottom - top; }
   friend constexpr bool operator==(const PixelRect&, const PixelRect&) = default;
 };
+
+/// What two rectangles share; width or height at or below 0 when that is nothing.
+constexpr PixelRect Intersection(const PixelRect& a, const PixelRect& b) {
+  return {std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
+          std::min(a.bottom, b.bottom)};
+}
 
 /// To the nearest whole number, ties to the even one.
 inline double RoundHalfEven(double value) {

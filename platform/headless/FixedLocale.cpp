@@ -1,0 +1,109 @@
+// platform/headless/FixedLocale.cpp: English names, and dates written by a settable pattern.
+#include "platform/headless/FixedLocale.h"
+
+#include <cstdio>
+
+#include "support/CodePage1252.h"
+#include "support/values/Text.h"
+
+namespace velkor {
+namespace {
+
+constexpr CodePage Utf8Page = 65001;
+
+std::string OnlyAscii(std::string_view text) {
+  std::string result;
+  while (!text.empty()) {
+    const char32_t character = TakeCharacter(text);
+    result.push_back(character < 0x80 ? static_cast<char>(character) : '?');
+  }
+  return result;
+}
+
+/// The name that a calendar type of winnls.h asks for; null for any other type.
+const std::string* NameOf(const CalendarNames& names, std::uint32_t type) {
+  struct Run {
+    const std::vector<std::string>& names;
+    std::uint32_t first;
+  };
+  for (const Run& run : {Run{names.days, 7}, Run{names.abbreviatedDays, 14}, Run{names.months, 21},
+                         Run{names.abbreviatedMonths, 34}}) {
+    if (type >= run.first && type - run.first < run.names.size()) {
+      return &run.names[type - run.first];
+    }
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+CalendarNames CalendarNames::English() {
+  CalendarNames names{
+      {"Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday", "Sunday"},
+      {},
+      {"January", "February", "March", "April", "May", "June", "July", "August", "September",
+       "October", "November", "December"},
+      {}};
+  for (const std::string& day : names.days) names.abbreviatedDays.push_back(day.substr(0, 3));
+  for (const std::string& month : names.months) {
+    names.abbreviatedMonths.push_back(month.substr(0, 3));
+  }
+  return names;
+}
+
+std::string FixedLocale::LocaleInfo(LocaleId, std::uint32_t kind) {
+  // Padded as the system pads its buffer, so that callers prove to cut at the first NUL.
+  if (kind == locale_info::DefaultAnsiCodePage) {
+    return std::to_string(ansiCodePage) + std::string(4, '\0');
+  }
+  if (kind == locale_info::ShortDateOrder) return std::to_string(int(order)) + '\0';
+  return {};
+}
+
+void FixedLocale::EnumCalendarInfo(LocaleId, std::uint32_t calendarType,
+                                   const std::function<bool(std::string_view)>& name) {
+  for (const CalendarNames& names : calendars) {
+    const std::string* const found = NameOf(names, calendarType);
+    if (found != nullptr && !name(*found)) return;
+  }
+}
+
+std::string FixedLocale::ToCodePage(std::string_view text, CodePage page) {
+  if (page == Utf8Page) return ValidUtf8(text);
+  return page == 1252 ? ToCodePage1252(text) : OnlyAscii(text);
+}
+
+std::string FixedLocale::FromCodePage(std::string_view bytes, CodePage page) {
+  if (page == Utf8Page) return ValidUtf8(bytes);
+  return page == 1252 ? FromCodePage1252(bytes) : OnlyAscii(bytes);
+}
+
+std::string FixedLocale::ShortDate(Date date) {
+  const DateFields fields = date.Fields();
+  const std::string year = std::to_string(fields.year);
+  const std::string month = std::to_string(fields.month);
+  const std::string day = std::to_string(fields.day);
+  switch (order) {
+    case Order::DayFirst:
+      return day + dateSeparator + month + dateSeparator + year;
+    case Order::YearFirst:
+      return year + dateSeparator + month + dateSeparator + day;
+    case Order::MonthFirst:
+      break;
+  }
+  return month + dateSeparator + day + dateSeparator + year;
+}
+
+std::string FixedLocale::DateToText(Date date) {
+  const DateFields fields = date.Fields();
+  const std::string day = ShortDate(date);
+  if (fields.hour == 0 && fields.minute == 0 && fields.second == 0) return day;
+  const int hour = twentyFourHours ? fields.hour : (fields.hour + 11) % 12 + 1;
+  const char* const half = fields.hour < 12 ? " AM" : " PM";
+  char time[32];
+  std::snprintf(time, sizeof time, " %d:%02d:%02d%s", hour, fields.minute, fields.second,
+                twentyFourHours ? "" : half);
+  return day + time;
+}
+
+}  // namespace velkor

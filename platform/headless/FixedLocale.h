@@ -1,0 +1,44 @@
+// platform/headless/FixedLocale.h: a locale that is the same on every machine.
+#pragma once
+
+#include <vector>
+
+#include "platform/LocaleApi.h"
+
+namespace velkor {
+
+/// Names that a calendar enumerates.
+struct CalendarNames {
+  /// Monday to Sunday, January to December.
+  std::vector<std::string> days, abbreviatedDays, months, abbreviatedMonths;
+
+  static CalendarNames English();
+};
+
+/// English of the United States unless told otherwise. Code page 1252 and UTF-8 (65001) are
+/// converted; any other page keeps ASCII and answers '?' for the rest.
+class FixedLocale : public LocaleApi {
+ public:
+  enum class Order { MonthFirst, DayFirst, YearFirst };
+
+  LocaleId locale = 0x0409;
+  CodePage ansiCodePage = 1252;
+  Order order = Order::MonthFirst;
+  std::string dateSeparator = "/";
+  /// 24-hour clock instead of AM and PM.
+  bool twentyFourHours = false;
+  /// Enumerated in this order.
+  std::vector<CalendarNames> calendars = {CalendarNames::English()};
+
+  LocaleId ThreadLocale() override { return locale; }
+  std::string LocaleInfo(LocaleId, std::uint32_t kind) override;
+  void EnumCalendarInfo(LocaleId, std::uint32_t calendarType,
+                        const std::function<bool(std::string_view)>& name) override;
+  CodePage AnsiCodePage() override { return ansiCodePage; }
+  std::string ToCodePage(std::string_view text, CodePage page) override;
+  std::string FromCodePage(std::string_view bytes, CodePage page) override;
+  std::string ShortDate(Date date) override;
+  std::string DateToText(Date date) override;
+};
+
+}  // namespace velkor
