@@ -20,12 +20,9 @@ export WINEDEBUG=${WINEDEBUG:--all}
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winedbg.exe=d"
 unset DISPLAY
 
-# Wine's own server stands outside the search path on Debian.
+# wineserver PREFIX ARGUMENT...: Wine's server, which Debian keeps outside the search path.
 wineserver() {
-  local program
-  program=$(command -v wineserver || ls /usr/lib/wine/wineserver64 /usr/lib/wine/wineserver \
-    2>/dev/null | head -n 1)
-  WINEPREFIX=${1} timeout 60 "$program" "${@:2}"
+  WINEPREFIX=$1 PATH=$PATH:/usr/lib/wine timeout 60 wineserver64 "${@:2}"
 }
 
 make_template() {
