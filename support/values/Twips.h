@@ -52,7 +52,9 @@ struct PixelRect {
 };
 
 /// To the nearest whole number, ties to the even one.
-inline double RoundHalfEven(double value) { return std::nearbyint(value); }
+inline double RoundHalfEven(double value) {
+  return std::nearbyint(value);
+}
 
 /// The pixel whose edge is nearest to a length; lengths beyond what a raster can hold stop there.
 inline int ToPixel(Twips length, float pixel) {
