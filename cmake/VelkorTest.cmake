@@ -1,0 +1,36 @@
+# velkor_add_test(target): registers one GoogleTest program with ctest.
+#
+# Natively a test runs in a time zone other than UTC and a locale other than English, off-screen,
+# with a home folder of its own; a cross-built one runs under Wine by scripts/wine-run.sh. Each
+# case's result goes to test-results/<target>.json in the build folder, where test.sh counts them.
+# The working folder is the build folder.
+set(VELKOR_TEST_LOCALE de_DE.UTF-8)
+set(VELKOR_TEST_LOCALES ${CMAKE_BINARY_DIR}/locale)
+set(VELKOR_TEST_HOME ${CMAKE_BINARY_DIR}/test-home)
+file(MAKE_DIRECTORY ${VELKOR_TEST_HOME} ${VELKOR_TEST_LOCALES})
+
+# The locale is compiled into the build folder: a fresh machine has none but C.
+find_program(LOCALEDEF localedef)
+if(LOCALEDEF AND NOT EXISTS ${VELKOR_TEST_LOCALES}/${VELKOR_TEST_LOCALE}/LC_TIME)
+  execute_process(COMMAND ${LOCALEDEF} -i de_DE -f UTF-8
+                          ${VELKOR_TEST_LOCALES}/${VELKOR_TEST_LOCALE}
+                  OUTPUT_QUIET ERROR_QUIET)
+endif()
+if(NOT EXISTS ${VELKOR_TEST_LOCALES}/${VELKOR_TEST_LOCALE}/LC_TIME)
+  message(WARNING "The locale ${VELKOR_TEST_LOCALE} cannot be made (package locales): "
+                  "tests run in the C locale.")
+endif()
+
+function(velkor_add_test target)
+  add_test(NAME ${target}
+           COMMAND ${target} --gtest_output=json:test-results/${target}.json --gtest_brief=1
+           WORKING_DIRECTORY ${CMAKE_BINARY_DIR})
+  set_tests_properties(${target} PROPERTIES ENVIRONMENT
+    "TZ=America/St_Johns;LC_ALL=${VELKOR_TEST_LOCALE};LANGUAGE=de;LOCPATH=${VELKOR_TEST_LOCALES};HOME=${VELKOR_TEST_HOME};XDG_CACHE_HOME=${VELKOR_TEST_HOME}/.cache;XDG_CONFIG_HOME=${VELKOR_TEST_HOME}/.config;QT_QPA_PLATFORM=offscreen")
+  if(CMAKE_CROSSCOMPILING)
+    # Programs under Wine share one prefix and its server.
+    set_tests_properties(${target} PROPERTIES TIMEOUT 300 RUN_SERIAL ON)
+  else()
+    set_tests_properties(${target} PROPERTIES TIMEOUT 180)
+  endif()
+endfunction()

@@ -1,0 +1,70 @@
+#!/usr/bin/env bash
+# Runs a cross-built program under Wine, in a prefix of its own below build/wine.
+#   scripts/wine-run.sh PROGRAM [ARGUMENT...]   runs it and answers with its exit code
+#   scripts/wine-run.sh --fresh                 begins with a new copy of the prefix
+#   scripts/wine-run.sh --stop                  ends every program in the prefix
+set -euo pipefail
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+folder=$root/build/wine
+template=$folder/template
+seconds=${VELKOR_WINE_TIMEOUT:-280}
+
+mkdir -p "$folder/home"
+export HOME=$folder/home
+export WINEPREFIX=$folder/prefix
+export WINEARCH=win64
+# Also silences the advice to install 32-bit Wine, which is not wanted.
+export WINEDEBUG=${WINEDEBUG:--all}
+# No .NET, no HTML engine, and no debugger: a crash would start one and hang.
+export WINEDLLOVERRIDES="mscoree=;mshtml=;winedbg.exe=d"
+unset DISPLAY
+
+# wineserver PREFIX ARGUMENT...: Wine's server, which Debian keeps outside the search path.
+wineserver() {
+  WINEPREFIX=$1 PATH=$PATH:/usr/lib/wine timeout 60 wineserver64 "${@:2}"
+}
+
+make_template() {
+  local version
+  version=$(wine64 --version 2>/dev/null || wine --version 2>/dev/null)
+  [[ -f $template/made-by && $(<"$template/made-by") == "$version" ]] && return
+  rm -rf "$template"
+  WINEPREFIX=$template timeout 180 wine wineboot -i
+  # Windows, dialogs and menus work without a display.
+  WINEPREFIX=$template timeout 60 wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f
+  wineserver "$template" -w
+  echo "$version" >"$template/made-by"
+}
+
+ensure_prefix() {
+  exec 9>"$folder/lock"
+  flock 9
+  if [[ ! -f $WINEPREFIX/made-by ]]; then
+    make_template >"$folder/make.log" 2>&1 </dev/null 9>&- ||
+      { echo "wine-run.sh: no Wine prefix could be made:" >&2; cat "$folder/make.log" >&2; exit 1; }
+    rm -rf "$WINEPREFIX"
+    cp -a "$template" "$WINEPREFIX"
+  fi
+  exec 9>&-
+}
+
+case ${1:-} in
+  "") sed -n '2,5p' "${BASH_SOURCE[0]}" >&2; exit 2 ;;
+  --stop)
+    [[ ! -d $WINEPREFIX ]] || wineserver "$WINEPREFIX" -k 2>/dev/null || true
+    exit 0 ;;
+  --fresh)
+    [[ ! -d $WINEPREFIX ]] || wineserver "$WINEPREFIX" -k 2>/dev/null || true
+    rm -rf "$WINEPREFIX"
+    ensure_prefix
+    exit 0 ;;
+esac
+
+ensure_prefix
+code=0
+timeout --kill-after=10 "$seconds" wine "$@" </dev/null || code=$?
+if [[ $code == 124 || $code == 137 ]]; then
+  echo "wine-run.sh: $1 was stopped after $seconds seconds" >&2
+fi
+exit "$code"
