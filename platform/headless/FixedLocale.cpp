@@ -21,7 +21,7 @@ std::string OnlyAscii(std::string_view text) {
 }
 
 /// The name that a calendar type of winnls.h asks for; null for any other type.
-const std::string* NameOf(const CalendarNames& names, std::uint32_t type) {
+const std::string* NameOf(const FixedNames& names, std::uint32_t type) {
   struct Run {
     const std::vector<std::string>& names;
     std::uint32_t first;
@@ -37,8 +37,8 @@ const std::string* NameOf(const CalendarNames& names, std::uint32_t type) {
 
 }  // namespace
 
-CalendarNames CalendarNames::English() {
-  CalendarNames names{
+FixedNames FixedNames::English() {
+  FixedNames names{
       {"Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday", "Sunday"},
       {},
       {"January", "February", "March", "April", "May", "June", "July", "August", "September",
@@ -62,7 +62,7 @@ std::string FixedLocale::LocaleInfo(LocaleId, std::uint32_t kind) {
 
 void FixedLocale::EnumCalendarInfo(LocaleId, std::uint32_t calendarType,
                                    const std::function<bool(std::string_view)>& name) {
-  for (const CalendarNames& names : calendars) {
+  for (const FixedNames& names : calendars) {
     const std::string* const found = NameOf(names, calendarType);
     if (found != nullptr && !name(*found)) return;
   }

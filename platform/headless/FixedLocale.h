@@ -8,11 +8,11 @@
 namespace velkor {
 
 /// Names that a calendar enumerates.
-struct CalendarNames {
+struct FixedNames {
   /// Monday to Sunday, January to December.
   std::vector<std::string> days, abbreviatedDays, months, abbreviatedMonths;
 
-  static CalendarNames English();
+  static FixedNames English();
 };
 
 /// English of the United States unless told otherwise. Code page 1252 and UTF-8 (65001) are
@@ -28,7 +28,7 @@ class FixedLocale : public LocaleApi {
   /// 24-hour clock instead of AM and PM.
   bool twentyFourHours = false;
   /// Enumerated in this order.
-  std::vector<CalendarNames> calendars = {CalendarNames::English()};
+  std::vector<FixedNames> calendars = {FixedNames::English()};
 
   LocaleId ThreadLocale() override { return locale; }
   std::string LocaleInfo(LocaleId, std::uint32_t kind) override;

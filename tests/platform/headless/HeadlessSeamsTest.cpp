@@ -26,7 +26,7 @@ TEST(FixedLocale, EnumeratesTheNamesOfEachCalendarInTurn) {
   EXPECT_THAT(Names(locale, 32), ElementsAre("December"));
   EXPECT_THAT(Names(locale, 34), ElementsAre("Jan"));
   EXPECT_TRUE(Names(locale, 33).empty());
-  CalendarNames other = CalendarNames::English();
+  FixedNames other = FixedNames::English();
   other.days[0] = "Feria secunda";
   locale.calendars.push_back(other);
   EXPECT_THAT(Names(locale, 7), ElementsAre("Monday", "Feria secunda"));

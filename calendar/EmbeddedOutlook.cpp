@@ -1,0 +1,102 @@
+// calendar/EmbeddedOutlook.cpp: application, namespace and folders of the embedded calendar.
+#include "calendar/EmbeddedOutlook.h"
+
+#include "calendar/EmbeddedItems.h"
+#include "support/values/Error.h"
+#include "support/values/Text.h"
+
+namespace velkor {
+namespace {
+
+/// What a folder object needs beside its folder.
+struct Session {
+  CalendarStore& store;
+  std::shared_ptr<const ItemFormat> format;
+};
+
+DateOrder OrderOf(LocaleApi& locale) {
+  const std::string order = locale.LocaleInfo(locale.ThreadLocale(), locale_info::ShortDateOrder);
+  if (order.starts_with('1')) return DateOrder::DayMonthYear;
+  if (order.starts_with('2')) return DateOrder::YearMonthDay;
+  return DateOrder::MonthDayYear;
+}
+
+std::unique_ptr<OutlookFolder> MakeFolder(CalendarFolder* folder, const Session& session);
+
+std::unique_ptr<OutlookFolder> FolderByName(
+    const std::vector<std::unique_ptr<CalendarFolder>>& folders, std::string_view name,
+    const Session& session) {
+  for (const auto& folder : folders) {
+    if (CompareText(folder->Name(), name) == 0) return MakeFolder(folder.get(), session);
+  }
+  return nullptr;
+}
+
+class EmbeddedFolder : public OutlookFolder {
+ public:
+  EmbeddedFolder(CalendarFolder& folder, Session session)
+      : folder_(folder), session_(std::move(session)) {}
+
+  std::string Name() override { return folder_.Name(); }
+  std::string EntryID() override { return folder_.EntryID(); }
+  std::string StoreID() override { return session_.store.StoreID(); }
+  int DefaultItemType() override { return folder_.ItemType(); }
+  std::unique_ptr<OutlookFolder> Folder(std::string_view name) override {
+    return FolderByName(folder_.Folders(), name, session_);
+  }
+  std::unique_ptr<OutlookItems> Items() override {
+    return std::make_unique<EmbeddedItems>(folder_, session_.format);
+  }
+
+ private:
+  CalendarFolder& folder_;
+  Session session_;
+};
+
+std::unique_ptr<OutlookFolder> MakeFolder(CalendarFolder* folder, const Session& session) {
+  return folder ? std::make_unique<EmbeddedFolder>(*folder, session) : nullptr;
+}
+
+class EmbeddedNamespace : public OutlookNamespace {
+ public:
+  explicit EmbeddedNamespace(Session session) : session_(std::move(session)) {}
+
+  std::unique_ptr<OutlookFolder> Folder(std::string_view name) override {
+    return FolderByName(session_.store.Folders(), name, session_);
+  }
+  std::unique_ptr<OutlookFolder> GetDefaultFolder(int kind) override {
+    if (kind != outlook::FolderCalendar) {
+      throw Error(errors::CalendarFailed,
+                  "There is no default folder of kind " + std::to_string(kind) + ".", "Calendar");
+    }
+    return MakeFolder(session_.store.DefaultCalendar(), session_);
+  }
+  std::unique_ptr<OutlookFolder> GetFolderFromID(std::string_view entryId,
+                                                 std::string_view storeId) override {
+    CalendarFolder* folder =
+        storeId == session_.store.StoreID() ? session_.store.FolderById(entryId) : nullptr;
+    if (!folder) {
+      throw Error(errors::CalendarFailed,
+                  "There is no folder with the identifier \"" + std::string(entryId) + "\".",
+                  "Calendar");
+    }
+    return MakeFolder(folder, session_);
+  }
+
+ private:
+  Session session_;
+};
+
+}  // namespace
+
+std::unique_ptr<OutlookNamespace> EmbeddedOutlook::GetNamespace(std::string_view type) {
+  if (type != "MAPI") {
+    throw Error(errors::CalendarFailed, "There is no namespace \"" + std::string(type) + "\".",
+                "Calendar");
+  }
+  auto format = std::make_shared<const ItemFormat>(
+      ItemFormat{options_.listSeparator + " ", OrderOf(locale_)});
+  return std::make_unique<EmbeddedNamespace>(Session{store_, std::move(format)});
+}
+
+}  // namespace velkor
