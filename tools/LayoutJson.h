@@ -1,0 +1,27 @@
+// tools/LayoutJson.h: a laid-out year as JSON, for inspection and bug reports.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <vector>
+
+#include "support/values/Date.h"
+#include "support/values/Twips.h"
+#include "view/YearGrid.h"
+
+namespace velkor {
+
+enum class EventDetail {
+  /// Identifier, start and the derived fields.
+  Fields,
+  /// Also end, subject and categories.
+  Texts,
+};
+
+/// Rows with their bands, events with every derived field and their segments, sizes, bars and the
+/// mark of `today` in twips of the grid. The grid is laid out and sized.
+nlohmann::ordered_json LayoutJson(const YearGrid& grid, Date today, EventDetail detail);
+
+/// What lies under each point: null outside the grid.
+nlohmann::ordered_json HitsJson(const YearGrid& grid, const std::vector<Point>& points);
+
+}  // namespace velkor

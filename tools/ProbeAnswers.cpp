@@ -1,0 +1,289 @@
+// tools/ProbeAnswers.cpp: answers to the probe's cases, by the core's own functions.
+#include "tools/ProbeAnswers.h"
+
+#include <array>
+#include <limits>
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+#include "model/CacheFile.h"
+#include "model/CachePaths.h"
+#include "model/CacheRecord.h"
+#include "platform/headless/FixedLocale.h"
+#include "platform/headless/MemoryFiles.h"
+#include "support/modFileIO.h"
+#include "support/values/Error.h"
+#include "support/values/Text.h"
+#include "tools/IsoDate.h"
+#include "tools/LayoutJson.h"
+#include "view/span/Duplicates.h"
+#include "view/span/Globals.h"
+#include "view/span/Locale.h"
+
+namespace velkor {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+/// What makes a case malformed, in words for its sender.
+class BadCase : public std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/// Cases about the cache file need a control to report to; nothing depends on what it does.
+class SilentPlanner : public Planner {
+ public:
+  void ReportStatus(Colour) override {}
+  bool RefreshOutstanding() const override { return false; }
+  void CancelRefresh() override {}
+  void StartRefresh(bool) override {}
+};
+
+Date DateOf(const Json& json) {
+  const std::string text = json.get<std::string>();
+  const std::optional<Date> date = ParseIso(text);
+  if (!date) throw BadCase("\"" + text + "\" is no date");
+  return *date;
+}
+
+/// One character for each byte.
+std::string BytesOf(const std::string& text) {
+  std::string bytes;
+  for (std::string_view rest = text; !rest.empty();) {
+    const char32_t c = TakeCharacter(rest);
+    if (c > 0xFF) throw BadCase("a character of \"bytes\" is no byte");
+    bytes.push_back(static_cast<char>(c));
+  }
+  return bytes;
+}
+
+std::string TextOfBytes(std::string_view bytes) {
+  std::string text;
+  for (const char c : bytes) AppendCharacter(text, static_cast<unsigned char>(c));
+  return text;
+}
+
+DisplaySpan SpanOf(const Json& view) {
+  const DisplaySpan span{view.at("year").get<int>(), view.at("firstMonth").get<int>()};
+  if (span.FirstMonth < 1 || span.FirstMonth > 12) throw BadCase("\"firstMonth\" is not 1 to 12");
+  if (span.ViewYear < 100 || span.ViewYear > 9998) throw BadCase("\"year\" is not 100 to 9998");
+  return span;
+}
+
+CategoryFilter FilterOf(const Json& separator, const std::string& text, bool matchAll) {
+  CategoryFilter filter(CategorySeparator(separator.get<std::string>()));
+  filter.SetCategoryFilter(text);
+  filter.SetFilterMode(matchAll);
+  return filter;
+}
+
+std::vector<CalEvent> EventsOf(const Json& json) {
+  std::vector<CalEvent> events;
+  for (const Json& entry : json) {
+    CalEvent event;
+    event.EventID = entry.at("id").get<std::string>();
+    event.Subject = entry.at("subject").get<std::string>();
+    event.Categories = entry.at("categories").get<std::string>();
+    event.StartDate = DateOf(entry.at("start"));
+    event.EndDate = DateOf(entry.at("end"));
+    events.push_back(std::move(event));
+  }
+  return events;
+}
+
+Json AnswerDates(const Json& json) {
+  const DisplaySpan span = SpanOf(json.at("view"));
+  const MonthColumns columns(span);
+  Json answer{{"start", ToIso(span.ViewStartDate())},
+              {"end", ToIso(span.ViewEndDate())},
+              {"lastMonth", span.LastMonthOfView()}};
+  for (int row = 0; row <= MonthRows; ++row) answer["rows"].push_back(span.MonthOfRow(row));
+  for (int row = 1; row <= MonthRows; ++row) {
+    answer["offsets"].push_back(columns.RowDayOffset[row]);
+    answer["lastColumns"].push_back(columns.RowLastColumn[row]);
+  }
+  for (int month = 1; month <= 12; ++month) {
+    answer["months"].push_back({{"month", month},
+                                {"row", span.RowOfMonth(month)},
+                                {"year", span.YearOfMonth(month)},
+                                {"days", span.DaysInMonth(month)},
+                                {"firstWeekday", span.FirstWeekdayOfMonth(month)}});
+  }
+  answer["dates"] = Json::array();
+  for (const Json& entry : json.at("dates")) {
+    const Date date = DateOf(entry);
+    answer["dates"].push_back({{"inView", span.IsDateInView(date)},
+                               {"viewYear", span.ViewYearOf(date)},
+                               {"monthIndex", span.MonthIndexOf(date)},
+                               {"hasTime", HasTimeOfDay(date)}});
+  }
+  answer["cells"] = Json::array();
+  for (const Json& cell : json.at("cells")) {
+    const int column = cell.at(0).get<int>();
+    const int row = cell.at(1).get<int>();
+    if (column < 1 || column > GridColumns || row < 1 || row > MonthRows) {
+      throw BadCase("a cell is not a column 1 to 37 and a row 1 to 12");
+    }
+    answer["cells"].push_back(ToIso(span.DateAtCell(column, row)));
+  }
+  return answer;
+}
+
+Json AnswerFilter(const Json& json) {
+  const CategoryFilter filter = FilterOf(json.at("separator"), json.at("filter").get<std::string>(),
+                                         json.at("matchAll").get<bool>());
+  Json answer{{"display", filter.GetCategoryFilterText()},
+              {"entries", filter.CategoryFilterList()},
+              {"tip", filter.ToolTip()},
+              {"hidden", Json::array()}};
+  for (const Json& categories : json.at("categories")) {
+    answer["hidden"].push_back(filter.IsFilteredOut(categories.get<std::string>()));
+  }
+  return answer;
+}
+
+Json AnswerCatIndex(const Json& json) {
+  std::vector<Category> categories;
+  for (const Json& name : json.at("names")) categories.push_back({name.get<std::string>(), {}});
+  const CategoryTable table(std::move(categories));
+  const std::string separator = CategorySeparator(json.at("separator").get<std::string>());
+  const bool hide = json.at("hideNonCategory").get<bool>();
+  Json answer = Json::array();
+  for (const Json& text : json.at("categories")) {
+    answer.push_back(table.CatIndexOf(text.get<std::string>(), separator, hide));
+  }
+  return answer;
+}
+
+Json AnswerText(const Json& json) {
+  FixedLocale locale;
+  const CodePage page = locale.AnsiCodePage();
+  Json answer = Json::array();
+  for (const Json& entry : json.at("texts")) {
+    const std::string text = entry.get<std::string>();
+    const std::string utf8 = locale.ToCodePage(Locale::Utf8Encode(locale, text), page);
+    answer.push_back({{"strip", Globals::StripControlChars(text)},
+                      {"safe", modFileIO::MakeFileNameSafe(text)},
+                      {"utf8", TextOfBytes(utf8)},
+                      {"ansi", TextOfBytes(locale.ToCodePage(text, page))}});
+  }
+  return answer;
+}
+
+Json AnswerSort(const Json& json) {
+  auto texts = json.at("texts").get<std::vector<std::string>>();
+  Duplicates::SortStrings(texts, 0, static_cast<int>(texts.size()) - 1);
+  return texts;
+}
+
+Json AnswerCacheName(const Json& json) {
+  FixedLocale locale;
+  const std::string folder = json.at("folder").get<std::string>();
+  return {{"name", CacheFileName(json.at("user").get<std::string>(), json.at("year").get<int>(),
+                                 folder, locale)},
+          {"checksum", FolderChecksum(folder, locale)}};
+}
+
+Json AnswerCacheWrite(const Json& json) {
+  const CachePaths paths{"cache.tmp", "~cache.tmp"};
+  MemoryFiles files;
+  FixedLocale locale;
+  SilentPlanner planner;
+  CacheFile(files, locale, planner).Rewrite(paths, EventCollection(EventsOf(json.at("events"))));
+  return TextOfBytes(files.contents.at(paths.cacheFile));
+}
+
+Json AnswerCacheRead(const Json& json) {
+  MemoryFiles files;
+  files.contents["cache.tmp"] = BytesOf(json.at("bytes").get<std::string>());
+  FixedLocale locale;
+  SilentPlanner planner;
+  const DisplaySpan span;
+  const CategoryTable none;
+  EventCollection events;
+  CacheFile(files, locale, planner)
+      .Load("cache.tmp", EventFields{span, MonthColumns(span), none}, events);
+  Json answer = Json::array();
+  for (const CalEvent& event : events) {
+    answer.push_back({{"id", event.EventID},
+                      {"subject", event.Subject},
+                      {"categories", event.Categories},
+                      {"start", ToIso(event.StartDate)},
+                      {"end", ToIso(event.EndDate)}});
+  }
+  return answer;
+}
+
+Json AnswerLayout(const Json& json) {
+  std::vector<Category> categories;
+  for (const Json& entry : json.at("categories")) {
+    categories.push_back(
+        {entry.at("name").get<std::string>(), Colour{entry.at("colour").get<std::int32_t>()}});
+  }
+  const Json& filter = json.at("filter");
+  YearGrid grid(SpanOf(json.at("view")), CategoryTable(std::move(categories)),
+                FilterOf(json.at("separator"), filter.at("text").get<std::string>(),
+                         filter.at("matchAll").get<bool>()),
+                {.AllEvents = json.at("allEvents").get<bool>(),
+                 .HideNonCategoryItems = json.at("hideNonCategory").get<bool>()});
+  std::vector<CalEvent> events = EventsOf(json.at("events"));
+  const EventFields fields = grid.Fields();
+  for (CalEvent& event : events) fields.Derive(event);
+  grid.Events() = EventCollection(std::move(events));
+  grid.LayOut();
+
+  const Json& surface = json.at("surface");
+  const PixelSize pixel{surface.at("pixelWidth").get<float>(),
+                        surface.at("pixelHeight").get<float>()};
+  if (!(pixel.width > 0) || !(pixel.height > 0)) throw BadCase("a pixel has no size");
+  grid.Resize({surface.at("width").get<double>(), surface.at("height").get<double>()},
+              surface.at("scrollWidth").get<double>(), pixel);
+
+  std::vector<Point> points;
+  for (const Json& point : json.at("points")) {
+    points.push_back({point.at(0).get<double>(), point.at(1).get<double>()});
+  }
+  Json answer = LayoutJson(grid, DateOf(json.at("today")), EventDetail::Fields);
+  answer["hits"] = HitsJson(grid, points);
+  return answer;
+}
+
+using Answer = Json (*)(const Json&);
+constexpr std::array<std::pair<std::string_view, Answer>, 9> Kinds{{
+    {"dates", AnswerDates},
+    {"filter", AnswerFilter},
+    {"catindex", AnswerCatIndex},
+    {"text", AnswerText},
+    {"sort", AnswerSort},
+    {"cachename", AnswerCacheName},
+    {"cachewrite", AnswerCacheWrite},
+    {"cacheread", AnswerCacheRead},
+    {"layout", AnswerLayout},
+}};
+
+Json AnswerOf(std::string_view line) {
+  const Json json = Json::parse(line);
+  const std::string kind = json.at("kind").get<std::string>();
+  for (const auto& [name, answer] : Kinds) {
+    if (name == kind) return answer(json);
+  }
+  throw BadCase("unknown kind \"" + kind + "\"");
+}
+
+}  // namespace
+
+std::string AnswerCase(std::string_view line) {
+  Json answer;
+  try {
+    answer = AnswerOf(line);
+  } catch (const Error& error) {
+    answer = {{"failure", error.Number() == errors::Overflow ? "overflow" : error.Description()}};
+  } catch (const std::exception& error) {
+    answer = {{"error", error.what()}};
+  }
+  return answer.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+}  // namespace velkor
