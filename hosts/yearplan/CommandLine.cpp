@@ -1,0 +1,190 @@
+// hosts/yearplan/CommandLine.cpp: the command line of yearplan, parsed and checked.
+#include "hosts/yearplan/CommandLine.h"
+
+#include <QCommandLineParser>
+#include <QRegularExpression>
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "tools/IsoDate.h"
+
+namespace velkor {
+namespace {
+
+constexpr int LeastSide = 200;
+constexpr int LongestSide = 20000;
+
+constexpr std::array<std::pair<std::string_view, Command>, 3> Commands{{
+    {"render", Command::Render},
+    {"refresh", Command::Refresh},
+    {"inspect", Command::Inspect},
+}};
+
+constexpr const char* Description =
+    "Shows a whole year of a calendar at a glance.\n"
+    "\n"
+    "Commands:\n"
+    "  yearplan CALENDAR                       draw the year to a file and say where\n"
+    "  yearplan render CALENDAR -o FILE        draw the year to a PNG, SVG or PDF file\n"
+    "  yearplan refresh CALENDAR               write the year's cache file and say where\n"
+    "  yearplan inspect CALENDAR --json        print the laid-out year as JSON\n"
+    "  yearplan inspect --cache FILE --json    the same from a cache file\n"
+    "\n"
+    "CALENDAR is an iCalendar file (.ics). No command writes to it.\n"
+    "Exit codes: 0 done, 1 failed, 2 wrong usage.";
+
+/// The options that more than one place names.
+namespace names {
+constexpr const char* Output = "output";
+constexpr const char* Cache = "cache";
+constexpr const char* Json = "json";
+constexpr const char* PointOption = "point";
+}  // namespace names
+
+void AddOptions(QCommandLineParser& parser) {
+  parser.setApplicationDescription(QString::fromUtf8(Description));
+  parser.addPositionalArgument("arguments", "a command and a calendar file",
+                               "[command] [CALENDAR]");
+  parser.addOptions({
+      {{"h", "help"}, "Print this help."},
+      {{"v", "version"}, "Print the version."},
+      {{"y", "year"}, "The year in which the twelve months begin; without it, today's.", "year"},
+      {{"o", names::Output}, "render: the picture, ending in .png, .svg or .pdf.", "file"},
+      {names::Cache, "inspect: read this cache file instead of a calendar.", "file"},
+      {names::Json, "inspect: print JSON, the only format."},
+      {names::PointOption,
+       "inspect: also tell what lies under this point of the grid, in twips; may stand several "
+       "times.",
+       "x,y"},
+      {"first-month", "The month in the first row, 1 to 12 (1).", "month", "1"},
+      {"no-all-events", "Leave out what has no whole day, as the control does by default."},
+      {"no-subjects", "Draw bars without subjects."},
+      {"hide-non-category", "Hide events that name no category of the legend."},
+      {"title", "The planner's title, which names its category colours (Default).", "name",
+       "Default"},
+      {"filter", "Show only events with one of these categories.", "A, B", ""},
+      {"match-all", "Show only events with all categories of the filter."},
+      {"size", "Size of the picture in pixels (1600x1000).", "WxH", "1600x1000"},
+      {"today", "The day to mark instead of today.", "date"},
+  });
+}
+
+int WholeNumber(const QString& text, const char* option, int least, int most) {
+  bool isNumber = false;
+  const int value = text.toInt(&isNumber);
+  if (!isNumber || value < least || value > most) {
+    throw UsageError(std::string("--") + option + " takes a whole number from " +
+                     std::to_string(least) + " to " + std::to_string(most) + ", not \"" +
+                     text.toStdString() + "\"");
+  }
+  return value;
+}
+
+void ReadSize(const QString& text, CommandLine& line) {
+  const QStringList sides = text.split('x');
+  if (sides.size() != 2) {
+    throw UsageError("--size takes width and height as in 1600x1000, not \"" +
+                     text.toStdString() + "\"");
+  }
+  line.width = WholeNumber(sides[0], "size", LeastSide, LongestSide);
+  line.height = WholeNumber(sides[1], "size", LeastSide, LongestSide);
+}
+
+Point ReadPoint(const QString& text) {
+  const QStringList parts = text.split(',');
+  bool isX = false;
+  bool isY = false;
+  const Point point{parts.value(0).toDouble(&isX), parts.value(1).toDouble(&isY)};
+  if (parts.size() != 2 || !isX || !isY) {
+    throw UsageError("--point takes two numbers as in 1200,450, not \"" + text.toStdString() +
+                     "\"");
+  }
+  return point;
+}
+
+/// Takes the command off the front of the positional arguments.
+Command TakeCommand(QStringList& arguments) {
+  if (arguments.isEmpty()) return Command::Open;
+  for (const auto& [name, command] : Commands) {
+    if (arguments.front().toStdString() != name) continue;
+    arguments.removeFirst();
+    return command;
+  }
+  return Command::Open;
+}
+
+/// Options that one command alone takes.
+void CheckOptions(const QCommandLineParser& parser, Command command) {
+  const std::array<std::pair<const char*, Command>, 4> owned{{
+      {names::Output, Command::Render},
+      {names::Cache, Command::Inspect},
+      {names::Json, Command::Inspect},
+      {names::PointOption, Command::Inspect},
+  }};
+  for (const auto& [option, owner] : owned) {
+    if (command != owner && parser.isSet(option)) {
+      throw UsageError(std::string("--") + option + " belongs to the command " +
+                       (owner == Command::Render ? "render" : "inspect"));
+    }
+  }
+  if (command == Command::Render && !parser.isSet(names::Output)) {
+    throw UsageError("render needs -o and the name of the picture");
+  }
+  if (command == Command::Inspect && !parser.isSet(names::Json)) {
+    throw UsageError("inspect needs --json");
+  }
+}
+
+}  // namespace
+
+CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
+  QCommandLineParser parser;
+  AddOptions(parser);
+  QStringList words{"yearplan"};
+  for (const std::string& argument : arguments) words << QString::fromStdString(argument);
+  if (!parser.parse(words)) throw UsageError(parser.errorText().toStdString());
+
+  CommandLine line;
+  if (parser.isSet("version")) line.command = Command::Version;
+  if (parser.isSet("help")) line.command = Command::Help;
+  if (parser.isSet("version") || parser.isSet("help")) return line;
+
+  QStringList rest = parser.positionalArguments();
+  line.command = TakeCommand(rest);
+  CheckOptions(parser, line.command);
+  line.cacheFile = parser.value(names::Cache).toStdString();
+  if (rest.size() > 1) throw UsageError("One calendar at a time: what is \"" +
+                                        rest[1].toStdString() + "\"?");
+  if (rest.isEmpty() && line.cacheFile.empty()) throw UsageError("Which calendar?");
+  if (!rest.isEmpty() && !line.cacheFile.empty()) {
+    throw UsageError("Either a calendar or --cache, not both");
+  }
+  if (!rest.isEmpty()) line.calendar = rest.front().toStdString();
+  line.output = parser.value(names::Output).toStdString();
+  if (parser.isSet("year")) line.year = WholeNumber(parser.value("year"), "year", 100, 9998);
+  line.firstMonth = WholeNumber(parser.value("first-month"), "first-month", 1, 12);
+  if (parser.isSet("today")) {
+    line.today = ParseIso(parser.value("today").toStdString());
+    if (!line.today) throw UsageError("--today takes a date as in 2026-07-01");
+  }
+  line.grid = {.AllEvents = !parser.isSet("no-all-events"),
+               .DisplaySubject = !parser.isSet("no-subjects"),
+               .HideNonCategoryItems = parser.isSet("hide-non-category")};
+  line.titleName = parser.value("title").toStdString();
+  line.filter = parser.value("filter").toStdString();
+  line.matchAll = parser.isSet("match-all");
+  ReadSize(parser.value("size"), line);
+  for (const QString& point : parser.values(names::PointOption)) {
+    line.points.push_back(ReadPoint(point));
+  }
+  return line;
+}
+
+std::string HelpText() {
+  QCommandLineParser parser;
+  AddOptions(parser);
+  return parser.helpText().toStdString();
+}
+
+}  // namespace velkor

@@ -1,0 +1,58 @@
+// hosts/yearplan/CommandLine.h: the command line of yearplan, parsed and checked.
+#pragma once
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "support/values/Date.h"
+#include "support/values/Twips.h"
+#include "view/YearGrid.h"
+
+namespace velkor {
+
+enum class Command {
+  /// Draws the year and says where: a calendar file alone on the command line.
+  Open,
+  Render,
+  Refresh,
+  Inspect,
+  Help,
+  Version,
+};
+
+struct CommandLine {
+  Command command = Command::Help;
+  /// The calendar file; empty for `inspect --cache`.
+  std::string calendar;
+  std::string cacheFile;
+  /// The picture that `render` draws.
+  std::string output;
+  /// None: the year that today lies in.
+  std::optional<int> year;
+  std::optional<Date> today;
+  int firstMonth = 1;
+  GridOptions grid;
+  std::string titleName;
+  std::string filter;
+  bool matchAll = false;
+  /// Size of the control in pixels.
+  int width = 0;
+  int height = 0;
+  /// Points of the grid, in twips, that `inspect` is asked about.
+  std::vector<Point> points;
+};
+
+/// A command line that makes no sense; what() says why.
+class UsageError : public std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/// Parses the arguments after the program's name. Throws UsageError.
+CommandLine ParseCommandLine(const std::vector<std::string>& arguments);
+
+/// Commands and options with a line on each.
+std::string HelpText();
+
+}  // namespace velkor
