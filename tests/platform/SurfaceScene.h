@@ -96,15 +96,15 @@ inline void ExpectColours(const std::function<Colour(int x, int y)>& at) {
   }
 }
 
-/// Checks that there is text in its rectangle and none around it.
-inline void ExpectClippedText(const std::function<Colour(int x, int y)>& at) {
+/// Checks that there is text in its rectangle and none around it, `edge` pixels aside.
+inline void ExpectClippedText(const std::function<Colour(int x, int y)>& at, int edge = 0) {
   int inked = 0;
   int spilled = 0;
   for (int y = TextArea.top - 4; y < Height; ++y) {
     for (int x = TextArea.left - 4; x < Width; ++x) {
       if ((at(x, y).value & 0xFFFFFF) == colours::White.value) continue;
-      const bool inside =
-          x >= TextArea.left && x < TextArea.right && y >= TextArea.top && y < TextArea.bottom;
+      const bool inside = x >= TextArea.left - edge && x < TextArea.right + edge &&
+                          y >= TextArea.top - edge && y < TextArea.bottom + edge;
       ++(inside ? inked : spilled);
     }
   }

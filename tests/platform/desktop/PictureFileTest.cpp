@@ -62,12 +62,13 @@ TEST_F(PictureFile, PdfPageHasTheDrawingsSizeAndItsText) {
   if (!info) GTEST_SKIP() << "no PDF tools";
   EXPECT_THAT(info->toStdString(), HasSubstr("90 x 72 pts"));
   EXPECT_THAT(info->toStdString(), HasSubstr("A planner"));
-  EXPECT_THAT(Output("pdftotext", {"a.pdf", "-"})->toStdString(), HasSubstr("MWMWMW"));
+  EXPECT_THAT(Output("pdftotext", {"a.pdf", "-"})->toStdString(), HasSubstr("MW"));
   Output("pdftoppm", {"-r", "96", "-png", "-singlefile", "-aaVector", "no", "a.pdf", "page"});
   const QImage page(folder_.filePath("page.png"));
   EXPECT_EQ(page.size(), QSize(scene::Width, scene::Height));
   scene::ExpectColours(PixelsOf(page));
-  scene::ExpectClippedText(PixelsOf(page));
+  // Whoever shows the page smooths the edge of the clip.
+  scene::ExpectClippedText(PixelsOf(page), 1);
 }
 
 TEST_F(PictureFile, SvgCountsInPixelsOfTheDrawing) {
@@ -81,7 +82,7 @@ TEST_F(PictureFile, SvgCountsInPixelsOfTheDrawing) {
   }
   EXPECT_FALSE(reader.hasError()) << reader.errorString().toStdString();
   EXPECT_TRUE(words.contains("R&D <1>"));
-  EXPECT_TRUE(words.contains("MWMW"));
+  EXPECT_TRUE(words.contains(u"M…"));
 }
 
 TEST_F(PictureFile, FailureLeavesTheOldFileAndNothingElse) {
