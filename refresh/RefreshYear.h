@@ -5,6 +5,7 @@
 #include <string>
 
 #include "model/CachePaths.h"
+#include "model/SynchResult.h"
 #include "view/span/DisplaySpan.h"
 
 namespace velkor {
@@ -12,17 +13,6 @@ namespace velkor {
 class Files;
 class LocaleApi;
 class OutlookApplication;
-
-/// Result codes of a refresh, as its completion reports them.
-enum class SynchResult : short {
-  CacheWritten = 1,
-  WorkFileNotOpened = 2,
-  CacheNotReplaced = 3,
-  TimerNotStarted = 4,
-  LogonFailed = 5,
-  NothingToReport = 6,
-  FetchingFailed = 7,
-};
 
 struct RefreshRequest {
   DisplaySpan span;

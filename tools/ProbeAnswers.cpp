@@ -18,6 +18,7 @@
 #include "support/values/Text.h"
 #include "tools/IsoDate.h"
 #include "tools/LayoutJson.h"
+#include "tools/SilentPlanner.h"
 #include "view/span/Duplicates.h"
 #include "view/span/Globals.h"
 #include "view/span/Locale.h"
@@ -30,15 +31,6 @@ using Json = nlohmann::ordered_json;
 /// What makes a case malformed, in words for its sender.
 class BadCase : public std::runtime_error {
   using std::runtime_error::runtime_error;
-};
-
-/// Cases about the cache file need a control to report to; nothing depends on what it does.
-class SilentPlanner : public Planner {
- public:
-  void ReportStatus(Colour) override {}
-  bool RefreshOutstanding() const override { return false; }
-  void CancelRefresh() override {}
-  void StartRefresh(bool) override {}
 };
 
 Date DateOf(const Json& json) {

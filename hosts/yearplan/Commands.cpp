@@ -1,0 +1,110 @@
+// hosts/yearplan/Commands.cpp: what the commands of yearplan do.
+#include "hosts/yearplan/Commands.h"
+
+#include <QFileInfo>
+#include <cmath>
+#include <ostream>
+
+#include "Version.h"
+#include "hosts/yearplan/PlannedYear.h"
+#include "platform/desktop/PictureFile.h"
+#include "support/values/Error.h"
+#include "tools/LayoutJson.h"
+#include "view/Face.h"
+
+namespace velkor {
+namespace {
+
+constexpr int LongestSide = 20000;
+/// Width of VScroll1; a picture grows instead of scrolling, but its size is asked for first.
+constexpr Twips ScrollBarWidth = 255;
+
+/// The function that draws files of a picture's kind.
+auto WriterFor(const std::string& path) {
+  const QString suffix = QFileInfo(QString::fromStdString(path)).suffix().toLower();
+  if (suffix == "png") return RenderToPng;
+  if (suffix == "svg") return RenderToSvg;
+  if (suffix == "pdf") return RenderToPdf;
+  throw UsageError("The name of a picture ends in .png, .svg or .pdf, unlike \"" + path + "\"");
+}
+
+/// Sizes the grid to a control of the asked size, which grows in height until every band fits.
+Extent SizeToFit(YearGrid& grid, const CommandLine& line, FaceLayout& face) {
+  const PixelSize pixel;
+  Extent control{line.width * TwipsPerPixel, line.height * TwipsPerPixel};
+  const auto size = [&] {
+    face = DivideFace(control);
+    grid.Resize({face.picParent.Width(), face.picParent.Height()}, ScrollBarWidth, pixel);
+  };
+  size();
+  if (!grid.Geometry().scroll) return control;
+  const double pixels = std::ceil(HeightWithoutScrolling(grid.Layout(), pixel) / TwipsPerPixel);
+  if (pixels > LongestSide) {
+    throw Error(errors::Overflow,
+                "The year needs a picture of " + std::to_string(static_cast<long>(pixels)) +
+                    " pixels in height; at most " + std::to_string(LongestSide) +
+                    " can be drawn. --filter or --no-all-events may help.");
+  }
+  control.height = pixels * TwipsPerPixel;
+  size();
+  return control;
+}
+
+void Render(const CommandLine& line, const std::string& path, std::ostream& out,
+            std::ostream& messages) {
+  const auto write = WriterFor(path);
+  PlannedYear year = PlanYear(line, messages);
+  FaceLayout face;
+  const Extent size = SizeToFit(year.grid, line, face);
+  const FaceContent content{YearCaption(year.grid.Span().ViewYear), year.names, year.font,
+                            year.today};
+  write(
+      path, size, [&](Surface& surface) { DrawFace(surface, face, year.grid, content); },
+      {.title = content.caption});
+  out << content.caption << ", " << year.grid.Events().Count() << " events: "
+      << QFileInfo(QString::fromStdString(path)).absoluteFilePath().toStdString() << '\n';
+}
+
+/// Where a calendar that was only named is drawn: the current folder.
+std::string PictureOf(const CommandLine& line) {
+  const QFileInfo calendar(QString::fromStdString(line.calendar));
+  return (calendar.completeBaseName() + ".png").toStdString();
+}
+
+void Refresh(const CommandLine& line, std::ostream& out, std::ostream& messages) {
+  const PlannedYear year = PlanYear(line, messages);
+  out << YearCaption(year.grid.Span().ViewYear) << ", " << year.grid.Events().Count()
+      << " events: " << year.paths.cacheFile << '\n';
+}
+
+void Inspect(const CommandLine& line, std::ostream& out, std::ostream& messages) {
+  PlannedYear year = PlanYear(line, messages);
+  FaceLayout face;
+  SizeToFit(year.grid, line, face);
+  nlohmann::ordered_json json = LayoutJson(year.grid, year.today, EventDetail::Texts);
+  if (!line.points.empty()) json["hits"] = HitsJson(year.grid, line.points);
+  out << json.dump(1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+}
+
+}  // namespace
+
+void RunCommand(const CommandLine& line, std::ostream& out, std::ostream& messages) {
+  switch (line.command) {
+    case Command::Open:
+      return Render(line, PictureOf(line), out, messages);
+    case Command::Render:
+      return Render(line, line.output, out, messages);
+    case Command::Refresh:
+      return Refresh(line, out, messages);
+    case Command::Inspect:
+      return Inspect(line, out, messages);
+    case Command::Help:
+      out << HelpText();
+      return;
+    case Command::Version:
+      out << "yearplan " << Version << '\n';
+      return;
+  }
+}
+
+}  // namespace velkor

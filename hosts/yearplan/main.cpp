@@ -1,0 +1,38 @@
+// hosts/yearplan/main.cpp: the yearplan program.
+#include <QGuiApplication>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "hosts/yearplan/CommandLine.h"
+#include "hosts/yearplan/Commands.h"
+#include "support/values/Error.h"
+
+namespace {
+
+constexpr int Done = 0;
+constexpr int Failed = 1;
+constexpr int WrongUsage = 2;
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // Pictures need fonts but no screen.
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  try {
+    const velkor::CommandLine line =
+        velkor::ParseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
+    const QGuiApplication application(argc, argv);
+    velkor::RunCommand(line, std::cout, std::cerr);
+    std::cout.flush();
+    return std::cout ? Done : Failed;
+  } catch (const velkor::UsageError& error) {
+    std::cerr << "yearplan: " << error.what() << "\nTry yearplan --help.\n";
+    return WrongUsage;
+  } catch (const velkor::Error& error) {
+    std::cerr << "yearplan: " << error.Description() << '\n';
+  } catch (const std::exception& error) {
+    std::cerr << "yearplan: " << error.what() << '\n';
+  }
+  return Failed;
+}
