@@ -1,0 +1,90 @@
+// tests/tools/ProbeAnswersTest.cpp: the probe's recorded answers, and lines that are no case.
+#include "tools/ProbeAnswers.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <map>
+#include <nlohmann/json.hpp>
+
+namespace velkor {
+namespace {
+
+using Json = nlohmann::json;
+
+bool SameNumber(const Json& actual, const Json& expected) {
+  if (actual.is_number_integer() && expected.is_number_integer()) return actual == expected;
+  const double difference = std::fabs(actual.get<double>() - expected.get<double>());
+  return difference <= std::max(0.05, 1e-5 * std::fabs(expected.get<double>()));
+}
+
+/// Where two values first differ, as a JSON pointer with both; empty when they match.
+std::string Difference(const Json& actual, const Json& expected, const std::string& at) {
+  if (expected.is_number() && actual.is_number()) {
+    if (SameNumber(actual, expected)) return {};
+  } else if (expected.is_structured() && actual.type() == expected.type() &&
+             actual.size() == expected.size()) {
+    for (const auto& [key, value] : expected.items()) {
+      const Json::json_pointer place("/" + key);
+      if (!actual.contains(place)) return at + "/" + key + " is missing";
+      std::string inside = Difference(actual.at(place), value, at + "/" + key);
+      if (!inside.empty()) return inside;
+    }
+    return {};
+  } else if (actual == expected) {
+    return {};
+  }
+  return at + ": " + actual.dump() + " instead of " + expected.dump();
+}
+
+TEST(ProbeAnswers, AgreeWithTheRecordedOnes) {
+  std::map<std::string, int> cases{{"dates", 0},     {"filter", 0},     {"catindex", 0},
+                                   {"text", 0},      {"sort", 0},       {"cachename", 0},
+                                   {"cachewrite", 0}, {"cacheread", 0}, {"layout", 0}};
+  std::ifstream file(TEST_DATA "probe-examples.jsonl", std::ios::binary);
+  for (std::string line; std::getline(file, line);) {
+    const Json example = Json::parse(line);
+    const Json& probeCase = example.at("case");
+    const auto kind = cases.find(probeCase.at("kind").get<std::string>());
+    if (kind == cases.end()) continue;
+    ++kind->second;
+    const Json answer = Json::parse(AnswerCase(probeCase.dump()));
+    EXPECT_EQ(Difference(answer, example.at("answer"), kind->first), "");
+  }
+  for (const auto& [kind, count] : cases) EXPECT_GT(count, 0) << "no example of " << kind;
+}
+
+TEST(ProbeAnswers, WhatIsNoCaseIsAnsweredWithAnErrorAndTheNextLineGoesOn) {
+  const std::string deep(100'000, '[');
+  for (const std::string line :
+       {std::string(), std::string("{"), std::string("[]"), std::string("3"), deep,
+        std::string("\xFF"), std::string(R"({"kind": 3})"), std::string(R"({"kind": "\ud800"})"),
+        std::string(R"({"kind": "no such kind"})"), std::string(R"({"kind": "dates"})"),
+        std::string(R"({"kind": "sort", "texts": "a"})"),
+        std::string(R"({"kind": "sort", "texts": [1]})"),
+        std::string(R"({"kind": "cacheread", "bytes": "\u0100"})"),
+        std::string(R"({"kind": "dates", "view": {"year": 2005, "firstMonth": 13},
+                        "dates": [], "cells": []})"),
+        std::string(R"({"kind": "dates", "view": {"year": 2005, "firstMonth": 1},
+                        "dates": ["2005-02-29"], "cells": []})"),
+        std::string(R"({"kind": "dates", "view": {"year": 2005, "firstMonth": 1},
+                        "dates": [], "cells": [[38, 1]]})")}) {
+    const Json answer = Json::parse(AnswerCase(line));
+    ASSERT_TRUE(answer.is_object()) << line;
+    EXPECT_EQ(answer.size(), 1U) << line;
+    EXPECT_NE(answer.value("error", ""), "") << line;
+  }
+  EXPECT_EQ(AnswerCase(R"({"kind": "sort", "texts": ["b", "a"]})"), R"(["a","b"])");
+}
+
+TEST(ProbeAnswers, MoreCategoriesThanAnIndexCountsOverflow) {
+  Json probeCase{{"kind", "catindex"}, {"separator", ","}, {"hideNonCategory", false}};
+  probeCase["names"] = std::vector<std::string>(32768, "name");
+  probeCase["categories"] = Json::array({"name"});
+  EXPECT_EQ(AnswerCase(probeCase.dump()), R"({"failure":"overflow"})");
+}
+
+}  // namespace
+}  // namespace velkor
