@@ -58,7 +58,7 @@ TEST(ProbeAnswers, AgreeWithTheRecordedOnes) {
 
 TEST(ProbeAnswers, WhatIsNoCaseIsAnsweredWithAnErrorAndTheNextLineGoesOn) {
   const std::string deep(100'000, '[');
-  for (const std::string line :
+  for (const std::string& line :
        {std::string(), std::string("{"), std::string("[]"), std::string("3"), deep,
         std::string("\xFF"), std::string(R"({"kind": 3})"), std::string(R"({"kind": "\ud800"})"),
         std::string(R"({"kind": "no such kind"})"), std::string(R"({"kind": "dates"})"),
