@@ -195,8 +195,8 @@ std::string DesktopLocale::DateToText(Date date) {
   const int hour = halfDays_ ? (fields.hour + 11) % 12 + 1 : fields.hour;
   const char* const half = fields.hour < 12 ? " AM" : " PM";
   char time[64];
-  std::snprintf(time, sizeof time, " %02d:%02d:%02d%s", hour, fields.minute, fields.second,
-                halfDays_ ? half : "");
+  std::snprintf(time, sizeof time, halfDays_ ? " %d:%02d:%02d%s" : " %02d:%02d:%02d%s", hour,
+                fields.minute, fields.second, halfDays_ ? half : "");
   return ShortDate(date) + time;
 }
 
