@@ -82,7 +82,7 @@ TEST_F(PictureFile, SvgCountsInPixelsOfTheDrawing) {
   }
   EXPECT_FALSE(reader.hasError()) << reader.errorString().toStdString();
   EXPECT_TRUE(words.contains("R&D <1>"));
-  EXPECT_TRUE(words.contains(u"M…"));
+  EXPECT_TRUE(words.contains(u"…"));
 }
 
 TEST_F(PictureFile, FailureLeavesTheOldFileAndNothingElse) {

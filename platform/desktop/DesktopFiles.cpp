@@ -1,0 +1,208 @@
+// platform/desktop/DesktopFiles.cpp: locking before truncation, and replacing by rename.
+#include "platform/desktop/DesktopFiles.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "support/values/Error.h"
+
+namespace velkor {
+namespace {
+
+constexpr std::size_t BufferSize = std::size_t{1} << 16;
+
+/// An open file, closed at the end of its life.
+class Descriptor {
+ public:
+  explicit Descriptor(int value) : value_(value) {}
+  ~Descriptor() {
+    if (value_ >= 0) ::close(value_);
+  }
+  Descriptor(Descriptor&& other) noexcept : value_(std::exchange(other.value_, -1)) {}
+  Descriptor& operator=(Descriptor&&) = delete;
+
+  bool IsOpen() const { return value_ >= 0; }
+  int Value() const { return value_; }
+
+ private:
+  int value_;
+};
+
+[[noreturn]] void Fail(const char* what, const std::string& path, int code) {
+  throw Error(FileErrorOf(code),
+              std::string(what) + ' ' + path + ": " + std::generic_category().message(code));
+}
+
+bool LockForWriting(const Descriptor& file) {
+  return ::flock(file.Value(), LOCK_EX | LOCK_NB) == 0;
+}
+
+/// False when the path was given to another file, or to none, since it was opened.
+bool StillNames(const std::string& path, const Descriptor& file) {
+  struct stat opened {};
+  struct stat named {};
+  return ::fstat(file.Value(), &opened) == 0 && ::stat(path.c_str(), &named) == 0 &&
+         opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+}
+
+bool IsRegular(const Descriptor& file) {
+  struct stat status {};
+  return ::fstat(file.Value(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+/// True when a writer other than the caller holds the file of this name.
+bool HeldByWriter(const std::string& path) {
+  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  return file.IsOpen() && !LockForWriting(file) && errno == EWOULDBLOCK;
+}
+
+/// Makes a rename in this folder last. A folder that cannot be synchronised is left to the system.
+void SynchroniseFolderOf(const std::string& path) {
+  const std::string folder = std::filesystem::path(path).parent_path().string();
+  const Descriptor opened(
+      ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (opened.IsOpen()) ::fsync(opened.Value());
+}
+
+class DesktopOutputFile : public OutputFile {
+ public:
+  DesktopOutputFile(Descriptor file, std::string path)
+      : file_(std::move(file)), path_(std::move(path)) {}
+  ~DesktopOutputFile() override {
+    try {
+      WriteOut();
+    } catch (const Error&) {
+      // Whoever needs to know calls Flush.
+    }
+  }
+  DesktopOutputFile(const DesktopOutputFile&) = delete;
+  DesktopOutputFile& operator=(const DesktopOutputFile&) = delete;
+
+  void Write(std::string_view bytes) override {
+    buffer_ += bytes;
+    if (buffer_.size() >= BufferSize) WriteOut();
+  }
+  void Flush() override {
+    WriteOut();
+    if (::fsync(file_.Value()) != 0) Fail("Cannot write", path_, errno);
+  }
+  bool MoveOver(const std::string& path) override {
+    Flush();
+    if (HeldByWriter(path) || ::rename(path_.c_str(), path.c_str()) != 0) return false;
+    path_ = path;
+    SynchroniseFolderOf(path);
+    return true;
+  }
+
+ private:
+  void WriteOut() {
+    // Taken out first: what failed once is not written again.
+    const std::string bytes = std::exchange(buffer_, {});
+    std::string_view left = bytes;
+    while (!left.empty()) {
+      const ssize_t written = ::write(file_.Value(), left.data(), left.size());
+      if (written >= 0) {
+        left.remove_prefix(static_cast<std::size_t>(written));
+      } else if (errno != EINTR) {
+        Fail("Cannot write", path_, errno);
+      }
+    }
+  }
+
+  Descriptor file_;
+  std::string path_;
+  std::string buffer_;
+};
+
+}  // namespace
+
+long FileErrorOf(int code) {
+  switch (code) {
+    case ENAMETOOLONG:
+    case EINVAL:
+    case EILSEQ:
+      return errors::BadFileName;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+    case EISDIR:
+      return errors::BadFileMode;
+    case EBUSY:
+    case ETXTBSY:
+    case EWOULDBLOCK:
+      return errors::FileAlreadyOpen;
+    case ENODEV:
+    case ENXIO:
+      return errors::DeviceUnavailable;
+    case ENOENT:
+    case ENOTDIR:
+    case ELOOP:
+      return errors::PathNotFound;
+    default:
+      // A full disk counts as a device error, as the file error report words it.
+      return errors::DeviceInputOutput;
+  }
+}
+
+std::optional<std::string> DesktopFiles::Read(const std::string& path) {
+  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  struct stat status {};
+  if (!file.IsOpen() || ::fstat(file.Value(), &status) != 0 || S_ISDIR(status.st_mode)) {
+    return std::nullopt;
+  }
+  std::string bytes;
+  // One byte more than the file has, so that its end is met without growing.
+  bytes.resize(static_cast<std::size_t>(status.st_size) + 1);
+  std::size_t length = 0;
+  while (true) {
+    if (length == bytes.size()) bytes.resize(bytes.size() + bytes.size() / 2 + BufferSize);
+    const ssize_t got = ::read(file.Value(), bytes.data() + length, bytes.size() - length);
+    if (got == 0) break;
+    if (got > 0) {
+      length += static_cast<std::size_t>(got);
+    } else if (errno != EINTR) {
+      throw Error(errors::DeviceInputOutput,
+                  "Cannot read " + path + ": " + std::generic_category().message(errno));
+    }
+  }
+  bytes.resize(length);
+  return bytes;
+}
+
+bool DesktopFiles::Exists(const std::string& path) {
+  std::error_code error;
+  const auto status = std::filesystem::status(path, error);
+  return std::filesystem::exists(status) && !std::filesystem::is_directory(status);
+}
+
+bool DesktopFiles::DirectoryExists(const std::string& path) {
+  std::error_code error;
+  return std::filesystem::is_directory(path, error);
+}
+
+bool DesktopFiles::Delete(const std::string& path) {
+  return ::unlink(path.c_str()) == 0 || errno == ENOENT;
+}
+
+std::unique_ptr<OutputFile> DesktopFiles::OpenForWriting(const std::string& path) {
+  // Between opening and locking another writer may give the name to its own file; then that one is
+  // opened. Whoever loses this often is being kept out.
+  for (int attempt = 0; attempt < 10; ++attempt) {
+    Descriptor file(
+        ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0600));
+    if (!file.IsOpen() || !IsRegular(file) || !LockForWriting(file)) return nullptr;
+    if (!StillNames(path, file)) continue;
+    if (::ftruncate(file.Value(), 0) != 0) return nullptr;
+    return std::make_unique<DesktopOutputFile>(std::move(file), path);
+  }
+  return nullptr;
+}
+
+}  // namespace velkor

@@ -1,0 +1,22 @@
+// platform/desktop/DesktopFiles.h: files of a POSIX system.
+#pragma once
+
+#include "platform/System.h"
+
+namespace velkor {
+
+/// A writer holds its file by an advisory lock (flock), so writers of this product exclude each
+/// other while readers see the file at any time. New files are the user's own (mode 600).
+class DesktopFiles : public Files {
+ public:
+  std::optional<std::string> Read(const std::string& path) override;
+  bool Exists(const std::string& path) override;
+  bool DirectoryExists(const std::string& path) override;
+  bool Delete(const std::string& path) override;
+  std::unique_ptr<OutputFile> OpenForWriting(const std::string& path) override;
+};
+
+/// The file error number (support/values/Error.h) that stands for a code of errno.
+long FileErrorOf(int code);
+
+}  // namespace velkor

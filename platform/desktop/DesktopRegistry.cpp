@@ -1,0 +1,64 @@
+// platform/desktop/DesktopRegistry.cpp: looking up a key and a value in the JSON file.
+#include "platform/desktop/DesktopRegistry.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include "platform/desktop/DesktopSystem.h"
+
+namespace velkor {
+namespace {
+
+QString NameOf(RootKey root) {
+  switch (root) {
+    case RootKey::ClassesRoot:
+      return QStringLiteral("HKEY_CLASSES_ROOT");
+    case RootKey::CurrentUser:
+      return QStringLiteral("HKEY_CURRENT_USER");
+    case RootKey::LocalMachine:
+      return QStringLiteral("HKEY_LOCAL_MACHINE");
+    case RootKey::Users:
+      return QStringLiteral("HKEY_USERS");
+    case RootKey::PerformanceData:
+      return QStringLiteral("HKEY_PERFORMANCE_DATA");
+    case RootKey::CurrentConfig:
+      return QStringLiteral("HKEY_CURRENT_CONFIG");
+    case RootKey::DynData:
+      return QStringLiteral("HKEY_DYN_DATA");
+  }
+  return {};
+}
+
+/// The value of a name in any case, as the registry compares names.
+QJsonValue Find(const QJsonObject& object, const QString& name) {
+  for (auto at = object.begin(); at != object.end(); ++at) {
+    if (at.key().compare(name, Qt::CaseInsensitive) == 0) return at.value();
+  }
+  return QJsonValue(QJsonValue::Undefined);
+}
+
+QString ToQt(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+}  // namespace
+
+DesktopRegistry::DesktopRegistry(std::string path)
+    : path_(path.empty() ? ConfigurationFile("registry.json") : std::move(path)) {}
+
+RegistryAnswer DesktopRegistry::QueryValue(RootKey root, std::string_view subKey,
+                                           std::string_view name) {
+  QFile file(QString::fromStdString(path_));
+  if (!file.exists()) return {registry_codes::FileNotFound, {}};
+  if (!file.open(QIODevice::ReadOnly)) return {registry_codes::AccessDenied, {}};
+  const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
+  if (!document.isObject()) return {registry_codes::CantRead, {}};
+  const QJsonValue key = Find(document.object(), NameOf(root) + u'\\' + ToQt(subKey));
+  const QJsonValue value = Find(key.toObject(), ToQt(name));
+  if (value.isUndefined()) return {registry_codes::FileNotFound, {}};
+  if (!value.isString()) return {registry_codes::CantRead, {}};
+  return {registry_codes::Success, value.toString().toStdString()};
+}
+
+}  // namespace velkor

@@ -1,0 +1,65 @@
+// platform/desktop/DesktopSettings.cpp: keys of the INI file, and saving one under a lock.
+#include "platform/desktop/DesktopSettings.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QSettings>
+
+#include "platform/desktop/DesktopSystem.h"
+#include "support/values/Error.h"
+
+namespace velkor {
+namespace {
+
+/// How long a process waits for another one's Save, in milliseconds.
+constexpr int Patience = 10000;
+
+QString ToQt(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+/// A slash would begin a group of its own, and an empty name would vanish.
+QString Component(std::string_view name) {
+  if (name.empty()) return QStringLiteral("%");
+  QString text = ToQt(name);
+  text.replace(u'%', QLatin1String("%25"));
+  text.replace(u'/', QLatin1String("%2F"));
+  text.replace(u'\\', QLatin1String("%5C"));
+  return text;
+}
+
+QString PathOf(std::string_view application, std::string_view section, std::string_view key) {
+  return Component(application) + u'/' + Component(section) + u'/' + Component(key);
+}
+
+}  // namespace
+
+DesktopSettings::DesktopSettings(std::string path)
+    : path_(path.empty() ? ConfigurationFile("settings.ini") : std::move(path)) {}
+
+std::string DesktopSettings::Get(std::string_view application, std::string_view section,
+                                 std::string_view key, std::string_view fallback) {
+  const QSettings file(QString::fromStdString(path_), QSettings::IniFormat);
+  const QString path = PathOf(application, section, key);
+  return file.contains(path) ? file.value(path).toString().toStdString() : std::string(fallback);
+}
+
+void DesktopSettings::Save(std::string_view application, std::string_view section,
+                           std::string_view key, std::string_view value) {
+  const QString path = QString::fromStdString(path_);
+  const auto fail = [&](const char* reason) {
+    throw Error(errors::DeviceInputOutput, "Cannot write the settings " + path_ + ": " + reason);
+  };
+  if (!QDir().mkpath(QFileInfo(path).path())) fail("its folder cannot be made");
+  QLockFile lock(path + QLatin1String(".saving"));
+  if (!lock.tryLock(Patience)) fail("another program holds it");
+  QSettings file(path, QSettings::IniFormat);
+  // What another process saved meanwhile is read before this key is merged in.
+  file.sync();
+  file.setValue(PathOf(application, section, key), ToQt(value));
+  file.sync();
+  if (file.status() != QSettings::NoError) fail("the file cannot be replaced");
+}
+
+}  // namespace velkor

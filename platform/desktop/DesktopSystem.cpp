@@ -1,0 +1,85 @@
+// platform/desktop/DesktopSystem.cpp: local time, and folders by the XDG base directory rules.
+#include "platform/desktop/DesktopSystem.h"
+
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <ctime>
+#include <filesystem>
+#include <system_error>
+
+#include "platform/desktop/DesktopFiles.h"
+#include "support/values/Error.h"
+
+namespace velkor {
+namespace {
+
+constexpr const char* ProductFolder = "outlookvelkor";
+
+std::string Value(const char* name) {
+  const char* const value = std::getenv(name);
+  return value == nullptr ? std::string() : value;
+}
+
+std::string HomeFolder() {
+  const std::string home = Value("HOME");
+  if (!home.empty()) return home;
+  const passwd* const user = ::getpwuid(::geteuid());
+  return user == nullptr ? std::string("/") : user->pw_dir;
+}
+
+/// A folder that a variable names by an absolute path, else one under the home folder.
+std::filesystem::path BaseFolder(const char* variable, const char* underHome) {
+  const std::filesystem::path named = Value(variable);
+  return named.is_absolute() ? named : std::filesystem::path(HomeFolder()) / underHome;
+}
+
+[[noreturn]] void Refuse(const std::filesystem::path& folder, const std::string& reason,
+                         long number) {
+  throw Error(number, "Cannot use the cache folder " + folder.string() + ": " + reason);
+}
+
+}  // namespace
+
+Date DesktopClock::Now() {
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  ::localtime_r(&now, &local);
+  return Date::FromFields({local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour,
+                           local.tm_min, local.tm_sec});
+}
+
+std::string DesktopEnvironment::Variable(std::string_view name) {
+  return name == "TMP" ? PrivateCacheFolder() : Value(std::string(name).c_str());
+}
+
+std::string PrivateCacheFolder() {
+  const std::filesystem::path folder = BaseFolder("XDG_CACHE_HOME", ".cache") / ProductFolder;
+  std::error_code error;
+  std::filesystem::create_directories(folder.parent_path(), error);
+  if (error) Refuse(folder, error.message(), FileErrorOf(error.value()));
+  if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) {
+    Refuse(folder, std::generic_category().message(errno), FileErrorOf(errno));
+  }
+  struct stat status {};
+  if (::lstat(folder.c_str(), &status) != 0) {
+    Refuse(folder, std::generic_category().message(errno), FileErrorOf(errno));
+  }
+  if (!S_ISDIR(status.st_mode)) Refuse(folder, "it is no folder", errors::PathNotFound);
+  if (status.st_uid != ::geteuid()) {
+    Refuse(folder, "it belongs to another user", errors::BadFileMode);
+  }
+  if ((status.st_mode & 0777) != 0700 && ::chmod(folder.c_str(), 0700) != 0) {
+    Refuse(folder, "it cannot be closed to other users", errors::BadFileMode);
+  }
+  return folder.string();
+}
+
+std::string ConfigurationFile(std::string_view name) {
+  return (BaseFolder("XDG_CONFIG_HOME", ".config") / ProductFolder / name).string();
+}
+
+}  // namespace velkor

@@ -1,0 +1,28 @@
+// platform/desktop/DesktopSystem.h: the clock, the environment and the user's own folders.
+#pragma once
+
+#include "platform/System.h"
+
+namespace velkor {
+
+class DesktopClock : public Clock {
+ public:
+  Date Now() override;
+};
+
+class DesktopEnvironment : public Environment {
+ public:
+  /// "TMP" answers PrivateCacheFolder().
+  std::string Variable(std::string_view name) override;
+  char PathSeparator() const override { return '/'; }
+};
+
+/// The product's folder under the user's cache home ($XDG_CACHE_HOME or ~/.cache), made when it is
+/// absent, closed to other users. Throws Error when it is not the user's own folder or cannot be
+/// made.
+std::string PrivateCacheFolder();
+
+/// A file of the product under the user's configuration home ($XDG_CONFIG_HOME or ~/.config).
+std::string ConfigurationFile(std::string_view name);
+
+}  // namespace velkor

@@ -1,0 +1,163 @@
+// tests/platform/desktop/DesktopFilesTest.cpp: locks, replacing and failures on a real file system.
+#include "platform/desktop/DesktopFiles.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <QTemporaryDir>
+#include <cerrno>
+#include <csignal>
+#include <functional>
+
+#include "support/values/Error.h"
+
+namespace velkor {
+namespace {
+
+class DesktopFilesTest : public testing::Test {
+ protected:
+  QTemporaryDir folder_;
+  DesktopFiles files_;
+  const std::string work_ = Path("work");
+  const std::string cache_ = Path("cache");
+
+  std::string Path(const char* name) const { return folder_.filePath(name).toStdString(); }
+  void Put(const std::string& path, std::string_view bytes) {
+    files_.OpenForWriting(path)->Write(bytes);
+  }
+  /// Runs in a process of its own; its exit code, or minus the signal that ended it.
+  static int InProcess(const std::function<int()>& run) {
+    const pid_t child = ::fork();
+    if (child == 0) ::_exit(run());
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
+  }
+};
+
+TEST_F(DesktopFilesTest, MovingOverReplacesTheOldFileWhole) {
+  Put(cache_, "the old file, longer than the new one");
+  {
+    const auto file = files_.OpenForWriting(work_);
+    file->Write("new");
+    EXPECT_EQ(files_.Read(cache_), "the old file, longer than the new one");
+    EXPECT_TRUE(file->MoveOver(cache_));
+    EXPECT_EQ(files_.Read(cache_), "new");
+    EXPECT_EQ(files_.OpenForWriting(cache_), nullptr) << "its writer still lives";
+  }
+  EXPECT_FALSE(files_.Exists(work_));
+  EXPECT_NE(files_.OpenForWriting(cache_), nullptr);
+}
+
+TEST_F(DesktopFilesTest, BothFilesStayWhenTheOldOneCannotBeReplaced) {
+  ASSERT_EQ(::mkdir(cache_.c_str(), 0700), 0);
+  Put(Path("cache/inside"), "x");
+  const auto file = files_.OpenForWriting(work_);
+  file->Write("new");
+  EXPECT_FALSE(file->MoveOver(cache_));
+  EXPECT_EQ(files_.Read(work_), "new");
+  EXPECT_TRUE(files_.DirectoryExists(cache_));
+  EXPECT_FALSE(files_.Exists(cache_));
+
+  const std::string held = Path("held");
+  const auto other = files_.OpenForWriting(held);
+  other->Write("other");
+  EXPECT_FALSE(file->MoveOver(held));
+  other->Flush();
+  EXPECT_EQ(files_.Read(held), "other");
+}
+
+TEST_F(DesktopFilesTest, SecondWriterIsRefusedAndDestroysNothing) {
+  const auto first = files_.OpenForWriting(work_);
+  first->Write("first");
+  first->Flush();
+  EXPECT_EQ(InProcess([&] { return files_.OpenForWriting(work_) == nullptr ? 7 : 0; }), 7);
+  EXPECT_EQ(files_.OpenForWriting(work_), nullptr);
+  EXPECT_EQ(files_.Read(work_), "first");
+}
+
+TEST_F(DesktopFilesTest, KilledWriterLeavesTheOldFileAndNoLock) {
+  Put(cache_, "old");
+  const int end = InProcess([&] {
+    const auto file = files_.OpenForWriting(work_);
+    file->Write(std::string(1 << 20, 'x'));
+    return ::raise(SIGKILL);
+  });
+  EXPECT_EQ(end, -SIGKILL);
+  EXPECT_EQ(files_.Read(cache_), "old");
+  EXPECT_TRUE(files_.Exists(work_));
+  const auto next = files_.OpenForWriting(work_);
+  ASSERT_NE(next, nullptr);
+  next->Write("new");
+  EXPECT_TRUE(next->MoveOver(cache_));
+  EXPECT_EQ(files_.Read(cache_), "new");
+}
+
+TEST_F(DesktopFilesTest, WritersOfManyProcessesLeaveOneWholeFile) {
+  std::vector<pid_t> children;
+  for (char letter = 'a'; letter < 'e'; ++letter) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+      for (int round = 0; round < 200; ++round) {
+        const auto file = files_.OpenForWriting(work_);
+        if (file == nullptr) continue;
+        file->Write(std::string(5000, letter));
+        file->MoveOver(cache_);
+      }
+      ::_exit(0);
+    }
+    children.push_back(child);
+  }
+  for (const pid_t child : children) ::waitpid(child, nullptr, 0);
+  const auto bytes = files_.Read(cache_);
+  ASSERT_TRUE(bytes);
+  EXPECT_EQ(*bytes, std::string(5000, bytes->front()));
+}
+
+TEST_F(DesktopFilesTest, FailedWriteIsReportedWithANumberAndTheFile) {
+  // A limit on the file's size stands for the full disk.
+  const int number = InProcess([&] {
+    ::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{100000, 100000};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    const auto file = files_.OpenForWriting(work_);
+    try {
+      file->Write(std::string(300000, 'x'));
+    } catch (const Error& error) {
+      return error.Description().find(work_) == std::string::npos ? 1 : int(error.Number());
+    }
+    return 0;
+  });
+  EXPECT_EQ(number, errors::DeviceInputOutput);
+  EXPECT_EQ(FileErrorOf(ENOSPC), errors::DeviceInputOutput);
+  EXPECT_EQ(FileErrorOf(EIO), errors::DeviceInputOutput);
+  EXPECT_EQ(FileErrorOf(ENOENT), errors::PathNotFound);
+  EXPECT_EQ(FileErrorOf(EROFS), errors::BadFileMode);
+}
+
+TEST_F(DesktopFilesTest, WhatCannotBeOpenedIsAnAnswer) {
+  EXPECT_EQ(files_.Read(Path("absent")), std::nullopt);
+  EXPECT_EQ(files_.Read(folder_.path().toStdString()), std::nullopt);
+  EXPECT_EQ(files_.OpenForWriting(Path("absent/file")), nullptr);
+  EXPECT_EQ(files_.OpenForWriting(folder_.path().toStdString()), nullptr);
+  ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
+  EXPECT_EQ(files_.OpenForWriting(Path("pipe")), nullptr);
+  EXPECT_TRUE(files_.Delete(Path("absent")));
+  EXPECT_FALSE(files_.Delete(folder_.path().toStdString()));
+}
+
+TEST_F(DesktopFilesTest, NewFilesBelongToTheUserAlone) {
+  Put(work_, "secret");
+  struct stat status {};
+  ASSERT_EQ(::stat(work_.c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777, 0600U);
+  EXPECT_TRUE(files_.Delete(work_));
+  EXPECT_FALSE(files_.Exists(work_));
+}
+
+}  // namespace
+}  // namespace velkor
