@@ -1,0 +1,46 @@
+// calendar/Diagnostics.cpp: gathering and wording of diagnostics.
+#include "calendar/Diagnostics.h"
+
+#include <algorithm>
+
+#include "support/values/Text.h"
+
+namespace velkor {
+
+std::string ToText(const Diagnostic& diagnostic) {
+  std::string text = diagnostic.file;
+  if (diagnostic.line > 0) text.append(":").append(std::to_string(diagnostic.line));
+  return text.append(": ").append(diagnostic.text);
+}
+
+void Diagnostics::Add(int line, Severity severity, std::string text) {
+  if (list_.size() < limit_) {
+    list_.push_back({file_, line, severity, std::move(text)});
+  } else {
+    ++dropped_;
+  }
+}
+
+std::vector<Diagnostic> Diagnostics::Take() {
+  std::stable_sort(list_.begin(), list_.end(),
+                   [](const Diagnostic& a, const Diagnostic& b) { return a.line < b.line; });
+  if (dropped_ > 0) {
+    list_.push_back(
+        {file_, 0, Severity::Warning, std::to_string(dropped_) + " more problems are not listed"});
+  }
+  return std::move(list_);
+}
+
+std::string Quoted(std::string_view bytes) {
+  constexpr std::size_t Longest = 60;
+  std::string text = ValidUtf8(bytes.substr(0, Longest + 4));
+  const bool cut = bytes.size() > Longest;
+  text = std::string(CutAtCharacter(text, Longest));
+  for (char& c : text) {
+    if (static_cast<unsigned char>(c) < 32) c = ' ';
+  }
+  std::string quoted(1, '"');
+  return quoted.append(text).append(cut ? "...\"" : "\"");
+}
+
+}  // namespace velkor

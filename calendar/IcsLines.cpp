@@ -1,0 +1,120 @@
+// calendar/IcsLines.cpp: unfolding lines and splitting them into name, parameters and value.
+#include "calendar/IcsLines.h"
+
+#include <algorithm>
+
+namespace velkor {
+namespace {
+
+char Upper(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+bool IsNameCharacter(char c) {
+  const char upper = Upper(c);
+  return (upper >= 'A' && upper <= 'Z') || (c >= '0' && c <= '9') || c == '-' || c == '_' ||
+         c == '.';
+}
+
+/// First place of `wanted` outside double quotes.
+std::size_t FindUnquoted(std::string_view text, char wanted) {
+  bool quoted = false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '"') quoted = !quoted;
+    if (text[i] == wanted && !quoted) return i;
+  }
+  return std::string_view::npos;
+}
+
+}  // namespace
+
+std::string_view IcsLines::TakePhysicalLine() {
+  const std::size_t end = bytes_.find('\n', at_);
+  std::string_view line = bytes_.substr(at_, end == std::string_view::npos ? end : end - at_);
+  at_ = end == std::string_view::npos ? bytes_.size() : end + 1;
+  while (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+  ++number_;
+  return line;
+}
+
+bool IcsLines::Next(IcsLine& line) {
+  if (at_ >= bytes_.size()) return false;
+  line.begin = at_;
+  line.number = number_;
+  line.text = TakePhysicalLine();
+  line.tooLong = false;
+  const auto continues = [&] {
+    return at_ < bytes_.size() && (bytes_[at_] == ' ' || bytes_[at_] == '\t');
+  };
+  if (continues()) {
+    joined_.assign(line.text.substr(0, longest_));
+    line.tooLong = line.text.size() > longest_;
+    while (continues()) {
+      const std::string_view more = TakePhysicalLine().substr(1);
+      const std::size_t room = longest_ - joined_.size();
+      line.tooLong = line.tooLong || more.size() > room;
+      joined_.append(more.substr(0, room));
+    }
+    line.text = joined_;
+  } else if (line.text.size() > longest_) {
+    line.text = line.text.substr(0, longest_);
+    line.tooLong = true;
+  }
+  line.end = at_;
+  return true;
+}
+
+bool IcsProperty::Is(std::string_view upperCaseName) const {
+  return SameName(name, upperCaseName);
+}
+
+std::optional<std::string_view> IcsProperty::Parameter(std::string_view upperCaseName) const {
+  std::string_view rest = parameters;
+  while (!rest.empty()) {
+    rest.remove_prefix(1);
+    const std::size_t end = std::min(FindUnquoted(rest, ';'), rest.size());
+    const std::string_view parameter = rest.substr(0, end);
+    rest.remove_prefix(end);
+    const std::size_t equal = parameter.find('=');
+    if (equal == std::string_view::npos || !SameName(parameter.substr(0, equal), upperCaseName)) {
+      continue;
+    }
+    std::string_view text = parameter.substr(equal + 1);
+    if (text.size() >= 2 && text.front() == '"' && text.back() == '"') {
+      text = text.substr(1, text.size() - 2);
+    }
+    return text;
+  }
+  return std::nullopt;
+}
+
+std::optional<IcsProperty> ReadProperty(const IcsLine& line) {
+  IcsProperty property;
+  property.line = line.number;
+  std::size_t nameEnd = 0;
+  while (nameEnd < line.text.size() && IsNameCharacter(line.text[nameEnd])) ++nameEnd;
+  property.name = line.text.substr(0, nameEnd);
+  const std::string_view rest = line.text.substr(nameEnd);
+  if (nameEnd == 0 || rest.empty() || (rest[0] != ':' && rest[0] != ';')) return std::nullopt;
+  std::size_t colon = FindUnquoted(rest, ':');
+  // A quote that is never closed hides no value.
+  if (colon == std::string_view::npos) colon = rest.find(':');
+  if (colon == std::string_view::npos) return std::nullopt;
+  property.parameters = rest.substr(0, colon);
+  property.value = rest.substr(colon + 1);
+  return property;
+}
+
+bool SameName(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char x, char y) { return Upper(x) == Upper(y); });
+}
+
+std::string_view TakePart(std::string_view& rest, char separator) {
+  const std::size_t end = rest.find(separator);
+  const std::string_view part = rest.substr(0, end);
+  rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+  return part;
+}
+
+}  // namespace velkor

@@ -1,0 +1,190 @@
+// calendar/IcsOccurrences.cpp: start and end of occurrences, removed and changed ones.
+#include "calendar/IcsOccurrences.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "support/values/Date.h"
+
+namespace velkor {
+namespace {
+
+constexpr WallSeconds Day = 86400;
+
+WallSeconds DayOf(WallSeconds wall) {
+  return Date::FromSeconds(wall).DayNumber();
+}
+
+Date ToDate(WallSeconds wall) {
+  return Date::FromSeconds(wall);
+}
+
+/// A moment of the zone's clock as the end or start of an occurrence, in local time.
+WallSeconds After(const IcsTime& start, const IcsDuration& duration) {
+  return start.zone->ToLocal(start.wall + duration.days * Day, duration.seconds);
+}
+
+bool SameClock(const IcsTime& a, const IcsTime& b) {
+  return a.zone == b.zone;
+}
+
+}  // namespace
+
+/// What EXDATE, EXRULE and changed occurrences take away.
+struct IcsItemBuilder::RemovedDates {
+  std::unordered_set<WallSeconds> days;
+  std::unordered_set<WallSeconds> seconds;
+
+  void Add(const OccurrenceKey& key) { (key.isDay ? days : seconds).insert(key.value); }
+  bool Has(const IcsTime& start, WallSeconds local) const {
+    return (!days.empty() && days.contains(DayOf(start.wall))) || seconds.contains(local);
+  }
+};
+
+OccurrenceKey KeyOf(const IcsTime& named, const IcsEvent& master) {
+  if (named.isDate || master.start.isDate) return {true, DayOf(named.wall)};
+  return {false, named.Local()};
+}
+
+IcsItemBuilder::Span IcsItemBuilder::FirstSpan(const IcsEvent& event) {
+  Span span{event.start.Local(), 0};
+  span.end = span.start;
+  if (event.end) span.end = event.end->Local();
+  if (event.duration) span.end = After(event.start, *event.duration);
+  const bool endsAtStart = span.end == span.start && event.start.isDate;
+  if (span.end < span.start || endsAtStart) {
+    diagnostics_.Warn(
+        event.Line(),
+        event.Name() + (endsAtStart ? " ends where it starts" : " ends before it starts") +
+            (event.start.isDate ? "; it is shown as one day" : "; it is shown without length"));
+    span.end = event.start.isDate ? span.start + Day : span.start;
+  }
+  const WallSeconds last = Date::FromYmd(9999, 12, 31).Seconds() + Day - 1;
+  if (span.end > last) {
+    diagnostics_.Warn(event.Line(), event.Name() + " ends after the year 9999; it is cut there");
+    span.end = last;
+  }
+  return span;
+}
+
+CalendarItem IcsItemBuilder::Single(const IcsEvent& event, std::string entryId) {
+  const Span span = FirstSpan(event);
+  CalendarItem item;
+  item.entryId = std::move(entryId);
+  item.fields = event.fields;
+  item.start = ToDate(span.start);
+  item.end = ToDate(span.end);
+  return item;
+}
+
+std::vector<WallSeconds> IcsItemBuilder::RuleStartsOf(const IcsEvent& master,
+                                                      const IcsRuleText& rule, WallSeconds length) {
+  // Clocks of two zones differ by a good day at most.
+  constexpr WallSeconds Slack = 2 * Day;
+  const WallSeconds earliest = Date::FromYmd(100, 1, 1).Seconds();
+  const WallSeconds from = std::max(from_ - length - Slack, earliest);
+  RuleStarts result = rules_.Expand(rule.text, master.start, from, to_ + Slack);
+  if (!result.problem.empty()) {
+    diagnostics_.Warn(
+        rule.line,
+        "the rule " + Quoted(rule.text) + " of " + master.Name() + " " + result.problem +
+            (result.starts.empty() ? "; it adds no occurrence" : "; the rest is left out"));
+  }
+  return std::move(result.starts);
+}
+
+std::vector<CalendarOccurrence> IcsItemBuilder::Unchanged(const IcsEvent& master, const Span& first,
+                                                          const RemovedDates& removed) {
+  const WallSeconds localLength = first.end - first.start;
+  std::vector<Span> spans;
+  const auto add = [&](const IcsTime& start, const IcsAddedDate* own) {
+    Span span{start.Local(), 0};
+    if (removed.Has(start, span.start)) return;
+    if (own && own->end) {
+      span.end = own->end->Local();
+    } else if (own && own->duration) {
+      span.end = After(start, *own->duration);
+    } else if (master.duration) {
+      span.end = After(start, *master.duration);
+    } else if (master.end && SameClock(*master.end, master.start)) {
+      // The clock shows the same times on the days around a change of the clock, too.
+      span.end = start.zone->ToLocal(start.wall + master.end->wall - master.start.wall);
+    } else {
+      span.end = span.start + localLength;
+    }
+    span.end = std::max(span.end, span.start);
+    if (start.isDate && span.end == span.start) span.end += Day;
+    if (Touches(span)) spans.push_back(span);
+  };
+
+  add(master.start, nullptr);
+  for (const IcsRuleText& rule : master.rules) {
+    for (const WallSeconds wall : RuleStartsOf(master, rule, localLength)) {
+      add({master.start.isDate, wall, master.start.zone}, nullptr);
+    }
+  }
+  for (const IcsAddedDate& added : master.addedDates) {
+    IcsAddedDate date = added;
+    if (master.start.isDate && !date.start.isDate) {
+      date.start = {true, DayOf(date.start.wall) * Day, master.start.zone};
+    }
+    add(date.start, &date);
+  }
+
+  std::stable_sort(spans.begin(), spans.end(),
+                   [](const Span& a, const Span& b) { return a.start < b.start; });
+  const auto sameStart = [](const Span& a, const Span& b) { return a.start == b.start; };
+  spans.erase(std::unique(spans.begin(), spans.end(), sameStart), spans.end());
+  std::vector<CalendarOccurrence> occurrences;
+  occurrences.reserve(spans.size());
+  for (const Span& span : spans) {
+    if (const Date end = ToDate(span.end); end.IsValid()) {
+      occurrences.push_back({ToDate(span.start), end, -1});
+    }
+  }
+  return occurrences;
+}
+
+CalendarItem IcsItemBuilder::Recurring(const IcsEvent& master,
+                                       const std::vector<const IcsEvent*>& changed,
+                                       std::string entryId) {
+  CalendarItem item = Single(master, std::move(entryId));
+  item.recurring = true;
+  const Span first{item.start.Seconds(), item.end.Seconds()};
+
+  RemovedDates removed;
+  for (const IcsTime& date : master.exceptionDates) removed.Add(KeyOf(date, master));
+  for (const IcsEvent* event : changed) removed.Add(KeyOf(*event->recurrenceId, master));
+  for (const IcsRuleText& rule : master.exceptionRules) {
+    removed.Add(KeyOf(master.start, master));
+    for (const WallSeconds wall : RuleStartsOf(master, rule, first.end - first.start)) {
+      removed.Add(KeyOf({master.start.isDate, wall, master.start.zone}, master));
+    }
+  }
+
+  item.occurrences = Unchanged(master, first, removed);
+  const std::size_t room = limits_.occurrences - std::min(occurrences_, limits_.occurrences);
+  const std::size_t most = std::min(room, limits_.itemOccurrences);
+  if (item.occurrences.size() > most) {
+    diagnostics_.Warn(master.Line(), master.Name() + " has too many occurrences; the last " +
+                                         std::to_string(item.occurrences.size() - most) +
+                                         " are left out");
+    item.occurrences.resize(most);
+  }
+  occurrences_ += item.occurrences.size();
+
+  for (const IcsEvent* event : changed) {
+    if (event->cancelled) continue;
+    const Span span = FirstSpan(*event);
+    if (!Touches(span)) continue;
+    item.occurrences.push_back(
+        {ToDate(span.start), ToDate(span.end), static_cast<std::int32_t>(item.changed.size())});
+    item.changed.push_back(event->fields);
+  }
+  std::stable_sort(
+      item.occurrences.begin(), item.occurrences.end(),
+      [](const CalendarOccurrence& a, const CalendarOccurrence& b) { return a.start < b.start; });
+  return item;
+}
+
+}  // namespace velkor

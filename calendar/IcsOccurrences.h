@@ -1,0 +1,64 @@
+// calendar/IcsOccurrences.h: from events of a file to items with their occurrences.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "calendar/CalendarStore.h"
+#include "calendar/Diagnostics.h"
+#include "calendar/IcsEvent.h"
+#include "calendar/IcsLimits.h"
+#include "calendar/IcsRule.h"
+
+namespace velkor {
+
+/// Makes items of one file; their occurrences share one bound.
+class IcsItemBuilder {
+ public:
+  IcsItemBuilder(const DateWindow& window, const IcsLimits& limits, Diagnostics& diagnostics)
+      : from_(window.from.Seconds()),
+        to_(window.to.Seconds()),
+        limits_(limits),
+        diagnostics_(diagnostics),
+        rules_(limits) {}
+
+  /// An appointment that does not recur.
+  CalendarItem Single(const IcsEvent& event, std::string entryId);
+  /// A recurring appointment with its changed occurrences, at most one for each RECURRENCE-ID;
+  /// a cancelled one only takes the occurrence away.
+  CalendarItem Recurring(const IcsEvent& master, const std::vector<const IcsEvent*>& changed,
+                         std::string entryId);
+
+ private:
+  struct Span {
+    WallSeconds start;
+    WallSeconds end;
+  };
+  struct RemovedDates;
+
+  Span FirstSpan(const IcsEvent& event);
+  bool Touches(const Span& span) const { return span.start <= to_ && span.end >= from_; }
+  std::vector<WallSeconds> RuleStartsOf(const IcsEvent& master, const IcsRuleText& rule,
+                                        WallSeconds length);
+  std::vector<CalendarOccurrence> Unchanged(const IcsEvent& master, const Span& first,
+                                            const RemovedDates& removed);
+
+  WallSeconds from_;
+  WallSeconds to_;
+  const IcsLimits& limits_;
+  Diagnostics& diagnostics_;
+  RuleExpander rules_;
+  std::size_t occurrences_ = 0;
+};
+
+/// What a RECURRENCE-ID names: the day for an all-day master or a date, else the local second.
+struct OccurrenceKey {
+  bool isDay = false;
+  WallSeconds value = 0;
+
+  friend auto operator<=>(const OccurrenceKey&, const OccurrenceKey&) = default;
+};
+OccurrenceKey KeyOf(const IcsTime& named, const IcsEvent& master);
+
+}  // namespace velkor

@@ -1,0 +1,242 @@
+// calendar/IcsRule.cpp: recurrence rules by libical, kept from running away.
+#include "calendar/IcsRule.h"
+
+#include <libical/ical.h>
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+
+#include "support/values/Date.h"
+#include "support/values/Text.h"
+
+namespace velkor {
+namespace {
+
+constexpr WallSeconds Day = 86400;
+
+struct Rule {
+  icalrecurrencetype parts;
+  /// 0 for none.
+  std::size_t count = 0;
+  std::optional<IcsTimeText> until;
+};
+
+icaltimetype ToIcalTime(WallSeconds wall, bool isDate) {
+  const DateFields fields = Date::FromSeconds(wall).Fields();
+  icaltimetype time = icaltime_null_time();
+  time.year = fields.year;
+  time.month = fields.month;
+  time.day = fields.day;
+  time.hour = fields.hour;
+  time.minute = fields.minute;
+  time.second = fields.second;
+  time.is_date = isDate;
+  return time;
+}
+
+WallSeconds FromIcalTime(const icaltimetype& time) {
+  const DateFields day{time.year, time.month, time.day, 0, 0, 0};
+  const WallSeconds clock = time.is_date ? 0 : time.hour * 3600 + time.minute * 60 + time.second;
+  return Date::FromFields(day).Seconds() + clock;
+}
+
+template <std::size_t N>
+std::size_t Size(const short (&list)[N]) {
+  return static_cast<std::size_t>(std::find(list, list + N, ICAL_RECURRENCE_ARRAY_MAX) - list);
+}
+
+template <std::size_t N>
+bool Has(const short (&list)[N], int value) {
+  const short* end = list + Size(list);
+  return std::find(list, end, value) != end;
+}
+
+template <std::size_t N>
+bool Allows(const short (&list)[N], int value) {
+  return Size(list) == 0 || Has(list, value);
+}
+
+/// As Allows, for values that may also count from the end, -1 being the last of `length`.
+template <std::size_t N>
+bool AllowsFromBothEnds(const short (&list)[N], int value, int length) {
+  return Size(list) == 0 || Has(list, value) || Has(list, value - length - 1);
+}
+
+void Clear(short* list) {
+  *list = ICAL_RECURRENCE_ARRAY_MAX;
+}
+
+/// A part's number; none when it has more than nine digits or is no number above 0.
+std::optional<std::size_t> Number(std::string_view value) {
+  const auto number = ParseInteger(value);
+  if (!number || *number < 1 || *number > 999'999'999) return std::nullopt;
+  return static_cast<std::size_t>(*number);
+}
+
+/// Reads the rule; UNTIL and COUNT are kept apart from what libical sees.
+std::optional<Rule> Parse(std::string_view text, std::string& problem) {
+  constexpr std::size_t Longest = 4096;
+  Rule rule;
+  std::string rest;
+  if (text.size() > Longest) {
+    problem = "is too long";
+    return std::nullopt;
+  }
+  for (std::string_view parts = Trim(text); !parts.empty();) {
+    const std::string_view part = TakePart(parts, ';');
+    std::string_view value = part;
+    const std::string_view name = TakePart(value, '=');
+    const auto count = Number(value);
+    if (SameName(name, "UNTIL")) {
+      rule.until = ReadTimeText(value);
+      if (!rule.until) problem = "has an UNTIL that is no time";
+    } else if (SameName(name, "COUNT")) {
+      rule.count = count.value_or(0);
+      if (!count) problem = "has a COUNT that is no number above 0";
+    } else if (SameName(name, "RSCALE") || SameName(name, "SKIP")) {
+      problem = "counts by another calendar system";
+    } else if (SameName(name, "INTERVAL") && (!count || *count > 32767)) {
+      problem = "has an INTERVAL outside 1 to 32767";
+    } else if (!part.empty()) {
+      rest.append(rest.empty() ? "" : ";").append(part);
+    }
+    if (!problem.empty()) return std::nullopt;
+  }
+  icalerror_clear_errno();
+  rule.parts = icalrecurrencetype_from_string(rest.c_str());
+  if (rule.parts.freq == ICAL_NO_RECURRENCE || icalerrno != ICAL_NO_ERROR) {
+    problem = "is no recurrence rule";
+    return std::nullopt;
+  }
+  return rule;
+}
+
+/// What is too much to search through, or has no meaning.
+std::string Refusal(const icalrecurrencetype& parts) {
+  constexpr std::size_t MostTimesOfDay = 1440;
+  const auto timesOf = [](std::size_t size) { return std::max<std::size_t>(size, 1); };
+  const bool picksTimes = Size(parts.by_hour) + Size(parts.by_minute) + Size(parts.by_second) > 0;
+  const bool picksPositions = Size(parts.by_set_pos) > 0;
+  if (timesOf(Size(parts.by_hour)) * timesOf(Size(parts.by_minute)) *
+          timesOf(Size(parts.by_second)) >
+      MostTimesOfDay) {
+    return "has too many times a day";
+  }
+  if (picksPositions && (picksTimes || parts.freq <= ICAL_DAILY_RECURRENCE)) {
+    return "picks positions among the times of a day";
+  }
+  if (Size(parts.by_week_no) > 0 && parts.freq != ICAL_YEARLY_RECURRENCE) {
+    return "has BYWEEKNO but is not yearly";
+  }
+  return {};
+}
+
+/// Those parts of a rule of at most daily frequency that only leave candidates out. libical would
+/// look for the next match through thousands of years inside one call, so the candidates are
+/// tested here, one step each.
+class CandidateFilter {
+ public:
+  /// Takes the parts out of `parts`.
+  explicit CandidateFilter(icalrecurrencetype& parts)
+      : all_(parts), active_(parts.freq <= ICAL_DAILY_RECURRENCE) {
+    if (!active_) return;
+    Clear(parts.by_month);
+    Clear(parts.by_month_day);
+    Clear(parts.by_year_day);
+    Clear(parts.by_day);
+    if (parts.freq <= ICAL_HOURLY_RECURRENCE) Clear(parts.by_hour);
+    if (parts.freq <= ICAL_MINUTELY_RECURRENCE) Clear(parts.by_minute);
+    if (parts.freq <= ICAL_SECONDLY_RECURRENCE) Clear(parts.by_second);
+  }
+
+  bool Passes(const icaltimetype& time) const {
+    if (!active_) return true;
+    return Allows(all_.by_month, time.month) &&
+           AllowsFromBothEnds(all_.by_month_day, time.day,
+                              icaltime_days_in_month(time.month, time.year)) &&
+           AllowsFromBothEnds(all_.by_year_day, icaltime_day_of_year(time),
+                              icaltime_days_in_year(time.year)) &&
+           AllowsWeekday(icaltime_day_of_week(time)) && Allows(all_.by_hour, time.hour) &&
+           Allows(all_.by_minute, time.minute) && Allows(all_.by_second, time.second);
+  }
+
+ private:
+  bool AllowsWeekday(int weekday) const {
+    const std::size_t size = Size(all_.by_day);
+    return size == 0 || std::any_of(all_.by_day, all_.by_day + size, [&](short day) {
+             return static_cast<int>(icalrecurrencetype_day_day_of_week(day)) == weekday;
+           });
+  }
+
+  icalrecurrencetype all_;
+  bool active_;
+};
+
+struct FreeIterator {
+  void operator()(icalrecur_iterator* iterator) const { icalrecur_iterator_free(iterator); }
+};
+
+bool IsPast(const IcsTimeText& until, const IcsTime& first, WallSeconds wall) {
+  if (until.isDate || first.isDate)
+    return Date::FromSeconds(wall).DayNumber() > Date::FromSeconds(until.wall).DayNumber();
+  // Both sides as local time, since UNTIL is in UTC as a rule and the start in its own zone.
+  static const IcsZone utc{IcsZone::Utc{}};
+  if (until.isUtc) return first.zone->ToLocal(wall) > utc.ToLocal(until.wall);
+  return wall > until.wall;
+}
+
+}  // namespace
+
+RuleStarts RuleExpander::Expand(std::string_view text, const IcsTime& first, WallSeconds from,
+                                WallSeconds to) {
+  using Clock = std::chrono::steady_clock;
+  RuleStarts result;
+  if (spent_ >= limits_.allRulesTime) {
+    result.problem = "is not followed, since the rules of this file take too long";
+    return result;
+  }
+  std::optional<Rule> rule = Parse(text, result.problem);
+  if (!rule) return result;
+  result.problem = Refusal(rule->parts);
+  if (!result.problem.empty()) return result;
+
+  const CandidateFilter filter(rule->parts);
+  const std::unique_ptr<icalrecur_iterator, FreeIterator> iterator(
+      icalrecur_iterator_new(rule->parts, ToIcalTime(first.wall, first.isDate)));
+  if (!iterator) {
+    result.problem = "is no recurrence rule";
+    return result;
+  }
+  if (rule->count == 0 && from > first.wall + Day) {
+    icalrecur_iterator_set_start(iterator.get(), ToIcalTime(from, first.isDate));
+  }
+
+  const auto started = Clock::now();
+  // The first start is an occurrence whether the rule gives it or not (RFC 5545 section 3.8.5.3).
+  std::size_t counted = 1;
+  for (std::size_t step = 0; rule->count == 0 || counted < rule->count; ++step) {
+    constexpr std::size_t StepsBetweenLooks = 256;
+    if (step >= limits_.ruleSteps ||
+        (step % StepsBetweenLooks == 0 && Clock::now() - started > limits_.ruleTime)) {
+      result.problem = "repeats too often and is followed only in part";
+      break;
+    }
+    const icaltimetype time = icalrecur_iterator_next(iterator.get());
+    if (icaltime_is_null_time(time) || time.year > 9999) break;
+    const WallSeconds wall = FromIcalTime(time);
+    if (wall > to || (rule->until && IsPast(*rule->until, first, wall))) break;
+    if (wall <= first.wall || !filter.Passes(time)) continue;
+    ++counted;
+    if (wall < from) continue;
+    if (result.starts.size() >= limits_.itemOccurrences) {
+      result.problem = "repeats too often and is followed only in part";
+      break;
+    }
+    result.starts.push_back(wall);
+  }
+  spent_ += Clock::now() - started;
+  return result;
+}
+
+}  // namespace velkor

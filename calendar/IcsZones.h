@@ -1,0 +1,93 @@
+// calendar/IcsZones.h: the time zones of an iCalendar file, and the way to local wall-clock time.
+#pragma once
+
+#include <QTimeZone>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <variant>
+#include <vector>
+
+#include "calendar/Diagnostics.h"
+#include "calendar/IcsLimits.h"
+#include "calendar/IcsScanner.h"
+
+struct _icaltimezone;
+
+namespace velkor {
+
+/// Seconds since 30 December 1899, 00:00, of a clock on some wall, as Date::Seconds counts them.
+using WallSeconds = std::int64_t;
+
+/// Where a wall clock hangs.
+class IcsZone {
+ public:
+  struct Floating {};
+  struct Utc {};
+  /// A zone that the file itself defines; the object belongs to IcsZones.
+  struct Defined {
+    _icaltimezone* zone;
+  };
+  using Kind = std::variant<Floating, Utc, Defined, QTimeZone>;
+
+  explicit IcsZone(Kind kind) : kind_(std::move(kind)) {}
+
+  /// The clock of the system's zone (variable TZ) when `exact` seconds have passed since this
+  /// zone's clock showed `wall`. A floating time shows the same on every clock.
+  WallSeconds ToLocal(WallSeconds wall, std::int64_t exact = 0) const;
+
+ private:
+  /// Seconds east of Greenwich.
+  std::int64_t OffsetAt(WallSeconds wall) const;
+
+  Kind kind_;
+};
+
+/// Finds zones by TZID: the definition in the same calendar, then one anywhere in the file, then
+/// the system's zone data by Olson name, also with a prefix (/example.org/2007/Asia/Tokyo), or by
+/// Windows name. An unknown zone is reported once; its times then count as floating.
+class IcsZones {
+ public:
+  IcsZones(std::string_view bytes, const IcsScan& scan, const IcsLimits& limits,
+           Diagnostics& diagnostics);
+  ~IcsZones();
+  IcsZones(const IcsZones&) = delete;
+  IcsZones& operator=(const IcsZones&) = delete;
+
+  const IcsZone& FloatingZone() const { return floating_; }
+  const IcsZone& UtcZone() const { return utc_; }
+  /// @param calendar  which calendar of the file the time stands in
+  /// @param line      of the time, for the report
+  /// The zone stays where it is as long as this object lives.
+  const IcsZone& Find(int calendar, std::string_view tzid, int line);
+
+ private:
+  struct Definition {
+    const IcsComponent* component;
+    const IcsZone* zone = nullptr;
+    bool read = false;
+  };
+  const IcsZone* Read(Definition& definition);
+  const IcsZone* ReadDefinition(const IcsComponent& component);
+  const IcsZone* FindSystemZone(const std::string& tzid);
+
+  std::string_view bytes_;
+  const IcsLimits& limits_;
+  Diagnostics& diagnostics_;
+  IcsZone floating_{IcsZone::Floating{}};
+  IcsZone utc_{IcsZone::Utc{}};
+  std::vector<std::unique_ptr<IcsZone>> zones_;
+  std::vector<_icaltimezone*> owned_;
+  std::vector<Definition> definitions_;
+  /// By calendar (-2 for the first one anywhere) and TZID.
+  std::map<std::pair<int, std::string>, std::size_t> byName_;
+  /// By the text of the definition, so that copies of one zone are read once.
+  std::unordered_map<std::string_view, const IcsZone*> byText_;
+  std::map<std::pair<int, std::string>, const IcsZone*> found_;
+  std::unordered_map<std::string, const IcsZone*> system_;
+};
+
+}  // namespace velkor
