@@ -64,12 +64,22 @@ void GridPainter::DrawBackground() {
   }
 }
 
-void GridPainter::DrawDayNumbers() {
+std::optional<Font> GridPainter::FontForDayNumbers() const {
+  constexpr std::array<int, 3> Sizes{7, 6, 5};
   Font font = font_;
-  font.size = 6;
-  const Extent widest = surface_.Measure("30", font);
-  const Twips margin = 2 * Twips{geometry_.pixel.width};
-  if (widest.height > geometry_.BandHeight || widest.width + margin > geometry_.ColumnWidth) return;
+  for (const int size : Sizes) {
+    font.size = size;
+    const Extent widest = surface_.Measure("30", font);
+    const bool fits = widest.height <= geometry_.BandHeight &&
+                      widest.width + DayNumberMargin() <= geometry_.ColumnWidth;
+    if (fits) return font;
+  }
+  return std::nullopt;
+}
+
+void GridPainter::DrawDayNumbers() {
+  const std::optional<Font> font = FontForDayNumbers();
+  if (!font) return;
   const MonthColumns& columns = grid_.Columns();
   for (int row = 1; row <= MonthRows; ++row) {
     const Twips top = geometry_.RowTop(layout_, row);
@@ -77,10 +87,10 @@ void GridPainter::DrawDayNumbers() {
     if (!InSight(top, bottom)) continue;
     for (int column = columns.RowDayOffset[row] + 1; column <= columns.RowLastColumn[row];
          ++column) {
-      surface_.Text(
-          {geometry_.ColumnEdge(column - 1), top, geometry_.ColumnEdge(column) - margin, bottom},
-          std::to_string(column - columns.RowDayOffset[row]), font, grid_colours::DayNumber,
-          DayNumberFlags);
+      surface_.Text({geometry_.ColumnEdge(column - 1), top,
+                     geometry_.ColumnEdge(column) - DayNumberMargin(), bottom},
+                    std::to_string(column - columns.RowDayOffset[row]), *font,
+                    grid_colours::DayNumber, DayNumberFlags);
     }
   }
 }

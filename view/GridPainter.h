@@ -1,6 +1,8 @@
 // view/GridPainter.h: draws the grid: weekends, months, bars with their subjects, today.
 #pragma once
 
+#include <optional>
+
 #include "platform/Surface.h"
 #include "support/values/Date.h"
 #include "view/YearGrid.h"
@@ -28,7 +30,8 @@ class GridPainter {
 
   /// Clears, then shades the weekends and the cells outside each month and outlines the months.
   void DrawBackground();
-  /// Writes each day's number into the band that no event takes, where the bands are high enough.
+  /// Writes each day's number into the band that no event takes, where they can be
+  /// read.
   void DrawDayNumbers();
   /// One filled bar for each event and row, with its subject when the grid displays subjects.
   void DrawEvents();
@@ -40,6 +43,9 @@ class GridPainter {
   }
   /// The grid's font at the largest of its sizes that fits a band.
   Font FontForBand() const;
+  /// The largest font whose day numbers fit a band and a column; none when they are too small.
+  std::optional<Font> FontForDayNumbers() const;
+  Twips DayNumberMargin() const { return 2 * Twips{geometry_.pixel.width}; }
 
   Surface& surface_;
   const YearGrid& grid_;

@@ -1,5 +1,4 @@
-// hosts/ReadCalendar/ReadCalendar.cpp: yearplan-read, the process that reads an iCalendar file for
-// another program, which can stop it. It writes one answer to its standard output.
+// hosts/ReadCalendar/ReadCalendar.cpp: the process that reads an iCalendar file for another program.
 #include <sys/resource.h>
 
 #include <cstdio>

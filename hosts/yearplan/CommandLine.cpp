@@ -65,7 +65,7 @@ void AddOptions(QCommandLineParser& parser) {
        "Default"},
       {"filter", "Show only events with one of these categories.", "A, B", ""},
       {"match-all", "Show only events with all categories of the filter."},
-      {"size", "Size of the picture in pixels (1600x1000).", "WxH", "1600x1000"},
+      {"size", "Size of the picture in pixels (1920x1200).", "WxH", "1920x1200"},
       {"today", "The day to mark instead of today.", "date"},
   });
 }
@@ -84,7 +84,7 @@ int WholeNumber(const QString& text, const char* option, int least, int most) {
 void ReadSize(const QString& text, CommandLine& line) {
   const QStringList sides = text.split('x');
   if (sides.size() != 2) {
-    throw UsageError("--size takes width and height as in 1600x1000, not \"" +
+    throw UsageError("--size takes width and height as in 1920x1200, not \"" +
                      text.toStdString() + "\"");
   }
   line.width = WholeNumber(sides[0], "size", LeastSide, LongestSide);

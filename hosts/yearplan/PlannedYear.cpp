@@ -90,6 +90,12 @@ void Refresh(const RefreshRequest& request, OutlookApplication& outlook, Desktop
   throw Error(answer.error, text, "refresh");
 }
 
+/// A text after its way through the cache file.
+std::string AsCached(const std::string& text, LocaleApi& locale) {
+  const CodePage page = locale.AnsiCodePage();
+  return locale.FromCodePage(locale.ToCodePage(text, page), page);
+}
+
 /// The colours that the calendar holds for this title, else a first table of the host's own.
 CategoryTable TableOf(OutlookFolder& folder, const CommandLine& line,
                       const std::string& separator, Desktop& desktop, std::ostream& messages) {
@@ -101,12 +107,27 @@ CategoryTable TableOf(OutlookFolder& folder, const CommandLine& line,
     messages << "Error fetching category colours " << error.Number() << ' ' << error.Description()
              << '\n';
   }
+  // Events name their categories as the cache file could keep them, so the table does too.
   std::vector<std::string> texts;
   const auto items = folder.Items();
   for (auto item = items->GetFirst(); item; item = items->GetNext()) {
-    texts.push_back(item->Categories());
+    texts.push_back(AsCached(item->Categories(), desktop.locale));
   }
   return MakeFirstCategoryTable(texts, separator);
+}
+
+/// Says how many subjects the cache file cannot keep as they are.
+void ReportLostCharacters(const CommandLine& line, OutlookFolder& folder, LocaleApi& locale,
+                          std::ostream& messages) {
+  std::size_t lost = 0;
+  const auto items = folder.Items();
+  for (auto item = items->GetFirst(); item; item = items->GetNext()) {
+    const std::string subject = item->Subject();
+    if (AsCached(subject, locale) != subject) ++lost;
+  }
+  if (lost == 0) return;
+  messages << line.calendar << ": " << lost << " subjects hold characters that code page "
+           << locale.AnsiCodePage() << " of the cache file lacks; each shows as ?\n";
 }
 
 CategoryTable TableOfCache(const std::string& cacheFile, const DisplaySpan& span,
@@ -165,6 +186,7 @@ PlannedYear PlanYear(const CommandLine& line, std::ostream& messages) {
                                          FolderOf(line.calendar), desktop.locale),
                            desktop.environment, desktop.files);
     Refresh({span, paths, folder->EntryID(), folder->StoreID()}, outlook, desktop);
+    ReportLostCharacters(line, *folder, desktop.locale, messages);
     table = TableOf(*folder, line, filter.FilterSeparator(), desktop, messages);
   }
 

@@ -14,11 +14,17 @@ constexpr int Done = 0;
 constexpr int Failed = 1;
 constexpr int WrongUsage = 2;
 
+/// The toolkit's remarks about its surroundings are nothing that a user of a terminal can mend.
+void KeepErrors(QtMsgType type, const QMessageLogContext&, const QString& text) {
+  if (type == QtCriticalMsg || type == QtFatalMsg) std::cerr << text.toStdString() << '\n';
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   // Pictures need fonts but no screen.
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  qInstallMessageHandler(KeepErrors);
   try {
     const velkor::CommandLine line =
         velkor::ParseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
