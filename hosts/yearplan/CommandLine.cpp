@@ -184,7 +184,10 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
 std::string HelpText() {
   QCommandLineParser parser;
   AddOptions(parser);
-  return parser.helpText().toStdString();
+  // Without the folder that the program was started from.
+  return parser.helpText()
+      .replace(QRegularExpression("^Usage: \\S+"), "Usage: yearplan")
+      .toStdString();
 }
 
 }  // namespace velkor
