@@ -1,0 +1,90 @@
+// tests/hosts/CommandLineTest.cpp: what the command line of yearplan means.
+#include "hosts/yearplan/CommandLine.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace velkor {
+namespace {
+
+using testing::HasSubstr;
+
+std::string WhatIsWrong(const std::vector<std::string>& arguments) {
+  try {
+    ParseCommandLine(arguments);
+  } catch (const UsageError& error) {
+    return error.what();
+  }
+  return {};
+}
+
+TEST(CommandLine, ACalendarAloneIsOpenedWithEverythingShown) {
+  const CommandLine line = ParseCommandLine({"team.ics"});
+  EXPECT_EQ(line.command, Command::Open);
+  EXPECT_EQ(line.calendar, "team.ics");
+  EXPECT_TRUE(line.grid.AllEvents);
+  EXPECT_TRUE(line.grid.DisplaySubject);
+  EXPECT_FALSE(line.grid.HideNonCategoryItems);
+  EXPECT_EQ(line.titleName, "Default");
+  EXPECT_FALSE(line.year.has_value());
+}
+
+TEST(CommandLine, OptionsMayStandAnywhere) {
+  const CommandLine line = ParseCommandLine(
+      {"render", "--year", "2005", "a.ics", "-o", "a.png", "--first-month=7", "--no-all-events",
+       "--no-subjects", "--hide-non-category", "--title", "Räume", "--filter", "A, B",
+       "--match-all", "--size", "800x600", "--today", "2005-09-01"});
+  EXPECT_EQ(line.command, Command::Render);
+  EXPECT_EQ(line.calendar, "a.ics");
+  EXPECT_EQ(line.output, "a.png");
+  EXPECT_EQ(line.year, 2005);
+  EXPECT_EQ(line.firstMonth, 7);
+  EXPECT_FALSE(line.grid.AllEvents);
+  EXPECT_FALSE(line.grid.DisplaySubject);
+  EXPECT_TRUE(line.grid.HideNonCategoryItems);
+  EXPECT_EQ(line.titleName, "Räume");
+  EXPECT_EQ(line.filter, "A, B");
+  EXPECT_TRUE(line.matchAll);
+  EXPECT_EQ(line.width, 800);
+  EXPECT_EQ(line.height, 600);
+  EXPECT_EQ(line.today, Date::FromYmd(2005, 9, 1));
+}
+
+TEST(CommandLine, InspectTakesACacheFileAndPoints) {
+  const CommandLine line = ParseCommandLine(
+      {"inspect", "--cache", "x.tmp", "--json", "--point", "1.5,2", "--point", "-3,4"});
+  EXPECT_EQ(line.cacheFile, "x.tmp");
+  EXPECT_EQ(line.calendar, "");
+  ASSERT_EQ(line.points.size(), 2U);
+  EXPECT_EQ(line.points[0].x, 1.5);
+  EXPECT_EQ(line.points[1].x, -3);
+}
+
+TEST(CommandLine, WhatMakesNoSenseIsNamed) {
+  EXPECT_THAT(WhatIsWrong({}), HasSubstr("Which calendar"));
+  EXPECT_THAT(WhatIsWrong({"a.ics", "b.ics"}), HasSubstr("b.ics"));
+  EXPECT_THAT(WhatIsWrong({"render", "a.ics"}), HasSubstr("-o"));
+  EXPECT_THAT(WhatIsWrong({"refresh", "a.ics", "-o", "x.png"}), HasSubstr("render"));
+  EXPECT_THAT(WhatIsWrong({"inspect", "a.ics"}), HasSubstr("--json"));
+  EXPECT_THAT(WhatIsWrong({"inspect", "a.ics", "--cache", "c", "--json"}), HasSubstr("not both"));
+  EXPECT_THAT(WhatIsWrong({"a.ics", "--year", "99"}), HasSubstr("100 to 9998"));
+  EXPECT_THAT(WhatIsWrong({"a.ics", "--year", "20x6"}), HasSubstr("20x6"));
+  EXPECT_THAT(WhatIsWrong({"a.ics", "--first-month", "13"}), HasSubstr("1 to 12"));
+  EXPECT_THAT(WhatIsWrong({"a.ics", "--size", "800"}), HasSubstr("1920x1200"));
+  EXPECT_THAT(WhatIsWrong({"a.ics", "--size", "800x99999"}), HasSubstr("99999"));
+  EXPECT_THAT(WhatIsWrong({"a.ics", "--today", "2026-02-30"}), HasSubstr("--today"));
+  EXPECT_THAT(WhatIsWrong({"a.ics", "--bogus"}), HasSubstr("bogus"));
+}
+
+TEST(CommandLine, HelpNamesEveryCommandAndExitCode) {
+  const std::string help = HelpText();
+  for (const char* word : {"render", "refresh", "inspect", "--first-month", "Exit codes"}) {
+    EXPECT_THAT(help, HasSubstr(word));
+  }
+  EXPECT_EQ(help.find("Usage: yearplan ["), 0U);
+  EXPECT_EQ(ParseCommandLine({"render", "--help"}).command, Command::Help);
+  EXPECT_EQ(ParseCommandLine({"--version"}).command, Command::Version);
+}
+
+}  // namespace
+}  // namespace velkor

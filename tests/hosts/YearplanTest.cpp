@@ -1,0 +1,201 @@
+// tests/hosts/YearplanTest.cpp: the program as its users start it.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <nlohmann/json.hpp>
+
+#include "model/ColourRecord.h"
+
+namespace velkor {
+namespace {
+
+using testing::HasSubstr;
+
+struct Outcome {
+  int code = -1;
+  std::string out;
+  std::string messages;
+};
+
+class Yearplan : public testing::Test {
+ protected:
+  QString Path(const QString& name) const { return folder_.filePath(name); }
+
+  void Write(const QString& name, const QByteArray& bytes) const {
+    QFile file(Path(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+  }
+  QByteArray Bytes(const QString& path) const {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+
+  /// A calendar of all-day events; `properties` are added to each.
+  static QByteArray Calendar(int events, const QByteArray& properties = {}) {
+    QByteArray text = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//test//\r\n";
+    for (int i = 0; i < events; ++i) {
+      const QByteArray day = QByteArray::number(20260101 + i % 12 * 100 + i % 28);
+      text += "BEGIN:VEVENT\r\nUID:u" + QByteArray::number(i) + "\r\nDTSTART;VALUE=DATE:" + day +
+              "\r\nSUMMARY:Event " + QByteArray::number(i) + "\r\n" + properties + "END:VEVENT\r\n";
+    }
+    return text + "END:VCALENDAR\r\n";
+  }
+
+  void Start(QProcess& process, const QStringList& arguments) const {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("XDG_CACHE_HOME", Path("cache"));
+    environment.insert("XDG_CONFIG_HOME", Path("config"));
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(folder_.path());
+    process.start(YEARPLAN, arguments);
+  }
+  Outcome Run(const QStringList& arguments) const {
+    QProcess process;
+    Start(process, arguments);
+    if (!process.waitForFinished(60'000)) return {};
+    const bool normal = process.exitStatus() == QProcess::NormalExit;
+    return {normal ? process.exitCode() : -1, process.readAllStandardOutput().toStdString(),
+            process.readAllStandardError().toStdString()};
+  }
+
+  /// The one cache file, work files not counted; empty when there is none.
+  QString CacheFile() const {
+    const QDir cache(Path("cache/outlookvelkor"));
+    for (const QString& name : cache.entryList({"*.tmp"}, QDir::Files | QDir::Hidden)) {
+      if (!name.startsWith('~')) return cache.filePath(name);
+    }
+    return {};
+  }
+
+ private:
+  QTemporaryDir folder_;
+};
+
+TEST_F(Yearplan, DrawsACalendarThatIsOnlyNamed) {
+  Write("team.ics", Calendar(30));
+  const Outcome outcome = Run({"team.ics", "--year", "2026", "--size", "800x500"});
+  EXPECT_EQ(outcome.code, 0) << outcome.messages;
+  EXPECT_THAT(outcome.out, HasSubstr("Year 2026, 30 events"));
+  EXPECT_THAT(outcome.out, HasSubstr(Path("team.png").toStdString()));
+  EXPECT_EQ(QImage(Path("team.png")).size(), QSize(800, 500));
+  EXPECT_EQ(outcome.messages, "");
+}
+
+TEST_F(Yearplan, DrawsPdfAndSvgAndLeavesTheCalendarAsItWas) {
+  const QByteArray calendar = Calendar(5);
+  Write("team.ics", calendar);
+  for (const char* name : {"a.pdf", "a.svg"}) {
+    EXPECT_EQ(Run({"render", "team.ics", "--year", "2026", "-o", name}).code, 0);
+  }
+  EXPECT_TRUE(Bytes(Path("a.pdf")).startsWith("%PDF"));
+  EXPECT_TRUE(Bytes(Path("a.svg")).contains("Event 3"));
+  EXPECT_EQ(Bytes(Path("team.ics")), calendar);
+}
+
+TEST_F(Yearplan, CacheFileIsPrivateAndHoldsTheYear) {
+  Write("team.ics", Calendar(10));
+  ASSERT_EQ(Run({"refresh", "team.ics", "--year", "2026"}).code, 0);
+  const QString cache = CacheFile();
+  struct stat info {};
+  ASSERT_EQ(stat(QFile::encodeName(Path("cache/outlookvelkor")), &info), 0);
+  EXPECT_EQ(info.st_mode & 0777, 0700U);
+  const Outcome outcome = Run({"inspect", "--cache", cache, "--year", "2026", "--json"});
+  ASSERT_EQ(outcome.code, 0) << outcome.messages;
+  const auto json = nlohmann::json::parse(outcome.out);
+  EXPECT_EQ(json.at("events").size(), 10U);
+  EXPECT_EQ(json.at("events").at(0).at("subject"), "Event 0");
+  EXPECT_FALSE(json.contains("hits"));
+}
+
+TEST_F(Yearplan, ColoursThatTheCalendarHoldsAreTaken) {
+  Write("team.ics",
+        "BEGIN:VCALENDAR\r\nBEGIN:VEVENT\r\nUID:c\r\nSUMMARY:" +
+            QByteArray::fromStdString(colour_record::SubjectOf("Rooms")) +
+            "\r\nDTSTART:20110101T013000\r\n"
+            "DESCRIPTION:--DO NOT EDIT LIST MANUALLY--\\nLab|255\\nHall|65280\r\nEND:VEVENT\r\n"
+            "BEGIN:VEVENT\r\nUID:e\r\nDTSTART;VALUE=DATE:20260105\r\nCATEGORIES:Hall\r\n"
+            "END:VEVENT\r\nEND:VCALENDAR\r\n");
+  const auto catIndex = [&](const char* title) {
+    const Outcome outcome =
+        Run({"inspect", "team.ics", "--year", "2026", "--title", title, "--json"});
+    return nlohmann::json::parse(outcome.out).at("events").at(0).at("catIndex").get<int>();
+  };
+  EXPECT_EQ(catIndex("Rooms"), 2);
+  // Another title has no record: the host's own table holds Hall first.
+  EXPECT_EQ(catIndex("Default"), 1);
+}
+
+TEST_F(Yearplan, ErrorsSayWhatAndExitCodesSayWhichKind) {
+  Write("team.ics", Calendar(1));
+  Write("junk.ics", "no calendar\n");
+  EXPECT_EQ(Run({}).code, 2);
+  EXPECT_EQ(Run({"render", "team.ics", "-o", "a.gif"}).code, 2);
+  Outcome outcome = Run({"render", "absent.ics", "-o", "a.png"});
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_THAT(outcome.messages, HasSubstr("absent.ics"));
+  outcome = Run({"render", "junk.ics", "-o", "a.png"});
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_THAT(outcome.messages, HasSubstr("junk.ics"));
+  outcome = Run({"render", "team.ics", "-o", "no/such/folder/a.png"});
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_THAT(outcome.messages, HasSubstr("a.png"));
+  outcome = Run({"inspect", "--cache", "absent.tmp", "--json"});
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_THAT(outcome.messages, HasSubstr("absent.tmp"));
+}
+
+TEST_F(Yearplan, APictureGrowsWithTheGridUpToItsLimit) {
+  // 200 bands at their least height are taller than 500 pixels; 4000 go beyond any picture.
+  const auto crowded = [](int events) {
+    QByteArray text = "BEGIN:VCALENDAR\r\n";
+    for (int i = 0; i < events; ++i) {
+      text += "BEGIN:VEVENT\r\nUID:" + QByteArray::number(i) +
+              "\r\nDTSTART;VALUE=DATE:20260105\r\nEND:VEVENT\r\n";
+    }
+    return text + "END:VCALENDAR\r\n";
+  };
+  Write("a.ics", crowded(200));
+  ASSERT_EQ(Run({"render", "a.ics", "--year", "2026", "--size", "800x500", "-o", "a.png"}).code, 0);
+  EXPECT_GT(QImage(Path("a.png")).height(), 1500);
+  Write("b.ics", crowded(4000));
+  const Outcome outcome = Run({"render", "b.ics", "--year", "2026", "-o", "b.png"});
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_THAT(outcome.messages, HasSubstr("20000"));
+  EXPECT_FALSE(QFile::exists(Path("b.png")));
+}
+
+TEST_F(Yearplan, AKillAtAnyMomentLeavesTheOldOrTheNewCacheFile) {
+  Write("team.ics", Calendar(3000));
+  ASSERT_EQ(Run({"refresh", "team.ics", "--year", "2026"}).code, 0);
+  const QString cache = CacheFile();
+  const QByteArray before = Bytes(cache);
+  Write("team.ics", Calendar(3000, "CATEGORIES:Leave\r\n"));
+  int killed = 0;
+  QByteArray after = before;
+  for (int delay = 0; after == before && delay < 2000; delay += 3) {
+    QProcess process;
+    Start(process, {"refresh", "team.ics", "--year", "2026"});
+    process.waitForStarted();
+    if (!process.waitForFinished(delay)) {
+      process.kill();
+      process.waitForFinished();
+      ++killed;
+    }
+    after = Bytes(cache);
+  }
+  EXPECT_GT(killed, 0);
+  // Each look saw the old file until one saw another: it has to be the whole new one.
+  ASSERT_NE(after, before);
+  ASSERT_EQ(Run({"refresh", "team.ics", "--year", "2026"}).code, 0);
+  EXPECT_EQ(after, Bytes(cache));
+}
+
+}  // namespace
+}  // namespace velkor
