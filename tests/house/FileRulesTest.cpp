@@ -21,6 +21,8 @@ TEST(FileRules, AFileOpensWithItsPathAndPurpose) {
   EXPECT_THAT(CheckOpening({"model/A.cpp", "// model/A.cpp: one line that says it.\n"}), IsEmpty());
   EXPECT_THAT(CheckOpening({"model/A.cpp", "// model/A.cpp: .\n"}), SizeIs(1));
   EXPECT_THAT(CheckOpening({"model/A.cpp", "// model/A.cpp: a sentence that goes\n// on.\n"}),
+              IsEmpty());
+  EXPECT_THAT(CheckOpening({"model/A.cpp", "// model/A.cpp: a sentence that has\n\nno end.\n"}),
               SizeIs(1));
   EXPECT_THAT(CheckOpening({"model/A.cpp", ""}), SizeIs(1));
   EXPECT_THAT(CheckOpening({"README.md", "# Title\n"}), IsEmpty());
