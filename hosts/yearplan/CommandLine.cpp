@@ -84,8 +84,8 @@ int WholeNumber(const QString& text, const char* option, int least, int most) {
 void ReadSize(const QString& text, CommandLine& line) {
   const QStringList sides = text.split('x');
   if (sides.size() != 2) {
-    throw UsageError("--size takes width and height as in 1920x1200, not \"" +
-                     text.toStdString() + "\"");
+    throw UsageError("--size takes width and height as in 1920x1200, not \"" + text.toStdString() +
+                     "\"");
   }
   line.width = WholeNumber(sides[0], "size", LeastSide, LongestSide);
   line.height = WholeNumber(sides[1], "size", LeastSide, LongestSide);
@@ -154,8 +154,8 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   line.command = TakeCommand(rest);
   CheckOptions(parser, line.command);
   line.cacheFile = parser.value(names::Cache).toStdString();
-  if (rest.size() > 1) throw UsageError("One calendar at a time: what is \"" +
-                                        rest[1].toStdString() + "\"?");
+  if (rest.size() > 1)
+    throw UsageError("One calendar at a time: what is \"" + rest[1].toStdString() + "\"?");
   if (rest.isEmpty() && line.cacheFile.empty()) throw UsageError("Which calendar?");
   if (!rest.isEmpty() && !line.cacheFile.empty()) {
     throw UsageError("Either a calendar or --cache, not both");

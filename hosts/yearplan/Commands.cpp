@@ -40,10 +40,10 @@ Extent SizeToFit(YearGrid& grid, const CommandLine& line, FaceLayout& face) {
   if (!grid.Geometry().scroll) return control;
   const double pixels = std::ceil(HeightWithoutScrolling(grid.Layout(), pixel) / TwipsPerPixel);
   if (pixels > LongestSide) {
-    throw Error(errors::Overflow,
-                "The year needs a picture of " + std::to_string(static_cast<long>(pixels)) +
-                    " pixels in height; at most " + std::to_string(LongestSide) +
-                    " can be drawn. --filter or --no-all-events may help.");
+    throw Error(errors::Overflow, "The year needs a picture of " +
+                                      std::to_string(static_cast<long>(pixels)) +
+                                      " pixels in height; at most " + std::to_string(LongestSide) +
+                                      " can be drawn. --filter or --no-all-events may help.");
   }
   control.height = pixels * TwipsPerPixel;
   size();
@@ -58,11 +58,11 @@ void Render(const CommandLine& line, const std::string& path, std::ostream& out,
   const Extent size = SizeToFit(year.grid, line, face);
   const FaceContent content{YearCaption(year.grid.Span().ViewYear), year.names, year.font,
                             year.today};
-  write(
-      path, size, [&](Surface& surface) { DrawFace(surface, face, year.grid, content); },
-      {.title = content.caption});
-  out << content.caption << ", " << year.grid.Events().Count() << " events: "
-      << QFileInfo(QString::fromStdString(path)).absoluteFilePath().toStdString() << '\n';
+  write(path, size, [&](Surface& surface) { DrawFace(surface, face, year.grid, content); },
+        {.title = content.caption});
+  out << content.caption << ", " << year.grid.Events().Count()
+      << " events: " << QFileInfo(QString::fromStdString(path)).absoluteFilePath().toStdString()
+      << '\n';
 }
 
 /// Where a calendar that was only named is drawn: the current folder.

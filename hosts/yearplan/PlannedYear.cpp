@@ -97,8 +97,8 @@ std::string AsCached(const std::string& text, LocaleApi& locale) {
 }
 
 /// The colours that the calendar holds for this title, else a first table of the host's own.
-CategoryTable TableOf(OutlookFolder& folder, const CommandLine& line,
-                      const std::string& separator, Desktop& desktop, std::ostream& messages) {
+CategoryTable TableOf(OutlookFolder& folder, const CommandLine& line, const std::string& separator,
+                      Desktop& desktop, std::ostream& messages) {
   try {
     if (const auto list = ColourStore(folder, desktop.locale).FindList(line.titleName)) {
       return CategoryTable(CategoriesOf(*list));
