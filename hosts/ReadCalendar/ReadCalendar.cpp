@@ -1,4 +1,5 @@
-// hosts/ReadCalendar/ReadCalendar.cpp: the process that reads an iCalendar file for another program.
+// hosts/ReadCalendar/ReadCalendar.cpp: the process that reads an iCalendar file for another
+// program.
 #include <sys/resource.h>
 
 #include <cstdio>

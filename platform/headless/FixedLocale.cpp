@@ -38,12 +38,11 @@ const std::string* NameOf(const FixedNames& names, std::uint32_t type) {
 }  // namespace
 
 FixedNames FixedNames::English() {
-  FixedNames names{
-      {"Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday", "Sunday"},
-      {},
-      {"January", "February", "March", "April", "May", "June", "July", "August", "September",
-       "October", "November", "December"},
-      {}};
+  FixedNames names{{"Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday", "Sunday"},
+                   {},
+                   {"January", "February", "March", "April", "May", "June", "July", "August",
+                    "September", "October", "November", "December"},
+                   {}};
   for (const std::string& day : names.days) names.abbreviatedDays.push_back(day.substr(0, 3));
   for (const std::string& month : names.months) {
     names.abbreviatedMonths.push_back(month.substr(0, 3));

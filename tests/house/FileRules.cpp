@@ -34,12 +34,14 @@ Findings CheckOpening(const SourceFile& file) {
   if (!IsCode(file)) return findings;
   const std::vector<std::string> lines = Lines(file.text);
   const std::string start = "// " + file.path + ": ";
-  if (lines.empty() || !lines[0].starts_with(start) || lines[0].size() < start.size() + 10 ||
-      !lines[0].ends_with('.')) {
+  std::size_t end = 0;
+  while (end < lines.size() && lines[end].starts_with("//")) ++end;
+  if (end == 0 || !lines[0].starts_with(start) || lines[0].size() < start.size() + 10 ||
+      !lines[end - 1].ends_with('.')) {
     findings.push_back(FindingAt(file, 1, "must open with \"" + start + "what it is for.\""));
   }
-  if (IsHeader(file) && (lines.size() < 2 || lines[1] != "#pragma once")) {
-    findings.push_back(FindingAt(file, 2, "must go on with #pragma once"));
+  if (IsHeader(file) && (end == lines.size() || lines[end] != "#pragma once")) {
+    findings.push_back(FindingAt(file, static_cast<int>(end) + 1, "must go on with #pragma once"));
   }
   return findings;
 }

@@ -5,7 +5,7 @@
 
 namespace velkor::house {
 
-/// A C++ file opens with one line `// path: sentence` that names its own path; a header goes on
+/// A C++ file opens with a comment `// path: sentence.` that names its own path; a header goes on
 /// with `#pragma once`.
 Findings CheckOpening(const SourceFile& file);
 

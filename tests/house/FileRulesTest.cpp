@@ -15,12 +15,14 @@ TEST(FileRules, AFileOpensWithItsPathAndPurpose) {
   const std::string good = "// model/A.h: one line that says it.\n#pragma once\n";
   EXPECT_THAT(CheckOpening({"model/A.h", good}), IsEmpty());
   EXPECT_THAT(CheckOpening({"model/B.h", good}), ElementsAre(HasSubstr("model/B.h:1:")));
-  EXPECT_THAT(CheckOpening({"model/A.h", "#pragma once\n"}), SizeIs(2));
+  EXPECT_THAT(CheckOpening({"model/A.h", "#pragma once\n"}), SizeIs(1));
   EXPECT_THAT(CheckOpening({"model/A.h", "// model/A.h: one line that says it.\n\n"}),
               ElementsAre(HasSubstr("#pragma once")));
   EXPECT_THAT(CheckOpening({"model/A.cpp", "// model/A.cpp: one line that says it.\n"}), IsEmpty());
   EXPECT_THAT(CheckOpening({"model/A.cpp", "// model/A.cpp: .\n"}), SizeIs(1));
   EXPECT_THAT(CheckOpening({"model/A.cpp", "// model/A.cpp: a sentence that goes\n// on.\n"}),
+              IsEmpty());
+  EXPECT_THAT(CheckOpening({"model/A.cpp", "// model/A.cpp: a sentence that has\n\nno end.\n"}),
               SizeIs(1));
   EXPECT_THAT(CheckOpening({"model/A.cpp", ""}), SizeIs(1));
   EXPECT_THAT(CheckOpening({"README.md", "# Title\n"}), IsEmpty());

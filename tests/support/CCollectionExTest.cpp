@@ -60,7 +60,9 @@ TEST(CCollectionEx, FailuresNameTheCollectionAndChangeNothing) {
   CCollectionEx collection;
   collection.Add("x", "key");
   EXPECT_EQ(FailureOf([&] { collection.Add("y", "key"); }), errors::KeyAlreadyExists);
-  EXPECT_EQ(FailureOf([&] { collection.Add("y", "new", {Side::After, "none"}); }),
+  EXPECT_EQ(FailureOf([&] {
+              collection.Add("y", "new", {Side::After, "none"});
+            }),
             errors::InvalidProcedureCall);
   EXPECT_EQ(FailureOf([&] { collection.Remove("none"); }), errors::InvalidProcedureCall);
   EXPECT_EQ(FailureOf([&] { collection.ItemAsString("none"); }), errors::InvalidProcedureCall);

@@ -59,9 +59,9 @@ TEST(Text, OrderIgnoresCaseInSeveralScripts) {
     EXPECT_EQ(CompareText(a, b), 0) << a;
     EXPECT_EQ(CompareText(b, a), 0) << a;
   }
-  for (const auto& [before, after] : {std::pair("", "a"), std::pair("9", "a"), std::pair("a", "B"),
-                                      std::pair("A", "ab"), std::pair("_", "A"),
-                                      std::pair("Z", "ä")}) {
+  for (const auto& [before, after] :
+       {std::pair("", "a"), std::pair("9", "a"), std::pair("a", "B"), std::pair("A", "ab"),
+        std::pair("_", "A"), std::pair("Z", "ä")}) {
     EXPECT_EQ(CompareText(before, after), -1) << before << " " << after;
     EXPECT_EQ(CompareText(after, before), 1) << before << " " << after;
   }

@@ -9,8 +9,8 @@ namespace {
 /// Every first month, over a full cycle of weekdays and leap years and at both ends of time.
 template <typename Visit>
 void ForEachSpan(Visit&& visit) {
-  for (const auto& [from, to] : {std::pair(100, 104), std::pair(1890, 1930), std::pair(1999, 2030),
-                                 std::pair(9995, 9998)}) {
+  for (const auto& [from, to] :
+       {std::pair(100, 104), std::pair(1890, 1930), std::pair(1999, 2030), std::pair(9995, 9998)}) {
     for (int year = from; year <= to; ++year) {
       for (int firstMonth = 1; firstMonth <= 12; ++firstMonth) {
         SCOPED_TRACE(testing::Message() << year << " from month " << firstMonth);

@@ -25,10 +25,13 @@ TEST(Globals, QuotesInsideStayAsTheyAre) {
 }
 
 TEST(Globals, BarsAndControlCharactersAreStripped) {
-  const std::pair<std::string, std::string> texts[] = {
-      {"a|b\tc\r\nd", "abcd"},  {"  ", ""},     {"", ""},
-      {" | ", "  "},            {" lead", " lead"},
-      {"\x7F\xC2\x81", "\x7F\xC2\x81"},         {std::string("a\0b", 3), "ab"}};
+  const std::pair<std::string, std::string> texts[] = {{"a|b\tc\r\nd", "abcd"},
+                                                       {"  ", ""},
+                                                       {"", ""},
+                                                       {" | ", "  "},
+                                                       {" lead", " lead"},
+                                                       {"\x7F\xC2\x81", "\x7F\xC2\x81"},
+                                                       {std::string("a\0b", 3), "ab"}};
   for (const auto& [text, clean] : texts) EXPECT_EQ(Globals::StripControlChars(text), clean);
 }
 

@@ -29,9 +29,12 @@ class NotingLocale : public FixedLocale {
 TEST(Locale, TheCodePageIsCutAtTheFirstNul) {
   using namespace std::string_literals;
   NotingLocale locale;
-  const std::pair<std::string, CodePage> answers[] = {
-      {"1252\0\0\0\0\0\0\0\0\0\0\0\0"s, 1252}, {"932"s, 932}, {"874\0001"s, 874}, {""s, 0},
-      {"\0"s + "1252", 0},                     {"OEM"s, 0}};
+  const std::pair<std::string, CodePage> answers[] = {{"1252\0\0\0\0\0\0\0\0\0\0\0\0"s, 1252},
+                                                      {"932"s, 932},
+                                                      {"874\0001"s, 874},
+                                                      {""s, 0},
+                                                      {"\0"s + "1252", 0},
+                                                      {"OEM"s, 0}};
   for (const auto& [text, page] : answers) {
     locale.codePageText = text;
     EXPECT_EQ(Locale::AnsiCodePageOf(locale, 0x0409), page);
@@ -58,14 +61,11 @@ TEST(Locale, FontsFollowTheCodePage) {
     int charset;
     std::string face;
   };
-  const Case cases[] = {{1250, 238, ""}, {1251, 204, ""},
-                        {1252, 0, ""},   {1253, 161, ""},
-                        {1254, 162, ""}, {1255, 177, ""},
-                        {1256, 178, ""}, {1257, 186, ""},
-                        {932, 128, "ＭＳ Ｐゴシック"},
-                        {936, 134, "宋体"}, {949, 129, "굴림"},
-                        {950, 136, "新細明體"}, {1258, 1, ""},
-                        {0, 1, ""},      {65001, 1, ""}};
+  const Case cases[] = {{1250, 238, ""},    {1251, 204, ""},    {1252, 0, ""},
+                        {1253, 161, ""},    {1254, 162, ""},    {1255, 177, ""},
+                        {1256, 178, ""},    {1257, 186, ""},    {932, 128, "ＭＳ Ｐゴシック"},
+                        {936, 134, "宋体"}, {949, 129, "굴림"}, {950, 136, "新細明體"},
+                        {1258, 1, ""},      {0, 1, ""},         {65001, 1, ""}};
   for (const Case& c : cases) {
     for (const double size : {6.0, 8.25, 9.0, 12.0}) {
       Font font{"Arial", size, 77, true};
@@ -79,8 +79,8 @@ TEST(Locale, FontsFollowTheCodePage) {
 TEST(Locale, NamesStandInCalendarOrderWithSundayTwice) {
   FixedLocale locale;
   FixedNames other = FixedNames::English();
-  for (auto* names : {&other.days, &other.abbreviatedDays, &other.months,
-                      &other.abbreviatedMonths}) {
+  for (auto* names :
+       {&other.days, &other.abbreviatedDays, &other.months, &other.abbreviatedMonths}) {
     for (std::string& name : *names) name = "other calendar";
   }
   locale.calendars.push_back(other);
