@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "platform/windows/Wide.h"
+#include "support/TextPrefixes.h"
 
 namespace velkor {
 namespace {
@@ -92,12 +93,11 @@ void GdiSurface::Text(const Rect& rect, std::string_view text, const Font& font,
   if (text.empty() || seen.Width() <= 0 || seen.Height() <= 0) return;
   Use(font);
   ::SetTextColor(dc_, ToWindows(colour));
-  // No surface marks the letter after an ampersand.
-  if ((flags & text_flags::NoPrefix) == 0) flags |= DT_HIDEPREFIX;
-  const std::wstring wide = ToWide(text);
+  const bool literal = (flags & text_flags::NoPrefix) != 0;
+  const std::wstring wide = ToWide(literal ? text : WithoutPrefixes(text));
   RECT area = ToWindows(pixels);
   const auto draw = [&] {
-    ::DrawTextW(dc_, wide.c_str(), static_cast<int>(wide.size()), &area, flags);
+    ::DrawTextW(dc_, wide.c_str(), static_cast<int>(wide.size()), &area, flags | DT_NOPREFIX);
   };
   if (seen == pixels) {
     draw();

@@ -22,7 +22,10 @@ class FileHandle {
   ~FileHandle() { Close(); }
   FileHandle(FileHandle&& other) noexcept
       : value_(std::exchange(other.value_, INVALID_HANDLE_VALUE)) {}
-  FileHandle& operator=(FileHandle&&) = delete;
+  FileHandle& operator=(FileHandle&& other) noexcept {
+    std::swap(value_, other.value_);
+    return *this;
+  }
 
   bool IsOpen() const { return value_ != INVALID_HANDLE_VALUE; }
   HANDLE Value() const { return value_; }
@@ -83,12 +86,24 @@ class WindowsOutputFile : public OutputFile {
   }
   bool MoveOver(const std::string& path) override {
     Flush();
-    if (!RenameOpen(file_, ToWide(path))) return false;
+    if (!RenameOpen(file_, ToWide(path)) && !RenameClosed(path)) return false;
     path_ = path;
     return true;
   }
 
  private:
+  /// For systems that rename no open file; the new file is held again at once.
+  bool RenameClosed(const std::string& path) {
+    const DWORD code = ::GetLastError();
+    if (code == ERROR_ACCESS_DENIED || code == ERROR_SHARING_VIOLATION) return false;
+    file_.Close();
+    const bool moved = ::MoveFileExW(ToWide(path_).c_str(), ToWide(path).c_str(),
+                                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+    file_ = FileHandle(::CreateFileW(ToWide(moved ? path : path_).c_str(), GENERIC_WRITE | DELETE,
+                                     0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    return moved;
+  }
+
   void WriteOut() {
     // Taken out first: what failed once is not written again.
     const std::string bytes = std::exchange(buffer_, {});
