@@ -3,7 +3,6 @@
 
 #include <QStringConverter>
 #include <array>
-#include <cstdio>
 
 #include "support/CodePage1252.h"
 #include "support/values/Text.h"
@@ -46,25 +45,6 @@ LocaleId IdOf(const std::string& name) {
   return EnglishUnitedStates;
 }
 
-/// One letter for each field, the literals between them; marks of writing direction are left out.
-QString ReducedPattern(const QString& format) {
-  QString result;
-  bool quoted = false;
-  for (const QChar c : format) {
-    if (c == u'\'') {
-      quoted = !quoted;
-      continue;
-    }
-    const bool direction = c.unicode() == 0x200E || c.unicode() == 0x200F;
-    const bool field = !quoted && (c == u'd' || c == u'M' || c == u'y');
-    // Letters of a quoted word would read as fields; the date is digits and separators.
-    if (direction || (c.isLetter() && !field) || (field && result.contains(c))) continue;
-    result += c;
-  }
-  const bool whole = result.contains(u'y') && result.contains(u'M') && result.contains(u'd');
-  return whole ? result.trimmed() : QStringLiteral("y-M-d");
-}
-
 /// The converter's name of a code page; null for one that is not known here.
 const char* ConverterName(CodePage page) {
   struct Known {
@@ -105,12 +85,9 @@ std::string Encoded(char32_t character, const char* page) {
 
 DesktopLocale::DesktopLocale(const QLocale& locale)
     : locale_(locale.language() == QLocale::C ? QLocale(QLocale::English, QLocale::UnitedStates)
-                                              : locale) {
-  const QString format = locale_.dateFormat(QLocale::ShortFormat);
-  pattern_ = ReducedPattern(format);
-  padded_ = format.contains(QLatin1String("dd"));
-  halfDays_ = locale_.timeFormat(QLocale::ShortFormat).contains(u'a', Qt::CaseInsensitive);
-}
+                                              : locale),
+      pattern_(locale_.dateFormat(QLocale::ShortFormat).toStdString(),
+               locale_.timeFormat(QLocale::ShortFormat).contains(u'a', Qt::CaseInsensitive)) {}
 
 LocaleId DesktopLocale::ThreadLocale() {
   return IdOf(locale_.name().toStdString());
@@ -119,11 +96,7 @@ LocaleId DesktopLocale::ThreadLocale() {
 std::string DesktopLocale::LocaleInfo(LocaleId, std::uint32_t kind) {
   if (kind == locale_info::DefaultAnsiCodePage) return "1252";
   if (kind != locale_info::ShortDateOrder) return {};
-  const qsizetype year = pattern_.indexOf(u'y');
-  const qsizetype month = pattern_.indexOf(u'M');
-  const qsizetype day = pattern_.indexOf(u'd');
-  if (year < month && year < day) return "2";
-  return day < month ? "1" : "0";
+  return std::to_string(static_cast<int>(pattern_.FieldOrder()));
 }
 
 void DesktopLocale::EnumCalendarInfo(LocaleId, std::uint32_t type,
@@ -167,37 +140,6 @@ std::string DesktopLocale::FromCodePage(std::string_view bytes, CodePage page) {
   std::string text;
   for (const char c : bytes) text.push_back(static_cast<unsigned char>(c) < 0x80 ? c : '?');
   return text;
-}
-
-std::string DesktopLocale::ShortDate(Date date) {
-  const DateFields fields = date.Fields();
-  const auto digits = [](int value, int width) {
-    return QStringLiteral("%1").arg(value, width, 10, QLatin1Char('0'));
-  };
-  QString text;
-  for (const QChar c : pattern_) {
-    if (c == u'y') {
-      text += digits(fields.year, 4);
-    } else if (c == u'M') {
-      text += digits(fields.month, padded_ ? 2 : 1);
-    } else if (c == u'd') {
-      text += digits(fields.day, padded_ ? 2 : 1);
-    } else {
-      text += c;
-    }
-  }
-  return text.toStdString();
-}
-
-std::string DesktopLocale::DateToText(Date date) {
-  const DateFields fields = date.Fields();
-  if (fields.hour == 0 && fields.minute == 0 && fields.second == 0) return ShortDate(date);
-  const int hour = halfDays_ ? (fields.hour + 11) % 12 + 1 : fields.hour;
-  const char* const half = fields.hour < 12 ? " AM" : " PM";
-  char time[64];
-  std::snprintf(time, sizeof time, halfDays_ ? " %d:%02d:%02d%s" : " %02d:%02d:%02d%s", hour,
-                fields.minute, fields.second, halfDays_ ? half : "");
-  return ShortDate(date) + time;
 }
 
 }  // namespace velkor

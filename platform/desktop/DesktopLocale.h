@@ -4,11 +4,11 @@
 #include <QLocale>
 
 #include "platform/LocaleApi.h"
+#include "support/DatePattern.h"
 
 namespace velkor {
 
-/// Dates are written in ASCII digits with a four-digit year, in the order and with the separators
-/// of the locale's short date. The ANSI code page is 1252.
+/// The ANSI code page is 1252. One calendar, the Gregorian one.
 class DesktopLocale : public LocaleApi {
  public:
   explicit DesktopLocale(const QLocale& locale = QLocale::system());
@@ -20,15 +20,12 @@ class DesktopLocale : public LocaleApi {
   CodePage AnsiCodePage() override { return 1252; }
   std::string ToCodePage(std::string_view text, CodePage page) override;
   std::string FromCodePage(std::string_view bytes, CodePage page) override;
-  std::string ShortDate(Date date) override;
-  std::string DateToText(Date date) override;
+  std::string ShortDate(Date date) override { return pattern_.ShortDate(date); }
+  std::string DateToText(Date date) override { return pattern_.DateToText(date); }
 
  private:
   QLocale locale_;
-  /// One of y, M, d and literal characters; numbers of two digits where `padded_` says so.
-  QString pattern_;
-  bool padded_ = false;
-  bool halfDays_ = false;
+  DatePattern pattern_;
 };
 
 }  // namespace velkor

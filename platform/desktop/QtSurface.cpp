@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "support/TextPrefixes.h"
+
 namespace velkor {
 namespace {
 
@@ -24,16 +26,6 @@ QString Readable(std::string_view text) {
   const auto isControl = [](QChar c) { return c.unicode() < u' ' && c != u'\n'; };
   if (std::any_of(result.cbegin(), result.cend(), isControl)) {
     std::replace_if(result.begin(), result.end(), isControl, QChar(u' '));
-  }
-  return result;
-}
-
-/// A text without its prefixes: "&x" is x, "&&" one ampersand.
-QString WithoutPrefixes(const QString& text) {
-  QString result;
-  for (qsizetype at = 0; at < text.size(); ++at) {
-    if (text[at] == u'&' && ++at == text.size()) break;
-    result += text[at];
   }
   return result;
 }
@@ -99,8 +91,8 @@ void QtSurface::Text(const Rect& rect, std::string_view text, const Font& font, 
   if (seen.Width() <= 0 || seen.Height() <= 0) return;
   const QtFont& face = fonts_.For(font);
   Use(face, colour);
-  QString all = Readable(text);
-  if ((flags & text_flags::NoPrefix) == 0) all = WithoutPrefixes(all);
+  const bool literal = (flags & text_flags::NoPrefix) != 0;
+  QString all = Readable(literal ? text : WithoutPrefixes(text));
   if ((flags & text_flags::SingleLine) != 0 || !all.contains(u'\n')) {
     const bool centred = (flags & text_flags::VerticalCentre) != 0;
     const int top = centred ? pixels.top + (pixels.Height() - face.Height()) / 2 : pixels.top;

@@ -102,7 +102,7 @@ TEST_F(DesktopFilesTest, WritersOfManyProcessesLeaveOneWholeFile) {
   for (char letter = 'a'; letter < 'e'; ++letter) {
     const pid_t child = ::fork();
     if (child == 0) {
-      for (int round = 0; round < 200; ++round) {
+      for (int round = 0; round < 40; ++round) {
         const auto file = files_.OpenForWriting(work_);
         if (file == nullptr) continue;
         file->Write(std::string(5000, letter));

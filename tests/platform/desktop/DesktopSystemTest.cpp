@@ -86,7 +86,7 @@ TEST_F(DesktopSystem, SettingsKeepAnyTextUnderAnyName) {
 }
 
 TEST_F(DesktopSystem, SettingsOfTwoProcessesDoNotLoseEachOthersKeys) {
-  constexpr int Keys = 60;
+  constexpr int Keys = 25;
   const auto saveAll = [](const char* section) {
     DesktopSettings settings;
     for (int key = 0; key < Keys; ++key) {

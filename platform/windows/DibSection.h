@@ -1,0 +1,55 @@
+// platform/windows/DibSection.h: a picture in memory that can be drawn on.
+#pragma once
+
+#include <cstdint>
+
+#include "platform/windows/GdiHandles.h"
+#include "platform/windows/Wide.h"
+#include "support/values/Colour.h"
+#include "support/values/Error.h"
+
+namespace velkor {
+
+/// A top-down picture of 32 bits a pixel, black at first. Sizes in pixels, above 0. The constructor
+/// throws Error when the system cannot make it.
+class DibSection {
+ public:
+  DibSection(int width, int height) : dc_(::CreateCompatibleDC(nullptr)), width_(width) {
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = width;
+    info.bmiHeader.biHeight = -height;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    info.bmiHeader.biCompression = BI_RGB;
+    bitmap_.reset(::CreateDIBSection(dc_.get(), &info, DIB_RGB_COLORS, &bits_, nullptr, 0));
+    if (!dc_ || !bitmap_) {
+      throw Error(errors::InvalidProcedureCall,
+                  "Cannot make a picture of " + std::to_string(width) + " x " +
+                      std::to_string(height) + " pixels: " + SystemMessage(::GetLastError()));
+    }
+    before_ = ::SelectObject(dc_.get(), bitmap_.get());
+  }
+  ~DibSection() {
+    if (before_ != nullptr) ::SelectObject(dc_.get(), before_);
+  }
+  DibSection(const DibSection&) = delete;
+  DibSection& operator=(const DibSection&) = delete;
+
+  HDC Dc() const { return dc_.get(); }
+  /// The colour of a pixel that lies in the picture.
+  Colour At(int x, int y) const {
+    ::GdiFlush();
+    const auto pixel = static_cast<const std::uint32_t*>(bits_)[std::ptrdiff_t{y} * width_ + x];
+    return Colour::FromRgb(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
+  }
+
+ private:
+  MemoryDc dc_;
+  BitmapHandle bitmap_;
+  void* bits_ = nullptr;
+  HGDIOBJ before_ = nullptr;
+  int width_;
+};
+
+}  // namespace velkor

@@ -1,0 +1,122 @@
+// platform/windows/GdiSurface.cpp: bars as opaque text backgrounds, text by DrawText.
+#include "platform/windows/GdiSurface.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/windows/Wide.h"
+#include "support/TextPrefixes.h"
+
+namespace velkor {
+namespace {
+
+constexpr double TwipsPerPoint = 20;
+
+COLORREF ToWindows(Colour colour) {
+  return RGB(colour.Red(), colour.Green(), colour.Blue());
+}
+
+RECT ToWindows(const PixelRect& rect) {
+  return {rect.left, rect.top, rect.right, rect.bottom};
+}
+
+FontHandle MakeFont(const Font& font, PixelSize pixel) {
+  const double pixels = font.size * TwipsPerPoint / static_cast<double>(pixel.height);
+  LOGFONTW wanted{};
+  wanted.lfHeight = pixels >= 1 ? -static_cast<LONG>(std::fmin(std::round(pixels), 2000)) : -1;
+  wanted.lfWeight = font.bold ? FW_BOLD : FW_NORMAL;
+  wanted.lfCharSet = static_cast<BYTE>(font.charset);
+  wanted.lfOutPrecision = OUT_TT_PRECIS;
+  // Without a face: one without serifs that has the character set.
+  wanted.lfPitchAndFamily = VARIABLE_PITCH | FF_SWISS;
+  ToWide(font.face).copy(wanted.lfFaceName, LF_FACESIZE - 1);
+  return FontHandle(::CreateFontIndirectW(&wanted));
+}
+
+}  // namespace
+
+GdiSurface::GdiSurface(HDC dc, PixelSize pixel) : dc_(dc), views_(pixel), saved_(dc) {
+  ::SetMapMode(dc_, MM_TEXT);
+  ::SetBkMode(dc_, TRANSPARENT);
+  ::SetTextAlign(dc_, TA_LEFT | TA_TOP | TA_NOUPDATECP);
+}
+
+void GdiSurface::Paint(const PixelRect& area, Colour colour) {
+  const PixelRect seen = views_.Clipped(area);
+  if (seen.Width() <= 0 || seen.Height() <= 0) return;
+  const RECT rect = ToWindows(seen);
+  ::SetBkColor(dc_, ToWindows(colour));
+  ::ExtTextOutW(dc_, 0, 0, ETO_OPAQUE, &rect, nullptr, 0, nullptr);
+}
+
+void GdiSurface::Fill(const Rect& rect, Colour colour) {
+  Paint(views_.Pixels(rect), colour);
+}
+
+void GdiSurface::Outline(const Rect& rect, Colour colour, int pen) {
+  for (const PixelRect& bar : OutlineBars(views_.Pixels(rect), pen)) Paint(bar, colour);
+}
+
+void GdiSurface::Line(Point from, Point to, Colour colour, int pen) {
+  const PixelRect ends = views_.Pixels({from.x, from.y, to.x, to.y});
+  if (ends.Width() == 0 || ends.Height() == 0) {
+    Paint(LineBar(ends, pen), colour);
+    return;
+  }
+  const PenHandle handle(::CreatePen(PS_SOLID, pen, ToWindows(colour)));
+  const SavedDc saved(dc_);
+  const PixelRect& clip = views_.Clip();
+  ::IntersectClipRect(dc_, clip.left, clip.top, clip.right, clip.bottom);
+  ::SelectObject(dc_, handle.get());
+  ::MoveToEx(dc_, ends.left, ends.top, nullptr);
+  ::LineTo(dc_, ends.right, ends.bottom);
+  // LineTo leaves out the end; a line of one point draws it.
+  ::LineTo(dc_, ends.right + 1, ends.bottom);
+}
+
+void GdiSurface::Use(const Font& font) {
+  auto found = std::find_if(fonts_.begin(), fonts_.end(),
+                            [&](const auto& each) { return each.first == font; });
+  if (found == fonts_.end()) {
+    fonts_.emplace_back(font, MakeFont(font, Pixel()));
+    found = std::prev(fonts_.end());
+  }
+  if (found->second.get() == font_) return;
+  font_ = found->second.get();
+  ::SelectObject(dc_, font_);
+}
+
+void GdiSurface::Text(const Rect& rect, std::string_view text, const Font& font, Colour colour,
+                      TextFlags flags) {
+  const PixelRect pixels = views_.Pixels(rect);
+  const PixelRect seen = views_.Clipped(pixels);
+  if (text.empty() || seen.Width() <= 0 || seen.Height() <= 0) return;
+  Use(font);
+  ::SetTextColor(dc_, ToWindows(colour));
+  const bool literal = (flags & text_flags::NoPrefix) != 0;
+  const std::wstring wide = ToWide(literal ? text : WithoutPrefixes(text));
+  RECT area = ToWindows(pixels);
+  const auto draw = [&] {
+    ::DrawTextW(dc_, wide.c_str(), static_cast<int>(wide.size()), &area, flags | DT_NOPREFIX);
+  };
+  if (seen == pixels) {
+    draw();
+    return;
+  }
+  const SavedDc saved(dc_);
+  ::IntersectClipRect(dc_, seen.left, seen.top, seen.right, seen.bottom);
+  draw();
+}
+
+Extent GdiSurface::Measure(std::string_view text, const Font& font) {
+  Use(font);
+  const std::wstring wide = ToWide(text);
+  SIZE size{};
+  ::GetTextExtentPoint32W(dc_, wide.c_str(), static_cast<int>(wide.size()), &size);
+  TEXTMETRICW metrics{};
+  ::GetTextMetricsW(dc_, &metrics);
+  return {size.cx * static_cast<double>(Pixel().width),
+          metrics.tmHeight * static_cast<double>(Pixel().height)};
+}
+
+}  // namespace velkor

@@ -1,0 +1,41 @@
+// platform/windows/GdiSurface.h: a surface over a device context.
+#pragma once
+
+#include <utility>
+#include <vector>
+
+#include "platform/Surface.h"
+#include "platform/windows/GdiHandles.h"
+#include "support/values/PixelViews.h"
+
+namespace velkor {
+
+/// Draws on a device context that its owner keeps and leaves alone for as long as the surface
+/// lives; afterwards it is as it was before. `pixel` is the size of one unit of the device context.
+class GdiSurface : public Surface {
+ public:
+  explicit GdiSurface(HDC dc, PixelSize pixel = {});
+
+  PixelSize Pixel() const override { return views_.Pixel(); }
+  void Fill(const Rect& rect, Colour colour) override;
+  void Outline(const Rect& rect, Colour colour, int pen) override;
+  void Line(Point from, Point to, Colour colour, int pen) override;
+  void Text(const Rect& rect, std::string_view text, const Font& font, Colour colour,
+            TextFlags flags) override;
+  Extent Measure(std::string_view text, const Font& font) override;
+  void EnterView(const Rect& clip, Point origin) override { views_.Enter(clip, origin); }
+  void LeaveView() override { views_.Leave(); }
+
+ private:
+  void Paint(const PixelRect& area, Colour colour);
+  void Use(const Font& font);
+
+  HDC dc_;
+  PixelViews views_;
+  /// Destroyed after `saved_` has taken them out of the device context.
+  std::vector<std::pair<Font, FontHandle>> fonts_;
+  HFONT font_ = nullptr;
+  SavedDc saved_;
+};
+
+}  // namespace velkor

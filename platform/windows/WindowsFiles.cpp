@@ -1,0 +1,202 @@
+// platform/windows/WindowsFiles.cpp: exclusive writing, and replacing by rename.
+#include "platform/windows/WindowsFiles.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+#include <utility>
+#include <vector>
+
+#include "platform/windows/Wide.h"
+#include "support/values/Error.h"
+
+namespace velkor {
+namespace {
+
+constexpr std::size_t BufferSize = std::size_t{1} << 16;
+
+/// An open file, closed at the end of its life.
+class FileHandle {
+ public:
+  explicit FileHandle(HANDLE value) : value_(value) {}
+  ~FileHandle() { Close(); }
+  FileHandle(FileHandle&& other) noexcept
+      : value_(std::exchange(other.value_, INVALID_HANDLE_VALUE)) {}
+  FileHandle& operator=(FileHandle&& other) noexcept {
+    std::swap(value_, other.value_);
+    return *this;
+  }
+
+  bool IsOpen() const { return value_ != INVALID_HANDLE_VALUE; }
+  HANDLE Value() const { return value_; }
+  void Close() {
+    if (IsOpen()) ::CloseHandle(std::exchange(value_, INVALID_HANDLE_VALUE));
+  }
+
+ private:
+  HANDLE value_;
+};
+
+[[noreturn]] void Fail(const char* what, const std::string& path, DWORD code) {
+  throw Error(FileErrorOf(code), std::string(what) + ' ' + path + ": " + SystemMessage(code));
+}
+
+std::wstring FullPath(const std::wstring& path) {
+  std::wstring full(::GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
+  full.resize(
+      ::GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+  return full;
+}
+
+/// Renames an open file over another; it stays open.
+bool RenameOpen(const FileHandle& file, const std::wstring& path) {
+  const std::wstring target = FullPath(path);
+  const std::size_t bytes = target.size() * sizeof(wchar_t);
+  std::vector<std::max_align_t> room((sizeof(FILE_RENAME_INFO) + bytes) / sizeof(std::max_align_t) +
+                                     1);
+  auto* const info = reinterpret_cast<FILE_RENAME_INFO*>(room.data());
+  info->ReplaceIfExists = TRUE;
+  info->FileNameLength = static_cast<DWORD>(bytes);
+  std::memcpy(info->FileName, target.data(), bytes);
+  return ::SetFileInformationByHandle(file.Value(), FileRenameInfo, info,
+                                      static_cast<DWORD>(sizeof *info + bytes)) != 0;
+}
+
+class WindowsOutputFile : public OutputFile {
+ public:
+  WindowsOutputFile(FileHandle file, std::string path)
+      : file_(std::move(file)), path_(std::move(path)) {}
+  ~WindowsOutputFile() override {
+    try {
+      WriteOut();
+    } catch (const Error&) {
+      // Whoever needs to know calls Flush.
+    }
+  }
+  WindowsOutputFile(const WindowsOutputFile&) = delete;
+  WindowsOutputFile& operator=(const WindowsOutputFile&) = delete;
+
+  void Write(std::string_view bytes) override {
+    buffer_ += bytes;
+    if (buffer_.size() >= BufferSize) WriteOut();
+  }
+  void Flush() override {
+    WriteOut();
+    if (!::FlushFileBuffers(file_.Value())) Fail("Cannot write", path_, ::GetLastError());
+  }
+  bool MoveOver(const std::string& path) override {
+    Flush();
+    if (!RenameOpen(file_, ToWide(path)) && !RenameClosed(path)) return false;
+    path_ = path;
+    return true;
+  }
+
+ private:
+  /// For systems that rename no open file; the new file is held again at once.
+  bool RenameClosed(const std::string& path) {
+    const DWORD code = ::GetLastError();
+    if (code == ERROR_ACCESS_DENIED || code == ERROR_SHARING_VIOLATION) return false;
+    file_.Close();
+    const bool moved = ::MoveFileExW(ToWide(path_).c_str(), ToWide(path).c_str(),
+                                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+    file_ = FileHandle(::CreateFileW(ToWide(moved ? path : path_).c_str(), GENERIC_WRITE | DELETE,
+                                     0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    return moved;
+  }
+
+  void WriteOut() {
+    // Taken out first: what failed once is not written again.
+    const std::string bytes = std::exchange(buffer_, {});
+    std::string_view left = bytes;
+    while (!left.empty()) {
+      const auto portion = static_cast<DWORD>(std::min(left.size(), std::size_t{1} << 30));
+      DWORD written = 0;
+      if (!::WriteFile(file_.Value(), left.data(), portion, &written, nullptr)) {
+        Fail("Cannot write", path_, ::GetLastError());
+      }
+      left.remove_prefix(written);
+    }
+  }
+
+  FileHandle file_;
+  std::string path_;
+  std::string buffer_;
+};
+
+}  // namespace
+
+long FileErrorOf(unsigned long code) {
+  switch (code) {
+    case ERROR_INVALID_NAME:
+    case ERROR_BAD_PATHNAME:
+    case ERROR_FILENAME_EXCED_RANGE:
+      return errors::BadFileName;
+    case ERROR_ACCESS_DENIED:
+    case ERROR_WRITE_PROTECT:
+      return errors::BadFileMode;
+    case ERROR_SHARING_VIOLATION:
+    case ERROR_LOCK_VIOLATION:
+      return errors::FileAlreadyOpen;
+    case ERROR_NOT_READY:
+    case ERROR_BAD_UNIT:
+      return errors::DeviceUnavailable;
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_BAD_NETPATH:
+      return errors::PathNotFound;
+    default:
+      // A full disk counts as a device error, as the file error report words it.
+      return errors::DeviceInputOutput;
+  }
+}
+
+std::optional<std::string> WindowsFiles::Read(const std::string& path) {
+  const FileHandle file(::CreateFileW(ToWide(path).c_str(), GENERIC_READ,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                      nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+  LARGE_INTEGER size{};
+  if (!file.IsOpen()) return std::nullopt;
+  if (!::GetFileSizeEx(file.Value(), &size)) size.QuadPart = 0;
+  std::string bytes;
+  // One byte more than the file has, so that its end is met without growing.
+  bytes.resize(static_cast<std::size_t>(size.QuadPart) + 1);
+  std::size_t length = 0;
+  while (true) {
+    if (length == bytes.size()) bytes.resize(bytes.size() + bytes.size() / 2 + BufferSize);
+    const auto portion = static_cast<DWORD>(std::min(bytes.size() - length, std::size_t{1} << 30));
+    DWORD got = 0;
+    if (!::ReadFile(file.Value(), bytes.data() + length, portion, &got, nullptr)) {
+      throw Error(errors::DeviceInputOutput,
+                  "Cannot read " + path + ": " + SystemMessage(::GetLastError()));
+    }
+    if (got == 0) break;
+    length += got;
+  }
+  bytes.resize(length);
+  return bytes;
+}
+
+bool WindowsFiles::Exists(const std::string& path) {
+  const DWORD attributes = ::GetFileAttributesW(ToWide(path).c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+bool WindowsFiles::DirectoryExists(const std::string& path) {
+  const DWORD attributes = ::GetFileAttributesW(ToWide(path).c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+bool WindowsFiles::Delete(const std::string& path) {
+  if (::DeleteFileW(ToWide(path).c_str())) return true;
+  const DWORD code = ::GetLastError();
+  return code == ERROR_FILE_NOT_FOUND || code == ERROR_PATH_NOT_FOUND;
+}
+
+std::unique_ptr<OutputFile> WindowsFiles::OpenForWriting(const std::string& path) {
+  FileHandle file(::CreateFileW(ToWide(path).c_str(), GENERIC_WRITE | DELETE, 0, nullptr,
+                                CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file.IsOpen()) return nullptr;
+  return std::make_unique<WindowsOutputFile>(std::move(file), path);
+}
+
+}  // namespace velkor

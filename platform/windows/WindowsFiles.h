@@ -1,0 +1,21 @@
+// platform/windows/WindowsFiles.h: files by the Windows file functions.
+#pragma once
+
+#include "platform/System.h"
+
+namespace velkor {
+
+/// A writer shares its file with nobody, readers included.
+class WindowsFiles : public Files {
+ public:
+  std::optional<std::string> Read(const std::string& path) override;
+  bool Exists(const std::string& path) override;
+  bool DirectoryExists(const std::string& path) override;
+  bool Delete(const std::string& path) override;
+  std::unique_ptr<OutputFile> OpenForWriting(const std::string& path) override;
+};
+
+/// The file error number (support/values/Error.h) that stands for a system error code.
+long FileErrorOf(unsigned long code);
+
+}  // namespace velkor

@@ -1,0 +1,104 @@
+// tests/platform/windows/GdiSurfaceTest.cpp: pixels of the GDI surface, ellipsis and metrics.
+#include "platform/windows/GdiSurface.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "platform/windows/DibSection.h"
+#include "tests/platform/SurfaceScene.h"
+
+namespace velkor {
+namespace {
+
+constexpr int LineWidth = 200;
+constexpr int LineHeight = 30;
+
+/// The columns that have ink after drawing one line of text on white.
+std::vector<bool> InkOf(std::string_view text, TextFlags flags, int width = LineWidth) {
+  const DibSection picture(LineWidth, LineHeight);
+  GdiSurface surface(picture.Dc());
+  surface.Fill(scene::InPixels(0, 0, LineWidth, LineHeight), colours::White);
+  surface.Text(scene::InPixels(0, 0, width, LineHeight), text, {"", 12}, colours::Black, flags);
+  std::vector<bool> columns(LineWidth);
+  for (int x = 0; x < LineWidth; ++x) {
+    for (int y = 0; y < LineHeight; ++y) {
+      if (picture.At(x, y) != colours::White) columns[std::size_t(x)] = true;
+    }
+  }
+  return columns;
+}
+
+int FirstInk(const std::vector<bool>& columns) {
+  return static_cast<int>(std::find(columns.begin(), columns.end(), true) - columns.begin());
+}
+
+int LastInk(const std::vector<bool>& columns) {
+  return static_cast<int>(columns.rend() - std::find(columns.rbegin(), columns.rend(), true)) - 1;
+}
+
+TEST(GdiSurface, PutsColoursWhereEverySurfaceDoes) {
+  const DibSection picture(scene::Width, scene::Height);
+  GdiSurface surface(picture.Dc());
+  scene::Draw(surface);
+  const auto at = [&](int x, int y) { return picture.At(x, y); };
+  scene::ExpectColours(at);
+  scene::ExpectClippedText(at);
+}
+
+TEST(GdiSurface, LeavesTheDeviceContextAsItWas) {
+  const DibSection picture(scene::Width, scene::Height);
+  const HGDIOBJ font = ::GetCurrentObject(picture.Dc(), OBJ_FONT);
+  const COLORREF background = ::GetBkColor(picture.Dc());
+  {
+    GdiSurface surface(picture.Dc());
+    scene::Draw(surface);
+  }
+  EXPECT_EQ(::GetCurrentObject(picture.Dc(), OBJ_FONT), font);
+  EXPECT_EQ(::GetBkColor(picture.Dc()), background);
+  EXPECT_EQ(::GetBkMode(picture.Dc()), OPAQUE);
+}
+
+TEST(GdiSurface, LongTextEndsInAnEllipsisAndShortTextDoesNot) {
+  constexpr TextFlags Cut = text_flags::NoPrefix | text_flags::WordEllipsis;
+  EXPECT_EQ(InkOf("Meeting", Cut), InkOf("Meeting", text_flags::NoPrefix));
+  const auto cut = InkOf("A meeting that takes far too long", Cut, 100);
+  const auto whole = InkOf("A meeting that takes far too long", text_flags::NoPrefix, 100);
+  EXPECT_NE(cut, whole);
+  EXPECT_GT(LastInk(cut), 60);
+  EXPECT_LT(LastInk(cut), 100);
+  EXPECT_LT(LastInk(whole), 100);
+}
+
+TEST(GdiSurface, AlignsTextAndShowsAmpersandsOnlyWithoutPrefixes) {
+  EXPECT_LT(FirstInk(InkOf("lll", text_flags::NoPrefix)), 4);
+  EXPECT_GT(LastInk(InkOf("lll", text_flags::Right | text_flags::NoPrefix)), 190);
+  const auto centre = InkOf("lll", text_flags::Centre | text_flags::NoPrefix);
+  EXPECT_NEAR(FirstInk(centre), LineWidth - LastInk(centre), 6);
+  EXPECT_EQ(InkOf("R&D", text_flags::Left), InkOf("RD", text_flags::NoPrefix));
+  EXPECT_GT(LastInk(InkOf("R&D", text_flags::NoPrefix)), LastInk(InkOf("R&D", text_flags::Left)));
+}
+
+TEST(GdiSurface, MeasuresWhatItDraws) {
+  const DibSection picture(10, 10);
+  GdiSurface surface(picture.Dc());
+  EXPECT_NEAR(LastInk(InkOf("Mwi", text_flags::NoPrefix)) + 1,
+              surface.Measure("Mwi", {"", 12}).width / 15, 4);
+  EXPECT_GT(surface.Measure("0", {"", 7}).height, surface.Measure("0", {"", 6}).height);
+  EXPECT_EQ(surface.Measure("", {"", 7}).width, 0);
+}
+
+TEST(GdiSurface, LeavesOutWhatCannotBeDrawn) {
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  const DibSection picture(20, 20);
+  GdiSurface surface(picture.Dc());
+  surface.Fill({-1e300, -1e300, 1e300, 1e300}, scene::Sand);
+  surface.Fill({300, 300, 0, 0}, scene::Red);
+  surface.LeaveView();
+  surface.Text({0, 0, 300, 300}, "\xFF\xC3 \x01", {"No such face", nan}, scene::Red, 0);
+  surface.Text({0, 0, nan, 300}, std::string(70000, 'x'), {"", 1e9}, scene::Red, 0);
+  EXPECT_EQ(picture.At(19, 19), scene::Sand);
+}
+
+}  // namespace
+}  // namespace velkor
