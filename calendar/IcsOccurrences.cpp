@@ -163,8 +163,7 @@ CalendarItem IcsItemBuilder::Recurring(const IcsEvent& master,
   }
 
   item.occurrences = Unchanged(master, first, removed);
-  const std::size_t room = limits_.occurrences - std::min(occurrences_, limits_.occurrences);
-  const std::size_t most = std::min(room, limits_.itemOccurrences);
+  const std::size_t most = limits_.occurrences - std::min(occurrences_, limits_.occurrences);
   if (item.occurrences.size() > most) {
     diagnostics_.Warn(master.Line(), master.Name() + " has too many occurrences; the last " +
                                          std::to_string(item.occurrences.size() - most) +

@@ -123,8 +123,8 @@ std::string Refusal(const icalrecurrencetype& parts) {
       MostTimesOfDay) {
     return "has too many times a day";
   }
-  if (picksPositions && (picksTimes || parts.freq <= ICAL_DAILY_RECURRENCE)) {
-    return "picks positions among the times of a day";
+  if (picksPositions && (picksTimes || parts.freq <= ICAL_WEEKLY_RECURRENCE)) {
+    return "picks positions in a week or a day, which is not supported";
   }
   if (Size(parts.by_week_no) > 0 && parts.freq != ICAL_YEARLY_RECURRENCE) {
     return "has BYWEEKNO but is not yearly";
@@ -173,6 +173,15 @@ class CandidateFilter {
   bool active_;
 };
 
+/// The last start at or before `from` of a rule that repeats every so many hours, minutes or
+/// seconds. libical itself does not keep such intervals in step when it starts later.
+WallSeconds InStep(WallSeconds from, WallSeconds first, const icalrecurrencetype& parts) {
+  const WallSeconds unit = parts.freq == ICAL_HOURLY_RECURRENCE     ? 3600
+                           : parts.freq == ICAL_MINUTELY_RECURRENCE ? 60
+                                                                    : 1;
+  return from - (from - first) % (unit * parts.interval);
+}
+
 struct FreeIterator {
   void operator()(icalrecur_iterator* iterator) const { icalrecur_iterator_free(iterator); }
 };
@@ -202,13 +211,17 @@ RuleStarts RuleExpander::Expand(std::string_view text, const IcsTime& first, Wal
   if (!result.problem.empty()) return result;
 
   const CandidateFilter filter(rule->parts);
+  const bool skips = rule->count == 0 && from > first.wall + Day;
+  const bool withinDay = rule->parts.freq < ICAL_DAILY_RECURRENCE;
+  const WallSeconds origin =
+      skips && withinDay ? InStep(from, first.wall, rule->parts) : first.wall;
   const std::unique_ptr<icalrecur_iterator, FreeIterator> iterator(
-      icalrecur_iterator_new(rule->parts, ToIcalTime(first.wall, first.isDate)));
+      icalrecur_iterator_new(rule->parts, ToIcalTime(origin, first.isDate)));
   if (!iterator) {
     result.problem = "is no recurrence rule";
     return result;
   }
-  if (rule->count == 0 && from > first.wall + Day) {
+  if (skips && !withinDay) {
     icalrecur_iterator_set_start(iterator.get(), ToIcalTime(from, first.isDate));
   }
 

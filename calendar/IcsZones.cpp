@@ -178,7 +178,8 @@ const IcsZone* IcsZones::FindSystemZone(const std::string& tzid) {
   for (std::size_t at = 0; at < tzid.size();) {
     const QByteArray name = QByteArray::fromStdString(tzid.substr(at));
     for (const QByteArray& id : {name, QTimeZone::windowsIdToDefaultIanaId(name)}) {
-      if (id.isEmpty() || id.startsWith('/') || id.contains("..")) continue;
+      // A zone object would also take an unknown name for a POSIX rule.
+      if (id.isEmpty() || !QTimeZone::isTimeZoneIdAvailable(id)) continue;
       if (QTimeZone zone(id); zone.isValid()) {
         return zones_.emplace_back(std::make_unique<IcsZone>(std::move(zone))).get();
       }

@@ -1,0 +1,218 @@
+// tests/calendar/IcsFaultsTest.cpp: broken calendars show what they hold and say what is wrong.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <set>
+
+#include "support/values/Error.h"
+#include "support/values/Text.h"
+#include "tests/calendar/IcsCase.h"
+
+namespace velkor {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+Texts SubjectsOf(const ParsedCalendar& calendar) {
+  Texts subjects;
+  for (const CalendarItem& item : calendar.items) subjects.push_back(item.fields.subject);
+  return subjects;
+}
+
+/// The only report about an event with these lines, which begin in line 4.
+std::string ReportOn(std::string_view eventLines) {
+  const Texts reports = ReportsOf(Parse(Calendar(Event(eventLines))));
+  return reports.size() == 1 ? reports[0] : std::to_string(reports.size()) + " reports";
+}
+
+TEST(IcsFaults, AStartThatIsNoDateLeavesTheEventOut) {
+  EXPECT_EQ(ReportOn("DTSTART:2026x\nSUMMARY:Foo\n"),
+            "team.ics:4: DTSTART \"2026x\" is no date between the years 100 and 9999; the event "
+            "\"Foo\" is left out");
+  for (const char* value : {"20260230", "20261301T000000", "00991231", "20260101T240000",
+                            "20260101T1000", "20260101 100000", "-20260101", "", "99999999"}) {
+    const ParsedCalendar calendar = Parse(Calendar(Event("DTSTART:" + std::string(value) + "\n") +
+                                                   Event("SUMMARY:good\nDTSTART:20260101\n")));
+    EXPECT_EQ(SubjectsOf(calendar), Texts{"good"}) << value;
+    EXPECT_EQ(calendar.diagnostics.size(), 1U) << value;
+  }
+  EXPECT_NE(ReportOn("SUMMARY:Foo\n").find("there is no DTSTART"), std::string::npos);
+}
+
+TEST(IcsFaults, WhatIsWrongWithOnePropertyLeavesTheOthersAlone) {
+  const auto reported = [](const std::string& line, const std::string& text) {
+    const std::string lines = "DTSTART:20260105T100000\nSUMMARY:Foo\n" + line + "\n";
+    EXPECT_NE(ReportOn(lines).find("team.ics:6: "), std::string::npos) << ReportOn(lines);
+    EXPECT_NE(ReportOn(lines).find(text), std::string::npos) << ReportOn(lines);
+    EXPECT_EQ(Words(OnlyItem(lines).start), "2026-01-05 10:00") << line;
+  };
+  reported("DTEND:soon", "taken to end where it starts");
+  reported("DURATION:P1Y", "is no duration");
+  reported("DURATION:P99999999999W", "is no duration");
+  reported("RRULE:FREQ=SOMETIMES", "is no recurrence rule; it adds no occurrence");
+  reported("EXDATE:20260106T100000,never", "EXDATE \"never\"");
+  reported("RDATE:20260106T100000/x", "as long as the first one");
+  reported("RECURRENCE-ID:x", "is shown by itself");
+  reported("RECURRENCE-ID;RANGE=THISANDFUTURE:20260105T100000", "THISANDFUTURE");
+  reported("DTEND;TZID=Atlantis/City:20260105T110000", "\"Atlantis/City\" is not known");
+  reported("DTSTART:20260106T100000", "a second DTSTART");
+  reported("this is no property", "\"this is no property\" is no property");
+  reported("RRULE:FREQ=SECONDLY", "followed only in part; the rest is left out");
+}
+
+TEST(IcsFaults, AnEndBeforeTheStartGivesNoLengthOrOneDay) {
+  EXPECT_EQ(SpanOf("DTSTART:20260105T100000\nDTEND:20260105T090000\n"),
+            "2026-01-05 10:00 to 2026-01-05 10:00");
+  EXPECT_EQ(SpanOf("DTSTART:20260105T100000\nDURATION:-PT1H\n"),
+            "2026-01-05 10:00 to 2026-01-05 10:00");
+  EXPECT_EQ(SpanOf("DTSTART:20260105\nDTEND:20260105\n"), "2026-01-05 00:00 to 2026-01-06 00:00");
+  EXPECT_EQ(SpanOf("DTSTART:20260105\nDTEND:20260101\n"), "2026-01-05 00:00 to 2026-01-06 00:00");
+  EXPECT_EQ(ReportOn("SUMMARY:Foo\nDTSTART:20260105T100000\nDTEND:20260105T090000\n"),
+            "team.ics:3: the event \"Foo\" ends before it starts; it is shown without length");
+  EXPECT_EQ(SpanOf("DTSTART:99991231\nDURATION:P9999999W\n"),
+            "9999-12-31 00:00 to 9999-12-31 23:59:59");
+}
+
+TEST(IcsFaults, MissingEndsAndStrayOnesKeepTheRestReadable) {
+  const ParsedCalendar calendar = Parse(
+      "garbage\nmore garbage\nBEGIN:VCALENDAR\nBEGIN:VEVENT\nSUMMARY:a\nDTSTART:20260101\n"
+      "BEGIN:VALARM\nSUMMARY:alarm\nEND:VEVENT\n"
+      "BEGIN:VEVENT\nSUMMARY:b\nDTSTART:20260102\nBEGIN:VEVENT\nSUMMARY:c\nDTSTART:20260103\n"
+      "END:VEVENT\nEND:VALARM\nEND:VCALENDAR\nEND:VCALENDAR\n"
+      "BEGIN:VCALENDAR\nBEGIN:VEVENT\nSUMMARY:d\nDTSTART:20260104\n");
+  EXPECT_EQ(SubjectsOf(calendar), (Texts{"a", "b", "c", "d"}));
+  std::vector<int> lines;
+  for (const Diagnostic& diagnostic : calendar.diagnostics) lines.push_back(diagnostic.line);
+  EXPECT_EQ(lines, (std::vector{1, 9, 10, 17, 19, 20, 21}));
+}
+
+TEST(IcsFaults, TextThatIsNotUtf8IsShownAsFarAsItCan) {
+  const ParsedCalendar latin = Parse(Calendar(Event("SUMMARY:Caf\xE9\nDTSTART:20260101\n")));
+  EXPECT_EQ(SubjectsOf(latin), Texts{"Café"});
+  EXPECT_EQ(ReportsOf(latin), Texts{"team.ics:4: the file is not UTF-8; it is read as Latin-1"});
+  const ParsedCalendar mixed = Parse(Calendar(Event("SUMMARY:Caf\xE9 Größe\nDTSTART:20260101\n")));
+  EXPECT_EQ(SubjectsOf(mixed), Texts{"Caf\xEF\xBF\xBD Größe"});
+  EXPECT_EQ(mixed.diagnostics.size(), 1U);
+  const ParsedCalendar nul =
+      Parse(Calendar(Event(std::string("SUMMARY:a\0b\nDTSTART:20260101\n", 29))));
+  EXPECT_EQ(SubjectsOf(nul), Texts{"a\xEF\xBF\xBD"
+                                   "b"});
+}
+
+TEST(IcsFaults, EveryBoundIsReportedAndEverythingElseShown) {
+  IcsLimits limits;
+  limits.lineLength = 50;
+  limits.componentSize = 200;
+  limits.components = 4;
+  limits.nesting = 2;
+  const std::string good = Event("SUMMARY:good\nDTSTART:20260101\n");
+  const std::string deep = "BEGIN:X-A\nBEGIN:X-B\nBEGIN:X-C\nEND:X-C\nEND:X-B\nEND:X-A\n";
+  const std::string longLine = "DESCRIPTION:" + std::string(100, 'x') + "\n";
+  std::string longEvent = "SUMMARY:long\nDTSTART:20260101\n";
+  for (int i = 0; i < 10; ++i) longEvent += "COMMENT:0123456789012345\n";
+  const ParsedCalendar calendar =
+      Parse(Calendar(Event("SUMMARY:deep\nDTSTART:20260101\n" + deep) + Event(longEvent) +
+                     Event("SUMMARY:line\nDTSTART:20260101\n" + longLine) + good + good + good),
+            limits);
+  EXPECT_EQ(SubjectsOf(calendar), (Texts{"deep", "line", "good", "good"}));
+  EXPECT_EQ(calendar.diagnostics.size(), 4U);
+
+  limits.fileSize = 100;
+  EXPECT_THROW(Parse(Calendar(good + good + good), limits), Error);
+  limits = {};
+  limits.diagnostics = 2;
+  EXPECT_EQ(ReportsOf(Parse(Calendar(good + Event("") + Event("") + Event("")), limits)).back(),
+            "team.ics: 1 more problems are not listed");
+  limits = {};
+  limits.occurrences = 5;
+  const std::string daily = Event("DTSTART:20260101\nRRULE:FREQ=DAILY;COUNT=4\n");
+  const ParsedCalendar full = Parse(Calendar(daily + daily), limits);
+  EXPECT_EQ(full.items[0].occurrences.size() + full.items[1].occurrences.size(), 5U);
+  EXPECT_EQ(full.diagnostics.size(), 1U);
+}
+
+TEST(IcsFaults, AZoneDefinitionThatCouldRunAwayIsNotUsed) {
+  const auto zone = [](const std::string& rule) {
+    return "BEGIN:VTIMEZONE\nTZID:Asia/Tokyo\nBEGIN:STANDARD\nDTSTART:19700101T000000\n" + rule +
+           "TZOFFSETFROM:+0100\nTZOFFSETTO:+0100\nEND:STANDARD\nEND:VTIMEZONE\n";
+  };
+  const std::string event = Event("DTSTART;TZID=Asia/Tokyo:20260101T093000\n");
+  EXPECT_EQ(Words(Parse(Calendar(zone("") + event)).items.at(0).start), "2026-01-01 05:00");
+  for (const char* rule : {"RRULE:FREQ=SECONDLY\n", "RRULE:FREQ=YEARLY;BYSECOND=1\n"}) {
+    const ParsedCalendar calendar = Parse(Calendar(zone(rule) + event));
+    EXPECT_EQ(Words(calendar.items.at(0).start), "2025-12-31 21:00");
+    EXPECT_EQ(calendar.diagnostics.size(), 1U);
+  }
+}
+
+TEST(IcsFaults, WhatIsNoCalendarIsRefused) {
+  for (const char* text : {"", "hello", "\xEF\xBB\xBF", "BEGIN:VTODO\nEND:VTODO\n"}) {
+    try {
+      Parse(text);
+      ADD_FAILURE() << text;
+    } catch (const Error& error) {
+      EXPECT_EQ(error.Description(), "The calendar file team.ics holds no calendar.");
+    }
+  }
+}
+
+TEST(IcsFaults, ManyEventsOfOneIdentifierTakeNoMoreThanTheirShare) {
+  const auto timed = [](const std::string& text) {
+    const auto started = std::chrono::steady_clock::now();
+    const ParsedCalendar calendar = Parse(Calendar(text));
+    EXPECT_EQ(calendar.diagnostics.size(), 0U);
+    return std::pair(calendar.items.size(),
+                     std::chrono::duration<double>(std::chrono::steady_clock::now() - started));
+  };
+  constexpr int Many = 20'000;
+  std::string sameUid;
+  std::string changes = Event("UID:m\nDTSTART:20260101T000000\nRRULE:FREQ=MINUTELY;COUNT=20001\n");
+  std::string removed = "DTSTART:20260101T000000\nRRULE:FREQ=MINUTELY;COUNT=20001\nEXDATE:";
+  for (int i = 1; i <= Many; ++i) {
+    const DateFields at = Date::FromFields({2026, 1, 1, 0, i, 0}).Fields();
+    const auto two = [](int value) {
+      return std::string(value < 10 ? "0" : "") + std::to_string(value);
+    };
+    std::string moment("2026");
+    moment.append(two(at.month)).append(two(at.day)).append("T").append(two(at.hour));
+    moment.append(two(at.minute)).append("00");
+    sameUid += Event("UID:m\nDTSTART:" + moment + "\n");
+    changes += Event("UID:m\nRECURRENCE-ID:" + moment + "\nDTSTART:" + moment + "\n");
+    removed += (i > 1 ? ",\n " : "") + moment;
+  }
+  // Generous: what grows with the square of these numbers takes minutes.
+  constexpr std::chrono::duration<double> Bound{20};
+  const auto [sameCount, sameTime] = timed(sameUid);
+  EXPECT_EQ(sameCount, static_cast<std::size_t>(Many));
+  EXPECT_LT(sameTime, Bound);
+  const auto [changedCount, changedTime] = timed(changes);
+  EXPECT_EQ(changedCount, 1U);
+  EXPECT_LT(changedTime, Bound);
+  const auto [removedCount, removedTime] = timed(Event(removed + "\n"));
+  EXPECT_EQ(removedCount, 1U);
+  EXPECT_LT(removedTime, Bound);
+}
+
+TEST(IcsFaults, NoPrefixOfACalendarDoesHarm) {
+  const std::string text = Calendar(
+      "BEGIN:VTIMEZONE\nTZID:Z\nBEGIN:STANDARD\nDTSTART:19700101T000000\nTZOFFSETFROM:+0100\n"
+      "TZOFFSETTO:+0100\nEND:STANDARD\nEND:VTIMEZONE\n" +
+      Event("UID:a\nSUMMARY;X=\"y:z\":Caf\xC3\xA9\\, \\n\nDTSTART;TZID=Z:20260101T100000\n"
+            "RRULE:FREQ=WEEKLY;BYDAY=MO,TU;UNTIL=20260301T000000Z\nEXDATE:20260105T090000Z\n"
+            "RDATE;VALUE=PERIOD:20260401T100000/PT1H\nCATEGORIES:a,b\\\n") +
+      Event("UID:a\nRECURRENCE-ID:20260106T090000Z\nDTSTART:20260107\n"));
+  for (std::size_t size = 0; size < text.size(); ++size) {
+    try {
+      const ParsedCalendar calendar = Parse(std::string_view(text).substr(0, size));
+      for (const CalendarItem& item : calendar.items) {
+        EXPECT_TRUE(item.start.IsValid() && item.end >= item.start) << size;
+        EXPECT_EQ(ValidUtf8(item.fields.subject), item.fields.subject) << size;
+      }
+    } catch (const Error& error) {
+      EXPECT_EQ(error.Description(), "The calendar file team.ics holds no calendar.") << size;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace velkor

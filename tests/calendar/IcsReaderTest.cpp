@@ -1,0 +1,176 @@
+// tests/calendar/IcsReaderTest.cpp: the reading process, its answers and its ways to fail.
+#include "calendar/IcsReader.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "calendar/EmbeddedOutlook.h"
+#include "calendar/IcsAnswer.h"
+#include "support/values/Error.h"
+#include "tests/calendar/IcsCase.h"
+
+namespace velkor {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class IcsReaderTest : public testing::Test {
+ protected:
+  IcsReaderTest() : folder_(testing::TempDir() + "ics-" + std::to_string(getpid()) + "-" + Name()) {
+    std::filesystem::create_directories(folder_);
+  }
+  ~IcsReaderTest() override { std::filesystem::remove_all(folder_); }
+
+  static std::string Name() {
+    return testing::UnitTest::GetInstance()->current_test_info()->name();
+  }
+  std::string Write(const std::string& name, const std::string& text) const {
+    const std::string path = folder_ + "/" + name;
+    std::ofstream(path, std::ios::binary) << text;
+    return path;
+  }
+  /// A reader that is this shell script.
+  IcsReaderOptions Script(const std::string& lines) const {
+    IcsReaderOptions options;
+    options.program = Write("reader", "#!/bin/sh\n" + lines + "\n");
+    chmod(options.program.c_str(), 0700);
+    return options;
+  }
+  static std::string FaultOf(const std::string& path, const IcsReaderOptions& options = {}) {
+    try {
+      ReadIcsFile(path, Year(2026), options);
+    } catch (const Error& error) {
+      EXPECT_EQ(error.Number(), errors::CalendarFailed);
+      EXPECT_NE(error.Description().find(path), std::string::npos) << error.Description();
+      return error.Description();
+    }
+    return "no error";
+  }
+
+  std::string folder_;
+};
+
+const std::string WeeklyEvent =
+    "UID:w\nSUMMARY:Größe\nDTSTART:20260101T120000Z\nDTEND:20260101T130000Z\n"
+    "RRULE:FREQ=WEEKLY\nCATEGORIES:a,b\nDESCRIPTION:x\\ny\nLOCATION:Ghent\n";
+
+TEST_F(IcsReaderTest, TheProcessGivesWhatTheParserGives) {
+  const std::string text = Calendar(
+      "X-WR-CALNAME:Team\n" + Event(WeeklyEvent) +
+      Event("UID:w\nSUMMARY:moved\nRECURRENCE-ID:20260108T120000Z\nDTSTART:20260109T120000Z\n") +
+      Event("SUMMARY:broken\n"));
+  const std::string path = Write("Team – year.ics", text);
+  const ParsedCalendar here = ParseIcs(text, path, Year(2026));
+  const ParsedCalendar there = ReadIcsFile(path, Year(2026));
+  EXPECT_EQ(there.name, "Team");
+  EXPECT_EQ(there.diagnostics, here.diagnostics);
+  ASSERT_EQ(there.items.size(), 1U);
+  const CalendarItem& item = there.items[0];
+  EXPECT_EQ(item.entryId, here.items[0].entryId);
+  EXPECT_EQ(item.fields.subject, "Größe");
+  EXPECT_EQ(item.fields.body, "x\r\ny");
+  EXPECT_EQ(item.fields.location, "Ghent");
+  EXPECT_EQ(item.fields.categories, (Texts{"a", "b"}));
+  EXPECT_EQ(StartsOf(item), StartsOf(here.items[0]));
+  EXPECT_EQ(item.occurrences.size(), 52U + 1U);
+}
+
+TEST_F(IcsReaderTest, FilesThatAreNoCalendarAreNamed) {
+  EXPECT_NE(FaultOf(folder_ + "/none.ics").find("does not exist"), std::string::npos);
+  EXPECT_NE(FaultOf(folder_).find("is a folder"), std::string::npos);
+  EXPECT_NE(FaultOf(Write("text.ics", "hello")).find("holds no calendar"), std::string::npos);
+  const std::string pipe = folder_ + "/pipe";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_NE(FaultOf(pipe).find("is no ordinary file"), std::string::npos);
+  const std::string huge = Write("huge.ics", Calendar(""));
+  std::filesystem::resize_file(huge, IcsLimits{}.fileSize + 1);
+  EXPECT_NE(FaultOf(huge).find("is larger than 64 MiB"), std::string::npos);
+}
+
+TEST_F(IcsReaderTest, AReaderThatFailsBecomesAMessage) {
+  const std::string path = Write("team.ics", Calendar(Event(WeeklyEvent)));
+  EXPECT_EQ(FaultOf(path, Script("kill -SEGV $$")),
+            "The calendar file " + path + " could not be read: the reader stopped with signal 11.");
+  EXPECT_NE(FaultOf(path, Script("exit 3")).find("exit code 3"), std::string::npos);
+  EXPECT_NE(FaultOf(path, Script("exit 0")).find("gave no answer"), std::string::npos);
+  EXPECT_NE(FaultOf(path, Script("echo hello; echo trouble >&2")).find("gave no answer"),
+            std::string::npos);
+  IcsReaderOptions missing;
+  missing.program = folder_ + "/no-such-reader";
+  EXPECT_NE(FaultOf(path, missing).find("could not be started"), std::string::npos);
+}
+
+TEST_F(IcsReaderTest, AReaderThatHangsIsStopped) {
+  const std::string path = Write("team.ics", Calendar(""));
+  for (const char* script : {"sleep 1000", "exec >&-; exec sleep 1000", "while :; do :; done"}) {
+    IcsReaderOptions options = Script(script);
+    options.timeLimit = std::chrono::milliseconds{200};
+    EXPECT_NE(FaultOf(path, options).find("took longer than 200 ms"), std::string::npos) << script;
+  }
+}
+
+TEST_F(IcsReaderTest, AReaderThatNeedsTooMuchMemoryBecomesAMessage) {
+#ifdef __SANITIZE_ADDRESS__
+  GTEST_SKIP() << "the memory of a sanitized process cannot be bounded";
+#endif
+  std::string events;
+  for (int i = 0; i < 200'000; ++i) events += "BEGIN:VEVENT\nDTSTART:20260101\nEND:VEVENT\n";
+  IcsReaderOptions options;
+  options.memoryLimit = std::size_t{200} << 20;
+  EXPECT_NE(FaultOf(Write("many.ics", Calendar(events)), options).find("memory"),
+            std::string::npos);
+}
+
+TEST_F(IcsReaderTest, BrokenAnswersAreRefusedWhateverTheyHold) {
+  const std::string path = Write("team.ics", Calendar(""));
+  const std::string answer = EncodeAnswer(Parse(
+      Calendar(Event(WeeklyEvent + "EXDATE:20260108T120000Z\n") + Event("SUMMARY:broken\n"))));
+  EXPECT_EQ(DecodeAnswer(answer).items.size(), 1U);
+  EXPECT_THROW(DecodeAnswer(answer + "x"), Error);
+  for (std::size_t size = 0; size < answer.size(); ++size) {
+    EXPECT_THROW(DecodeAnswer(std::string_view(answer).substr(0, size)), Error) << size;
+  }
+  for (std::size_t at = 0; at < answer.size(); ++at) {
+    for (const char wrong : {'\x00', '\x7F', '\xFF'}) {
+      std::string broken = answer;
+      broken[at] = wrong;
+      try {
+        for (const CalendarItem& item : DecodeAnswer(broken).items) {
+          for (const CalendarOccurrence& occurrence : item.occurrences) {
+            EXPECT_LT(occurrence.changed, static_cast<std::int32_t>(item.changed.size()));
+            EXPECT_LE(occurrence.start, occurrence.end);
+          }
+        }
+      } catch (const Error&) {
+      }
+    }
+  }
+  const std::string cut = Write("answer", answer.substr(0, answer.size() - 20));
+  EXPECT_NE(FaultOf(path, Script("cat '" + cut + "'")).find("answer is not whole"),
+            std::string::npos);
+}
+
+TEST_F(IcsReaderTest, AnOpenedCalendarReadsItsFileAgainForOtherYears) {
+  const std::string path = Write("Team.ics", Calendar(Event(WeeklyEvent) + Event("SUMMARY:x\n")));
+  CalendarStore store("store");
+  const std::vector<Diagnostic> diagnostics = OpenIcsCalendar(store, path, Year(2026));
+  EXPECT_EQ(diagnostics.size(), 1U);
+  CalendarFolder& folder = *store.DefaultCalendar();
+  EXPECT_EQ(folder.Name(), "Team");
+  EXPECT_EQ(folder.ItemType(), outlook::ItemTypeAppointment);
+  EXPECT_EQ(store.FolderById(folder.EntryID()), &folder);
+  const std::string entryId = folder.AllItems().at(0)->entryId;
+  folder.Load(Year(2030));
+  EXPECT_EQ(folder.AllItems().at(0)->entryId, entryId);
+  EXPECT_GE(Words(folder.AllItems()[0]->occurrences.back().start), "2030-12-01");
+
+  std::filesystem::remove(path);
+  EXPECT_THROW(folder.Load(Year(2100)), Error);
+  EXPECT_EQ(folder.AllItems().size(), 1U);
+}
+
+}  // namespace
+}  // namespace velkor

@@ -1,0 +1,49 @@
+// tests/fuzz/FuzzIcs.cpp: entry of the fuzzer for the iCalendar reader.
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+#include "calendar/IcsAnswer.h"
+#include "calendar/IcsParser.h"
+#include "support/values/Error.h"
+
+namespace {
+
+/// Small bounds, so that one input takes little time.
+velkor::IcsLimits SmallLimits() {
+  velkor::IcsLimits limits;
+  limits.ruleSteps = 2000;
+  limits.ruleTime = std::chrono::milliseconds{50};
+  limits.allRulesTime = std::chrono::milliseconds{200};
+  limits.itemOccurrences = 1000;
+  limits.occurrences = 5000;
+  return limits;
+}
+
+/// What the calendar promises of every item.
+void Check(const velkor::ParsedCalendar& calendar) {
+  for (const velkor::CalendarItem& item : calendar.items) {
+    if (item.entryId.empty() || !item.start.IsValid() || item.end < item.start) std::abort();
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+  try {
+    const velkor::DateWindow window{velkor::Date::FromYmd(2025, 1, 1),
+                                    velkor::Date::FromYmd(2027, 12, 31)};
+    const auto calendar = velkor::ParseIcs(bytes, "fuzz.ics", window, SmallLimits());
+    Check(calendar);
+    Check(velkor::DecodeAnswer(velkor::EncodeAnswer(calendar)));
+  } catch (const velkor::Error& error) {
+    if (error.Source() == "Answer") std::abort();
+  }
+  try {
+    Check(velkor::DecodeAnswer(bytes));
+  } catch (const velkor::Error&) {
+  }
+  return 0;
+}
