@@ -65,32 +65,29 @@ Rect RecordingSurface::Absolute(const Rect& rect) const {
   return {rect.left + origin.x, rect.top + origin.y, rect.right + origin.x, rect.bottom + origin.y};
 }
 
-PixelRect RecordingSurface::Pixels(const Rect& rect) const {
-  PixelRect pixels = ToPixels(rect, pixel_);
-  if (views_.empty()) return pixels;
-  const View& view = views_.back();
-  return {pixels.left + view.x, pixels.top + view.y, pixels.right + view.x, pixels.bottom + view.y};
-}
-
 void RecordingSurface::Paint(PixelRect area, Colour colour) {
-  if (!views_.empty()) area = Intersection(area, views_.back().pixelClip);
+  area = pixels_.Clipped(area);
   if (area.Width() > 0 && area.Height() > 0) painted_.push_back({area, colour});
 }
 
 void RecordingSurface::Fill(const Rect& rect, Colour colour) {
   log_.push_back("fill " + Numbers(Absolute(rect)) + ' ' + Name(colour));
-  Paint(Pixels(rect), colour);
+  Paint(pixels_.Pixels(rect), colour);
 }
 
 void RecordingSurface::Outline(const Rect& rect, Colour colour, int pen) {
   log_.push_back("outline " + Numbers(Absolute(rect)) + ' ' + Name(colour) + " pen " +
                  std::to_string(pen));
-  for (const PixelRect& bar : OutlineBars(Pixels(rect), pen)) Paint(bar, colour);
+  for (const PixelRect& bar : OutlineBars(pixels_.Pixels(rect), pen)) Paint(bar, colour);
 }
 
 void RecordingSurface::Line(Point from, Point to, Colour colour, int pen) {
-  const Rect absolute = Absolute({from.x, from.y, to.x, to.y});
-  log_.push_back("line " + Numbers(absolute) + ' ' + Name(colour) + " pen " + std::to_string(pen));
+  const Rect ends{from.x, from.y, to.x, to.y};
+  log_.push_back("line " + Numbers(Absolute(ends)) + ' ' + Name(colour) + " pen " +
+                 std::to_string(pen));
+  const PixelRect pixels = pixels_.Pixels(ends);
+  const bool straight = pixels.Width() == 0 || pixels.Height() == 0;
+  if (straight) Paint(LineBar(pixels, pen), colour);
 }
 
 void RecordingSurface::Text(const Rect& rect, std::string_view text, const Font& font,
@@ -107,22 +104,17 @@ Extent RecordingSurface::Measure(std::string_view text, const Font& font) {
 }
 
 void RecordingSurface::EnterView(const Rect& clip, Point origin) {
-  View view{Absolute(clip), {Origin().x + origin.x, Origin().y + origin.y}, Pixels(clip)};
-  view.x = ToPixel(origin.x, pixel_.width);
-  view.y = ToPixel(origin.y, pixel_.height);
-  if (!views_.empty()) {
-    view.pixelClip = Intersection(view.pixelClip, views_.back().pixelClip);
-    view.x += views_.back().x;
-    view.y += views_.back().y;
-  }
+  const View view{Absolute(clip), {Origin().x + origin.x, Origin().y + origin.y}};
   log_.push_back("view " + Numbers(view.clip) + " origin " + Number(view.origin.x) + ' ' +
                  Number(view.origin.y));
   views_.push_back(view);
+  pixels_.Enter(clip, origin);
 }
 
 void RecordingSurface::LeaveView() {
   if (views_.empty()) throw std::logic_error("LeaveView without EnterView");
   views_.pop_back();
+  pixels_.Leave();
   log_.emplace_back("leave");
 }
 
@@ -135,8 +127,8 @@ std::vector<std::string> RecordingSurface::Calls(std::string_view kind) const {
 }
 
 std::optional<Colour> RecordingSurface::ColourAt(Point point) const {
-  const int x = static_cast<int>(std::floor(point.x / static_cast<double>(pixel_.width)));
-  const int y = static_cast<int>(std::floor(point.y / static_cast<double>(pixel_.height)));
+  const int x = static_cast<int>(std::floor(point.x / static_cast<double>(Pixel().width)));
+  const int y = static_cast<int>(std::floor(point.y / static_cast<double>(Pixel().height)));
   const auto reaches = [&](const Painted& painted) {
     const PixelRect& area = painted.area;
     return x >= area.left && x < area.right && y >= area.top && y < area.bottom;

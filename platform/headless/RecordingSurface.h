@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/Surface.h"
+#include "support/values/PixelViews.h"
 
 namespace velkor {
 
@@ -26,9 +27,9 @@ namespace velkor {
 /// Text metrics: a line is size * 20 * 1.2 twips high, a character half its size wide.
 class RecordingSurface : public Surface {
  public:
-  explicit RecordingSurface(PixelSize pixel = {}) : pixel_(pixel) {}
+  explicit RecordingSurface(PixelSize pixel = {}) : pixels_(pixel) {}
 
-  PixelSize Pixel() const override { return pixel_; }
+  PixelSize Pixel() const override { return pixels_.Pixel(); }
   void Fill(const Rect& rect, Colour colour) override;
   void Outline(const Rect& rect, Colour colour, int pen) override;
   void Line(Point from, Point to, Colour colour, int pen) override;
@@ -45,19 +46,15 @@ class RecordingSurface : public Surface {
   int Measured() const { return measured_; }
   /// Depth of the views that were entered and not left.
   std::size_t Depth() const { return views_.size(); }
-  /// Colour of the last fill or outline that reached this point (twips from the surface's origin);
-  /// none where nothing was drawn.
+  /// Colour of the last fill, outline or straight line that reached this point (twips from the
+  /// surface's origin); none where nothing was drawn.
   std::optional<Colour> ColourAt(Point point) const;
   void Clear();
 
  private:
-  /// In twips for the log, in pixels as the other surfaces keep it.
   struct View {
     Rect clip;
     Point origin;
-    PixelRect pixelClip;
-    int x = 0;
-    int y = 0;
   };
   struct Painted {
     PixelRect area;
@@ -66,12 +63,11 @@ class RecordingSurface : public Surface {
 
   Point Origin() const { return views_.empty() ? Point{} : views_.back().origin; }
   Rect Absolute(const Rect& rect) const;
-  /// Pixels of a rectangle given in the current view.
-  PixelRect Pixels(const Rect& rect) const;
   void Paint(PixelRect area, Colour colour);
 
-  PixelSize pixel_;
+  PixelViews pixels_;
   std::vector<std::string> log_;
+  /// In twips for the log.
   std::vector<View> views_;
   std::vector<Painted> painted_;
   int measured_ = 0;

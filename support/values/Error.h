@@ -15,9 +15,11 @@ inline constexpr long SubscriptOutOfRange = 9;
 inline constexpr long TypeMismatch = 13;
 inline constexpr long BadFileName = 52;
 inline constexpr long FileNotFound = 53;
+inline constexpr long BadFileMode = 54;
 inline constexpr long FileAlreadyOpen = 55;
 inline constexpr long DeviceInputOutput = 57;
 inline constexpr long InputPastEnd = 62;
+inline constexpr long DeviceUnavailable = 68;
 inline constexpr long PathNotFound = 76;
 inline constexpr long KeyAlreadyExists = 457;
 /// A calendar program refused a call (bad filter text, unknown identifier, ...).

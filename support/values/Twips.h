@@ -90,4 +90,13 @@ inline std::array<PixelRect, 4> OutlineBars(const PixelRect& rect, int pen) {
           PixelRect{rect.right - before, rect.top + after, right, rect.bottom - before}};
 }
 
+/// The bar that a level or upright line covers, both ends included, by a pen of `pen` pixels that
+/// leans left and up when it is even.
+constexpr PixelRect LineBar(const PixelRect& ends, int pen) {
+  const int before = pen / 2;
+  const int after = pen - before;
+  return {std::min(ends.left, ends.right) - before, std::min(ends.top, ends.bottom) - before,
+          std::max(ends.left, ends.right) + after, std::max(ends.top, ends.bottom) + after};
+}
+
 }  // namespace velkor

@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include "tests/platform/SurfaceScene.h"
+
 namespace velkor {
 namespace {
 
@@ -58,6 +60,14 @@ TEST(RecordingSurface, TellsTheColourThatWasPaintedLastAtAPoint) {
   EXPECT_EQ(surface.ColourAt({66, 66}), red);
   EXPECT_EQ(surface.ColourAt({40, 40}), colours::White);
   EXPECT_EQ(surface.ColourAt({301, 0}), std::nullopt);
+}
+
+TEST(RecordingSurface, PutsColoursWhereEverySurfaceDoes) {
+  RecordingSurface surface;
+  scene::Draw(surface);
+  scene::ExpectColours([&](int x, int y) {
+    return surface.ColourAt({(x + 0.5) * 15, (y + 0.5) * 15}).value_or(Colour{});
+  });
 }
 
 TEST(RecordingSurface, MeasuresByCharactersNotBytes) {

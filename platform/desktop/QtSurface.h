@@ -1,0 +1,46 @@
+// platform/desktop/QtSurface.h: a surface over a painter, for windows, pictures and pages.
+#pragma once
+
+#include <QPainter>
+
+#include "platform/Surface.h"
+#include "platform/desktop/QtFonts.h"
+#include "support/values/PixelViews.h"
+
+namespace velkor {
+
+/// Draws with a painter that its owner keeps open and leaves alone for as long as the surface
+/// lives. One logical pixel, `pixel` twips in size, is drawn as `scale` units of the painter.
+/// Fonts count 96 pixels to the inch at the usual pixel, whatever resolution the device claims.
+class QtSurface : public Surface {
+ public:
+  explicit QtSurface(QPainter& painter, PixelSize pixel = {}, double scale = 1);
+  ~QtSurface() override;
+  QtSurface(const QtSurface&) = delete;
+  QtSurface& operator=(const QtSurface&) = delete;
+
+  PixelSize Pixel() const override { return views_.Pixel(); }
+  void Fill(const Rect& rect, Colour colour) override;
+  void Outline(const Rect& rect, Colour colour, int pen) override;
+  void Line(Point from, Point to, Colour colour, int pen) override;
+  void Text(const Rect& rect, std::string_view text, const Font& font, Colour colour,
+            TextFlags flags) override;
+  Extent Measure(std::string_view text, const Font& font) override;
+  void EnterView(const Rect& clip, Point origin) override { views_.Enter(clip, origin); }
+  void LeaveView() override { views_.Leave(); }
+
+ private:
+  void Paint(const PixelRect& area, Colour colour);
+  void DrawLine(const PixelRect& rect, int top, QString line, const QtFont& font, TextFlags flags);
+  void Use(const QtFont& font, Colour colour);
+
+  QPainter& painter_;
+  PixelViews views_;
+  QtFonts fonts_;
+  /// Qt's SVG painter draws text whole whatever the clip.
+  bool clips_;
+  const QtFont* font_ = nullptr;
+  Colour colour_ = colours::Black;
+};
+
+}  // namespace velkor

@@ -1,0 +1,119 @@
+// tests/platform/desktop/PictureFileTest.cpp: picture files are whole, sized right and readable.
+#include "platform/desktop/PictureFile.h"
+
+#include <gmock/gmock.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QXmlStreamReader>
+#include <stdexcept>
+
+#include "support/values/Error.h"
+#include "tests/platform/SurfaceScene.h"
+
+namespace velkor {
+namespace {
+
+using testing::HasSubstr;
+
+class PictureFile : public testing::Test {
+ protected:
+  QTemporaryDir folder_;
+
+  std::string Path(const char* name) const { return folder_.filePath(name).toStdString(); }
+  QByteArray Bytes(const char* name) const {
+    QFile file(folder_.filePath(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+  /// What a program of the machine prints about a file; none when it is not installed.
+  std::optional<QByteArray> Output(const char* program, const QStringList& arguments) const {
+    if (QStandardPaths::findExecutable(program).isEmpty()) return std::nullopt;
+    QProcess process;
+    process.setWorkingDirectory(folder_.path());
+    process.start(program, arguments);
+    if (!process.waitForFinished() || process.exitCode() != 0) {
+      ADD_FAILURE() << program << ": " << process.readAllStandardError().toStdString();
+    }
+    return process.readAllStandardOutput();
+  }
+};
+
+std::function<Colour(int, int)> PixelsOf(const QImage& image) {
+  return [image](int x, int y) {
+    const QRgb pixel = image.pixel(x, y);
+    return Colour::FromRgb(qRed(pixel), qGreen(pixel), qBlue(pixel));
+  };
+}
+
+TEST_F(PictureFile, PngHasTheSceneAtTheScaledSize) {
+  RenderToPng(Path("a.png"), scene::Size, scene::Draw, {.scale = 2, .title = {}});
+  const QImage image(folder_.filePath("a.png"));
+  EXPECT_EQ(image.size(), QSize(2 * scene::Width, 2 * scene::Height));
+  scene::ExpectColours([at = PixelsOf(image)](int x, int y) { return at(2 * x, 2 * y); });
+}
+
+TEST_F(PictureFile, PdfPageHasTheDrawingsSizeAndItsText) {
+  RenderToPdf(Path("a.pdf"), scene::Size, scene::Draw, {.scale = 1, .title = "A planner"});
+  const auto info = Output("pdfinfo", {"a.pdf"});
+  if (!info) GTEST_SKIP() << "no PDF tools";
+  EXPECT_THAT(info->toStdString(), HasSubstr("90 x 72 pts"));
+  EXPECT_THAT(info->toStdString(), HasSubstr("A planner"));
+  EXPECT_THAT(Output("pdftotext", {"a.pdf", "-"})->toStdString(), HasSubstr("MW"));
+  Output("pdftoppm", {"-r", "96", "-png", "-singlefile", "-aaVector", "no", "a.pdf", "page"});
+  const QImage page(folder_.filePath("page.png"));
+  EXPECT_EQ(page.size(), QSize(scene::Width, scene::Height));
+  scene::ExpectColours(PixelsOf(page));
+  // Whoever shows the page smooths the edge of the clip.
+  scene::ExpectClippedText(PixelsOf(page), 1);
+}
+
+TEST_F(PictureFile, SvgCountsInPixelsOfTheDrawing) {
+  RenderToSvg(Path("a.svg"), scene::Size, scene::Draw, {.scale = 1, .title = "R&D <1>"});
+  QXmlStreamReader reader(Bytes("a.svg"));
+  ASSERT_TRUE(reader.readNextStartElement());
+  EXPECT_EQ(reader.attributes().value("viewBox"), QStringLiteral("0 0 120 96"));
+  QString words;
+  while (!reader.atEnd()) {
+    if (reader.readNext() == QXmlStreamReader::Characters) words += reader.text();
+  }
+  EXPECT_FALSE(reader.hasError()) << reader.errorString().toStdString();
+  EXPECT_TRUE(words.contains("R&D <1>"));
+  EXPECT_TRUE(words.contains(u"M…"));
+}
+
+TEST_F(PictureFile, FailureLeavesTheOldFileAndNothingElse) {
+  RenderToPng(Path("a.png"), scene::Size, scene::Draw);
+  const QByteArray before = Bytes("a.png");
+  for (const auto render : {RenderToPng, RenderToSvg, RenderToPdf}) {
+    const auto fail = [](Surface& surface) {
+      scene::Draw(surface);
+      throw std::runtime_error("half-way");
+    };
+    EXPECT_THROW(render(Path("a.png"), scene::Size, fail, {}), std::runtime_error);
+  }
+  EXPECT_EQ(Bytes("a.png"), before);
+  EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files).size(), 1);
+}
+
+TEST_F(PictureFile, ErrorsNameTheFileAndTheReason) {
+  const auto reason = [&](const std::string& path, Extent size, const auto& render) {
+    try {
+      render(path, size, scene::Draw, PictureOptions{});
+    } catch (const Error& error) {
+      return error.Description();
+    }
+    return std::string("no error");
+  };
+  const std::string absent = Path("absent/a.png");
+  EXPECT_THAT(reason(absent, scene::Size, RenderToPng), HasSubstr(absent));
+  EXPECT_THAT(reason(Path("a.png"), {15 * 100, 15 * 20001}, RenderToPng),
+              HasSubstr("at most 20000 pixels a side, this one would have 100 x 20001"));
+  EXPECT_THAT(reason(Path("a.pdf"), {1440 * 201, 100}, RenderToPdf), HasSubstr("200 inches"));
+}
+
+}  // namespace
+}  // namespace velkor

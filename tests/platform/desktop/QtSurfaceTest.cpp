@@ -1,0 +1,126 @@
+// tests/platform/desktop/QtSurfaceTest.cpp: pixels of the raster surface, ellipsis and clipping.
+#include "platform/desktop/QtSurface.h"
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <limits>
+
+#include "tests/platform/SurfaceScene.h"
+
+namespace velkor {
+namespace {
+
+QImage Drawn(int width, int height, double scale, const std::function<void(Surface&)>& draw) {
+  QImage image(static_cast<int>(width * scale), static_cast<int>(height * scale),
+               QImage::Format_RGB32);
+  image.fill(Qt::white);
+  QPainter painter(&image);
+  QtSurface surface(painter, {}, scale);
+  draw(surface);
+  return image;
+}
+
+Colour At(const QImage& image, int x, int y) {
+  const QRgb pixel = image.pixel(x, y);
+  return Colour::FromRgb(qRed(pixel), qGreen(pixel), qBlue(pixel));
+}
+
+/// Last column with ink, -1 for none.
+int LastInk(const QImage& image) {
+  for (int x = image.width() - 1; x >= 0; --x) {
+    for (int y = 0; y < image.height(); ++y) {
+      if (At(image, x, y) != colours::White) return x;
+    }
+  }
+  return -1;
+}
+
+int FirstInk(const QImage& image) {
+  return image.width() - 1 - LastInk(image.mirrored(true, false));
+}
+
+QImage Line(std::string_view text, TextFlags flags, int width = 200, const Font& font = {"", 12}) {
+  return Drawn(width, 30, 1, [&](Surface& surface) {
+    surface.Text(scene::InPixels(0, 0, width, 30), text, font, colours::Black, flags);
+  });
+}
+
+TEST(QtSurface, PutsColoursWhereEverySurfaceDoes) {
+  const QImage image = Drawn(scene::Width, scene::Height, 1, scene::Draw);
+  const auto at = [&](int x, int y) { return At(image, x, y); };
+  scene::ExpectColours(at);
+  scene::ExpectClippedText(at);
+}
+
+TEST(QtSurface, HigherResolutionRepeatsTheSamePixels) {
+  const QImage image = Drawn(scene::Width, scene::Height, 3, scene::Draw);
+  for (const int corner : {0, 2}) {
+    scene::ExpectColours([&](int x, int y) { return At(image, 3 * x + corner, 3 * y + corner); });
+  }
+}
+
+TEST(QtSurface, LongTextEndsInAnEllipsisAndShortTextDoesNot) {
+  constexpr TextFlags Cut = text_flags::NoPrefix | text_flags::WordEllipsis;
+  const QImage shortText = Line("Meeting", Cut);
+  EXPECT_EQ(shortText, Line("Meeting", text_flags::NoPrefix));
+  for (const char* text :
+       {"A meeting that takes far too long", "Ein Ölwechsel für alle Fälle, öööö",
+        "会議が長すぎて終わらない日が続く。", "Встреча, которая не кончается"}) {
+    const QImage cut = Line(text, Cut, 80);
+    EXPECT_NE(cut, Line(text, text_flags::NoPrefix, 80)) << text;
+    EXPECT_GT(LastInk(cut), 40) << text;
+  }
+  QImage image(1, 1, QImage::Format_RGB32);
+  const QtFont font({"", 12}, 20.0 / 15);
+  const QString all = QStringLiteral("A meeting that takes far too long");
+  const QString cut = font.WithEllipsis(all, 100);
+  EXPECT_TRUE(cut.endsWith(QChar(0x2026)));
+  EXPECT_LE(font.Width(cut), 100);
+  EXPECT_GT(font.Width(all.left(cut.size()) + QChar(0x2026)), 100);
+  EXPECT_EQ(font.WithEllipsis(all, font.Width(all) + 0.01), all);
+}
+
+TEST(QtSurface, AlignsTextInItsRectangle) {
+  const int left = FirstInk(Line("lll", text_flags::NoPrefix));
+  EXPECT_LT(left, 4);
+  EXPECT_GT(LastInk(Line("lll", text_flags::Right | text_flags::NoPrefix)), 195);
+  const QImage centre = Line("lll", text_flags::Centre | text_flags::NoPrefix);
+  EXPECT_NEAR(FirstInk(centre), 200 - LastInk(centre), 3);
+  const QImage high = Line("x", text_flags::Left).transformed(QTransform().rotate(90));
+  const QImage middle = Line("x", text_flags::SingleLine | text_flags::VerticalCentre)
+                            .transformed(QTransform().rotate(90));
+  EXPECT_LT(LastInk(middle), LastInk(high));
+}
+
+TEST(QtSurface, ShowsAmpersandsOnlyWithoutPrefixes) {
+  EXPECT_GT(LastInk(Line("R&D", text_flags::NoPrefix)), LastInk(Line("R&D", text_flags::Left)));
+  EXPECT_EQ(Line("R&D", text_flags::Left), Line("RD", text_flags::NoPrefix));
+  EXPECT_EQ(Line("R&&D", text_flags::Left), Line("R&D", text_flags::NoPrefix));
+}
+
+TEST(QtSurface, MeasuresWhatItDraws) {
+  Drawn(10, 10, 1, [](Surface& surface) {
+    const Extent one = surface.Measure("Mwi", {"", 12});
+    EXPECT_EQ(surface.Measure("MwiMwi", {"", 12}).height, one.height);
+    EXPECT_NEAR(surface.Measure("MwiMwi", {"", 12}).width, 2 * one.width, 15);
+    EXPECT_NEAR(LastInk(Line("Mwi", text_flags::NoPrefix)) + 1, one.width / 15, 2);
+    EXPECT_GT(surface.Measure("0", {"", 7}).height, surface.Measure("0", {"", 6}).height);
+    EXPECT_EQ(surface.Measure("", {"", 7}).width, 0);
+  });
+}
+
+TEST(QtSurface, LeavesOutWhatCannotBeDrawn) {
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  const QImage image = Drawn(20, 20, 1, [&](Surface& surface) {
+    surface.Fill({-1e300, -1e300, 1e300, 1e300}, scene::Sand);
+    surface.Fill({300, 300, 0, 0}, scene::Red);
+    surface.LeaveView();
+    surface.Text({0, 0, 300, 300}, "\xFF\xC3 \x01", {"No such face", nan}, scene::Red, 0);
+    surface.Text({0, 0, nan, 300}, std::string(70000, 'x'), {"", 1e9}, scene::Red, 0);
+  });
+  EXPECT_EQ(At(image, 19, 19), scene::Sand);
+}
+
+}  // namespace
+}  // namespace velkor
