@@ -1,0 +1,107 @@
+// bench/DrawingFigures.cpp: drawing a full year over the bare calls that it makes.
+#include <QImage>
+#include <QPainter>
+#include <algorithm>
+#include <string>
+
+#include "bench/CallRecorder.h"
+#include "bench/Comparison.h"
+#include "bench/Figures.h"
+#include "bench/SampleEvents.h"
+#include "platform/desktop/QtSurface.h"
+#include "view/GridPainter.h"
+
+namespace velkor {
+namespace {
+
+constexpr std::size_t Bars = 10'000;
+constexpr double DrawingLimit = 1.3;
+constexpr Extent PicParent{24000, 15000};
+constexpr Twips ScrollBarWidth = 255;
+
+/// A year with the wanted number of bars. An event may have several, so the number of events is
+/// searched for.
+YearGrid GridWithBars(std::size_t bars, bool displaySubject) {
+  std::size_t events = bars;
+  while (true) {
+    YearGrid grid = FilledGrid(events, Spread::Random, displaySubject);
+    grid.LayOut();
+    const std::size_t has = grid.Layout().bars.size();
+    if (has <= bars) {
+      grid.Resize(PicParent, ScrollBarWidth, {});
+      return grid;
+    }
+    events -= std::max<std::size_t>((has - bars) / 2, 1);
+  }
+}
+
+/// A picture of the grid's whole height, so that every bar is in sight.
+class GridPicture {
+ public:
+  explicit GridPicture(const YearGrid& grid)
+      : size_{0, 0, double(grid.Geometry().GridWidth), grid.Geometry().GridHeight(grid.Layout())},
+        image_(int(size_.right / TwipsPerPixel) + 1, int(size_.bottom / TwipsPerPixel) + 1,
+               QImage::Format_RGB32) {
+    image_.fill(Qt::white);
+  }
+  const Rect& Size() const { return size_; }
+  QImage& Image() { return image_; }
+  Surface& Face() { return surface_; }
+
+ private:
+  Rect size_;
+  QImage image_;
+  QPainter painter_{&image_};
+  QtSurface surface_{painter_};
+};
+
+void DrawEventPass(GridPainter& painter) {
+  painter.DrawEvents();
+}
+
+void DrawAll(GridPainter& painter) {
+  painter.DrawBackground();
+  painter.DrawDayNumbers();
+  painter.DrawEvents();
+  painter.DrawToday(Date::FromYmd(2026, 7, 1));
+}
+
+RunFigure DrawingFigure(bool displaySubject, void (*draw)(GridPainter&)) {
+  return [=](benchmark::State& state) {
+    const YearGrid grid = GridWithBars(Bars, displaySubject);
+    GridPicture picture(grid);
+    const auto drawOn = [&](Surface& surface) {
+      GridPainter painter(surface, grid, Font{}, picture.Size());
+      draw(painter);
+    };
+    CallRecorder calls(picture.Face());
+    drawOn(calls);
+
+    // Both ways must draw the same, or their times say nothing.
+    GridPicture bare(grid);
+    calls.Replay(bare.Face());
+    drawOn(picture.Face());
+    if (calls.Count() < Bars || picture.Image() != bare.Image()) {
+      state.SkipWithError("the bare calls are not the pass");
+      return;
+    }
+    Compare(
+        state, DrawingLimit, [&] { return SecondsOf([&] { calls.Replay(picture.Face()); }); },
+        [&] { return SecondsOf([&] { drawOn(picture.Face()); }); });
+  };
+}
+
+}  // namespace
+
+void RegisterDrawingFigures() {
+  constexpr int Iterations = 31;
+  const std::string over = " over the bare calls";
+  RegisterFigure("event pass, 10,000 bars" + over, Iterations, DrawingFigure(false, DrawEventPass));
+  RegisterFigure("event pass, 10,000 bars with subjects" + over, Iterations,
+                 DrawingFigure(true, DrawEventPass));
+  RegisterFigure("redraw, 10,000 bars" + over, Iterations, DrawingFigure(false, DrawAll));
+  RegisterFigure("redraw, 10,000 bars with subjects" + over, Iterations,
+                 DrawingFigure(true, DrawAll));
+}
+
+}  // namespace velkor

@@ -1,0 +1,10 @@
+// bench/Figures.h: the figures of each part of the program.
+#pragma once
+
+namespace velkor {
+
+void RegisterLayoutFigures();
+void RegisterCacheFigures();
+void RegisterDrawingFigures();
+
+}  // namespace velkor
