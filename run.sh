@@ -31,4 +31,6 @@ CMAKE_BUILD_PARALLEL_LEVEL=$(nproc)
 export CMAKE_BUILD_PARALLEL_LEVEL
 quietly cmake --preset linux
 quietly cmake --build --preset linux --target yearplan yearplan-read
-exec build/linux/bin/yearplan "$calendar"
+# The picture goes into the build folder.
+cd build
+exec linux/bin/yearplan "$calendar"
