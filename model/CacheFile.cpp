@@ -11,6 +11,21 @@
 #include "support/values/Error.h"
 
 namespace velkor {
+namespace {
+
+/// Sets a flag for as long as it lives, whatever a host's status handler throws.
+class FlagScope {
+ public:
+  explicit FlagScope(bool& flag) : flag_(flag) { flag_ = true; }
+  ~FlagScope() { flag_ = false; }
+  FlagScope(const FlagScope&) = delete;
+  FlagScope& operator=(const FlagScope&) = delete;
+
+ private:
+  bool& flag_;
+};
+
+}  // namespace
 
 LoadOutcome CacheFile::Load(const std::string& path, const EventFields& fields,
                             EventCollection& events) {
@@ -19,11 +34,13 @@ LoadOutcome CacheFile::Load(const std::string& path, const EventFields& fields,
     abort_ = true;
     return LoadOutcome::AlreadyRunning;
   }
-  loading_ = true;
-  abort_ = false;
-  planner_.ReportStatus(status::Starting);
-  const LoadOutcome outcome = LoadRecords(path, fields, events);
-  loading_ = false;
+  LoadOutcome outcome;
+  {
+    const FlagScope loading(loading_);
+    abort_ = false;
+    planner_.ReportStatus(status::Starting);
+    outcome = LoadRecords(path, fields, events);
+  }
   planner_.ReportStatus(status::Idle);
   return outcome;
 }

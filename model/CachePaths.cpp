@@ -6,6 +6,7 @@
 #include "platform/LocaleApi.h"
 #include "platform/System.h"
 #include "support/modFileIO.h"
+#include "support/values/Text.h"
 
 namespace velkor {
 namespace {
@@ -19,9 +20,15 @@ std::string TempDirectory(Environment& environment, Files& files) {
 }  // namespace
 
 long FolderChecksum(std::string_view folder, LocaleApi& locale) {
-  const std::string bytes = locale.ToCodePage(folder, locale.AnsiCodePage());
-  if (bytes.empty()) return 0;
-  return std::accumulate(bytes.begin(), bytes.end() - 1, 0L,
+  // A code page may take several bytes for the last character, so it goes before the conversion.
+  std::size_t lastCharacter = 0;
+  for (std::string_view rest = folder; !rest.empty();) {
+    lastCharacter = folder.size() - rest.size();
+    TakeCharacter(rest);
+  }
+  const std::string bytes =
+      locale.ToCodePage(folder.substr(0, lastCharacter), locale.AnsiCodePage());
+  return std::accumulate(bytes.begin(), bytes.end(), 0L,
                          [](long sum, char c) { return sum + static_cast<unsigned char>(c); });
 }
 

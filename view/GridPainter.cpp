@@ -123,7 +123,10 @@ void GridPainter::DrawEvents() {
 
 void GridPainter::DrawToday(Date today) {
   const auto mark = grid_.TodayMarkAt(today);
-  if (!mark || !InSight(mark->frame.top, mark->shadow.bottom)) return;
+  if (!mark) return;
+  // The pens reach a pixel beyond the frame and the shadow.
+  const Twips pen = geometry_.pixel.height;
+  if (!InSight(mark->frame.top - pen, mark->shadow.bottom + pen)) return;
   surface_.Outline(mark->shadow, grid_colours::TodayShadow, 1);
   surface_.Outline(mark->frame, grid_colours::TodayFrame, 2);
 }

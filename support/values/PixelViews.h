@@ -50,7 +50,8 @@ class PixelViews {
   static constexpr int Side = 1 << 20;
 
   PixelSize pixel_;
-  std::vector<View> views_ = {{{-Side, -Side, Side, Side}}};
+  // Not an initializer list: GCC 12 warns of its copy where the constructor is inlined.
+  std::vector<View> views_ = std::vector<View>(1, View{{-Side, -Side, Side, Side}});
 };
 
 }  // namespace velkor

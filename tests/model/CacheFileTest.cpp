@@ -1,0 +1,170 @@
+// tests/model/CacheFileTest.cpp: loading, loading again in the middle, and rewriting safely.
+#include "model/CacheFile.h"
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <utility>
+
+#include "model/CacheRecord.h"
+#include "model/Status.h"
+#include "platform/headless/HeadlessSeams.h"
+#include "tests/model/SampleEvents.h"
+
+namespace velkor {
+namespace {
+
+using testing::ElementsAre;
+
+/// Writes down what it is asked to do.
+class RecordingPlanner : public Planner {
+ public:
+  void ReportStatus(Colour colour) override {
+    statuses.push_back(colour);
+    if (const auto once = std::exchange(onStatus, nullptr)) once();
+  }
+  bool RefreshOutstanding() const override { return outstanding; }
+  void CancelRefresh() override {
+    outstanding = false;
+    calls.emplace_back("cancel");
+    if (onCancel) onCancel();
+  }
+  void StartRefresh(bool force) override { calls.emplace_back(force ? "start forced" : "start"); }
+
+  bool outstanding = false;
+  std::vector<Colour> statuses;
+  std::vector<std::string> calls;
+  /// Called once, by the next status.
+  std::function<void()> onStatus;
+  std::function<void()> onCancel;
+};
+
+class CacheFileTest : public testing::Test {
+ protected:
+  std::string Record(const std::string& id, const std::string& categories = {}) {
+    std::string bytes;
+    AppendCacheRecord(bytes, id, "s", categories, At(2005, 3, 10), At(2005, 3, 11), seams_.locale);
+    return bytes;
+  }
+  LoadOutcome Load(EventCollection& events) {
+    return cache_.Load(paths_.cacheFile, fields_, events);
+  }
+  static std::vector<std::string> Ids(const EventCollection& events) {
+    std::vector<std::string> ids;
+    for (const CalEvent& event : events) ids.push_back(event.EventID);
+    return ids;
+  }
+
+  HeadlessSeams seams_;
+  RecordingPlanner planner_;
+  CacheFile cache_{seams_.files, seams_.locale, planner_};
+  CategoryTable categories_ = SampleCategories();
+  DisplaySpan span_{2005, 1};
+  EventFields fields_{span_, MonthColumns(span_), categories_, ", ", true};
+  CachePaths paths_{"/temp/c.tmp", "/temp/~c.tmp"};
+  std::string& file_ = seams_.files.contents["/temp/c.tmp"];
+  EventCollection events_{{SampleEvent("old", At(2005, 1, 1), At(2005, 1, 2))}};
+};
+
+TEST_F(CacheFileTest, LoadsEveryRecordWithItsFieldsAndReportsTheStatus) {
+  file_ = Record("a", "Leave") + Record("") + Record("b") + Record("a", "Key Customer");
+  EXPECT_EQ(Load(events_), LoadOutcome::Loaded);
+  ASSERT_THAT(Ids(events_), ElementsAre("a", "b"));
+  EXPECT_EQ(events_[0].CatIndex, 1);
+  EXPECT_EQ(events_[0].StartDay, 12);
+  EXPECT_EQ(events_[1].CatIndex, -1);
+  EXPECT_THAT(planner_.statuses, ElementsAre(status::Starting, status::Idle));
+}
+
+TEST_F(CacheFileTest, AMissingOrEmptyFileIsAnEmptyYear) {
+  EXPECT_EQ(Load(events_), LoadOutcome::Loaded);
+  EXPECT_EQ(events_.Count(), 0U);
+  events_.Add(SampleEvent("old", At(2005, 1, 1), At(2005, 1, 2)));
+  EXPECT_EQ(cache_.Load("/temp/absent.tmp", fields_, events_), LoadOutcome::NoFile);
+  EXPECT_EQ(events_.Count(), 0U);
+}
+
+TEST_F(CacheFileTest, KeepsWhatStandsBeforeDamageAndReportsTheStatus) {
+  file_ = Record("a") + Record("b").substr(0, 9);
+  EXPECT_EQ(Load(events_), LoadOutcome::LoadedInPart);
+  EXPECT_THAT(Ids(events_), ElementsAre("a"));
+  seams_.files.fail.read.insert(paths_.cacheFile);
+  EXPECT_EQ(Load(events_), LoadOutcome::LoadedInPart);
+  EXPECT_EQ(planner_.statuses.size(), 4U);
+}
+
+TEST_F(CacheFileTest, ALoadAskedForInTheMiddleOfOneAbortsItAndTheNextOneWorks) {
+  file_ = Record("a");
+  EventCollection inner({SampleEvent("untouched", At(2005, 1, 1), At(2005, 1, 2))});
+  std::vector<LoadOutcome> innerOutcomes;
+  planner_.onStatus = [&] { innerOutcomes.push_back(Load(inner)); };
+  EXPECT_EQ(Load(events_), LoadOutcome::Aborted);
+  EXPECT_EQ(events_.Count(), 0U);
+  EXPECT_THAT(innerOutcomes, ElementsAre(LoadOutcome::AlreadyRunning));
+  EXPECT_THAT(Ids(inner), ElementsAre("untouched"));
+  EXPECT_EQ(planner_.statuses.back(), status::Idle);
+  EXPECT_EQ(Load(events_), LoadOutcome::Loaded);
+  EXPECT_THAT(Ids(events_), ElementsAre("a"));
+}
+
+TEST_F(CacheFileTest, AStatusHandlerThatThrowsDoesNotStopLaterLoads) {
+  file_ = Record("a");
+  planner_.onStatus = [] { throw Error(errors::InvalidProcedureCall, "host"); };
+  EXPECT_THROW(Load(events_), Error);
+  EXPECT_EQ(Load(events_), LoadOutcome::Loaded);
+}
+
+TEST_F(CacheFileTest, RewriteCancelsAnOutstandingRefreshBeforeItTouchesTheFiles) {
+  file_ = "old";
+  planner_.outstanding = true;
+  planner_.onCancel = [&] {
+    EXPECT_EQ(file_, "old");
+    EXPECT_FALSE(seams_.files.Exists(paths_.workFile));
+  };
+  EventCollection events({SampleEvent("b", At(2005, 3, 10), At(2005, 3, 11), "Leave"),
+                          SampleEvent("a", At(2005, 2, 1), At(2005, 2, 2))});
+  EXPECT_TRUE(cache_.Rewrite(paths_, events));
+  EXPECT_THAT(planner_.calls, ElementsAre("cancel"));
+  EXPECT_FALSE(seams_.files.Exists(paths_.workFile));
+  EXPECT_TRUE(seams_.files.Held().empty());
+  EXPECT_EQ(Load(events_), LoadOutcome::Loaded);
+  ASSERT_THAT(Ids(events_), ElementsAre("b", "a"));
+  EXPECT_EQ(events_[0].Categories, "Leave");
+  EXPECT_EQ(events_[0].Subject, "Subject of b");
+}
+
+TEST_F(CacheFileTest, RewriteMakesAFileWhereThereWasNone) {
+  const CachePaths paths{"/temp/new.tmp", "/temp/~new.tmp"};
+  EXPECT_TRUE(cache_.Rewrite(paths, {}));
+  EXPECT_EQ(seams_.files.Read(paths.cacheFile), "");
+  EXPECT_TRUE(planner_.calls.empty());
+}
+
+TEST_F(CacheFileTest, ARewriteThatFailsKeepsTheOldFileAndForcesARefresh) {
+  // More than one block, so that writing can fail at the first and at the last.
+  std::vector<CalEvent> many;
+  for (int i = 0; i < 3000; ++i) {
+    many.push_back(SampleEvent(std::to_string(i), At(2005, 3, 10), At(2005, 3, 11)));
+  }
+  const EventCollection events(many);
+  using Failures = MemoryFiles::Failures;
+  const std::function<void(Failures&)> failures[] = {
+      [&](Failures& fail) { fail.open.insert(paths_.workFile); },
+      [&](Failures& fail) { fail.writeAfter = 0; },
+      [&](Failures& fail) { fail.writeAfter = 100'000; },
+      [&](Failures& fail) { fail.replace.insert(paths_.cacheFile); },
+  };
+  for (const auto& failAt : failures) {
+    seams_.files.fail = {};
+    seams_.files.contents = {{paths_.cacheFile, "old"}};
+    planner_.calls.clear();
+    failAt(seams_.files.fail);
+    EXPECT_FALSE(cache_.Rewrite(paths_, events));
+    EXPECT_EQ(seams_.files.Read(paths_.cacheFile), "old");
+    EXPECT_THAT(planner_.calls, ElementsAre("start forced"));
+    EXPECT_TRUE(seams_.files.Held().empty());
+  }
+}
+
+}  // namespace
+}  // namespace velkor

@@ -1,0 +1,205 @@
+// tests/refresh/RefreshYearTest.cpp: a calendar's year into the cache file, and what can go wrong.
+#include "refresh/RefreshYear.h"
+
+#include <gmock/gmock.h>
+
+#include "calendar/EmbeddedOutlook.h"
+#include "model/CacheRecord.h"
+#include "model/ColourRecord.h"
+#include "platform/headless/HeadlessSeams.h"
+#include "support/values/Error.h"
+#include "tests/model/SampleEvents.h"
+
+namespace velkor {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// A calendar program that refuses the session by an error, or gives none.
+class LoggedOff : public OutlookApplication {
+ public:
+  explicit LoggedOff(std::optional<Error> error) : error_(std::move(error)) {}
+  std::string Version() override { return "11.0"; }
+  std::string CurrentUserName() override { return "Ann"; }
+  std::unique_ptr<OutlookNamespace> GetNamespace(std::string_view /*type*/) override {
+    if (error_) throw Error(*error_);
+    return nullptr;
+  }
+
+ private:
+  std::optional<Error> error_;
+};
+
+class RefreshYearTest : public testing::Test {
+ protected:
+  RefreshYearTest() { seams_.files.contents[request_.paths.cacheFile] = "old"; }
+
+  static CalendarItem Item(std::string subject, Date start, Date end) {
+    CalendarItem item;
+    item.entryId = "id of " + subject;
+    item.fields.subject = std::move(subject);
+    item.start = start;
+    item.end = end;
+    return item;
+  }
+  RefreshAnswer Refresh(const std::function<bool()>& proceed = {}) {
+    return RefreshYear(request_, outlook_, seams_.files, seams_.locale, proceed);
+  }
+  std::string CacheBytes() { return seams_.files.Read(request_.paths.cacheFile).value_or("none"); }
+  std::vector<CalEvent> Cached() {
+    const std::string bytes = CacheBytes();
+    CacheRecordReader reader(bytes, seams_.locale);
+    std::vector<CalEvent> events;
+    for (CalEvent event; reader.Next(event);) events.push_back(event);
+    EXPECT_EQ(reader.Remaining(), 0U);
+    return events;
+  }
+  std::vector<std::string> Subjects() {
+    std::vector<std::string> subjects;
+    for (const CalEvent& event : Cached()) subjects.push_back(event.Subject);
+    return subjects;
+  }
+  /// The result, after checking that the cache file is the old one and no file is held.
+  int FailedWith(const RefreshAnswer& answer) {
+    EXPECT_EQ(CacheBytes(), "old");
+    EXPECT_THAT(seams_.files.Held(), IsEmpty());
+    return static_cast<int>(answer.result);
+  }
+
+  HeadlessSeams seams_;
+  CalendarStore store_{"store"};
+  CalendarFolder& folder_ = store_.AddFolder("Calendar", "f1", outlook::ItemTypeAppointment);
+  EmbeddedOutlook outlook_{store_, seams_.locale, {"Ann", ",", "11.0"}};
+  RefreshRequest request_{{2005, 7}, {"/temp/c.tmp", "/temp/~c.tmp"}, "f1", "store"};
+};
+
+TEST_F(RefreshYearTest, WritesWhatTouchesTheSpanInOrderOfStart) {
+  folder_.Add(Item("after", At(2006, 7, 1), At(2006, 7, 2)));
+  folder_.Add(Item("last day", At(2006, 6, 30, 23), At(2006, 7, 1)));
+  folder_.Add(Item("before", At(2005, 6, 30), At(2005, 7, 1)));
+  folder_.Add(Item("across", At(2005, 6, 1), At(2005, 7, 1, 1)));
+  CalendarItem trip = Item("Trip – Zürich", At(2005, 12, 24, 9, 30), At(2005, 12, 26));
+  trip.fields.categories = {"Leave", "Key Customer"};
+  folder_.Add(trip);
+  const RefreshAnswer answer = Refresh();
+  EXPECT_EQ(answer.result, SynchResult::CacheWritten);
+  EXPECT_EQ(answer.error, 0);
+  EXPECT_EQ(answer.count, 3U);
+  ASSERT_THAT(Subjects(), ElementsAre("across", "Trip – Zürich", "last day"));
+  const CalEvent event = Cached()[1];
+  EXPECT_EQ(event.EventID, "id of Trip – Zürich");
+  EXPECT_EQ(event.Categories, "Leave, Key Customer");
+  EXPECT_EQ(event.StartDate, At(2005, 12, 24, 9, 30));
+  EXPECT_EQ(event.EndDate, At(2005, 12, 26));
+  EXPECT_FALSE(seams_.files.Exists(request_.paths.workFile));
+  EXPECT_THAT(seams_.files.Held(), IsEmpty());
+}
+
+TEST_F(RefreshYearTest, WritesEachOccurrenceOfTheSpanWithItsOwnFields) {
+  CalendarItem weekly = Item("Weekly", At(2005, 6, 29, 9), At(2005, 6, 29, 10));
+  weekly.recurring = true;
+  weekly.changed.push_back({.subject = "Moved", .categories = {}, .location = {}, .body = {}});
+  for (int week = 0; week < 3; ++week) {
+    weekly.occurrences.push_back(
+        {At(2005, 6, 29 + 7 * week, 9), At(2005, 6, 29 + 7 * week, 10), week == 2 ? 0 : -1});
+  }
+  folder_.Add(weekly);
+  EXPECT_EQ(Refresh().count, 2U);
+  EXPECT_THAT(Subjects(), ElementsAre("Weekly", "Moved"));
+  EXPECT_EQ(Cached()[0].EventID, Cached()[1].EventID);
+}
+
+TEST_F(RefreshYearTest, AMeetingItemBringsItsAppointmentAndOtherItemsBringNothing) {
+  CalendarItem meeting = Item("Invitation", At(2006, 1, 5), At(2006, 1, 6));
+  meeting.itemClass = outlook::ClassMeetingRequest;
+  meeting.appointment =
+      std::make_shared<CalendarItem>(Item("Budget", At(2006, 1, 7), At(2006, 1, 8)));
+  folder_.Add(meeting);
+  meeting.appointment = nullptr;
+  folder_.Add(meeting);
+  CalendarItem note = Item("Note", At(2006, 1, 5), At(2006, 1, 6));
+  note.itemClass = 44;
+  folder_.Add(note);
+  EXPECT_EQ(Refresh().count, 1U);
+  ASSERT_THAT(Subjects(), ElementsAre("Budget"));
+  EXPECT_EQ(Cached()[0].StartDate, At(2006, 1, 7));
+}
+
+TEST_F(RefreshYearTest, ColourRecordsStayOut) {
+  request_.span = {2011, 1};
+  const Date hidden = colour_record::HiddenInstant();
+  EXPECT_EQ(hidden, At(2011, 1, 1, 1, 30));
+  folder_.Add(Item("PLEASE IGNORE - Velkor Category Colours: Team", hidden, hidden));
+  folder_.Add(Item("PLEASE IGNORE - Velkor Category Colours: ", hidden, hidden));
+  folder_.Add(Item("Please Ignore - Holds Category Colours for the Year Planner", hidden, hidden));
+  folder_.Add(Item("Please ignore", hidden, hidden));
+  Refresh();
+  EXPECT_THAT(Subjects(), ElementsAre("Please ignore"));
+}
+
+TEST_F(RefreshYearTest, AnEmptyYearMakesAnEmptyFileWhereNoneWasBefore) {
+  seams_.files.contents.clear();
+  EXPECT_EQ(Refresh().result, SynchResult::CacheWritten);
+  EXPECT_EQ(CacheBytes(), "");
+}
+
+TEST_F(RefreshYearTest, EachFailureHasItsResultAndLeavesTheOldFile) {
+  folder_.Add(Item("a", At(2006, 1, 5), At(2006, 1, 6)));
+  MemoryFiles::Failures& fail = seams_.files.fail;
+
+  fail.open.insert(request_.paths.workFile);
+  EXPECT_EQ(FailedWith(Refresh()), 2);
+  fail = {};
+  fail.replace.insert(request_.paths.cacheFile);
+  EXPECT_EQ(FailedWith(Refresh()), 3);
+  fail = {};
+  fail.writeAfter = 5;
+  const RefreshAnswer full = Refresh();
+  EXPECT_EQ(FailedWith(full), 7);
+  EXPECT_EQ(full.error, errors::DeviceInputOutput);
+  fail = {};
+
+  request_.folderId = "gone";
+  const RefreshAnswer gone = Refresh();
+  EXPECT_EQ(FailedWith(gone), 7);
+  EXPECT_EQ(gone.error, errors::CalendarFailed);
+  EXPECT_NE(gone.description, "");
+  request_.folderId = "f1";
+
+  EXPECT_EQ(FailedWith(Refresh([] { return false; })), 6);
+  EXPECT_EQ(Refresh([] { return true; }).result, SynchResult::CacheWritten);
+}
+
+TEST_F(RefreshYearTest, ACalendarThatFailsWhileItIsReadLeavesTheOldFile) {
+  folder_.SetLoader([](const DateWindow&) -> std::vector<CalendarItem> {
+    throw Error(1234, "line 7 of team.ics");
+  });
+  const RefreshAnswer answer = Refresh();
+  EXPECT_EQ(FailedWith(answer), 7);
+  EXPECT_EQ(answer.error, 1234);
+  EXPECT_EQ(answer.description, "line 7 of team.ics");
+}
+
+TEST_F(RefreshYearTest, AStopIsHeardBeforeALargeCalendarIsReadToItsEnd) {
+  for (int i = 0; i < 5000; ++i) {
+    folder_.Add(Item("appointment " + std::to_string(i), At(2006, 1, 5), At(2006, 1, 6)));
+  }
+  int asked = 0;
+  const RefreshAnswer answer = Refresh([&] { return ++asked < 2; });
+  EXPECT_EQ(FailedWith(answer), 6);
+  EXPECT_LT(answer.count, 5000U);
+}
+
+TEST_F(RefreshYearTest, WithoutASessionNoFileIsTouched) {
+  LoggedOff refusing(Error(1234, "network"));
+  LoggedOff silent(std::nullopt);
+  const RefreshAnswer refused = RefreshYear(request_, refusing, seams_.files, seams_.locale);
+  EXPECT_EQ(FailedWith(refused), 5);
+  EXPECT_EQ(refused.error, 1234);
+  EXPECT_EQ(FailedWith(RefreshYear(request_, silent, seams_.files, seams_.locale)), 5);
+  EXPECT_FALSE(seams_.files.Exists(request_.paths.workFile));
+}
+
+}  // namespace
+}  // namespace velkor

@@ -1,0 +1,142 @@
+// tests/view/FaceTest.cpp: the whole control's face, by a recorded log and by its parts.
+#include "view/Face.h"
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "platform/headless/FixedLocale.h"
+#include "tests/view/SampleGrid.h"
+#include "view/HeaderPainter.h"
+#include "view/LegendPainter.h"
+
+namespace velkor {
+namespace {
+
+using testing::HasSubstr;
+
+/// The year that the face of a control shows.
+struct ShownYear {
+  FaceLayout layout;
+  YearGrid grid;
+  FaceContent content;
+
+  explicit ShownYear(Extent control, GridOptions options = {.DisplaySubject = true})
+      : layout(DivideFace(control)),
+        grid(SampleGrid({SampleEvent("days", At(2006, 1, 30), At(2006, 2, 3), "Leave"),
+                         SampleEvent("same", At(2006, 1, 31), At(2006, 2, 1), "Key Customer"),
+                         SampleEvent("none", At(2006, 12, 31), At(2007, 1, 2))},
+                        options)) {
+    grid.Resize({layout.picParent.Width(), layout.picParent.Height()}, 0, {});
+    FixedLocale locale;
+    content = {YearCaption(2006), Locale::LoadCalendarNames(locale, 0x0409), Font{},
+               At(2006, 2, 14)};
+  }
+};
+
+TEST(Face, OfATinyYearIsDrawnAsRecorded) {
+  // Bands of 110 twips: too low for day numbers.
+  const ShownYear year({10'000, 390 + 90 + 285 + 48 * 110});
+  RecordingSurface surface;
+  DrawFace(surface, year.layout, year.grid, year.content);
+  std::string log;
+  for (const std::string& line : surface.Log()) log += line + '\n';
+
+  std::ifstream file(TEST_DATA "tiny-year.log", std::ios::binary);
+  std::stringstream recorded;
+  recorded << file.rdbuf();
+  if (log == recorded.str()) return;
+  std::ofstream("tiny-year.log.new", std::ios::binary) << log;
+  std::string expected;
+  std::stringstream drawn(log);
+  for (std::string line; std::getline(drawn, line);) {
+    ASSERT_TRUE(std::getline(recorded, expected)) << "More is drawn: " << line;
+    ASSERT_EQ(line, expected) << "All lines are in tiny-year.log.new in the build folder.";
+  }
+  FAIL() << "Less is drawn; see tiny-year.log.new in the build folder.";
+}
+
+TEST(Face, MeasuresNothingTwiceInOnePass) {
+  for (const int bandHeight : {110, 150, 300}) {
+    const ShownYear year({16'000, 390.0 + 90 + 285 + 48 * bandHeight});
+    MeasureOnceSurface surface;
+    DrawFace(surface, year.layout, year.grid, year.content);
+    EXPECT_THAT(surface.repeated, testing::IsEmpty()) << bandHeight;
+    EXPECT_GT(surface.Measured(), 0);
+    EXPECT_EQ(surface.Depth(), 0U);
+  }
+}
+
+TEST(Face, AnyAreaIsDividedWithoutOverlapAndDrawn) {
+  for (const Extent control : {Extent{20'000, 12'000}, Extent{4'000, 3'000}, Extent{900, 300}}) {
+    const ShownYear year(control);
+    const FaceLayout& layout = year.layout;
+    EXPECT_LE(layout.caption.bottom, layout.picParent.top);
+    EXPECT_LE(layout.picParent.right, layout.picCatView.left);
+    EXPECT_EQ(layout.gridView.left, layout.picParent.left + 405);
+    EXPECT_EQ(layout.gridView.top, layout.picParent.top + 240);
+    EXPECT_EQ(layout.gridView.left, layout.picHeadCol.left);
+    EXPECT_EQ(layout.gridView.top, layout.picHeadRow.top);
+    RecordingSurface surface;
+    DrawFace(surface, layout, year.grid, year.content);
+    EXPECT_EQ(surface.Depth(), 0U);
+  }
+}
+
+TEST(Face, TheHeightWithoutScrollingIsTheLeastOne) {
+  const ShownYear any({10'000, 10'000});
+  const Twips height = HeightWithoutScrolling(any.grid.Layout(), {});
+  EXPECT_FALSE(ShownYear({10'000, height}).grid.Geometry().scroll);
+  EXPECT_TRUE(ShownYear({10'000, height - 1}).grid.Geometry().scroll);
+}
+
+TEST(HeaderPainter, WeekdaysStandOverTheirColumnsFromSundayAsLongAsTheyFit) {
+  FixedLocale locale;
+  const CalendarNames names = Locale::LoadCalendarNames(locale, 0x0409);
+  // Three characters of 8 points are 240 twips wide, and two pixels stay free.
+  for (const auto& [columnWidth, sunday, monday] :
+       {std::tuple(270, "\"Sun\"", "\"Mon\""), std::tuple(269, "\"S\"", "\"M\"")}) {
+    const YearGrid grid = SampleGrid({}, {}, 300, columnWidth);
+    RecordingSurface surface;
+    DrawHeaderRow(surface, grid, names, Font{});
+    const auto texts = surface.Calls("text");
+    ASSERT_EQ(texts.size(), 37U);
+    EXPECT_THAT(texts[0], HasSubstr(sunday));
+    EXPECT_THAT(texts[1], HasSubstr(monday));
+    EXPECT_THAT(texts[35], HasSubstr(sunday));
+    EXPECT_THAT(texts[35], HasSubstr("text " + std::to_string(35 * columnWidth) + " 0 " +
+                                     std::to_string(36 * columnWidth) + " 240 "));
+  }
+}
+
+TEST(HeaderPainter, MonthsStandBesideTheirRowsInThePartThatIsInSight) {
+  FixedLocale locale;
+  const CalendarNames names = Locale::LoadCalendarNames(locale, 0x0409);
+  const YearGrid grid = SampleGrid({}, {}, 300, 300, {2005, 7});
+  RecordingSurface surface;
+  // Rows are 1200 high: the end of row 6 and the beginning of row 7.
+  DrawMonthColumn(surface, grid, names, Font{}, {0, 7000, 405, 7500});
+  const auto texts = surface.Calls("text");
+  ASSERT_EQ(texts.size(), 2U);
+  EXPECT_THAT(texts[0], HasSubstr("text 0 7000 405 7200 \"Dec\""));
+  EXPECT_THAT(texts[1], HasSubstr("text 0 7200 405 7500 \"Jan\""));
+}
+
+TEST(LegendPainter, ShowsTheCategoriesInSightWithTheirColoursAndCleanedNames) {
+  std::vector<Category> categories(50, {"a|b\n", Colour::FromRgb(9, 8, 7)});
+  categories[20] = {"Key Customer", Colour::FromRgb(1, 2, 3)};
+  const CategoryTable table(categories);
+  EXPECT_EQ(LegendHeight(table), 50 * LegendRowHeight);
+  RecordingSurface surface;
+  DrawLegend(surface, table, Font{}, {0, 20 * LegendRowHeight, 2000, 22 * LegendRowHeight});
+  const auto texts = surface.Calls("text");
+  ASSERT_EQ(texts.size(), 2U);
+  EXPECT_THAT(texts[0], HasSubstr("\"Key Customer\""));
+  EXPECT_THAT(texts[1], HasSubstr("\"ab\""));
+  EXPECT_EQ(surface.ColourAt({200, 20.5 * LegendRowHeight}), Colour::FromRgb(1, 2, 3));
+  EXPECT_EQ(surface.ColourAt({200, 21.5 * LegendRowHeight}), Colour::FromRgb(9, 8, 7));
+}
+
+}  // namespace
+}  // namespace velkor

@@ -1,0 +1,225 @@
+// tests/view/GridPainterTest.cpp: colours in the cells, subjects on the bars, only what is in
+// sight.
+#include "view/GridPainter.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/view/SampleGrid.h"
+
+namespace velkor {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr Rect Everything{0, 0, 20'000, 40'000};
+constexpr Colour Leave = Colour::FromRgb(10, 120, 40);
+constexpr Colour KeyCustomer = Colour::FromRgb(30, 60, 200);
+constexpr Colour Other = Colour::FromRgb(0xCC, 0xCC, 0xCC);
+
+/// Text that is so many times as tall.
+class TallSurface : public RecordingSurface {
+ public:
+  explicit TallSurface(double factor) : factor_(factor) {}
+  Extent Measure(std::string_view text, const Font& font) override {
+    return {0, RecordingSurface::Measure(text, font).height * factor_};
+  }
+
+ private:
+  double factor_;
+};
+
+/// Draws all passes.
+void Draw(Surface& surface, const YearGrid& grid, const Rect& visible = Everything,
+          Date today = At(1990, 1, 1)) {
+  GridPainter painter(surface, grid, Font{}, visible);
+  painter.DrawBackground();
+  painter.DrawEvents();
+  painter.DrawToday(today);
+}
+
+/// Lines that mention a colour or a text.
+std::vector<std::string> With(const std::vector<std::string>& lines, const std::string& part) {
+  std::vector<std::string> found;
+  std::copy_if(lines.begin(), lines.end(), std::back_inserter(found),
+               [&](const std::string& line) { return line.find(part) != std::string::npos; });
+  return found;
+}
+
+TEST(GridPainter, ShadesWeekendsAndTheCellsOutsideEachMonth) {
+  for (const DisplaySpan span :
+       {DisplaySpan{2006, 1}, DisplaySpan{2009, 1}, DisplaySpan{2007, 7}}) {
+    const YearGrid grid = SampleGrid({}, {}, 300, 300, span);
+    RecordingSurface surface;
+    Draw(surface, grid);
+    for (int row = 1; row <= MonthRows; ++row) {
+      const int month = span.MonthOfRow(row);
+      for (int column = 1; column <= GridColumns; ++column) {
+        const Date date = span.DateAtCell(column, row);
+        const bool weekend = date.Weekday() == 1 || date.Weekday() == 7;
+        const Colour expected = date.Fields().month != month ? Colour::FromRgb(224, 224, 224)
+                                : weekend                    ? Colour::FromRgb(238, 232, 170)
+                                                             : colours::White;
+        for (int band = 1; band <= 4; ++band) {
+          ASSERT_EQ(surface.ColourAt(CentreOf(grid, row, column, band)), expected)
+              << span.ViewYear << " row " << row << " column " << column;
+        }
+      }
+    }
+  }
+}
+
+// February 2009 begins on a Sunday and has 28 days.
+TEST(GridPainter, FillsToTheRightEndOfTheGridAndOutlinesTheMonths) {
+  const YearGrid grid = SampleGrid({}, {}, 300, 300, {2009, 1});
+  RecordingSurface surface;
+  GridPainter(surface, grid, Font{}, Everything).DrawBackground();
+  EXPECT_THAT(With(surface.Calls("fill"), " 2400 #E0E0E0"),
+              testing::ElementsAre("fill 8400 1200 11145 2400 #E0E0E0"));
+  const auto outlines = surface.Calls("outline");
+  ASSERT_THAT(outlines, SizeIs(12));
+  EXPECT_EQ(outlines[0], "outline 1200 0 10500 1200 #FF0000 pen 1");
+  EXPECT_EQ(outlines[1], "outline 0 1200 8400 2400 #FF0000 pen 1");
+  EXPECT_EQ(surface.ColourAt({8400, 1800}), Colour::FromRgb(255, 0, 0));
+}
+
+TEST(GridPainter, FillsEachBarWithItsCategorysColourAndLeavesAPixelFree) {
+  const YearGrid grid =
+      SampleGrid({SampleEvent("a", At(2006, 1, 30), At(2006, 2, 3), "Leave"),
+                  SampleEvent("b", At(2006, 1, 31), At(2006, 2, 1), "Key Customer"),
+                  SampleEvent("c", At(2006, 5, 9), At(2006, 5, 10), "?")});
+  RecordingSurface surface;
+  Draw(surface, grid);
+  EXPECT_EQ(surface.ColourAt(CentreOf(grid, 1, 30, 2)), Leave);
+  EXPECT_EQ(surface.ColourAt(CentreOf(grid, 1, 31, 2)), Leave);
+  EXPECT_EQ(surface.ColourAt(CentreOf(grid, 2, 4, 2)), Leave);
+  EXPECT_EQ(surface.ColourAt(CentreOf(grid, 2, 5, 2)), Leave);
+  EXPECT_NE(surface.ColourAt(CentreOf(grid, 2, 6, 2)), Leave);
+  EXPECT_EQ(surface.ColourAt(CentreOf(grid, 1, 31, 3)), KeyCustomer);
+  EXPECT_EQ(surface.ColourAt(CentreOf(grid, 5, 10, 2)), Other);
+  EXPECT_THAT(
+      With(surface.Log(), "#0A7828"),
+      testing::ElementsAre("fill 8715 315 9285 585 #0A7828", "fill 915 1515 1485 1785 #0A7828"));
+}
+
+TEST(GridPainter, DrawsNothingForEventsThatAreFilteredOutOrOccupyNoColumn) {
+  CategoryFilter filter;
+  filter.SetCategoryFilter("Leave");
+  const YearGrid grid =
+      SampleGrid({SampleEvent("filtered", At(2006, 1, 30), At(2006, 2, 3), "Key Customer"),
+                  SampleEvent("timed", At(2006, 5, 9, 9), At(2006, 5, 9, 17), "Leave")},
+                 {.AllEvents = false, .DisplaySubject = true}, 300, 300, {2006, 1}, filter);
+  RecordingSurface surface;
+  GridPainter(surface, grid, Font{}, Everything).DrawEvents();
+  EXPECT_THAT(surface.Log(), IsEmpty());
+  EXPECT_EQ(grid.EventAt(*grid.HitTestAt(CentreOf(grid, 5, 10, 2))), std::nullopt);
+}
+
+TEST(GridPainter, WithoutSubjectsNoTextIsDrawnOrMeasured) {
+  const YearGrid grid = SampleGrid({SampleEvent("a", At(2006, 1, 30), At(2006, 2, 3))});
+  RecordingSurface surface;
+  Draw(surface, grid);
+  EXPECT_THAT(surface.Calls("text"), IsEmpty());
+  EXPECT_EQ(surface.Measured(), 0);
+}
+
+// A line of the surface is 24 twips high for each point.
+TEST(GridPainter, SubjectsTakeTheLargestSizeWhoseLineFitsABand) {
+  const struct {
+    int bandHeight;
+    int size;
+  } cases[] = {{300, 7}, {168, 7}, {167, 6}, {144, 6}, {143, 5}, {119, 4}, {100, 4}};
+  for (const auto& [bandHeight, size] : cases) {
+    const YearGrid grid = SampleGrid({SampleEvent("a", At(2006, 1, 30), At(2006, 2, 3))},
+                                     {.DisplaySubject = true}, bandHeight);
+    RecordingSurface surface;
+    Draw(surface, grid);
+    for (const std::string& text : surface.Calls("text")) {
+      EXPECT_THAT(text, HasSubstr("font " + std::to_string(size) + " flags 0x40800"));
+    }
+    EXPECT_THAT(surface.Calls("text"), SizeIs(2));
+  }
+}
+
+TEST(GridPainter, SubjectsOfTallTextShrinkToTwoPointsAtMost) {
+  const YearGrid grid = SampleGrid({SampleEvent("a", At(2006, 1, 30), At(2006, 1, 31))},
+                                   {.DisplaySubject = true}, 150);
+  for (const auto& [factor, size] : {std::pair(2.0, 3), std::pair(3.0, 2), std::pair(50.0, 2)}) {
+    TallSurface surface(factor);
+    GridPainter(surface, grid, Font{}, Everything).DrawEvents();
+    ASSERT_THAT(surface.Calls("text"), SizeIs(1));
+    EXPECT_THAT(surface.Calls("text")[0], HasSubstr("font " + std::to_string(size) + " flags"));
+  }
+}
+
+TEST(GridPainter, SubjectsStandOnTheirBarsWithoutControlCharacters) {
+  CalEvent event = SampleEvent("a", At(2006, 1, 30), At(2006, 1, 31));
+  event.Subject = "R&D|\tweekly\r\n";
+  const YearGrid grid = SampleGrid({event}, {.DisplaySubject = true});
+  RecordingSurface surface;
+  Draw(surface, grid);
+  EXPECT_THAT(surface.Calls("text"),
+              testing::ElementsAre("text 8715 315 8985 585 \"R&Dweekly\" #000000 font 7 flags "
+                                   "0x40800"));
+  EXPECT_EQ(grid.Events()[0].Subject, event.Subject);
+}
+
+TEST(GridPainter, MarksTodayOverEverythingInItsColumn) {
+  const YearGrid grid = SampleGrid({SampleEvent("a", At(2006, 3, 1), At(2006, 4, 1))});
+  RecordingSurface surface;
+  Draw(surface, grid, Everything, At(2006, 3, 10, 15));
+  const auto outlines = surface.Calls("outline");
+  ASSERT_THAT(outlines, SizeIs(14));
+  EXPECT_EQ(outlines[12], "outline 3600 2400 3930 3630 #808080 pen 1");
+  EXPECT_EQ(outlines[13], "outline 3585 2385 3915 3615 #FF0000 pen 2");
+  EXPECT_EQ(surface.Log().back(), outlines[13]);
+  EXPECT_EQ(surface.ColourAt({3585, 3000}), grid_colours::TodayFrame);
+  EXPECT_EQ(surface.ColourAt({3937, 3000}), grid_colours::TodayShadow);
+  for (const Date outside : {At(2005, 12, 31), At(2007, 1, 1)}) {
+    RecordingSurface unmarked;
+    Draw(unmarked, grid, Everything, outside);
+    EXPECT_THAT(unmarked.Calls("outline"), SizeIs(12));
+  }
+}
+
+TEST(GridPainter, PaintsOnlyTheRowsAndBarsThatAreInSight) {
+  std::vector<CalEvent> events;
+  for (int month = 1; month <= 12; ++month) {
+    for (const char* id : {"a", "b", "c"}) {
+      events.push_back(SampleEvent(id, At(2006, month, 9), At(2006, month, 10), "Leave"));
+    }
+  }
+  const YearGrid grid = SampleGrid(events, {.DisplaySubject = true});
+  RecordingSurface surface;
+  // The second and third band of March.
+  Draw(surface, grid, {0, 2700, 11'145, 3300}, At(2006, 8, 1));
+  EXPECT_THAT(With(surface.Log(), "#0A7828"), SizeIs(2));
+  EXPECT_THAT(surface.Calls("text"), SizeIs(2));
+  EXPECT_THAT(With(surface.Calls("fill"), "#E0E0E0"), SizeIs(2));
+  EXPECT_THAT(surface.Calls("outline"), SizeIs(1));
+  EXPECT_EQ(surface.ColourAt(CentreOf(grid, 3, 12, 2)), Leave);
+  EXPECT_EQ(surface.ColourAt(CentreOf(grid, 3, 12, 3)), Leave);
+}
+
+TEST(GridPainter, AStripOfAnyHeightShowsWhatTheWholeGridShowsThere) {
+  const YearGrid grid = SampleGrid({SampleEvent("a", At(2006, 3, 1), At(2006, 5, 1), "Leave")});
+  const Date today = At(2006, 3, 10);
+  RecordingSurface whole;
+  Draw(whole, grid, Everything, today);
+  for (int top = 2340; top <= 3660; top += 15) {
+    const Rect strip{0, double(top), 11'145, top + 15.0};
+    RecordingSurface surface;
+    {
+      const ViewScope view(surface, strip, {0, 0});
+      Draw(surface, grid, strip, today);
+    }
+    for (int x = 3487; x < 4000; x += 15) {
+      const Point point{double(x), top + 7.0};
+      ASSERT_EQ(surface.ColourAt(point), whole.ColourAt(point)) << x << ", " << top;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace velkor
