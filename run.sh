@@ -3,6 +3,7 @@
 # CALENDAR is an iCalendar file; without one a sample year is shown.
 set -euo pipefail
 
+caller=$PWD
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 calendar=$root/samples/team.ics
 if (($#)); then
@@ -31,4 +32,6 @@ CMAKE_BUILD_PARALLEL_LEVEL=$(nproc)
 export CMAKE_BUILD_PARALLEL_LEVEL
 quietly cmake --preset linux
 quietly cmake --build --preset linux --target yearplan yearplan-read
-exec build/linux/bin/yearplan "$calendar"
+# What it draws to a file lands in the caller's folder.
+cd "$caller"
+exec "$root/build/linux/bin/yearplan" "$calendar"
