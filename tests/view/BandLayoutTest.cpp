@@ -200,25 +200,6 @@ TEST(BandLayout, EventStartingInAnOccupiedColumnTakesTheNextBand) {
                                        BarValues{2, 2, 1, 12, 13}));
 }
 
-TEST(BandLayout, TheOrderOfTheEventsBreaksTies) {
-  const CalEvent early = SampleEvent("early", At(2006, 1, 3), At(2006, 1, 13));
-  const CalEvent late = SampleEvent("late", At(2006, 1, 12), At(2006, 1, 14));
-  EXPECT_THAT(LayOut({late, early}).Bands(), ElementsAre(2, 3));
-  EXPECT_THAT(LayOut({early, late}).Bands(), ElementsAre(2, 3));
-}
-
-TEST(BandLayout, FiveEventsOnOneDayMakeTheRowSixBandsHigh) {
-  std::vector<CalEvent> events;
-  for (const char* id : {"1", "2", "3", "4", "5"}) {
-    events.push_back(SampleEvent(id, At(2006, 3, 10), At(2006, 3, 11)));
-  }
-  const Year year = LayOut(events);
-  EXPECT_THAT(year.Bands(), ElementsAre(2, 3, 4, 5, 6));
-  EXPECT_EQ(year.layout.BandsInRow[2], 8);
-  EXPECT_EQ(year.layout.BandsOf(3), 6);
-  EXPECT_EQ(year.layout.TotalBands(), 50);
-}
-
 TEST(BandLayout, ABandIsChosenByTheFirstMonthAlone) {
   const Year year = LayOut({SampleEvent("short", At(2006, 2, 5), At(2006, 2, 8)),
                             SampleEvent("long", At(2006, 1, 20), At(2006, 2, 10))});

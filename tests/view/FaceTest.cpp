@@ -68,22 +68,6 @@ TEST(Face, MeasuresNothingTwiceInOnePass) {
   }
 }
 
-TEST(Face, AnyAreaIsDividedWithoutOverlapAndDrawn) {
-  for (const Extent control : {Extent{20'000, 12'000}, Extent{4'000, 3'000}, Extent{900, 300}}) {
-    const ShownYear year(control);
-    const FaceLayout& layout = year.layout;
-    EXPECT_LE(layout.caption.bottom, layout.picParent.top);
-    EXPECT_LE(layout.picParent.right, layout.picCatView.left);
-    EXPECT_EQ(layout.gridView.left, layout.picParent.left + 405);
-    EXPECT_EQ(layout.gridView.top, layout.picParent.top + 240);
-    EXPECT_EQ(layout.gridView.left, layout.picHeadCol.left);
-    EXPECT_EQ(layout.gridView.top, layout.picHeadRow.top);
-    RecordingSurface surface;
-    DrawFace(surface, layout, year.grid, year.content);
-    EXPECT_EQ(surface.Depth(), 0U);
-  }
-}
-
 TEST(Face, TheHeightWithoutScrollingIsTheLeastOne) {
   const ShownYear any({10'000, 10'000});
   const Twips height = HeightWithoutScrolling(any.grid.Layout(), {});
