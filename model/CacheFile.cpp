@@ -60,12 +60,14 @@ LoadOutcome CacheFile::LoadRecords(const std::string& path, const EventFields& f
   }
   CacheRecordReader reader(*bytes, locale_);
   std::vector<CalEvent> loaded;
-  loaded.reserve(reader.CountAhead());
-  CalEvent event;
-  while (!abort_ && reader.Next(event)) {
-    fields.Derive(event);
-    loaded.push_back(std::move(event));
+  // Each event is read where it stays, so there is always one to spare.
+  loaded.reserve(reader.CountAhead() + 1);
+  loaded.emplace_back();
+  while (!abort_ && reader.Next(loaded.back())) {
+    fields.Derive(loaded.back());
+    loaded.emplace_back();
   }
+  loaded.pop_back();
   if (abort_) {
     events = {};
     return LoadOutcome::Aborted;

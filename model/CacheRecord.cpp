@@ -19,9 +19,11 @@ void AppendNumber(std::string& bytes, std::uint64_t value, std::size_t size) {
   for (std::size_t i = 0; i < size; ++i) bytes.push_back(static_cast<char>(value >> (8 * i)));
 }
 
-std::uint64_t NumberAt(std::string_view bytes, std::size_t size) {
+/// The size is a constant so that the bytes are read as one number.
+template <std::size_t Size>
+std::uint64_t NumberAt(std::string_view bytes) {
   std::uint64_t value = 0;
-  for (std::size_t i = size; i-- > 0;) value = value << 8 | static_cast<unsigned char>(bytes[i]);
+  for (std::size_t i = Size; i-- > 0;) value = value << 8 | static_cast<unsigned char>(bytes[i]);
   return value;
 }
 
@@ -52,9 +54,9 @@ void AppendText(std::string& bytes, std::string_view text, LocaleApi& locale, Co
 }
 
 /// Takes a counted text off the front; none when it is cut short.
-std::optional<std::string_view> TakeText(std::string_view& bytes) {
+inline std::optional<std::string_view> TakeText(std::string_view& bytes) {
   if (bytes.size() < LengthSize) return std::nullopt;
-  const std::size_t length = NumberAt(bytes, LengthSize);
+  const std::size_t length = NumberAt<LengthSize>(bytes);
   if (bytes.size() < LengthSize + length) return std::nullopt;
   const std::string_view text = bytes.substr(LengthSize, length);
   bytes.remove_prefix(LengthSize + length);
@@ -63,7 +65,7 @@ std::optional<std::string_view> TakeText(std::string_view& bytes) {
 
 std::optional<Date> TakeDate(std::string_view& bytes) {
   if (bytes.size() < DateSize) return std::nullopt;
-  const Date date(std::bit_cast<double>(NumberAt(bytes, DateSize)));
+  const Date date(std::bit_cast<double>(NumberAt<DateSize>(bytes)));
   bytes.remove_prefix(DateSize);
   return date.IsValid() ? std::optional(date) : std::nullopt;
 }

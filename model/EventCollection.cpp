@@ -2,64 +2,88 @@
 #include "model/EventCollection.h"
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 #include "platform/LocaleApi.h"
 
 namespace velkor {
+namespace {
+
+std::uint32_t HashOf(std::string_view eventId) {
+  return static_cast<std::uint32_t>(std::hash<std::string_view>()(eventId));
+}
+
+}  // namespace
 
 EventCollection::EventCollection(std::vector<CalEvent> events) : events_(std::move(events)) {
-  std::erase_if(events_, [](const CalEvent& event) { return event.EventID.empty(); });
   BuildOrder();
 }
 
 void EventCollection::BuildOrder() {
-  // Seconds are worked out once for each event. A cache file is in order of start already, and a
-  // sort of what is in order is cheap.
-  std::vector<std::pair<std::int64_t, std::uint32_t>> keys;
+  // Seconds and hash are worked out once for each event, in the order of memory. A cache file is in
+  // order of start already, and a sort of what is in order is cheap.
+  std::vector<Key> keys;
+  std::vector<std::uint32_t> leftOut;
   keys.reserve(events_.size());
   for (std::uint32_t i = 0; i < events_.size(); ++i) {
-    keys.emplace_back(events_[i].StartDate.Seconds(), i);
+    if (events_[i].EventID.empty()) {
+      leftOut.push_back(i);
+    } else {
+      keys.push_back({events_[i].StartDate.Seconds(), HashOf(events_[i].EventID), i});
+    }
   }
-  if (!std::is_sorted(keys.begin(), keys.end())) std::sort(keys.begin(), keys.end());
-  const auto idOf = [&](const auto& key) -> const std::string& {
-    return events_[key.second].EventID;
+  const auto byStart = [](const Key& a, const Key& b) {
+    return a.start != b.start ? a.start < b.start : a.index < b.index;
   };
-  std::vector<std::uint32_t> repeated;
+  if (!std::is_sorted(keys.begin(), keys.end(), byStart)) {
+    std::sort(keys.begin(), keys.end(), byStart);
+  }
   for (auto group = keys.begin(); group != keys.end();) {
     const auto groupEnd =
-        std::find_if(group, keys.end(), [&](const auto& key) { return key.first != group->first; });
-    if (groupEnd - group > 1) {
-      std::sort(group, groupEnd, [&](const auto& a, const auto& b) {
-        const int order = idOf(a).compare(idOf(b));
-        return order != 0 ? order < 0 : a.second < b.second;
-      });
-      for (auto key = group + 1; key != groupEnd; ++key) {
-        if (idOf(*key) == idOf(key[-1])) repeated.push_back(key->second);
-      }
-    }
+        std::find_if(group, keys.end(), [&](const Key& key) { return key.start != group->start; });
+    if (groupEnd - group > 1) SortGroup({group, groupEnd}, leftOut);
     group = groupEnd;
   }
-  if (!repeated.empty()) {
-    std::sort(repeated.begin(), repeated.end());
+  if (!leftOut.empty()) {
+    std::sort(leftOut.begin(), leftOut.end());
     std::uint32_t index = 0;
     std::erase_if(events_, [&](const CalEvent&) {
-      return std::binary_search(repeated.begin(), repeated.end(), index++);
+      return std::binary_search(leftOut.begin(), leftOut.end(), index++);
     });
     BuildOrder();
     return;
   }
   order_.clear();
   order_.reserve(keys.size());
-  for (const auto& key : keys) order_.push_back(key.second);
+  for (const auto& key : keys) order_.push_back(key.index);
+}
+
+void EventCollection::SortGroup(std::span<Key> group, std::vector<std::uint32_t>& repeated) const {
+  const auto idOf = [&](const Key& key) -> const std::string& {
+    return events_[key.index].EventID;
+  };
+  std::sort(group.begin(), group.end(), [&](const Key& a, const Key& b) {
+    if (a.idHash != b.idHash) return a.idHash < b.idHash;
+    const int order = idOf(a).compare(idOf(b));
+    return order != 0 ? order < 0 : a.index < b.index;
+  });
+  for (std::size_t i = 1; i < group.size(); ++i) {
+    const bool same =
+        group[i].idHash == group[i - 1].idHash && idOf(group[i]) == idOf(group[i - 1]);
+    if (same) repeated.push_back(group[i].index);
+  }
 }
 
 bool EventCollection::Add(CalEvent event) {
   if (event.EventID.empty()) return false;
   const std::int64_t start = event.StartDate.Seconds();
+  const std::uint32_t hash = HashOf(event.EventID);
   const auto compare = [&](std::uint32_t index) {
-    const std::int64_t other = events_[index].StartDate.Seconds();
-    if (other != start) return other < start ? -1 : 1;
+    const std::int64_t otherStart = events_[index].StartDate.Seconds();
+    if (otherStart != start) return otherStart < start ? -1 : 1;
+    const std::uint32_t otherHash = HashOf(events_[index].EventID);
+    if (otherHash != hash) return otherHash < hash ? -1 : 1;
     return events_[index].EventID.compare(event.EventID);
   };
   const auto place = std::partition_point(order_.begin(), order_.end(),

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,10 +43,19 @@ class EventCollection {
   std::optional<std::size_t> Find(std::string_view key, LocaleApi& locale) const;
 
  private:
+  struct Key {
+    std::int64_t start;
+    std::uint32_t idHash;
+    std::uint32_t index;
+  };
+
   void BuildOrder();
+  /// Orders the keys of one start and finds the events that repeat an earlier one's EventID.
+  void SortGroup(std::span<Key> group, std::vector<std::uint32_t>& repeated) const;
 
   std::vector<CalEvent> events_;
-  /// Indices of all events, ordered by start (to the second, as a key shows it) and EventID.
+  /// Indices of all events, ordered by start (to the second, as a key shows it), then by the hash
+  /// of the EventID, then by the EventID itself. Long identifiers begin alike; hashes rarely do.
   std::vector<std::uint32_t> order_;
 };
 

@@ -11,10 +11,14 @@ struct Position {
 };
 
 Position PositionOf(Date date, const DisplaySpan& span, const MonthColumns& columns) {
-  const DateFields fields = date.Fields();
-  if (fields.year != span.YearOfMonth(fields.month)) return {span.MonthIndexOf(date), 0};
-  const int column = fields.day + columns.RowDayOffset[span.RowOfMonth(fields.month)];
-  return {fields.month, static_cast<std::int16_t>(column)};
+  const std::int64_t day = date.DayNumber();
+  const auto& firstDay = columns.RowFirstDay;
+  if (day < firstDay[1] || day >= firstDay[MonthRows + 1]) return {span.MonthIndexOf(date), 0};
+  // No month is longer than 31 days, so the guess is the row or the one before it.
+  int row = 1 + static_cast<int>((day - firstDay[1]) / 31);
+  if (day >= firstDay[row + 1]) ++row;
+  const int column = static_cast<int>(day - firstDay[row]) + 1 + columns.RowDayOffset[row];
+  return {span.MonthOfRow(row), static_cast<std::int16_t>(column)};
 }
 
 }  // namespace

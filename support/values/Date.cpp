@@ -23,6 +23,9 @@ constexpr std::int64_t DayOf(int year, int month, int day) {
 constexpr std::int64_t FirstSecond = DayOf(100, 1, 1) * SecondsPerDay;
 constexpr std::int64_t LastSecond = DayOf(10000, 1, 1) * SecondsPerDay - 1;
 
+constexpr auto FirstWholeDay = static_cast<double>(DayOf(100, 1, 2));
+constexpr auto LastWholeDay = static_cast<double>(DayOf(9999, 12, 31));
+
 constexpr std::int64_t FloorDay(std::int64_t seconds) {
   return (seconds >= 0 ? seconds : seconds - (SecondsPerDay - 1)) / SecondsPerDay;
 }
@@ -42,6 +45,8 @@ Date Date::FromFields(const DateFields& fields) {
 }
 
 bool Date::IsValid() const {
+  // Days away from both ends the seconds need no look.
+  if (days_ > FirstWholeDay && days_ < LastWholeDay) return true;
   // The coarse bound keeps Seconds() inside its integer; it also turns away what is no number.
   if (!(std::fabs(days_) < 4'000'000)) return false;
   const std::int64_t seconds = Seconds();
@@ -49,9 +54,13 @@ bool Date::IsValid() const {
 }
 
 std::int64_t Date::Seconds() const {
-  const double whole = std::trunc(days_);
-  const double time = std::fabs(days_ - whole) * static_cast<double>(SecondsPerDay);
-  return static_cast<std::int64_t>(whole) * SecondsPerDay + std::llround(time);
+  const auto whole = static_cast<std::int64_t>(days_);
+  const double time =
+      std::fabs(days_ - static_cast<double>(whole)) * static_cast<double>(SecondsPerDay);
+  // What std::llround gives, without a call: every date of a year comes through here.
+  const auto seconds = static_cast<std::int64_t>(time);
+  const bool roundUp = time - static_cast<double>(seconds) >= 0.5;
+  return whole * SecondsPerDay + seconds + static_cast<std::int64_t>(roundUp);
 }
 
 std::int64_t Date::DayNumber() const {

@@ -84,7 +84,9 @@ MonthColumns::MonthColumns(const DisplaySpan& span) {
     const int month = span.MonthOfRow(row);
     RowDayOffset[row] = span.FirstWeekdayOfMonth(month) - 1;
     RowLastColumn[row] = RowDayOffset[row] + span.DaysInMonth(month);
+    RowFirstDay[row] = Date::FromYmd(span.YearOfMonth(month), month, 1).DayNumber();
   }
+  RowFirstDay[MonthRows + 1] = span.ViewEndDate().DayNumber() + 1;
 }
 
 }  // namespace velkor

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 
 #include "support/values/Date.h"
 
@@ -59,6 +60,8 @@ struct MonthColumns {
   std::array<int, MonthRows + 1> RowDayOffset{};
   /// The column of the last day, 28 to 37.
   std::array<int, MonthRows + 1> RowLastColumn{};
+  /// Day number of the 1st; entry 13 is the day after the span.
+  std::array<std::int64_t, MonthRows + 2> RowFirstDay{};
 };
 
 }  // namespace velkor
