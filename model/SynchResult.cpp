@@ -19,6 +19,8 @@ std::string MessageOf(SynchResult result, long error, const CachePaths& paths) {
              std::to_string(error);
     case SynchResult::FetchingFailed:
       return "Error occured while fetching events.";
+    case SynchResult::WritingFailed:
+      break;
   }
   return "An error occured while updating the cache file";
 }

@@ -16,6 +16,8 @@ enum class SynchResult : short {
   LogonFailed = 5,
   NothingToReport = 6,
   FetchingFailed = 7,
+  /// The work file could not be written to its end.
+  WritingFailed = 8,
 };
 
 /// The message for a result; empty for one that needs none.

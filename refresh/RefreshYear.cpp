@@ -40,25 +40,49 @@ std::unique_ptr<OutlookItems> OpenItems(const RefreshRequest& request, OutlookNa
   return items;
 }
 
-/// @return false when `proceed` asked to stop
+void Fail(RefreshAnswer& answer, SynchResult result, const Error& error) {
+  answer.result = result;
+  answer.error = error.Number();
+  answer.description = error.Description();
+}
+
+bool WriteBlock(OutputFile& work, std::string& block, RefreshAnswer& answer) {
+  try {
+    work.Write(block);
+  } catch (const Error& error) {
+    Fail(answer, SynchResult::WritingFailed, error);
+    return false;
+  }
+  block.clear();
+  return true;
+}
+
+/// @return false when `proceed` asked to stop or writing failed, which `answer` then says
 bool WriteItems(OutlookItems& items, OutputFile& work, LocaleApi& locale,
-                const std::function<bool()>& proceed, std::size_t& count) {
+                const std::function<bool()>& proceed, RefreshAnswer& answer) {
   std::string block;
   for (auto item = items.GetFirst(); item; item = items.GetNext()) {
+    if (proceed && !proceed()) return false;
     const auto appointment = AppointmentOf(std::move(item));
     if (!appointment) continue;
     const std::string subject = appointment->Subject();
     if (colour_record::IsSubject(subject)) continue;
     AppendCacheRecord(block, appointment->EntryID(), subject, appointment->Categories(),
                       appointment->Start(), appointment->End(), locale);
-    ++count;
-    if (block.size() < BlockSize) continue;
-    if (proceed && !proceed()) return false;
-    work.Write(block);
-    block.clear();
+    ++answer.count;
+    if (block.size() >= BlockSize && !WriteBlock(work, block, answer)) return false;
   }
-  work.Write(block);
-  return !proceed || proceed();
+  return WriteBlock(work, block, answer) && (!proceed || proceed());
+}
+
+/// Puts the work file in the cache file's place.
+void Replace(const std::string& cacheFile, OutputFile& work, RefreshAnswer& answer) {
+  try {
+    answer.result =
+        work.MoveOver(cacheFile) ? SynchResult::CacheWritten : SynchResult::CacheNotReplaced;
+  } catch (const Error& error) {
+    Fail(answer, SynchResult::WritingFailed, error);
+  }
 }
 
 }  // namespace
@@ -66,21 +90,13 @@ bool WriteItems(OutlookItems& items, OutputFile& work, LocaleApi& locale,
 RefreshAnswer RefreshYear(const RefreshRequest& request, OutlookApplication& outlook, Files& files,
                           LocaleApi& locale, const std::function<bool()>& proceed) {
   RefreshAnswer answer;
-  const auto fail = [&](SynchResult result, const Error& error) {
-    answer.result = result;
-    answer.error = error.Number();
-    answer.description = error.Description();
-    return answer;
-  };
-
   std::unique_ptr<OutlookNamespace> session;
   try {
     session = outlook.GetNamespace("MAPI");
+    if (!session) throw Error(errors::CalendarFailed, "There is no session");
   } catch (const Error& error) {
-    return fail(SynchResult::LogonFailed, error);
-  }
-  if (!session) {
-    return fail(SynchResult::LogonFailed, Error(errors::CalendarFailed, "There is no session"));
+    Fail(answer, SynchResult::LogonFailed, error);
+    return answer;
   }
 
   const auto work = modFileIO::OpenForWriting(files, request.paths.workFile);
@@ -90,12 +106,12 @@ RefreshAnswer RefreshYear(const RefreshRequest& request, OutlookApplication& out
   }
   try {
     const auto items = OpenItems(request, *session, locale);
-    if (!WriteItems(*items, *work, locale, proceed, answer.count)) return answer;
-    answer.result = work->MoveOver(request.paths.cacheFile) ? SynchResult::CacheWritten
-                                                            : SynchResult::CacheNotReplaced;
+    if (!WriteItems(*items, *work, locale, proceed, answer)) return answer;
   } catch (const Error& error) {
-    return fail(SynchResult::FetchingFailed, error);
+    Fail(answer, SynchResult::FetchingFailed, error);
+    return answer;
   }
+  Replace(request.paths.cacheFile, *work, answer);
   return answer;
 }
 

@@ -34,7 +34,8 @@ struct RefreshAnswer {
 /// Fetches every occurrence of the span, writes the work file and puts it in the cache file's
 /// place in one step: whatever stops this, the cache file is the old one or the new one. Colour
 /// records are no appointments and stay out.
-/// @param proceed  asked now and then; false stops with NothingToReport, the cache file untouched
+/// @param proceed  asked before each item; false stops with NothingToReport, the cache file
+/// untouched
 RefreshAnswer RefreshYear(const RefreshRequest& request, OutlookApplication& outlook, Files& files,
                           LocaleApi& locale, const std::function<bool()>& proceed = {});
 

@@ -147,7 +147,7 @@ TEST_F(RefreshYearTest, EachFailureHasItsResultAndLeavesTheOldFile) {
   fail = {};
   fail.writeAfter = 5;
   const RefreshAnswer full = Refresh();
-  EXPECT_EQ(FailedWith(full), 7);
+  EXPECT_EQ(FailedWith(full), 8);
   EXPECT_EQ(full.error, errors::DeviceInputOutput);
   fail = {};
 
