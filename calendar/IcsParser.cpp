@@ -47,7 +47,8 @@ struct UidGroup {
   /// Events without RECURRENCE-ID, by place in the file; those that count.
   std::vector<std::size_t> masters;
   std::vector<std::size_t> changed;
-  /// The master that the changed occurrences belong to.
+  /// The master that the changed occurrences belong to; of an event that does not recur, the
+  /// change that takes its place.
   std::optional<std::size_t> owner;
 };
 
@@ -118,7 +119,7 @@ class CalendarBuilder {
   }
 
   /// Gives changed occurrences to the first recurring master; a change of an event that does not
-  /// recur takes its place. Without either they stand by themselves.
+  /// recur takes its place, the last one of several. Without either they stand by themselves.
   void ChooseOwner(UidGroup& group) {
     if (group.changed.empty() || group.masters.empty()) return;
     const auto recurring =
@@ -133,7 +134,9 @@ class CalendarBuilder {
     const std::size_t first = group.masters.front();
     const OccurrenceKey key = KeyOf(events_[first].start, events_[first]);
     for (const std::size_t index : group.changed) {
-      if (KeyOf(*events_[index].recurrenceId, events_[first]) == key) left_[first] = true;
+      if (KeyOf(*events_[index].recurrenceId, events_[first]) != key) continue;
+      left_[group.owner.value_or(first)] = true;
+      group.owner = index;
     }
   }
 
@@ -164,14 +167,15 @@ class CalendarBuilder {
     return changed;
   }
 
-  /// The owner of changed occurrences, or else the first event of a UID, is known by it alone;
+  /// The owner in a group, or else its first event, is known by the UID alone;
   /// every other event by its text and by how many of the same text came before.
   std::string EntryIdOf(std::size_t index) {
     const IcsEvent& event = events_[index];
     const auto group = groups_.find(event.uid);
-    if (group != groups_.end() && !event.recurrenceId) {
+    if (group != groups_.end()) {
       const UidGroup& same = group->second;
-      if (index == same.owner.value_or(same.masters.front())) return HashOf({"uid", event.uid});
+      const bool first = !same.owner && !event.recurrenceId && index == same.masters.front();
+      if (index == same.owner || first) return HashOf({"uid", event.uid});
     }
     const IcsComponent& component = *event.component;
     const std::string text = HashOf(

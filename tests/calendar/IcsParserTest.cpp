@@ -220,6 +220,7 @@ TEST(IcsParser, ChangesWithoutARecurringEventStandByThemselves) {
   EXPECT_NE(calendar.items[0].entryId, calendar.items[1].entryId);
   EXPECT_FALSE(calendar.items[0].recurring);
   EXPECT_EQ(calendar.items[2].fields.subject, "Change");
+  EXPECT_EQ(calendar.items[2].entryId, OnlyItem("UID:s\nDTSTART:20260201T100000\n").entryId);
 }
 
 TEST(IcsParser, IdentifiersStayTheSameAndTellItemsApart) {
