@@ -3,7 +3,6 @@
 
 #include <bit>
 #include <cstdint>
-#include <optional>
 #include <utility>
 
 #include "support/values/Text.h"
@@ -53,21 +52,24 @@ void AppendText(std::string& bytes, std::string_view text, LocaleApi& locale, Co
   bytes += encoded;
 }
 
-/// Takes a counted text off the front; none when it is cut short.
-inline std::optional<std::string_view> TakeText(std::string_view& bytes) {
-  if (bytes.size() < LengthSize) return std::nullopt;
+/// Takes a counted text off the front.
+/// @return false when it is cut short; `bytes` is then without meaning
+bool TakeText(std::string_view& bytes, std::string_view& text) {
+  if (bytes.size() < LengthSize) return false;
   const std::size_t length = NumberAt<LengthSize>(bytes);
-  if (bytes.size() < LengthSize + length) return std::nullopt;
-  const std::string_view text = bytes.substr(LengthSize, length);
-  bytes.remove_prefix(LengthSize + length);
-  return text;
+  bytes.remove_prefix(LengthSize);
+  if (bytes.size() < length) return false;
+  text = bytes.substr(0, length);
+  bytes.remove_prefix(length);
+  return true;
 }
 
-std::optional<Date> TakeDate(std::string_view& bytes) {
-  if (bytes.size() < DateSize) return std::nullopt;
-  const Date date(std::bit_cast<double>(NumberAt<DateSize>(bytes)));
+/// Takes a date off the front; false also for one that is not valid.
+bool TakeDate(std::string_view& bytes, Date& date) {
+  if (bytes.size() < DateSize) return false;
+  date = Date(std::bit_cast<double>(NumberAt<DateSize>(bytes)));
   bytes.remove_prefix(DateSize);
-  return date.IsValid() ? std::optional(date) : std::nullopt;
+  return date.IsValid();
 }
 
 }  // namespace
@@ -84,25 +86,25 @@ void AppendCacheRecord(std::string& bytes, std::string_view eventId, std::string
 
 bool CacheRecordReader::Next(CalEvent& event) {
   std::string_view bytes = rest_;
-  const auto eventId = TakeText(bytes);
-  const auto subject = eventId ? TakeText(bytes) : std::nullopt;
-  const auto categories = subject ? TakeText(bytes) : std::nullopt;
-  const auto start = categories ? TakeDate(bytes) : std::nullopt;
-  const auto end = start ? TakeDate(bytes) : std::nullopt;
-  if (!end) return false;
-  event.EventID = locale_.FromCodePage(*eventId, codePage_);
-  event.Subject = locale_.FromCodePage(*subject, codePage_);
-  event.Categories = locale_.FromCodePage(*categories, codePage_);
-  event.StartDate = *start;
-  event.EndDate = *end;
+  std::string_view eventId;
+  std::string_view subject;
+  std::string_view categories;
+  const bool whole = TakeText(bytes, eventId) && TakeText(bytes, subject) &&
+                     TakeText(bytes, categories) && TakeDate(bytes, event.StartDate) &&
+                     TakeDate(bytes, event.EndDate);
+  if (!whole) return false;
+  event.EventID = locale_.FromCodePage(eventId, codePage_);
+  event.Subject = locale_.FromCodePage(subject, codePage_);
+  event.Categories = locale_.FromCodePage(categories, codePage_);
   rest_ = bytes;
   return true;
 }
 
 std::size_t CacheRecordReader::CountAhead() const {
   std::size_t count = 0;
+  std::string_view text;
   for (std::string_view bytes = rest_;; ++count) {
-    if (!TakeText(bytes) || !TakeText(bytes) || !TakeText(bytes)) return count;
+    if (!TakeText(bytes, text) || !TakeText(bytes, text) || !TakeText(bytes, text)) return count;
     if (bytes.size() < 2 * DateSize) return count;
     bytes.remove_prefix(2 * DateSize);
   }
