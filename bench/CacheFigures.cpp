@@ -13,6 +13,7 @@
 #include "model/CacheRecord.h"
 #include "platform/headless/FixedLocale.h"
 #include "platform/headless/MemoryFiles.h"
+#include "tools/SilentPlanner.h"
 
 namespace velkor {
 namespace {
@@ -24,14 +25,6 @@ constexpr double ConversionLimit = 3;
 constexpr double PeakLimit = 4;
 constexpr double GrowthLimit = 2.5;
 constexpr int Iterations = 15;
-
-class IdlePlanner : public Planner {
- public:
-  void ReportStatus(Colour) override {}
-  bool RefreshOutstanding() const override { return false; }
-  void CancelRefresh() override {}
-  void StartRefresh(bool) override {}
-};
 
 /// The texts of a cache file, in the code page and where they lie in its bytes.
 std::vector<std::string_view> TextsOf(std::string_view bytes) {
@@ -113,7 +106,7 @@ class CacheFixture {
   MemoryFiles files_;
   FixedLocale locale_;
   const CodePage page_ = locale_.AnsiCodePage();
-  IdlePlanner planner_;
+  SilentPlanner planner_;
   CacheFile cache_{files_, locale_, planner_};
   const YearGrid grid_ = SampleGrid();
   const EventFields fields_ = grid_.Fields();

@@ -25,7 +25,6 @@ YearGrid GridWithBars(std::size_t bars, bool displaySubject) {
   std::size_t events = bars;
   while (true) {
     YearGrid grid = FilledGrid(events, Spread::Random, displaySubject);
-    grid.LayOut();
     const std::size_t has = grid.Layout().bars.size();
     if (has <= bars) {
       grid.Resize(PicParent, ScrollBarWidth, {});

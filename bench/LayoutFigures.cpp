@@ -12,22 +12,34 @@ namespace {
 constexpr std::size_t Many = 200'000;
 constexpr double GrowthLimit = 2.5;
 
+/// A grid with its events, and the same events once more, to be laid out without it.
+struct Year {
+  YearGrid grid;
+  EventCollection events;
+};
+
+Year YearOf(std::size_t count, Spread spread) {
+  YearGrid grid = FilledGrid(count, spread);
+  EventCollection events = grid.Events();
+  return {std::move(grid), std::move(events)};
+}
+
 /// Twice as many events against half of them.
 template <typename Work>
 void CompareGrowth(benchmark::State& state, Spread spread, Work work) {
-  YearGrid half = FilledGrid(Many / 2, spread);
-  YearGrid whole = FilledGrid(Many, spread);
-  const auto timed = [&](YearGrid& grid) { return SecondsOf([&] { work(grid); }); };
+  Year half = YearOf(Many / 2, spread);
+  Year whole = YearOf(Many, spread);
+  const auto timed = [&](Year& year) { return SecondsOf([&] { work(year); }); };
   Compare(
       state, GrowthLimit, [&] { return timed(half); }, [&] { return timed(whole); });
 }
 
-void LayOutBandsOnly(YearGrid& grid) {
-  benchmark::DoNotOptimize(LayOutBands(grid.Events(), grid.Rule(), grid.Filter()));
+void LayOutBandsOnly(Year& year) {
+  benchmark::DoNotOptimize(LayOutBands(year.events, year.grid.Rule(), year.grid.Filter()));
 }
 
-void LayOutWithCellMap(YearGrid& grid) {
-  grid.LayOut();
+void LayOutWithCellMap(Year& year) {
+  year.grid.LayOut();
 }
 
 }  // namespace

@@ -107,7 +107,7 @@ YearGrid FilledGrid(std::size_t count, Spread spread, bool displaySubject) {
   const EventFields fields = grid.Fields();
   std::vector<CalEvent> events = SampleEvents(count, spread);
   for (CalEvent& event : events) fields.Derive(event);
-  grid.Events() = EventCollection(std::move(events));
+  grid.SetEvents(EventCollection(std::move(events)));
   return grid;
 }
 

@@ -80,20 +80,17 @@ LoadOutcome CacheFile::LoadRecords(const std::string& path, const EventFields& f
 }
 
 bool CacheFile::Rewrite(const CachePaths& paths, const EventCollection& events) {
-  constexpr std::size_t BlockSize = 1 << 16;
   if (planner_.RefreshOutstanding()) planner_.CancelRefresh();
   bool replaced = false;
   try {
     if (const auto work = modFileIO::OpenForWriting(files_, paths.workFile)) {
-      std::string block;
+      std::string record;
       for (const CalEvent& event : events) {
-        AppendCacheRecord(block, event.EventID, event.Subject, event.Categories, event.StartDate,
+        record.clear();
+        AppendCacheRecord(record, event.EventID, event.Subject, event.Categories, event.StartDate,
                           event.EndDate, locale_);
-        if (block.size() < BlockSize) continue;
-        work->Write(block);
-        block.clear();
+        work->Write(record);
       }
-      work->Write(block);
       replaced = work->MoveOver(paths.cacheFile);
     }
   } catch (const Error&) {

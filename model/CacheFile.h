@@ -15,7 +15,8 @@ class LocaleApi;
 
 enum class LoadOutcome {
   Loaded,
-  /// Everything before a record that cannot be read, or before a failing read, was loaded.
+  /// A record could not be read, and those before it were loaded; or the file could not be read,
+  /// and nothing was.
   LoadedInPart,
   /// There is no such file: an empty year, which a refresh fills.
   NoFile,

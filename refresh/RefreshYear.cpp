@@ -15,8 +15,6 @@
 namespace velkor {
 namespace {
 
-constexpr std::size_t BlockSize = 1 << 16;
-
 /// The appointment that an item stands for; null for one that stands for none.
 std::unique_ptr<OutlookItem> AppointmentOf(std::unique_ptr<OutlookItem> item) {
   switch (item->Class()) {
@@ -46,33 +44,28 @@ void Fail(RefreshAnswer& answer, SynchResult result, const Error& error) {
   answer.description = error.Description();
 }
 
-bool WriteBlock(OutputFile& work, std::string& block, RefreshAnswer& answer) {
-  try {
-    work.Write(block);
-  } catch (const Error& error) {
-    Fail(answer, SynchResult::WritingFailed, error);
-    return false;
-  }
-  block.clear();
-  return true;
-}
-
 /// @return false when `proceed` asked to stop or writing failed, which `answer` then says
 bool WriteItems(OutlookItems& items, OutputFile& work, LocaleApi& locale,
                 const std::function<bool()>& proceed, RefreshAnswer& answer) {
-  std::string block;
+  std::string record;
   for (auto item = items.GetFirst(); item; item = items.GetNext()) {
     if (proceed && !proceed()) return false;
     const auto appointment = AppointmentOf(std::move(item));
     if (!appointment) continue;
     const std::string subject = appointment->Subject();
     if (colour_record::IsSubject(subject)) continue;
-    AppendCacheRecord(block, appointment->EntryID(), subject, appointment->Categories(),
+    record.clear();
+    AppendCacheRecord(record, appointment->EntryID(), subject, appointment->Categories(),
                       appointment->Start(), appointment->End(), locale);
+    try {
+      work.Write(record);
+    } catch (const Error& error) {
+      Fail(answer, SynchResult::WritingFailed, error);
+      return false;
+    }
     ++answer.count;
-    if (block.size() >= BlockSize && !WriteBlock(work, block, answer)) return false;
   }
-  return WriteBlock(work, block, answer) && (!proceed || proceed());
+  return !proceed || proceed();
 }
 
 /// Puts the work file in the cache file's place.

@@ -46,7 +46,7 @@ std::string ReadValue(Registry& registry, MessageBoxes& messages, std::string_vi
 std::string ListSeparator(Registry& registry, MessageBoxes& messages) {
   std::string separator =
       ReadValue(registry, messages, "HKEY_CURRENT_USER\\Control Panel\\International", "sList");
-  return separator == Failed || separator.empty() ? "," : separator;
+  return separator == Failed ? "," : separator;
 }
 
 std::string ErrorText(long code) {

@@ -33,6 +33,16 @@ class BadCase : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+/// A whole number within bounds; a conversion alone would cut and wrap.
+int WholeNumber(const Json& json, int least = std::numeric_limits<int>::min(),
+                int most = std::numeric_limits<int>::max()) {
+  // As a double every integer of the text keeps its size, if not its last digits.
+  const bool inRange =
+      json.is_number_integer() && json.get<double>() >= least && json.get<double>() <= most;
+  if (!inRange) throw BadCase(json.dump() + " is no whole number that fits");
+  return json.get<int>();
+}
+
 Date DateOf(const Json& json) {
   const std::string text = json.get<std::string>();
   const std::optional<Date> date = ParseIso(text);
@@ -58,9 +68,9 @@ std::string TextOfBytes(std::string_view bytes) {
 }
 
 DisplaySpan SpanOf(const Json& view) {
-  const DisplaySpan span{view.at("year").get<int>(), view.at("firstMonth").get<int>()};
-  if (span.FirstMonth < 1 || span.FirstMonth > 12) throw BadCase("\"firstMonth\" is not 1 to 12");
-  if (span.ViewYear < 100 || span.ViewYear > 9998) throw BadCase("\"year\" is not 100 to 9998");
+  const DisplaySpan span{WholeNumber(view.at("year"), 100, 9999),
+                         WholeNumber(view.at("firstMonth"), 1, 12)};
+  if (!IsValidSpan(span)) throw BadCase("the year ends after 9999");
   return span;
 }
 
@@ -113,11 +123,8 @@ Json AnswerDates(const Json& json) {
   }
   answer["cells"] = Json::array();
   for (const Json& cell : json.at("cells")) {
-    const int column = cell.at(0).get<int>();
-    const int row = cell.at(1).get<int>();
-    if (column < 1 || column > GridColumns || row < 1 || row > MonthRows) {
-      throw BadCase("a cell is not a column 1 to 37 and a row 1 to 12");
-    }
+    const int column = WholeNumber(cell.at(0), 1, GridColumns);
+    const int row = WholeNumber(cell.at(1), 1, MonthRows);
     answer["cells"].push_back(ToIso(span.DateAtCell(column, row)));
   }
   return answer;
@@ -173,7 +180,7 @@ Json AnswerSort(const Json& json) {
 Json AnswerCacheName(const Json& json) {
   FixedLocale locale;
   const std::string folder = json.at("folder").get<std::string>();
-  return {{"name", CacheFileName(json.at("user").get<std::string>(), json.at("year").get<int>(),
+  return {{"name", CacheFileName(json.at("user").get<std::string>(), WholeNumber(json.at("year")),
                                  folder, locale)},
           {"checksum", FolderChecksum(folder, locale)}};
 }
@@ -212,7 +219,7 @@ Json AnswerLayout(const Json& json) {
   std::vector<Category> categories;
   for (const Json& entry : json.at("categories")) {
     categories.push_back(
-        {entry.at("name").get<std::string>(), Colour{entry.at("colour").get<std::int32_t>()}});
+        {entry.at("name").get<std::string>(), Colour{WholeNumber(entry.at("colour"))}});
   }
   const Json& filter = json.at("filter");
   YearGrid grid(SpanOf(json.at("view")), CategoryTable(std::move(categories)),
@@ -223,8 +230,7 @@ Json AnswerLayout(const Json& json) {
   std::vector<CalEvent> events = EventsOf(json.at("events"));
   const EventFields fields = grid.Fields();
   for (CalEvent& event : events) fields.Derive(event);
-  grid.Events() = EventCollection(std::move(events));
-  grid.LayOut();
+  grid.SetEvents(EventCollection(std::move(events)));
 
   const Json& surface = json.at("surface");
   const PixelSize pixel{surface.at("pixelWidth").get<float>(),

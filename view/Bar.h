@@ -52,7 +52,7 @@ void ForEachSegment(const CalEvent& event, const BarRule& rule, Visit&& visit) {
   const int startRow = StartRowOf(event, rule.span);
   const int endRow = event.EndMonth <= 12 ? rule.span.RowOfMonth(event.EndMonth) : MonthRows;
   const bool endsDuringADay = HasTimeOfDay(event.EndDate);
-  const bool oneDayLong = event.EndDate.DayNumber() - event.StartDate.DayNumber() == 1;
+  const bool oneDayLong = DaysBetween(event.StartDate, event.EndDate) == 1;
   for (int row = startRow; row <= std::min(endRow, MonthRows); ++row) {
     const int month = rule.span.MonthOfRow(row);
     if (endRow == row + 1 && month == event.EndMonth && oneDayLong) return;

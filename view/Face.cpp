@@ -48,9 +48,8 @@ FaceLayout DivideFace(Extent control) {
   return layout;
 }
 
-Twips HeightWithoutScrolling(const BandLayout& layout, PixelSize pixel) {
-  return CaptionHeight + Margin + HeaderRowHeight + 3 * Twips{pixel.height} +
-         layout.TotalBands() * LeastBandHeight;
+Twips LeastControlHeight(const BandLayout& layout, PixelSize pixel) {
+  return CaptionHeight + HeightWithoutScrolling(layout, pixel) + Margin;
 }
 
 std::string YearCaption(int viewYear) {

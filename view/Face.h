@@ -23,11 +23,14 @@ struct FaceLayout {
   Rect picCatView;
 };
 
+/// Width of VScroll1.
+inline constexpr Twips ScrollBarWidth = 255;
+
 /// Divides the control's area; the legend takes a fixed width on the right.
 FaceLayout DivideFace(Extent control);
 
-/// The least height of a control of this width that shows the whole grid without scrolling.
-Twips HeightWithoutScrolling(const BandLayout& layout, PixelSize pixel);
+/// The least height of a control that shows the whole grid without scrolling.
+Twips LeastControlHeight(const BandLayout& layout, PixelSize pixel);
 
 /// What a picture of the control shows besides the grid.
 struct FaceContent {

@@ -5,11 +5,20 @@
 #include <cmath>
 
 namespace velkor {
+namespace {
+
+/// Kept for the outlines at the grid's right and bottom edges.
+constexpr int EdgePixels = 3;
+constexpr double LongestGrid = 1 << 30;
+
+}  // namespace
+
+Twips HeightWithoutScrolling(const BandLayout& layout, PixelSize pixel) {
+  return HeaderRowHeight + EdgePixels * Twips{pixel.height} + layout.TotalBands() * LeastBandHeight;
+}
 
 GridGeometry SizeGrid(Extent picParent, Twips scrollBarWidth, PixelSize pixel,
                       const BandLayout& layout) {
-  // Three pixels are kept for the outlines at the grid's right and bottom edges.
-  constexpr int EdgePixels = 3;
   GridGeometry geometry;
   geometry.pixel = pixel;
   const double height =
@@ -21,7 +30,8 @@ GridGeometry SizeGrid(Extent picParent, Twips scrollBarWidth, PixelSize pixel,
     geometry.BandHeight = static_cast<float>(LeastBandHeight);
     width -= scrollBarWidth + double{pixel.width};
   }
-  geometry.GridWidth = static_cast<int>(RoundHalfEven(width));
+  geometry.GridWidth =
+      static_cast<int>(RoundHalfEven(std::clamp(width, -LongestGrid, LongestGrid)));
   geometry.ColumnWidth =
       static_cast<float>((geometry.GridWidth - EdgePixels * double{pixel.width}) / GridColumns);
   return geometry;

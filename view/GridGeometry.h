@@ -13,6 +13,11 @@ inline constexpr Twips HeaderRowHeight = 240;
 inline constexpr Twips MonthColumnWidth = 405;
 inline constexpr Twips LeastBandHeight = 100;
 
+/// Columns 1, 8, ... are Sundays, columns 7, 14, ... Saturdays.
+constexpr bool IsWeekend(int column) {
+  return column % 7 <= 1;
+}
+
 /// Positions are twips from the grid's top left corner, before scrolling.
 struct GridGeometry {
   float ColumnWidth = 0;
@@ -36,8 +41,12 @@ struct GridGeometry {
   Twips GridHeight(const BandLayout& layout) const { return BandEdge(layout.TotalBands()); }
 };
 
+/// The least height of picParent that holds the whole grid without scrolling.
+Twips HeightWithoutScrolling(const BandLayout& layout, PixelSize pixel);
+
 /// Sizes the grid to `picParent`, the surface that holds the grid with its headers; the sizes may
-/// come out as 0 or less when it is too small to hold anything.
+/// come out as 0 or less when it is too small to hold anything. Widths beyond what GridWidth can
+/// count stop there.
 /// @param scrollBarWidth  width of VScroll1
 GridGeometry SizeGrid(Extent picParent, Twips scrollBarWidth, PixelSize pixel,
                       const BandLayout& layout);
@@ -63,7 +72,8 @@ struct GridHit {
   int cellColumn = 0;
 };
 
-/// Nothing for a point below, above, left or right of the grid.
+/// Nothing for a point below, above or right of the grid. Left of it, one column wide, lies
+/// column 0, which is outside every month.
 std::optional<GridHit> HitTest(Point point, const GridGeometry& geometry, const BandLayout& layout,
                                const MonthColumns& columns);
 

@@ -1,18 +1,14 @@
 // view/GridPainter.cpp: draws the grid: weekends, months, bars with their subjects, today.
 #include "view/GridPainter.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
-#include <utility>
 
 #include "view/span/Globals.h"
 
 namespace velkor {
 namespace {
-
-/// Columns after which a weekend begins and ends: a Sunday with the Saturday before it.
-constexpr std::array<std::pair<int, int>, 6> WeekendColumns{
-    {{0, 1}, {6, 8}, {13, 15}, {20, 22}, {27, 29}, {34, 36}}};
 
 constexpr TextFlags SubjectFlags = text_flags::NoPrefix | text_flags::WordEllipsis;
 constexpr TextFlags DayNumberFlags =
@@ -37,10 +33,13 @@ GridPainter::GridPainter(Surface& surface, const YearGrid& grid, const Font& fon
 
 void GridPainter::DrawBackground() {
   surface_.Fill(visible_, grid_colours::Back);
-  for (const auto& [from, to] : WeekendColumns) {
-    surface_.Fill({geometry_.ColumnEdge(from), visible_.top, geometry_.ColumnEdge(to),
-                   std::min(visible_.bottom, geometry_.GridHeight(layout_))},
-                  grid_colours::Weekend);
+  for (int column = 1; column <= GridColumns; ++column) {
+    if (!IsWeekend(column)) continue;
+    const int before = column - 1;
+    if (column < GridColumns && IsWeekend(column + 1)) ++column;
+    surface_.Fill(
+        {geometry_.ColumnEdge(before), visible_.top, geometry_.ColumnEdge(column), visible_.bottom},
+        grid_colours::Weekend);
   }
   const MonthColumns& columns = grid_.Columns();
   for (int row = 1; row <= MonthRows; ++row) {

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "support/values/Text.h"
+#include "view/GridPainter.h"
 
 namespace velkor {
 namespace {
@@ -46,10 +47,9 @@ void DrawHeaderRow(Surface& surface, const YearGrid& grid, const CalendarNames& 
   for (int column = 1; column <= GridColumns; ++column) {
     const Rect cell{geometry.ColumnEdge(column - 1), 0, geometry.ColumnEdge(column),
                     HeaderRowHeight};
-    const int weekday = (column - 1) % DaysOfWeek;
-    const bool weekend = weekday == 0 || weekday == DaysOfWeek - 1;
-    if (weekend) surface.Fill(cell, header_colours::Weekend);
-    surface.Text(cell, captions[weekday], font, header_colours::Text, CentredFlags);
+    if (IsWeekend(column)) surface.Fill(cell, grid_colours::Weekend);
+    surface.Text(cell, captions[(column - 1) % DaysOfWeek], font, header_colours::Text,
+                 CentredFlags);
   }
 }
 

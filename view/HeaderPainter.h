@@ -9,7 +9,6 @@ namespace velkor {
 
 namespace header_colours {
 inline constexpr Colour Back = Colour::FromRgb(244, 244, 240);
-inline constexpr Colour Weekend = Colour::FromRgb(238, 232, 170);
 inline constexpr Colour Text = Colour::FromRgb(40, 40, 40);
 inline constexpr Colour Edge = Colour::FromRgb(200, 200, 196);
 }  // namespace header_colours

@@ -19,13 +19,22 @@ EventFields YearGrid::Fields() const {
           options_.HideNonCategoryItems};
 }
 
+void YearGrid::SetEvents(EventCollection events) {
+  events_ = std::move(events);
+  LayOut();
+}
+
 void YearGrid::LayOut() {
   layout_ = LayOutBands(events_, rule_, filter_);
   cells_ = CellMap(layout_);
+  geometry_ = SizeGrid(picParent_, scrollBarWidth_, pixel_, layout_);
 }
 
 void YearGrid::Resize(Extent picParent, Twips scrollBarWidth, PixelSize pixel) {
-  geometry_ = SizeGrid(picParent, scrollBarWidth, pixel, layout_);
+  picParent_ = picParent;
+  scrollBarWidth_ = scrollBarWidth;
+  pixel_ = pixel;
+  geometry_ = SizeGrid(picParent_, scrollBarWidth_, pixel_, layout_);
 }
 
 std::optional<GridHit> YearGrid::HitTestAt(Point point) const {
@@ -37,10 +46,9 @@ std::optional<std::size_t> YearGrid::EventAt(const GridHit& hit) const {
 }
 
 std::optional<TodayMark> YearGrid::TodayMarkAt(Date today) const {
-  if (!rule_.span.IsDateInView(today)) return std::nullopt;
-  const DateFields fields = today.Fields();
-  const int row = rule_.span.RowOfMonth(fields.month);
-  return TodayMarkOf(row, fields.day + rule_.columns.RowDayOffset[row], geometry_, layout_);
+  const std::optional<GridCell> cell = rule_.columns.CellOf(today);
+  if (!cell) return std::nullopt;
+  return TodayMarkOf(cell->row, cell->column, geometry_, layout_);
 }
 
 }  // namespace velkor

@@ -19,7 +19,7 @@ struct GridOptions {
   bool HideNonCategoryItems = false;
 };
 
-/// The steps follow each other: load Events through Fields, LayOut, Resize, then draw and ask.
+/// Whatever it is asked, its layout, sizes and cells fit the events that it holds.
 class YearGrid {
  public:
   YearGrid(const DisplaySpan& span, CategoryTable categories, CategoryFilter filter,
@@ -34,14 +34,15 @@ class YearGrid {
 
   /// What a loader derives the events' fields by; valid as long as this grid.
   EventFields Fields() const;
-  EventCollection& Events() { return events_; }
+  /// Replaces all events by others whose fields are derived, and lays them out.
+  void SetEvents(EventCollection events);
   const EventCollection& Events() const { return events_; }
 
-  /// Gives the events their bands anew; after every change of events, filter or options.
+  /// Gives the events their bands anew and sizes the grid to them.
   void LayOut();
   const BandLayout& Layout() const { return layout_; }
 
-  /// Sizes the grid; after LayOut and after every resize.
+  /// Sizes the grid to `picParent`, now and after every layout.
   void Resize(Extent picParent, Twips scrollBarWidth, PixelSize pixel);
   const GridGeometry& Geometry() const { return geometry_; }
 
@@ -60,6 +61,9 @@ class YearGrid {
   EventCollection events_;
   BandLayout layout_;
   CellMap cells_;
+  Extent picParent_;
+  Twips scrollBarWidth_ = 0;
+  PixelSize pixel_;
   GridGeometry geometry_;
 };
 

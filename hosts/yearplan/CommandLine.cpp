@@ -7,13 +7,13 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/desktop/PictureFile.h"
 #include "tools/IsoDate.h"
 
 namespace velkor {
 namespace {
 
 constexpr int LeastSide = 200;
-constexpr int LongestSide = 20000;
 
 constexpr std::array<std::pair<std::string_view, Command>, 3> Commands{{
     {"render", Command::Render},
@@ -25,7 +25,8 @@ constexpr const char* Description =
     "Shows a whole year of a calendar at a glance.\n"
     "\n"
     "Commands:\n"
-    "  yearplan CALENDAR                       draw the year to a file and say where\n"
+    "  yearplan CALENDAR                       draw the year into this folder, over an\n"
+    "                                          earlier picture, and say where\n"
     "  yearplan render CALENDAR -o FILE        draw the year to a PNG, SVG or PDF file\n"
     "  yearplan refresh CALENDAR               write the year's cache file and say where\n"
     "  yearplan inspect CALENDAR --json        print the laid-out year as JSON\n"
@@ -87,8 +88,8 @@ void ReadSize(const QString& text, CommandLine& line) {
     throw UsageError("--size takes width and height as in 1920x1200, not \"" + text.toStdString() +
                      "\"");
   }
-  line.width = WholeNumber(sides[0], "size", LeastSide, LongestSide);
-  line.height = WholeNumber(sides[1], "size", LeastSide, LongestSide);
+  line.width = WholeNumber(sides[0], "size", LeastSide, LongestPngSide);
+  line.height = WholeNumber(sides[1], "size", LeastSide, LongestPngSide);
 }
 
 Point ReadPoint(const QString& text) {
@@ -162,8 +163,11 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   }
   if (!rest.isEmpty()) line.calendar = rest.front().toStdString();
   line.output = parser.value(names::Output).toStdString();
-  if (parser.isSet("year")) line.year = WholeNumber(parser.value("year"), "year", 100, 9998);
+  if (parser.isSet("year")) line.year = WholeNumber(parser.value("year"), "year", 100, 9999);
   line.firstMonth = WholeNumber(parser.value("first-month"), "first-month", 1, 12);
+  if (line.year && !IsValidSpan({*line.year, line.firstMonth})) {
+    throw UsageError("The twelve months would end after the year 9999");
+  }
   if (parser.isSet("today")) {
     line.today = ParseIso(parser.value("today").toStdString());
     if (!line.today) throw UsageError("--today takes a date as in 2026-07-01");

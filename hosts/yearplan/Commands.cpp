@@ -6,7 +6,7 @@
 #include <ostream>
 
 #include "Version.h"
-#include "hosts/yearplan/PlannedYear.h"
+#include "hosts/yearplan/CalendarSession.h"
 #include "platform/desktop/PictureFile.h"
 #include "support/values/Error.h"
 #include "tools/LayoutJson.h"
@@ -14,10 +14,6 @@
 
 namespace velkor {
 namespace {
-
-constexpr int LongestSide = 20000;
-/// Width of VScroll1; a picture grows instead of scrolling, but its size is asked for first.
-constexpr Twips ScrollBarWidth = 255;
 
 /// The function that draws files of a picture's kind.
 auto WriterFor(const std::string& path) {
@@ -28,34 +24,38 @@ auto WriterFor(const std::string& path) {
   throw UsageError("The name of a picture ends in .png, .svg or .pdf, unlike \"" + path + "\"");
 }
 
-/// Sizes the grid to a control of the asked size, which grows in height until every band fits.
-Extent SizeToFit(YearGrid& grid, const CommandLine& line, FaceLayout& face) {
-  const PixelSize pixel;
-  Extent control{line.width * TwipsPerPixel, line.height * TwipsPerPixel};
-  const auto size = [&] {
-    face = DivideFace(control);
-    grid.Resize({face.picParent.Width(), face.picParent.Height()}, ScrollBarWidth, pixel);
-  };
-  size();
+FaceLayout SizeTo(Extent control, YearGrid& grid) {
+  const FaceLayout face = DivideFace(control);
+  grid.Resize({face.picParent.Width(), face.picParent.Height()}, ScrollBarWidth, {});
+  return face;
+}
+
+Extent ControlSize(const CommandLine& line) {
+  return {line.width * TwipsPerPixel, line.height * TwipsPerPixel};
+}
+
+/// Instead of scrolling, a picture grows in height until every band fits.
+Extent SizeWithoutScrolling(const CommandLine& line, YearGrid& grid) {
+  Extent control = ControlSize(line);
+  SizeTo(control, grid);
   if (!grid.Geometry().scroll) return control;
-  const double pixels = std::ceil(HeightWithoutScrolling(grid.Layout(), pixel) / TwipsPerPixel);
-  if (pixels > LongestSide) {
-    throw Error(errors::Overflow, "The year needs a picture of " +
-                                      std::to_string(static_cast<long>(pixels)) +
-                                      " pixels in height; at most " + std::to_string(LongestSide) +
-                                      " can be drawn. --filter or --no-all-events may help.");
+  const double pixels = std::ceil(LeastControlHeight(grid.Layout(), {}) / TwipsPerPixel);
+  if (pixels > LongestPngSide) {
+    throw Error(errors::Overflow,
+                "The year needs a picture of " + std::to_string(static_cast<long>(pixels)) +
+                    " pixels in height; at most " + std::to_string(LongestPngSide) +
+                    " can be drawn. --filter or --no-all-events may help.");
   }
   control.height = pixels * TwipsPerPixel;
-  size();
   return control;
 }
 
 void Render(const CommandLine& line, const std::string& path, std::ostream& out,
             std::ostream& messages) {
   const auto write = WriterFor(path);
-  PlannedYear year = PlanYear(line, messages);
-  FaceLayout face;
-  const Extent size = SizeToFit(year.grid, line, face);
+  PlannedYear year = CalendarSession(line, messages).Plan();
+  const Extent size = SizeWithoutScrolling(line, year.grid);
+  const FaceLayout face = SizeTo(size, year.grid);
   const FaceContent content{YearCaption(year.grid.Span().ViewYear), year.names, year.font,
                             year.today};
   write(path, size, [&](Surface& surface) { DrawFace(surface, face, year.grid, content); },
@@ -72,15 +72,15 @@ std::string PictureOf(const CommandLine& line) {
 }
 
 void Refresh(const CommandLine& line, std::ostream& out, std::ostream& messages) {
-  const PlannedYear year = PlanYear(line, messages);
-  out << YearCaption(year.grid.Span().ViewYear) << ", " << year.grid.Events().Count()
-      << " events: " << year.paths.cacheFile << '\n';
+  CalendarSession session(line, messages);
+  const std::size_t count = session.Refresh();
+  out << YearCaption(session.Span().ViewYear) << ", " << count
+      << " events: " << session.CacheFileName() << '\n';
 }
 
 void Inspect(const CommandLine& line, std::ostream& out, std::ostream& messages) {
-  PlannedYear year = PlanYear(line, messages);
-  FaceLayout face;
-  SizeToFit(year.grid, line, face);
+  PlannedYear year = CalendarSession(line, messages).Plan();
+  SizeTo(ControlSize(line), year.grid);
   nlohmann::ordered_json json = LayoutJson(year.grid, year.today, EventDetail::Texts);
   if (!line.points.empty()) json["hits"] = HitsJson(year.grid, line.points);
   out << json.dump(1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';

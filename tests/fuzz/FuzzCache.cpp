@@ -9,18 +9,11 @@
 #include "model/CacheFile.h"
 #include "platform/headless/FixedLocale.h"
 #include "platform/headless/MemoryFiles.h"
+#include "tools/SilentPlanner.h"
 #include "view/YearGrid.h"
 
 namespace velkor {
 namespace {
-
-class IdlePlanner : public Planner {
- public:
-  void ReportStatus(Colour) override {}
-  bool RefreshOutstanding() const override { return false; }
-  void CancelRefresh() override {}
-  void StartRefresh(bool) override {}
-};
 
 void Require(bool condition, const char* claim) {
   if (condition) return;
@@ -74,7 +67,6 @@ void CheckBar(const YearGrid& grid, const Bar& bar) {
 void LayOutAndAsk(YearGrid& grid) {
   constexpr Extent PicParent{15000, 9000};
   constexpr Twips ScrollBarWidth = 255;
-  grid.LayOut();
   grid.Resize(PicParent, ScrollBarWidth, {});
   for (const Bar& bar : grid.Layout().bars) CheckBar(grid, bar);
   for (const Point corner : {Point{0, 0}, Point{-1, -1}, Point{PicParent.width, PicParent.height},
@@ -90,11 +82,13 @@ void CheckBytes(unsigned char choice, std::string bytes) {
   files.contents[paths.cacheFile] = std::move(bytes);
   FixedLocale locale;
   if ((choice & 0x80) != 0) locale.ansiCodePage = Utf8Page;
-  IdlePlanner planner;
+  SilentPlanner planner;
   CacheFile cache(files, locale, planner);
 
   YearGrid grid = GridFor(choice);
-  cache.Load(paths.cacheFile, grid.Fields(), grid.Events());
+  EventCollection events;
+  cache.Load(paths.cacheFile, grid.Fields(), events);
+  grid.SetEvents(std::move(events));
   LayOutAndAsk(grid);
   Require(cache.Rewrite(paths, grid.Events()), "a loaded collection can be written");
 

@@ -67,7 +67,9 @@ TEST(CommandLine, WhatMakesNoSenseIsNamed) {
   EXPECT_THAT(WhatIsWrong({"refresh", "a.ics", "-o", "x.png"}), HasSubstr("render"));
   EXPECT_THAT(WhatIsWrong({"inspect", "a.ics"}), HasSubstr("--json"));
   EXPECT_THAT(WhatIsWrong({"inspect", "a.ics", "--cache", "c", "--json"}), HasSubstr("not both"));
-  EXPECT_THAT(WhatIsWrong({"a.ics", "--year", "99"}), HasSubstr("100 to 9998"));
+  EXPECT_THAT(WhatIsWrong({"a.ics", "--year", "99"}), HasSubstr("100 to 9999"));
+  EXPECT_THAT(WhatIsWrong({"a.ics", "--year", "9999", "--first-month", "2"}), HasSubstr("9999"));
+  EXPECT_EQ(WhatIsWrong({"a.ics", "--year", "9999"}), "");
   EXPECT_THAT(WhatIsWrong({"a.ics", "--year", "20x6"}), HasSubstr("20x6"));
   EXPECT_THAT(WhatIsWrong({"a.ics", "--first-month", "13"}), HasSubstr("1 to 12"));
   EXPECT_THAT(WhatIsWrong({"a.ics", "--size", "800"}), HasSubstr("1920x1200"));

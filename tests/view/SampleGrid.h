@@ -20,8 +20,7 @@ inline YearGrid SampleGrid(std::vector<CalEvent> events, GridOptions options = {
   YearGrid grid(span, SampleCategories(), std::move(filter), options);
   const EventFields fields = grid.Fields();
   for (CalEvent& event : events) fields.Derive(event);
-  grid.Events() = EventCollection(std::move(events));
-  grid.LayOut();
+  grid.SetEvents(EventCollection(std::move(events)));
   grid.Resize({405.0 + 45 + 37 * columnWidth, 240.0 + 45 + grid.Layout().TotalBands() * bandHeight},
               255, {});
   return grid;

@@ -28,15 +28,15 @@ class YearPicture {
       : face_(DivideFace(Size)),
         grid_({2026, 1}, CategoryTable({{"Leave", Leave}, {"Travel", Travel}, {"Other", Other}}),
               CategoryFilter(), {.AllEvents = true, .DisplaySubject = true}) {
-    grid_.Events() = EventCollection({
+    std::vector<CalEvent> events{
         Event("A", "Leave", Date::FromYmd(2026, 3, 9), Date::FromYmd(2026, 3, 14)),
         Event("B", "Travel", Date::FromYmd(2026, 2, 26), Date::FromYmd(2026, 3, 12)),
         Event("C", "", Date::FromFields({2026, 6, 10, 9, 0, 0}),
               Date::FromFields({2026, 6, 10, 17, 0, 0})),
-    });
+    };
     const EventFields fields = grid_.Fields();
-    for (CalEvent& event : grid_.Events()) fields.Derive(event);
-    grid_.LayOut();
+    for (CalEvent& event : events) fields.Derive(event);
+    grid_.SetEvents(EventCollection(std::move(events)));
     grid_.Resize({face_.picParent.Width(), face_.picParent.Height()}, 255, {});
   }
 

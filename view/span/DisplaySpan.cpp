@@ -70,6 +70,12 @@ int DisplaySpan::MonthIndexOf(Date date) const {
   return 1 + MonthsBetween(ViewStartDate(), date);
 }
 
+bool IsValidSpan(const DisplaySpan& span) {
+  const bool isMonth = span.FirstMonth >= 1 && span.FirstMonth <= 12;
+  const bool isYear = span.ViewYear >= 100 && span.ViewYear <= 9999;
+  return isMonth && isYear && IsValidDate(span.ViewEndDate());
+}
+
 bool IsValidDate(Date date) {
   return date.IsValid();
 }
@@ -77,6 +83,10 @@ bool IsValidDate(Date date) {
 bool HasTimeOfDay(Date date) {
   const DateFields fields = date.Fields();
   return fields.hour != 0 || fields.minute != 0;
+}
+
+std::int64_t DaysBetween(Date from, Date to) {
+  return to.DayNumber() - from.DayNumber();
 }
 
 MonthColumns::MonthColumns(const DisplaySpan& span) {
@@ -87,6 +97,15 @@ MonthColumns::MonthColumns(const DisplaySpan& span) {
     RowFirstDay[row] = Date::FromYmd(span.YearOfMonth(month), month, 1).DayNumber();
   }
   RowFirstDay[MonthRows + 1] = span.ViewEndDate().DayNumber() + 1;
+}
+
+std::optional<GridCell> MonthColumns::CellOf(Date date) const {
+  const std::int64_t day = date.DayNumber();
+  if (day < RowFirstDay[1] || day >= RowFirstDay[MonthRows + 1]) return std::nullopt;
+  // No month is longer than 31 days, so the guess is the row or the one before it.
+  int row = 1 + static_cast<int>((day - RowFirstDay[1]) / 31);
+  if (day >= RowFirstDay[row + 1]) ++row;
+  return GridCell{row, static_cast<int>(day - RowFirstDay[row]) + 1 + RowDayOffset[row]};
 }
 
 }  // namespace velkor

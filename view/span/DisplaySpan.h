@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 
 #include "support/values/Date.h"
 
@@ -14,7 +15,7 @@ inline constexpr int GridColumns = 37;
 /// Twelve consecutive months, one to a row. Rows, months and columns count from 1; column 1 is a
 /// Sunday, and the 1st of a month stands in the column of its weekday.
 struct DisplaySpan {
-  /// The calendar year in which the span begins, 100 to 9998.
+  /// The calendar year in which the span begins, 100 to 9998; 9999 too when FirstMonth is 1.
   int ViewYear = 1900;
   /// The month shown in row 1, 1 to 12.
   int FirstMonth = 1;
@@ -45,16 +46,33 @@ struct DisplaySpan {
   friend bool operator==(const DisplaySpan&, const DisplaySpan&) = default;
 };
 
+/// True when every day of the span is a valid date and FirstMonth a month.
+bool IsValidSpan(const DisplaySpan& span);
+
 bool IsValidDate(Date date);
 
 /// True when the date lies a minute or more after its midnight.
 bool HasTimeOfDay(Date date);
+
+/// A day's place in the grid.
+struct GridCell {
+  int row = 0;
+  int column = 0;
+
+  friend bool operator==(const GridCell&, const GridCell&) = default;
+};
+
+/// Calendar days from one date to another, whatever their times of day.
+std::int64_t DaysBetween(Date from, Date to);
 
 /// The columns that each row's month takes, by row 1 to 12 (entry 0 is 0): what loading, layout
 /// and drawing read, computed once for a span.
 struct MonthColumns {
   MonthColumns() = default;
   explicit MonthColumns(const DisplaySpan& span);
+
+  /// Row and column of a date; none outside the span.
+  std::optional<GridCell> CellOf(Date date) const;
 
   /// Empty columns before the 1st, 0 to 6.
   std::array<int, MonthRows + 1> RowDayOffset{};

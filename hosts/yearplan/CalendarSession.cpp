@@ -1,0 +1,188 @@
+// hosts/yearplan/CalendarSession.cpp: one year of a calendar file: refreshed, loaded and laid out.
+#include "hosts/yearplan/CalendarSession.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <QCryptographicHash>
+#include <QFileInfo>
+#include <algorithm>
+#include <chrono>
+#include <ostream>
+#include <thread>
+#include <utility>
+
+#include "calendar/EmbeddedOutlook.h"
+#include "calendar/IcsReader.h"
+#include "categories/ColourList.h"
+#include "categories/ColourStore.h"
+#include "hosts/yearplan/FirstCategoryTable.h"
+#include "model/CacheFile.h"
+#include "refresh/RefreshYear.h"
+#include "support/RegIO.h"
+#include "support/values/Error.h"
+#include "tools/SilentPlanner.h"
+
+namespace velkor {
+namespace {
+
+constexpr std::size_t MostMessages = 20;
+
+std::string LoginName() {
+  const passwd* user = getpwuid(geteuid());
+  return user != nullptr && user->pw_name != nullptr ? user->pw_name : "user";
+}
+
+/// What stands for the Folder property in the cache file's name: the file's name for people, and
+/// a hash of its whole path so that no two calendars share a cache.
+std::string FolderOf(const std::string& calendar) {
+  const QFileInfo file(QString::fromStdString(calendar));
+  const QString place =
+      file.canonicalFilePath().isEmpty() ? file.absoluteFilePath() : file.canonicalFilePath();
+  const QByteArray hash =
+      QCryptographicHash::hash(place.toUtf8(), QCryptographicHash::Sha256).toHex().left(16);
+  return file.completeBaseName().left(40).toStdString() + " " + hash.toStdString();
+}
+
+void Report(const std::vector<Diagnostic>& diagnostics, std::ostream& messages) {
+  const std::size_t shown = std::min(diagnostics.size(), MostMessages);
+  for (std::size_t i = 0; i < shown; ++i) messages << ToText(diagnostics[i]) << '\n';
+  if (shown < diagnostics.size()) {
+    messages << "... and " << diagnostics.size() - shown << " more\n";
+  }
+}
+
+Date EndOfDay(Date day) {
+  DateFields fields = day.Fields();
+  fields.hour = 23;
+  fields.minute = fields.second = 59;
+  return Date::FromFields(fields);
+}
+
+/// Another run may hold the work file of the same calendar and year; it will not hold it for long.
+RefreshAnswer RefreshPatiently(const RefreshRequest& request, OutlookApplication& outlook,
+                               Files& files, LocaleApi& locale) {
+  constexpr int Attempts = 50;
+  constexpr std::chrono::milliseconds Pause{100};
+  for (int attempt = 1;; ++attempt) {
+    RefreshAnswer answer = RefreshYear(request, outlook, files, locale);
+    if (answer.result != SynchResult::WorkFileNotOpened || attempt == Attempts) return answer;
+    std::this_thread::sleep_for(Pause);
+  }
+}
+
+}  // namespace
+
+CalendarSession::CalendarSession(const CommandLine& line, std::ostream& messages)
+    : line_(line),
+      messages_(messages),
+      messageBoxes_(messages),
+      today_(line.today.value_or(clock_.Now())),
+      span_{line.year.value_or(DisplaySpan{0, line.firstMonth}.ViewYearOf(today_)),
+            line.firstMonth},
+      listSeparator_(RegIO::ListSeparator(registry_, messageBoxes_)),
+      paths_{line.cacheFile, {}} {}
+
+std::size_t CalendarSession::Refresh() {
+  CalendarStore store("yearplan");
+  Report(OpenIcsCalendar(store, line_.calendar,
+                         {span_.ViewStartDate(), EndOfDay(span_.ViewEndDate())}),
+         messages_);
+  EmbeddedOutlook outlook(store, locale_,
+                          {.userName = LoginName(), .listSeparator = listSeparator_});
+  const auto folder = outlook.GetNamespace("MAPI")->GetDefaultFolder(outlook::FolderCalendar);
+  paths_ = MakeCachePaths(velkor::CacheFileName(outlook.CurrentUserName(), span_.ViewYear,
+                                                FolderOf(line_.calendar), locale_),
+                          environment_, files_);
+  std::size_t count = 0;
+  RefreshFolder(*folder, outlook, count);
+  ReadCategories(*folder);
+  return count;
+}
+
+void CalendarSession::RefreshFolder(OutlookFolder& folder, OutlookApplication& outlook,
+                                    std::size_t& count) {
+  const RefreshRequest request{span_, paths_, folder.EntryID(), folder.StoreID()};
+  const RefreshAnswer answer = RefreshPatiently(request, outlook, files_, locale_);
+  count = answer.count;
+  std::string text = MessageOf(answer.result, answer.error, paths_);
+  if (text.empty()) return;
+  if (!answer.description.empty()) text += " " + answer.description;
+  throw Error(answer.error, text, "refresh");
+}
+
+std::string CalendarSession::AsCached(const std::string& text) {
+  const CodePage page = locale_.AnsiCodePage();
+  return locale_.FromCodePage(locale_.ToCodePage(text, page), page);
+}
+
+void CalendarSession::ReadCategories(OutlookFolder& folder) {
+  // Events name their categories as the cache file could keep them, so a first table does too.
+  std::vector<std::string> texts;
+  std::size_t lost = 0;
+  const auto items = folder.Items();
+  for (auto item = items->GetFirst(); item; item = items->GetNext()) {
+    texts.push_back(AsCached(item->Categories()));
+    const std::string subject = item->Subject();
+    if (AsCached(subject) != subject) ++lost;
+  }
+  if (lost > 0) {
+    messages_ << line_.calendar << ": " << lost << " subjects hold characters that code page "
+              << locale_.AnsiCodePage() << " of the cache file lacks; each shows as ?\n";
+  }
+  table_ = MakeFirstCategoryTable(texts, CategorySeparator(listSeparator_));
+  try {
+    if (const auto list = ColourStore(folder, locale_).FindList(line_.titleName)) {
+      table_ = CategoryTable(CategoriesOf(*list));
+    }
+  } catch (const Error& error) {
+    messages_ << "Error fetching category colours " << error.Number() << ' ' << error.Description()
+              << '\n';
+  }
+}
+
+EventCollection CalendarSession::LoadEvents(const EventFields& fields) {
+  SilentPlanner planner;
+  EventCollection events;
+  const LoadOutcome outcome =
+      CacheFile(files_, locale_, planner).Load(paths_.cacheFile, fields, events);
+  if (outcome == LoadOutcome::NoFile) {
+    throw Error(errors::FileNotFound, "There is no cache file " + paths_.cacheFile);
+  }
+  if (outcome == LoadOutcome::LoadedInPart) {
+    messages_ << paths_.cacheFile << ": not a whole cache file; the first " << events.Count()
+              << " events are shown\n";
+  }
+  return events;
+}
+
+CategoryTable CalendarSession::TableOfCache() {
+  const CategoryTable none;
+  std::vector<std::string> texts;
+  SilentPlanner planner;
+  EventCollection events;
+  CacheFile(files_, locale_, planner)
+      .Load(paths_.cacheFile, EventFields{span_, MonthColumns(span_), none}, events);
+  for (const CalEvent& event : events) texts.push_back(event.Categories);
+  return MakeFirstCategoryTable(texts, CategorySeparator(listSeparator_));
+}
+
+PlannedYear CalendarSession::Plan() {
+  if (line_.calendar.empty()) {
+    table_ = TableOfCache();
+  } else {
+    Refresh();
+  }
+  CategoryFilter filter(CategorySeparator(listSeparator_));
+  filter.SetCategoryFilter(line_.filter);
+  filter.SetFilterMode(line_.matchAll);
+  PlannedYear year{YearGrid(span_, *table_, std::move(filter), line_.grid),
+                   Locale::LoadCalendarNames(locale_, locale_.ThreadLocale()),
+                   {},
+                   today_};
+  Locale::ApplyCodePageFont(year.font, Locale::AnsiCodePageOf(locale_, locale_.ThreadLocale()));
+  year.grid.SetEvents(LoadEvents(year.grid.Fields()));
+  return year;
+}
+
+}  // namespace velkor
