@@ -70,13 +70,42 @@ TEST(ProbeAnswers, WhatIsNoCaseIsAnsweredWithAnErrorAndTheNextLineGoesOn) {
         std::string(R"({"kind": "dates", "view": {"year": 2005, "firstMonth": 1},
                         "dates": ["2005-02-29"], "cells": []})"),
         std::string(R"({"kind": "dates", "view": {"year": 2005, "firstMonth": 1},
-                        "dates": [], "cells": [[38, 1]]})")}) {
+                        "dates": [], "cells": [[38, 1]]})"),
+        std::string(R"({"kind": "dates", "view": {"year": 4294969301, "firstMonth": 1},
+                        "dates": [], "cells": []})"),
+        std::string(R"({"kind": "dates", "view": {"year": 2005, "firstMonth": 1.5},
+                        "dates": [], "cells": []})"),
+        std::string(R"({"kind": "dates", "view": {"year": 9999, "firstMonth": 2},
+                        "dates": [], "cells": []})")}) {
     const Json answer = Json::parse(AnswerCase(line));
     ASSERT_TRUE(answer.is_object()) << line;
     EXPECT_EQ(answer.size(), 1U) << line;
     EXPECT_NE(answer.value("error", ""), "") << line;
   }
   EXPECT_EQ(AnswerCase(R"({"kind": "sort", "texts": ["b", "a"]})"), R"(["a","b"])");
+}
+
+// A surface on which a column is 300 twips wide and a band 300 high; January 2006 takes columns 1
+// to 31.
+TEST(ProbeAnswers, LayoutTellsBarsWithTheirRectanglesAndWhatLiesUnderAPoint) {
+  const Json answer = Json::parse(AnswerCase(R"({"kind": "layout",
+      "view": {"year": 2006, "firstMonth": 1}, "separator": ",", "hideNonCategory": false,
+      "allEvents": false, "filter": {"text": "", "matchAll": false},
+      "categories": [{"name": "Other", "colour": 255}],
+      "events": [{"id": "A", "subject": "", "categories": "", "start": "2006-01-03T00:00:00",
+                  "end": "2006-01-05T00:00:00"}],
+      "surface": {"width": 11550, "height": 14685, "pixelWidth": 15, "pixelHeight": 15,
+                  "scrollWidth": 255},
+      "today": "2007-01-01T00:00:00", "points": [[750, 450], [750, 750], [-301, 450]]})"));
+  EXPECT_EQ(answer.at("grid").at("columnWidth"), 300.0);
+  EXPECT_EQ(answer.at("grid").at("bandHeight"), 300.0);
+  EXPECT_EQ(answer.at("events").at(0).at("segments"), Json::parse("[[1, 2, 4]]"));
+  EXPECT_EQ(answer.at("bars"),
+            Json::parse(R"([{"event": 0, "row": 1, "band": 2, "rect": [615, 315, 1185, 585]}])"));
+  EXPECT_EQ(answer.at("today"), Json::array());
+  EXPECT_EQ(answer.at("hits"), Json::parse(R"([{"row": 1, "band": 2, "column": 3, "event": 0},
+                                               {"row": 1, "band": 3, "column": 3, "event": null},
+                                               null])"));
 }
 
 TEST(ProbeAnswers, MoreCategoriesThanAnIndexCountsOverflow) {

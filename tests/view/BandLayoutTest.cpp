@@ -256,6 +256,17 @@ TEST(BandLayout, TimedAndEmptyEventsCoverTheirDayOnlyWithAllEvents) {
       ElementsAre(BarValues{0, 2, 1, 9, 10}, BarValues{1, 3, 1, 9, 10}, BarValues{2, 4, 1, 9, 10}));
 }
 
+// The rule that gives an event without length its day is kept for every row, so an event that ends
+// at the first midnight of a month is seen there too. February 2006 begins in column 4.
+TEST(BandLayout, WithAllEventsAnEndAtTheFirstMidnightOfAMonthTakesAColumnThere) {
+  const std::vector<CalEvent> events = {SampleEvent("a", At(2006, 1, 31), At(2006, 2, 1))};
+  YearSettings settings;
+  EXPECT_THAT(LayOut(events, settings).Bars(), ElementsAre(BarValues{0, 2, 1, 30, 31}));
+  settings.allEvents = true;
+  EXPECT_THAT(LayOut(events, settings).Bars(),
+              ElementsAre(BarValues{0, 2, 1, 30, 31}, BarValues{0, 2, 2, 3, 4}));
+}
+
 // July 2006 takes columns 7 to 37.
 TEST(BandLayout, ABarMayReachColumn38WhichTheCellMapLeavesOut) {
   YearSettings settings;
