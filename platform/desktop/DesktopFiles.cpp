@@ -79,8 +79,8 @@ class DesktopOutputFile : public OutputFile {
   ~DesktopOutputFile() override {
     try {
       WriteOut();
-    } catch (const Error&) {
-      // Whoever needs to know calls Flush.
+    } catch (...) {
+      // Whoever needs to know calls Flush. Lack of memory, as for the error's text, counts too.
     }
   }
   DesktopOutputFile(const DesktopOutputFile&) = delete;

@@ -70,8 +70,8 @@ class WindowsOutputFile : public OutputFile {
   ~WindowsOutputFile() override {
     try {
       WriteOut();
-    } catch (const Error&) {
-      // Whoever needs to know calls Flush.
+    } catch (...) {
+      // Whoever needs to know calls Flush. Lack of memory, as for the error's text, counts too.
     }
   }
   WindowsOutputFile(const WindowsOutputFile&) = delete;
