@@ -1,7 +1,5 @@
-// platform/headless/FixedLocale.cpp: English names, and dates written by a settable pattern.
+// platform/headless/FixedLocale.cpp: English names, and code pages.
 #include "platform/headless/FixedLocale.h"
-
-#include <cstdio>
 
 #include "support/CodePage1252.h"
 #include "support/values/Text.h"
@@ -55,7 +53,8 @@ std::string FixedLocale::LocaleInfo(LocaleId, std::uint32_t kind) {
   if (kind == locale_info::DefaultAnsiCodePage) {
     return std::to_string(ansiCodePage) + std::string(4, '\0');
   }
-  if (kind == locale_info::ShortDateOrder) return std::to_string(int(order)) + '\0';
+  if (kind == locale_info::ShortDateOrder)
+    return std::to_string(static_cast<int>(dates.FieldOrder())) + '\0';
   return {};
 }
 
@@ -75,34 +74,6 @@ std::string FixedLocale::ToCodePage(std::string_view text, CodePage page) {
 std::string FixedLocale::FromCodePage(std::string_view bytes, CodePage page) {
   if (page == Utf8Page) return ValidUtf8(bytes);
   return page == 1252 ? FromCodePage1252(bytes) : OnlyAscii(bytes);
-}
-
-std::string FixedLocale::ShortDate(Date date) {
-  const DateFields fields = date.Fields();
-  const std::string year = std::to_string(fields.year);
-  const std::string month = std::to_string(fields.month);
-  const std::string day = std::to_string(fields.day);
-  switch (order) {
-    case Order::DayFirst:
-      return day + dateSeparator + month + dateSeparator + year;
-    case Order::YearFirst:
-      return year + dateSeparator + month + dateSeparator + day;
-    case Order::MonthFirst:
-      break;
-  }
-  return month + dateSeparator + day + dateSeparator + year;
-}
-
-std::string FixedLocale::DateToText(Date date) {
-  const DateFields fields = date.Fields();
-  const std::string day = ShortDate(date);
-  if (fields.hour == 0 && fields.minute == 0 && fields.second == 0) return day;
-  const int hour = twentyFourHours ? fields.hour : (fields.hour + 11) % 12 + 1;
-  const char* const half = fields.hour < 12 ? " AM" : " PM";
-  char time[32];
-  std::snprintf(time, sizeof time, " %d:%02d:%02d%s", hour, fields.minute, fields.second,
-                twentyFourHours ? "" : half);
-  return day + time;
 }
 
 }  // namespace velkor
