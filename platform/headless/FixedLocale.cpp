@@ -7,8 +7,6 @@
 namespace velkor {
 namespace {
 
-constexpr CodePage Utf8Page = 65001;
-
 std::string OnlyAscii(std::string_view text) {
   std::string result;
   while (!text.empty()) {
@@ -18,14 +16,17 @@ std::string OnlyAscii(std::string_view text) {
   return result;
 }
 
-/// The name that a calendar type of winnls.h asks for; null for any other type.
+/// The name that a calendar type asks for; null for any other type.
 const std::string* NameOf(const FixedNames& names, std::uint32_t type) {
+  using namespace calendar_types;
   struct Run {
     const std::vector<std::string>& names;
     std::uint32_t first;
   };
-  for (const Run& run : {Run{names.days, 7}, Run{names.abbreviatedDays, 14}, Run{names.months, 21},
-                         Run{names.abbreviatedMonths, 34}}) {
+  for (const Run& run :
+       {Run{names.days, FirstDayName}, Run{names.abbreviatedDays, FirstAbbreviatedDayName},
+        Run{names.months, FirstMonthName},
+        Run{names.abbreviatedMonths, FirstAbbreviatedMonthName}}) {
     if (type >= run.first && type - run.first < run.names.size()) {
       return &run.names[type - run.first];
     }
@@ -67,13 +68,13 @@ void FixedLocale::EnumCalendarInfo(LocaleId, std::uint32_t calendarType,
 }
 
 std::string FixedLocale::ToCodePage(std::string_view text, CodePage page) {
-  if (page == Utf8Page) return ValidUtf8(text);
-  return page == 1252 ? ToCodePage1252(text) : OnlyAscii(text);
+  if (page == code_pages::Utf8) return ValidUtf8(text);
+  return page == code_pages::WesternEuropean ? ToCodePage1252(text) : OnlyAscii(text);
 }
 
 std::string FixedLocale::FromCodePage(std::string_view bytes, CodePage page) {
-  if (page == Utf8Page) return ValidUtf8(bytes);
-  return page == 1252 ? FromCodePage1252(bytes) : OnlyAscii(bytes);
+  if (page == code_pages::Utf8) return ValidUtf8(bytes);
+  return page == code_pages::WesternEuropean ? FromCodePage1252(bytes) : OnlyAscii(bytes);
 }
 
 }  // namespace velkor
