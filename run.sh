@@ -24,8 +24,8 @@ quietly() {
 }
 
 cd "$root"
-mkdir -p build
 scripts/packages.sh desktop
+mkdir -p build
 echo "Building"
 CMAKE_BUILD_PARALLEL_LEVEL=$(nproc)
 export CMAKE_BUILD_PARALLEL_LEVEL

@@ -33,7 +33,7 @@ build() {
   cmake --preset "$1" && cmake --build --preset "$1"
 }
 
-run_stage "packages" scripts/packages.sh desktop test windows fuzz || give_up
+run_packages desktop test windows fuzz || give_up
 
 run_check "layout of the sources" scripts/format.sh
 

@@ -5,10 +5,11 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
+# Apart from the rest, as a password may be asked for.
+scripts/packages.sh desktop test >&2
 mkdir -p build
 log=build/bench.log
 {
-  scripts/packages.sh desktop test
   cmake --preset bench
   cmake --build --preset bench --target yearplan-bench
 } >"$log" 2>&1 </dev/null || { cat "$log" >&2; exit 1; }

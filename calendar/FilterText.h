@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "support/DatePattern.h"
 #include "support/values/Date.h"
 
 namespace velkor {
@@ -20,9 +21,6 @@ struct FilterCondition {
   Date date;
   std::string text;
 };
-
-/// Where day, month and year stand in a short date (LOCALE_IDATE, winnls.h).
-enum class DateOrder { MonthDayYear, DayMonthYear, YearMonthDay };
 
 /// Conditions that all have to hold.
 using Filter = std::vector<FilterCondition>;

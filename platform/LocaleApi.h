@@ -23,6 +23,22 @@ inline constexpr std::uint32_t ShortDateOrder = 0x21;
 inline constexpr std::uint32_t DefaultAnsiCodePage = 0x1004;
 }  // namespace locale_info
 
+/// Calendar types (winnls.h) of the first name of each kind; the others follow in their order.
+namespace calendar_types {
+/// Monday to Sunday.
+inline constexpr std::uint32_t FirstDayName = 7;
+inline constexpr std::uint32_t FirstAbbreviatedDayName = 14;
+/// January to December, then a 13th month where the calendar has one.
+inline constexpr std::uint32_t FirstMonthName = 21;
+inline constexpr std::uint32_t FirstAbbreviatedMonthName = 34;
+}  // namespace calendar_types
+
+/// Code pages by what they are (winnls.h).
+namespace code_pages {
+inline constexpr CodePage WesternEuropean = 1252;
+inline constexpr CodePage Utf8 = 65001;
+}  // namespace code_pages
+
 class LocaleApi {
  public:
   virtual ~LocaleApi() = default;
@@ -32,7 +48,7 @@ class LocaleApi {
   /// One piece of locale information as GetLocaleInfo gives it, padded with NUL characters or
   /// not; empty for an unknown kind.
   virtual std::string LocaleInfo(LocaleId locale, std::uint32_t kind) = 0;
-  /// Calls `name` with the calendar name of this type (CAL_ constants of winnls.h) for every
+  /// Calls `name` with the calendar name of this type (see calendar_types) for every
   /// calendar of the locale, the locale's own calendar first, until it returns false.
   virtual void EnumCalendarInfo(LocaleId locale, std::uint32_t calendarType,
                                 const std::function<bool(std::string_view)>& name) = 0;

@@ -1,8 +1,10 @@
 // platform/Registry.h: reading values of the registry.
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace velkor {
 
@@ -15,6 +17,17 @@ enum class RootKey {
   CurrentConfig,
   DynData,
 };
+
+/// What the roots are called (winreg.h).
+inline constexpr std::array<std::pair<std::string_view, RootKey>, 7> RootKeyNames{{
+    {"HKEY_CLASSES_ROOT", RootKey::ClassesRoot},
+    {"HKEY_CURRENT_USER", RootKey::CurrentUser},
+    {"HKEY_LOCAL_MACHINE", RootKey::LocalMachine},
+    {"HKEY_USERS", RootKey::Users},
+    {"HKEY_PERFORMANCE_DATA", RootKey::PerformanceData},
+    {"HKEY_CURRENT_CONFIG", RootKey::CurrentConfig},
+    {"HKEY_DYN_DATA", RootKey::DynData},
+}};
 
 /// Codes of the registry functions (winerror.h).
 namespace registry_codes {

@@ -1,6 +1,7 @@
 // platform/System.h: the clock, the environment and the file system.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -46,8 +47,12 @@ class OutputFile {
 class Files {
  public:
   virtual ~Files() = default;
-  /// The whole file; none when it is absent or cannot be opened. Throws Error (DeviceInputOutput)
-  /// when reading fails half-way.
+  /// In bytes; a larger file is not read.
+  static constexpr std::uint64_t LargestFile = std::uint64_t{1} << 31;
+
+  /// The whole file; none when it is absent, cannot be opened or is no file on a disk (a pipe, a
+  /// device). Throws Error (DeviceInputOutput) when reading fails half-way, and for a file larger
+  /// than LargestFile or the memory left.
   virtual std::optional<std::string> Read(const std::string& path) = 0;
   virtual bool Exists(const std::string& path) = 0;
   virtual bool DirectoryExists(const std::string& path) = 0;

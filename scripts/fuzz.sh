@@ -12,8 +12,11 @@ targets() {
   find tests/fuzz -maxdepth 1 -name 'Fuzz*.cpp' -printf '%f\n' | sed 's/\.cpp$//' | sort
 }
 
+packages() {
+  scripts/packages.sh desktop fuzz >&2
+}
+
 build() {
-  scripts/packages.sh desktop fuzz
   cmake --preset fuzz
   cmake --build --preset fuzz --target fuzzers
 }
@@ -49,7 +52,7 @@ fuzz() {
 }
 
 case ${1:-} in
-  --build) build; exit ;;
+  --build) packages; build; exit ;;
   --list) targets; exit ;;
 esac
 
@@ -59,6 +62,8 @@ if [[ ${1:-} =~ ^[0-9]+$ ]]; then
   shift
 fi
 mapfile -t wanted < <(if (($#)); then printf '%s\n' "$@"; else targets; fi)
+# Apart from the rest, as a password may be asked for.
+packages
 log=build/fuzz-build.log
 mkdir -p build
 build >"$log" 2>&1 </dev/null || { cat "$log" >&2; exit 1; }

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that are missing, as root or with sudo.
+# Makes sure that building can begin: the folder build can be written, the Debian packages that are
+# missing are installed (as root or with sudo), and the tools are new enough.
 #   scripts/packages.sh GROUP...
 # Groups: desktop (the desktop program), test (its tests and the checks), windows (the cross build
 # and Wine; nothing where the processor is not x86-64), fuzz, tidy.
@@ -25,6 +26,14 @@ packages_of() {
     *) echo "packages.sh: no such group: $1" >&2; return 2 ;;
   esac
 }
+
+# What root built stays root's.
+foreign=$(find build -maxdepth 2 ! -type l ! -writable -print -quit 2>/dev/null || true)
+if [[ -n $foreign ]]; then
+  echo "packages.sh: ${foreign} cannot be written by $(id -un), as after a build with sudo:" \
+    "go on with sudo, or remove the folder build first (sudo rm -r build)" >&2
+  exit 1
+fi
 
 wanted=()
 for group in "$@"; do

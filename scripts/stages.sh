@@ -21,6 +21,14 @@ run_stage() {
   return "$code"
 }
 
+# run_packages GROUP...: installs what is missing, with the terminal, as a password may be asked for.
+run_packages() {
+  local began=$SECONDS code=0
+  scripts/packages.sh "$@" || code=$?
+  printf '%5d s  packages\n' $((SECONDS - began))
+  return "$code"
+}
+
 # run_check TITLE COMMAND...: a stage that counts as one test.
 run_check() {
   if run_stage "$@"; then passed=$((passed + 1)); else failed=$((failed + 1)); fi

@@ -38,9 +38,10 @@ DatePattern::DatePattern(std::string_view format, bool halfDays)
       padded_(format.find("dd") != std::string_view::npos),
       halfDays_(halfDays) {}
 
-DatePattern::Order DatePattern::FieldOrder() const {
-  if (pattern_.front() == 'y') return Order::YearFirst;
-  return pattern_.find('d') < pattern_.find('M') ? Order::DayFirst : Order::MonthFirst;
+DateOrder DatePattern::FieldOrder() const {
+  if (pattern_.front() == 'y') return DateOrder::YearMonthDay;
+  return pattern_.find('d') < pattern_.find('M') ? DateOrder::DayMonthYear
+                                                 : DateOrder::MonthDayYear;
 }
 
 std::string DatePattern::ShortDate(Date date) const {

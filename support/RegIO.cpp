@@ -1,23 +1,9 @@
 // support/RegIO.cpp: registry values by a textual key path.
 #include "support/RegIO.h"
 
-#include <array>
 #include <utility>
 
 namespace velkor::RegIO {
-namespace {
-
-constexpr std::array<std::pair<std::string_view, RootKey>, 7> RootKeys{{
-    {"HKEY_CLASSES_ROOT", RootKey::ClassesRoot},
-    {"HKEY_CURRENT_USER", RootKey::CurrentUser},
-    {"HKEY_LOCAL_MACHINE", RootKey::LocalMachine},
-    {"HKEY_USERS", RootKey::Users},
-    {"HKEY_PERFORMANCE_DATA", RootKey::PerformanceData},
-    {"HKEY_CURRENT_CONFIG", RootKey::CurrentConfig},
-    {"HKEY_DYN_DATA", RootKey::DynData},
-}};
-
-}  // namespace
 
 std::optional<KeyPath> SplitKeyPath(MessageBoxes& messages, std::string_view path) {
   if (!path.starts_with("HKEY_")) {
@@ -29,7 +15,7 @@ std::optional<KeyPath> SplitKeyPath(MessageBoxes& messages, std::string_view pat
   const std::string_view rootName = path.substr(0, slash);
   const std::string_view subKey =
       slash == std::string_view::npos ? std::string_view() : path.substr(slash + 1);
-  for (const auto& [name, root] : RootKeys) {
+  for (const auto& [name, root] : RootKeyNames) {
     if (name == rootName) return KeyPath{root, std::string(subKey)};
   }
   return std::nullopt;

@@ -11,6 +11,7 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/WholeFile.h"
 #include "support/values/Error.h"
 
 namespace velkor {
@@ -78,8 +79,8 @@ class DesktopOutputFile : public OutputFile {
   ~DesktopOutputFile() override {
     try {
       WriteOut();
-    } catch (const Error&) {
-      // Whoever needs to know calls Flush.
+    } catch (...) {
+      // Whoever needs to know calls Flush. Lack of memory, as for the error's text, counts too.
     }
   }
   DesktopOutputFile(const DesktopOutputFile&) = delete;
@@ -152,28 +153,23 @@ long FileErrorOf(int code) {
 }
 
 std::optional<std::string> DesktopFiles::Read(const std::string& path) {
-  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   struct stat status {};
-  if (!file.IsOpen() || ::fstat(file.Value(), &status) != 0 || S_ISDIR(status.st_mode)) {
+  if (!file.IsOpen() || ::fstat(file.Value(), &status) != 0 || !S_ISREG(status.st_mode)) {
     return std::nullopt;
   }
-  std::string bytes;
-  // One byte more than the file has, so that its end is met without growing.
-  bytes.resize(static_cast<std::size_t>(status.st_size) + 1);
-  std::size_t length = 0;
-  while (true) {
-    if (length == bytes.size()) bytes.resize(bytes.size() + bytes.size() / 2 + BufferSize);
-    const ssize_t got = ::read(file.Value(), bytes.data() + length, bytes.size() - length);
-    if (got == 0) break;
-    if (got > 0) {
-      length += static_cast<std::size_t>(got);
-    } else if (errno != EINTR) {
-      throw Error(errors::DeviceInputOutput,
-                  "Cannot read " + path + ": " + std::generic_category().message(errno));
-    }
-  }
-  bytes.resize(length);
-  return bytes;
+  return ReadWhole(
+      path, static_cast<std::uint64_t>(status.st_size), [&](char* place, std::size_t room) {
+        ssize_t got = -1;
+        do {
+          got = ::read(file.Value(), place, room);
+        } while (got < 0 && errno == EINTR);
+        if (got < 0) {
+          throw Error(errors::DeviceInputOutput,
+                      "Cannot read " + path + ": " + std::generic_category().message(errno));
+        }
+        return static_cast<std::size_t>(got);
+      });
 }
 
 bool DesktopFiles::Exists(const std::string& path) {

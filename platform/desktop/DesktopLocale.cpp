@@ -10,7 +10,6 @@
 namespace velkor {
 namespace {
 
-constexpr CodePage Utf8Page = 65001;
 constexpr LocaleId EnglishUnitedStates = 0x0409;
 
 struct KnownLocale {
@@ -101,20 +100,22 @@ std::string DesktopLocale::LocaleInfo(LocaleId, std::uint32_t kind) {
 
 void DesktopLocale::EnumCalendarInfo(LocaleId, std::uint32_t type,
                                      const std::function<bool(std::string_view)>& name) {
-  const auto give = [&](const QString& text) { name(text.toStdString()); };
-  const auto in = [&](std::uint32_t first, std::uint32_t count) {
-    return type >= first && type < first + count;
+  using NameOf = QString (QLocale::*)(int, QLocale::FormatType) const;
+  using namespace calendar_types;
+  const auto give = [&](std::uint32_t first, std::uint32_t count, NameOf nameOf,
+                        QLocale::FormatType format) {
+    if (type < first || type - first >= count) return;
+    name((locale_.*nameOf)(static_cast<int>(type - first) + 1, format).toStdString());
   };
-  const int number = static_cast<int>(type);
-  if (in(7, 7)) give(locale_.standaloneDayName(number - 6, QLocale::LongFormat));
-  if (in(14, 7)) give(locale_.standaloneDayName(number - 13, QLocale::ShortFormat));
-  if (in(21, 12)) give(locale_.standaloneMonthName(number - 20, QLocale::LongFormat));
-  if (in(34, 12)) give(locale_.standaloneMonthName(number - 33, QLocale::ShortFormat));
+  give(FirstDayName, 7, &QLocale::standaloneDayName, QLocale::LongFormat);
+  give(FirstAbbreviatedDayName, 7, &QLocale::standaloneDayName, QLocale::ShortFormat);
+  give(FirstMonthName, 12, &QLocale::standaloneMonthName, QLocale::LongFormat);
+  give(FirstAbbreviatedMonthName, 12, &QLocale::standaloneMonthName, QLocale::ShortFormat);
 }
 
 std::string DesktopLocale::ToCodePage(std::string_view text, CodePage page) {
-  if (page == 1252) return ToCodePage1252(text);
-  if (page == Utf8Page) return ValidUtf8(text);
+  if (page == code_pages::WesternEuropean) return ToCodePage1252(text);
+  if (page == code_pages::Utf8) return ValidUtf8(text);
   const char* const converter = ConverterName(page);
   std::string bytes;
   while (!text.empty()) {
@@ -129,8 +130,8 @@ std::string DesktopLocale::ToCodePage(std::string_view text, CodePage page) {
 }
 
 std::string DesktopLocale::FromCodePage(std::string_view bytes, CodePage page) {
-  if (page == 1252) return FromCodePage1252(bytes);
-  if (page == Utf8Page) return ValidUtf8(bytes);
+  if (page == code_pages::WesternEuropean) return FromCodePage1252(bytes);
+  if (page == code_pages::Utf8) return ValidUtf8(bytes);
   const char* const converter = ConverterName(page);
   if (converter != nullptr) {
     QStringDecoder decode(converter);

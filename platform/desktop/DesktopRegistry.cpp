@@ -4,30 +4,18 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <algorithm>
 
 #include "platform/desktop/DesktopSystem.h"
+#include "platform/desktop/QtText.h"
 
 namespace velkor {
 namespace {
 
 QString NameOf(RootKey root) {
-  switch (root) {
-    case RootKey::ClassesRoot:
-      return QStringLiteral("HKEY_CLASSES_ROOT");
-    case RootKey::CurrentUser:
-      return QStringLiteral("HKEY_CURRENT_USER");
-    case RootKey::LocalMachine:
-      return QStringLiteral("HKEY_LOCAL_MACHINE");
-    case RootKey::Users:
-      return QStringLiteral("HKEY_USERS");
-    case RootKey::PerformanceData:
-      return QStringLiteral("HKEY_PERFORMANCE_DATA");
-    case RootKey::CurrentConfig:
-      return QStringLiteral("HKEY_CURRENT_CONFIG");
-    case RootKey::DynData:
-      return QStringLiteral("HKEY_DYN_DATA");
-  }
-  return {};
+  const auto* const found =
+      std::ranges::find(RootKeyNames, root, [](const auto& each) { return each.second; });
+  return found == RootKeyNames.end() ? QString() : ToQt(found->first);
 }
 
 /// The value of a name in any case, as the registry compares names.
@@ -36,10 +24,6 @@ QJsonValue Find(const QJsonObject& object, const QString& name) {
     if (at.key().compare(name, Qt::CaseInsensitive) == 0) return at.value();
   }
   return QJsonValue(QJsonValue::Undefined);
-}
-
-QString ToQt(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <QSettings>
 
 #include "platform/desktop/DesktopSystem.h"
+#include "platform/desktop/QtText.h"
 #include "support/values/Error.h"
 
 namespace velkor {
@@ -14,10 +15,6 @@ namespace {
 
 /// How long a process waits for another one's Save, in milliseconds.
 constexpr int Patience = 10000;
-
-QString ToQt(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 /// A slash would begin a group of its own, and an empty name would vanish.
 QString Component(std::string_view name) {

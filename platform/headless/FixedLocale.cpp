@@ -1,15 +1,11 @@
-// platform/headless/FixedLocale.cpp: English names, and dates written by a settable pattern.
+// platform/headless/FixedLocale.cpp: English names, and code pages.
 #include "platform/headless/FixedLocale.h"
-
-#include <cstdio>
 
 #include "support/CodePage1252.h"
 #include "support/values/Text.h"
 
 namespace velkor {
 namespace {
-
-constexpr CodePage Utf8Page = 65001;
 
 std::string OnlyAscii(std::string_view text) {
   std::string result;
@@ -20,14 +16,17 @@ std::string OnlyAscii(std::string_view text) {
   return result;
 }
 
-/// The name that a calendar type of winnls.h asks for; null for any other type.
+/// The name that a calendar type asks for; null for any other type.
 const std::string* NameOf(const FixedNames& names, std::uint32_t type) {
+  using namespace calendar_types;
   struct Run {
     const std::vector<std::string>& names;
     std::uint32_t first;
   };
-  for (const Run& run : {Run{names.days, 7}, Run{names.abbreviatedDays, 14}, Run{names.months, 21},
-                         Run{names.abbreviatedMonths, 34}}) {
+  for (const Run& run :
+       {Run{names.days, FirstDayName}, Run{names.abbreviatedDays, FirstAbbreviatedDayName},
+        Run{names.months, FirstMonthName},
+        Run{names.abbreviatedMonths, FirstAbbreviatedMonthName}}) {
     if (type >= run.first && type - run.first < run.names.size()) {
       return &run.names[type - run.first];
     }
@@ -55,7 +54,8 @@ std::string FixedLocale::LocaleInfo(LocaleId, std::uint32_t kind) {
   if (kind == locale_info::DefaultAnsiCodePage) {
     return std::to_string(ansiCodePage) + std::string(4, '\0');
   }
-  if (kind == locale_info::ShortDateOrder) return std::to_string(int(order)) + '\0';
+  if (kind == locale_info::ShortDateOrder)
+    return std::to_string(static_cast<int>(dates.FieldOrder())) + '\0';
   return {};
 }
 
@@ -68,41 +68,13 @@ void FixedLocale::EnumCalendarInfo(LocaleId, std::uint32_t calendarType,
 }
 
 std::string FixedLocale::ToCodePage(std::string_view text, CodePage page) {
-  if (page == Utf8Page) return ValidUtf8(text);
-  return page == 1252 ? ToCodePage1252(text) : OnlyAscii(text);
+  if (page == code_pages::Utf8) return ValidUtf8(text);
+  return page == code_pages::WesternEuropean ? ToCodePage1252(text) : OnlyAscii(text);
 }
 
 std::string FixedLocale::FromCodePage(std::string_view bytes, CodePage page) {
-  if (page == Utf8Page) return ValidUtf8(bytes);
-  return page == 1252 ? FromCodePage1252(bytes) : OnlyAscii(bytes);
-}
-
-std::string FixedLocale::ShortDate(Date date) {
-  const DateFields fields = date.Fields();
-  const std::string year = std::to_string(fields.year);
-  const std::string month = std::to_string(fields.month);
-  const std::string day = std::to_string(fields.day);
-  switch (order) {
-    case Order::DayFirst:
-      return day + dateSeparator + month + dateSeparator + year;
-    case Order::YearFirst:
-      return year + dateSeparator + month + dateSeparator + day;
-    case Order::MonthFirst:
-      break;
-  }
-  return month + dateSeparator + day + dateSeparator + year;
-}
-
-std::string FixedLocale::DateToText(Date date) {
-  const DateFields fields = date.Fields();
-  const std::string day = ShortDate(date);
-  if (fields.hour == 0 && fields.minute == 0 && fields.second == 0) return day;
-  const int hour = twentyFourHours ? fields.hour : (fields.hour + 11) % 12 + 1;
-  const char* const half = fields.hour < 12 ? " AM" : " PM";
-  char time[32];
-  std::snprintf(time, sizeof time, " %d:%02d:%02d%s", hour, fields.minute, fields.second,
-                twentyFourHours ? "" : half);
-  return day + time;
+  if (page == code_pages::Utf8) return ValidUtf8(bytes);
+  return page == code_pages::WesternEuropean ? FromCodePage1252(bytes) : OnlyAscii(bytes);
 }
 
 }  // namespace velkor

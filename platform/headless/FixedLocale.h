@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "platform/LocaleApi.h"
+#include "support/DatePattern.h"
 
 namespace velkor {
 
@@ -19,14 +20,9 @@ struct FixedNames {
 /// converted; any other page keeps ASCII and answers '?' for the rest.
 class FixedLocale : public LocaleApi {
  public:
-  enum class Order { MonthFirst, DayFirst, YearFirst };
-
   LocaleId locale = 0x0409;
   CodePage ansiCodePage = 1252;
-  Order order = Order::MonthFirst;
-  std::string dateSeparator = "/";
-  /// 24-hour clock instead of AM and PM.
-  bool twentyFourHours = false;
+  DatePattern dates{"M/d/y", true};
   /// Enumerated in this order.
   std::vector<FixedNames> calendars = {FixedNames::English()};
 
@@ -37,8 +33,8 @@ class FixedLocale : public LocaleApi {
   CodePage AnsiCodePage() override { return ansiCodePage; }
   std::string ToCodePage(std::string_view text, CodePage page) override;
   std::string FromCodePage(std::string_view bytes, CodePage page) override;
-  std::string ShortDate(Date date) override;
-  std::string DateToText(Date date) override;
+  std::string ShortDate(Date date) override { return dates.ShortDate(date); }
+  std::string DateToText(Date date) override { return dates.DateToText(date); }
 };
 
 }  // namespace velkor

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/WholeFile.h"
 #include "platform/windows/Wide.h"
 #include "support/values/Error.h"
 
@@ -69,8 +70,8 @@ class WindowsOutputFile : public OutputFile {
   ~WindowsOutputFile() override {
     try {
       WriteOut();
-    } catch (const Error&) {
-      // Whoever needs to know calls Flush.
+    } catch (...) {
+      // Whoever needs to know calls Flush. Lack of memory, as for the error's text, counts too.
     }
   }
   WindowsOutputFile(const WindowsOutputFile&) = delete;
@@ -155,25 +156,18 @@ std::optional<std::string> WindowsFiles::Read(const std::string& path) {
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                       nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
   LARGE_INTEGER size{};
-  if (!file.IsOpen()) return std::nullopt;
+  if (!file.IsOpen() || ::GetFileType(file.Value()) != FILE_TYPE_DISK) return std::nullopt;
   if (!::GetFileSizeEx(file.Value(), &size)) size.QuadPart = 0;
-  std::string bytes;
-  // One byte more than the file has, so that its end is met without growing.
-  bytes.resize(static_cast<std::size_t>(size.QuadPart) + 1);
-  std::size_t length = 0;
-  while (true) {
-    if (length == bytes.size()) bytes.resize(bytes.size() + bytes.size() / 2 + BufferSize);
-    const auto portion = static_cast<DWORD>(std::min(bytes.size() - length, std::size_t{1} << 30));
-    DWORD got = 0;
-    if (!::ReadFile(file.Value(), bytes.data() + length, portion, &got, nullptr)) {
-      throw Error(errors::DeviceInputOutput,
-                  "Cannot read " + path + ": " + SystemMessage(::GetLastError()));
-    }
-    if (got == 0) break;
-    length += got;
-  }
-  bytes.resize(length);
-  return bytes;
+  return ReadWhole(path, static_cast<std::uint64_t>(size.QuadPart),
+                   [&](char* place, std::size_t room) {
+                     const auto portion = static_cast<DWORD>(std::min(room, std::size_t{1} << 30));
+                     DWORD got = 0;
+                     if (!::ReadFile(file.Value(), place, portion, &got, nullptr)) {
+                       throw Error(errors::DeviceInputOutput,
+                                   "Cannot read " + path + ": " + SystemMessage(::GetLastError()));
+                     }
+                     return std::size_t{got};
+                   });
 }
 
 bool WindowsFiles::Exists(const std::string& path) {

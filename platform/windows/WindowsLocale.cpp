@@ -11,8 +11,6 @@
 namespace velkor {
 namespace {
 
-constexpr CodePage Utf8Page = 65001;
-
 std::string Info(LCID locale, LCTYPE kind) {
   wchar_t text[128];
   const int length = ::GetLocaleInfoW(locale, kind, text, static_cast<int>(std::size(text)));
@@ -62,8 +60,8 @@ CodePage WindowsLocale::AnsiCodePage() {
 }
 
 std::string WindowsLocale::ToCodePage(std::string_view text, CodePage page) {
-  if (page == 1252) return ToCodePage1252(text);
-  if (page == Utf8Page) return ValidUtf8(text);
+  if (page == code_pages::WesternEuropean) return ToCodePage1252(text);
+  if (page == code_pages::Utf8) return ValidUtf8(text);
   const std::wstring wide = WithinBasicPlane(text);
   std::string bytes(wide.size() * 4, '\0');
   const auto convert = [&](DWORD flags, const char* lacking) {
@@ -78,8 +76,8 @@ std::string WindowsLocale::ToCodePage(std::string_view text, CodePage page) {
 }
 
 std::string WindowsLocale::FromCodePage(std::string_view bytes, CodePage page) {
-  if (page == 1252) return FromCodePage1252(bytes);
-  if (page == Utf8Page) return ValidUtf8(bytes);
+  if (page == code_pages::WesternEuropean) return FromCodePage1252(bytes);
+  if (page == code_pages::Utf8) return ValidUtf8(bytes);
   std::wstring wide(bytes.size(), L'\0');
   const int length = ::MultiByteToWideChar(page, 0, bytes.data(), static_cast<int>(bytes.size()),
                                            wide.data(), static_cast<int>(wide.size()));

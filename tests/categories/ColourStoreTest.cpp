@@ -42,9 +42,8 @@ TEST_F(ColourStoreTest, EachTitleHasItsOwnListWhateverTheDateFormat) {
   Add("Holiday", "h\r\nno|1");
   Add(std::string(Prefix) + "Team", "h\r\nTeam|1\r\n");
   Add(Prefix, "h\r\nNone|2");
-  for (const auto order : {FixedLocale::Order::MonthFirst, FixedLocale::Order::DayFirst,
-                           FixedLocale::Order::YearFirst}) {
-    locale_.order = order;
+  for (const char* format : {"M/d/y", "d/M/y", "y/M/d"}) {
+    locale_.dates = DatePattern(format);
     EXPECT_EQ(Find("Team"), (Lines{"h", "Team|1"}));
     EXPECT_EQ(Find(""), (Lines{"h", "None|2"}));
     EXPECT_EQ(Find("Tea"), std::nullopt);

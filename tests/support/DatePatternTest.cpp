@@ -12,15 +12,17 @@ TEST(DatePattern, KeepsOrderAndSeparatorsOfTheFormat) {
   struct Case {
     const char* format;
     const char* text;
-    DatePattern::Order order;
+    DateOrder order;
   };
-  using enum DatePattern::Order;
+  using enum DateOrder;
   for (const Case& each :
-       {Case{"M/d/yy", "4/8/2005", MonthFirst}, Case{"dd.MM.yyyy", "08.04.2005", DayFirst},
-        Case{"yyyy-MM-dd", "2005-04-08", YearFirst}, Case{"yy. M. d.", "2005. 4. 8", YearFirst},
-        Case{"d.MM.yy 'd. y'.", "8.4.2005", DayFirst}, Case{"d MMM yyyy", "8 4 2005", DayFirst},
-        Case{"\u200Fd/\u200FM/yyyy", "8/4/2005", DayFirst}, Case{"", "2005-4-8", YearFirst},
-        Case{"MM/yyyy", "2005-4-8", YearFirst}}) {
+       {Case{"M/d/yy", "4/8/2005", MonthDayYear}, Case{"dd.MM.yyyy", "08.04.2005", DayMonthYear},
+        Case{"yyyy-MM-dd", "2005-04-08", YearMonthDay},
+        Case{"yy. M. d.", "2005. 4. 8", YearMonthDay},
+        Case{"d.MM.yy 'd. y'.", "8.4.2005", DayMonthYear},
+        Case{"d MMM yyyy", "8 4 2005", DayMonthYear},
+        Case{"\u200Fd/\u200FM/yyyy", "8/4/2005", DayMonthYear}, Case{"", "2005-4-8", YearMonthDay},
+        Case{"MM/yyyy", "2005-4-8", YearMonthDay}}) {
     const DatePattern pattern(each.format);
     EXPECT_EQ(pattern.ShortDate(Day), each.text) << each.format;
     EXPECT_EQ(pattern.FieldOrder(), each.order) << each.format;

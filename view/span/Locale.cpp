@@ -9,12 +9,6 @@
 namespace velkor::Locale {
 namespace {
 
-// CAL_ constants of winnls.h.
-constexpr std::uint32_t FirstDayName = 7;
-constexpr std::uint32_t FirstAbbreviatedDayName = 14;
-constexpr std::uint32_t FirstMonthName = 21;
-constexpr std::uint32_t FirstAbbreviatedMonthName = 34;
-
 struct CodePageFont {
   CodePage page;
   int charset;
@@ -77,10 +71,10 @@ void ApplyCodePageFont(Font& font, CodePage page) {
 CalendarNames LoadCalendarNames(LocaleApi& api, LocaleId locale) {
   CalendarNames names;
   if (locale == 0) return names;
-  LoadRun(api, locale, FirstAbbreviatedMonthName, names.abbreviatedMonths);
-  LoadRun(api, locale, FirstMonthName, names.months);
-  LoadRun(api, locale, FirstDayName, names.days);
-  LoadRun(api, locale, FirstAbbreviatedDayName, names.abbreviatedDays);
+  LoadRun(api, locale, calendar_types::FirstAbbreviatedMonthName, names.abbreviatedMonths);
+  LoadRun(api, locale, calendar_types::FirstMonthName, names.months);
+  LoadRun(api, locale, calendar_types::FirstDayName, names.days);
+  LoadRun(api, locale, calendar_types::FirstAbbreviatedDayName, names.abbreviatedDays);
   names.days[0] = names.days[7];
   names.abbreviatedDays[0] = names.abbreviatedDays[7];
   return names;

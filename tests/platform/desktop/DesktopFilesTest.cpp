@@ -146,8 +146,21 @@ TEST_F(DesktopFilesTest, WhatCannotBeOpenedIsAnAnswer) {
   EXPECT_EQ(files_.OpenForWriting(folder_.path().toStdString()), nullptr);
   ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
   EXPECT_EQ(files_.OpenForWriting(Path("pipe")), nullptr);
+  EXPECT_EQ(files_.Read(Path("pipe")), std::nullopt);
+  EXPECT_EQ(files_.Read("/dev/null"), std::nullopt);
   EXPECT_TRUE(files_.Delete(Path("absent")));
   EXPECT_FALSE(files_.Delete(folder_.path().toStdString()));
+}
+
+TEST_F(DesktopFilesTest, FileBeyondTheLimitIsAnErrorWithItsName) {
+  Put(work_, "");
+  ASSERT_EQ(::truncate(work_.c_str(), off_t{1} << 33), 0);
+  try {
+    files_.Read(work_);
+    ADD_FAILURE() << "no error";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.Description(), "Cannot read " + work_ + ": it is too large");
+  }
 }
 
 TEST_F(DesktopFilesTest, NewFilesBelongToTheUserAlone) {

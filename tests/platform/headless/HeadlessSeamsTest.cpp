@@ -32,19 +32,6 @@ TEST(FixedLocale, EnumeratesTheNamesOfEachCalendarInTurn) {
   EXPECT_THAT(Names(locale, 7), ElementsAre("Monday", "Feria secunda"));
 }
 
-TEST(FixedLocale, WritesDatesByOrderSeparatorAndClock) {
-  FixedLocale locale;
-  const Date morning = Date::FromFields({2005, 4, 18, 9, 5, 0});
-  EXPECT_EQ(locale.DateToText(morning), "4/18/2005 9:05:00 AM");
-  EXPECT_EQ(locale.DateToText(Date::FromFields({2005, 4, 18, 0, 0, 1})), "4/18/2005 12:00:01 AM");
-  EXPECT_EQ(locale.DateToText(Date::FromFields({2005, 4, 18, 12, 0, 0})), "4/18/2005 12:00:00 PM");
-  EXPECT_EQ(locale.DateToText(morning.Midnight()), "4/18/2005");
-  locale.order = FixedLocale::Order::DayFirst;
-  locale.dateSeparator = ".";
-  locale.twentyFourHours = true;
-  EXPECT_EQ(locale.DateToText(Date::FromFields({2005, 4, 18, 21, 5, 0})), "18.4.2005 21:05:00");
-}
-
 TEST(MemoryFiles, AFailedWriteLeavesWhatWasWrittenUnderItsOwnName) {
   MemoryFiles files;
   files.fail.writeAfter = 4;

@@ -105,9 +105,26 @@ TEST_F(WindowsFilesTest, KilledWriterLeavesTheOldFileAndNoLock) {
   EXPECT_TRUE(next->MoveOver(cache_));
 }
 
+TEST_F(WindowsFilesTest, FileBeyondTheLimitIsAnErrorWithItsName) {
+  Put(work_, "");
+  const HANDLE file = ::CreateFileW(ToWide(work_).c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+  LARGE_INTEGER end{};
+  end.QuadPart = LONGLONG{1} << 33;
+  EXPECT_TRUE(::SetFilePointerEx(file, end, nullptr, FILE_BEGIN) && ::SetEndOfFile(file));
+  ::CloseHandle(file);
+  try {
+    files_.Read(work_);
+    ADD_FAILURE() << "no error";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.Description(), "Cannot read " + work_ + ": it is too large");
+  }
+}
+
 TEST_F(WindowsFilesTest, WhatCannotBeOpenedIsAnAnswer) {
   EXPECT_EQ(files_.Read(folder_ + "\\absent"), std::nullopt);
   EXPECT_EQ(files_.Read(folder_), std::nullopt);
+  EXPECT_EQ(files_.Read("NUL"), std::nullopt);
   EXPECT_EQ(files_.OpenForWriting(folder_ + "\\absent\\file"), nullptr);
   EXPECT_EQ(files_.OpenForWriting(folder_), nullptr);
   EXPECT_TRUE(files_.DirectoryExists(folder_));

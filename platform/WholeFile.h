@@ -1,0 +1,43 @@
+// platform/WholeFile.h: what every face does to read a file whole.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <new>
+#include <string>
+
+#include "platform/System.h"
+#include "support/values/Error.h"
+
+namespace velkor {
+
+/// All bytes up to the end of a file of about `size` bytes, which may grow meanwhile.
+/// `readSome(place, room)` puts up to `room` bytes at `place` and answers how many, 0 at the end.
+/// Throws Error (DeviceInputOutput) with the path when the file exceeds Files::LargestFile or the
+/// memory left.
+template <typename ReadSome>
+std::string ReadWhole(const std::string& path, std::uint64_t size, const ReadSome& readSome) {
+  constexpr std::size_t Growth = std::size_t{1} << 16;
+  try {
+    std::string bytes;
+    std::size_t length = 0;
+    // One byte more than the file has, so that its end is met without growing.
+    std::uint64_t room = size + 1;
+    while (size <= Files::LargestFile && length <= Files::LargestFile) {
+      if (length == bytes.size()) bytes.resize(std::min(room, Files::LargestFile + 1));
+      const std::size_t got = readSome(bytes.data() + length, bytes.size() - length);
+      if (got == 0) {
+        bytes.resize(length);
+        return bytes;
+      }
+      length += got;
+      room = length + length / 2 + Growth;
+    }
+  } catch (const std::bad_alloc&) {
+    // Said below, with the file's name.
+  }
+  throw Error(errors::DeviceInputOutput, "Cannot read " + path + ": it is too large");
+}
+
+}  // namespace velkor

@@ -1,0 +1,34 @@
+// tests/platform/WholeFileTest.cpp: files that change or do not fit while they are read.
+#include "platform/WholeFile.h"
+
+#include <gtest/gtest.h>
+
+namespace velkor {
+namespace {
+
+TEST(WholeFile, FileThatGrowsOrShrinksMeanwhileIsReadToItsEnd) {
+  const std::string text(200000, 'x');
+  for (const std::uint64_t size :
+       {std::uint64_t{0}, std::uint64_t{70000}, Files::LargestFile / 64}) {
+    std::size_t done = 0;
+    const std::string bytes = ReadWhole("file", size, [&](char* place, std::size_t room) {
+      const std::size_t got = text.copy(place, std::min(room, std::size_t{999}), done);
+      done += got;
+      return got;
+    });
+    EXPECT_EQ(bytes, text) << size;
+  }
+}
+
+TEST(WholeFile, LackOfMemoryIsAnErrorThatNamesTheFile) {
+  try {
+    ReadWhole("big.dat", 1, [](char*, std::size_t) -> std::size_t { throw std::bad_alloc(); });
+    ADD_FAILURE() << "no error";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.Number(), errors::DeviceInputOutput);
+    EXPECT_EQ(error.Description(), "Cannot read big.dat: it is too large");
+  }
+}
+
+}  // namespace
+}  // namespace velkor
