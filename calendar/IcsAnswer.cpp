@@ -102,7 +102,7 @@ class Reader {
     throw Error(errors::CalendarFailed, "the reader's answer is not whole", "Answer");
   }
   Date Moment() {
-    constexpr std::int64_t Farthest = std::int64_t{4'000'000} * 86400;
+    constexpr std::int64_t Farthest = std::int64_t{4'000'000} * SecondsPerDay;
     const std::int64_t seconds = Number();
     if (seconds < -Farthest || seconds > Farthest || !Date::FromSeconds(seconds).IsValid()) Fail();
     return Date::FromSeconds(seconds);

@@ -183,7 +183,7 @@ class EventReader {
                           (!event.duration || event.duration->seconds == 0);
     if (event.start.isDate && !event.end && !event.duration) event.duration = IcsDuration{1, 0};
     if (event.fields.allDay && !event.start.isDate) {
-      const auto isMidnight = [](const IcsTime& time) { return time.Local() % 86400 == 0; };
+      const auto isMidnight = [](const IcsTime& time) { return time.Local() % SecondsPerDay == 0; };
       event.fields.allDay = isMidnight(event.start) && event.end && isMidnight(*event.end);
     } else {
       event.fields.allDay = wholeDay;

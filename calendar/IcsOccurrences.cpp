@@ -9,8 +9,6 @@
 namespace velkor {
 namespace {
 
-constexpr WallSeconds Day = 86400;
-
 WallSeconds DayOf(WallSeconds wall) {
   return Date::FromSeconds(wall).DayNumber();
 }
@@ -21,7 +19,7 @@ Date ToDate(WallSeconds wall) {
 
 /// A moment of the zone's clock as the end or start of an occurrence, in local time.
 WallSeconds After(const IcsTime& start, const IcsDuration& duration) {
-  return start.zone->ToLocal(start.wall + duration.days * Day, duration.seconds);
+  return start.zone->ToLocal(start.wall + duration.days * SecondsPerDay, duration.seconds);
 }
 
 bool SameClock(const IcsTime& a, const IcsTime& b) {
@@ -57,9 +55,9 @@ IcsItemBuilder::Span IcsItemBuilder::FirstSpan(const IcsEvent& event) {
         event.Line(),
         event.Name() + (endsAtStart ? " ends where it starts" : " ends before it starts") +
             (event.start.isDate ? "; it is shown as one day" : "; it is shown without length"));
-    span.end = event.start.isDate ? span.start + Day : span.start;
+    span.end = event.start.isDate ? span.start + SecondsPerDay : span.start;
   }
-  const WallSeconds last = Date::FromYmd(9999, 12, 31).Seconds() + Day - 1;
+  const WallSeconds last = Date::FromYmd(9999, 12, 31).Seconds() + SecondsPerDay - 1;
   if (span.end > last) {
     diagnostics_.Warn(event.Line(), event.Name() + " ends after the year 9999; it is cut there");
     span.end = last;
@@ -80,7 +78,7 @@ CalendarItem IcsItemBuilder::Single(const IcsEvent& event, std::string entryId) 
 std::vector<WallSeconds> IcsItemBuilder::RuleStartsOf(const IcsEvent& master,
                                                       const IcsRuleText& rule, WallSeconds length) {
   // Clocks of two zones differ by a good day at most.
-  constexpr WallSeconds Slack = 2 * Day;
+  constexpr WallSeconds Slack = 2 * SecondsPerDay;
   const WallSeconds earliest = Date::FromYmd(100, 1, 1).Seconds();
   const WallSeconds from = std::max(from_ - length - Slack, earliest);
   RuleStarts result = rules_.Expand(rule.text, master.start, from, to_ + Slack);
@@ -113,7 +111,7 @@ std::vector<CalendarOccurrence> IcsItemBuilder::Unchanged(const IcsEvent& master
       span.end = span.start + localLength;
     }
     span.end = std::max(span.end, span.start);
-    if (start.isDate && span.end == span.start) span.end += Day;
+    if (start.isDate && span.end == span.start) span.end += SecondsPerDay;
     if (Touches(span)) spans.push_back(span);
   };
 
@@ -126,7 +124,7 @@ std::vector<CalendarOccurrence> IcsItemBuilder::Unchanged(const IcsEvent& master
   for (const IcsAddedDate& added : master.addedDates) {
     IcsAddedDate date = added;
     if (master.start.isDate && !date.start.isDate) {
-      date.start = {true, DayOf(date.start.wall) * Day, master.start.zone};
+      date.start = {true, DayOf(date.start.wall) * SecondsPerDay, master.start.zone};
     }
     add(date.start, &date);
   }
