@@ -81,8 +81,8 @@ class Reader {
   AppointmentFields Fields() {
     AppointmentFields fields;
     fields.subject = Text();
-    fields.categories.resize(Count());
-    for (std::string& name : fields.categories) name = Text();
+    // Lists grow as their parts come, so that a wrong count takes no memory.
+    for (std::size_t count = Count(); count > 0; --count) fields.categories.emplace_back(Text());
     fields.location = Text();
     fields.body = Text();
     fields.allDay = Flag();
@@ -102,7 +102,7 @@ class Reader {
     throw Error(errors::CalendarFailed, "the reader's answer is not whole", "Answer");
   }
   Date Moment() {
-    constexpr std::int64_t Farthest = std::int64_t{4'000'000} * 86400;
+    constexpr std::int64_t Farthest = std::int64_t{4'000'000} * SecondsPerDay;
     const std::int64_t seconds = Number();
     if (seconds < -Farthest || seconds > Farthest || !Date::FromSeconds(seconds).IsValid()) Fail();
     return Date::FromSeconds(seconds);
@@ -117,10 +117,11 @@ CalendarItem ReadItem(Reader& reader) {
   item.fields = reader.Fields();
   reader.Span(item.start, item.end);
   item.recurring = reader.Flag();
-  item.changed.resize(reader.Count());
-  for (AppointmentFields& fields : item.changed) fields = reader.Fields();
-  item.occurrences.resize(reader.Count());
-  for (CalendarOccurrence& occurrence : item.occurrences) {
+  for (std::size_t count = reader.Count(); count > 0; --count) {
+    item.changed.push_back(reader.Fields());
+  }
+  for (std::size_t count = reader.Count(); count > 0; --count) {
+    CalendarOccurrence& occurrence = item.occurrences.emplace_back();
     reader.Span(occurrence.start, occurrence.end);
     occurrence.changed = reader.Between(-1, static_cast<std::int64_t>(item.changed.size()) - 1);
   }

@@ -121,16 +121,28 @@ class EventReader {
       Warn(property.line, "there is a second DTSTART; the first one counts for " + event_.Name());
       return;
     }
-    const auto time = Time(property, property.value, event_.Name() + " is left out");
+    const auto time = StartTime(property, property.value, event_.Name() + " is left out");
     hasStart_ = time.has_value();
     badStart_ = !hasStart_;
     if (time) event_.start = *time;
   }
 
+  /// The time of an occurrence, which shows a year in range on the local clock as well.
+  std::optional<IcsTime> StartTime(const IcsProperty& property, std::string_view value,
+                                   const std::string& consequence) {
+    const auto time = Time(property, value, consequence);
+    if (time && !IsInCalendar(time->Local())) {
+      Warn(property.line, std::string(property.name) + " " + Quoted(value) +
+                              " is no local date between the years 100 and 9999; " + consequence);
+      return std::nullopt;
+    }
+    return time;
+  }
+
   void TakeAddedDate(const IcsProperty& property, std::string_view value) {
     IcsAddedDate added;
     const std::size_t slash = value.find('/');
-    const auto start = Time(property, value.substr(0, slash), "this occurrence is left out");
+    const auto start = StartTime(property, value.substr(0, slash), "this occurrence is left out");
     if (!start) return;
     added.start = *start;
     if (slash != std::string_view::npos) {
@@ -183,7 +195,7 @@ class EventReader {
                           (!event.duration || event.duration->seconds == 0);
     if (event.start.isDate && !event.end && !event.duration) event.duration = IcsDuration{1, 0};
     if (event.fields.allDay && !event.start.isDate) {
-      const auto isMidnight = [](const IcsTime& time) { return time.Local() % 86400 == 0; };
+      const auto isMidnight = [](const IcsTime& time) { return time.Local() % SecondsPerDay == 0; };
       event.fields.allDay = isMidnight(event.start) && event.end && isMidnight(*event.end);
     } else {
       event.fields.allDay = wholeDay;

@@ -9,8 +9,6 @@
 namespace velkor {
 namespace {
 
-constexpr WallSeconds Day = 86400;
-
 WallSeconds DayOf(WallSeconds wall) {
   return Date::FromSeconds(wall).DayNumber();
 }
@@ -19,9 +17,16 @@ Date ToDate(WallSeconds wall) {
   return Date::FromSeconds(wall);
 }
 
-/// A moment of the zone's clock as the end or start of an occurrence, in local time.
+/// Local time after `onClock` seconds of the zone's clock and then `exact` seconds that pass.
+/// Beyond the calendar's years the zone counts as it does where they end.
+WallSeconds After(const IcsTime& start, WallSeconds onClock, std::int64_t exact = 0) {
+  const WallSeconds wall = start.wall + onClock;
+  const WallSeconds known = std::clamp(wall, FirstWall, LastWall);
+  return start.zone->ToLocal(known, exact) + (wall - known);
+}
+
 WallSeconds After(const IcsTime& start, const IcsDuration& duration) {
-  return start.zone->ToLocal(start.wall + duration.days * Day, duration.seconds);
+  return After(start, duration.days * SecondsPerDay, duration.seconds);
 }
 
 bool SameClock(const IcsTime& a, const IcsTime& b) {
@@ -57,14 +62,18 @@ IcsItemBuilder::Span IcsItemBuilder::FirstSpan(const IcsEvent& event) {
         event.Line(),
         event.Name() + (endsAtStart ? " ends where it starts" : " ends before it starts") +
             (event.start.isDate ? "; it is shown as one day" : "; it is shown without length"));
-    span.end = event.start.isDate ? span.start + Day : span.start;
+    span.end = event.start.isDate ? span.start + SecondsPerDay : span.start;
   }
-  const WallSeconds last = Date::FromYmd(9999, 12, 31).Seconds() + Day - 1;
-  if (span.end > last) {
-    diagnostics_.Warn(event.Line(), event.Name() + " ends after the year 9999; it is cut there");
-    span.end = last;
-  }
+  CutAtLastYear(span, event);
   return span;
+}
+
+void IcsItemBuilder::CutAtLastYear(Span& span, const IcsEvent& event) {
+  if (span.end <= LastWall) return;
+  span.end = LastWall;
+  if (lastCut_ == &event) return;
+  lastCut_ = &event;
+  diagnostics_.Warn(event.Line(), event.Name() + " ends after the year 9999; it is cut there");
 }
 
 CalendarItem IcsItemBuilder::Single(const IcsEvent& event, std::string entryId) {
@@ -80,9 +89,8 @@ CalendarItem IcsItemBuilder::Single(const IcsEvent& event, std::string entryId) 
 std::vector<WallSeconds> IcsItemBuilder::RuleStartsOf(const IcsEvent& master,
                                                       const IcsRuleText& rule, WallSeconds length) {
   // Clocks of two zones differ by a good day at most.
-  constexpr WallSeconds Slack = 2 * Day;
-  const WallSeconds earliest = Date::FromYmd(100, 1, 1).Seconds();
-  const WallSeconds from = std::max(from_ - length - Slack, earliest);
+  constexpr WallSeconds Slack = 2 * SecondsPerDay;
+  const WallSeconds from = std::max(from_ - length - Slack, FirstWall);
   RuleStarts result = rules_.Expand(rule.text, master.start, from, to_ + Slack);
   if (!result.problem.empty()) {
     diagnostics_.Warn(
@@ -108,13 +116,15 @@ std::vector<CalendarOccurrence> IcsItemBuilder::Unchanged(const IcsEvent& master
       span.end = After(start, *master.duration);
     } else if (master.end && SameClock(*master.end, master.start)) {
       // The clock shows the same times on the days around a change of the clock, too.
-      span.end = start.zone->ToLocal(start.wall + master.end->wall - master.start.wall);
+      span.end = After(start, master.end->wall - master.start.wall);
     } else {
       span.end = span.start + localLength;
     }
     span.end = std::max(span.end, span.start);
-    if (start.isDate && span.end == span.start) span.end += Day;
-    if (Touches(span)) spans.push_back(span);
+    if (start.isDate && span.end == span.start) span.end += SecondsPerDay;
+    if (!Touches(span) || !IsInCalendar(span.start)) return;
+    CutAtLastYear(span, master);
+    spans.push_back(span);
   };
 
   add(master.start, nullptr);
@@ -126,7 +136,7 @@ std::vector<CalendarOccurrence> IcsItemBuilder::Unchanged(const IcsEvent& master
   for (const IcsAddedDate& added : master.addedDates) {
     IcsAddedDate date = added;
     if (master.start.isDate && !date.start.isDate) {
-      date.start = {true, DayOf(date.start.wall) * Day, master.start.zone};
+      date.start = {true, DayOf(date.start.wall) * SecondsPerDay, master.start.zone};
     }
     add(date.start, &date);
   }
@@ -138,9 +148,7 @@ std::vector<CalendarOccurrence> IcsItemBuilder::Unchanged(const IcsEvent& master
   std::vector<CalendarOccurrence> occurrences;
   occurrences.reserve(spans.size());
   for (const Span& span : spans) {
-    if (const Date end = ToDate(span.end); end.IsValid()) {
-      occurrences.push_back({ToDate(span.start), end, -1});
-    }
+    occurrences.push_back({ToDate(span.start), ToDate(span.end), -1});
   }
   return occurrences;
 }

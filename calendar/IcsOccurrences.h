@@ -38,6 +38,8 @@ class IcsItemBuilder {
   struct RemovedDates;
 
   Span FirstSpan(const IcsEvent& event);
+  /// Reports a cut once for all occurrences of an event.
+  void CutAtLastYear(Span& span, const IcsEvent& event);
   bool Touches(const Span& span) const { return span.start <= to_ && span.end >= from_; }
   std::vector<WallSeconds> RuleStartsOf(const IcsEvent& master, const IcsRuleText& rule,
                                         WallSeconds length);
@@ -50,6 +52,7 @@ class IcsItemBuilder {
   Diagnostics& diagnostics_;
   RuleExpander rules_;
   std::size_t occurrences_ = 0;
+  const IcsEvent* lastCut_ = nullptr;
 };
 
 /// What a RECURRENCE-ID names: the day for an all-day master or a date, else the local second.

@@ -13,8 +13,6 @@
 namespace velkor {
 namespace {
 
-constexpr WallSeconds Day = 86400;
-
 struct Rule {
   icalrecurrencetype parts;
   /// 0 for none.
@@ -211,7 +209,7 @@ RuleStarts RuleExpander::Expand(std::string_view text, const IcsTime& first, Wal
   if (!result.problem.empty()) return result;
 
   const CandidateFilter filter(rule->parts);
-  const bool skips = rule->count == 0 && from > first.wall + Day;
+  const bool skips = rule->count == 0 && from > first.wall + SecondsPerDay;
   const bool withinDay = rule->parts.freq < ICAL_DAILY_RECURRENCE;
   const WallSeconds origin =
       skips && withinDay ? InStep(from, first.wall, rule->parts) : first.wall;

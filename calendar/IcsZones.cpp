@@ -15,7 +15,7 @@ namespace velkor {
 namespace {
 
 /// From the epoch of Date to that of time_t.
-constexpr std::int64_t EpochDistance = std::int64_t{25569} * 86400;
+constexpr std::int64_t EpochDistance = std::int64_t{25569} * SecondsPerDay;
 constexpr int AnyCalendar = -2;
 
 icaltimetype ToIcalTime(WallSeconds wall) {

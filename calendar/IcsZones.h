@@ -14,6 +14,7 @@
 #include "calendar/Diagnostics.h"
 #include "calendar/IcsLimits.h"
 #include "calendar/IcsScanner.h"
+#include "support/values/Date.h"
 
 struct _icaltimezone;
 
@@ -21,6 +22,14 @@ namespace velkor {
 
 /// Seconds since 30 December 1899, 00:00, of a clock on some wall, as Date::Seconds counts them.
 using WallSeconds = std::int64_t;
+
+/// The first second of the year 100 and the last one of 9999, between which a Date is valid.
+inline constexpr WallSeconds FirstWall = std::int64_t{-657'434} * SecondsPerDay;
+inline constexpr WallSeconds LastWall = std::int64_t{2'958'466} * SecondsPerDay - 1;
+
+constexpr bool IsInCalendar(WallSeconds wall) {
+  return wall >= FirstWall && wall <= LastWall;
+}
 
 /// Where a wall clock hangs.
 class IcsZone {
@@ -37,6 +46,7 @@ class IcsZone {
 
   /// The clock of the system's zone (variable TZ) when `exact` seconds have passed since this
   /// zone's clock showed `wall`. A floating time shows the same on every clock.
+  /// @param wall  between FirstWall and LastWall; the result may lie outside
   WallSeconds ToLocal(WallSeconds wall, std::int64_t exact = 0) const;
 
  private:

@@ -7,7 +7,6 @@
 namespace velkor {
 namespace {
 
-constexpr std::int64_t SecondsPerDay = 86400;
 constexpr std::chrono::sys_days Epoch{std::chrono::year{1899} / 12 / 30};
 
 constexpr std::int64_t DayOf(int year, int month, int day) {

@@ -6,6 +6,8 @@
 
 namespace velkor {
 
+inline constexpr std::int64_t SecondsPerDay = 86400;
+
 /// Calendar fields of a Date: month 1 to 12, day from 1, 24-hour clock.
 struct DateFields {
   int year = 1899;

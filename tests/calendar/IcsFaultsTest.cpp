@@ -4,6 +4,7 @@
 #include <chrono>
 #include <set>
 
+#include "calendar/IcsAnswer.h"
 #include "support/values/Error.h"
 #include "support/values/Text.h"
 #include "tests/calendar/IcsCase.h"
@@ -37,6 +38,53 @@ TEST(IcsFaults, AStartThatIsNoDateLeavesTheEventOut) {
     EXPECT_EQ(calendar.diagnostics.size(), 1U) << value;
   }
   EXPECT_NE(ReportOn("SUMMARY:Foo\n").find("there is no DTSTART"), std::string::npos);
+}
+
+/// The calendar as it comes out of the answer of the reading process.
+ParsedCalendar Answered(std::string_view text, const DateWindow& window) {
+  return DecodeAnswer(EncodeAnswer(ParseIcs(text, "team.ics", window)));
+}
+
+TEST(IcsFaults, AYearOutOfRangeOnTheLocalClockHarmsOneEventAlone) {
+  // Local time is some hours behind UTC, Tokyo hours ahead of it, Pago Pago further behind.
+  const std::string good = Event("SUMMARY:good\nDTSTART:20260101\n");
+  const DateWindow all{Date::FromYmd(100, 1, 1), Date::FromYmd(9999, 12, 31)};
+  for (const char* start : {":01000101T000000Z", ";TZID=Asia/Tokyo:01000101T000000",
+                            ";TZID=Pacific/Pago_Pago:99991231T230000"}) {
+    for (const char* more : {"", "DTEND:99991231T235959Z\n", "RRULE:FREQ=DAILY;COUNT=3\n"}) {
+      const ParsedCalendar calendar = Answered(
+          Calendar(Event("SUMMARY:bad\nDTSTART" + std::string(start) + "\n" + more) + good), all);
+      EXPECT_EQ(SubjectsOf(calendar), Texts{"good"}) << start << more;
+      ASSERT_EQ(calendar.diagnostics.size(), 1U) << start << more;
+      EXPECT_NE(calendar.diagnostics[0].text.find("the event \"bad\" is left out"),
+                std::string::npos);
+    }
+  }
+  const ParsedCalendar changed = Answered(
+      Calendar(Event("UID:a\nSUMMARY:a\nDTSTART:01000102T000000\nRRULE:FREQ=DAILY;COUNT=3\n"
+                     "RDATE:01000101T000000Z\n") +
+               Event("UID:a\nRECURRENCE-ID:01000103T000000\nDTSTART:01000101T000000Z\n")),
+      all);
+  EXPECT_EQ(changed.items.at(0).occurrences.size(), 3U);
+  EXPECT_EQ(changed.diagnostics.size(), 2U);
+}
+
+TEST(IcsFaults, WhatEndsAfterTheLastYearIsCutThereAndReportedOnce) {
+  for (const char* zone : {"", "Z"}) {
+    const std::string start = "SUMMARY:a\nDTSTART:99991201T000000" + std::string(zone) + "\n";
+    const std::string rule = "RDATE:99991210T000000,99991215T000000\n";
+    for (const std::string& lines :
+         {start + "DURATION:P9999999W\n" + rule, start + "DURATION:P22D\n" + rule,
+          start + "DTEND:99991223T000000" + zone + "\n" + rule,
+          "DTSTART:20260101T000000\nRDATE;VALUE=PERIOD:99991220T000000" + std::string(zone) +
+              "/P9999999W\n"}) {
+      const ParsedCalendar calendar = Answered(
+          Calendar(Event(lines)), {Date::FromYmd(9999, 1, 1), Date::FromYmd(9999, 12, 31)});
+      const auto& occurrences = calendar.items.at(0).occurrences;
+      EXPECT_EQ(Words(occurrences.back().end), "9999-12-31 23:59:59") << lines;
+      EXPECT_EQ(calendar.diagnostics.size(), 1U) << lines;
+    }
+  }
 }
 
 TEST(IcsFaults, WhatIsWrongWithOnePropertyLeavesTheOthersAlone) {
