@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,7 +38,11 @@ class CategoryTable {
 
  private:
   std::vector<Category> categories_;
-  std::map<std::string, std::int16_t, std::less<>> indexByName_;
+  /// Index of the first category of this name; 0 for none.
+  std::int16_t IndexOf(std::string_view name) const;
+
+  /// Indices ordered by the names' lengths, then by the names: most names differ in length already.
+  std::vector<std::int16_t> byName_;
 };
 
 }  // namespace velkor

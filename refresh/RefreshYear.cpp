@@ -68,11 +68,19 @@ bool WriteItems(OutlookItems& items, OutputFile& work, LocaleApi& locale,
   return !proceed || proceed();
 }
 
-/// Puts the work file in the cache file's place.
-void Replace(const std::string& cacheFile, OutputFile& work, RefreshAnswer& answer) {
+/// Fills the work file and puts it in the cache file's place.
+void WriteYear(const RefreshRequest& request, OutlookNamespace& session, OutputFile& work,
+               LocaleApi& locale, const std::function<bool()>& proceed, RefreshAnswer& answer) {
   try {
-    answer.result =
-        work.MoveOver(cacheFile) ? SynchResult::CacheWritten : SynchResult::CacheNotReplaced;
+    const auto items = OpenItems(request, session, locale);
+    if (!WriteItems(*items, work, locale, proceed, answer)) return;
+  } catch (const Error& error) {
+    Fail(answer, SynchResult::FetchingFailed, error);
+    return;
+  }
+  try {
+    answer.result = work.MoveOver(request.paths.cacheFile) ? SynchResult::CacheWritten
+                                                           : SynchResult::CacheNotReplaced;
   } catch (const Error& error) {
     Fail(answer, SynchResult::WritingFailed, error);
   }
@@ -97,14 +105,9 @@ RefreshAnswer RefreshYear(const RefreshRequest& request, OutlookApplication& out
     answer.result = SynchResult::WorkFileNotOpened;
     return answer;
   }
-  try {
-    const auto items = OpenItems(request, *session, locale);
-    if (!WriteItems(*items, *work, locale, proceed, answer)) return answer;
-  } catch (const Error& error) {
-    Fail(answer, SynchResult::FetchingFailed, error);
-    return answer;
-  }
-  Replace(request.paths.cacheFile, *work, answer);
+  WriteYear(request, *session, *work, locale, proceed, answer);
+  // While it is still held, so that no other writer's file is meant.
+  if (answer.result != SynchResult::CacheWritten) files.Delete(request.paths.workFile);
   return answer;
 }
 

@@ -22,16 +22,21 @@ std::string_view FirstCharacter(std::string_view text) {
   return text.substr(0, text.size() - rest.size());
 }
 
-/// The seven captions from Sunday on: the abbreviated names if all of them fit, else initials.
+/// The seven captions from Sunday on: the abbreviated names if all of them fit, else initials, else
+/// nothing.
 std::array<std::string_view, DaysOfWeek> WeekdayCaptions(Surface& surface,
                                                          const CalendarNames& names,
                                                          const Font& font, Twips width) {
   std::array<std::string_view, DaysOfWeek> captions;
   std::copy_n(names.abbreviatedDays.begin(), DaysOfWeek, captions.begin());
-  const bool fit = std::all_of(captions.begin(), captions.end(), [&](std::string_view caption) {
-    return surface.Measure(caption, font).width <= width;
-  });
-  if (!fit) std::transform(captions.begin(), captions.end(), captions.begin(), FirstCharacter);
+  const auto fit = [&] {
+    return std::all_of(captions.begin(), captions.end(), [&](std::string_view caption) {
+      return surface.Measure(caption, font).width <= width;
+    });
+  };
+  if (fit()) return captions;
+  std::transform(captions.begin(), captions.end(), captions.begin(), FirstCharacter);
+  if (!fit()) captions.fill({});
   return captions;
 }
 

@@ -107,7 +107,7 @@ void CalendarSession::RefreshFolder(OutlookFolder& folder, OutlookApplication& o
   count = answer.count;
   std::string text = MessageOf(answer.result, answer.error, paths_);
   if (text.empty()) return;
-  if (!answer.description.empty()) text += " " + answer.description;
+  if (!answer.description.empty()) text += ": " + answer.description;
   throw Error(answer.error, text, "refresh");
 }
 
@@ -127,8 +127,8 @@ void CalendarSession::ReadCategories(OutlookFolder& folder) {
     if (AsCached(subject) != subject) ++lost;
   }
   if (lost > 0) {
-    messages_ << line_.calendar << ": " << lost << " subjects hold characters that code page "
-              << locale_.AnsiCodePage() << " of the cache file lacks; each shows as ?\n";
+    messages_ << line_.calendar << ": " << lost << " of all its subjects hold characters that code "
+              << "page " << locale_.AnsiCodePage() << " of the cache file lacks; each shows as ?\n";
   }
   table_ = MakeFirstCategoryTable(texts, CategorySeparator(listSeparator_));
   try {
@@ -149,6 +149,9 @@ EventCollection CalendarSession::LoadEvents(const EventFields& fields) {
   if (outcome == LoadOutcome::NoFile) {
     throw Error(errors::FileNotFound, "There is no cache file " + paths_.cacheFile);
   }
+  if (outcome == LoadOutcome::LoadedInPart && events.Count() == 0) {
+    throw Error(errors::BadFileMode, paths_.cacheFile + " is no cache file");
+  }
   if (outcome == LoadOutcome::LoadedInPart) {
     messages_ << paths_.cacheFile << ": not a whole cache file; the first " << events.Count()
               << " events are shown\n";
@@ -167,6 +170,20 @@ CategoryTable CalendarSession::TableOfCache() {
   return MakeFirstCategoryTable(texts, CategorySeparator(listSeparator_));
 }
 
+void CalendarSession::ReportUnknownNames(const YearGrid& grid) {
+  for (const std::string& name : grid.Filter().CategoryFilterList()) {
+    CategoryFilter alone(grid.Filter().FilterSeparator());
+    alone.SetCategoryFilter(name);
+    const bool carried =
+        std::any_of(grid.Events().begin(), grid.Events().end(),
+                    [&](const CalEvent& event) { return !alone.IsFilteredOut(event.Categories); });
+    if (carried) continue;
+    messages_ << "No event of the year has the category \"" << name << "\" of the filter; names "
+              << "are told apart by case and joined by \"" << grid.Filter().FilterSeparator()
+              << "\"\n";
+  }
+}
+
 PlannedYear CalendarSession::Plan() {
   if (line_.calendar.empty()) {
     table_ = TableOfCache();
@@ -182,6 +199,7 @@ PlannedYear CalendarSession::Plan() {
                    today_};
   Locale::ApplyCodePageFont(year.font, Locale::AnsiCodePageOf(locale_, locale_.ThreadLocale()));
   year.grid.SetEvents(LoadEvents(year.grid.Fields()));
+  ReportUnknownNames(year.grid);
   return year;
 }
 

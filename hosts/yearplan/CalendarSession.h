@@ -54,6 +54,7 @@ class CalendarSession {
   std::string AsCached(const std::string& text);
   EventCollection LoadEvents(const EventFields& fields);
   CategoryTable TableOfCache();
+  void ReportUnknownNames(const YearGrid& grid);
 
   const CommandLine& line_;
   std::ostream& messages_;

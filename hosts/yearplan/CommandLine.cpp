@@ -4,6 +4,7 @@
 #include <QCommandLineParser>
 #include <QRegularExpression>
 #include <array>
+#include <cmath>
 #include <string_view>
 #include <utility>
 
@@ -32,7 +33,8 @@ constexpr const char* Description =
     "  yearplan inspect CALENDAR --json        print the laid-out year as JSON\n"
     "  yearplan inspect --cache FILE --json    the same from a cache file\n"
     "\n"
-    "CALENDAR is an iCalendar file (.ics). No command writes to it.\n"
+    "CALENDAR is an iCalendar file (.ics). No command writes to it. Cache files lie in\n"
+    "$XDG_CACHE_HOME/outlookvelkor, else in ~/.cache/outlookvelkor.\n"
     "Exit codes: 0 done, 1 failed, 2 wrong usage.";
 
 /// The options that more than one place names.
@@ -50,7 +52,9 @@ void AddOptions(QCommandLineParser& parser) {
   parser.addOptions({
       {{"h", "help"}, "Print this help."},
       {{"v", "version"}, "Print the version."},
-      {{"y", "year"}, "The year in which the twelve months begin; without it, today's.", "year"},
+      {{"y", "year"},
+       "The year in which the twelve months begin, 100 to 9999; without it, today's.",
+       "year"},
       {{"o", names::Output}, "render: the picture, ending in .png, .svg or .pdf.", "file"},
       {names::Cache, "inspect: read this cache file instead of a calendar.", "file"},
       {names::Json, "inspect: print JSON, the only format."},
@@ -64,10 +68,13 @@ void AddOptions(QCommandLineParser& parser) {
       {"hide-non-category", "Hide events that name no category of the legend."},
       {"title", "The planner's title, which names its category colours (Default).", "name",
        "Default"},
-      {"filter", "Show only events with one of these categories.", "A, B", ""},
+      {"filter", "Show only events with one of these categories; case matters.", "A, B", ""},
       {"match-all", "Show only events with all categories of the filter."},
-      {"size", "Size of the picture in pixels (1920x1200).", "WxH", "1920x1200"},
-      {"today", "The day to mark instead of today.", "date"},
+      {"size",
+       "Size in pixels, 200 to 20000 a side (1920x1200); a picture grows in height until every "
+       "event fits.",
+       "WxH", "1920x1200"},
+      {"today", "The day to mark instead of today, as in 2026-07-01.", "date"},
   });
 }
 
@@ -97,7 +104,7 @@ Point ReadPoint(const QString& text) {
   bool isX = false;
   bool isY = false;
   const Point point{parts.value(0).toDouble(&isX), parts.value(1).toDouble(&isY)};
-  if (parts.size() != 2 || !isX || !isY) {
+  if (parts.size() != 2 || !isX || !isY || !std::isfinite(point.x) || !std::isfinite(point.y)) {
     throw UsageError("--point takes two numbers as in 1200,450, not \"" + text.toStdString() +
                      "\"");
   }
@@ -157,11 +164,11 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   line.cacheFile = parser.value(names::Cache).toStdString();
   if (rest.size() > 1)
     throw UsageError("One calendar at a time: what is \"" + rest[1].toStdString() + "\"?");
-  if (rest.isEmpty() && line.cacheFile.empty()) throw UsageError("Which calendar?");
   if (!rest.isEmpty() && !line.cacheFile.empty()) {
     throw UsageError("Either a calendar or --cache, not both");
   }
   if (!rest.isEmpty()) line.calendar = rest.front().toStdString();
+  if (line.calendar.empty() && line.cacheFile.empty()) throw UsageError("Which calendar?");
   line.output = parser.value(names::Output).toStdString();
   if (parser.isSet("year")) line.year = WholeNumber(parser.value("year"), "year", 100, 9999);
   line.firstMonth = WholeNumber(parser.value("first-month"), "first-month", 1, 12);
@@ -188,10 +195,11 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
 std::string HelpText() {
   QCommandLineParser parser;
   AddOptions(parser);
-  // Without the folder that the program was started from.
-  return parser.helpText()
-      .replace(QRegularExpression("^Usage: \\S+"), "Usage: yearplan")
-      .toStdString();
+  // Without the folder that the program was started from, and without the arguments' list, which
+  // the commands tell better.
+  QString help = parser.helpText().replace(QRegularExpression("^Usage: \\S+"), "Usage: yearplan");
+  help.truncate(help.indexOf("\nArguments:"));
+  return help.toStdString();
 }
 
 }  // namespace velkor

@@ -2,6 +2,7 @@
 #include "hosts/yearplan/Commands.h"
 
 #include <QFileInfo>
+#include <algorithm>
 #include <cmath>
 #include <ostream>
 
@@ -50,6 +51,15 @@ Extent SizeWithoutScrolling(const CommandLine& line, YearGrid& grid) {
   return control;
 }
 
+/// "19 events", or "2 of 19 events" where some are hidden.
+std::string EventCount(const YearGrid& grid) {
+  const auto shown =
+      std::count_if(grid.Events().begin(), grid.Events().end(),
+                    [&](const CalEvent& event) { return IsShown(event, grid.Filter()); });
+  const auto all = static_cast<std::ptrdiff_t>(grid.Events().Count());
+  return (shown == all ? "" : std::to_string(shown) + " of ") + std::to_string(all) + " events";
+}
+
 void Render(const CommandLine& line, const std::string& path, std::ostream& out,
             std::ostream& messages) {
   const auto write = WriterFor(path);
@@ -60,9 +70,8 @@ void Render(const CommandLine& line, const std::string& path, std::ostream& out,
                             year.today};
   write(path, size, [&](Surface& surface) { DrawFace(surface, face, year.grid, content); },
         {.title = content.caption});
-  out << content.caption << ", " << year.grid.Events().Count()
-      << " events: " << QFileInfo(QString::fromStdString(path)).absoluteFilePath().toStdString()
-      << '\n';
+  out << content.caption << ", " << EventCount(year.grid) << ": "
+      << QFileInfo(QString::fromStdString(path)).absoluteFilePath().toStdString() << '\n';
 }
 
 /// Where a calendar that was only named is drawn: the current folder.

@@ -31,7 +31,8 @@ int main(int argc, char** argv) {
     const QGuiApplication application(argc, argv);
     velkor::RunCommand(line, std::cout, std::cerr);
     std::cout.flush();
-    return std::cout ? Done : Failed;
+    if (std::cout) return Done;
+    std::cerr << "yearplan: the output could not be written\n";
   } catch (const velkor::UsageError& error) {
     std::cerr << "yearplan: " << error.what() << "\nTry yearplan --help.\n";
     return WrongUsage;

@@ -63,7 +63,11 @@ std::int64_t Date::Seconds() const {
 }
 
 std::int64_t Date::DayNumber() const {
-  return FloorDay(Seconds());
+  const auto whole = static_cast<std::int64_t>(days_);
+  const double time =
+      std::fabs(days_ - static_cast<double>(whole)) * static_cast<double>(SecondsPerDay);
+  const bool roundsToNextDay = time >= static_cast<double>(SecondsPerDay) - 0.5;
+  return whole + static_cast<std::int64_t>(roundsToNextDay);
 }
 
 DateFields Date::Fields() const {

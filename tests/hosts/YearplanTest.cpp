@@ -99,6 +99,17 @@ TEST_F(Yearplan, DrawsPdfAndSvgAndLeavesTheCalendarAsItWas) {
   EXPECT_EQ(Bytes(Path("team.ics")), calendar);
 }
 
+TEST_F(Yearplan, SaysHowManyEventsAFilterLeavesAndWhichNamesItDoesNotKnow) {
+  Write("team.ics", Calendar(4, "CATEGORIES:Leave,Trip\r\n"));
+  const QStringList command{"team.ics", "--year", "2026", "--filter"};
+  Outcome outcome = Run(QStringList(command) << "Leave, Trip");
+  EXPECT_THAT(outcome.out, HasSubstr("Year 2026, 4 events:"));
+  EXPECT_EQ(outcome.messages, "");
+  outcome = Run(QStringList(command) << "Leave,Trip");
+  EXPECT_THAT(outcome.out, HasSubstr("Year 2026, 0 of 4 events:"));
+  EXPECT_THAT(outcome.messages, HasSubstr("\"Leave,Trip\""));
+}
+
 TEST_F(Yearplan, CacheFileIsPrivateAndHoldsTheYear) {
   Write("team.ics", Calendar(10));
   ASSERT_EQ(Run({"refresh", "team.ics", "--year", "2026"}).code, 0);
@@ -146,6 +157,11 @@ TEST_F(Yearplan, ErrorsSayWhatAndExitCodesSayWhichKind) {
   outcome = Run({"render", "team.ics", "-o", "no/such/folder/a.png"});
   EXPECT_EQ(outcome.code, 1);
   EXPECT_THAT(outcome.messages, HasSubstr("a.png"));
+  outcome = Run({"render", "", "-o", "a.png"});
+  EXPECT_EQ(outcome.code, 2);
+  outcome = Run({"inspect", "--cache", "team.ics", "--json"});
+  EXPECT_EQ(outcome.code, 1);
+  EXPECT_THAT(outcome.messages, HasSubstr("is no cache file"));
   outcome = Run({"inspect", "--cache", "absent.tmp", "--json"});
   EXPECT_EQ(outcome.code, 1);
   EXPECT_THAT(outcome.messages, HasSubstr("absent.tmp"));
