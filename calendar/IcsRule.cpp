@@ -240,7 +240,8 @@ RuleStarts RuleExpander::Expand(std::string_view text, const IcsTime& first, Wal
     if (wall <= first.wall || !filter.Passes(time)) continue;
     ++counted;
     if (wall < from) continue;
-    if (result.starts.size() >= limits_.itemOccurrences) {
+    // The first start takes one place.
+    if (result.starts.size() + 1 >= limits_.itemOccurrences) {
       result.problem = "repeats too often and is followed only in part";
       break;
     }
