@@ -22,7 +22,7 @@ struct IcsLimits {
   /// Steps for one recurrence rule, for its search when nothing matches, and for all rules. One
   /// takes a few microseconds, so what is shown does not depend on how busy the machine is.
   std::size_t ruleSteps = 200'000;
-  std::size_t ruleSearchSteps = 500'000;
+  std::size_t ruleSearchSteps = 1'500'000;
   std::size_t allRuleSteps = 3'000'000;
   /// Time of the processor for one rule and for all, in case that steps take far longer.
   std::chrono::milliseconds ruleTime{5000};

@@ -244,8 +244,10 @@ RuleStarts RuleExpander::Follow(std::string_view text, const IcsTime& first, Wal
                                 WallSeconds to) {
   // Reading a rule and making its iterator.
   constexpr std::size_t SetupSteps = 25;
-  // The library searches no further.
+  // The library looks no further, and through so many years for the first match, wherever it
+  // begins.
   constexpr int LastSearchedYear = 2582;
+  constexpr std::size_t SearchedYears = 2500;
   const auto started = ProcessorTime();
   steps_ += SetupSteps;
   RuleStarts result;
@@ -266,8 +268,8 @@ RuleStarts RuleExpander::Follow(std::string_view text, const IcsTime& first, Wal
     const WallSeconds days = std::max<WallSeconds>(b - a, 0) / SecondsPerDay;
     return static_cast<std::size_t>(days) * searchSteps / 365;
   };
-  if (stepsBetween(origin, lastSearched) > limits_.ruleSearchSteps) {
-    result.problem = "begins too early for a rule with so many parts";
+  if (SearchedYears * searchSteps > limits_.ruleSearchSteps) {
+    result.problem = "has too many parts to search through";
     return result;
   }
   const auto begin = [&] {
@@ -276,7 +278,7 @@ RuleStarts RuleExpander::Follow(std::string_view text, const IcsTime& first, Wal
   };
   auto iterator = begin();
   if (!iterator) {
-    steps_ += stepsBetween(origin, lastSearched);
+    steps_ += SearchedYears * searchSteps;
     result.problem = "is no recurrence rule";
     return result;
   }
