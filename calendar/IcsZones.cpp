@@ -4,6 +4,7 @@
 #include <libical/ical.h>
 
 #include <QDateTime>
+#include <algorithm>
 #include <array>
 #include <ctime>
 
