@@ -22,19 +22,6 @@ struct Rule {
   std::optional<IcsTimeText> until;
 };
 
-icaltimetype ToIcalTime(WallSeconds wall, bool isDate) {
-  const DateFields fields = Date::FromSeconds(wall).Fields();
-  icaltimetype time = icaltime_null_time();
-  time.year = fields.year;
-  time.month = fields.month;
-  time.day = fields.day;
-  time.hour = fields.hour;
-  time.minute = fields.minute;
-  time.second = fields.second;
-  time.is_date = isDate;
-  return time;
-}
-
 WallSeconds FromIcalTime(const icaltimetype& time) {
   const DateFields day{time.year, time.month, time.day, 0, 0, 0};
   const WallSeconds clock = time.is_date ? 0 : time.hour * 3600 + time.minute * 60 + time.second;
