@@ -25,11 +25,16 @@ CalendarFolder* FindById(const FolderList& folders, std::string_view entryId) {
   return nullptr;
 }
 
+CalendarFolder& AppendFolder(FolderList& folders, std::string name, std::string entryId,
+                             int itemType) {
+  return *folders.emplace_back(
+      std::make_unique<CalendarFolder>(std::move(name), std::move(entryId), itemType));
+}
+
 }  // namespace
 
 CalendarFolder& CalendarFolder::AddFolder(std::string name, std::string entryId, int itemType) {
-  return *folders_.emplace_back(
-      std::make_unique<CalendarFolder>(std::move(name), std::move(entryId), itemType));
+  return AppendFolder(folders_, std::move(name), std::move(entryId), itemType);
 }
 
 void CalendarFolder::Add(CalendarItem item) {
@@ -60,8 +65,7 @@ void CalendarFolder::Load(const DateWindow& window) {
 }
 
 CalendarFolder& CalendarStore::AddFolder(std::string name, std::string entryId, int itemType) {
-  return *folders_.emplace_back(
-      std::make_unique<CalendarFolder>(std::move(name), std::move(entryId), itemType));
+  return AppendFolder(folders_, std::move(name), std::move(entryId), itemType);
 }
 
 CalendarFolder* CalendarStore::FolderById(std::string_view entryId) const {

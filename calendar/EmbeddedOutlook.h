@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "calendar/CalendarStore.h"
 #include "platform/LocaleApi.h"

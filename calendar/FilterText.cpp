@@ -10,23 +10,6 @@
 namespace velkor {
 namespace {
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
-bool IsLetter(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-
-char Lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool SameWord(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return Lower(x) == Lower(y); });
-}
-
 [[noreturn]] void Fail(std::string_view text, std::size_t position, const std::string& what) {
   throw Error(errors::CalendarFailed,
               "The filter \"" + std::string(text) + "\" cannot be used: " + what + " at position " +
@@ -46,7 +29,7 @@ class Parser {
       if (at_ == text_.size()) return filter;
       const std::size_t word = at_;
       while (at_ < text_.size() && IsLetter(text_[at_])) ++at_;
-      if (!SameWord(text_.substr(word, at_ - word), "and")) {
+      if (!SameName(text_.substr(word, at_ - word), "and")) {
         Fail(text_, word, "AND or the end is expected");
       }
     }
@@ -89,7 +72,7 @@ class Parser {
     if (close == std::string_view::npos) Fail(text_, open, "the bracket is not closed");
     const std::string_view name = text_.substr(open + 1, close - open - 1);
     for (const Name& known : Names) {
-      if (SameWord(name, known.name)) {
+      if (SameName(name, known.name)) {
         at_ = close + 1;
         return known.property;
       }
@@ -168,9 +151,9 @@ class Parser {
     const std::size_t word = at_;
     while (at_ < end && IsLetter(text_[at_])) ++at_;
     const std::string_view half = text_.substr(word, at_ - word);
-    const bool afternoon = SameWord(half, "pm");
+    const bool afternoon = SameName(half, "pm");
     bool valid = fields.minute <= 59 && fields.second <= 59;
-    if (afternoon || SameWord(half, "am")) {
+    if (afternoon || SameName(half, "am")) {
       valid = valid && fields.hour >= 1 && fields.hour <= 12;
       fields.hour = fields.hour % 12 + (afternoon ? 12 : 0);
     } else if (!half.empty()) {

@@ -86,6 +86,7 @@ class EventReader {
   }
 
   void TakeTime(const IcsProperty& property) {
+    timeParameters_.reset();
     if (property.Is("DTSTART")) {
       TakeStart(property);
     } else if (property.Is("DTEND")) {
@@ -178,15 +179,41 @@ class EventReader {
     time.wall = text->wall;
     time.zone = &file_.zones.FloatingZone();
     // Some programs write a date with a time of day that does not count.
-    if (const auto kind = property.Parameter("VALUE"); kind && SameName(*kind, "DATE")) {
+    if (ParametersOf(property).isDate) {
       time.isDate = true;
       time.wall = Date::FromSeconds(time.wall).Midnight().Seconds();
     } else if (text->isUtc) {
       time.zone = &file_.zones.UtcZone();
-    } else if (const auto tzid = property.Parameter("TZID"); tzid && !text->isDate) {
-      time.zone = &file_.zones.Find(component_.calendar, *tzid, property.line);
+    } else if (!text->isDate) {
+      time.zone = &ZoneOf(property);
     }
     return time;
+  }
+
+  /// Of the property that is being taken: looked up once, since a list may hold many times.
+  struct TimeParameters {
+    bool isDate = false;
+    std::optional<std::string_view> tzid;
+    const IcsZone* zone = nullptr;
+  };
+
+  TimeParameters& ParametersOf(const IcsProperty& property) {
+    if (!timeParameters_) {
+      const auto kind = property.Parameter("VALUE");
+      timeParameters_ = {kind && SameName(*kind, "DATE"), property.Parameter("TZID"), nullptr};
+    }
+    return *timeParameters_;
+  }
+
+  /// Looks a zone up only when a time needs it, so that no other one is reported as unknown.
+  const IcsZone& ZoneOf(const IcsProperty& property) {
+    TimeParameters& parameters = ParametersOf(property);
+    if (!parameters.zone) {
+      parameters.zone =
+          parameters.tzid ? &file_.zones.Find(component_.calendar, *parameters.tzid, property.line)
+                          : &file_.zones.FloatingZone();
+    }
+    return *parameters.zone;
   }
 
   void Settle() {
@@ -205,6 +232,7 @@ class EventReader {
   const IcsComponent& component_;
   const IcsFile& file_;
   IcsEvent event_;
+  std::optional<TimeParameters> timeParameters_;
   bool hasStart_ = false;
   bool badStart_ = false;
   bool linesChecked_ = false;

@@ -19,10 +19,14 @@ struct IcsLimits {
   std::size_t diagnostics = 1000;
   /// Lines of a time zone's definition.
   std::size_t timeZoneLines = 2000;
-  /// Steps and time for one recurrence rule, and time for all of them.
-  std::size_t ruleSteps = 2'000'000;
-  std::chrono::milliseconds ruleTime{2000};
-  std::chrono::milliseconds allRulesTime{10'000};
+  /// Steps for one recurrence rule, for its search when nothing matches, and for all rules. One
+  /// takes a few microseconds, so what is shown does not depend on how busy the machine is.
+  std::size_t ruleSteps = 200'000;
+  std::size_t ruleSearchSteps = 1'500'000;
+  std::size_t allRuleSteps = 3'000'000;
+  /// Time of the processor for one rule and for all, in case that steps take far longer.
+  std::chrono::milliseconds ruleTime{5000};
+  std::chrono::milliseconds allRulesTime{15'000};
   /// Occurrences inside the window: of one item, and of all items.
   std::size_t itemOccurrences = 100'000;
   std::size_t occurrences = 1'000'000;

@@ -3,17 +3,13 @@
 
 #include <algorithm>
 
+#include "support/values/Text.h"
+
 namespace velkor {
 namespace {
 
-char Upper(char c) {
-  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
 bool IsNameCharacter(char c) {
-  const char upper = Upper(c);
-  return (upper >= 'A' && upper <= 'Z') || (c >= '0' && c <= '9') || c == '-' || c == '_' ||
-         c == '.';
+  return IsLetter(c) || IsDigit(c) || c == '-' || c == '_' || c == '.';
 }
 
 /// First place of `wanted` outside double quotes.
@@ -103,11 +99,6 @@ std::optional<IcsProperty> ReadProperty(const IcsLine& line) {
   property.parameters = rest.substr(0, colon);
   property.value = rest.substr(colon + 1);
   return property;
-}
-
-bool SameName(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return Upper(x) == Upper(y); });
 }
 
 std::string_view TakePart(std::string_view& rest, char separator) {

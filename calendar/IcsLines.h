@@ -57,9 +57,6 @@ struct IcsProperty {
 /// @return none for a line that is no content line
 std::optional<IcsProperty> ReadProperty(const IcsLine& line);
 
-/// Equal but for the case of ASCII letters.
-bool SameName(std::string_view a, std::string_view b);
-
 /// Takes the part up to the next separator off the front of a value that is not empty.
 std::string_view TakePart(std::string_view& rest, char separator);
 

@@ -105,6 +105,8 @@ std::vector<CalendarOccurrence> IcsItemBuilder::Unchanged(const IcsEvent& master
                                                           const RemovedDates& removed) {
   const WallSeconds localLength = first.end - first.start;
   std::vector<Span> spans;
+  std::unordered_set<WallSeconds> starts;
+  bool tooMany = false;
   const auto add = [&](const IcsTime& start, const IcsAddedDate* own) {
     Span span{start.Local(), 0};
     if (removed.Has(start, span.start)) return;
@@ -122,13 +124,19 @@ std::vector<CalendarOccurrence> IcsItemBuilder::Unchanged(const IcsEvent& master
     }
     span.end = std::max(span.end, span.start);
     if (start.isDate && span.end == span.start) span.end += SecondsPerDay;
-    if (!Touches(span) || !IsInCalendar(span.start)) return;
+    if (!Touches(span) || !IsInCalendar(span.start) || starts.contains(span.start)) return;
+    if (spans.size() >= limits_.itemOccurrences) {
+      tooMany = true;
+      return;
+    }
+    starts.insert(span.start);
     CutAtLastYear(span, master);
     spans.push_back(span);
   };
 
   add(master.start, nullptr);
   for (const IcsRuleText& rule : master.rules) {
+    if (tooMany) break;
     for (const WallSeconds wall : RuleStartsOf(master, rule, localLength)) {
       add({master.start.isDate, wall, master.start.zone}, nullptr);
     }
@@ -140,11 +148,14 @@ std::vector<CalendarOccurrence> IcsItemBuilder::Unchanged(const IcsEvent& master
     }
     add(date.start, &date);
   }
+  if (tooMany) {
+    diagnostics_.Warn(master.Line(), master.Name() + " has more than " +
+                                         std::to_string(limits_.itemOccurrences) +
+                                         " occurrences; the rest are left out");
+  }
 
   std::stable_sort(spans.begin(), spans.end(),
                    [](const Span& a, const Span& b) { return a.start < b.start; });
-  const auto sameStart = [](const Span& a, const Span& b) { return a.start == b.start; };
-  spans.erase(std::unique(spans.begin(), spans.end(), sameStart), spans.end());
   std::vector<CalendarOccurrence> occurrences;
   occurrences.reserve(spans.size());
   for (const Span& span : spans) {

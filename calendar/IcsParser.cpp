@@ -3,7 +3,6 @@
 
 #include <libical/ical.h>
 
-#include <QCryptographicHash>
 #include <algorithm>
 #include <map>
 #include <unordered_map>
@@ -13,20 +12,19 @@
 #include "calendar/IcsOccurrences.h"
 #include "calendar/IcsScanner.h"
 #include "calendar/IcsZones.h"
+#include "calendar/ShortHash.h"
 #include "support/values/Error.h"
+#include "support/values/Text.h"
 
 namespace velkor {
 namespace {
 
 std::string HashOf(std::initializer_list<std::string_view> parts) {
-  constexpr int HashBytes = 16;
-  QCryptographicHash hash(QCryptographicHash::Sha256);
+  std::string bytes;
   for (const std::string_view part : parts) {
-    const std::string length = std::to_string(part.size()) + ":";
-    hash.addData(QByteArray::fromRawData(length.data(), static_cast<qsizetype>(length.size())));
-    hash.addData(QByteArray::fromRawData(part.data(), static_cast<qsizetype>(part.size())));
+    bytes.append(std::to_string(part.size())).append(":").append(part);
   }
-  return hash.result().left(HashBytes).toHex().toStdString();
+  return ShortHash(bytes);
 }
 
 std::string NameOf(const std::string& file, const IcsScan& scan) {

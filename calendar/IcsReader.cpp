@@ -2,12 +2,12 @@
 #include "calendar/IcsReader.h"
 
 #include <QCoreApplication>
-#include <QCryptographicHash>
 #include <QDeadlineTimer>
 #include <QFileInfo>
 #include <QProcess>
 
 #include "calendar/IcsAnswer.h"
+#include "calendar/ShortHash.h"
 #include "support/values/Error.h"
 
 namespace velkor {
@@ -84,12 +84,7 @@ class ReadingProcess {
 };
 
 std::string FolderIdOf(const std::string& path) {
-  const QByteArray name = QFileInfo(QString::fromStdString(path)).absoluteFilePath().toUtf8();
-  constexpr int HashBytes = 16;
-  return QCryptographicHash::hash(name, QCryptographicHash::Sha256)
-      .left(HashBytes)
-      .toHex()
-      .toStdString();
+  return ShortHash(QFileInfo(QString::fromStdString(path)).absoluteFilePath().toStdString());
 }
 
 }  // namespace

@@ -4,6 +4,8 @@
 #include <libical/ical.h>
 
 #include <algorithm>
+#include <chrono>
+#include <ctime>
 #include <memory>
 #include <optional>
 
@@ -19,19 +21,6 @@ struct Rule {
   std::size_t count = 0;
   std::optional<IcsTimeText> until;
 };
-
-icaltimetype ToIcalTime(WallSeconds wall, bool isDate) {
-  const DateFields fields = Date::FromSeconds(wall).Fields();
-  icaltimetype time = icaltime_null_time();
-  time.year = fields.year;
-  time.month = fields.month;
-  time.day = fields.day;
-  time.hour = fields.hour;
-  time.minute = fields.minute;
-  time.second = fields.second;
-  time.is_date = isDate;
-  return time;
-}
 
 WallSeconds FromIcalTime(const icaltimetype& time) {
   const DateFields day{time.year, time.month, time.day, 0, 0, 0};
@@ -193,16 +182,62 @@ bool IsPast(const IcsTimeText& until, const IcsTime& first, WallSeconds wall) {
   return wall > until.wall;
 }
 
+/// Steps that a year of looking for a match takes: what the library goes through before it gives
+/// one, measured in candidates of a plain rule. A rule from days down gives every candidate.
+std::size_t SearchSteps(const icalrecurrencetype& parts) {
+  const auto interval = static_cast<std::size_t>(std::max<int>(parts.interval, 1));
+  const std::size_t months = Size(parts.by_month);
+  const std::size_t monthDays = Size(parts.by_month_day);
+  const std::size_t weekdays = Size(parts.by_day);
+  const std::size_t weeks = Size(parts.by_week_no);
+  const std::size_t yearDays = Size(parts.by_year_day);
+  const bool plain = months + monthDays + weekdays + weeks + yearDays == 0;
+  std::size_t steps = 0;
+  if (parts.freq == ICAL_WEEKLY_RECURRENCE) {
+    steps = 53;
+  } else if (parts.freq == ICAL_MONTHLY_RECURRENCE) {
+    steps = 12 * (plain ? 1 : 12 + 2 * monthDays + 4 * weekdays);
+  } else if (parts.freq == ICAL_YEARLY_RECURRENCE) {
+    const std::size_t parted = months > 0 ? months : monthDays > 0 ? 12 : 1;
+    steps = plain ? 1
+                  : 20 + parted * (2 + 2 * monthDays + 4 * weekdays) + 2 * weeks * (weekdays + 1) +
+                        2 * yearDays;
+  }
+  return (steps + interval - 1) / interval;
+}
+
+std::chrono::nanoseconds ProcessorTime() {
+  timespec time{};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+  return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
+
+constexpr std::string_view RepeatsTooOften = "repeats too often and is followed only in part";
+
 }  // namespace
 
 RuleStarts RuleExpander::Expand(std::string_view text, const IcsTime& first, WallSeconds from,
                                 WallSeconds to) {
-  using Clock = std::chrono::steady_clock;
-  RuleStarts result;
-  if (spent_ >= limits_.allRulesTime) {
-    result.problem = "is not followed, since the rules of this file take too long";
-    return result;
+  if (steps_ >= limits_.allRuleSteps || time_ >= limits_.allRulesTime) {
+    return {{}, "is not followed, since the rules of this file take too long"};
   }
+  const auto started = ProcessorTime();
+  RuleStarts result = Follow(text, first, from, to);
+  time_ += ProcessorTime() - started;
+  return result;
+}
+
+RuleStarts RuleExpander::Follow(std::string_view text, const IcsTime& first, WallSeconds from,
+                                WallSeconds to) {
+  // Reading a rule and making its iterator.
+  constexpr std::size_t SetupSteps = 25;
+  // The library looks no further, and through so many years for the first match, wherever it
+  // begins.
+  constexpr int LastSearchedYear = 2582;
+  constexpr std::size_t SearchedYears = 2500;
+  const auto started = ProcessorTime();
+  steps_ += SetupSteps;
+  RuleStarts result;
   std::optional<Rule> rule = Parse(text, result.problem);
   if (!rule) return result;
   result.problem = Refusal(rule->parts);
@@ -213,40 +248,76 @@ RuleStarts RuleExpander::Expand(std::string_view text, const IcsTime& first, Wal
   const bool withinDay = rule->parts.freq < ICAL_DAILY_RECURRENCE;
   const WallSeconds origin =
       skips && withinDay ? InStep(from, first.wall, rule->parts) : first.wall;
-  const std::unique_ptr<icalrecur_iterator, FreeIterator> iterator(
-      icalrecur_iterator_new(rule->parts, ToIcalTime(origin, first.isDate)));
+  const std::size_t searchSteps = SearchSteps(rule->parts);
+  const WallSeconds lastSearched =
+      std::max(origin, Date::FromYmd(LastSearchedYear, 12, 31).Seconds());
+  const auto stepsBetween = [&](WallSeconds a, WallSeconds b) {
+    const WallSeconds days = std::max<WallSeconds>(b - a, 0) / SecondsPerDay;
+    return static_cast<std::size_t>(days) * searchSteps / 365;
+  };
+  if (SearchedYears * searchSteps > limits_.ruleSearchSteps) {
+    result.problem = "has too many parts to search through";
+    return result;
+  }
+  const auto begin = [&] {
+    return std::unique_ptr<icalrecur_iterator, FreeIterator>(
+        icalrecur_iterator_new(rule->parts, ToIcalTime(origin, first.isDate)));
+  };
+  auto iterator = begin();
   if (!iterator) {
+    steps_ += SearchedYears * searchSteps;
     result.problem = "is no recurrence rule";
     return result;
   }
+  std::size_t steps = 0;
+  WallSeconds searched = origin;
+  const auto next = [&] {
+    const icaltimetype time = icalrecur_iterator_next(iterator.get());
+    const bool ends = icaltime_is_null_time(time) || time.year > 9999;
+    const WallSeconds wall = ends ? lastSearched : FromIcalTime(time);
+    steps += 1 + stepsBetween(searched, wall);
+    searched = wall;
+    return time;
+  };
   if (skips && !withinDay) {
+    constexpr std::size_t PlainSearchSteps = 12;
+    if (searchSteps > PlainSearchSteps) {
+      // The iterator has gone through everything up to its first match, which counts twice since
+      // only a new one gives the right ones after set_start.
+      next();
+      steps *= 2;
+      iterator = begin();
+    }
     icalrecur_iterator_set_start(iterator.get(), ToIcalTime(from, first.isDate));
+    // It goes there by intervals.
+    steps += static_cast<std::size_t>((from - first.wall) / (366 * SecondsPerDay));
+    searched = from;
   }
 
-  const auto started = Clock::now();
   // The first start is an occurrence whether the rule gives it or not (RFC 5545 section 3.8.5.3).
   std::size_t counted = 1;
-  for (std::size_t step = 0; rule->count == 0 || counted < rule->count; ++step) {
-    constexpr std::size_t StepsBetweenLooks = 256;
-    if (step >= limits_.ruleSteps ||
-        (step % StepsBetweenLooks == 0 && Clock::now() - started > limits_.ruleTime)) {
-      result.problem = "repeats too often and is followed only in part";
+  for (std::size_t turn = 0; rule->count == 0 || counted < rule->count; ++turn) {
+    constexpr std::size_t TurnsBetweenLooks = 256;
+    if (steps >= limits_.ruleSteps || (turn % TurnsBetweenLooks == TurnsBetweenLooks - 1 &&
+                                       ProcessorTime() - started > limits_.ruleTime)) {
+      result.problem = RepeatsTooOften;
       break;
     }
-    const icaltimetype time = icalrecur_iterator_next(iterator.get());
+    const icaltimetype time = next();
     if (icaltime_is_null_time(time) || time.year > 9999) break;
-    const WallSeconds wall = FromIcalTime(time);
+    const WallSeconds wall = searched;
     if (wall > to || (rule->until && IsPast(*rule->until, first, wall))) break;
     if (wall <= first.wall || !filter.Passes(time)) continue;
     ++counted;
     if (wall < from) continue;
-    if (result.starts.size() >= limits_.itemOccurrences) {
-      result.problem = "repeats too often and is followed only in part";
+    // The first start takes one place.
+    if (result.starts.size() + 1 >= limits_.itemOccurrences) {
+      result.problem = RepeatsTooOften;
       break;
     }
     result.starts.push_back(wall);
   }
-  spent_ += Clock::now() - started;
+  steps_ += steps;
   return result;
 }
 

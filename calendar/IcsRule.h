@@ -17,7 +17,7 @@ struct RuleStarts {
   std::string problem;
 };
 
-/// Expands rules, each within its bounds and all of them within a common time.
+/// Expands rules, each within its bounds and all of them within common ones.
 class RuleExpander {
  public:
   explicit RuleExpander(const IcsLimits& limits) : limits_(limits) {}
@@ -28,8 +28,11 @@ class RuleExpander {
   RuleStarts Expand(std::string_view rule, const IcsTime& first, WallSeconds from, WallSeconds to);
 
  private:
+  RuleStarts Follow(std::string_view rule, const IcsTime& first, WallSeconds from, WallSeconds to);
+
   const IcsLimits& limits_;
-  std::chrono::steady_clock::duration spent_{};
+  std::size_t steps_ = 0;
+  std::chrono::nanoseconds time_{};
 };
 
 }  // namespace velkor

@@ -19,9 +19,7 @@ bool IsTopLevel(std::string_view name) {
 
 std::string UpperName(std::string_view value) {
   std::string name(Trim(value.substr(0, 64)));
-  for (char& c : name) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-  }
+  std::transform(name.begin(), name.end(), name.begin(), Upper);
   return name;
 }
 

@@ -11,10 +11,6 @@
 namespace velkor {
 namespace {
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
 int Digits(std::string_view text, std::size_t at, std::size_t count) {
   int value = 0;
   for (const char c : text.substr(at, count)) value = value * 10 + (c - '0');

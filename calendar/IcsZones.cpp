@@ -4,6 +4,7 @@
 #include <libical/ical.h>
 
 #include <QDateTime>
+#include <algorithm>
 #include <array>
 #include <ctime>
 
@@ -17,18 +18,6 @@ namespace {
 /// From the epoch of Date to that of time_t.
 constexpr std::int64_t EpochDistance = std::int64_t{25569} * SecondsPerDay;
 constexpr int AnyCalendar = -2;
-
-icaltimetype ToIcalTime(WallSeconds wall) {
-  const DateFields fields = Date::FromSeconds(wall).Fields();
-  icaltimetype time = icaltime_null_time();
-  time.year = fields.year;
-  time.month = fields.month;
-  time.day = fields.day;
-  time.hour = fields.hour;
-  time.minute = fields.minute;
-  time.second = fields.second;
-  return time;
-}
 
 /// True for the rules that zone definitions are made of: once or a few days a year. Anything else
 /// could keep the library busy for ever.
@@ -50,6 +39,19 @@ bool IsOrdinaryZoneRule(std::string_view rule) {
 }
 
 }  // namespace
+
+icaltimetype ToIcalTime(WallSeconds wall, bool isDate) {
+  const DateFields fields = Date::FromSeconds(wall).Fields();
+  icaltimetype time = icaltime_null_time();
+  time.year = fields.year;
+  time.month = fields.month;
+  time.day = fields.day;
+  time.hour = fields.hour;
+  time.minute = fields.minute;
+  time.second = fields.second;
+  time.is_date = isDate;
+  return time;
+}
 
 WallSeconds IcsZone::ToLocal(WallSeconds wall, std::int64_t exact) const {
   if (std::holds_alternative<Floating>(kind_)) return wall + exact;

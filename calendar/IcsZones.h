@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -17,6 +18,7 @@
 #include "support/values/Date.h"
 
 struct _icaltimezone;
+struct icaltimetype;
 
 namespace velkor {
 
@@ -30,6 +32,9 @@ inline constexpr WallSeconds LastWall = std::int64_t{2'958'466} * SecondsPerDay 
 constexpr bool IsInCalendar(WallSeconds wall) {
   return wall >= FirstWall && wall <= LastWall;
 }
+
+/// What a clock shows, as libical has it. @param wall  between FirstWall and LastWall
+icaltimetype ToIcalTime(WallSeconds wall, bool isDate = false);
 
 /// Where a wall clock hangs.
 class IcsZone {

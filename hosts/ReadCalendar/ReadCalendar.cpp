@@ -11,6 +11,7 @@
 
 #include "calendar/IcsAnswer.h"
 #include "calendar/IcsParser.h"
+#include "calendar/IcsZones.h"
 #include "support/values/Error.h"
 #include "support/values/Text.h"
 
@@ -34,8 +35,8 @@ std::optional<Request> ReadArguments(int count, char** arguments) {
   if (!from || !to || !memory || !seconds || *memory <= 0 || *seconds <= 0) return std::nullopt;
   Request request;
   request.path = arguments[1];
+  if (!IsInCalendar(*from) || !IsInCalendar(*to)) return std::nullopt;
   request.window = {Date::FromSeconds(*from), Date::FromSeconds(*to)};
-  if (!request.window.from.IsValid() || !request.window.to.IsValid()) return std::nullopt;
   request.memory = static_cast<rlim_t>(*memory);
   request.seconds = static_cast<rlim_t>(*seconds);
   return request;
@@ -94,7 +95,11 @@ std::string AnswerTo(const Request& request) {
 int main(int count, char** arguments) {
   const auto request = velkor::ReadArguments(count, arguments);
   if (!request) {
-    std::fputs("usage: yearplan-read FILE FROM TO MEMORY SECONDS\n", stderr);
+    std::fputs(
+        "usage: yearplan-read FILE FROM TO MEMORY SECONDS\n"
+        "FROM and TO are seconds since 1899-12-30 in the years 100 to 9999; MEMORY (bytes)\n"
+        "and SECONDS are above 0.\n",
+        stderr);
     return 2;
   }
   velkor::Limit(*request);

@@ -1,6 +1,7 @@
 // support/values/Text.cpp: splitting, UTF-8 and case-insensitive order.
 #include "support/values/Text.h"
 
+#include <algorithm>
 #include <charconv>
 
 namespace velkor {
@@ -39,6 +40,11 @@ char32_t LowerCase(char32_t c) {
 }
 
 }  // namespace
+
+bool SameName(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char x, char y) { return Upper(x) == Upper(y); });
+}
 
 std::string_view Trim(std::string_view text) {
   const std::size_t first = text.find_first_not_of(' ');

@@ -8,6 +8,23 @@
 
 namespace velkor {
 
+constexpr bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+/// An ASCII letter.
+constexpr bool IsLetter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+/// With its ASCII letters in upper case.
+constexpr char Upper(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+/// Equal but for the case of ASCII letters.
+bool SameName(std::string_view a, std::string_view b);
+
 /// The text without its leading and trailing blanks (character 32 alone).
 std::string_view Trim(std::string_view text);
 

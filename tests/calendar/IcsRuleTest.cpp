@@ -103,8 +103,35 @@ TEST(IcsRule, ARuleThatNeverMatchesEnds) {
   }
 }
 
-TEST(IcsRule, AllRulesOfAFileShareOneTime) {
+TEST(IcsRule, ASearchInVainIsCountedAndOneThatWouldTakeTooLongIsRefused) {
+  std::string days(1, '1');
+  for (int i = 2; i <= 31; ++i) days.append(",").append(std::to_string(i));
+  const std::string vain = "FREQ=YEARLY;BYMONTH=1,2,3,4,5,6,7,8,9,10,11,12;BYMONTHDAY=" + days +
+                           ";BYDAY=MO,TU;BYSETPOS=-300";
+  EXPECT_EQ(Expand(vain, At(2026, 1, 1), At(2026, 12, 31)).problem,
+            "has too many parts to search through");
+  // Nothing in it is ever given, but the search through the centuries is what it costs.
   IcsLimits limits;
+  limits.allRuleSteps = 1000;
+  RuleExpander expander(limits);
+  const IcsTime first{false, At(2020, 1, 1, 9), &floating};
+  const auto problem = [&](std::string_view rule) {
+    return expander.Expand(rule, first, At(2026, 1, 1), At(2026, 12, 31)).problem;
+  };
+  EXPECT_EQ(problem("FREQ=DAILY"), "");
+  EXPECT_NE(problem("FREQ=MONTHLY;BYDAY=5MO;BYMONTHDAY=1"), "");
+  EXPECT_EQ(problem("FREQ=DAILY"), "is not followed, since the rules of this file take too long");
+}
+
+TEST(IcsRule, AllRulesOfAFileShareOneBoundOfStepsAndTime) {
+  IcsLimits limits;
+  limits.allRuleSteps = 100;
+  RuleExpander expander(limits);
+  const IcsTime first{false, At(2026, 1, 1, 9), &floating};
+  int followed = 0;
+  while (expander.Expand("FREQ=NEVER", first, 0, 0).problem == "is no recurrence rule") ++followed;
+  EXPECT_EQ(followed, 4);
+  limits = {};
   limits.allRulesTime = std::chrono::milliseconds{0};
   EXPECT_EQ(Expand("FREQ=DAILY", At(2026, 1, 1), At(2026, 1, 2), limits).problem,
             "is not followed, since the rules of this file take too long");
