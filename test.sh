@@ -7,7 +7,7 @@ export LC_ALL=C.UTF-8
 CMAKE_BUILD_PARALLEL_LEVEL=$(nproc)
 export CMAKE_BUILD_PARALLEL_LEVEL
 
-fuzz_seconds=${VELKOR_FUZZ_SECONDS:-20}
+fuzz_runs=${VELKOR_FUZZ_RUNS:-3000}
 
 # shellcheck source=scripts/stages.sh
 source scripts/stages.sh
@@ -57,10 +57,10 @@ else
   failed=$((failed + 1))
 fi
 
-if ((fuzz_seconds > 0)) && run_stage "build fuzz" scripts/fuzz.sh --build; then
+if ((fuzz_runs > 0)) && run_stage "build fuzz" scripts/fuzz.sh --build; then
   while read -r target; do
-    run_check "fuzz $target" scripts/fuzz.sh "$fuzz_seconds" "$target"
+    run_check "fuzz $target" scripts/fuzz.sh --check "$fuzz_runs" "$target"
   done < <(scripts/fuzz.sh --list)
-elif ((fuzz_seconds > 0)); then
+elif ((fuzz_runs > 0)); then
   failed=$((failed + 1))
 fi

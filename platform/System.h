@@ -33,7 +33,8 @@ class Environment {
 class OutputFile {
  public:
   virtual ~OutputFile() = default;
-  /// Appends bytes; small pieces are gathered before they go out. Throws Error with a file error number.
+  /// Appends bytes; small pieces are gathered before they go out. Throws Error with a file error
+  /// number.
   virtual void Write(std::string_view bytes) = 0;
   /// Writes out what is buffered. Throws Error with a file error number, a full disk included.
   virtual void Flush() = 0;

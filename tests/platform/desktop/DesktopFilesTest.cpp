@@ -5,15 +5,15 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <QTemporaryDir>
 #include <cerrno>
 #include <csignal>
-#include <functional>
+#include <vector>
 
 #include "support/values/Error.h"
+#include "tests/platform/desktop/ChildProcess.h"
 
 namespace velkor {
 namespace {
@@ -28,14 +28,6 @@ class DesktopFilesTest : public testing::Test {
   std::string Path(const char* name) const { return folder_.filePath(name).toStdString(); }
   void Put(const std::string& path, std::string_view bytes) {
     files_.OpenForWriting(path)->Write(bytes);
-  }
-  /// Runs in a process of its own; its exit code, or minus the signal that ended it.
-  static int InProcess(const std::function<int()>& run) {
-    const pid_t child = ::fork();
-    if (child == 0) ::_exit(run());
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    return WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
   }
 };
 
@@ -75,19 +67,20 @@ TEST_F(DesktopFilesTest, SecondWriterIsRefusedAndDestroysNothing) {
   const auto first = files_.OpenForWriting(work_);
   first->Write("first");
   first->Flush();
-  EXPECT_EQ(InProcess([&] { return files_.OpenForWriting(work_) == nullptr ? 7 : 0; }), 7);
+  ChildProcess second([&] { return files_.OpenForWriting(work_) == nullptr ? 7 : 0; });
+  EXPECT_EQ(second.Wait(), 7);
   EXPECT_EQ(files_.OpenForWriting(work_), nullptr);
   EXPECT_EQ(files_.Read(work_), "first");
 }
 
 TEST_F(DesktopFilesTest, KilledWriterLeavesTheOldFileAndNoLock) {
   Put(cache_, "old");
-  const int end = InProcess([&] {
+  ChildProcess writer([&] {
     const auto file = files_.OpenForWriting(work_);
     file->Write(std::string(1 << 20, 'x'));
     return ::raise(SIGKILL);
   });
-  EXPECT_EQ(end, -SIGKILL);
+  EXPECT_EQ(writer.Wait(), -SIGKILL);
   EXPECT_EQ(files_.Read(cache_), "old");
   EXPECT_TRUE(files_.Exists(work_));
   const auto next = files_.OpenForWriting(work_);
@@ -98,21 +91,19 @@ TEST_F(DesktopFilesTest, KilledWriterLeavesTheOldFileAndNoLock) {
 }
 
 TEST_F(DesktopFilesTest, WritersOfManyProcessesLeaveOneWholeFile) {
-  std::vector<pid_t> children;
+  std::vector<ChildProcess> children;
   for (char letter = 'a'; letter < 'e'; ++letter) {
-    const pid_t child = ::fork();
-    if (child == 0) {
+    children.emplace_back([&, letter] {
       for (int round = 0; round < 40; ++round) {
         const auto file = files_.OpenForWriting(work_);
         if (file == nullptr) continue;
         file->Write(std::string(5000, letter));
         file->MoveOver(cache_);
       }
-      ::_exit(0);
-    }
-    children.push_back(child);
+      return 0;
+    });
   }
-  for (const pid_t child : children) ::waitpid(child, nullptr, 0);
+  for (ChildProcess& child : children) EXPECT_EQ(child.Wait(), 0);
   const auto bytes = files_.Read(cache_);
   ASSERT_TRUE(bytes);
   EXPECT_EQ(*bytes, std::string(5000, bytes->front()));
@@ -120,7 +111,7 @@ TEST_F(DesktopFilesTest, WritersOfManyProcessesLeaveOneWholeFile) {
 
 TEST_F(DesktopFilesTest, FailedWriteIsReportedWithANumberAndTheFile) {
   // A limit on the file's size stands for the full disk.
-  const int number = InProcess([&] {
+  ChildProcess writer([&] {
     ::signal(SIGXFSZ, SIG_IGN);
     const rlimit limit{100000, 100000};
     ::setrlimit(RLIMIT_FSIZE, &limit);
@@ -132,7 +123,7 @@ TEST_F(DesktopFilesTest, FailedWriteIsReportedWithANumberAndTheFile) {
     }
     return 0;
   });
-  EXPECT_EQ(number, errors::DeviceInputOutput);
+  EXPECT_EQ(writer.Wait(), errors::DeviceInputOutput);
   EXPECT_EQ(FileErrorOf(ENOSPC), errors::DeviceInputOutput);
   EXPECT_EQ(FileErrorOf(EIO), errors::DeviceInputOutput);
   EXPECT_EQ(FileErrorOf(ENOENT), errors::PathNotFound);

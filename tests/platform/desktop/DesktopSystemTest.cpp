@@ -3,7 +3,6 @@
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <QFile>
@@ -14,6 +13,7 @@
 #include "platform/desktop/DesktopSettings.h"
 #include "platform/desktop/TerminalMessageBoxes.h"
 #include "support/values/Error.h"
+#include "tests/platform/desktop/ChildProcess.h"
 
 namespace velkor {
 namespace {
@@ -94,15 +94,12 @@ TEST_F(DesktopSystem, SettingsOfTwoProcessesDoNotLoseEachOthersKeys) {
       settings.Save("Year Planner", section, "last", std::to_string(key));
     }
   };
-  const pid_t child = ::fork();
-  if (child == 0) {
+  ChildProcess child([&] {
     saveAll("child");
-    ::_exit(0);
-  }
+    return 0;
+  });
   saveAll("parent");
-  int status = -1;
-  ::waitpid(child, &status, 0);
-  EXPECT_EQ(status, 0);
+  EXPECT_EQ(child.Wait(), 0);
   DesktopSettings settings;
   for (const char* section : {"child", "parent"}) {
     EXPECT_EQ(settings.Get("Year Planner", section, "last", ""), std::to_string(Keys - 1));

@@ -83,22 +83,5 @@ TEST(ScriptedMessageBoxes, ReportUnexpectedAndMissingMessagesAtOnce) {
   EXPECT_THAT(failures, ElementsAre("Unexpected message: Again?", "Message never shown: later"));
 }
 
-TEST(MemoryRegistry, AnswersFileNotFoundForWhatWasNotSet) {
-  MemoryRegistry registry;
-  registry.Set(RootKey::CurrentUser, "Control Panel", "sList", std::string(";"));
-  EXPECT_EQ(registry.QueryValue(RootKey::CurrentUser, "Control Panel", "sList").data, ";");
-  EXPECT_EQ(registry.QueryValue(RootKey::Users, "Control Panel", "sList").code,
-            registry_codes::FileNotFound);
-}
-
-TEST(MemorySettings, KeepValuesByApplicationSectionAndKey) {
-  MemorySettings settings;
-  settings.Save("A", "S", "k", "");
-  EXPECT_EQ(settings.Get("A", "S", "k", "fallback"), "");
-  EXPECT_EQ(settings.Get("A", "T", "k", "fallback"), "fallback");
-  settings.readOnly = true;
-  EXPECT_THROW(settings.Save("A", "S", "k", "v"), Error);
-}
-
 }  // namespace
 }  // namespace velkor

@@ -14,12 +14,7 @@ TEST(RecordingSurface, LogsEachCallInOneLineWithTrimmedNumbers) {
   RecordingSurface surface;
   surface.Fill({0, -0.0001, 330.5, 480.25}, Colour::FromRgb(0xEE, 0xE8, 0xAA));
   surface.Outline({15, 15, 30, 30}, Colour::FromRgb(255, 0, 0), 2);
-  surface.Line(
-      {
-          0,
-          1.0 / 3,
-      },
-      {10, 20}, colours::Black, 1);
+  surface.Line({0, 1.0 / 3}, {10, 20}, colours::Black, 1);
   surface.Text({0, 0, 300, 150}, "say \"é\"\n", {"Arial", 7.5, charsets::Ansi, true},
                colours::White, text_flags::NoPrefix | text_flags::WordEllipsis);
   surface.Text({0, 0, 1, 1}, "", {}, Colour{0x12000000}, text_flags::Left);
@@ -45,36 +40,12 @@ TEST(RecordingSurface, PositionsCountFromTheSurfacesOwnOriginInEveryView) {
   EXPECT_EQ(surface.Calls("leave").size(), 2U);
 }
 
-TEST(RecordingSurface, TellsTheColourThatWasPaintedLastAtAPoint) {
-  RecordingSurface surface;
-  const Colour red = Colour::FromRgb(255, 0, 0);
-  surface.Fill({0, 0, 300, 300}, colours::White);
-  {
-    const ViewScope view(surface, {150, 0, 225, 300}, {0, 0});
-    surface.Fill({0, 0, 300, 300}, colours::Black);
-  }
-  surface.Outline({15, 15, 60, 60}, red, 1);
-  EXPECT_EQ(surface.ColourAt({149, 10}), colours::White);
-  EXPECT_EQ(surface.ColourAt({151, 10}), colours::Black);
-  EXPECT_EQ(surface.ColourAt({226, 10}), colours::White);
-  EXPECT_EQ(surface.ColourAt({66, 66}), red);
-  EXPECT_EQ(surface.ColourAt({40, 40}), colours::White);
-  EXPECT_EQ(surface.ColourAt({301, 0}), std::nullopt);
-}
-
 TEST(RecordingSurface, PutsColoursWhereEverySurfaceDoes) {
   RecordingSurface surface;
   scene::Draw(surface);
   scene::ExpectColours([&](int x, int y) {
     return surface.ColourAt({(x + 0.5) * 15, (y + 0.5) * 15}).value_or(Colour{});
   });
-}
-
-TEST(RecordingSurface, MeasuresByCharactersNotBytes) {
-  RecordingSurface surface;
-  EXPECT_EQ(surface.Measure("né", {"", 10}).width, 200);
-  EXPECT_EQ(surface.Measure("0", {"", 5}).height, 120);
-  EXPECT_EQ(surface.Measured(), 2);
 }
 
 }  // namespace
