@@ -37,6 +37,7 @@ QtFont::QtFont(const Font& font, double pixelsPerPoint)
       font_(MakeFont(font, pixelsPerPoint)),
       metrics_(font_),
       ascent_(static_cast<int>(std::ceil(metrics_.ascent()))),
+      leading_(std::max(0, ascent_ - static_cast<int>(std::ceil(metrics_.capHeight())))),
       height_(ascent_ + static_cast<int>(std::ceil(metrics_.descent()))),
       widest_(std::max(metrics_.maxWidth(), 1.5 * font_.pixelSize())),
       ellipsis_(metrics_.horizontalAdvance(QChar(Ellipsis))) {

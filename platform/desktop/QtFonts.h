@@ -21,6 +21,8 @@ class QtFont {
   const velkor::Font& Wanted() const { return wanted_; }
   const QFont& Face() const { return font_; }
   int Ascent() const { return ascent_; }
+  /// Room above the capital letters of a line, which only accents reach.
+  int Leading() const { return leading_; }
   /// Height of a line.
   int Height() const { return height_; }
   double Width(const QString& text) const;
@@ -40,6 +42,7 @@ class QtFont {
   QFont font_;
   QFontMetricsF metrics_;
   int ascent_;
+  int leading_;
   int height_;
   double widest_;
   double ellipsis_;

@@ -95,7 +95,10 @@ void QtSurface::Text(const Rect& rect, std::string_view text, const Font& font, 
   QString all = Readable(literal ? text : WithoutPrefixes(text));
   if ((flags & text_flags::SingleLine) != 0 || !all.contains(u'\n')) {
     const bool centred = (flags & text_flags::VerticalCentre) != 0;
-    const int top = centred ? pixels.top + (pixels.Height() - face.Height()) / 2 : pixels.top;
+    // A line that is too high gives up the room above its letters before it loses their feet.
+    const int excess = std::clamp(face.Height() - pixels.Height(), 0, face.Leading());
+    const int top =
+        centred ? pixels.top + (pixels.Height() - face.Height()) / 2 : pixels.top - excess;
     DrawLine(pixels, top, std::move(all), face, flags);
     return;
   }
