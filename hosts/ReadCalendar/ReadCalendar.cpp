@@ -1,7 +1,9 @@
 // hosts/ReadCalendar/ReadCalendar.cpp: the process that reads an iCalendar file for another
 // program.
 #include <sys/resource.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -48,6 +50,8 @@ void Limit(const Request& request) {
   setrlimit(RLIMIT_CORE, &noCore);
   const rlimit time{request.seconds, request.seconds + 1};
   setrlimit(RLIMIT_CPU, &time);
+  // Also when it waits for a file that never comes.
+  alarm(static_cast<unsigned>(std::min<rlim_t>(request.seconds + 1, 3600)));
 #ifndef __SANITIZE_ADDRESS__
   // The address sanitizer reserves far more addresses than it uses.
   const rlimit memory{request.memory, request.memory};
