@@ -25,7 +25,7 @@ std::string Value(const char* name) {
 }
 
 std::string HomeFolder() {
-  const std::string home = Value("HOME");
+  std::string home = Value("HOME");
   if (!home.empty()) return home;
   const passwd* const user = ::getpwuid(::geteuid());
   return user == nullptr ? std::string("/") : user->pw_dir;
