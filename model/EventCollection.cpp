@@ -21,8 +21,8 @@ EventCollection::EventCollection(std::vector<CalEvent> events) : events_(std::mo
 }
 
 void EventCollection::BuildOrder() {
-  // Seconds are worked out once for each event. A cache file is in order of start already, and a
-  // sort of what is in order is cheap.
+  // Seconds and hash are worked out once for each event, in the order of memory. A cache file is in
+  // order of start already, and a sort of what is in order is cheap.
   std::vector<Key> keys;
   std::vector<std::uint32_t> leftOut;
   keys.reserve(events_.size());
@@ -30,7 +30,7 @@ void EventCollection::BuildOrder() {
     if (events_[i].EventID.empty()) {
       leftOut.push_back(i);
     } else {
-      keys.push_back({events_[i].StartDate.Seconds(), 0, i});
+      keys.push_back({events_[i].StartDate.Seconds(), HashOf(events_[i].EventID), i});
     }
   }
   const auto byStart = [](const Key& a, const Key& b) {
@@ -63,7 +63,6 @@ void EventCollection::SortGroup(std::span<Key> group, std::vector<std::uint32_t>
   const auto idOf = [&](const Key& key) -> const std::string& {
     return events_[key.index].EventID;
   };
-  for (Key& key : group) key.idHash = HashOf(idOf(key));
   std::sort(group.begin(), group.end(), [&](const Key& a, const Key& b) {
     if (a.idHash != b.idHash) return a.idHash < b.idHash;
     const int order = idOf(a).compare(idOf(b));

@@ -45,7 +45,6 @@ class EventCollection {
  private:
   struct Key {
     std::int64_t start;
-    /// Known where several events have one start.
     std::uint32_t idHash;
     std::uint32_t index;
   };
