@@ -4,7 +4,6 @@
 #include <pwd.h>
 #include <unistd.h>
 
-#include <QCryptographicHash>
 #include <QFileInfo>
 #include <algorithm>
 #include <chrono>
@@ -14,6 +13,7 @@
 
 #include "calendar/EmbeddedOutlook.h"
 #include "calendar/IcsReader.h"
+#include "calendar/ShortHash.h"
 #include "categories/ColourList.h"
 #include "categories/ColourStore.h"
 #include "hosts/yearplan/FirstCategoryTable.h"
@@ -39,9 +39,8 @@ std::string FolderOf(const std::string& calendar) {
   const QFileInfo file(QString::fromStdString(calendar));
   const QString place =
       file.canonicalFilePath().isEmpty() ? file.absoluteFilePath() : file.canonicalFilePath();
-  const QByteArray hash =
-      QCryptographicHash::hash(place.toUtf8(), QCryptographicHash::Sha256).toHex().left(16);
-  return file.completeBaseName().left(40).toStdString() + " " + hash.toStdString();
+  const std::string hash = ShortHash(place.toStdString()).substr(0, 16);
+  return file.completeBaseName().left(40).toStdString() + " " + hash;
 }
 
 void Report(const std::vector<Diagnostic>& diagnostics, std::ostream& messages) {
@@ -53,10 +52,7 @@ void Report(const std::vector<Diagnostic>& diagnostics, std::ostream& messages) 
 }
 
 Date EndOfDay(Date day) {
-  DateFields fields = day.Fields();
-  fields.hour = 23;
-  fields.minute = fields.second = 59;
-  return Date::FromFields(fields);
+  return Date::FromSeconds(day.Midnight().Seconds() + SecondsPerDay - 1);
 }
 
 /// Another run may hold the work file of the same calendar and year; it will not hold it for long.
@@ -94,19 +90,16 @@ std::size_t CalendarSession::Refresh() {
   paths_ = MakeCachePaths(velkor::CacheFileName(outlook.CurrentUserName(), span_.ViewYear,
                                                 FolderOf(line_.calendar), locale_),
                           environment_, files_);
-  std::size_t count = 0;
-  RefreshFolder(*folder, outlook, count);
+  const std::size_t count = RefreshFolder(*folder, outlook);
   ReadCategories(*folder);
   return count;
 }
 
-void CalendarSession::RefreshFolder(OutlookFolder& folder, OutlookApplication& outlook,
-                                    std::size_t& count) {
+std::size_t CalendarSession::RefreshFolder(OutlookFolder& folder, OutlookApplication& outlook) {
   const RefreshRequest request{span_, paths_, folder.EntryID(), folder.StoreID()};
   const RefreshAnswer answer = RefreshPatiently(request, outlook, files_, locale_);
-  count = answer.count;
   std::string text = MessageOf(answer.result, answer.error, paths_);
-  if (text.empty()) return;
+  if (text.empty()) return answer.count;
   if (!answer.description.empty()) text += ": " + answer.description;
   throw Error(answer.error, text, "refresh");
 }

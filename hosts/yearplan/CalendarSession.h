@@ -49,7 +49,7 @@ class CalendarSession {
   PlannedYear Plan();
 
  private:
-  void RefreshFolder(OutlookFolder& folder, OutlookApplication& outlook, std::size_t& count);
+  std::size_t RefreshFolder(OutlookFolder& folder, OutlookApplication& outlook);
   void ReadCategories(OutlookFolder& folder);
   std::string AsCached(const std::string& text);
   EventCollection LoadEvents(const EventFields& fields);

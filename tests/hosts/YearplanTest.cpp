@@ -148,23 +148,19 @@ TEST_F(Yearplan, ErrorsSayWhatAndExitCodesSayWhichKind) {
   Write("junk.ics", "no calendar\n");
   EXPECT_EQ(Run({}).code, 2);
   EXPECT_EQ(Run({"render", "team.ics", "-o", "a.gif"}).code, 2);
-  Outcome outcome = Run({"render", "absent.ics", "-o", "a.png"});
-  EXPECT_EQ(outcome.code, 1);
-  EXPECT_THAT(outcome.messages, HasSubstr("absent.ics"));
-  outcome = Run({"render", "junk.ics", "-o", "a.png"});
-  EXPECT_EQ(outcome.code, 1);
-  EXPECT_THAT(outcome.messages, HasSubstr("junk.ics"));
-  outcome = Run({"render", "team.ics", "-o", "no/such/folder/a.png"});
-  EXPECT_EQ(outcome.code, 1);
-  EXPECT_THAT(outcome.messages, HasSubstr("a.png"));
-  outcome = Run({"render", "", "-o", "a.png"});
-  EXPECT_EQ(outcome.code, 2);
-  outcome = Run({"inspect", "--cache", "team.ics", "--json"});
-  EXPECT_EQ(outcome.code, 1);
-  EXPECT_THAT(outcome.messages, HasSubstr("is no cache file"));
-  outcome = Run({"inspect", "--cache", "absent.tmp", "--json"});
-  EXPECT_EQ(outcome.code, 1);
-  EXPECT_THAT(outcome.messages, HasSubstr("absent.tmp"));
+  EXPECT_EQ(Run({"render", "", "-o", "a.png"}).code, 2);
+  const std::pair<QStringList, const char*> failures[] = {
+      {{"render", "absent.ics", "-o", "a.png"}, "absent.ics"},
+      {{"render", "junk.ics", "-o", "a.png"}, "junk.ics"},
+      {{"render", "team.ics", "-o", "no/such/folder/a.png"}, "a.png"},
+      {{"inspect", "--cache", "team.ics", "--json"}, "is no cache file"},
+      {{"inspect", "--cache", "absent.tmp", "--json"}, "absent.tmp"},
+  };
+  for (const auto& [arguments, words] : failures) {
+    const Outcome outcome = Run(arguments);
+    EXPECT_EQ(outcome.code, 1) << words;
+    EXPECT_THAT(outcome.messages, HasSubstr(words));
+  }
 }
 
 TEST_F(Yearplan, APictureGrowsWithTheGridUpToItsLimit) {
