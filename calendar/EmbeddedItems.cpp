@@ -35,8 +35,24 @@ class EmbeddedItem : public OutlookItem {
     if (!entry_.item->appointment) return nullptr;
     return MakeEmbeddedItem({entry_.item->appointment, -1}, format_);
   }
+  Date LastModificationTime() override { ReadOnly(); }
+  void SetSubject(std::string_view) override { ReadOnly(); }
+  void SetCategories(std::string_view) override { ReadOnly(); }
+  void SetLocation(std::string_view) override { ReadOnly(); }
+  void SetBody(std::string_view) override { ReadOnly(); }
+  void SetStart(Date) override { ReadOnly(); }
+  void SetEnd(Date) override { ReadOnly(); }
+  void SetAllDayEvent(bool) override { ReadOnly(); }
+  void SetReminderSet(bool) override { ReadOnly(); }
+  void Save() override { ReadOnly(); }
+  void Delete() override { ReadOnly(); }
+  void Display(bool) override { ReadOnly(); }
 
  private:
+  [[noreturn]] static void ReadOnly() {
+    throw Error(errors::CalendarFailed, "The calendar can only be read.", "Calendar");
+  }
+
   ItemEntry entry_;
   std::shared_ptr<const ItemFormat> format_;
 };
@@ -144,6 +160,10 @@ std::unique_ptr<OutlookItem> EmbeddedItems::FindNext() {
     if (entries_[index].Passes(findFilter_)) return Give(index);
   }
   return nullptr;
+}
+
+std::unique_ptr<OutlookItem> EmbeddedItems::Add(std::string_view) {
+  throw Error(errors::CalendarFailed, "The calendar can only be read.", "Calendar");
 }
 
 }  // namespace velkor

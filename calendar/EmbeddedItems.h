@@ -49,6 +49,8 @@ class EmbeddedItems : public OutlookItems {
   std::unique_ptr<OutlookItem> GetNext() override;
   std::unique_ptr<OutlookItem> Find(std::string_view filter) override;
   std::unique_ptr<OutlookItem> FindNext() override;
+  std::unique_ptr<OutlookItem> Add(std::string_view messageClass) override;
+  void Connect(OutlookItemEvents*) override {}
 
  private:
   void Gather();

@@ -82,6 +82,17 @@ class EmbeddedNamespace : public OutlookNamespace {
     }
     return MakeFolder(folder, session_);
   }
+  std::unique_ptr<OutlookItem> GetItemFromID(std::string_view entryId,
+                                             std::string_view storeId) override {
+    const auto folder = GetFolderFromID(session_.store.DefaultCalendar()->EntryID(), storeId);
+    const auto items = folder->Items();
+    for (auto item = items->GetFirst(); item; item = items->GetNext()) {
+      if (item->EntryID() == entryId) return item;
+    }
+    throw Error(errors::CalendarFailed,
+                "There is no item with the identifier \"" + std::string(entryId) + "\".",
+                "Calendar");
+  }
 
  private:
   Session session_;

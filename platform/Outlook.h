@@ -40,8 +40,38 @@ class OutlookItem {
   virtual Date End() = 0;
   virtual bool AllDayEvent() = 0;
   virtual bool IsRecurring() = 0;
+  /// When the item was last saved; another value after a change.
+  virtual Date LastModificationTime() = 0;
+
+  // What is set takes effect when the item is saved. Occurrences share the item that they are of:
+  // what is set or deleted through one of them concerns the whole appointment.
+  virtual void SetSubject(std::string_view subject) = 0;
+  virtual void SetCategories(std::string_view categories) = 0;
+  virtual void SetLocation(std::string_view location) = 0;
+  virtual void SetBody(std::string_view body) = 0;
+  virtual void SetStart(Date start) = 0;
+  virtual void SetEnd(Date end) = 0;
+  /// Start and end of an all-day appointment are midnights.
+  virtual void SetAllDayEvent(bool allDay) = 0;
+  virtual void SetReminderSet(bool set) = 0;
+  /// Writes the item into its folder; the folder's item events follow.
+  virtual void Save() = 0;
+  virtual void Delete() = 0;
+  /// Shows the item in the calendar program's own inspector; `modal` waits until it is closed.
+  virtual void Display(bool modal) = 0;
+
   /// The appointment behind a meeting item; null for every other item or when there is none.
   virtual std::unique_ptr<OutlookItem> GetAssociatedAppointment(bool addToCalendar) = 0;
+};
+
+/// What a folder's items raise, on the user-interface thread.
+class OutlookItemEvents {
+ public:
+  virtual ~OutlookItemEvents() = default;
+  virtual void ItemAdd(OutlookItem& item) = 0;
+  virtual void ItemChange(OutlookItem& item) = 0;
+  /// Which item was removed is not told.
+  virtual void ItemRemove() = 0;
 };
 
 /// The items of a folder, or those of them that a filter leaves; a cursor of its own.
@@ -61,6 +91,10 @@ class OutlookItems {
   /// The first item that a filter text selects, and the next; null when there is none.
   virtual std::unique_ptr<OutlookItem> Find(std::string_view filter) = 0;
   virtual std::unique_ptr<OutlookItem> FindNext() = 0;
+  /// A new item, not saved yet. An empty message class makes an appointment (IPM.Appointment).
+  virtual std::unique_ptr<OutlookItem> Add(std::string_view messageClass) = 0;
+  /// Raises the folder's item events on `events` for as long as this object lives; null ends it.
+  virtual void Connect(OutlookItemEvents* events) = 0;
 };
 
 class OutlookFolder {
@@ -84,6 +118,9 @@ class OutlookNamespace {
   virtual std::unique_ptr<OutlookFolder> GetDefaultFolder(int kind) = 0;
   virtual std::unique_ptr<OutlookFolder> GetFolderFromID(std::string_view entryId,
                                                          std::string_view storeId) = 0;
+  /// The item itself, not one of its occurrences. Throws Error when there is none.
+  virtual std::unique_ptr<OutlookItem> GetItemFromID(std::string_view entryId,
+                                                     std::string_view storeId) = 0;
 };
 
 class OutlookApplication {

@@ -1,4 +1,4 @@
-// platform/System.h: the clock, the environment and the file system.
+// platform/System.h: the clock, the user's desktop, the environment and the file system.
 #pragma once
 
 #include <cstdint>
@@ -16,6 +16,19 @@ class Clock {
   virtual ~Clock() = default;
   /// Local wall-clock time.
   virtual Date Now() = 0;
+};
+
+/// The user's desktop around the control, on the user-interface thread.
+class Shell {
+ public:
+  virtual ~Shell() = default;
+  /// Processes the messages that wait, timers and completions among them, and returns; waits a
+  /// few milliseconds at most when there are none.
+  virtual void ProcessMessages() = 0;
+  /// Shows the wait pointer, or the normal one again; calls nest.
+  virtual void SetWaitPointer(bool wait) = 0;
+  /// Opens a web page or a local page in the user's browser.
+  virtual void OpenPage(const std::string& address) = 0;
 };
 
 class Environment {

@@ -24,7 +24,30 @@ void YearGrid::SetEvents(EventCollection events) {
   LayOut();
 }
 
+void YearGrid::SetFilter(CategoryFilter filter) {
+  filter_ = std::move(filter);
+  LayOut();
+}
+
+void YearGrid::SetOptions(GridOptions options) {
+  options_ = options;
+  rule_.allEvents = options.AllEvents;
+  LayOut();
+}
+
+void YearGrid::SetSpan(const DisplaySpan& span) {
+  rule_.span = span;
+  rule_.columns = MonthColumns(span);
+  SetEvents({});
+}
+
+void YearGrid::SetCategories(CategoryTable categories) {
+  categories_ = std::move(categories);
+  SetEvents({});
+}
+
 void YearGrid::LayOut() {
+  ++revision_;
   layout_ = LayOutBands(events_, rule_, filter_);
   cells_ = CellMap(layout_);
   geometry_ = SizeGrid(picParent_, scrollBarWidth_, pixel_, layout_);

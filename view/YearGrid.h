@@ -32,11 +32,26 @@ class YearGrid {
   const GridOptions& Options() const { return options_; }
   const BarRule& Rule() const { return rule_; }
 
+  /// Each lays the year out anew; the events' derived fields stay until they are loaded again.
+  void SetFilter(CategoryFilter filter);
+  void SetOptions(GridOptions options);
+  /// Each also leaves the grid without events: what they were derived by is gone.
+  void SetSpan(const DisplaySpan& span);
+  void SetCategories(CategoryTable categories);
+
   /// What a loader derives the events' fields by; valid as long as this grid.
   EventFields Fields() const;
   /// Replaces all events by others whose fields are derived, and lays them out.
   void SetEvents(EventCollection events);
   const EventCollection& Events() const { return events_; }
+  /// Lets `change` alter the events, then lays them out.
+  template <typename Change>
+  void ChangeEvents(Change&& change) {
+    change(events_);
+    LayOut();
+  }
+  /// Grows with every layout: what was asked of an earlier one may not stand any more.
+  std::uint64_t Revision() const { return revision_; }
 
   /// Gives the events their bands anew and sizes the grid to them.
   void LayOut();
@@ -65,6 +80,7 @@ class YearGrid {
   Twips scrollBarWidth_ = 0;
   PixelSize pixel_;
   GridGeometry geometry_;
+  std::uint64_t revision_ = 0;
 };
 
 }  // namespace velkor

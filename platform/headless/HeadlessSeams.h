@@ -6,23 +6,30 @@
 #include "platform/headless/MemoryFiles.h"
 #include "platform/headless/MemoryRegistry.h"
 #include "platform/headless/MemorySettings.h"
+#include "platform/headless/ScriptedCacheUtility.h"
+#include "platform/headless/ScriptedForms.h"
 #include "platform/headless/ScriptedMessageBoxes.h"
+#include "platform/headless/ScriptedShell.h"
 #include "platform/headless/ScriptedSystem.h"
 
 namespace velkor {
 
 /// Outlives the control that works on its platform.
 struct HeadlessSeams {
+  ScriptedCacheUtilities cacheUtilities;
   ScriptedClock clock;
   ScriptedEnvironment environment;
   MemoryFiles files;
+  ScriptedForms forms;
   FixedLocale locale;
   ScriptedMessageBoxes messages;
   MemoryRegistry registry;
   MemorySettings settings;
+  ScriptedShell shell;
 
   Platform On(OutlookApplication& outlook) {
-    return {clock, environment, files, locale, messages, outlook, registry, settings};
+    return {cacheUtilities, clock,   environment, files,    forms, locale,
+            messages,       outlook, registry,    settings, shell};
   }
 };
 

@@ -8,14 +8,11 @@
 #include <utility>
 
 namespace velkor {
-namespace {
 
 void EndProgram(const std::string& failure) {
   std::fprintf(stderr, "%s\n", failure.c_str());
   std::abort();
 }
-
-}  // namespace
 
 ScriptedMessageBoxes::ScriptedMessageBoxes(ReportFailure report)
     : report_(report ? std::move(report) : EndProgram) {}

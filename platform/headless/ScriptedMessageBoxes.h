@@ -12,6 +12,9 @@ namespace velkor {
 /// Reports what a script did not foresee; a test hands in one that fails the test.
 using ReportFailure = std::function<void(const std::string&)>;
 
+/// Reports by ending the program.
+void EndProgram(const std::string& failure);
+
 /// Each message must be the next expected one. A message that nobody expected, and an expected one
 /// that never came, are reported at once; without a report function they end the program.
 class ScriptedMessageBoxes : public MessageBoxes {

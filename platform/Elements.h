@@ -1,0 +1,294 @@
+// platform/Elements.h: the child elements of a control or form; what they hold is the truth.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "support/values/Colour.h"
+#include "support/values/Twips.h"
+
+namespace velkor {
+
+class Surface;
+
+/// The native window of an element, where there is one. It mirrors the element and turns what the
+/// user does into the element's own calls; it decides nothing.
+class ElementPeer {
+ public:
+  virtual ~ElementPeer() = default;
+  /// Something of the element has another value: read it again.
+  virtual void Changed() = 0;
+  /// A part of a picture has to be painted again, in the element's coordinates.
+  virtual void Invalidate(const Rect& /*part*/) {}
+  /// Shows a menu at a point of the control.
+  virtual void PopUp(Point /*position*/) {}
+};
+
+/// What all elements share. An element stays where it is for as long as a peer is attached.
+class Element {
+ public:
+  explicit Element(std::string name) : name_(std::move(name)) {}
+  virtual ~Element() = default;
+  Element(const Element&) = delete;
+  Element& operator=(const Element&) = delete;
+
+  const std::string& Name() const { return name_; }
+
+  /// In the coordinates of the control or form.
+  const Rect& Bounds() const { return bounds_; }
+  void SetBounds(const Rect& bounds) { Set(bounds_, bounds); }
+  bool Visible() const { return visible_; }
+  void SetVisible(bool visible) { Set(visible_, visible); }
+  bool Enabled() const { return enabled_; }
+  void SetEnabled(bool enabled) { Set(enabled_, enabled); }
+  const std::string& ToolTip() const { return toolTip_; }
+  void SetToolTip(std::string_view text) { SetText(toolTip_, text); }
+  /// What a screen reader says about it beside its name for people.
+  const std::string& Description() const { return description_; }
+  void SetDescription(std::string_view text) { SetText(description_, text); }
+
+  /// The peer outlives its attachment; null detaches it.
+  void Attach(ElementPeer* peer) { peer_ = peer; }
+
+ protected:
+  template <typename Value>
+  void Set(Value& field, const Value& value) {
+    if (field == value) return;
+    field = value;
+    Notify();
+  }
+  /// Keeps the memory of the text that it replaces.
+  void SetText(std::string& field, std::string_view text) {
+    if (field == text) return;
+    field.assign(text);
+    Notify();
+  }
+  void Notify() {
+    if (peer_) peer_->Changed();
+  }
+  ElementPeer* Peer() const { return peer_; }
+
+ private:
+  std::string name_;
+  Rect bounds_;
+  bool visible_ = true;
+  bool enabled_ = true;
+  std::string toolTip_;
+  std::string description_;
+  ElementPeer* peer_ = nullptr;
+};
+
+class Label : public Element {
+ public:
+  using Element::Element;
+  const std::string& Caption() const { return caption_; }
+  void SetCaption(std::string_view caption) { SetText(caption_, caption); }
+  /// Set for a label that can be pressed.
+  std::function<void()> onClick;
+  void Click() {
+    if (Enabled() && onClick) onClick();
+  }
+
+ private:
+  std::string caption_;
+};
+
+class CommandButton : public Element {
+ public:
+  using Element::Element;
+  const std::string& Caption() const { return caption_; }
+  void SetCaption(std::string_view caption) { SetText(caption_, caption); }
+  std::function<void()> onClick;
+  void Click() {
+    if (Enabled() && onClick) onClick();
+  }
+
+ private:
+  std::string caption_;
+};
+
+/// A picture of a fixed kind: a filled mark or a logo.
+class Image : public Element {
+ public:
+  using Element::Element;
+  Colour FillColour() const { return fill_; }
+  void SetFillColour(Colour colour) { Set(fill_, colour); }
+  std::function<void()> onClick;
+  void Click() {
+    if (Enabled() && onClick) onClick();
+  }
+
+ private:
+  Colour fill_ = colours::White;
+};
+
+enum class MouseButton { Left, Right };
+
+/// Keys that a picture hears.
+enum class Key { Left, Right, Up, Down, Home, End, PageUp, PageDown, Enter, Space, Delete, Menu };
+
+/// A surface that its owner paints and that hears the pointer; positions count from its top left
+/// corner, in twips.
+class PictureBox : public Element {
+ public:
+  using Element::Element;
+  /// Draws the part `visible`, both in the picture's coordinates.
+  std::function<void(Surface&, const Rect& visible)> onPaint;
+  std::function<void(Point)> onMouseMove;
+  std::function<void(MouseButton, Point)> onMouseDown;
+  std::function<void(MouseButton, Point)> onMouseUp;
+  /// The pointer left the picture.
+  std::function<void()> onMouseLeave;
+  /// Notches of the wheel, fractions included; above 0: away from the user.
+  std::function<void(double notches)> onMouseWheel;
+  /// A key went down; false when the picture has no use for it.
+  std::function<bool(Key)> onKeyDown;
+  /// What to show about the place under the pointer; asked when a tool tip is due.
+  std::function<std::string()> onToolTip;
+
+  /// Has all of it, or a part, painted again soon.
+  void Refresh() { RefreshPart({0, 0, Bounds().Width(), Bounds().Height()}); }
+  void RefreshPart(const Rect& part) {
+    if (Peer()) Peer()->Invalidate(part);
+  }
+};
+
+/// A button of a toolbar, known by its key.
+struct ToolbarButton {
+  std::string key;
+  std::string toolTip;
+  bool enabled = true;
+  /// Pressed in, as a button whose command is in force.
+  bool checked = false;
+};
+
+class Toolbar : public Element {
+ public:
+  Toolbar(std::string name, std::vector<ToolbarButton> buttons)
+      : Element(std::move(name)), buttons_(std::move(buttons)) {}
+
+  const std::vector<ToolbarButton>& Buttons() const { return buttons_; }
+  /// The button with this key; null when there is none.
+  const ToolbarButton* Button(std::string_view key) const {
+    for (const ToolbarButton& button : buttons_) {
+      if (button.key == key) return &button;
+    }
+    return nullptr;
+  }
+  void SetButtonToolTip(std::string_view key, std::string_view text) {
+    for (ToolbarButton& button : buttons_) {
+      if (button.key == key) SetText(button.toolTip, text);
+    }
+  }
+  void SetButtonEnabled(std::string_view key, bool enabled) {
+    for (ToolbarButton& button : buttons_) {
+      if (button.key == key) Set(button.enabled, enabled);
+    }
+  }
+  void SetButtonChecked(std::string_view key, bool checked) {
+    for (ToolbarButton& button : buttons_) {
+      if (button.key == key) Set(button.checked, checked);
+    }
+  }
+  std::function<void(std::string_view key)> onButtonClick;
+  /// A disabled button does nothing.
+  void ClickButton(std::string_view key) {
+    const ToolbarButton* button = Button(key);
+    if (Enabled() && button && button->enabled && onButtonClick) onButtonClick(key);
+  }
+
+ private:
+  std::vector<ToolbarButton> buttons_;
+};
+
+/// An entry of a menu; with `entries` it opens a menu of its own. An empty caption is a separator.
+class MenuItem : public Element {
+ public:
+  MenuItem(std::string name, std::string caption, int index = 0)
+      : Element(std::move(name)), caption_(std::move(caption)), index_(index) {}
+
+  const std::string& Caption() const { return caption_; }
+  /// Tells apart entries that share one name.
+  int Index() const { return index_; }
+  bool Checked() const { return checked_; }
+  void SetChecked(bool checked) { Set(checked_, checked); }
+  std::vector<MenuItem*> entries;
+  std::function<void()> onClick;
+  void Click() {
+    if (Enabled() && onClick) onClick();
+  }
+
+ private:
+  std::string caption_;
+  int index_;
+  bool checked_ = false;
+};
+
+/// A menu that pops up at a point; its entries live beside it.
+class Menu : public Element {
+ public:
+  using Element::Element;
+  std::vector<MenuItem*> entries;
+  /// Shows it at a point of the control.
+  void PopUp(Point position) {
+    if (Peer()) Peer()->PopUp(position);
+  }
+};
+
+/// Ticks every `Interval` milliseconds while it is enabled. Without a peer it never ticks by
+/// itself.
+class Timer : public Element {
+ public:
+  Timer(std::string name, int interval) : Element(std::move(name)), interval_(interval) {
+    SetEnabled(false);
+  }
+
+  int Interval() const { return interval_; }
+  std::function<void()> onTimer;
+  void Tick() {
+    if (Enabled() && onTimer) onTimer();
+  }
+
+ private:
+  int interval_;
+};
+
+/// Values from 0 to Max, in steps.
+class ScrollBar : public Element {
+ public:
+  using Element::Element;
+  int Max() const { return max_; }
+  int Value() const { return value_; }
+  int SmallChange() const { return smallChange_; }
+  int LargeChange() const { return largeChange_; }
+  void SetRange(int max, int smallChange, int largeChange) {
+    max_ = max < 0 ? 0 : max;
+    smallChange_ = smallChange;
+    largeChange_ = largeChange;
+    if (value_ > max_) {
+      SetValue(max_);
+    } else {
+      Notify();
+    }
+  }
+  /// Kept within the range; onChange follows when it is another value.
+  void SetValue(int value) {
+    const int kept = value < 0 ? 0 : (value > max_ ? max_ : value);
+    if (kept == value_) return;
+    value_ = kept;
+    Notify();
+    if (onChange) onChange();
+  }
+  std::function<void()> onChange;
+
+ private:
+  int max_ = 0;
+  int value_ = 0;
+  int smallChange_ = 1;
+  int largeChange_ = 1;
+};
+
+}  // namespace velkor

@@ -1,0 +1,67 @@
+// platform/Forms.h: forms as data, shown by a face until they are closed.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/Elements.h"
+
+namespace velkor {
+
+/// One element of a form's row. `width` is its share of the row's width.
+struct FormCell {
+  Element* element = nullptr;
+  int width = 1;
+};
+
+/// How a row stands in its form.
+enum class FormRowKind { Plain, Heading, Buttons };
+
+struct FormRow {
+  std::vector<FormCell> cells;
+  FormRowKind kind = FormRowKind::Plain;
+};
+
+/// A dialog: its elements are members of the class that derives from it, its layout is rows from
+/// top to bottom. A face shows it; the form closes itself.
+class Form {
+ public:
+  Form(std::string name, std::string title) : name_(std::move(name)), title_(std::move(title)) {}
+  virtual ~Form() = default;
+  Form(const Form&) = delete;
+  Form& operator=(const Form&) = delete;
+
+  const std::string& Name() const { return name_; }
+  const std::string& Title() const { return title_; }
+  const std::vector<FormRow>& Rows() const { return rows_; }
+
+  /// Ends Forms::ShowModal.
+  void Unload() {
+    open_ = false;
+    if (onUnload) onUnload();
+  }
+  /// Whether it is shown; the face that shows it opens it.
+  bool IsOpen() const { return open_; }
+  void Open() { open_ = true; }
+  /// Set by the face that shows the form.
+  std::function<void()> onUnload;
+
+ protected:
+  void AddRow(FormRow row) { rows_.push_back(std::move(row)); }
+
+ private:
+  std::string name_;
+  std::string title_;
+  std::vector<FormRow> rows_;
+  bool open_ = false;
+};
+
+class Forms {
+ public:
+  virtual ~Forms() = default;
+  /// Shows the form until it is unloaded or the user closes its window.
+  virtual void ShowModal(Form& form) = 0;
+};
+
+}  // namespace velkor
