@@ -17,6 +17,8 @@ struct GridOptions {
   bool AllEvents = false;
   bool DisplaySubject = false;
   bool HideNonCategoryItems = false;
+
+  friend bool operator==(const GridOptions&, const GridOptions&) = default;
 };
 
 /// Whatever it is asked, its layout, sizes and cells fit the events that it holds.
