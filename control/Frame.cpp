@@ -72,9 +72,7 @@ void YearPlan::Frame::Connect() {
   elements.tmrBackground.onTimer = [this] { tmrBackground_Timer(); };
   elements.Command1.onClick = [this] { Command1_Click(); };
   elements.Toolbar1.onButtonClick = [this](std::string_view key) { Toolbar1_ButtonClick(key); };
-  elements.picCats.onPaint = [this](Surface& surface, const Rect& visible) {
-    picCats_Paint(surface, visible);
-  };
+  elements.picCats.onPaint = [this](Surface& surface, const Rect&) { picCats_Paint(surface); };
   elements.mnuNew.onClick = [this] { mnuNew_Click(); };
   elements.mnuEdit.onClick = [this] { commands_.Edit(gridView_.SelectedKey()); };
   elements.mnuDelete.onClick = [this] { commands_.Delete(gridView_.SelectedKey()); };
@@ -125,7 +123,7 @@ void YearPlan::Frame::StartUp() {
     LoadEvents();
     step = 8;
     SetLive(true);
-    gridView_.Show();
+    gridView_.Begin();
     Redraw(true);
     step = 9;
     platform_.shell.ProcessMessages();
@@ -274,10 +272,9 @@ void YearPlan::Frame::mnuSelection_Click(int index) {
   gridView_.SetSelectionMode(index);
 }
 
-void YearPlan::Frame::picCats_Paint(Surface& surface, const Rect& visible) {
+void YearPlan::Frame::picCats_Paint(Surface& surface) {
   const Rect& bounds = elements.picCats.Bounds();
   const Rect whole{0, 0, bounds.Width(), bounds.Height()};
-  surface.Fill(visible, grid_colours::Back);
   DrawLegend(surface, grid_.Categories(), font_, whole);
   surface.Outline({0, 0, whole.right - pixel_.width, whole.bottom - pixel_.height},
                   face_colours::Frame, 1);

@@ -73,7 +73,7 @@ class YearPlan::Frame : public Planner, public EventView {
   void mnuNew_Click();
   void mnuAbout_Click();
   void mnuSelection_Click(int index);
-  void picCats_Paint(Surface& surface, const Rect& visible);
+  void picCats_Paint(Surface& surface);
 
   void ShowSpan(const DisplaySpan& span);
   void ComputeCacheFileNames();

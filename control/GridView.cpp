@@ -60,7 +60,7 @@ void GridView::SetNames(CalendarNames names, Font font) {
 }
 
 void GridView::GridChanged(bool spanChanged) {
-  pointer_.GridChanged();
+  if (pointer_.GridChanged().label) ShowLabel();
   if (spanChanged) cursor_.SpanChanged();
   SetScrollRange();
   for (PictureBox* picture :
@@ -70,9 +70,7 @@ void GridView::GridChanged(bool spanChanged) {
 }
 
 void GridView::ClearSelection() {
-  const std::optional<Selection> before = pointer_.DrawnSelection();
-  pointer_.ClearSelection();
-  if (shown_) RefreshSelection(before);
+  Show(pointer_.ClearSelection());
 }
 
 void GridView::SetSelectionMode(int mode) {
@@ -82,8 +80,7 @@ void GridView::SetSelectionMode(int mode) {
 
 std::optional<DateRange> GridView::DaysForNew() const {
   if (const std::optional<DateRange> selected = pointer_.SelectedRange()) return selected;
-  if (!menuDay_) return std::nullopt;
-  return DateRange{*menuDay_, menuDay_->AddDays(1)};
+  return menuDay_;
 }
 
 Twips GridView::Offset() const {
@@ -131,16 +128,17 @@ void GridView::RefreshRows(int firstRow, int lastRow) {
                               geometry.RowBottom(grid_.Layout(), lastRow) - Offset() + pen});
 }
 
-void GridView::RefreshSelection(const std::optional<Selection>& before) {
-  for (const std::optional<Selection>& drawn : {before, pointer_.DrawnSelection()}) {
-    if (!drawn) continue;
-    const auto [first, last] = std::minmax(drawn->start.row, drawn->end.row);
-    RefreshRows(first, last);
+void GridView::Show(const SelectionChange& change) {
+  if (!shown_ || !change.Changed()) return;
+  for (Rect part : ChangedRects(change.before, change.after, grid_)) {
+    part.top -= Offset();
+    part.bottom -= Offset();
+    elements_.pic1.RefreshPart(part);
   }
 }
 
 void GridView::ShowLabel() {
-  const std::optional<PointerLabel> label = pointer_.Label();
+  const std::optional<PointerLabel>& label = pointer_.Label();
   label_.clear();
   if (label) {
     label_ += Prefixes[static_cast<std::size_t>(label->prefix)];
@@ -165,12 +163,12 @@ void GridView::pic1_Paint(Surface& surface, const Rect& visible) {
   GridPainter painter(surface, grid_, font_, inSight);
   const std::optional<Selection> selection = pointer_.DrawnSelection();
   painter.DrawBackground();
-  if (selection) DrawSelectionFill(surface, grid_, *selection);
+  if (selection) DrawSelectionFill(surface, grid_, *selection, inSight);
   painter.DrawDayNumbers();
   painter.DrawEvents();
   painter.DrawToday(platform_.clock.Now());
-  if (selection) DrawSelectionFrame(surface, grid_, *selection);
-  if (const auto cell = cursor_.Cell()) DrawDayCursor(surface, grid_, *cell);
+  if (selection) DrawSelectionFrame(surface, grid_, *selection, inSight);
+  if (const auto cell = cursor_.Cell()) DrawDayCursor(surface, grid_, *cell, inSight);
 }
 
 void GridView::picHeadCol_Paint(Surface& surface) {
@@ -195,44 +193,35 @@ void GridView::picParent_Paint(Surface& surface) {
 
 void GridView::pic1_MouseMove(Point at) {
   if (!shown_) return;
-  const std::optional<Selection> before = pointer_.DrawnSelection();
   const PointerMove move = pointer_.MouseMove(InGrid(at));
   if (move.label) ShowLabel();
-  if (move.selection) RefreshSelection(before);
+  Show(move.selection);
 }
 
 void GridView::pic1_MouseDown(MouseButton button, Point at) {
   if (!shown_) return;
   pic1_MouseMove(at);
-  const std::optional<Selection> before = pointer_.DrawnSelection();
   const PointerPress press = pointer_.MouseDown(button);
-  if (press.dragStarted) RefreshSelection(before);
-  ShowLabel();
+  Show(press.selection);
+  if (press.dragStarted) ShowLabel();
   if (!press.menu) return;
   elements_.mnuDelete.SetEnabled(press.menu->mnuDelete);
   elements_.mnuEdit.SetEnabled(press.menu->mnuEdit);
   elements_.mnuClear.SetEnabled(press.menu->mnuClear);
-  std::optional<Date> day;
-  if (pointer_.CurrentColumn() > 0 && pointer_.CurrentRow() >= 1 &&
-      pointer_.CurrentRow() <= MonthRows) {
-    day = grid_.Span().DateAtCell(pointer_.CurrentColumn(), pointer_.CurrentRow());
-  }
-  PopUp(at, pointer_.HoverEvent(), day);
+  PopUp(at, pointer_.HoverEvent(), pointer_.DayUnderPointer());
 }
 
 void GridView::pic1_MouseUp(MouseButton button, Point /*at*/) {
   if (!shown_) return;
-  const std::optional<Selection> before = pointer_.DrawnSelection();
   const PointerRelease release = pointer_.MouseUp(button);
-  if (release.range) RefreshSelection(before);
-  ShowLabel();
+  Show(release.selection);
   if (!release.open) return;
   selectedKey_ = KeyOf(release.open);
   commands_.open(selectedKey_);
 }
 
 /// Pops the menu up for a place of the grid.
-void GridView::PopUp(Point at, std::optional<std::size_t> event, std::optional<Date> day) {
+void GridView::PopUp(Point at, std::optional<std::size_t> event, std::optional<DateRange> day) {
   selectedKey_ = KeyOf(event);
   menuDay_ = day;
   elements_.mnuNew.SetEnabled(DaysForNew().has_value());
@@ -258,10 +247,7 @@ void GridView::picHeadRow_MouseDown(MouseButton button, Point at) {
     if (y < grid_.Geometry().RowTop(layout, row) || y >= grid_.Geometry().RowBottom(layout, row)) {
       continue;
     }
-    const std::optional<Selection> before = pointer_.DrawnSelection();
-    pointer_.Select(
-        {{row, grid_.Columns().RowDayOffset[row] + 1}, {row, grid_.Columns().RowLastColumn[row]}});
-    RefreshSelection(before);
+    Show(pointer_.SelectMonth(row));
     return;
   }
 }
@@ -299,7 +285,7 @@ bool GridView::pic1_KeyDown(Key key) {
       const GridCell cell = *before;
       PopUp({geometry.ColumnEdge(cell.column),
              geometry.RowTop(grid_.Layout(), cell.row) + geometry.BandEdge(1) - Offset()},
-            event, cursor_.Day());
+            event, DateRange{cursor_.Day(), cursor_.Day().AddDays(1)});
       return true;
     }
     default:

@@ -34,7 +34,7 @@ class GridView {
   void SetNames(CalendarNames names, Font font);
 
   /// The grid is drawn from now on; until then its surface stays empty.
-  void Show() { shown_ = true; }
+  void Begin() { shown_ = true; }
   /// After the grid was laid out, sized or given other events: everything is painted again.
   /// @param spanChanged  other months are on show
   void GridChanged(bool spanChanged);
@@ -69,10 +69,10 @@ class GridView {
   void SetScrollRange();
   void ScrollIntoView(int row);
   void RefreshRows(int firstRow, int lastRow);
-  void RefreshSelection(const std::optional<Selection>& before);
+  void Show(const SelectionChange& change);
   void ShowLabel();
   void ShowCursor();
-  void PopUp(Point at, std::optional<std::size_t> event, std::optional<Date> day);
+  void PopUp(Point at, std::optional<std::size_t> event, std::optional<DateRange> day);
   std::string KeyOf(std::optional<std::size_t> event) const;
 
   YearPlanElements& elements_;
@@ -86,7 +86,7 @@ class GridView {
   bool shown_ = false;
   std::string selectedKey_;
   /// The day that the menu was called for.
-  std::optional<Date> menuDay_;
+  std::optional<DateRange> menuDay_;
   /// Kept for its memory: a move must not need any.
   std::string label_;
 };

@@ -116,6 +116,14 @@ SelectionChange GridPointer::ClearSelection() {
   return SelectionSince(before);
 }
 
+SelectionChange GridPointer::SelectMonth(int row) {
+  const Seen before = See();
+  AbandonDrag();
+  const MonthColumns& columns = grid_.Columns();
+  selection_ = {{row, columns.RowDayOffset[row] + 1}, {row, columns.RowLastColumn[row]}};
+  return SelectionSince(before);
+}
+
 GridPointer::Seen GridPointer::See() const {
   const bool shown = !dragging_ && !selectionEnabled_;
   return {revision_, shown ? event_ : std::nullopt, label_, selection_};

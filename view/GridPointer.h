@@ -129,6 +129,8 @@ class GridPointer {
   std::optional<DateRange> DayUnderPointer() const;
   /// Ends a drag, too.
   SelectionChange ClearSelection();
+  /// Selects all days of a row's month (1 to 12); ends a drag, too.
+  SelectionChange SelectMonth(int row);
 
  private:
   /// What of the grid a drag and the hovered event depend on.
