@@ -121,7 +121,10 @@ Rect DayCursorRect(GridCell cell, const YearGrid& grid) {
 void DrawDayCursor(Surface& surface, const YearGrid& grid, GridCell cell, const Rect& visible) {
   const Rect rect = DayCursorRect(cell, grid);
   if (!InSight(rect, grid, visible)) return;
-  const Rect middle = Inset(rect, CursorInset, grid);
+  Rect middle = Inset(rect, CursorInset, grid);
+  // An odd pen draws the pixel behind the right and bottom edges.
+  middle.right -= grid.Geometry().pixel.width;
+  middle.bottom -= grid.Geometry().pixel.height;
   surface.Outline(middle, selection_colours::DayCursorHalo, CursorHaloPen);
   surface.Outline(middle, selection_colours::DayCursor, CursorPen);
 }

@@ -24,9 +24,6 @@ class RowRects {
  public:
   void Add(const Rect& rect) { rects_[count_++] = rect; }
 
-  std::size_t size() const { return count_; }
-  bool empty() const { return count_ == 0; }
-  const Rect& operator[](std::size_t index) const { return rects_[index]; }
   const Rect* begin() const { return rects_.data(); }
   const Rect* end() const { return rects_.data() + count_; }
 
