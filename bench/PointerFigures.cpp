@@ -23,7 +23,9 @@ class PointerFixture {
   PointerFixture() {
     grid_.Resize(PicParent, ScrollBarWidth, {});
     std::mt19937 random(5);
-    const auto below = [&](Twips bound) { return bound * (random() % 100'000) / 100'000; };
+    const auto below = [&](Twips bound) {
+      return bound * static_cast<double>(random() % 100'000) / 100'000;
+    };
     const Twips height = grid_.Geometry().GridHeight(grid_.Layout());
     while (points_.size() < Moves) {
       const Point point{below(grid_.Geometry().GridWidth), below(height)};

@@ -49,7 +49,7 @@ TEST(GridPointer, MovesOverTenThousandEventsTakeNoMemory) {
   const Twips height = grid.Geometry().GridHeight(grid.Layout());
   GridPointer pointer(grid);
   const std::size_t before = blocks;
-  ASSERT_GT(before, 10'000U);
+  ASSERT_GT(before, 0U) << "nothing is counted";
   int hovers = 0;
   int labels = 0;
   int selections = 0;
