@@ -15,7 +15,7 @@ namespace selection_colours {
 inline constexpr Colour Fill = Colour::FromRgb(190, 214, 244);
 inline constexpr Colour Frame = Colour::FromRgb(24, 80, 170);
 inline constexpr Colour DayCursor = colours::Black;
-/// Beside the day cursor on both sides, so that it is seen on bars of any colour.
+/// Around the day cursor, so that it is seen on bars of any colour.
 inline constexpr Colour DayCursorHalo = colours::White;
 }  // namespace selection_colours
 
@@ -48,7 +48,7 @@ void DrawSelectionFill(Surface& surface, const YearGrid& grid, const Selection& 
 void DrawSelectionFrame(Surface& surface, const YearGrid& grid, const Selection& selection,
                         const Rect& visible);
 
-/// The day's cell over all bands of its row: all of the day cursor lies inside.
+/// What has to be drawn anew when the day cursor comes to a cell or leaves it.
 Rect DayCursorRect(GridCell cell, const YearGrid& grid);
 /// Frames the day that the keyboard is on, above everything else.
 void DrawDayCursor(Surface& surface, const YearGrid& grid, GridCell cell, const Rect& visible);

@@ -127,21 +127,33 @@ TEST(SelectionPainter, ADragByOneDayDrawsThatDayAnewAndNoOther) {
   EXPECT_THAT(Listed(ChangedRects(Selection{{3, 10}, {3, 21}}, before, grid)), ElementsAre(day));
 }
 
-TEST(SelectionPainter, TheDayCursorIsSeenOnSelectedDaysAndOnBarsOfItsColour) {
+TEST(SelectionPainter, TheDayCursorFramesAllBandsOfADayBesideTheFrameOfToday) {
   const YearGrid grid = SampleGrid({});
   RecordingSurface surface;
+  // As on a bar of the cursor's own colour.
   surface.Fill(Everything, selection_colours::DayCursor);
+  GridPainter(surface, grid, Font{}, Everything).DrawToday(At(2006, 3, 7));
   DrawDayCursor(surface, grid, {3, 10}, Everything);
-  const Rect rect = DayCursorRect({3, 10}, grid);
-  EXPECT_EQ(rect, (Rect{2700, 2400, 3000, 3600}));
-  bool halo = false;
-  for (double x = 2707; x < 3000; x += 15) {
-    halo |= surface.ColourAt({x, 3000}) == selection_colours::DayCursorHalo;
+  // From the second pixel left of the cell on.
+  const Colour expected[] = {grid_colours::TodayFrame, selection_colours::DayCursorHalo,
+                             selection_colours::DayCursor, selection_colours::DayCursor};
+  for (int i = 0; i < 4; ++i) {
+    EXPECT_EQ(surface.ColourAt({2700 + 15 * (i - 2) + 7.0, 3500}), expected[i]) << i;
   }
-  EXPECT_TRUE(halo);
-  // Inside the frame of a selection of that day.
-  for (const double x : {2692.0, 2707.0, 2722.0, 2977.0, 2992.0}) {
-    EXPECT_NE(surface.ColourAt({x, 3000}), selection_colours::DayCursorHalo) << x;
+}
+
+TEST(SelectionPainter, WhatADayCursorDrawsLiesInItsRectangle) {
+  const YearGrid grid = SampleGrid({}, {}, 101, 97);
+  RecordingSurface without;
+  Draw(without, grid, std::nullopt);
+  for (int column = 8; column < 20; ++column) {
+    const GridCell cell{1 + column % 3, column};
+    RecordingSurface with;
+    Draw(with, grid, std::nullopt);
+    DrawDayCursor(with, grid, cell, Everything);
+    RowRects rects;
+    rects.Add(DayCursorRect(cell, grid));
+    ExpectCovered(grid, without, with, rects);
   }
 }
 
