@@ -15,7 +15,7 @@
 #include "calendar/IcsReader.h"
 #include "calendar/ShortHash.h"
 #include "categories/ColourList.h"
-#include "categories/ColourStore.h"
+#include "categories/ColourRecords.h"
 #include "hosts/yearplan/FirstCategoryTable.h"
 #include "model/CacheFile.h"
 #include "refresh/RefreshYear.h"
@@ -125,8 +125,10 @@ void CalendarSession::ReadCategories(OutlookFolder& folder) {
   }
   table_ = MakeFirstCategoryTable(texts, CategorySeparator(listSeparator_));
   try {
-    if (const auto list = ColourStore(folder, locale_).FindList(line_.titleName)) {
-      table_ = CategoryTable(CategoriesOf(*list));
+    if (const auto list = ColourRecords(folder, locale_).FindList(line_.titleName)) {
+      ListedCategories listed = CategoriesOf(*list);
+      if (!listed.categories.empty()) table_ = CategoryTable(std::move(listed.categories));
+      if (listed.fault) throw Error(*listed.fault);
     }
   } catch (const Error& error) {
     messages_ << "Error fetching category colours " << error.Number() << ' ' << error.Description()
