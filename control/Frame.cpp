@@ -49,6 +49,7 @@ YearPlan::Frame::Frame(const Platform& platform, ControlHost& host)
                  return RefreshInputs{span.ViewYear,   span.FirstMonth,   paths_.cacheFile,
                                       paths_.workFile, access_.EntryID(), access_.StoreID()};
                }),
+      colours_([this] { return access_.ReopenFolder(); }, platform_.locale, platform_.messages),
       commands_(*this, *this, access_, platform_, AppointmentForm),
       gridView_(elements, grid_, platform_,
                 {[this](std::string_view key) { commands_.Edit(key); },
@@ -174,8 +175,7 @@ void YearPlan::Frame::ComputeCacheFileNames() {
 }
 
 void YearPlan::Frame::LoadCategories() {
-  const auto list = ColourStore(access_.Folder(), platform_.locale).FindList(TitleName);
-  if (list) grid_.SetCategories(CategoryTable(CategoriesOf(*list)));
+  grid_.SetCategories(CategoryTable(colours_.Fetch(TitleName).categories));
 }
 
 void YearPlan::Frame::LoadEvents() {
@@ -236,7 +236,7 @@ void YearPlan::Frame::ReportStatus(Colour colour) {
 
 std::vector<std::string> YearPlan::Frame::CategoryNames() {
   if (!live_) return {};
-  return {};
+  return CategoryNamesOf(colours_.CollectAllLists());
 }
 
 std::string YearPlan::Frame::Description() const {

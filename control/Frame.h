@@ -91,6 +91,7 @@ class YearPlan::Frame : public Planner, public EventView {
   CalendarAccess access_;
   CacheFile cacheFile_;
   BackgroundRefresh refresh_;
+  ColourStore colours_;
   AppointmentCommands commands_;
   GridView gridView_;
   CachePaths paths_;
