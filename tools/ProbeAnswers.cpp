@@ -16,6 +16,7 @@
 #include "support/modFileIO.h"
 #include "support/values/Error.h"
 #include "support/values/Text.h"
+#include "tools/ColourAnswers.h"
 #include "tools/IsoDate.h"
 #include "tools/LayoutJson.h"
 #include "tools/SilentPlanner.h"
@@ -249,7 +250,7 @@ Json AnswerLayout(const Json& json) {
 }
 
 using Answer = Json (*)(const Json&);
-constexpr std::array<std::pair<std::string_view, Answer>, 9> Kinds{{
+constexpr std::array<std::pair<std::string_view, Answer>, 11> Kinds{{
     {"dates", AnswerDates},
     {"filter", AnswerFilter},
     {"catindex", AnswerCatIndex},
@@ -259,6 +260,8 @@ constexpr std::array<std::pair<std::string_view, Answer>, 9> Kinds{{
     {"cachewrite", AnswerCacheWrite},
     {"cacheread", AnswerCacheRead},
     {"layout", AnswerLayout},
+    {"colours", AnswerColours},
+    {"alllists", AnswerAllLists},
 }};
 
 Json AnswerOf(std::string_view line) {
