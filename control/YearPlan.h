@@ -1,0 +1,83 @@
+// control/YearPlan.h: the control: a year of one calendar that starts, refreshes and draws itself.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "control/YearPlanElements.h"
+#include "platform/Platform.h"
+#include "support/values/Twips.h"
+
+namespace velkor {
+
+class ControlHost;
+class PropertyBag;
+class YearGrid;
+
+/// One planner. Everything runs on the thread that made it. Failures are told in message boxes and
+/// end the operation; nothing is thrown, but what a refresh reports as the calendar program's error
+/// (see WriteComplete).
+class YearPlan {
+ public:
+  /// `platform` refers to what outlives the control; so does the host.
+  YearPlan(const Platform& platform, ControlHost& host);
+  /// Lets go of the calendar and the cache utility.
+  ~YearPlan();
+  YearPlan(const YearPlan&) = delete;
+  YearPlan& operator=(const YearPlan&) = delete;
+
+  /// Path of the calendar folder, components joined by backslashes; empty or "Calendar" is the
+  /// default calendar. Read at start-up.
+  const std::string& Folder() const;
+  void SetFolder(std::string_view value);
+  /// Also show events that begin and end within one day. Counts from the next drawing.
+  bool AllEvents() const;
+  void SetAllEvents(bool value);
+  /// Hide events that name no known category. Counts from the next load.
+  bool HideNonCategoryItems() const;
+  void SetHideNonCategoryItems(bool value);
+  /// Write subjects into the bars.
+  bool DisplaySubject() const;
+  void SetDisplaySubject(bool value);
+  /// Planners of one title share colours and filter settings.
+  const std::string& TitleName() const;
+  void SetTitleName(std::string_view value);
+  /// The message class that an added or changed item must have to come into the view.
+  const std::string& AppointmentForm() const;
+  void SetAppointmentForm(std::string_view value);
+  /// First month of the span, 1 to 12, persisted as "StartMonth". A value outside throws Error
+  /// (InvalidProcedureCall). Counts from the next change of year.
+  int FirstMonth() const;
+  void SetFirstMonth(int value);
+
+  /// Reads the persisted properties, then lets tmrStart begin the start-up sequence. Throws what
+  /// the bag throws; the properties not yet read keep their defaults then.
+  void ReadProperties(PropertyBag& bag);
+  void WriteProperties(PropertyBag& bag) const;
+
+  /// Names of all categories of all titles in the calendar; a name used by several titles appears
+  /// once for each.
+  std::vector<std::string> GetStringList();
+
+  /// Lays the elements out in the control's area and draws.
+  void Resize(Extent size, PixelSize pixel);
+
+  int DisplayedYear() const;
+  /// Shows the year that lies `by` years after the displayed one, 0 for the same one anew.
+  void ChangeYear(int by);
+  /// Has the next tick of tmrBackground refresh, as after a sleep of the machine.
+  void RefreshSoon();
+  /// The year in words, for a screen reader.
+  std::string Description() const;
+
+  YearPlanElements& Elements();
+  const YearGrid& Grid() const;
+
+ private:
+  class Frame;
+  std::unique_ptr<Frame> frame_;
+};
+
+}  // namespace velkor

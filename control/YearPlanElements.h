@@ -1,0 +1,61 @@
+// control/YearPlanElements.h: the child elements of the control, by name.
+#pragma once
+
+#include "platform/Elements.h"
+
+namespace velkor {
+
+/// Keys of the buttons of Toolbar1.
+namespace toolbar_keys {
+inline constexpr std::string_view Back = "Back";
+inline constexpr std::string_view Next = "Next";
+inline constexpr std::string_view Filter = "Filter";
+inline constexpr std::string_view Print = "Print";
+inline constexpr std::string_view Open = "Open";
+inline constexpr std::string_view Save = "Save";
+}  // namespace toolbar_keys
+
+/// A face makes a native peer for each; bounds are in the control's coordinates.
+struct YearPlanElements {
+  YearPlanElements();
+
+  Toolbar Toolbar1;
+  /// "Year " and the displayed year.
+  Label lblSelectedYear{"lblSelectedYear"};
+  /// The date under the pointer, or the days being selected.
+  Label lblDate{"lblDate"};
+  CommandButton Command1{"Command1"};
+  /// Filled in the colour of the status, which its tool tip words.
+  Image imgLogo{"imgLogo"};
+
+  /// Holds the grid with its headers; paints the corner between them.
+  PictureBox picParent{"picParent"};
+  /// The weekdays above the grid.
+  PictureBox picHeadCol{"picHeadCol"};
+  /// The months beside the grid.
+  PictureBox picHeadRow{"picHeadRow"};
+  /// The part of the grid in sight.
+  PictureBox pic1{"pic1"};
+  ScrollBar VScroll1{"VScroll1"};
+  /// The legend.
+  PictureBox picCats{"picCats"};
+
+  MenuItem mnuNew{"mnuNew", "New Appointment"};
+  MenuItem mnuEdit{"mnuEdit", "Edit Appointment"};
+  MenuItem mnuDelete{"mnuDelete", "Delete Appointment"};
+  MenuItem mnuClear{"mnuClear", "Clear Selection"};
+  MenuItem mnuSelectionMode{"mnuSelectionMode", "Selection"};
+  MenuItem mnuSelectionAutomatic{"mnuSelection", "Automatic", 0};
+  MenuItem mnuSelectionAlways{"mnuSelection", "Always Select Days", 1};
+  MenuItem mnuSelectionNever{"mnuSelection", "Always Open Appointments", 2};
+  MenuItem mnuHelp{"mnuHelp", "Help"};
+  MenuItem mnuAbout{"mnuAbout", "About"};
+  MenuItem mnuSeparator1{"mnuSeparator1", ""};
+  MenuItem mnuSeparator2{"mnuSeparator2", ""};
+  Menu mnuPop{"mnuPop"};
+
+  Timer tmrStart{"tmrStart", 100};
+  Timer tmrBackground{"tmrBackground", 50000};
+};
+
+}  // namespace velkor
