@@ -74,7 +74,7 @@ PointerRelease GridPointer::MouseUp(MouseButton button) {
   } else if (button == MouseButton::Left && !selectionEnabled_ && !releaseIsDue_) {
     release.open = event_;
   }
-  if (button == MouseButton::Left) releaseIsDue_ = false;
+  releaseIsDue_ = false;
   release.selection = SelectionSince(before);
   return release;
 }

@@ -54,6 +54,7 @@ class PlainPointer {
     dragging = true;
     selStartColumn = selEndColumn = column;
     selStartRow = selEndRow = row;
+    selStartBand = currentBand;
   }
 
   /// @return the range, or nothing and the event to open
@@ -71,7 +72,7 @@ class PlainPointer {
   }
 
   int row = 0, currentBand = 0, column = 0;
-  int selStartColumn = 0, selEndColumn = 0, selStartRow = 0, selEndRow = 0;
+  int selStartColumn = 0, selEndColumn = 0, selStartRow = 0, selEndRow = 0, selStartBand = 0;
   bool dragging = false;
   std::optional<std::size_t> event;
   std::vector<Date> label;
@@ -135,6 +136,7 @@ TEST(GridPointer, FollowsTheRulesThroughRandomActions) {
       ASSERT_EQ(pointer.SelStartColumn(), plain.selStartColumn);
       ASSERT_EQ(pointer.SelEndRow(), plain.selEndRow);
       ASSERT_EQ(pointer.SelEndColumn(), plain.selEndColumn);
+      ASSERT_EQ(pointer.SelStartBand(), plain.selStartBand);
       ASSERT_EQ(pointer.HoverEvent(), plain.event);
       ASSERT_EQ(DatesOf(pointer.Label()), plain.label);
     }

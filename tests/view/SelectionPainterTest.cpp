@@ -43,8 +43,10 @@ TEST(SelectionPainter, ARangeRunsRowByRowOverTheDaysOfEachMonth) {
   EXPECT_THAT(Listed(RectsOf({{3, 8}, {3, 5}}, grid)),
               ElementsAre(Rect{4 * 300, 2400, 8 * 300, 3600}));
   EXPECT_THAT(Listed(RectsOf({{1, 1}, {12, 37}}, grid)), testing::SizeIs(12));
-  // A corner outside its month covers nothing there.
+  // Corners outside their month cover nothing there.
   EXPECT_THAT(Listed(RectsOf({{3, 37}, {4, 7}}, grid)), ElementsAre(Rect{1800, 3600, 2100, 4800}));
+  EXPECT_THAT(Listed(RectsOf({{3, 34}, {3, 37}}, grid)),
+              ElementsAre(Rect{9900, 2400, 10200, 3600}));
 }
 
 TEST(SelectionPainter, BarsStayReadableBetweenTheFillAndTheFrame) {
@@ -78,6 +80,13 @@ TEST(SelectionPainter, OnlyRowsInSightAreDrawn) {
   DrawDayCursor(surface, grid, {7, 10}, march);
   EXPECT_THAT(surface.Log(), ElementsAre("fill 900 2400 10200 3600 #BED6F4",
                                          "outline 915 2415 10185 3585 #1850AA pen 2"));
+}
+
+TEST(SelectionPainter, AFrameThatIsWiderThanItsCellStaysInTheCellsMiddle) {
+  const YearGrid grid = SampleGrid({}, {}, 300, 20);
+  RecordingSurface surface;
+  DrawSelectionFrame(surface, grid, {{1, 1}, {1, 1}}, Everything);
+  EXPECT_THAT(surface.Log(), ElementsAre("outline 10 15 10 1185 #1850AA pen 2"));
 }
 
 /// Pixels that both surfaces show alike, or that lie in one of the rectangles.
