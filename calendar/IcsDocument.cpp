@@ -4,8 +4,11 @@
 #include <libical/ical.h>
 
 #include <algorithm>
+#include <utility>
 
+#include "calendar/IcsLines.h"
 #include "support/values/Error.h"
+#include "support/values/Text.h"
 
 namespace velkor {
 namespace {
@@ -14,11 +17,54 @@ bool IsEvent(const IcsComponent& component) {
   return component.name == "VEVENT";
 }
 
+/// What an event is called, read without anything else of it.
+struct EventNames {
+  const IcsComponent* component = nullptr;
+  std::string uid;
+  std::string entryId;
+};
+
+EventNames NamesOf(const IcsComponent& component, const IcsFile& file) {
+  EventNames names{&component, {}, {}};
+  IcsLines lines(file.bytes, component.begin, component.end, component.line,
+                 file.limits.lineLength);
+  IcsLine line;
+  int depth = 0;
+  while (lines.Next(line)) {
+    constexpr std::string_view Initials = "BbEeUuXx";
+    if (line.tooLong || line.text.empty() || Initials.find(line.text.front()) == Initials.npos)
+      continue;
+    const auto property = ReadProperty(line);
+    if (!property) continue;
+    if (property->Is("BEGIN")) {
+      ++depth;
+    } else if (property->Is("END")) {
+      --depth;
+    } else if (depth == 1 && property->Is("UID")) {
+      names.uid = std::string(Trim(property->value));
+    } else if (depth == 1 && property->Is("X-VELKOR-ENTRY-ID")) {
+      names.entryId = std::string(Trim(property->value));
+    }
+  }
+  return names;
+}
+
+/// The UID that an appointment is known by; none when it is known by another name.
+std::optional<std::string> UidBehind(const std::string& entryId,
+                                     const std::vector<EventNames>& events) {
+  std::optional<std::string> uid;
+  for (const EventNames& names : events) {
+    if (names.entryId == entryId) return std::nullopt;
+    if (!uid && !names.uid.empty() && EntryIdOfUid(names.uid) == entryId) uid = names.uid;
+  }
+  return uid;
+}
+
 }  // namespace
 
 IcsDocument::IcsDocument(std::string_view bytes, const std::string& name, const IcsLimits& limits,
-                         Diagnostics& diagnostics)
-    : bytes_(bytes) {
+                         Diagnostics& diagnostics, IcsSelection selection)
+    : bytes_(bytes), selection_(std::move(selection)) {
   const auto fail = [&](const std::string& what) {
     throw Error(errors::CalendarFailed, "The calendar file " + name + " " + what, "Calendar");
   };
@@ -32,12 +78,24 @@ IcsDocument::IcsDocument(std::string_view bytes, const std::string& name, const 
     fail("holds no calendar.");
   }
   zones_ = std::make_unique<IcsZones>(bytes, scan_, limits, diagnostics);
-  const IcsFile file{bytes, scan_.encoding, *zones_, limits, diagnostics};
-  for (const IcsComponent& component : components) {
-    if (!IsEvent(component)) continue;
-    if (auto event = ReadIcsEvent(component, file)) events_.push_back(std::move(*event));
-  }
+  ReadEvents({bytes, scan_.encoding, *zones_, limits, diagnostics});
   appointments_ = GroupIcsEvents(bytes, events_, diagnostics);
+}
+
+void IcsDocument::ReadEvents(const IcsFile& file) {
+  const bool selects = selection_.entryId || selection_.uid;
+  std::vector<EventNames> names;
+  for (const IcsComponent& component : scan_.components) {
+    if (!IsEvent(component)) continue;
+    names.push_back(selects ? NamesOf(component, file) : EventNames{&component, {}, {}});
+  }
+  if (selection_.entryId && !selection_.uid) {
+    selection_.uid = UidBehind(*selection_.entryId, names);
+  }
+  for (const EventNames& one : names) {
+    if (selection_.uid && one.uid != *selection_.uid) continue;
+    if (auto event = ReadIcsEvent(*one.component, file)) events_.push_back(std::move(*event));
+  }
 }
 
 std::vector<const IcsEvent*> IcsDocument::ChangedOf(const IcsAppointment& appointment) const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,13 +16,23 @@
 
 namespace velkor {
 
+/// Which events of a text are taken apart; without a value in either, all of them.
+struct IcsSelection {
+  /// Those with the UID that the appointment with this identifier is known by; all of them when it
+  /// is not known by its UID.
+  std::optional<std::string> entryId;
+  /// Those with this UID.
+  std::optional<std::string> uid;
+};
+
 class IcsDocument {
  public:
+  /// Events that belong together have one UID, so a selection leaves their identifiers as they are.
   /// @param name  of the file, for messages
   /// Text, limits and diagnostics outlive this. Throws Error (CalendarFailed) for a text that is
   /// too large or holds no calendar.
   IcsDocument(std::string_view bytes, const std::string& name, const IcsLimits& limits,
-              Diagnostics& diagnostics);
+              Diagnostics& diagnostics, IcsSelection selection = {});
   IcsDocument(const IcsDocument&) = delete;
   IcsDocument& operator=(const IcsDocument&) = delete;
 
@@ -32,12 +43,17 @@ class IcsDocument {
   const IcsZone& UtcZone() const { return zones_->UtcZone(); }
   const std::vector<IcsEvent>& Events() const { return events_; }
   const std::vector<IcsAppointment>& Appointments() const { return appointments_; }
+  /// With the UID filled in that an identifier led to.
+  const IcsSelection& Selection() const { return selection_; }
   std::vector<const IcsEvent*> ChangedOf(const IcsAppointment& appointment) const;
 
  private:
+  void ReadEvents(const IcsFile& file);
+
   std::string_view bytes_;
   IcsScan scan_;
   std::unique_ptr<IcsZones> zones_;
+  IcsSelection selection_;
   std::vector<IcsEvent> events_;
   std::vector<IcsAppointment> appointments_;
 };

@@ -270,7 +270,7 @@ std::string LineEndAt(std::string_view bytes, std::size_t place) {
 IcsEdit AddToIcs(std::string_view bytes, const std::string& name, const CalendarItem& item,
                  bool reminder, const std::string& uid, const IcsLimits& limits) {
   Diagnostics ignored(name, 1);
-  IcsDocument document(bytes, name, limits, ignored);
+  IcsDocument document(bytes, name, limits, ignored, {.entryId = {}, .uid = uid});
   const IcsEncoding encoding = document.Scan().encoding;
   const std::size_t place = document.Scan().lastCalendarEnd.value_or(bytes.size());
   const std::string lineEnd = LineEndAt(bytes, place);
@@ -325,7 +325,7 @@ IcsEdit AddToIcs(std::string_view bytes, const std::string& name, const Calendar
 IcsEdit ChangeInIcs(std::string_view bytes, const std::string& name, const CalendarItem& after,
                     const ItemChange& change, const IcsLimits& limits) {
   Diagnostics ignored(name, 1);
-  IcsDocument document(bytes, name, limits, ignored);
+  IcsDocument document(bytes, name, limits, ignored, {.entryId = after.entryId, .uid = {}});
   const IcsAppointment& appointment = Find(document, name, after.entryId);
   const IcsEvent& event = document.Events()[appointment.main];
   if (event.IsRecurring() && !event.recurrenceId && change.SetsTimes()) {
@@ -363,7 +363,7 @@ IcsEdit ChangeInIcs(std::string_view bytes, const std::string& name, const Calen
                        name, limits);
   CheckFields(edit.item.fields, after, change, name);
   if (appointment.sharesUid || !appointment.hidden.empty()) {
-    const IcsDocument next(edit.bytes, name, limits, ignored);
+    const IcsDocument next(edit.bytes, name, limits, ignored, document.Selection());
     if (IdsOf(next) != IdsOf(document)) {
       Fail("The appointment \"" + after.fields.subject +
            "\" shares its UID with another one in the calendar file " + name +
@@ -376,7 +376,7 @@ IcsEdit ChangeInIcs(std::string_view bytes, const std::string& name, const Calen
 IcsEdit DeleteFromIcs(std::string_view bytes, const std::string& name, const std::string& entryId,
                       const IcsLimits& limits) {
   Diagnostics ignored(name, 1);
-  const IcsDocument document(bytes, name, limits, ignored);
+  const IcsDocument document(bytes, name, limits, ignored, {.entryId = entryId, .uid = {}});
   const IcsAppointment& appointment = Find(document, name, entryId);
   std::vector<std::size_t> gone{appointment.main};
   gone.insert(gone.end(), appointment.changed.begin(), appointment.changed.end());
