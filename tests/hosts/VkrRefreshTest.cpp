@@ -122,13 +122,17 @@ TEST_F(VkrRefresh, AKillAtAnyMomentLeavesTheOldOrTheNewCacheFile) {
   };
   const QByteArray whole[] = {refreshWhole(calendars[0]), refreshWhole(calendars[1])};
   ASSERT_NE(whole[0], whole[1]);
-  QElapsedTimer clock;
-  refresh(calendars[0]);
-  clock.start();
-  EXPECT_EQ(Answer(), 1);
-  const qint64 longest = clock.nsecsElapsed() / 1000;
-  process_.closeWriteChannel();
-  process_.waitForFinished();
+  // The quickest of some, so that most kills come before the end.
+  qint64 longest = 10'000'000;
+  for (int attempt = 0; attempt < 5; ++attempt) {
+    QElapsedTimer clock;
+    refresh(calendars[0]);
+    clock.start();
+    EXPECT_EQ(Answer(), 1);
+    longest = std::min(longest, clock.nsecsElapsed() / 1000);
+    process_.closeWriteChannel();
+    process_.waitForFinished();
+  }
 
   std::mt19937 random(2026);
   std::uniform_int_distribution<qint64> moment(0, longest);
