@@ -66,8 +66,13 @@ class RefreshCase : public testing::Test {
     }
     return processes;
   }
-  /// False for a process that has ended and was taken note of.
-  static bool IsRunning(pid_t process) { return ::kill(process, 0) == 0; }
+  /// False for a process that has ended, whether its parent has noticed or not.
+  static bool IsRunning(pid_t process) {
+    QFile file("/proc/" + QString::number(process) + "/stat");
+    if (!file.open(QIODevice::ReadOnly)) return false;
+    const QByteArray state = file.readAll();
+    return state.mid(state.lastIndexOf(')') + 2, 1) != "Z";
+  }
 
   static QByteArray Calendar(int events, const QByteArray& properties = {}) {
     QByteArray text = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//test//\r\n";

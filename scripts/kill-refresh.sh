@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# Kills the cache utility at random moments of a refresh and counts the broken cache files.
+#   scripts/kill-refresh.sh [COUNT]   1000 kills unless told otherwise; 25 at least
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+count=${1:-1000}
+if [[ ! $count =~ ^[1-9][0-9]{0,5}$ ]]; then
+  sed -n '2,3p' "${BASH_SOURCE[0]}" >&2
+  exit 2
+fi
+
+cmake --preset linux >/dev/null
+cmake --build --preset linux --target refresh_tests >/dev/null
+VELKOR_KILLS=$count QT_QPA_PLATFORM=offscreen timeout $((60 + count)) \
+  build/linux/bin/refresh_tests --gtest_brief=1 --gtest_filter='VkrRefresh.AKillAtAnyMoment*'
