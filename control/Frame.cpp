@@ -199,6 +199,13 @@ void YearPlan::Frame::ChangeEvents(const std::function<void(EventCollection&)>& 
   Redraw(false);
 }
 
+void YearPlan::Frame::RewriteCache() {
+  const bool interrupts = refresh_.Outstanding();
+  cacheFile_.Rewrite(paths_, grid_.Events());
+  // The events may be those of before the refresh that was cancelled for this.
+  if (interrupts && !refresh_.Outstanding()) refresh_.StartRefresh(false);
+}
+
 void YearPlan::Frame::Redraw(bool spanChanged) {
   if (grid_.Options() != options) grid_.SetOptions(options);
   PlaceElements();

@@ -60,7 +60,7 @@ class YearPlan::Frame : public Planner, public EventView {
   const CategoryFilter& Filter() const override { return grid_.Filter(); }
   void ChangeEvents(const std::function<void(EventCollection&)>& change) override;
   void ReloadEvents() override;
-  void RewriteCache() override { cacheFile_.Rewrite(paths_, grid_.Events()); }
+  void RewriteCache() override;
 
  private:
   void Connect();

@@ -131,8 +131,8 @@ bool CalendarAccess::ResolveFolder(std::string_view folder) {
     ReleaseFolder();
     return false;
   }
-  m_olItems_ = folder_->Items();
-  m_olItems_->Connect(this);
+  m_olItems = folder_->Items();
+  m_olItems->Connect(this);
   return true;
 }
 
@@ -159,11 +159,11 @@ std::string CalendarAccess::CurrentUserName() {
 
 void CalendarAccess::ReleaseFolder() noexcept {
   try {
-    if (m_olItems_) m_olItems_->Connect(nullptr);
+    if (m_olItems) m_olItems->Connect(nullptr);
   } catch (const Error&) {
     // What is let go need not agree.
   }
-  m_olItems_.reset();
+  m_olItems.reset();
   folder_.reset();
   entryId_.clear();
   storeId_.clear();
@@ -196,14 +196,20 @@ void CalendarAccess::TakeItem(OutlookItem& item, bool replace) {
     sought = SoughtBy(item);
     if (sought) Gather(*sought, *folder_, view_, platform_.locale, events);
   });
-  if (!sought || (failure && events.empty())) return;
-  // What could not be read again is not taken out, and what was read is kept; the cache file waits
-  // for the next refresh then, which knows the whole appointment.
-  view_.ChangeEvents([&](EventCollection& collection) {
-    if (replace && !failure) collection.RemoveAppointment(sought->entryId);
-    for (CalEvent& event : events) collection.Add(std::move(event));
-  });
-  if (!failure) view_.RewriteCache();
+  if (!sought) return;
+  // What could not be read again is not taken out, and what was read is kept.
+  if (!failure || !events.empty()) {
+    view_.ChangeEvents([&](EventCollection& collection) {
+      if (replace && !failure) collection.RemoveAppointment(sought->entryId);
+      for (CalEvent& event : events) collection.Add(std::move(event));
+    });
+  }
+  if (failure) {
+    // A refresh asks for no subject: it brings what the filter text could not name.
+    planner_.StartRefresh(true);
+  } else {
+    view_.RewriteCache();
+  }
 }
 
 }  // namespace velkor

@@ -73,7 +73,7 @@ class CalendarAccess : private OutlookItemEvents {
   std::string entryId_;
   std::string storeId_;
   /// Connected for events.
-  std::unique_ptr<OutlookItems> m_olItems_;
+  std::unique_ptr<OutlookItems> m_olItems;
 };
 
 }  // namespace velkor
