@@ -16,7 +16,7 @@
 #include <utility>
 #include <vector>
 
-#include "calendar/IcsReader.h"
+#include "calendar/IcsCalendar.h"
 #include "hosts/CalendarRefresh.h"
 #include "platform/desktop/DesktopShell.h"
 #include "platform/desktop/ProcessCacheUtility.h"
@@ -84,23 +84,15 @@ class RefreshCase : public testing::Test {
     return text + "END:VCALENDAR\r\n";
   }
 
-  /// A refresh of 2026; the calendar's folder is known from a look at a readable file in its place.
+  /// A refresh of 2026, as a window on the calendar names it to the cache utility.
   RefreshInputs InputsFor(const char* calendar) const {
-    const QByteArray bytes = Bytes(calendar);
-    Write(calendar, Calendar(1));
-    CalendarStore store(Path(calendar));
-    OpenIcsCalendar(store, Path(calendar), WindowOf({2026, 1}));
-    if (bytes == "none") {
-      QFile::remove(QString::fromStdString(Path(calendar)));
-    } else {
-      Write(calendar, bytes);
-    }
+    IcsCalendar window(Path(calendar), WindowOf({2026, 1}));
     return {2026,
             1,
             Path("cache/c.tmp"),
             Path("cache/~c.tmp"),
-            store.DefaultCalendar()->EntryID(),
-            Path(calendar)};
+            window.Folder().EntryID(),
+            window.Store().StoreID()};
   }
 
   /// Creates a utility whose completions and errors are written down.
