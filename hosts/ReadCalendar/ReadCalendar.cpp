@@ -1,9 +1,11 @@
 // hosts/ReadCalendar/ReadCalendar.cpp: the process that reads an iCalendar file for another
 // program.
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -48,6 +50,8 @@ std::optional<Request> ReadArguments(int count, char** arguments) {
 void Limit(const Request& request) {
   const rlimit noCore{0, 0};
   setrlimit(RLIMIT_CORE, &noCore);
+  // Nobody waits for the answer of a reader whose client was killed (prctl(2), PR_SET_PDEATHSIG).
+  prctl(PR_SET_PDEATHSIG, SIGKILL);
   const rlimit time{request.seconds, request.seconds + 1};
   setrlimit(RLIMIT_CPU, &time);
   // Also when it waits for a file that never comes.
