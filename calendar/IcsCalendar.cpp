@@ -5,7 +5,6 @@
 #include <QUuid>
 #include <utility>
 
-#include "calendar/IcsEditor.h"
 #include "calendar/ShortHash.h"
 #include "support/values/Error.h"
 
@@ -58,52 +57,40 @@ bool IcsCalendar::CheckForChanges() {
   return true;
 }
 
-/// @param saved  what the save wrote; null for a deletion
-void IcsCalendar::Adopt(const CalendarFile::Replacement& replacement, CalendarItem* saved) {
-  if (known_ == replacement.before) {
-    known_ = replacement.after;
-    return;
-  }
-  // Another program's change went in between, perhaps of this very item: the next look compares
-  // the item in full.
+CalendarItem IcsCalendar::Save(const std::function<IcsEdit(const std::string& bytes)>& edit) {
+  IcsEdit made;
+  const auto replacement = file_.Replace([&](const std::string& bytes) {
+    made = edit(bytes);
+    return std::move(made.bytes);
+  });
+  const bool isAlone = known_ == replacement.before;
   known_.reset();
-  if (saved) saved->contentMark.clear();
+  if (!isAlone) {
+    // Another program's change went in between, perhaps of this very item: the next look compares
+    // the item in full.
+    made.item.contentMark.clear();
+  } else if (!made.movesOthers) {
+    known_ = replacement.after;
+  }
+  return std::move(made.item);
 }
 
 CalendarItem IcsCalendar::WriteNew(const CalendarItem& item, bool reminder) {
   const std::string uid = QUuid::createUuid().toString(QUuid::WithoutBraces).toStdString();
-  CalendarItem saved;
-  const auto replacement = file_.Replace([&](const std::string& bytes) {
-    IcsEdit edit = AddToIcs(bytes, file_.Path(), item, reminder, uid);
-    saved = std::move(edit.item);
-    return std::move(edit.bytes);
-  });
-  Adopt(replacement, &saved);
-  return saved;
+  return Save(
+      [&](const std::string& bytes) { return AddToIcs(bytes, file_.Path(), item, reminder, uid); });
 }
 
 CalendarItem IcsCalendar::WriteChange(const CalendarItem& after, const ItemChange& change) {
-  CalendarItem saved;
-  const auto replacement = file_.Replace([&](const std::string& bytes) {
-    IcsEdit edit = ChangeInIcs(bytes, file_.Path(), after, change);
-    saved = std::move(edit.item);
-    return std::move(edit.bytes);
-  });
+  CalendarItem saved = Save(
+      [&](const std::string& bytes) { return ChangeInIcs(bytes, file_.Path(), after, change); });
   saved.occurrences = after.occurrences;
   saved.changed = after.changed;
-  Adopt(replacement, &saved);
   return saved;
 }
 
 void IcsCalendar::WriteDeletion(const CalendarItem& item) {
-  bool movesOthers = false;
-  const auto replacement = file_.Replace([&](const std::string& bytes) {
-    IcsEdit edit = DeleteFromIcs(bytes, file_.Path(), item.entryId);
-    movesOthers = edit.movesOthers;
-    return std::move(edit.bytes);
-  });
-  Adopt(replacement, nullptr);
-  if (movesOthers) known_.reset();
+  Save([&](const std::string& bytes) { return DeleteFromIcs(bytes, file_.Path(), item.entryId); });
 }
 
 }  // namespace velkor

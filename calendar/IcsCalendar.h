@@ -1,6 +1,7 @@
 // calendar/IcsCalendar.h: an iCalendar file as a store that follows the file and saves into it.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -8,6 +9,7 @@
 #include "calendar/CalendarFile.h"
 #include "calendar/CalendarStore.h"
 #include "calendar/Diagnostics.h"
+#include "calendar/IcsEditor.h"
 #include "calendar/IcsReader.h"
 
 namespace velkor {
@@ -48,7 +50,7 @@ class IcsCalendar : private CalendarWriter {
   void Refresh() override { CheckForChanges(); }
 
   std::vector<CalendarItem> Read(const DateWindow& window);
-  void Adopt(const CalendarFile::Replacement& replacement, CalendarItem* saved);
+  CalendarItem Save(const std::function<IcsEdit(const std::string& bytes)>& edit);
 
   CalendarFile file_;
   IcsReaderOptions options_;

@@ -49,7 +49,8 @@ EventNames NamesOf(const IcsComponent& component, const IcsFile& file) {
   return names;
 }
 
-/// The UID that an appointment is known by; none when it is known by another name.
+/// The UID that an appointment is known by. None when one of its events names an identifier itself:
+/// whether that one counts depends on all other events.
 std::optional<std::string> UidBehind(const std::string& entryId,
                                      const std::vector<EventNames>& events) {
   std::optional<std::string> uid;
@@ -57,6 +58,10 @@ std::optional<std::string> UidBehind(const std::string& entryId,
     if (names.entryId == entryId) return std::nullopt;
     if (!uid && !names.uid.empty() && EntryIdOfUid(names.uid) == entryId) uid = names.uid;
   }
+  const auto namesItself = [&](const EventNames& names) {
+    return names.uid == uid && !names.entryId.empty();
+  };
+  if (std::any_of(events.begin(), events.end(), namesItself)) return std::nullopt;
   return uid;
 }
 

@@ -313,8 +313,8 @@ IcsEdit AddToIcs(std::string_view bytes, const std::string& name, const Calendar
   CheckFile(edit.bytes, encoding, name, limits);
   CalendarItem wanted = item;
   wanted.entryId = EntryIdOfUid(uid);
-  const IcsComponent component{"VEVENT", place + lead, place + lead + text.size(), 1,
-                               document.Scan().calendars - 1};
+  const IcsComponent component{
+      "VEVENT", place + lead, place + lead + text.size(), 1, document.Scan().calendars - 1, false};
   edit.item = ReadBack(document, edit.bytes, component, {}, wanted, name, limits);
   const ItemChange all{
       fields.subject, fields.categories, fields.location, fields.body, {}, {}, {}, {}};
@@ -362,6 +362,8 @@ IcsEdit ChangeInIcs(std::string_view bytes, const std::string& name, const Calen
   edit.item = ReadBack(document, edit.bytes, component, document.ChangedOf(appointment), wanted,
                        name, limits);
   CheckFields(edit.item.fields, after, change, name);
+  // Without its last piece of UTF-8 the rest counts as Latin-1.
+  edit.movesOthers = document.Scan().mixedEncodings;
   if (appointment.sharesUid || !appointment.hidden.empty()) {
     const IcsDocument next(edit.bytes, name, limits, ignored, document.Selection());
     if (IdsOf(next) != IdsOf(document)) {
@@ -388,9 +390,14 @@ IcsEdit DeleteFromIcs(std::string_view bytes, const std::string& name, const std
   }
   IcsEdit edit;
   edit.bytes = WithSplices(bytes, std::move(splices));
-  const IcsEvent& event = document.Events()[appointment.main];
-  const bool knownByUid = entryId == EntryIdOfUid(event.uid);
-  edit.movesOthers = appointment.sharesUid || (!knownByUid && event.entryId != entryId);
+  // Another one may move up: of equal texts, of copies that name one identifier, of one UID. A
+  // component without END reaches further now.
+  const auto& components = document.Scan().components;
+  const bool grows = std::any_of(components.begin(), components.end(),
+                                 [](const IcsComponent& one) { return one.unfinished; });
+  const bool knownByUid = entryId == EntryIdOfUid(document.Events()[appointment.main].uid);
+  edit.movesOthers =
+      appointment.sharesUid || !knownByUid || grows || document.Scan().mixedEncodings;
   return edit;
 }
 

@@ -14,7 +14,7 @@ struct IcsEdit {
   std::string bytes;
   /// The appointment as the file now says; without the occurrences of a recurring one.
   CalendarItem item;
-  /// Appointments that were not touched are known by other identifiers now.
+  /// Appointments that were not touched may be known by other identifiers now, or read otherwise.
   bool movesOthers = false;
 };
 

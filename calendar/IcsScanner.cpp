@@ -83,8 +83,8 @@ class Scanner {
     }
     if (IsTopLevel(name)) CloseUnfinished(line.begin);
     if (open_.empty()) {
-      current_ = {name, line.begin, line.begin, line.number,
-                  inCalendar_ ? scan_.calendars - 1 : -1};
+      current_ = {name, line.begin, line.begin, line.number, inCalendar_ ? scan_.calendars - 1 : -1,
+                  false};
     }
     if (open_.size() < limits_.nesting) {
       open_.push_back(name);
@@ -135,6 +135,7 @@ class Scanner {
   }
 
   void ReportMissingEnd() {
+    current_.unfinished = true;
     diagnostics_.Warn(current_.line, "BEGIN:" + current_.name + " has no END:" + current_.name +
                                          "; it is shown as far as it goes");
   }
@@ -190,6 +191,7 @@ class Scanner {
 
   void DecideEncoding() {
     if (firstInvalidLine_ == 0) return;
+    scan_.mixedEncodings = sawUtf8_;
     if (sawUtf8_) {
       diagnostics_.Warn(firstInvalidLine_,
                         "here is text that is not UTF-8; its bytes show as U+FFFD");

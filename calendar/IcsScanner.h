@@ -23,6 +23,8 @@ struct IcsComponent {
   int line = 0;
   /// Which VCALENDAR of the file, from 0; -1 outside of any.
   int calendar = -1;
+  /// There is no END; the component reaches to where something else begins.
+  bool unfinished = false;
 };
 
 enum class IcsEncoding { Utf8, Latin1 };
@@ -36,6 +38,8 @@ struct IcsScan {
   std::string calendarName;
   /// Latin1 when the file is no UTF-8 and no part of it looks like UTF-8 either.
   IcsEncoding encoding = IcsEncoding::Utf8;
+  /// Some bytes are UTF-8 and some are not.
+  bool mixedEncodings = false;
 };
 
 /// Goes through the file line by line; never fails. A component without END reaches to where the
