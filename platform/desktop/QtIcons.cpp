@@ -32,8 +32,7 @@ void DrawNext(QPainter& painter) {
 }
 
 void DrawFilter(QPainter& painter) {
-  painter.drawPolygon(
-      QPolygonF({{3, 4}, {21, 4}, {14, 12.5}, {14, 18}, {10, 20.5}, {10, 12.5}}));
+  painter.drawPolygon(QPolygonF({{3, 4}, {21, 4}, {14, 12.5}, {14, 18}, {10, 20.5}, {10, 12.5}}));
 }
 
 void DrawPrint(QPainter& painter) {
