@@ -6,86 +6,9 @@
 #include "support/values/Error.h"
 
 namespace velkor {
-namespace {
-
-class EmbeddedItem : public OutlookItem {
- public:
-  EmbeddedItem(ItemEntry entry, std::shared_ptr<const ItemFormat> format)
-      : entry_(std::move(entry)), format_(std::move(format)) {}
-
-  int Class() override { return entry_.item->itemClass; }
-  std::string EntryID() override { return entry_.item->entryId; }
-  std::string MessageClass() override { return entry_.item->messageClass; }
-  std::string Subject() override { return entry_.Fields().subject; }
-  std::string Categories() override {
-    std::string joined;
-    for (const std::string& name : entry_.Fields().categories) {
-      if (!joined.empty()) joined += format_->categorySeparator;
-      joined += name;
-    }
-    return joined;
-  }
-  std::string Location() override { return entry_.Fields().location; }
-  std::string Body() override { return entry_.Fields().body; }
-  Date Start() override { return entry_.Start(); }
-  Date End() override { return entry_.End(); }
-  bool AllDayEvent() override { return entry_.Fields().allDay; }
-  bool IsRecurring() override { return entry_.item->recurring; }
-  std::unique_ptr<OutlookItem> GetAssociatedAppointment(bool /*addToCalendar*/) override {
-    if (!entry_.item->appointment) return nullptr;
-    return MakeEmbeddedItem({entry_.item->appointment, -1}, format_);
-  }
-  Date LastModificationTime() override { ReadOnly(); }
-  void SetSubject(std::string_view) override { ReadOnly(); }
-  void SetCategories(std::string_view) override { ReadOnly(); }
-  void SetLocation(std::string_view) override { ReadOnly(); }
-  void SetBody(std::string_view) override { ReadOnly(); }
-  void SetStart(Date) override { ReadOnly(); }
-  void SetEnd(Date) override { ReadOnly(); }
-  void SetAllDayEvent(bool) override { ReadOnly(); }
-  void SetReminderSet(bool) override { ReadOnly(); }
-  void Save() override { ReadOnly(); }
-  void Delete() override { ReadOnly(); }
-  void Display(bool) override { ReadOnly(); }
-
- private:
-  [[noreturn]] static void ReadOnly() {
-    throw Error(errors::CalendarFailed, "The calendar can only be read.", "Calendar");
-  }
-
-  ItemEntry entry_;
-  std::shared_ptr<const ItemFormat> format_;
-};
-
-}  // namespace
-
-Date ItemEntry::Start() const {
-  return index < 0 ? item->start : item->occurrences[static_cast<std::size_t>(index)].start;
-}
-
-Date ItemEntry::End() const {
-  return index < 0 ? item->end : item->occurrences[static_cast<std::size_t>(index)].end;
-}
-
-const AppointmentFields& ItemEntry::Fields() const {
-  if (index < 0) return item->fields;
-  const std::int32_t changed = item->occurrences[static_cast<std::size_t>(index)].changed;
-  return changed < 0 ? item->fields : item->changed[static_cast<std::size_t>(changed)];
-}
-
-bool ItemEntry::Passes(const Filter& filter) const {
-  const AppointmentFields& fields = Fields();
-  return Matches(filter, {Start(), End(), fields.subject, fields.categories, item->messageClass});
-}
-
-std::unique_ptr<OutlookItem> MakeEmbeddedItem(ItemEntry entry,
-                                              std::shared_ptr<const ItemFormat> format) {
-  return std::make_unique<EmbeddedItem>(std::move(entry), std::move(format));
-}
-
 std::unique_ptr<OutlookItems> EmbeddedItems::Restrict(std::string_view filter) {
-  const Filter more = ParseFilter(filter, format_->dateOrder);
-  auto restricted = std::make_unique<EmbeddedItems>(folder_, format_);
+  const Filter more = ParseFilter(filter, session_->dateOrder);
+  auto restricted = std::make_unique<EmbeddedItems>(folder_, session_);
   restricted->filter_ = filter_;
   restricted->filter_.insert(restricted->filter_.end(), more.begin(), more.end());
   restricted->sorted_ = sorted_;
@@ -133,7 +56,7 @@ void EmbeddedItems::Gather() {
 
 std::unique_ptr<OutlookItem> EmbeddedItems::Give(std::size_t index) const {
   if (index >= entries_.size()) return nullptr;
-  return MakeEmbeddedItem(entries_[index], format_);
+  return MakeEmbeddedItem(&folder_, entries_[index], session_);
 }
 
 std::unique_ptr<OutlookItem> EmbeddedItems::GetFirst() {
@@ -148,7 +71,7 @@ std::unique_ptr<OutlookItem> EmbeddedItems::GetNext() {
 }
 
 std::unique_ptr<OutlookItem> EmbeddedItems::Find(std::string_view filter) {
-  findFilter_ = ParseFilter(filter, format_->dateOrder);
+  findFilter_ = ParseFilter(filter, session_->dateOrder);
   Gather();
   findNext_ = 0;
   return FindNext();
@@ -162,8 +85,39 @@ std::unique_ptr<OutlookItem> EmbeddedItems::FindNext() {
   return nullptr;
 }
 
-std::unique_ptr<OutlookItem> EmbeddedItems::Add(std::string_view) {
-  throw Error(errors::CalendarFailed, "The calendar can only be read.", "Calendar");
+std::unique_ptr<OutlookItem> EmbeddedItems::Add(std::string_view messageClass) {
+  return MakeNewItem(folder_, messageClass, session_);
+}
+
+void EmbeddedItems::Connect(OutlookItemEvents* events) {
+  listener_.reset();
+  if (!events) return;
+  const auto deliver = [events, session = session_, folder = &folder_](const FolderEvent& event) {
+    try {
+      if (event.kind == FolderEvent::Kind::Remove) {
+        events->ItemRemove();
+        return;
+      }
+      const auto item = MakeEmbeddedItem(folder, {event.item, -1}, session);
+      if (event.kind == FolderEvent::Kind::Add) {
+        events->ItemAdd(*item);
+      } else {
+        events->ItemChange(*item);
+      }
+    } catch (const Error&) {
+      // What a sink fails at is its own affair; the item is saved.
+    }
+  };
+  if (!session_->post) {
+    listener_ = folder_.Listen(deliver);
+    return;
+  }
+  auto alive = std::make_shared<const bool>(true);
+  listener_ = folder_.Listen([deliver, session = session_, alive](const FolderEvent& event) {
+    session->post([deliver, event, whileAlive = std::weak_ptr<const bool>(alive)] {
+      if (!whileAlive.expired()) deliver(event);
+    });
+  });
 }
 
 }  // namespace velkor

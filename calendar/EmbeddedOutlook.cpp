@@ -8,11 +8,11 @@
 namespace velkor {
 namespace {
 
-/// What a folder object needs beside its folder.
-struct Session {
-  CalendarStore& store;
-  std::shared_ptr<const ItemFormat> format;
-};
+using Session = std::shared_ptr<const EmbeddedSession>;
+
+[[noreturn]] void Fail(const std::string& what) {
+  throw Error(errors::CalendarFailed, what, "Calendar");
+}
 
 DateOrder OrderOf(LocaleApi& locale) {
   const std::string order = locale.LocaleInfo(locale.ThreadLocale(), locale_info::ShortDateOrder);
@@ -39,13 +39,13 @@ class EmbeddedFolder : public OutlookFolder {
 
   std::string Name() override { return folder_.Name(); }
   std::string EntryID() override { return folder_.EntryID(); }
-  std::string StoreID() override { return session_.store.StoreID(); }
+  std::string StoreID() override { return session_->store.StoreID(); }
   int DefaultItemType() override { return folder_.ItemType(); }
   std::unique_ptr<OutlookFolder> Folder(std::string_view name) override {
     return FolderByName(folder_.Folders(), name, session_);
   }
   std::unique_ptr<OutlookItems> Items() override {
-    return std::make_unique<EmbeddedItems>(folder_, session_.format);
+    return std::make_unique<EmbeddedItems>(folder_, session_);
   }
 
  private:
@@ -62,36 +62,30 @@ class EmbeddedNamespace : public OutlookNamespace {
   explicit EmbeddedNamespace(Session session) : session_(std::move(session)) {}
 
   std::unique_ptr<OutlookFolder> Folder(std::string_view name) override {
-    return FolderByName(session_.store.Folders(), name, session_);
+    return FolderByName(session_->store.Folders(), name, session_);
   }
   std::unique_ptr<OutlookFolder> GetDefaultFolder(int kind) override {
     if (kind != outlook::FolderCalendar) {
-      throw Error(errors::CalendarFailed,
-                  "There is no default folder of kind " + std::to_string(kind) + ".", "Calendar");
+      Fail("There is no default folder of kind " + std::to_string(kind) + ".");
     }
-    return MakeFolder(session_.store.DefaultCalendar(), session_);
+    return MakeFolder(session_->store.DefaultCalendar(), session_);
   }
   std::unique_ptr<OutlookFolder> GetFolderFromID(std::string_view entryId,
                                                  std::string_view storeId) override {
     CalendarFolder* folder =
-        storeId == session_.store.StoreID() ? session_.store.FolderById(entryId) : nullptr;
+        storeId == session_->store.StoreID() ? session_->store.FolderById(entryId) : nullptr;
     if (!folder) {
-      throw Error(errors::CalendarFailed,
-                  "There is no folder with the identifier \"" + std::string(entryId) + "\".",
-                  "Calendar");
+      Fail("There is no folder with the identifier \"" + std::string(entryId) + "\".");
     }
     return MakeFolder(folder, session_);
   }
   std::unique_ptr<OutlookItem> GetItemFromID(std::string_view entryId,
                                              std::string_view storeId) override {
-    const auto folder = GetFolderFromID(session_.store.DefaultCalendar()->EntryID(), storeId);
-    const auto items = folder->Items();
-    for (auto item = items->GetFirst(); item; item = items->GetNext()) {
-      if (item->EntryID() == entryId) return item;
-    }
-    throw Error(errors::CalendarFailed,
-                "There is no item with the identifier \"" + std::string(entryId) + "\".",
-                "Calendar");
+    const std::string id(entryId);
+    CalendarFolder* folder =
+        storeId == session_->store.StoreID() ? session_->store.FolderOfItem(id) : nullptr;
+    if (!folder) Fail("There is no item with the identifier \"" + id + "\".");
+    return MakeEmbeddedItem(folder, {folder->Find(id), -1}, session_);
   }
 
  private:
@@ -101,13 +95,11 @@ class EmbeddedNamespace : public OutlookNamespace {
 }  // namespace
 
 std::unique_ptr<OutlookNamespace> EmbeddedOutlook::GetNamespace(std::string_view type) {
-  if (type != "MAPI") {
-    throw Error(errors::CalendarFailed, "There is no namespace \"" + std::string(type) + "\".",
-                "Calendar");
-  }
-  auto format = std::make_shared<const ItemFormat>(
-      ItemFormat{options_.listSeparator + " ", OrderOf(locale_)});
-  return std::make_unique<EmbeddedNamespace>(Session{store_, std::move(format)});
+  if (type != "MAPI") Fail("There is no namespace \"" + std::string(type) + "\".");
+  auto session = std::make_shared<const EmbeddedSession>(
+      EmbeddedSession{store_, options_.listSeparator + " ", OrderOf(locale_), options_.inspector,
+                      options_.post, options_.clock});
+  return std::make_unique<EmbeddedNamespace>(std::move(session));
 }
 
 }  // namespace velkor

@@ -111,7 +111,7 @@ std::vector<Diagnostic> OpenIcsCalendar(CalendarStore& store, const std::string&
   ParsedCalendar calendar = ReadIcsFile(path, window, options);
   CalendarFolder& folder =
       store.AddFolder(std::move(calendar.name), FolderIdOf(path), outlook::ItemTypeAppointment);
-  folder.SetItems(std::move(calendar.items), window);
+  folder.Replace(std::move(calendar.items), window);
   folder.SetLoader(
       [path, options](const DateWindow& wider) { return ReadIcsFile(path, wider, options).items; });
   store.SetDefaultCalendar(&folder);

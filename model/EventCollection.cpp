@@ -100,6 +100,13 @@ void EventCollection::RemoveAppointment(std::string_view eventId) {
   }
 }
 
+void EventCollection::Remove(std::string_view key, LocaleApi& locale) {
+  const std::optional<std::size_t> index = Find(key, locale);
+  if (!index) return;
+  events_.erase(events_.begin() + static_cast<std::ptrdiff_t>(*index));
+  BuildOrder();
+}
+
 std::string EventCollection::KeyOf(const CalEvent& event, LocaleApi& locale) {
   return locale.DateToText(event.StartDate) + event.EventID;
 }

@@ -28,6 +28,8 @@ class EventCollection {
   bool Add(CalEvent event);
   /// Removes every occurrence of an appointment.
   void RemoveAppointment(std::string_view eventId);
+  /// Removes the event with this key.
+  void Remove(std::string_view key, LocaleApi& locale);
 
   std::size_t Count() const { return events_.size(); }
   const CalEvent& operator[](std::size_t index) const { return events_[index]; }

@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "model/AppointmentOf.h"
 #include "model/CacheRecord.h"
 #include "model/ColourRecord.h"
 #include "platform/Outlook.h"
@@ -14,18 +15,6 @@
 
 namespace velkor {
 namespace {
-
-/// The appointment that an item stands for; null for one that stands for none.
-std::unique_ptr<OutlookItem> AppointmentOf(std::unique_ptr<OutlookItem> item) {
-  switch (item->Class()) {
-    case outlook::ClassAppointment:
-      return item;
-    case outlook::ClassMeetingRequest:
-      return item->GetAssociatedAppointment(false);
-    default:
-      return nullptr;
-  }
-}
 
 /// The items of the span, each occurrence by itself, in order of start.
 std::unique_ptr<OutlookItems> OpenItems(const RefreshRequest& request, OutlookNamespace& session,

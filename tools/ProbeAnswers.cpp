@@ -2,9 +2,7 @@
 #include "tools/ProbeAnswers.h"
 
 #include <array>
-#include <limits>
 #include <nlohmann/json.hpp>
-#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -18,6 +16,8 @@
 #include "support/values/Text.h"
 #include "tools/IsoDate.h"
 #include "tools/LayoutJson.h"
+#include "tools/PointerAnswer.h"
+#include "tools/ProbeCase.h"
 #include "tools/SilentPlanner.h"
 #include "view/span/Duplicates.h"
 #include "view/span/Globals.h"
@@ -27,28 +27,6 @@ namespace velkor {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-/// What makes a case malformed, in words for its sender.
-class BadCase : public std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
-
-/// A whole number within bounds; a conversion alone would cut and wrap.
-int WholeNumber(const Json& json, int least = std::numeric_limits<int>::min(),
-                int most = std::numeric_limits<int>::max()) {
-  // As a double every integer of the text keeps its size, if not its last digits.
-  const bool inRange =
-      json.is_number_integer() && json.get<double>() >= least && json.get<double>() <= most;
-  if (!inRange) throw BadCase(json.dump() + " is no whole number that fits");
-  return json.get<int>();
-}
-
-Date DateOf(const Json& json) {
-  const std::string text = json.get<std::string>();
-  const std::optional<Date> date = ParseIso(text);
-  if (!date) throw BadCase("\"" + text + "\" is no date");
-  return *date;
-}
 
 /// One character for each byte.
 std::string BytesOf(const std::string& text) {
@@ -65,34 +43,6 @@ std::string TextOfBytes(std::string_view bytes) {
   std::string text;
   for (const char c : bytes) AppendCharacter(text, static_cast<unsigned char>(c));
   return text;
-}
-
-DisplaySpan SpanOf(const Json& view) {
-  const DisplaySpan span{WholeNumber(view.at("year"), 100, 9999),
-                         WholeNumber(view.at("firstMonth"), 1, 12)};
-  if (!IsValidSpan(span)) throw BadCase("the year ends after 9999");
-  return span;
-}
-
-CategoryFilter FilterOf(const Json& separator, const std::string& text, bool matchAll) {
-  CategoryFilter filter(CategorySeparator(separator.get<std::string>()));
-  filter.SetCategoryFilter(text);
-  filter.SetFilterMode(matchAll);
-  return filter;
-}
-
-std::vector<CalEvent> EventsOf(const Json& json) {
-  std::vector<CalEvent> events;
-  for (const Json& entry : json) {
-    CalEvent event;
-    event.EventID = entry.at("id").get<std::string>();
-    event.Subject = entry.at("subject").get<std::string>();
-    event.Categories = entry.at("categories").get<std::string>();
-    event.StartDate = DateOf(entry.at("start"));
-    event.EndDate = DateOf(entry.at("end"));
-    events.push_back(std::move(event));
-  }
-  return events;
 }
 
 Json AnswerDates(const Json& json) {
@@ -216,29 +166,7 @@ Json AnswerCacheRead(const Json& json) {
 }
 
 Json AnswerLayout(const Json& json) {
-  std::vector<Category> categories;
-  for (const Json& entry : json.at("categories")) {
-    categories.push_back(
-        {entry.at("name").get<std::string>(), Colour{WholeNumber(entry.at("colour"))}});
-  }
-  const Json& filter = json.at("filter");
-  YearGrid grid(SpanOf(json.at("view")), CategoryTable(std::move(categories)),
-                FilterOf(json.at("separator"), filter.at("text").get<std::string>(),
-                         filter.at("matchAll").get<bool>()),
-                {.AllEvents = json.at("allEvents").get<bool>(),
-                 .HideNonCategoryItems = json.at("hideNonCategory").get<bool>()});
-  std::vector<CalEvent> events = EventsOf(json.at("events"));
-  const EventFields fields = grid.Fields();
-  for (CalEvent& event : events) fields.Derive(event);
-  grid.SetEvents(EventCollection(std::move(events)));
-
-  const Json& surface = json.at("surface");
-  const PixelSize pixel{surface.at("pixelWidth").get<float>(),
-                        surface.at("pixelHeight").get<float>()};
-  if (!(pixel.width > 0) || !(pixel.height > 0)) throw BadCase("a pixel has no size");
-  grid.Resize({surface.at("width").get<double>(), surface.at("height").get<double>()},
-              surface.at("scrollWidth").get<double>(), pixel);
-
+  const YearGrid grid = GridOf(json);
   std::vector<Point> points;
   for (const Json& point : json.at("points")) {
     points.push_back({point.at(0).get<double>(), point.at(1).get<double>()});
@@ -249,7 +177,7 @@ Json AnswerLayout(const Json& json) {
 }
 
 using Answer = Json (*)(const Json&);
-constexpr std::array<std::pair<std::string_view, Answer>, 9> Kinds{{
+constexpr std::array<std::pair<std::string_view, Answer>, 10> Kinds{{
     {"dates", AnswerDates},
     {"filter", AnswerFilter},
     {"catindex", AnswerCatIndex},
@@ -259,6 +187,7 @@ constexpr std::array<std::pair<std::string_view, Answer>, 9> Kinds{{
     {"cachewrite", AnswerCacheWrite},
     {"cacheread", AnswerCacheRead},
     {"layout", AnswerLayout},
+    {"pointer", AnswerPointer},
 }};
 
 Json AnswerOf(std::string_view line) {

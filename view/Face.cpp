@@ -10,12 +10,8 @@
 namespace velkor {
 namespace {
 
-constexpr Twips Margin = 90;
-constexpr Twips CaptionHeight = 390;
 constexpr Twips LegendWidth = 2100;
 constexpr double CaptionPoints = 13;
-constexpr Colour FaceColour = Colour::FromRgb(250, 250, 248);
-constexpr Colour FrameColour = Colour::FromRgb(160, 160, 156);
 constexpr TextFlags CaptionFlags =
     text_flags::Left | text_flags::SingleLine | text_flags::VerticalCentre | text_flags::NoPrefix;
 
@@ -31,25 +27,25 @@ void DrawGrid(Surface& surface, const Rect& view, const YearGrid& grid,
 
 }  // namespace
 
-FaceLayout DivideFace(Extent control) {
+FaceLayout DivideFace(Extent control, Twips captionHeight) {
   FaceLayout layout;
-  layout.caption = {Margin, 0, control.width - Margin, CaptionHeight};
+  layout.caption = {FaceMargin, 0, control.width - FaceMargin, captionHeight};
   // A control too narrow for a legend beside the grid keeps half its width for the grid.
-  const Twips legendLeft = std::max(control.width - Margin - LegendWidth, control.width / 2);
-  const Twips bottom = control.height - Margin;
-  layout.picParent = {Margin, CaptionHeight, legendLeft - Margin, bottom};
+  const Twips legendLeft = std::max(control.width - FaceMargin - LegendWidth, control.width / 2);
+  const Twips bottom = control.height - FaceMargin;
+  layout.picParent = {FaceMargin, captionHeight, legendLeft - FaceMargin, bottom};
   const Rect& parent = layout.picParent;
   layout.picHeadCol = {parent.left + MonthColumnWidth, parent.top, parent.right,
                        parent.top + HeaderRowHeight};
   layout.picHeadRow = {parent.left, parent.top + HeaderRowHeight, parent.left + MonthColumnWidth,
                        parent.bottom};
   layout.gridView = {layout.picHeadCol.left, layout.picHeadCol.bottom, parent.right, parent.bottom};
-  layout.picCatView = {legendLeft, parent.top, control.width - Margin, bottom};
+  layout.picCatView = {legendLeft, parent.top, control.width - FaceMargin, bottom};
   return layout;
 }
 
 Twips LeastControlHeight(const BandLayout& layout, PixelSize pixel) {
-  return CaptionHeight + HeightWithoutScrolling(layout, pixel) + Margin;
+  return CaptionHeight + HeightWithoutScrolling(layout, pixel) + FaceMargin;
 }
 
 std::string YearCaption(int viewYear) {
@@ -58,8 +54,8 @@ std::string YearCaption(int viewYear) {
 
 void DrawFace(Surface& surface, const FaceLayout& layout, const YearGrid& grid,
               const FaceContent& content) {
-  surface.Fill({0, 0, layout.picCatView.right + Margin, layout.picCatView.bottom + Margin},
-               FaceColour);
+  surface.Fill({0, 0, layout.picCatView.right + FaceMargin, layout.picCatView.bottom + FaceMargin},
+               face_colours::Back);
   Font captionFont = content.font;
   captionFont.size = CaptionPoints;
   captionFont.bold = true;
@@ -83,8 +79,8 @@ void DrawFace(Surface& surface, const FaceLayout& layout, const YearGrid& grid,
     const ViewScope scope(surface, view, {view.left, view.top});
     DrawLegend(surface, grid.Categories(), content.font, {0, 0, view.Width(), view.Height()});
   }
-  surface.Outline(layout.picParent, FrameColour, 1);
-  surface.Outline(layout.picCatView, FrameColour, 1);
+  surface.Outline(layout.picParent, face_colours::Frame, 1);
+  surface.Outline(layout.picCatView, face_colours::Frame, 1);
 }
 
 }  // namespace velkor

@@ -23,11 +23,22 @@ struct FaceLayout {
   Rect picCatView;
 };
 
+namespace face_colours {
+inline constexpr Colour Back = Colour::FromRgb(250, 250, 248);
+inline constexpr Colour Frame = Colour::FromRgb(160, 160, 156);
+}  // namespace face_colours
+
+/// Free room around the surfaces.
+inline constexpr Twips FaceMargin = 90;
+/// Height of the strip above the grid that holds the caption alone.
+inline constexpr Twips CaptionHeight = 390;
+
 /// Width of VScroll1.
 inline constexpr Twips ScrollBarWidth = 255;
 
 /// Divides the control's area; the legend takes a fixed width on the right.
-FaceLayout DivideFace(Extent control);
+/// @param captionHeight  height of the strip above the grid
+FaceLayout DivideFace(Extent control, Twips captionHeight = CaptionHeight);
 
 /// The least height of a control that shows the whole grid without scrolling.
 Twips LeastControlHeight(const BandLayout& layout, PixelSize pixel);

@@ -11,6 +11,24 @@ namespace {
 constexpr int EdgePixels = 3;
 constexpr double LongestGrid = 1 << 30;
 
+/// The number, from 1, of the step of this size in which a position lies; not a number when the
+/// size is no size.
+double StepAt(Twips position, float size) {
+  return size > 0 ? std::trunc(position / double{size}) + 1 : std::nan("");
+}
+
+/// The band counted from the grid's top; 0 outside the rows.
+int GlobalBandAt(Twips y, const GridGeometry& geometry, const BandLayout& layout) {
+  const double band = StepAt(y, geometry.BandHeight);
+  return band >= 1 && band <= layout.TotalBands() ? static_cast<int>(band) : 0;
+}
+
+/// `band` lies in the rows.
+int RowOfBand(int band, const BandLayout& layout) {
+  const auto& ends = layout.BandsInRow;
+  return static_cast<int>(std::lower_bound(ends.begin() + 1, ends.end(), band) - ends.begin());
+}
+
 }  // namespace
 
 Twips HeightWithoutScrolling(const BandLayout& layout, PixelSize pixel) {
@@ -56,20 +74,19 @@ TodayMark TodayMarkOf(int row, int column, const GridGeometry& geometry, const B
            cell.bottom + pixelHeight}};
 }
 
+int RowAt(Twips y, const GridGeometry& geometry, const BandLayout& layout) {
+  const int band = GlobalBandAt(y, geometry, layout);
+  return band > 0 ? RowOfBand(band, layout) : RowOutside;
+}
+
 std::optional<GridHit> HitTest(Point point, const GridGeometry& geometry, const BandLayout& layout,
                                const MonthColumns& columns) {
-  if (!(geometry.ColumnWidth > 0) || !(geometry.BandHeight > 0)) return std::nullopt;
-  const double band = std::floor(point.y / double{geometry.BandHeight}) + 1;
-  const double column = std::floor(point.x / double{geometry.ColumnWidth}) + 1;
-  const bool inside =
-      band >= 1 && band <= layout.TotalBands() && column >= 0 && column <= GridColumns;
-  if (!inside) return std::nullopt;
-  const int globalBand = static_cast<int>(band);
-  const auto rowEnd =
-      std::lower_bound(layout.BandsInRow.begin() + 1, layout.BandsInRow.end(), globalBand);
+  const int band = GlobalBandAt(point.y, geometry, layout);
+  const double column = StepAt(point.x, geometry.ColumnWidth);
+  if (band == 0 || !(column >= 0 && column <= GridColumns)) return std::nullopt;
   GridHit hit;
-  hit.row = static_cast<int>(rowEnd - layout.BandsInRow.begin());
-  hit.band = globalBand - layout.BandsInRow[hit.row - 1];
+  hit.row = RowOfBand(band, layout);
+  hit.band = band - layout.BandsInRow[hit.row - 1];
   hit.cellColumn = static_cast<int>(column);
   const bool inMonth = hit.cellColumn > columns.RowDayOffset[hit.row] &&
                        hit.cellColumn <= columns.RowLastColumn[hit.row];

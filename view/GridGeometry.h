@@ -72,8 +72,15 @@ struct GridHit {
   int cellColumn = 0;
 };
 
-/// Nothing for a point below, above or right of the grid. Left of it, one column wide, lies
-/// column 0, which is outside every month.
+/// Row 13: below the last row, or more than a band above the first.
+inline constexpr int RowOutside = MonthRows + 1;
+/// The row at a height. What lies less than a band above the grid counts as its first band, as
+/// whole numbers of bands are counted towards zero.
+int RowAt(Twips y, const GridGeometry& geometry, const BandLayout& layout);
+
+/// Nothing for a point outside the rows, right of the grid or too far left of it. Columns are
+/// counted towards zero too: what lies less than a column left of the grid counts as column 1, the
+/// next column width as column 0, which is outside every month.
 std::optional<GridHit> HitTest(Point point, const GridGeometry& geometry, const BandLayout& layout,
                                const MonthColumns& columns);
 

@@ -17,6 +17,8 @@ struct GridOptions {
   bool AllEvents = false;
   bool DisplaySubject = false;
   bool HideNonCategoryItems = false;
+
+  friend bool operator==(const GridOptions&, const GridOptions&) = default;
 };
 
 /// Whatever it is asked, its layout, sizes and cells fit the events that it holds.
@@ -61,6 +63,8 @@ class YearGrid {
   void Resize(Extent picParent, Twips scrollBarWidth, PixelSize pixel);
   const GridGeometry& Geometry() const { return geometry_; }
 
+  /// The row at a height, RowOutside beyond the grid.
+  int RowAt(Twips y) const { return velkor::RowAt(y, geometry_, layout_); }
   /// What lies under a point of the grid; nothing outside it.
   std::optional<GridHit> HitTestAt(Point point) const;
   /// Index of the event under a hit.

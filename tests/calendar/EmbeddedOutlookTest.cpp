@@ -225,7 +225,7 @@ TEST_F(EmbeddedOutlookTest, OneLoadServesTheNeighbouringYears) {
 
 TEST_F(EmbeddedOutlookTest, AFailedLoadKeepsWhatWasThere) {
   CalendarFolder& calendar = AddCalendar();
-  calendar.SetItems({Monthly({Day(1, 1), Day(12, 31)})}, {Day(1, 1), Day(12, 31)});
+  calendar.Replace({Monthly({Day(1, 1), Day(12, 31)})}, {Day(1, 1), Day(12, 31)});
   calendar.SetLoader([](const DateWindow&) -> std::vector<CalendarItem> {
     throw Error(errors::CalendarFailed, "gone");
   });
@@ -256,7 +256,7 @@ TEST_F(EmbeddedOutlookTest, AnItemStaysUsableAfterItsFolderWasLoadedAgain) {
   calendar.Add(Single("kept", Day(1, 1), Day(1, 2)));
   const auto items = Items();
   const auto item = items->GetFirst();
-  calendar.SetItems({Single("new", Day(1, 1), Day(1, 2))}, {Day(1, 1), Day(12, 31)});
+  calendar.Replace({Single("new", Day(1, 1), Day(1, 2))}, {Day(1, 1), Day(12, 31)});
   EXPECT_EQ(item->Subject(), "kept");
   EXPECT_EQ(items->GetNext(), nullptr);
   EXPECT_EQ(items->GetFirst()->Subject(), "new");

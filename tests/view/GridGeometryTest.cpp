@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <utility>
+
 #include "view/span/DisplaySpan.h"
 
 namespace velkor {
@@ -90,6 +93,10 @@ TEST(GridGeometry, APointHitsTheCellThatBeginsThere) {
       {{1799, 4200 + 900 * 4}, 7, 1, 0, 6},
       {{11099, 4200 + 900 * 4}, 7, 1, 37, 37},
       {{100, 14999}, 12, 4, 0, 1},
+      // Whole numbers are counted towards zero.
+      {{-299, -299}, 1, 1, 1, 1},
+      {{-300, 100}, 1, 1, 0, 0},
+      {{-599, 100}, 1, 1, 0, 0},
   };
   for (const auto& expected : cases) {
     SCOPED_TRACE(testing::Message() << expected.point.x << ", " << expected.point.y);
@@ -106,14 +113,23 @@ TEST(GridGeometry, APointOutsideTheGridHitsNoCell) {
   const BandLayout layout = Rows(6);
   const MonthColumns columns(DisplaySpan{2006, 1});
   const GridGeometry geometry = SizeGrid({11550, 285 + 50 * 300}, 255, {}, layout);
-  for (const Point point : {Point{100, 15000}, Point{100, -1}, Point{11100, 100}, Point{-301, 100},
-                            Point{1e300, 100}, Point{100, 1e300}}) {
+  for (const Point point : {Point{100, 15000}, Point{100, -300}, Point{11100, 100},
+                            Point{-600, 100}, Point{1e300, 100}, Point{100, 1e300}}) {
     EXPECT_FALSE(HitTest(point, geometry, layout, columns)) << point.x << ", " << point.y;
   }
-  // A step to the left of the grid counts as column 0, outside every month.
-  EXPECT_EQ(HitTest({-1, 100}, geometry, layout, columns)->column, 0);
   const GridGeometry tooNarrow = SizeGrid({300, 5000}, 255, {}, layout);
   EXPECT_FALSE(HitTest({1, 1}, tooNarrow, layout, columns));
+}
+
+TEST(GridGeometry, ARowIsFoundByTheHeightAlone) {
+  const BandLayout layout = Rows(6);
+  const GridGeometry geometry = SizeGrid({11550, 285 + 50 * 300}, 255, {}, layout);
+  for (const auto& [y, row] :
+       {std::pair(-300.0, 13), std::pair(-299.0, 1), std::pair(1199.0, 1), std::pair(1200.0, 2),
+        std::pair(4199.0, 3), std::pair(4200.0, 4), std::pair(14999.0, 12), std::pair(15000.0, 13),
+        std::pair(1e300, 13), std::pair(std::nan(""), 13)}) {
+    EXPECT_EQ(RowAt(y, geometry, layout), row) << y;
+  }
 }
 
 }  // namespace

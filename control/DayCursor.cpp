@@ -1,0 +1,74 @@
+// control/DayCursor.cpp: the day that the keyboard points at, and which of its events.
+#include "control/DayCursor.h"
+
+#include <algorithm>
+
+namespace velkor {
+
+std::optional<GridCell> DayCursor::Cell() const {
+  return date_ ? grid_.Columns().CellOf(*date_) : std::nullopt;
+}
+
+void DayCursor::MoveTo(Date day) {
+  if (!grid_.Span().IsDateInView(day)) return;
+  date_ = day.Midnight();
+  chosen_ = 0;
+}
+
+bool DayCursor::Move(Key key, Date today) {
+  const DisplaySpan& span = grid_.Span();
+  const MonthColumns& columns = grid_.Columns();
+  constexpr Key Moves[] = {Key::Left, Key::Right, Key::Up, Key::Down, Key::Home, Key::End};
+  if (std::find(std::begin(Moves), std::end(Moves), key) == std::end(Moves)) return false;
+  if (!date_) {
+    MoveTo(span.IsDateInView(today) ? today : span.ViewStartDate());
+    return true;
+  }
+  const std::optional<GridCell> cell = Cell();
+  if (!cell) return true;
+  int row = cell->row;
+  int column = cell->column;
+  if (key == Key::Left) MoveTo(date_->AddDays(-1));
+  if (key == Key::Right) MoveTo(date_->AddDays(1));
+  if (key == Key::Left || key == Key::Right) return true;
+  if (key == Key::Up) row = std::max(1, row - 1);
+  if (key == Key::Down) row = std::min(MonthRows, row + 1);
+  if (key == Key::Home) column = 1;
+  if (key == Key::End) column = GridColumns;
+  column = std::clamp(column, columns.RowDayOffset[row] + 1, columns.RowLastColumn[row]);
+  MoveTo(span.DateAtCell(column, row));
+  return true;
+}
+
+void DayCursor::SpanChanged() {
+  chosen_ = 0;
+  if (!date_) return;
+  const DisplaySpan& span = grid_.Span();
+  const DateFields fields = date_->Fields();
+  const int day = std::min(fields.day, span.DaysInMonth(fields.month));
+  date_ = Date::FromYmd(span.YearOfMonth(fields.month), fields.month, day);
+}
+
+std::vector<std::size_t> DayCursor::Events() const {
+  std::vector<std::size_t> events;
+  const std::optional<GridCell> cell = Cell();
+  if (!cell) return events;
+  for (int band = FirstBand; band <= grid_.Layout().BandsOf(cell->row); ++band) {
+    const auto event = grid_.EventAt({cell->row, band, cell->column, cell->column});
+    if (event) events.push_back(*event);
+  }
+  return events;
+}
+
+std::optional<std::size_t> DayCursor::ChosenEvent() const {
+  const std::vector<std::size_t> events = Events();
+  if (events.empty()) return std::nullopt;
+  return events[std::min(chosen_, events.size() - 1)];
+}
+
+void DayCursor::ChooseNext() {
+  const std::size_t count = Events().size();
+  chosen_ = count == 0 ? 0 : (chosen_ + 1) % count;
+}
+
+}  // namespace velkor

@@ -1,0 +1,48 @@
+// control/DayCursor.h: the day that the keyboard points at, and which of its events.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+#include "platform/Elements.h"
+#include "support/values/Date.h"
+#include "view/YearGrid.h"
+
+namespace velkor {
+
+/// A day of the span; without one until a key is used.
+class DayCursor {
+ public:
+  /// The grid outlives this.
+  explicit DayCursor(const YearGrid& grid) : grid_(grid) {}
+
+  bool IsShown() const { return date_.has_value(); }
+  /// Only when IsShown.
+  Date Day() const { return *date_; }
+  std::optional<GridCell> Cell() const;
+
+  /// Puts it on a day of the span.
+  void MoveTo(Date day);
+  /// Moves by an arrow, Home or End, never out of the span; the first key only shows it, on
+  /// `today` or the span's first day.
+  /// @return false for another key
+  bool Move(Key key, Date today);
+  /// After the span changed: the same month and day, or the last one that the month has.
+  void SpanChanged();
+
+  /// Indices of the day's events, from the top band down.
+  std::vector<std::size_t> Events() const;
+  /// Position in Events of the chosen one, from 0.
+  std::size_t Chosen() const { return chosen_; }
+  std::optional<std::size_t> ChosenEvent() const;
+  /// Chooses the day's next event, after the last one the first.
+  void ChooseNext();
+
+ private:
+  const YearGrid& grid_;
+  std::optional<Date> date_;
+  std::size_t chosen_ = 0;
+};
+
+}  // namespace velkor

@@ -1,0 +1,283 @@
+// control/Frame.cpp: start-up, navigation, and what the parts of the control ask of it.
+#include "control/Frame.h"
+
+#include <algorithm>
+
+#include "control/ControlLayout.h"
+#include "control/frmAbout.h"
+#include "model/Guard.h"
+#include "model/Status.h"
+#include "platform/Forms.h"
+#include "platform/Host.h"
+#include "platform/LocaleApi.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Outlook.h"
+#include "platform/System.h"
+#include "support/RegIO.h"
+#include "support/values/Error.h"
+#include "view/LegendPainter.h"
+#include "view/span/Locale.h"
+
+namespace velkor {
+namespace {
+
+/// The user's page, below the folder of documents.
+constexpr const char* HelpPage = "help.html";
+
+CategoryFilter FilterOf(const Platform& platform) {
+  return CategoryFilter(
+      CategorySeparator(RegIO::ListSeparator(platform.registry, platform.messages)));
+}
+
+/// The year whose span contains today.
+DisplaySpan SpanOfToday(const Platform& platform, int firstMonth) {
+  return {DisplaySpan{0, firstMonth}.ViewYearOf(platform.clock.Now()), firstMonth};
+}
+
+}  // namespace
+
+YearPlan::Frame::Frame(const Platform& platform, ControlHost& host)
+    : platform_(platform),
+      host_(host),
+      grid_(SpanOfToday(platform, 1), CategoryTable(), FilterOf(platform), GridOptions()),
+      access_(*this, *this, platform_, AppointmentForm),
+      cacheFile_(platform_.files, platform_.locale, *this),
+      refresh_(*this, *this, platform_, elements.tmrBackground,
+               [this] {
+                 const DisplaySpan& span = grid_.Span();
+                 return RefreshInputs{span.ViewYear,   span.FirstMonth,   paths_.cacheFile,
+                                      paths_.workFile, access_.EntryID(), access_.StoreID()};
+               }),
+      colours_(access_, platform_),
+      commands_(*this, *this, access_, platform_, AppointmentForm),
+      gridView_(elements, grid_, platform_,
+                {[this](std::string_view key) { commands_.Edit(key); },
+                 [this](std::string_view key) { commands_.Delete(key); },
+                 [this](int by) { ChangeYear(by); }}) {
+  const LocaleId locale = platform_.locale.ThreadLocale();
+  Locale::ApplyCodePageFont(font_, Locale::AnsiCodePageOf(platform_.locale, locale));
+  names_ = Locale::LoadCalendarNames(platform_.locale, locale);
+  gridView_.SetNames(names_, font_);
+  SetLive(false);
+  Connect();
+}
+
+YearPlan::Frame::~Frame() {
+  refresh_.Release();
+  access_.Release();
+}
+
+void YearPlan::Frame::Connect() {
+  elements.tmrStart.onTimer = [this] { tmrStart_Timer(); };
+  elements.tmrBackground.onTimer = [this] { tmrBackground_Timer(); };
+  elements.Command1.onClick = [this] { Command1_Click(); };
+  elements.Toolbar1.onButtonClick = [this](std::string_view key) { Toolbar1_ButtonClick(key); };
+  elements.picCats.onPaint = [this](Surface& surface, const Rect&) { picCats_Paint(surface); };
+  elements.mnuNew.onClick = [this] { mnuNew_Click(); };
+  elements.mnuEdit.onClick = [this] { commands_.Edit(gridView_.SelectedKey()); };
+  elements.mnuDelete.onClick = [this] { commands_.Delete(gridView_.SelectedKey()); };
+  elements.mnuClear.onClick = [this] { gridView_.ClearSelection(); };
+  elements.mnuHelp.onClick = [this] { platform_.shell.OpenPage(HelpPage); };
+  elements.mnuAbout.onClick = [this] { mnuAbout_Click(); };
+  for (MenuItem* mode : elements.mnuSelectionMode.entries) {
+    mode->onClick = [this, mode] { mnuSelection_Click(mode->Index()); };
+  }
+  mnuSelection_Click(elements.mnuSelectionAutomatic.Index());
+}
+
+void YearPlan::Frame::SetLive(bool live) {
+  live_ = live;
+  elements.Command1.SetEnabled(live);
+  elements.Toolbar1.SetButtonEnabled(toolbar_keys::Back, live);
+  elements.Toolbar1.SetButtonEnabled(toolbar_keys::Next, live);
+}
+
+void YearPlan::Frame::tmrStart_Timer() {
+  elements.tmrStart.SetEnabled(false);
+  StartUp();
+}
+
+void YearPlan::Frame::tmrBackground_Timer() {
+  // A new day has begun: its mark moves.
+  if (live_ && platform_.clock.Now().DayNumber() != drawnDay_) Redraw(false);
+  refresh_.OnTimer();
+}
+
+void YearPlan::Frame::StartUp() {
+  int step = 1;
+  try {
+    ShowSpan(SpanOfToday(platform_, FirstMonth));
+    access_.Open();
+    step = 2;
+    if (!access_.ResolveFolder(Folder)) {
+      platform_.messages.Show({"Unable to access specified calendar folder."});
+      return;
+    }
+    step = 4;
+    ComputeCacheFileNames();
+    step = 5;
+    LoadCategories();
+    step = 6;
+    PlaceElements();
+    step = 7;
+    LoadEvents();
+    step = 8;
+    SetLive(true);
+    gridView_.Begin();
+    Redraw(true);
+    step = 9;
+    platform_.shell.ProcessMessages();
+    step = 10;
+    refresh_.CreateCacheUtility();
+    step = 11;
+    refresh_.StartRefresh(false);
+    step = 12;
+    UpdateFilterToolTip();
+    Redraw(false);
+  } catch (const Error& error) {
+    platform_.messages.Show(
+        {"Error while initialising the background processing, the cache file will not be updated "
+         "from the calender (Step:" +
+         std::to_string(step) + "). \r\rError: " + std::to_string(error.Number()) + " " +
+         error.Description()});
+  }
+}
+
+void YearPlan::Frame::ChangeYear(int by) {
+  const DisplaySpan span{grid_.Span().ViewYear + by, FirstMonth};
+  if (!live_ || !IsValidSpan(span)) return;
+  Guard(platform_.messages, "Error changing the year ", [&] {
+    const bool spanChanged = span != grid_.Span();
+    ShowSpan(span);
+    ComputeCacheFileNames();
+    LoadEvents();
+    Redraw(spanChanged);
+    refresh_.StartRefresh(true);
+  });
+}
+
+void YearPlan::Frame::ShowSpan(const DisplaySpan& span) {
+  grid_.SetSpan(span);
+  elements.lblSelectedYear.SetCaption(YearCaption(span.ViewYear));
+}
+
+void YearPlan::Frame::ComputeCacheFileNames() {
+  const std::string name =
+      CacheFileName(access_.CurrentUserName(), grid_.Span().ViewYear, Folder, platform_.locale);
+  paths_ = MakeCachePaths(name, platform_.environment, platform_.files);
+}
+
+void YearPlan::Frame::LoadCategories() {
+  grid_.SetCategories(CategoryTable(colours_.Fetch(TitleName)));
+}
+
+void YearPlan::Frame::LoadEvents() {
+  if (grid_.Options() != options) grid_.SetOptions(options);
+  EventCollection events;
+  LoadOutcome outcome = cacheFile_.Load(paths_.cacheFile, grid_.Fields(), events);
+  // Another load was asked for meanwhile, of a year that may be another one: it is this.
+  if (outcome == LoadOutcome::Aborted) {
+    outcome = cacheFile_.Load(paths_.cacheFile, grid_.Fields(), events);
+  }
+  if (outcome != LoadOutcome::AlreadyRunning) grid_.SetEvents(std::move(events));
+}
+
+void YearPlan::Frame::ReloadEvents() {
+  LoadEvents();
+  Redraw(false);
+}
+
+void YearPlan::Frame::ChangeEvents(const std::function<void(EventCollection&)>& change) {
+  grid_.ChangeEvents(change);
+  Redraw(false);
+}
+
+void YearPlan::Frame::Redraw(bool spanChanged) {
+  if (grid_.Options() != options) grid_.SetOptions(options);
+  PlaceElements();
+  gridView_.GridChanged(spanChanged);
+  elements.picCats.Refresh();
+  elements.pic1.SetDescription(Description());
+  drawnDay_ = platform_.clock.Now().DayNumber();
+}
+
+void YearPlan::Frame::Resize(Extent size, PixelSize pixel) {
+  size_ = size;
+  pixel_ = pixel;
+  PlaceElements();
+  gridView_.GridChanged(false);
+  elements.picCats.Refresh();
+}
+
+void YearPlan::Frame::PlaceElements() {
+  const FaceLayout face = DivideFace(size_, StripHeight);
+  PlaceStrip(elements, size_, pixel_);
+  grid_.Resize({face.picParent.Width(), face.picParent.Height()}, ScrollBarWidth, pixel_);
+  PlaceSurfaces(elements, face, grid_.Geometry().scroll, pixel_);
+}
+
+void YearPlan::Frame::UpdateFilterToolTip() {
+  elements.Toolbar1.SetButtonToolTip(toolbar_keys::Filter, grid_.Filter().ToolTip());
+}
+
+void YearPlan::Frame::ReportStatus(Colour colour) {
+  const std::string_view message = status::MessageOf(colour);
+  elements.imgLogo.SetFillColour(colour);
+  elements.imgLogo.SetToolTip(message);
+  host_.StatusChange(message);
+}
+
+std::vector<std::string> YearPlan::Frame::CategoryNames() {
+  if (!live_) return {};
+  return colours_.AllNames();
+}
+
+std::string YearPlan::Frame::Description() const {
+  const DisplaySpan& span = grid_.Span();
+  const auto shown = std::count_if(grid_.Events().begin(), grid_.Events().end(),
+                                   [](const CalEvent& event) { return event.Band > 0; });
+  const auto monthText = [&](int month) {
+    return names_.months[static_cast<std::size_t>(month)] + " " +
+           std::to_string(span.YearOfMonth(month));
+  };
+  return YearCaption(span.ViewYear) + ", " + monthText(span.FirstMonth) + " to " +
+         monthText(span.LastMonthOfView()) + ": " + std::to_string(shown) +
+         (shown == 1 ? " appointment" : " appointments");
+}
+
+void YearPlan::Frame::Command1_Click() {
+  if (!live_) return;
+  ReloadEvents();
+  StartRefresh(true);
+}
+
+void YearPlan::Frame::Toolbar1_ButtonClick(std::string_view key) {
+  if (key == toolbar_keys::Back) ChangeYear(-1);
+  if (key == toolbar_keys::Next) ChangeYear(1);
+}
+
+void YearPlan::Frame::mnuNew_Click() {
+  if (const auto days = gridView_.DaysForNew()) commands_.New(days->start, days->end);
+}
+
+void YearPlan::Frame::mnuAbout_Click() {
+  frmAbout form(platform_.shell);
+  platform_.forms.ShowModal(form);
+}
+
+void YearPlan::Frame::mnuSelection_Click(int index) {
+  for (MenuItem* mode : elements.mnuSelectionMode.entries) {
+    mode->SetChecked(mode->Index() == index);
+  }
+  gridView_.SetSelectionMode(index);
+}
+
+void YearPlan::Frame::picCats_Paint(Surface& surface) {
+  const Rect& bounds = elements.picCats.Bounds();
+  const Rect whole{0, 0, bounds.Width(), bounds.Height()};
+  DrawLegend(surface, grid_.Categories(), font_, whole);
+  surface.Outline({0, 0, whole.right - pixel_.width, whole.bottom - pixel_.height},
+                  face_colours::Frame, 1);
+}
+
+}  // namespace velkor

@@ -1,0 +1,106 @@
+// control/Frame.h: what the control is made of, and how its parts reach one another.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "categories/ColourStore.h"
+#include "control/GridView.h"
+#include "control/YearPlan.h"
+#include "control/YearPlanElements.h"
+#include "model/AppointmentCommands.h"
+#include "model/BackgroundRefresh.h"
+#include "model/CacheFile.h"
+#include "model/CalendarAccess.h"
+#include "model/EventView.h"
+#include "model/Planner.h"
+#include "platform/Platform.h"
+#include "view/Face.h"
+#include "view/YearGrid.h"
+
+namespace velkor {
+
+class YearPlan::Frame : public Planner, public EventView {
+ public:
+  Frame(const Platform& platform, ControlHost& host);
+  ~Frame() override;
+  Frame(const Frame&) = delete;
+  Frame& operator=(const Frame&) = delete;
+
+  // The persisted properties; a write is told to the host by whoever writes.
+  std::string Folder;
+  GridOptions options;
+  std::string TitleName = "Default";
+  std::string AppointmentForm = "IPM.Appointment";
+  std::int16_t FirstMonth = 1;
+
+  YearPlanElements elements;
+
+  ControlHost& Host() { return host_; }
+  const YearGrid& Grid() const { return grid_; }
+
+  /// Runs once, after the properties were read.
+  void StartUp();
+  void ChangeYear(int by);
+  void Resize(Extent size, PixelSize pixel);
+  void RefreshSoon() { refresh_.RefreshSoon(); }
+  std::vector<std::string> CategoryNames();
+  std::string Description() const;
+
+  // Planner
+  void ReportStatus(Colour colour) override;
+  bool RefreshOutstanding() const override { return refresh_.Outstanding(); }
+  void CancelRefresh() override { refresh_.CancelRefresh(); }
+  void StartRefresh(bool force) override { refresh_.StartRefresh(force); }
+
+  // EventView
+  const EventCollection& Events() const override { return grid_.Events(); }
+  EventFields Fields() const override { return grid_.Fields(); }
+  const CategoryFilter& Filter() const override { return grid_.Filter(); }
+  void ChangeEvents(const std::function<void(EventCollection&)>& change) override;
+  void ReloadEvents() override;
+  void RewriteCache() override { cacheFile_.Rewrite(paths_, grid_.Events()); }
+
+ private:
+  void Connect();
+  /// Whether there is a calendar to work on.
+  void SetLive(bool live);
+  void tmrStart_Timer();
+  void tmrBackground_Timer();
+  void Command1_Click();
+  void Toolbar1_ButtonClick(std::string_view key);
+  void mnuNew_Click();
+  void mnuAbout_Click();
+  void mnuSelection_Click(int index);
+  void picCats_Paint(Surface& surface);
+
+  void ShowSpan(const DisplaySpan& span);
+  void ComputeCacheFileNames();
+  void LoadCategories();
+  void LoadEvents();
+  void UpdateFilterToolTip();
+  /// Lays out by the properties as they are now, and draws.
+  void Redraw(bool spanChanged);
+  void PlaceElements();
+
+  Platform platform_;
+  ControlHost& host_;
+  YearGrid grid_;
+  CalendarAccess access_;
+  CacheFile cacheFile_;
+  BackgroundRefresh refresh_;
+  ColourStore colours_;
+  AppointmentCommands commands_;
+  GridView gridView_;
+  CachePaths paths_;
+  CalendarNames names_;
+  Font font_;
+  Extent size_;
+  PixelSize pixel_;
+  bool live_ = false;
+  /// The day that was marked as today.
+  std::int64_t drawnDay_ = 0;
+};
+
+}  // namespace velkor

@@ -1,0 +1,316 @@
+// control/GridView.cpp: the handlers of the grid's surfaces.
+#include "control/GridView.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+#include "control/HoverText.h"
+#include "platform/LocaleApi.h"
+#include "platform/System.h"
+#include "view/Face.h"
+#include "view/GridPainter.h"
+#include "view/HeaderPainter.h"
+#include "view/SelectionPainter.h"
+
+namespace velkor {
+namespace {
+
+/// Prefix texts of lblDate.
+constexpr std::array<std::string_view, 2> Prefixes = {"Date:", "Selected:"};
+constexpr double BandsPerNotch = 3;
+
+}  // namespace
+
+GridView::GridView(YearPlanElements& elements, const YearGrid& grid, const Platform& platform,
+                   GridCommands commands)
+    : elements_(elements),
+      grid_(grid),
+      platform_(platform),
+      commands_(std::move(commands)),
+      pointer_(grid),
+      cursor_(grid) {
+  PictureBox& pic1 = elements_.pic1;
+  pic1.onPaint = [this](Surface& surface, const Rect& visible) { pic1_Paint(surface, visible); };
+  pic1.onMouseMove = [this](Point at) { pic1_MouseMove(at); };
+  pic1.onMouseDown = [this](MouseButton button, Point at) { pic1_MouseDown(button, at); };
+  pic1.onMouseUp = [this](MouseButton button, Point at) { pic1_MouseUp(button, at); };
+  pic1.onKeyDown = [this](Key key) { return pic1_KeyDown(key); };
+  pic1.onToolTip = [this] { return pic1_ToolTip(); };
+  elements_.picHeadCol.onPaint = [this](Surface& surface, const Rect&) {
+    picHeadCol_Paint(surface);
+  };
+  elements_.picHeadRow.onPaint = [this](Surface& surface, const Rect& visible) {
+    picHeadRow_Paint(surface, visible);
+  };
+  elements_.picHeadRow.onMouseDown = [this](MouseButton button, Point at) {
+    picHeadRow_MouseDown(button, at);
+  };
+  elements_.picParent.onPaint = [this](Surface& surface, const Rect&) { picParent_Paint(surface); };
+  for (PictureBox* picture : {&pic1, &elements_.picHeadCol, &elements_.picHeadRow}) {
+    picture->onMouseWheel = [this](double notches) { Scroll(notches); };
+  }
+  elements_.VScroll1.onChange = [this] { VScroll1_Change(); };
+}
+
+void GridView::SetNames(CalendarNames names, Font font) {
+  names_ = std::move(names);
+  font_ = std::move(font);
+}
+
+void GridView::GridChanged(bool spanChanged) {
+  if (pointer_.GridChanged().label) ShowLabel();
+  if (spanChanged) cursor_.SpanChanged();
+  SetScrollRange();
+  for (PictureBox* picture :
+       {&elements_.picParent, &elements_.picHeadCol, &elements_.picHeadRow, &elements_.pic1}) {
+    picture->Refresh();
+  }
+}
+
+void GridView::ClearSelection() {
+  Show(pointer_.ClearSelection());
+}
+
+void GridView::SetSelectionMode(int mode) {
+  pointer_.SetMode(static_cast<SelectionMode>(mode));
+  elements_.pic1.Refresh();
+}
+
+std::optional<DateRange> GridView::DaysForNew() const {
+  if (const std::optional<DateRange> selected = pointer_.SelectedRange()) return selected;
+  return menuDay_;
+}
+
+Twips GridView::Offset() const {
+  return elements_.VScroll1.Value() * static_cast<double>(grid_.Geometry().pixel.height);
+}
+
+void GridView::SetScrollRange() {
+  const GridGeometry& geometry = grid_.Geometry();
+  const double pixel = geometry.pixel.height;
+  const Twips view = elements_.pic1.Bounds().Height();
+  const Twips hidden = geometry.scroll ? geometry.GridHeight(grid_.Layout()) - view : 0;
+  elements_.VScroll1.SetRange(static_cast<int>(std::ceil(std::max(hidden, 0.0) / pixel)),
+                              std::max(1, static_cast<int>(geometry.BandHeight / pixel)),
+                              std::max(1, static_cast<int>(view / pixel)));
+}
+
+void GridView::Scroll(double notches) {
+  ScrollBar& bar = elements_.VScroll1;
+  bar.SetValue(bar.Value() -
+               static_cast<int>(std::lround(notches * BandsPerNotch * bar.SmallChange())));
+}
+
+void GridView::VScroll1_Change() {
+  elements_.pic1.Refresh();
+  elements_.picHeadRow.Refresh();
+}
+
+void GridView::ScrollIntoView(int row) {
+  const GridGeometry& geometry = grid_.Geometry();
+  const double pixel = geometry.pixel.height;
+  const Twips top = geometry.RowTop(grid_.Layout(), row);
+  const Twips bottom = geometry.RowBottom(grid_.Layout(), row);
+  const Twips view = elements_.pic1.Bounds().Height();
+  ScrollBar& bar = elements_.VScroll1;
+  if (bottom > Offset() + view) bar.SetValue(static_cast<int>(std::ceil((bottom - view) / pixel)));
+  if (top < Offset()) bar.SetValue(static_cast<int>(top / pixel));
+}
+
+void GridView::RefreshRows(int firstRow, int lastRow) {
+  const GridGeometry& geometry = grid_.Geometry();
+  // The frames' pens reach beyond their cells.
+  const Twips pen = 3 * Twips{geometry.pixel.height};
+  elements_.pic1.RefreshPart({0, geometry.RowTop(grid_.Layout(), firstRow) - Offset() - pen,
+                              elements_.pic1.Bounds().Width(),
+                              geometry.RowBottom(grid_.Layout(), lastRow) - Offset() + pen});
+}
+
+void GridView::Show(const SelectionChange& change) {
+  if (!shown_ || !change.Changed()) return;
+  for (Rect part : ChangedRects(change.before, change.after, grid_)) {
+    part.top -= Offset();
+    part.bottom -= Offset();
+    elements_.pic1.RefreshPart(part);
+  }
+}
+
+void GridView::ShowLabel() {
+  const std::optional<PointerLabel>& label = pointer_.Label();
+  label_.clear();
+  if (label) {
+    label_ += Prefixes[static_cast<std::size_t>(label->prefix)];
+    label_ += "  ";
+    label_ += platform_.locale.ShortDate(label->from);
+    if (label->to) {
+      label_ += " to ";
+      label_ += platform_.locale.ShortDate(*label->to);
+    }
+  }
+  elements_.lblDate.SetCaption(label_);
+}
+
+void GridView::pic1_Paint(Surface& surface, const Rect& visible) {
+  if (!shown_) {
+    surface.Fill(visible, grid_colours::Back);
+    return;
+  }
+  const Twips offset = Offset();
+  const ViewScope scope(surface, visible, {0, -offset});
+  const Rect inSight{visible.left, visible.top + offset, visible.right, visible.bottom + offset};
+  GridPainter painter(surface, grid_, font_, inSight);
+  const std::optional<Selection> selection = pointer_.DrawnSelection();
+  painter.DrawBackground();
+  if (selection) DrawSelectionFill(surface, grid_, *selection, inSight);
+  painter.DrawDayNumbers();
+  painter.DrawEvents();
+  painter.DrawToday(platform_.clock.Now());
+  if (selection) DrawSelectionFrame(surface, grid_, *selection, inSight);
+  if (const auto cell = cursor_.Cell()) DrawDayCursor(surface, grid_, *cell, inSight);
+}
+
+void GridView::picHeadCol_Paint(Surface& surface) {
+  DrawHeaderRow(surface, grid_, names_, font_);
+}
+
+void GridView::picHeadRow_Paint(Surface& surface, const Rect& visible) {
+  const Twips offset = Offset();
+  const Rect whole{0, 0, elements_.picHeadRow.Bounds().Width(),
+                   elements_.picHeadRow.Bounds().Height()};
+  const ViewScope scope(surface, visible, {0, -offset});
+  DrawMonthColumn(surface, grid_, names_, font_, {0, offset, whole.right, whole.bottom + offset});
+}
+
+void GridView::picParent_Paint(Surface& surface) {
+  const Rect& bounds = elements_.picParent.Bounds();
+  const PixelSize pixel = grid_.Geometry().pixel;
+  surface.Fill({0, 0, bounds.Width(), bounds.Height()}, header_colours::Back);
+  surface.Outline({0, 0, bounds.Width() - pixel.width, bounds.Height() - pixel.height},
+                  face_colours::Frame, 1);
+}
+
+void GridView::pic1_MouseMove(Point at) {
+  if (!shown_) return;
+  const PointerMove move = pointer_.MouseMove(InGrid(at));
+  if (move.label) ShowLabel();
+  Show(move.selection);
+}
+
+void GridView::pic1_MouseDown(MouseButton button, Point at) {
+  if (!shown_) return;
+  pic1_MouseMove(at);
+  const PointerPress press = pointer_.MouseDown(button);
+  Show(press.selection);
+  if (press.dragStarted) ShowLabel();
+  if (!press.menu) return;
+  elements_.mnuDelete.SetEnabled(press.menu->mnuDelete);
+  elements_.mnuEdit.SetEnabled(press.menu->mnuEdit);
+  elements_.mnuClear.SetEnabled(press.menu->mnuClear);
+  PopUp(at, pointer_.HoverEvent(), pointer_.DayUnderPointer());
+}
+
+void GridView::pic1_MouseUp(MouseButton button, Point /*at*/) {
+  if (!shown_) return;
+  const PointerRelease release = pointer_.MouseUp(button);
+  Show(release.selection);
+  if (!release.open) return;
+  selectedKey_ = KeyOf(release.open);
+  commands_.open(selectedKey_);
+}
+
+/// Pops the menu up for a place of the grid.
+void GridView::PopUp(Point at, std::optional<std::size_t> event, std::optional<DateRange> day) {
+  selectedKey_ = KeyOf(event);
+  menuDay_ = day;
+  elements_.mnuNew.SetEnabled(DaysForNew().has_value());
+  const Rect& bounds = elements_.pic1.Bounds();
+  elements_.mnuPop.PopUp({bounds.left + at.x, bounds.top + at.y});
+}
+
+std::string GridView::KeyOf(std::optional<std::size_t> event) const {
+  return event ? EventCollection::KeyOf(grid_.Events()[*event], platform_.locale) : std::string();
+}
+
+std::string GridView::pic1_ToolTip() const {
+  const std::optional<std::size_t> event = pointer_.HoverEvent();
+  return event ? HoverText(grid_.Events()[*event], platform_.locale) : std::string();
+}
+
+/// A press on a month's name selects the month.
+void GridView::picHeadRow_MouseDown(MouseButton button, Point at) {
+  if (!shown_ || button != MouseButton::Left) return;
+  const Twips y = at.y + Offset();
+  const BandLayout& layout = grid_.Layout();
+  for (int row = 1; row <= MonthRows; ++row) {
+    if (y < grid_.Geometry().RowTop(layout, row) || y >= grid_.Geometry().RowBottom(layout, row)) {
+      continue;
+    }
+    Show(pointer_.SelectMonth(row));
+    return;
+  }
+}
+
+bool GridView::pic1_KeyDown(Key key) {
+  if (!shown_) return false;
+  const std::optional<GridCell> before = cursor_.Cell();
+  if (key == Key::PageUp || key == Key::PageDown) {
+    commands_.changeYear(key == Key::PageUp ? -1 : 1);
+    return true;
+  }
+  if (cursor_.Move(key, platform_.clock.Now())) {
+    if (before) RefreshRows(before->row, before->row);
+    ShowCursor();
+    return true;
+  }
+  if (!cursor_.IsShown()) return false;
+  const std::optional<std::size_t> event = cursor_.ChosenEvent();
+  switch (key) {
+    case Key::Space:
+      cursor_.ChooseNext();
+      ShowCursor();
+      return true;
+    case Key::Enter:
+      if (event) commands_.open(selectedKey_ = KeyOf(event));
+      return true;
+    case Key::Delete:
+      if (event) commands_.remove(selectedKey_ = KeyOf(event));
+      return true;
+    case Key::Menu: {
+      const GridGeometry& geometry = grid_.Geometry();
+      elements_.mnuDelete.SetEnabled(event.has_value());
+      elements_.mnuEdit.SetEnabled(event.has_value());
+      elements_.mnuClear.SetEnabled(pointer_.DrawnSelection().has_value());
+      const GridCell cell = *before;
+      PopUp({geometry.ColumnEdge(cell.column),
+             geometry.RowTop(grid_.Layout(), cell.row) + geometry.BandEdge(1) - Offset()},
+            event, DateRange{cursor_.Day(), cursor_.Day().AddDays(1)});
+      return true;
+    }
+    default:
+      return false;
+  }
+}
+
+/// Draws the cursor and says what lies there.
+void GridView::ShowCursor() {
+  const std::optional<GridCell> cell = cursor_.Cell();
+  if (!cell) return;
+  ScrollIntoView(cell->row);
+  RefreshRows(cell->row, cell->row);
+  std::string text(Prefixes[0]);
+  text += "  " + platform_.locale.ShortDate(cursor_.Day());
+  const std::vector<std::size_t> events = cursor_.Events();
+  if (const auto chosen = cursor_.ChosenEvent()) {
+    text += "  " + grid_.Events()[*chosen].Subject;
+    if (events.size() > 1) {
+      text += " (" + std::to_string(cursor_.Chosen() + 1) + " of " + std::to_string(events.size()) +
+              ")";
+    }
+  }
+  elements_.lblDate.SetCaption(text);
+  elements_.lblDate.SetDescription(text);
+}
+
+}  // namespace velkor

@@ -1,0 +1,94 @@
+// control/GridView.h: the grid as its user meets it: painted, scrolled, pointed at, steered by
+// keys.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "control/DayCursor.h"
+#include "control/YearPlanElements.h"
+#include "platform/Platform.h"
+#include "support/values/Font.h"
+#include "view/GridPointer.h"
+#include "view/YearGrid.h"
+#include "view/span/Locale.h"
+
+namespace velkor {
+
+/// What the grid asks of the control; keys are those of the event collection.
+struct GridCommands {
+  std::function<void(std::string_view key)> open;
+  std::function<void(std::string_view key)> remove;
+  std::function<void(int by)> changeYear;
+};
+
+class GridView {
+ public:
+  /// All outlive this. Takes over the handlers of the grid's surfaces and of VScroll1.
+  GridView(YearPlanElements& elements, const YearGrid& grid, const Platform& platform,
+           GridCommands commands);
+
+  /// What the grid is drawn with.
+  void SetNames(CalendarNames names, Font font);
+
+  /// The grid is drawn from now on; until then its surface stays empty.
+  void Begin() { shown_ = true; }
+  /// After the grid was laid out, sized or given other events: everything is painted again.
+  /// @param spanChanged  other months are on show
+  void GridChanged(bool spanChanged);
+
+  void ClearSelection();
+  /// 0 automatic, 1 always select, 2 always open.
+  void SetSelectionMode(int mode);
+
+  /// The event that the context menu acts on; empty for none.
+  const std::string& SelectedKey() const { return selectedKey_; }
+  /// The days that a new appointment takes: the selection, else the day that the menu was called
+  /// for.
+  std::optional<DateRange> DaysForNew() const;
+
+ private:
+  void pic1_Paint(Surface& surface, const Rect& visible);
+  void pic1_MouseMove(Point at);
+  void pic1_MouseDown(MouseButton button, Point at);
+  void pic1_MouseUp(MouseButton button, Point at);
+  bool pic1_KeyDown(Key key);
+  std::string pic1_ToolTip() const;
+  void picHeadCol_Paint(Surface& surface);
+  void picHeadRow_Paint(Surface& surface, const Rect& visible);
+  void picHeadRow_MouseDown(MouseButton button, Point at);
+  void picParent_Paint(Surface& surface);
+  void VScroll1_Change();
+
+  /// How far the grid is scrolled.
+  Twips Offset() const;
+  Point InGrid(Point at) const { return {at.x, at.y + Offset()}; }
+  void Scroll(double notches);
+  void SetScrollRange();
+  void ScrollIntoView(int row);
+  void RefreshRows(int firstRow, int lastRow);
+  void Show(const SelectionChange& change);
+  void ShowLabel();
+  void ShowCursor();
+  void PopUp(Point at, std::optional<std::size_t> event, std::optional<DateRange> day);
+  std::string KeyOf(std::optional<std::size_t> event) const;
+
+  YearPlanElements& elements_;
+  const YearGrid& grid_;
+  Platform platform_;
+  GridCommands commands_;
+  CalendarNames names_;
+  Font font_;
+  GridPointer pointer_;
+  DayCursor cursor_;
+  bool shown_ = false;
+  std::string selectedKey_;
+  /// The day that the menu was called for.
+  std::optional<DateRange> menuDay_;
+  /// Kept for its memory: a move must not need any.
+  std::string label_;
+};
+
+}  // namespace velkor

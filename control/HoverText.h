@@ -1,0 +1,17 @@
+// control/HoverText.h: what is shown about an appointment under the pointer.
+#pragma once
+
+#include <string>
+
+namespace velkor {
+
+struct CalEvent;
+class LocaleApi;
+
+/// First and last day or moment of an event. Whole days are told without times, by their last day.
+std::string DatesText(const CalEvent& event, LocaleApi& locale);
+
+/// Subject, dates and categories, a line each; what is empty has no line.
+std::string HoverText(const CalEvent& event, LocaleApi& locale);
+
+}  // namespace velkor

@@ -1,0 +1,237 @@
+// model/BackgroundRefresh.cpp: the states of a background refresh and what moves it between them.
+#include "model/BackgroundRefresh.h"
+
+#include <exception>
+#include <string>
+#include <utility>
+
+#include "model/EventView.h"
+#include "model/Planner.h"
+#include "model/Status.h"
+#include "model/SynchResult.h"
+#include "platform/Elements.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Platform.h"
+#include "platform/System.h"
+#include "support/values/Error.h"
+
+namespace velkor {
+namespace {
+
+constexpr std::int16_t TicksToRefresh = 11;
+constexpr std::int16_t MostWaits = 3;
+constexpr int MostMessageRounds = 2000;
+constexpr short CancelDone = 1;
+constexpr short CancelRunning = 3;
+
+/// Sets a flag, and clears it at the end unless its owner is gone.
+class FlagWhile {
+ public:
+  FlagWhile(bool& flag, std::weak_ptr<char> owner) : flag_(flag), owner_(std::move(owner)) {
+    flag_ = true;
+  }
+  ~FlagWhile() {
+    if (!owner_.expired()) flag_ = false;
+  }
+  FlagWhile(const FlagWhile&) = delete;
+  FlagWhile& operator=(const FlagWhile&) = delete;
+
+ private:
+  bool& flag_;
+  std::weak_ptr<char> owner_;
+};
+
+}  // namespace
+
+BackgroundRefresh::BackgroundRefresh(Planner& planner, EventView& view, const Platform& platform,
+                                     Timer& tmrBackground, std::function<RefreshInputs()> inputs)
+    : planner_(planner),
+      view_(view),
+      platform_(platform),
+      tmrBackground_(tmrBackground),
+      inputs_(std::move(inputs)),
+      life_(std::make_shared<char>()) {}
+
+BackgroundRefresh::~BackgroundRefresh() {
+  Release();
+}
+
+void BackgroundRefresh::CreateCacheUtility() {
+  if (!life_) return;
+  Withdraw();
+  waitCount_ = 0;
+  Connect();
+}
+
+void BackgroundRefresh::Connect() {
+  connection_ = std::make_shared<char>();
+  m_vkCacheUtil.reset();
+  m_vkCacheUtil = platform_.cacheUtilities.Create(
+      [this, connection = std::weak_ptr<char>(connection_)](short synchResult, long synchError) {
+        if (!connection.expired()) WriteComplete(synchResult, synchError);
+      });
+}
+
+void BackgroundRefresh::ResetCacheUtility() {
+  try {
+    CreateCacheUtility();
+  } catch (const Error&) {
+    // The next refresh tries again and tells.
+  }
+}
+
+void BackgroundRefresh::StartRefresh(bool force) {
+  if (!connection_ || cancelling_) return;
+  const std::weak_ptr<char> life = life_;
+  refreshSoon_ = false;
+  if (force && Outstanding()) CancelRefresh();
+  if (life.expired()) return;
+  planner_.ReportStatus(status::Starting);
+  if (MustWait()) return;
+
+  const std::uint64_t request = ++request_;
+  ++outstandingCount_;
+  tmrBackground_.SetEnabled(true);
+  planner_.ReportStatus(status::Downloading);
+  const auto isCurrent = [&] { return !life.expired() && request == request_; };
+  try {
+    platform_.shell.ProcessMessages();
+    if (isCurrent()) HandOver();
+  } catch (const Error& error) {
+    if (isCurrent()) GiveUp(error);
+    return;
+  } catch (...) {
+    if (isCurrent()) Withdraw();
+    throw;
+  }
+  if (isCurrent() && Outstanding()) planner_.ReportStatus(status::Downloading);
+}
+
+/// Counts an attempt that finds a refresh outstanding; false when a new one may start.
+bool BackgroundRefresh::MustWait() {
+  if (!Outstanding()) {
+    waitCount_ = 0;
+    return false;
+  }
+  if (++waitCount_ <= MostWaits) return true;
+  ResetCacheUtility();
+  return false;
+}
+
+void BackgroundRefresh::HandOver() {
+  if (!m_vkCacheUtil) Connect();
+  const RefreshInputs inputs = inputs_();
+  paths_ = {inputs.cacheFile, inputs.workFile};
+  const std::shared_ptr<CacheUtility> utility = m_vkCacheUtil;
+  handedOver_ = true;
+  utility->Start(inputs);
+}
+
+/// Ends a start that failed; the timer stays stopped as after every message.
+void BackgroundRefresh::GiveUp(const Error& error) {
+  Withdraw();
+  connection_ = std::make_shared<char>();
+  m_vkCacheUtil.reset();
+  planner_.ReportStatus(status::Idle);
+  tmrBackground_.SetEnabled(false);
+  platform_.messages.Show({.text = "Error starting background refresh " +
+                                   std::to_string(error.Number()) + ' ' + error.Description(),
+                           .title = {}});
+}
+
+/// Forgets an outstanding request, wherever it is.
+void BackgroundRefresh::Withdraw() {
+  ++request_;
+  outstandingCount_ = 0;
+  handedOver_ = false;
+}
+
+short BackgroundRefresh::CancelRefresh() {
+  if (!life_) return CancelDone;
+  planner_.ReportStatus(status::Failed);
+  if (cancelling_) {
+    planner_.ReportStatus(status::Neutral);
+    return CancelRunning;
+  }
+  const std::weak_ptr<char> life = life_;
+  {
+    const FlagWhile cancelling(cancelling_, life);
+    if (Outstanding()) StopUtility();
+    if (life.expired()) return CancelDone;
+  }
+  planner_.ReportStatus(status::Idle);
+  tmrBackground_.SetEnabled(true);
+  return CancelDone;
+}
+
+void BackgroundRefresh::StopUtility() {
+  if (!handedOver_) {
+    // Its start still lets messages be processed; there is nothing to wait for.
+    Withdraw();
+    return;
+  }
+  const std::shared_ptr<CacheUtility> utility = m_vkCacheUtil;
+  try {
+    utility->Stop();
+  } catch (const Error&) {
+    ResetCacheUtility();
+    return;
+  }
+  AwaitCompletion();
+}
+
+void BackgroundRefresh::AwaitCompletion() {
+  const std::weak_ptr<char> life = life_;
+  for (int round = 0; round < MostMessageRounds; ++round) {
+    if (life.expired() || !Outstanding()) return;
+    platform_.shell.ProcessMessages();
+  }
+  if (!life.expired() && Outstanding()) ResetCacheUtility();
+}
+
+void BackgroundRefresh::WriteComplete(short synchResult, long synchError) {
+  // One that nobody waits for, or that comes before its request was handed over, does not count.
+  if (Outstanding() && handedOver_) {
+    --outstandingCount_;
+    handedOver_ = false;
+  }
+  planner_.ReportStatus(status::Idle);
+  tmrBackground_.SetEnabled(true);
+  const std::weak_ptr<char> life = life_;
+  const std::string text = ReactTo(synchResult, synchError);
+  if (life.expired() || synchError == 0) return;
+  throw Error(synchError, text.empty() ? "The cache utility reported an error" : text,
+              "VelkorCacheUtility");
+}
+
+/// Reloads, or shows the message for a result and returns it.
+std::string BackgroundRefresh::ReactTo(short synchResult, long synchError) {
+  const auto result = static_cast<SynchResult>(synchResult);
+  if (result == SynchResult::CacheWritten) {
+    view_.ReloadEvents();
+    return {};
+  }
+  if (result == SynchResult::NothingToReport) return {};
+  std::string text = MessageOf(result, synchError, paths_);
+  tmrBackground_.SetEnabled(false);
+  platform_.messages.Show({.text = text, .title = {}});
+  return text;
+}
+
+void BackgroundRefresh::OnTimer() {
+  if (tickCount_ < TicksToRefresh && !refreshSoon_) {
+    ++tickCount_;
+    return;
+  }
+  // First, as the start lets other ticks in.
+  tickCount_ = 1;
+  StartRefresh(false);
+}
+
+void BackgroundRefresh::Release() noexcept {
+  life_.reset();
+  connection_.reset();
+  m_vkCacheUtil.reset();
+}
+
+}  // namespace velkor

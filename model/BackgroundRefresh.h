@@ -1,0 +1,103 @@
+// model/BackgroundRefresh.h: has the cache file brought up to date by the cache utility.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "model/CachePaths.h"
+#include "platform/CacheUtility.h"
+
+namespace velkor {
+
+class Error;
+class EventView;
+class Planner;
+class Timer;
+struct Platform;
+
+/// Starts, counts, cancels and completes refreshes. All runs on the user-interface thread; where
+/// it lets messages be processed or shows one, whatever arrives meanwhile may call any member, and
+/// may release or destroy this object.
+class BackgroundRefresh {
+ public:
+  /// All outlive this. `inputs` gives what the next refresh works on.
+  BackgroundRefresh(Planner& planner, EventView& view, const Platform& platform,
+                    Timer& tmrBackground, std::function<RefreshInputs()> inputs);
+  ~BackgroundRefresh();
+  BackgroundRefresh(const BackgroundRefresh&) = delete;
+  BackgroundRefresh& operator=(const BackgroundRefresh&) = delete;
+
+  /// Drops the cache utility if there is one and creates another; nothing is outstanding then.
+  /// Until the first call no refresh starts. Throws Error when it cannot be created; the next
+  /// refresh then tries again.
+  void CreateCacheUtility();
+  /// The same for a utility that is stuck, without errors.
+  void ResetCacheUtility();
+
+  /// Starts a refresh unless one is outstanding; `force` cancels that one first. The fourth attempt
+  /// in a row that finds one outstanding resets the utility. A utility that cannot be started shows
+  /// a message, stops the timer and is created anew next time.
+  void StartRefresh(bool force);
+
+  /// Cancels an outstanding refresh and waits for its end within bounds.
+  /// @return 1 when done, 3 when a cancellation was already running
+  short CancelRefresh();
+
+  /// A tick of tmrBackground; every eleventh starts a refresh.
+  void OnTimer();
+  /// Has the next tick start one.
+  void RefreshSoon() { refreshSoon_ = true; }
+
+  bool Outstanding() const { return outstandingCount_ >= 1; }
+  /// Requests that were handed to the utility or are about to be, and have not completed.
+  int OutstandingCount() const { return outstandingCount_; }
+  /// Start attempts in a row that found a refresh outstanding.
+  int WaitCount() const { return waitCount_; }
+  /// From 1 to 11.
+  int TickCount() const { return tickCount_; }
+  bool Cancelling() const { return cancelling_; }
+
+  /// Drops the utility for good: nothing starts or completes any more.
+  void Release() noexcept;
+
+ private:
+  void WriteComplete(short synchResult, long synchError);
+  std::string ReactTo(short synchResult, long synchError);
+  bool MustWait();
+  void Connect();
+  void HandOver();
+  void GiveUp(const Error& error);
+  void Withdraw();
+  void StopUtility();
+  void AwaitCompletion();
+
+  Planner& planner_;
+  EventView& view_;
+  const Platform& platform_;
+  Timer& tmrBackground_;
+  std::function<RefreshInputs()> inputs_;
+  /// Those of the last refresh that was handed over.
+  CachePaths paths_;
+
+  /// Shared so that one whose call is on the stack outlives its reset.
+  std::shared_ptr<CacheUtility> m_vkCacheUtil;
+  /// Expires with the utility whose completions may still count; null before the first one and
+  /// after Release.
+  std::shared_ptr<char> connection_;
+  /// Expires when this is released or destroyed.
+  std::shared_ptr<char> life_;
+
+  std::int16_t outstandingCount_ = 0;
+  std::int16_t waitCount_ = 0;
+  std::int16_t tickCount_ = 1;
+  bool cancelling_ = false;
+  bool refreshSoon_ = false;
+  /// The outstanding request is with the utility.
+  bool handedOver_ = false;
+  /// Number of the last request, so that one that waits sees that it was overtaken or withdrawn.
+  std::uint64_t request_ = 0;
+};
+
+}  // namespace velkor

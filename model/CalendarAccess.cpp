@@ -1,0 +1,209 @@
+// model/CalendarAccess.cpp: the calendar folder on show, and what its item events do to the view.
+#include "model/CalendarAccess.h"
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "model/AppointmentOf.h"
+#include "model/ColourRecord.h"
+#include "model/EventCollection.h"
+#include "model/EventFields.h"
+#include "model/EventView.h"
+#include "model/Guard.h"
+#include "model/Planner.h"
+#include "support/values/Error.h"
+#include "support/values/Text.h"
+#include "view/span/CategoryFilter.h"
+#include "view/span/Globals.h"
+
+namespace velkor {
+namespace {
+
+constexpr std::string_view AddingFailed = "Error adding appointment ";
+
+/// What of an appointment finds it again among the items of its folder.
+struct Sought {
+  std::string entryId;
+  std::string subject;
+  bool recurring = false;
+};
+
+/// The appointment that an added or changed item stands for; none for one that never enters the
+/// view: a meeting item without an appointment, or a colour record.
+std::optional<Sought> SoughtBy(OutlookItem& item) {
+  std::unique_ptr<OutlookItem> behind;
+  OutlookItem* appointment = &item;
+  if (item.Class() != outlook::ClassAppointment) {
+    behind = item.GetAssociatedAppointment(false);
+    appointment = behind.get();
+  }
+  if (appointment == nullptr) return std::nullopt;
+  Sought sought{appointment->EntryID(), appointment->Subject(), appointment->IsRecurring()};
+  if (colour_record::IsSubject(sought.subject)) return std::nullopt;
+  return sought;
+}
+
+/// The items of the span with an appointment's subject, its occurrences each by itself.
+std::unique_ptr<OutlookItems> ItemsOf(const Sought& sought, OutlookFolder& folder,
+                                      const DisplaySpan& span, LocaleApi& locale) {
+  auto items = folder.Items()->Restrict(Globals::ViewRestriction(span, locale) +
+                                        " And [Subject]='" + sought.subject + "'");
+  items->Sort("[Start]");
+  if (sought.recurring) items->IncludeRecurrences(true);
+  return items;
+}
+
+CalEvent EventOf(OutlookItem& appointment, std::string entryId, const EventFields& fields) {
+  CalEvent event;
+  event.EventID = std::move(entryId);
+  event.Subject = appointment.Subject();
+  event.Categories = appointment.Categories();
+  event.StartDate = appointment.Start();
+  event.EndDate = appointment.End();
+  if (!event.StartDate.IsValid() || !event.EndDate.IsValid()) {
+    throw Error(errors::TypeMismatch, "\"" + event.Subject + "\" has a date that is none");
+  }
+  fields.Derive(event);
+  return event;
+}
+
+/// Appends the occurrences of an appointment that the view shows; those before an Error stay.
+void Gather(const Sought& sought, OutlookFolder& folder, EventView& view, LocaleApi& locale,
+            std::vector<CalEvent>& events) {
+  const EventFields fields = view.Fields();
+  const auto items = ItemsOf(sought, folder, fields.span, locale);
+  for (auto item = items->GetFirst(); item; item = items->GetNext()) {
+    const auto appointment = AppointmentOf(std::move(item));
+    if (!appointment) continue;
+    std::string entryId = appointment->EntryID();
+    if (entryId != sought.entryId) continue;
+    CalEvent event = EventOf(*appointment, std::move(entryId), fields);
+    if (event.CatIndex == -1 || view.Filter().IsFilteredOut(event.Categories)) continue;
+    events.push_back(std::move(event));
+  }
+}
+
+}  // namespace
+
+CalendarAccess::CalendarAccess(EventView& view, Planner& planner, const Platform& platform,
+                               const std::string& appointmentForm)
+    : view_(view), planner_(planner), platform_(platform), appointmentForm_(appointmentForm) {}
+
+CalendarAccess::~CalendarAccess() {
+  Release();
+}
+
+void CalendarAccess::Open() {
+  session_ = platform_.outlook.GetNamespace("MAPI");
+  if (!session_) throw Error(errors::CalendarFailed, "There is no session");
+}
+
+std::unique_ptr<OutlookFolder> CalendarAccess::FindFolder(std::string_view folder) {
+  if (folder.empty() || folder == "Calendar") {
+    return session_->GetDefaultFolder(outlook::FolderCalendar);
+  }
+  std::unique_ptr<OutlookFolder> found;
+  const bool whole = ForEachPiece(folder, "\\", [&](std::string_view name) {
+    found = found ? found->Folder(name) : session_->Folder(name);
+    return found != nullptr;
+  });
+  if (!whole) return nullptr;
+  if (found->DefaultItemType() != outlook::ItemTypeAppointment) {
+    return session_->GetDefaultFolder(outlook::FolderCalendar);
+  }
+  return found;
+}
+
+bool CalendarAccess::ResolveFolder(std::string_view folder) {
+  ReleaseFolder();
+  try {
+    const auto found = FindFolder(folder);
+    if (!found) return false;
+    entryId_ = found->EntryID();
+    storeId_ = found->StoreID();
+    folder_ = session_->GetFolderFromID(entryId_, storeId_);
+  } catch (const Error&) {
+    // To the caller a folder that is refused is as little a folder as one that is not there.
+    folder_.reset();
+  }
+  if (!folder_) {
+    ReleaseFolder();
+    return false;
+  }
+  m_olItems_ = folder_->Items();
+  m_olItems_->Connect(this);
+  return true;
+}
+
+std::unique_ptr<OutlookFolder> CalendarAccess::ReopenFolder() {
+  const auto session = platform_.outlook.GetNamespace("MAPI");
+  auto folder = session ? session->GetFolderFromID(entryId_, storeId_) : nullptr;
+  if (!folder) throw Error(errors::CalendarFailed, "The calendar folder is not there any more");
+  return folder;
+}
+
+std::unique_ptr<OutlookItem> CalendarAccess::Item(std::string_view entryId) {
+  auto item = session_->GetItemFromID(entryId, storeId_);
+  if (!item) throw Error(errors::CalendarFailed, "The item is not there any more");
+  return item;
+}
+
+std::unique_ptr<OutlookItem> CalendarAccess::NewItem(std::string_view messageClass) {
+  return folder_->Items()->Add(messageClass);
+}
+
+std::string CalendarAccess::CurrentUserName() {
+  return platform_.outlook.CurrentUserName();
+}
+
+void CalendarAccess::ReleaseFolder() noexcept {
+  try {
+    if (m_olItems_) m_olItems_->Connect(nullptr);
+  } catch (const Error&) {
+    // What is let go need not agree.
+  }
+  m_olItems_.reset();
+  folder_.reset();
+  entryId_.clear();
+  storeId_.clear();
+}
+
+void CalendarAccess::Release() noexcept {
+  ReleaseFolder();
+  session_.reset();
+}
+
+void CalendarAccess::ItemAdd(OutlookItem& item) {
+  TakeItem(item, false);
+}
+
+void CalendarAccess::ItemChange(OutlookItem& item) {
+  TakeItem(item, true);
+}
+
+void CalendarAccess::ItemRemove() {
+  planner_.StartRefresh(true);
+}
+
+void CalendarAccess::TakeItem(OutlookItem& item, bool replace) {
+  std::optional<Sought> sought;
+  std::vector<CalEvent> events;
+  const auto failure = Guard(platform_.messages, AddingFailed, [&] {
+    // A meeting item has a message class of its own, so it comes in only where the property names
+    // that class; otherwise its appointment raises events itself.
+    if (item.MessageClass() != appointmentForm_) return;
+    sought = SoughtBy(item);
+    if (sought) Gather(*sought, *folder_, view_, platform_.locale, events);
+  });
+  if (!sought || (failure && events.empty())) return;
+  // What could not be read again is not taken out, and what was read is kept; the cache file waits
+  // for the next refresh then, which knows the whole appointment.
+  view_.ChangeEvents([&](EventCollection& collection) {
+    if (replace && !failure) collection.RemoveAppointment(sought->entryId);
+    for (CalEvent& event : events) collection.Add(std::move(event));
+  });
+  if (!failure) view_.RewriteCache();
+}
+
+}  // namespace velkor

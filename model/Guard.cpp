@@ -1,0 +1,27 @@
+// model/Guard.cpp: ends an operation that fails with a message box that says why.
+#include "model/Guard.h"
+
+#include <string>
+
+#include "platform/MessageBoxes.h"
+
+namespace velkor {
+
+void TellError(MessageBoxes& messages, std::string_view prefix, const Error& error) {
+  messages.Show(
+      {.text = std::string(prefix) + std::to_string(error.Number()) + " " + error.Description(),
+       .title = {}});
+}
+
+std::optional<Error> Guard(MessageBoxes& messages, std::string_view prefix,
+                           const std::function<void()>& operation) {
+  try {
+    operation();
+    return std::nullopt;
+  } catch (const Error& error) {
+    TellError(messages, prefix, error);
+    return error;
+  }
+}
+
+}  // namespace velkor

@@ -1,0 +1,24 @@
+// model/Guard.h: ends an operation that fails with a message box that says why.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string_view>
+
+#include "support/values/Error.h"
+
+namespace velkor {
+
+class MessageBoxes;
+
+/// Shows the prefix (which ends in its own blank), the error's number in decimal, a blank and its
+/// description; OK only, default title.
+void TellError(MessageBoxes& messages, std::string_view prefix, const Error& error);
+
+/// Runs an operation. An Error that it throws ends it and is told as TellError does; everything
+/// else that it throws goes on.
+/// @return the error that was told; none when the operation ran to its end
+std::optional<Error> Guard(MessageBoxes& messages, std::string_view prefix,
+                           const std::function<void()>& operation);
+
+}  // namespace velkor

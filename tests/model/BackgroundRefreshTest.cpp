@@ -1,0 +1,443 @@
+// tests/model/BackgroundRefreshTest.cpp: refreshes started, counted, cancelled, reset, completed.
+#include "model/BackgroundRefresh.h"
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <optional>
+#include <utility>
+
+#include "model/EventCollection.h"
+#include "model/EventFields.h"
+#include "model/EventView.h"
+#include "model/Planner.h"
+#include "model/Status.h"
+#include "platform/Elements.h"
+#include "platform/Outlook.h"
+#include "platform/headless/HeadlessSeams.h"
+#include "support/values/Error.h"
+#include "view/span/CategoryFilter.h"
+
+namespace velkor {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class StatusPlanner : public Planner {
+ public:
+  std::vector<Colour> statuses;
+
+  void ReportStatus(Colour colour) override { statuses.push_back(colour); }
+  bool RefreshOutstanding() const override { return false; }
+  void CancelRefresh() override {}
+  void StartRefresh(bool) override {}
+};
+
+class CountingView : public EventView {
+ public:
+  int reloads = 0;
+
+  const EventCollection& Events() const override { throw std::logic_error("not asked for"); }
+  EventFields Fields() const override { throw std::logic_error("not asked for"); }
+  const CategoryFilter& Filter() const override { throw std::logic_error("not asked for"); }
+  void ChangeEvents(const std::function<void(EventCollection&)>&) override {}
+  void ReloadEvents() override { ++reloads; }
+  void RewriteCache() override {}
+};
+
+/// A message box that stays open while `whileOpen` runs.
+class OpenMessageBoxes : public MessageBoxes {
+ public:
+  std::vector<std::string> texts;
+  std::function<void()> whileOpen;
+
+  MessageAnswer Show(const Message& message) override {
+    texts.push_back(message.text);
+    EXPECT_EQ(message.title, "");
+    EXPECT_EQ(message.buttons, MessageButtons::Ok);
+    if (const auto once = std::exchange(whileOpen, nullptr)) once();
+    return MessageAnswer::Ok;
+  }
+};
+
+class NoOutlook : public OutlookApplication {
+ public:
+  std::string Version() override { return {}; }
+  std::string CurrentUserName() override { return {}; }
+  std::unique_ptr<OutlookNamespace> GetNamespace(std::string_view) override { return nullptr; }
+};
+
+class BackgroundRefreshTest : public testing::Test {
+ protected:
+  BackgroundRefreshTest() { refresh_->CreateCacheUtility(); }
+
+  void Messages(std::function<void(int)> onMessages) {
+    seams_.shell.rounds = 0;
+    seams_.shell.onMessages = std::move(onMessages);
+  }
+  /// The number that a completion raised; 0 for none.
+  long Complete(short synchResult, long synchError = 0) {
+    try {
+      utilities_.Complete(synchResult, synchError);
+    } catch (const Error& error) {
+      return error.Number();
+    }
+    return 0;
+  }
+  std::vector<Colour> Statuses() { return std::exchange(planner_.statuses, {}); }
+
+  HeadlessSeams seams_;
+  ScriptedCacheUtilities& utilities_ = seams_.cacheUtilities;
+  NoOutlook outlook_;
+  OpenMessageBoxes boxes_;
+  Platform platform_{
+      utilities_, seams_.clock, seams_.environment, seams_.files,    seams_.forms, seams_.locale,
+      boxes_,     outlook_,     seams_.registry,    seams_.settings, seams_.shell};
+  StatusPlanner planner_;
+  CountingView view_;
+  Timer tmrBackground_{"tmrBackground", 50000};
+  RefreshInputs inputs_{2005, 7, "/temp/c.tmp", "/temp/~c.tmp", "folder", "store"};
+  std::optional<BackgroundRefresh> refresh_{
+      std::in_place, planner_, view_, platform_, tmrBackground_, [this] { return inputs_; }};
+};
+
+TEST_F(BackgroundRefreshTest, ARefreshIsCountedHandedOverAndCompleted) {
+  Messages([&](int) { EXPECT_TRUE(utilities_.started.empty()); });
+  refresh_->StartRefresh(false);
+  EXPECT_EQ(refresh_->OutstandingCount(), 1);
+  EXPECT_EQ(seams_.shell.rounds, 1);
+  EXPECT_TRUE(tmrBackground_.Enabled());
+  EXPECT_THAT(Statuses(), ElementsAre(status::Starting, status::Downloading, status::Downloading));
+  ASSERT_EQ(utilities_.started.size(), 1U);
+  EXPECT_EQ(utilities_.started[0].viewYear, 2005);
+  EXPECT_EQ(utilities_.started[0].firstMonth, 7);
+  EXPECT_EQ(utilities_.started[0].cacheFile, "/temp/c.tmp");
+  EXPECT_EQ(utilities_.started[0].workFile, "/temp/~c.tmp");
+  EXPECT_EQ(utilities_.started[0].folderId, "folder");
+  EXPECT_EQ(utilities_.started[0].storeId, "store");
+
+  EXPECT_EQ(Complete(1), 0);
+  EXPECT_FALSE(refresh_->Outstanding());
+  EXPECT_EQ(view_.reloads, 1);
+  EXPECT_THAT(Statuses(), ElementsAre(status::Idle));
+  EXPECT_TRUE(tmrBackground_.Enabled());
+}
+
+TEST_F(BackgroundRefreshTest, EachResultHasItsReactionAndOnlyMessagesStopTheTimer) {
+  const std::pair<short, const char*> results[] = {
+      {1, nullptr},
+      {2, "Unable to open temp file, /temp/~c.tmp for updating"},
+      {3, "Unable to clear old cache file, /temp/c.tmp before updating"},
+      {4, "An error starting the background timer, check that the kestimer dll exists."},
+      {5, "Could not log on to MAPI, probably due to a network problem.  Error code: 0"},
+      {6, nullptr},
+      {7, "Error occured while fetching events."},
+      {8, "An error occured while updating the cache file"},
+      {0, "An error occured while updating the cache file"},
+      {-32768, "An error occured while updating the cache file"},
+  };
+  for (const auto& [result, text] : results) {
+    boxes_.texts.clear();
+    refresh_->StartRefresh(false);
+    EXPECT_TRUE(tmrBackground_.Enabled()) << "a start runs the timer again";
+    // The message names the files that the refresh had, whatever year is on show by now.
+    inputs_.cacheFile = inputs_.workFile = "other";
+    boxes_.whileOpen = [&] { EXPECT_FALSE(tmrBackground_.Enabled()); };
+    EXPECT_EQ(Complete(result), 0);
+    inputs_.cacheFile = "/temp/c.tmp";
+    inputs_.workFile = "/temp/~c.tmp";
+    EXPECT_FALSE(refresh_->Outstanding());
+    EXPECT_EQ(tmrBackground_.Enabled(), text == nullptr) << result;
+    if (text) {
+      EXPECT_THAT(boxes_.texts, ElementsAre(text));
+    } else {
+      EXPECT_THAT(boxes_.texts, IsEmpty());
+    }
+  }
+  EXPECT_EQ(view_.reloads, 1);
+}
+
+TEST_F(BackgroundRefreshTest, AnErrorNumberIsRaisedAfterItsMessage) {
+  refresh_->StartRefresh(false);
+  EXPECT_EQ(Complete(5, 1234), 1234);
+  EXPECT_THAT(boxes_.texts, ElementsAre("Could not log on to MAPI, probably due to a network "
+                                        "problem.  Error code: 1234"));
+  refresh_->StartRefresh(false);
+  EXPECT_EQ(Complete(6, 77), 77);
+  EXPECT_EQ(boxes_.texts.size(), 1U);
+}
+
+TEST_F(BackgroundRefreshTest, EveryEleventhTickStartsARefresh) {
+  std::vector<int> starting;
+  for (int tick = 1; tick <= 33; ++tick) {
+    refresh_->OnTimer();
+    if (refresh_->Outstanding()) starting.push_back(tick);
+    Complete(6);
+  }
+  EXPECT_THAT(starting, ElementsAre(11, 22, 33));
+  EXPECT_EQ(refresh_->TickCount(), 1);
+}
+
+TEST_F(BackgroundRefreshTest, RefreshSoonMakesOneTickRefreshAtOnce) {
+  refresh_->OnTimer();
+  refresh_->RefreshSoon();
+  EXPECT_EQ(utilities_.started.size(), 0U);
+  refresh_->OnTimer();
+  EXPECT_EQ(utilities_.started.size(), 1U);
+  EXPECT_EQ(refresh_->TickCount(), 1);
+  Complete(1);
+  refresh_->OnTimer();
+  EXPECT_EQ(utilities_.started.size(), 1U);
+  EXPECT_EQ(refresh_->TickCount(), 2);
+}
+
+TEST_F(BackgroundRefreshTest, TheFourthAttemptThatFindsARefreshOutstandingResetsTheUtility) {
+  refresh_->StartRefresh(false);
+  Statuses();
+  for (int wait = 1; wait <= 3; ++wait) {
+    refresh_->StartRefresh(false);
+    EXPECT_EQ(refresh_->WaitCount(), wait);
+    EXPECT_EQ(utilities_.created, 1);
+    EXPECT_THAT(Statuses(), ElementsAre(status::Starting));
+  }
+  refresh_->StartRefresh(false);
+  EXPECT_EQ(utilities_.created, 2);
+  EXPECT_EQ(utilities_.started.size(), 2U);
+  EXPECT_EQ(refresh_->WaitCount(), 0);
+  EXPECT_EQ(refresh_->OutstandingCount(), 1);
+  // The count begins anew once a refresh has completed.
+  refresh_->StartRefresh(false);
+  Complete(6);
+  refresh_->StartRefresh(false);
+  EXPECT_EQ(refresh_->WaitCount(), 0);
+}
+
+TEST_F(BackgroundRefreshTest, AForcedStartCancelsFirst) {
+  refresh_->StartRefresh(true);
+  EXPECT_EQ(utilities_.stops, 0);
+  Messages([&](int round) {
+    if (round != 5) return;
+    EXPECT_TRUE(refresh_->Cancelling());
+    refresh_->StartRefresh(true);
+    refresh_->StartRefresh(false);
+    EXPECT_EQ(utilities_.started.size(), 1U) << "nothing starts while one is cancelled";
+    Complete(6);
+  });
+  Statuses();
+  refresh_->StartRefresh(true);
+  EXPECT_EQ(utilities_.stops, 1);
+  EXPECT_EQ(seams_.shell.rounds, 6) << "five for the cancellation, one for the start";
+  EXPECT_EQ(utilities_.started.size(), 2U);
+  EXPECT_EQ(utilities_.created, 1);
+  EXPECT_EQ(refresh_->OutstandingCount(), 1);
+  EXPECT_THAT(Statuses(), ElementsAre(status::Failed, status::Idle, status::Idle, status::Starting,
+                                      status::Downloading, status::Downloading));
+}
+
+TEST_F(BackgroundRefreshTest, ACancellationWithinACancellationAnswersThree) {
+  EXPECT_EQ(refresh_->CancelRefresh(), 1) << "nothing outstanding";
+  EXPECT_EQ(utilities_.stops + seams_.shell.rounds, 0);
+  refresh_->StartRefresh(false);
+  short nested = 0;
+  Messages([&](int round) {
+    if (round == 1) {
+      Statuses();
+      nested = refresh_->CancelRefresh();
+      EXPECT_THAT(Statuses(), ElementsAre(status::Failed, status::Neutral));
+    } else {
+      Complete(6);
+    }
+  });
+  tmrBackground_.SetEnabled(false);
+  EXPECT_EQ(refresh_->CancelRefresh(), 1);
+  EXPECT_EQ(nested, 3);
+  EXPECT_EQ(seams_.shell.rounds, 2);
+  EXPECT_FALSE(refresh_->Cancelling());
+  EXPECT_TRUE(tmrBackground_.Enabled());
+  EXPECT_EQ(planner_.statuses.back(), status::Idle);
+}
+
+TEST_F(BackgroundRefreshTest, AUtilityThatDoesNotStopIsResetAfterTwoThousandRounds) {
+  refresh_->StartRefresh(false);
+  Messages({});
+  EXPECT_EQ(refresh_->CancelRefresh(), 1);
+  EXPECT_EQ(seams_.shell.rounds, 2000);
+  EXPECT_EQ(utilities_.created, 2);
+  EXPECT_EQ(refresh_->OutstandingCount(), 0);
+  EXPECT_EQ(refresh_->WaitCount(), 0);
+}
+
+TEST_F(BackgroundRefreshTest, ACompletionThatNobodyWaitsForNeverMakesTheCountNegative) {
+  Complete(1);
+  Complete(6);
+  EXPECT_EQ(refresh_->OutstandingCount(), 0);
+  EXPECT_EQ(view_.reloads, 1);
+  // One that comes while the next start lets messages be processed belongs to no request of now.
+  Messages([&](int) { Complete(6); });
+  refresh_->StartRefresh(false);
+  EXPECT_EQ(refresh_->OutstandingCount(), 1);
+  EXPECT_EQ(utilities_.started.size(), 1U);
+  EXPECT_EQ(planner_.statuses.back(), status::Downloading);
+  Complete(1);
+  EXPECT_EQ(refresh_->OutstandingCount(), 0);
+}
+
+TEST_F(BackgroundRefreshTest, AForcedStartWithinAStartOvertakesIt) {
+  Messages([&](int round) {
+    if (round > 1) return;
+    inputs_.viewYear = 2006;
+    refresh_->StartRefresh(true);
+  });
+  refresh_->StartRefresh(false);
+  ASSERT_EQ(utilities_.started.size(), 1U);
+  EXPECT_EQ(utilities_.started[0].viewYear, 2006);
+  EXPECT_EQ(utilities_.stops, 0) << "what the utility does not have needs no stop";
+  EXPECT_EQ(seams_.shell.rounds, 2);
+  EXPECT_EQ(refresh_->OutstandingCount(), 1);
+}
+
+TEST_F(BackgroundRefreshTest, ACancellationWithinAStartWithdrawsIt) {
+  Messages([&](int) { EXPECT_EQ(refresh_->CancelRefresh(), 1); });
+  refresh_->StartRefresh(false);
+  EXPECT_THAT(utilities_.started, IsEmpty());
+  EXPECT_FALSE(refresh_->Outstanding());
+  EXPECT_EQ(planner_.statuses.back(), status::Idle);
+}
+
+TEST_F(BackgroundRefreshTest, AStartThatFailsTellsAndTheNextOneTriesWithANewUtility) {
+  utilities_.failsToStart = true;
+  refresh_->StartRefresh(false);
+  EXPECT_THAT(boxes_.texts, ElementsAre("Error starting background refresh 5 The cache utility "
+                                        "cannot be started."));
+  EXPECT_FALSE(refresh_->Outstanding());
+  EXPECT_FALSE(tmrBackground_.Enabled());
+  EXPECT_EQ(planner_.statuses.back(), status::Idle);
+  utilities_.failsToStart = false;
+  refresh_->StartRefresh(false);
+  EXPECT_EQ(utilities_.created, 2);
+  EXPECT_TRUE(refresh_->Outstanding());
+  EXPECT_TRUE(tmrBackground_.Enabled());
+  EXPECT_EQ(Complete(1), 0);
+  EXPECT_EQ(view_.reloads, 1);
+}
+
+TEST_F(BackgroundRefreshTest, InputsThatFailLeaveNothingOutstanding) {
+  refresh_.emplace(planner_, view_, platform_, tmrBackground_,
+                   []() -> RefreshInputs { throw Error(440, "The folder is gone."); });
+  refresh_->CreateCacheUtility();
+  refresh_->StartRefresh(false);
+  EXPECT_THAT(boxes_.texts,
+              ElementsAre("Error starting background refresh 440 The folder is gone."));
+  EXPECT_FALSE(refresh_->Outstanding());
+}
+
+TEST_F(BackgroundRefreshTest, AUtilityMayBeResetWithinItsOwnCompletion) {
+  refresh_->StartRefresh(false);
+  boxes_.whileOpen = [&] {
+    refresh_->ResetCacheUtility();
+    refresh_->StartRefresh(true);
+  };
+  EXPECT_EQ(Complete(7, 440), 440);
+  EXPECT_EQ(utilities_.created, 2);
+  EXPECT_EQ(refresh_->OutstandingCount(), 1);
+  EXPECT_TRUE(tmrBackground_.Enabled()) << "the start within runs it, and nobody stops it after";
+}
+
+/// Utilities that report even when they are gone.
+class LateUtilities : public CacheUtilities {
+ public:
+  std::vector<WriteComplete> all;
+
+  std::unique_ptr<CacheUtility> Create(WriteComplete writeComplete) override {
+    class Deaf : public CacheUtility {
+      void Start(const RefreshInputs&) override {}
+      void Stop() override { throw Error(5, "gone"); }
+    };
+    if (all.size() == failAt) throw Error(5, "no more");
+    all.push_back(std::move(writeComplete));
+    return std::make_unique<Deaf>();
+  }
+  std::size_t failAt = 100;
+};
+
+class LateCompletion : public BackgroundRefreshTest {
+ protected:
+  LateUtilities late_;
+  Platform latePlatform_{
+      late_,  seams_.clock, seams_.environment, seams_.files,    seams_.forms, seams_.locale,
+      boxes_, outlook_,     seams_.registry,    seams_.settings, seams_.shell};
+  BackgroundRefresh lateRefresh_{planner_, view_, latePlatform_, tmrBackground_,
+                                 [this] { return inputs_; }};
+};
+
+TEST_F(LateCompletion, OfAUtilityThatWasResetDoesNotCount) {
+  lateRefresh_.CreateCacheUtility();
+  lateRefresh_.StartRefresh(false);
+  lateRefresh_.ResetCacheUtility();
+  EXPECT_FALSE(lateRefresh_.Outstanding());
+  lateRefresh_.StartRefresh(false);
+  late_.all[0](1, 0);
+  late_.all[0](7, 440);
+  EXPECT_EQ(lateRefresh_.OutstandingCount(), 1);
+  EXPECT_EQ(view_.reloads, 0);
+  EXPECT_THAT(boxes_.texts, IsEmpty());
+  late_.all[1](1, 0);
+  EXPECT_EQ(lateRefresh_.OutstandingCount(), 0);
+}
+
+TEST_F(LateCompletion, AUtilityThatCannotBeStoppedIsResetAtOnce) {
+  lateRefresh_.CreateCacheUtility();
+  lateRefresh_.StartRefresh(false);
+  Messages({});
+  late_.failAt = 1;
+  EXPECT_EQ(lateRefresh_.CancelRefresh(), 1);
+  EXPECT_EQ(seams_.shell.rounds, 0);
+  EXPECT_FALSE(lateRefresh_.Outstanding());
+  // There is no utility now; the next start makes one, and tells when it cannot.
+  lateRefresh_.StartRefresh(false);
+  EXPECT_THAT(boxes_.texts, ElementsAre("Error starting background refresh 5 no more"));
+  late_.failAt = 100;
+  lateRefresh_.StartRefresh(false);
+  EXPECT_TRUE(lateRefresh_.Outstanding());
+}
+
+TEST_F(LateCompletion, NothingHappensBeforeTheUtilityIsCreatedOrAfterRelease) {
+  lateRefresh_.StartRefresh(true);
+  EXPECT_FALSE(lateRefresh_.Outstanding());
+  lateRefresh_.CreateCacheUtility();
+  lateRefresh_.StartRefresh(false);
+  lateRefresh_.Release();
+  Statuses();
+  late_.all[0](7, 440);
+  lateRefresh_.StartRefresh(true);
+  lateRefresh_.CancelRefresh();
+  lateRefresh_.CreateCacheUtility();
+  lateRefresh_.StartRefresh(true);
+  EXPECT_EQ(late_.all.size(), 1U);
+  EXPECT_THAT(Statuses(), IsEmpty());
+}
+
+TEST_F(BackgroundRefreshTest, MayBeDestroyedWhileAMessageIsOpen) {
+  refresh_->StartRefresh(false);
+  boxes_.whileOpen = [&] { refresh_.reset(); };
+  EXPECT_EQ(Complete(7, 440), 0);
+}
+
+TEST_F(BackgroundRefreshTest, MayBeDestroyedWhileItStartsOrCancels) {
+  Messages([&](int) { refresh_.reset(); });
+  refresh_->StartRefresh(false);
+  EXPECT_THAT(utilities_.started, IsEmpty());
+
+  refresh_.emplace(planner_, view_, platform_, tmrBackground_, [this] { return inputs_; });
+  refresh_->CreateCacheUtility();
+  Messages({});
+  refresh_->StartRefresh(false);
+  Messages([&](int) { refresh_.reset(); });
+  refresh_->StartRefresh(true);
+  EXPECT_EQ(utilities_.started.size(), 1U);
+  EXPECT_EQ(seams_.shell.rounds, 1);
+}
+
+}  // namespace
+}  // namespace velkor

@@ -1,0 +1,37 @@
+// tools/ProbeCase.h: the parts of the probe's cases as the core's own types.
+#pragma once
+
+#include <limits>
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "model/CalEvent.h"
+#include "support/values/Date.h"
+#include "view/YearGrid.h"
+#include "view/span/CategoryFilter.h"
+#include "view/span/DisplaySpan.h"
+
+namespace velkor {
+
+/// What makes a case malformed, in words for its sender. The functions here throw it, or what the
+/// JSON library throws.
+class BadCase : public std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/// A whole number within bounds; a conversion alone would cut and wrap.
+int WholeNumber(const nlohmann::ordered_json& json, int least = std::numeric_limits<int>::min(),
+                int most = std::numeric_limits<int>::max());
+Date DateOf(const nlohmann::ordered_json& json);
+DisplaySpan SpanOf(const nlohmann::ordered_json& view);
+CategoryFilter FilterOf(const nlohmann::ordered_json& separator, const std::string& text,
+                        bool matchAll);
+/// Derived fields are not set.
+std::vector<CalEvent> EventsOf(const nlohmann::ordered_json& json);
+/// The laid-out year of a case with `view`, `separator`, `filter`, `categories`, `events`,
+/// `surface` and the options.
+YearGrid GridOf(const nlohmann::ordered_json& json);
+
+}  // namespace velkor

@@ -1,0 +1,129 @@
+// view/SelectionPainter.cpp: draws the selected days and the keyboard's day cursor.
+#include "view/SelectionPainter.h"
+
+#include <algorithm>
+
+namespace velkor {
+namespace {
+
+constexpr int FramePen = 2;
+constexpr int CursorPen = 1;
+constexpr int CursorHaloPen = 3;
+/// Pixels from the cell's edge to the middle of the cursor: it stands inside a selection's frame.
+constexpr int CursorInset = 3;
+
+/// Pixels from a change of the selection within which its frame may change: the pen, which the
+/// neighbours gain or lose, and one for edges that fall between two pixels.
+constexpr int FrameReach = FramePen + 1;
+
+/// Columns of one row, both included; none when `last` lies below `first`.
+struct Columns {
+  int first = 1;
+  int last = 0;
+
+  bool None() const { return last < first; }
+  friend bool operator==(const Columns&, const Columns&) = default;
+};
+
+/// `ordered` is in date order.
+Columns ColumnsInRow(const std::optional<Selection>& ordered, int row, const MonthColumns& month) {
+  if (!ordered || row < ordered->start.row || row > ordered->end.row) return {};
+  Columns columns{month.RowDayOffset[row] + 1, month.RowLastColumn[row]};
+  if (row == ordered->start.row) columns.first = std::max(columns.first, ordered->start.column);
+  if (row == ordered->end.row) columns.last = std::min(columns.last, ordered->end.column);
+  return columns;
+}
+
+/// The least stretch in which all columns lie that are in one of the two only.
+Columns Difference(const Columns& a, const Columns& b) {
+  if (a.None() || b.None()) return a.None() ? b : a;
+  Columns changed{std::min(a.first, b.first), std::max(a.last, b.last)};
+  if (a.first == b.first) changed.first = std::min(a.last, b.last) + 1;
+  if (a.last == b.last) changed.last = std::max(a.first, b.first) - 1;
+  return changed;
+}
+
+Rect CellsRect(int row, const Columns& columns, const YearGrid& grid) {
+  const GridGeometry& geometry = grid.Geometry();
+  return {geometry.ColumnEdge(columns.first - 1), geometry.RowTop(grid.Layout(), row),
+          geometry.ColumnEdge(columns.last), geometry.RowBottom(grid.Layout(), row)};
+}
+
+/// The rectangle, smaller by so many pixels on each side; its middle when it has not as many.
+Rect Inset(const Rect& rect, int pixels, const YearGrid& grid) {
+  const PixelSize pixel = grid.Geometry().pixel;
+  const Twips x = std::min(pixels * Twips{pixel.width}, rect.Width() / 2);
+  const Twips y = std::min(pixels * Twips{pixel.height}, rect.Height() / 2);
+  return {rect.left + x, rect.top + y, rect.right - x, rect.bottom - y};
+}
+
+/// Edges that fall between two pixels may reach one further.
+bool InSight(const Rect& rect, const YearGrid& grid, const Rect& visible) {
+  const Twips pixel = grid.Geometry().pixel.height;
+  return rect.bottom + pixel > visible.top && rect.top - pixel < visible.bottom;
+}
+
+/// Calls `visit(rect)` for the cells of each row of a selection.
+template <typename Visit>
+void ForEachStretch(const Selection& selection, const YearGrid& grid, Visit&& visit) {
+  const Selection ordered = InDateOrder(selection);
+  for (int row = 1; row <= MonthRows; ++row) {
+    const Columns columns = ColumnsInRow(ordered, row, grid.Columns());
+    if (!columns.None()) visit(CellsRect(row, columns, grid));
+  }
+}
+
+}  // namespace
+
+RowRects RectsOf(const Selection& selection, const YearGrid& grid) {
+  RowRects rects;
+  ForEachStretch(selection, grid, [&](const Rect& rect) { rects.Add(rect); });
+  return rects;
+}
+
+RowRects ChangedRects(const std::optional<Selection>& before, const std::optional<Selection>& after,
+                      const YearGrid& grid) {
+  const auto ordered = [](const std::optional<Selection>& selection) {
+    return selection ? std::optional(InDateOrder(*selection)) : std::nullopt;
+  };
+  const std::optional<Selection> from = ordered(before);
+  const std::optional<Selection> to = ordered(after);
+  RowRects rects;
+  for (int row = 1; row <= MonthRows; ++row) {
+    const Columns was = ColumnsInRow(from, row, grid.Columns());
+    const Columns is = ColumnsInRow(to, row, grid.Columns());
+    if (was == is) continue;
+    const Columns changed = Difference(was, is);
+    if (!changed.None()) rects.Add(Inset(CellsRect(row, changed, grid), -FrameReach, grid));
+  }
+  return rects;
+}
+
+void DrawSelectionFill(Surface& surface, const YearGrid& grid, const Selection& selection,
+                       const Rect& visible) {
+  ForEachStretch(selection, grid, [&](const Rect& rect) {
+    if (InSight(rect, grid, visible)) surface.Fill(rect, selection_colours::Fill);
+  });
+}
+
+void DrawSelectionFrame(Surface& surface, const YearGrid& grid, const Selection& selection,
+                        const Rect& visible) {
+  ForEachStretch(selection, grid, [&](const Rect& rect) {
+    if (!InSight(rect, grid, visible)) return;
+    surface.Outline(Inset(rect, FramePen / 2, grid), selection_colours::Frame, FramePen);
+  });
+}
+
+Rect DayCursorRect(GridCell cell, const YearGrid& grid) {
+  return CellsRect(cell.row, {cell.column, cell.column}, grid);
+}
+
+void DrawDayCursor(Surface& surface, const YearGrid& grid, GridCell cell, const Rect& visible) {
+  const Rect rect = DayCursorRect(cell, grid);
+  if (!InSight(rect, grid, visible)) return;
+  const Rect middle = Inset(rect, CursorInset, grid);
+  surface.Outline(middle, selection_colours::DayCursorHalo, CursorHaloPen);
+  surface.Outline(middle, selection_colours::DayCursor, CursorPen);
+}
+
+}  // namespace velkor
