@@ -6,5 +6,6 @@ namespace velkor {
 void RegisterLayoutFigures();
 void RegisterCacheFigures();
 void RegisterDrawingFigures();
+void RegisterPointerFigures();
 
 }  // namespace velkor

@@ -21,6 +21,7 @@ int main(int argc, char** argv) {
   velkor::RegisterLayoutFigures();
   velkor::RegisterCacheFigures();
   velkor::RegisterDrawingFigures();
+  velkor::RegisterPointerFigures();
   velkor::FigureReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
   if (reporter.Missed() > 0) {

@@ -1,37 +1,86 @@
-// categories/ColourStore.cpp: finds the hidden appointment that holds a planner's category colours.
+// categories/ColourStore.cpp: keeps a planner's category colours in a hidden appointment.
 #include "categories/ColourStore.h"
 
+#include <utility>
+
 #include "categories/ColourList.h"
+#include "categories/ColourRecords.h"
 #include "model/ColourRecord.h"
-#include "platform/LocaleApi.h"
+#include "model/Guard.h"
+#include "platform/Outlook.h"
+#include "support/values/Text.h"
 
 namespace velkor {
 namespace {
 
-// Lines that a list needs to be kept, the header among them.
-constexpr std::size_t LeastLines = 2;
-constexpr std::size_t LeastLegacyLines = 3;
+constexpr std::string_view FetchingFailed = "Error fetching category colours ";
+constexpr std::string_view SavingFailed = "Error saving category colours ";
+
+void Create(OutlookFolder& folder, const std::string& subject, const std::string& body) {
+  const auto item = folder.Items()->Add({});
+  item->SetSubject(subject);
+  item->SetStart(colour_record::HiddenInstant());
+  item->SetEnd(colour_record::HiddenInstant());
+  item->SetReminderSet(false);
+  item->SetBody(body);
+  item->Save();
+}
 
 }  // namespace
 
-std::unique_ptr<OutlookItem> ColourStore::FindRecord(std::string_view subject) {
-  // The hidden instant lies after the last day of 2010.
-  const std::string since = locale_.ShortDate(Date::FromYmd(2010, 12, 31));
-  return folder_.Items()->Find("[Start]>='" + since + "' AND [Subject]='" + std::string(subject) +
-                               "'");
+void ColourStore::FetchInto(FetchedColours& colours, std::string_view titleName) {
+  const auto folder = openFolder_();
+  const FoundRecord record = ColourRecords(*folder, locale_).Find(titleName);
+  const std::string subject = colour_record::SubjectOf(titleName);
+  if (record.IsWorthKeeping()) {
+    ListedCategories listed = CategoriesOf(record.lines);
+    colours.categories = std::move(listed.categories);
+    if (listed.fault) throw Error(*listed.fault);
+    if (!record.legacy) return;
+    record.item->SetSubject(subject);
+    record.item->Save();
+    colours.done.push_back(ColourRecordChange::Migrated);
+    return;
+  }
+  if (record.item) {
+    record.item->Delete();
+    colours.done.push_back(ColourRecordChange::Deleted);
+  }
+  // Known before it is written, so that a calendar which may only be read is planned in colours.
+  colours.categories = DefaultCategories();
+  Create(*folder, subject, ColourListText(colours.categories));
+  colours.done.push_back(ColourRecordChange::Created);
 }
 
-std::optional<std::vector<std::string>> ColourStore::FindList(std::string_view titleName) {
-  auto record = FindRecord(colour_record::SubjectOf(titleName));
-  std::size_t least = LeastLines;
-  if (!record) {
-    record = FindRecord(colour_record::LegacySubject);
-    least = LeastLegacyLines;
-  }
-  if (!record) return std::nullopt;
-  std::vector<std::string> lines = SplitColourList(record->Body());
-  if (lines.size() < least) return std::nullopt;
-  return lines;
+FetchedColours ColourStore::Fetch(std::string_view titleName) {
+  FetchedColours colours;
+  colours.fault = Guard(messages_, FetchingFailed, [&] { FetchInto(colours, titleName); });
+  return colours;
+}
+
+bool ColourStore::Save(std::string_view titleName, const std::vector<Category>& categories) {
+  const auto failure = Guard(messages_, SavingFailed, [&] {
+    const auto folder = openFolder_();
+    const std::string subject = colour_record::SubjectOf(titleName);
+    const std::string body = ColourListText(categories);
+    const auto item = ColourRecords(*folder, locale_).FindItem(subject);
+    if (!item) {
+      Create(*folder, subject, body);
+      return;
+    }
+    item->SetBody(body);
+    item->Save();
+  });
+  return !failure;
+}
+
+std::vector<std::string> ColourStore::CollectAllLists() {
+  std::string text;
+  Guard(messages_, FetchingFailed, [&] {
+    const auto folder = openFolder_();
+    ColourRecords(*folder, locale_).AppendAllLines(text);
+  });
+  return Split(text, "\r\n");
 }
 
 }  // namespace velkor

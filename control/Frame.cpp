@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "categories/ColourList.h"
 #include "control/ControlLayout.h"
 #include "control/frmAbout.h"
 #include "model/Guard.h"
@@ -48,7 +49,7 @@ YearPlan::Frame::Frame(const Platform& platform, ControlHost& host)
                  return RefreshInputs{span.ViewYear,   span.FirstMonth,   paths_.cacheFile,
                                       paths_.workFile, access_.EntryID(), access_.StoreID()};
                }),
-      colours_(access_, platform_),
+      colours_([this] { return access_.ReopenFolder(); }, platform_.locale, platform_.messages),
       commands_(*this, *this, access_, platform_, AppointmentForm),
       gridView_(elements, grid_, platform_,
                 {[this](std::string_view key) { commands_.Edit(key); },
@@ -110,7 +111,7 @@ void YearPlan::Frame::StartUp() {
     access_.Open();
     step = 2;
     if (!access_.ResolveFolder(Folder)) {
-      platform_.messages.Show({"Unable to access specified calendar folder."});
+      Tell("Unable to access specified calendar folder.");
       return;
     }
     step = 4;
@@ -135,11 +136,11 @@ void YearPlan::Frame::StartUp() {
     UpdateFilterToolTip();
     Redraw(false);
   } catch (const Error& error) {
-    platform_.messages.Show(
-        {"Error while initialising the background processing, the cache file will not be updated "
-         "from the calender (Step:" +
-         std::to_string(step) + "). \r\rError: " + std::to_string(error.Number()) + " " +
-         error.Description()});
+    Tell(
+        "Error while initialising the background processing, the cache file will not be updated "
+        "from the calender (Step:" +
+        std::to_string(step) + "). \r\rError: " + std::to_string(error.Number()) + " " +
+        error.Description());
   }
 }
 
@@ -156,6 +157,12 @@ void YearPlan::Frame::ChangeYear(int by) {
   });
 }
 
+void YearPlan::Frame::Tell(const std::string& text) {
+  Message message;
+  message.text = text;
+  platform_.messages.Show(message);
+}
+
 void YearPlan::Frame::ShowSpan(const DisplaySpan& span) {
   grid_.SetSpan(span);
   elements.lblSelectedYear.SetCaption(YearCaption(span.ViewYear));
@@ -168,7 +175,7 @@ void YearPlan::Frame::ComputeCacheFileNames() {
 }
 
 void YearPlan::Frame::LoadCategories() {
-  grid_.SetCategories(CategoryTable(colours_.Fetch(TitleName)));
+  grid_.SetCategories(CategoryTable(colours_.Fetch(TitleName).categories));
 }
 
 void YearPlan::Frame::LoadEvents() {
@@ -229,7 +236,7 @@ void YearPlan::Frame::ReportStatus(Colour colour) {
 
 std::vector<std::string> YearPlan::Frame::CategoryNames() {
   if (!live_) return {};
-  return colours_.AllNames();
+  return CategoryNamesOf(colours_.CollectAllLists());
 }
 
 std::string YearPlan::Frame::Description() const {

@@ -75,6 +75,7 @@ class YearPlan::Frame : public Planner, public EventView {
   void mnuSelection_Click(int index);
   void picCats_Paint(Surface& surface);
 
+  void Tell(const std::string& text);
   void ShowSpan(const DisplaySpan& span);
   void ComputeCacheFileNames();
   void LoadCategories();

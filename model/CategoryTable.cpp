@@ -2,7 +2,6 @@
 #include "model/CategoryTable.h"
 
 #include <algorithm>
-#include <limits>
 #include <numeric>
 
 #include "support/values/Error.h"
@@ -21,7 +20,7 @@ int CompareNames(std::string_view a, std::string_view b) {
 
 CategoryTable::CategoryTable(std::vector<Category> categories)
     : categories_(std::move(categories)) {
-  if (categories_.size() > std::numeric_limits<std::int16_t>::max()) {
+  if (categories_.size() > MostCategories) {
     throw Error(errors::Overflow, "There are too many categories");
   }
   byName_.resize(categories_.size());

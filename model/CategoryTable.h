@@ -1,6 +1,7 @@
 // model/CategoryTable.h: the category names with their colours, and which one colours an event.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -18,9 +19,12 @@ struct Category {
 };
 
 /// Categories in their order, counted from 1; the last one takes the events that name none of
-/// them. At most 32767.
+/// them.
 class CategoryTable {
  public:
+  /// What a 16-bit index can count.
+  static constexpr std::size_t MostCategories = 32767;
+
   CategoryTable() = default;
   /// Throws Error (Overflow) for more categories than an index can count.
   explicit CategoryTable(std::vector<Category> categories);

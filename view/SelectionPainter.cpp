@@ -7,11 +7,6 @@ namespace velkor {
 namespace {
 
 constexpr int FramePen = 2;
-constexpr int CursorPen = 1;
-constexpr int CursorHaloPen = 3;
-/// Pixels from the cell's edge to the middle of the cursor: it stands inside a selection's frame.
-constexpr int CursorInset = 3;
-
 /// Pixels from a change of the selection within which its frame may change: the pen, which the
 /// neighbours gain or lose, and one for edges that fall between two pixels.
 constexpr int FrameReach = FramePen + 1;
@@ -57,10 +52,10 @@ Rect Inset(const Rect& rect, int pixels, const YearGrid& grid) {
   return {rect.left + x, rect.top + y, rect.right - x, rect.bottom - y};
 }
 
-/// Edges that fall between two pixels may reach one further.
-bool InSight(const Rect& rect, const YearGrid& grid, const Rect& visible) {
-  const Twips pixel = grid.Geometry().pixel.height;
-  return rect.bottom + pixel > visible.top && rect.top - pixel < visible.bottom;
+/// True when the cells' fill or a frame around them may reach what is to be drawn.
+bool InSight(const Rect& cells, const YearGrid& grid, const Rect& visible) {
+  const Rect reached = Inset(cells, -FrameReach, grid);
+  return reached.bottom > visible.top && reached.top < visible.bottom;
 }
 
 /// Calls `visit(rect)` for the cells of each row of a selection.
@@ -115,15 +110,15 @@ void DrawSelectionFrame(Surface& surface, const YearGrid& grid, const Selection&
 }
 
 Rect DayCursorRect(GridCell cell, const YearGrid& grid) {
-  return CellsRect(cell.row, {cell.column, cell.column}, grid);
+  return Inset(CellsRect(cell.row, {cell.column, cell.column}, grid), -FrameReach, grid);
 }
 
 void DrawDayCursor(Surface& surface, const YearGrid& grid, GridCell cell, const Rect& visible) {
-  const Rect rect = DayCursorRect(cell, grid);
+  const Rect rect = CellsRect(cell.row, {cell.column, cell.column}, grid);
   if (!InSight(rect, grid, visible)) return;
-  const Rect middle = Inset(rect, CursorInset, grid);
-  surface.Outline(middle, selection_colours::DayCursorHalo, CursorHaloPen);
-  surface.Outline(middle, selection_colours::DayCursor, CursorPen);
+  // No further inside, or it would cover the day's number.
+  surface.Outline(rect, selection_colours::DayCursorHalo, FramePen);
+  surface.Outline(Inset(rect, FramePen / 2, grid), selection_colours::DayCursor, FramePen);
 }
 
 }  // namespace velkor

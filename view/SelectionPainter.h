@@ -15,7 +15,7 @@ namespace selection_colours {
 inline constexpr Colour Fill = Colour::FromRgb(190, 214, 244);
 inline constexpr Colour Frame = Colour::FromRgb(24, 80, 170);
 inline constexpr Colour DayCursor = colours::Black;
-/// Beside the day cursor on both sides, so that it is seen on bars of any colour.
+/// Around the day cursor, so that it is seen on bars of any colour.
 inline constexpr Colour DayCursorHalo = colours::White;
 }  // namespace selection_colours
 
@@ -24,9 +24,6 @@ class RowRects {
  public:
   void Add(const Rect& rect) { rects_[count_++] = rect; }
 
-  std::size_t size() const { return count_; }
-  bool empty() const { return count_ == 0; }
-  const Rect& operator[](std::size_t index) const { return rects_[index]; }
   const Rect* begin() const { return rects_.data(); }
   const Rect* end() const { return rects_.data() + count_; }
 
@@ -51,7 +48,7 @@ void DrawSelectionFill(Surface& surface, const YearGrid& grid, const Selection& 
 void DrawSelectionFrame(Surface& surface, const YearGrid& grid, const Selection& selection,
                         const Rect& visible);
 
-/// The day's cell over all bands of its row: all of the day cursor lies inside.
+/// What has to be drawn anew when the day cursor comes to a cell or leaves it.
 Rect DayCursorRect(GridCell cell, const YearGrid& grid);
 /// Frames the day that the keyboard is on, above everything else.
 void DrawDayCursor(Surface& surface, const YearGrid& grid, GridCell cell, const Rect& visible);

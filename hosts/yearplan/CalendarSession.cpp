@@ -6,19 +6,17 @@
 
 #include <QFileInfo>
 #include <algorithm>
-#include <chrono>
 #include <ostream>
-#include <thread>
 #include <utility>
 
 #include "calendar/EmbeddedOutlook.h"
 #include "calendar/IcsReader.h"
 #include "calendar/ShortHash.h"
 #include "categories/ColourList.h"
-#include "categories/ColourStore.h"
+#include "categories/ColourRecords.h"
+#include "hosts/CalendarRefresh.h"
 #include "hosts/yearplan/FirstCategoryTable.h"
 #include "model/CacheFile.h"
-#include "refresh/RefreshYear.h"
 #include "support/RegIO.h"
 #include "support/values/Error.h"
 #include "tools/SilentPlanner.h"
@@ -51,22 +49,6 @@ void Report(const std::vector<Diagnostic>& diagnostics, std::ostream& messages) 
   }
 }
 
-Date EndOfDay(Date day) {
-  return Date::FromSeconds(day.Midnight().Seconds() + SecondsPerDay - 1);
-}
-
-/// Another run may hold the work file of the same calendar and year; it will not hold it for long.
-RefreshAnswer RefreshPatiently(const RefreshRequest& request, OutlookApplication& outlook,
-                               Files& files, LocaleApi& locale) {
-  constexpr int Attempts = 50;
-  constexpr std::chrono::milliseconds Pause{100};
-  for (int attempt = 1;; ++attempt) {
-    RefreshAnswer answer = RefreshYear(request, outlook, files, locale);
-    if (answer.result != SynchResult::WorkFileNotOpened || attempt == Attempts) return answer;
-    std::this_thread::sleep_for(Pause);
-  }
-}
-
 }  // namespace
 
 CalendarSession::CalendarSession(const CommandLine& line, std::ostream& messages)
@@ -81,9 +63,7 @@ CalendarSession::CalendarSession(const CommandLine& line, std::ostream& messages
 
 std::size_t CalendarSession::Refresh() {
   CalendarStore store("yearplan");
-  Report(OpenIcsCalendar(store, line_.calendar,
-                         {span_.ViewStartDate(), EndOfDay(span_.ViewEndDate())}),
-         messages_);
+  Report(OpenIcsCalendar(store, line_.calendar, WindowOf(span_)), messages_);
   EmbeddedOutlook outlook(store, locale_,
                           {.userName = LoginName(), .listSeparator = listSeparator_});
   const auto folder = outlook.GetNamespace("MAPI")->GetDefaultFolder(outlook::FolderCalendar);
@@ -125,8 +105,10 @@ void CalendarSession::ReadCategories(OutlookFolder& folder) {
   }
   table_ = MakeFirstCategoryTable(texts, CategorySeparator(listSeparator_));
   try {
-    if (const auto list = ColourStore(folder, locale_).FindList(line_.titleName)) {
-      table_ = CategoryTable(CategoriesOf(*list));
+    if (const auto list = ColourRecords(folder, locale_).FindList(line_.titleName)) {
+      ListedCategories listed = CategoriesOf(*list);
+      if (!listed.categories.empty()) table_ = CategoryTable(std::move(listed.categories));
+      if (listed.fault) throw Error(*listed.fault);
     }
   } catch (const Error& error) {
     messages_ << "Error fetching category colours " << error.Number() << ' ' << error.Description()

@@ -7,66 +7,16 @@
 #include <optional>
 #include <utility>
 
-#include "model/EventCollection.h"
-#include "model/EventFields.h"
-#include "model/EventView.h"
-#include "model/Planner.h"
 #include "model/Status.h"
 #include "platform/Elements.h"
-#include "platform/Outlook.h"
-#include "platform/headless/HeadlessSeams.h"
 #include "support/values/Error.h"
-#include "view/span/CategoryFilter.h"
+#include "tests/model/RefreshDoubles.h"
 
 namespace velkor {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-class StatusPlanner : public Planner {
- public:
-  std::vector<Colour> statuses;
-
-  void ReportStatus(Colour colour) override { statuses.push_back(colour); }
-  bool RefreshOutstanding() const override { return false; }
-  void CancelRefresh() override {}
-  void StartRefresh(bool) override {}
-};
-
-class CountingView : public EventView {
- public:
-  int reloads = 0;
-
-  const EventCollection& Events() const override { throw std::logic_error("not asked for"); }
-  EventFields Fields() const override { throw std::logic_error("not asked for"); }
-  const CategoryFilter& Filter() const override { throw std::logic_error("not asked for"); }
-  void ChangeEvents(const std::function<void(EventCollection&)>&) override {}
-  void ReloadEvents() override { ++reloads; }
-  void RewriteCache() override {}
-};
-
-/// A message box that stays open while `whileOpen` runs.
-class OpenMessageBoxes : public MessageBoxes {
- public:
-  std::vector<std::string> texts;
-  std::function<void()> whileOpen;
-
-  MessageAnswer Show(const Message& message) override {
-    texts.push_back(message.text);
-    EXPECT_EQ(message.title, "");
-    EXPECT_EQ(message.buttons, MessageButtons::Ok);
-    if (const auto once = std::exchange(whileOpen, nullptr)) once();
-    return MessageAnswer::Ok;
-  }
-};
-
-class NoOutlook : public OutlookApplication {
- public:
-  std::string Version() override { return {}; }
-  std::string CurrentUserName() override { return {}; }
-  std::unique_ptr<OutlookNamespace> GetNamespace(std::string_view) override { return nullptr; }
-};
 
 class BackgroundRefreshTest : public testing::Test {
  protected:
@@ -87,13 +37,11 @@ class BackgroundRefreshTest : public testing::Test {
   }
   std::vector<Colour> Statuses() { return std::exchange(planner_.statuses, {}); }
 
-  HeadlessSeams seams_;
+  RefreshSeams around_;
+  HeadlessSeams& seams_ = around_.seams;
   ScriptedCacheUtilities& utilities_ = seams_.cacheUtilities;
-  NoOutlook outlook_;
-  OpenMessageBoxes boxes_;
-  Platform platform_{
-      utilities_, seams_.clock, seams_.environment, seams_.files,    seams_.forms, seams_.locale,
-      boxes_,     outlook_,     seams_.registry,    seams_.settings, seams_.shell};
+  OpenMessageBoxes& boxes_ = around_.boxes;
+  Platform platform_ = around_.With(utilities_, seams_.shell);
   StatusPlanner planner_;
   CountingView view_;
   Timer tmrBackground_{"tmrBackground", 50000};
@@ -364,9 +312,7 @@ class LateUtilities : public CacheUtilities {
 class LateCompletion : public BackgroundRefreshTest {
  protected:
   LateUtilities late_;
-  Platform latePlatform_{
-      late_,  seams_.clock, seams_.environment, seams_.files,    seams_.forms, seams_.locale,
-      boxes_, outlook_,     seams_.registry,    seams_.settings, seams_.shell};
+  Platform latePlatform_ = around_.With(late_, seams_.shell);
   BackgroundRefresh lateRefresh_{planner_, view_, latePlatform_, tmrBackground_,
                                  [this] { return inputs_; }};
 };

@@ -108,6 +108,38 @@ TEST(ProbeAnswers, LayoutTellsBarsWithTheirRectanglesAndWhatLiesUnderAPoint) {
                                                null])"));
 }
 
+// The same surface; 3 January 2006 stands in column 3.
+TEST(ProbeAnswers, PointerTellsTheEventThatAClickOpensWhereNothingIsSelected) {
+  Json probeCase = Json::parse(R"({"kind": "pointer",
+      "view": {"year": 2006, "firstMonth": 1}, "separator": ",", "hideNonCategory": false,
+      "allEvents": false, "filter": {"text": "", "matchAll": false},
+      "categories": [{"name": "Other", "colour": 255}],
+      "events": [{"id": "A", "subject": "", "categories": "", "start": "2006-01-03T00:00:00",
+                  "end": "2006-01-04T00:00:00"}],
+      "surface": {"width": 11550, "height": 14685, "pixelWidth": 15, "pixelHeight": 15,
+                  "scrollWidth": 255},
+      "today": "2007-01-01T00:00:00", "selectionEnabled": false,
+      "actions": [["release"], ["move", 750, 450], ["menu"], ["press"], ["release"]]})");
+  const Json answer = Json::parse(AnswerCase(probeCase.dump()));
+  const Json menu{{"mnuDelete", true}, {"mnuEdit", true}, {"mnuClear", false}};
+  const Json results{nullptr, nullptr, menu, nullptr, {{"open", 0}}};
+  ASSERT_EQ(answer.size(), results.size());
+  for (std::size_t i = 0; i < results.size(); ++i) {
+    const bool moved = i > 0;
+    EXPECT_EQ(answer[i], (Json{{"row", moved ? 1 : 0},
+                               {"column", moved ? 3 : 0},
+                               {"band", moved ? 2 : 0},
+                               {"dragging", false},
+                               {"event", moved ? Json(0) : Json(nullptr)},
+                               {"label", Json::array()},
+                               {"result", results[i]}}));
+  }
+  for (const char* action : {R"(["click"])", R"(["move", 1])", R"(["move", "a", 1])", "[]", "3"}) {
+    probeCase["actions"] = {Json::parse(action)};
+    EXPECT_TRUE(Json::parse(AnswerCase(probeCase.dump())).contains("error")) << action;
+  }
+}
+
 TEST(ProbeAnswers, MoreCategoriesThanAnIndexCountsOverflow) {
   Json probeCase{{"kind", "catindex"}, {"separator", ","}, {"hideNonCategory", false}};
   probeCase["names"] = std::vector<std::string>(32768, "name");

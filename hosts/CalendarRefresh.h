@@ -1,0 +1,21 @@
+// hosts/CalendarRefresh.h: a year of a calendar file into its cache file, beside other programs.
+#pragma once
+
+#include <functional>
+
+#include "calendar/CalendarStore.h"
+#include "refresh/RefreshYear.h"
+
+namespace velkor {
+
+/// The whole of a span's days.
+DateWindow WindowOf(const DisplaySpan& span);
+
+/// Refreshes as RefreshYear does. Another program may hold the work file of the same calendar and
+/// year; it will not hold it for long, so this waits for it, some seconds at most.
+/// @param proceed  asked while it waits too
+RefreshAnswer RefreshPatiently(const RefreshRequest& request, OutlookApplication& outlook,
+                               Files& files, LocaleApi& locale,
+                               const std::function<bool()>& proceed = {});
+
+}  // namespace velkor

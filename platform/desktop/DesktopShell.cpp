@@ -1,0 +1,35 @@
+// platform/desktop/DesktopShell.cpp: the event loop, the pointer and the browser by Qt.
+#include "platform/desktop/DesktopShell.h"
+
+#include <QCursor>
+#include <QDesktopServices>
+#include <QEventLoop>
+#include <QGuiApplication>
+#include <QTimer>
+#include <QUrl>
+#include <chrono>
+
+#include "platform/desktop/QtText.h"
+
+namespace velkor {
+
+void DesktopShell::ProcessMessages() {
+  QEventLoop loop;
+  QTimer::singleShot(std::chrono::milliseconds(2), Qt::PreciseTimer, &loop, &QEventLoop::quit);
+  loop.exec();
+}
+
+void DesktopShell::SetWaitPointer(bool wait) {
+  if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()) == nullptr) return;
+  if (wait) {
+    QGuiApplication::setOverrideCursor(QCursor(Qt::WaitCursor));
+  } else {
+    QGuiApplication::restoreOverrideCursor();
+  }
+}
+
+void DesktopShell::OpenPage(const std::string& address) {
+  QDesktopServices::openUrl(QUrl::fromUserInput(ToQt(address)));
+}
+
+}  // namespace velkor

@@ -1,0 +1,147 @@
+// tests/hosts/BackgroundRefreshTest.cpp: the control's refresh with the real cache utility.
+#include "model/BackgroundRefresh.h"
+
+#include "model/Status.h"
+#include "platform/Elements.h"
+#include "platform/desktop/DesktopFiles.h"
+#include "tests/model/RefreshDoubles.h"
+#include "tests/platform/desktop/RefreshCase.h"
+
+namespace velkor {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// Counts what the user does to a window.
+class Window : public QObject {
+ public:
+  int handled = 0;
+
+  void customEvent(QEvent*) override { ++handled; }
+};
+
+class RealBackgroundRefresh : public RefreshCase {
+ protected:
+  RealBackgroundRefresh() {
+    Write("a.ics", Calendar(5));
+    inputs_ = InputsFor("a.ics");
+    refresh_.CreateCacheUtility();
+  }
+
+  /// Starts a refresh in a new process and stops that process before it is done: it cannot end
+  /// while the work file is held.
+  pid_t StartAndHang() {
+    const std::size_t before = Processes().size();
+    const auto held = DesktopFiles().OpenForWriting(inputs_.workFile);
+    refresh_.StartRefresh(false);
+    if (!Await([&] { return Processes().size() > before; })) return -1;
+    const pid_t process = Processes().back();
+    ::kill(process, SIGSTOP);
+    return process;
+  }
+  /// True when the window handles a hundred inputs while the refresh stays outstanding.
+  bool HandlesInputMeanwhile() {
+    Window window;
+    for (int i = 0; i < 100; ++i) {
+      QCoreApplication::postEvent(&window, new QEvent(QEvent::User));
+    }
+    return Await([&] { return window.handled == 100; }) && refresh_.Outstanding();
+  }
+  bool AwaitIdle() {
+    return Await([&] { return !refresh_.Outstanding(); });
+  }
+
+  RefreshInputs inputs_;
+  RefreshSeams around_;
+  std::vector<Error> raised_;
+  ProcessCacheUtilities processes_{[this](const Error& error) { raised_.push_back(error); },
+                                   NumberedUtility()};
+  Platform platform_ = around_.With(processes_, shell_);
+  StatusPlanner planner_;
+  CountingView view_;
+  Timer tmrBackground_{"tmrBackground", 50000};
+  BackgroundRefresh refresh_{planner_, view_, platform_, tmrBackground_,
+                             [this] { return inputs_; }};
+};
+
+TEST_F(RealBackgroundRefresh, TheWindowHandlesInputWhileTheProcessWorksAndWhenItIsKilled) {
+  pid_t process = StartAndHang();
+  EXPECT_TRUE(HandlesInputMeanwhile());
+  EXPECT_EQ(planner_.statuses.back(), status::Downloading);
+  ::kill(process, SIGCONT);
+  ASSERT_TRUE(AwaitIdle());
+  EXPECT_EQ(view_.reloads, 1);
+  const QByteArray written = Bytes("cache/c.tmp");
+
+  // The same process does the next one; it is killed in the middle.
+  {
+    const auto held = DesktopFiles().OpenForWriting(inputs_.workFile);
+    refresh_.StartRefresh(false);
+    ::kill(process, SIGSTOP);
+  }
+  EXPECT_TRUE(HandlesInputMeanwhile());
+  ::kill(process, SIGKILL);
+  ASSERT_TRUE(AwaitIdle());
+  EXPECT_EQ(Processes().size(), 1U);
+  EXPECT_THAT(around_.boxes.texts, ElementsAre("Error occured while fetching events."));
+  EXPECT_FALSE(tmrBackground_.Enabled());
+  EXPECT_EQ(Bytes("cache/c.tmp"), written);
+
+  // A start makes another process and runs the timer again.
+  Write("a.ics", Calendar(7));
+  refresh_.StartRefresh(false);
+  EXPECT_TRUE(tmrBackground_.Enabled());
+  ASSERT_TRUE(AwaitIdle());
+  EXPECT_EQ(Processes().size(), 2U);
+  EXPECT_EQ(view_.reloads, 2);
+}
+
+TEST_F(RealBackgroundRefresh, AHungProcessIsReplacedAtTheFourthAttempt) {
+  const pid_t hung = StartAndHang();
+  for (int attempt = 1; attempt <= 3; ++attempt) refresh_.StartRefresh(false);
+  EXPECT_EQ(Processes().size(), 1U);
+  refresh_.StartRefresh(false);
+  ASSERT_TRUE(AwaitIdle());
+  EXPECT_EQ(Processes().size(), 2U);
+  EXPECT_EQ(view_.reloads, 1);
+  EXPECT_TRUE(Await([&] { return !IsRunning(hung); }));
+  EXPECT_THAT(around_.boxes.texts, IsEmpty());
+}
+
+TEST_F(RealBackgroundRefresh, AForcedStartWaitsSomeSecondsForAHungProcessAndHandlesInputMeanwhile) {
+  const pid_t hung = StartAndHang();
+  Window window;
+  QCoreApplication::postEvent(&window, new QEvent(QEvent::User));
+  const auto began = std::chrono::steady_clock::now();
+  refresh_.StartRefresh(true);
+  EXPECT_LT(std::chrono::steady_clock::now() - began, std::chrono::seconds(12));
+  EXPECT_EQ(window.handled, 1);
+  ASSERT_TRUE(AwaitIdle());
+  EXPECT_EQ(view_.reloads, 1);
+  EXPECT_TRUE(Await([&] { return !IsRunning(hung); }));
+}
+
+TEST_F(RealBackgroundRefresh, AForcedStartStopsAWorkingProcessWithoutAMessage) {
+  Write("a.ics", Calendar(50'000));
+  refresh_.StartRefresh(false);
+  ASSERT_TRUE(Await([&] { return Processes().size() == 1; }));
+  Write("a.ics", Calendar(5));
+  refresh_.StartRefresh(true);
+  ASSERT_TRUE(AwaitIdle());
+  EXPECT_THAT(around_.boxes.texts, IsEmpty());
+  EXPECT_THAT(CacheFolder(), ElementsAre("c.tmp"));
+}
+
+TEST_F(RealBackgroundRefresh, AFailureRaisesTheWordsOfTheProcessAfterTheMessage) {
+  QFile::remove(QString::fromStdString(Path("a.ics")));
+  refresh_.StartRefresh(false);
+  ASSERT_TRUE(AwaitIdle());
+  EXPECT_THAT(around_.boxes.texts, ElementsAre("Error occured while fetching events."));
+  ASSERT_EQ(raised_.size(), 1U);
+  EXPECT_EQ(raised_[0].Number(), errors::CalendarFailed);
+  EXPECT_THAT(raised_[0].Description(), testing::HasSubstr(Path("a.ics")));
+}
+
+}  // namespace
+}  // namespace velkor

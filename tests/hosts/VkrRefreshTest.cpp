@@ -1,0 +1,1 @@
+// tests/hosts/VkrRefreshTest.cpp: empty for now.

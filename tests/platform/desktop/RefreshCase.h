@@ -1,0 +1,138 @@
+// tests/platform/desktop/RefreshCase.h: a calendar file and the real cache utility at work on it.
+#pragma once
+
+#include <gmock/gmock.h>
+#include <signal.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "calendar/IcsReader.h"
+#include "hosts/CalendarRefresh.h"
+#include "platform/desktop/DesktopShell.h"
+#include "platform/desktop/ProcessCacheUtility.h"
+
+namespace velkor {
+
+/// Files lie in a folder of the test's own.
+class RefreshCase : public testing::Test {
+ protected:
+  using Completion = std::pair<short, long>;
+
+  RefreshCase() { QDir(folder_.path()).mkdir("cache"); }
+
+  std::string Path(const char* name) const {
+    return folder_.filePath(QString::fromLatin1(name)).toStdString();
+  }
+  void Write(const char* name, const QByteArray& bytes) const {
+    QFile file(QString::fromStdString(Path(name)));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+  }
+  QByteArray Bytes(const char* name) const {
+    QFile file(QString::fromStdString(Path(name)));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
+  }
+  /// Where the cache and work files lie.
+  QStringList CacheFolder() const {
+    return QDir(folder_.filePath("cache")).entryList(QDir::Files | QDir::Hidden);
+  }
+  /// A shell script that can be run.
+  std::string Script(const char* name, const QByteArray& lines) const {
+    Write(name, "#!/bin/sh\n" + lines);
+    QFile::setPermissions(QString::fromStdString(Path(name)),
+                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return Path(name);
+  }
+  /// The cache utility, after it has added its process number to the file "pids".
+  std::string NumberedUtility() const {
+    return Script("utility", "echo $$ >>'" + QByteArray::fromStdString(Path("pids")) +
+                                 "'\nexec '" VKR_REFRESH "'\n");
+  }
+  /// Process numbers so far.
+  std::vector<pid_t> Processes() const {
+    std::vector<pid_t> processes;
+    for (const QByteArray& line : Bytes("pids").split('\n')) {
+      if (const pid_t number = line.toInt(); number > 0) processes.push_back(number);
+    }
+    return processes;
+  }
+  /// False for a process that has ended and was taken note of.
+  static bool IsRunning(pid_t process) { return ::kill(process, 0) == 0; }
+
+  static QByteArray Calendar(int events, const QByteArray& properties = {}) {
+    QByteArray text = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//test//\r\n";
+    for (int i = 0; i < events; ++i) {
+      const QByteArray day = QByteArray::number(20260101 + i % 12 * 100 + i % 28);
+      text += "BEGIN:VEVENT\r\nUID:u" + QByteArray::number(i) + "\r\nDTSTART;VALUE=DATE:" + day +
+              "\r\nSUMMARY:Event " + QByteArray::number(i) + "\r\n" + properties + "END:VEVENT\r\n";
+    }
+    return text + "END:VCALENDAR\r\n";
+  }
+
+  /// A refresh of 2026; the calendar's folder is known from a look at a readable file in its place.
+  RefreshInputs InputsFor(const char* calendar) const {
+    const QByteArray bytes = Bytes(calendar);
+    Write(calendar, Calendar(1));
+    CalendarStore store(Path(calendar));
+    OpenIcsCalendar(store, Path(calendar), WindowOf({2026, 1}));
+    if (bytes == "none") {
+      QFile::remove(QString::fromStdString(Path(calendar)));
+    } else {
+      Write(calendar, bytes);
+    }
+    return {2026,
+            1,
+            Path("cache/c.tmp"),
+            Path("cache/~c.tmp"),
+            store.DefaultCalendar()->EntryID(),
+            Path(calendar)};
+  }
+
+  /// Creates a utility whose completions and errors are written down.
+  void Create(std::string program = {}) {
+    if (program.empty()) program = VKR_REFRESH;
+    utilities_.emplace([this](const Error& error) { errors_.push_back(error); }, program);
+    utility_ = utilities_->Create([this](short result, long number) {
+      completions_.emplace_back(result, number);
+      if (number != 0) throw Error(number, "plain");
+    });
+  }
+
+  /// Lets messages be processed until it is so; false when that takes too long.
+  bool Await(const std::function<bool()>& isSo) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (!isSo()) {
+      if (std::chrono::steady_clock::now() > end) return false;
+      shell_.ProcessMessages();
+    }
+    return true;
+  }
+  /// The next completion; {0, 0} when it never comes.
+  Completion AwaitCompletion() {
+    const std::size_t count = completions_.size();
+    return Await([&] { return completions_.size() > count; }) ? completions_.back() : Completion{};
+  }
+  Completion Refresh(const RefreshInputs& inputs) {
+    utility_->Start(inputs);
+    return AwaitCompletion();
+  }
+
+  QTemporaryDir folder_;
+  DesktopShell shell_;
+  std::vector<Completion> completions_;
+  std::vector<Error> errors_;
+  std::optional<ProcessCacheUtilities> utilities_;
+  std::unique_ptr<CacheUtility> utility_;
+};
+
+}  // namespace velkor

@@ -1,0 +1,377 @@
+// tests/view/GridPointerTest.cpp: hovering, clicking and dragging over the year 2006, and a grid
+// that changes meanwhile.
+#include "view/GridPointer.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/headless/FixedLocale.h"
+#include "tests/view/SampleGrid.h"
+
+namespace velkor {
+namespace {
+
+constexpr MouseButton Left = MouseButton::Left;
+constexpr MouseButton Right = MouseButton::Right;
+
+/// The middle of a day's cell; days beyond the month lie in grey cells.
+Point DayAt(const YearGrid& grid, int month, int day, int band = 3) {
+  const int row = grid.Span().RowOfMonth(month);
+  return CentreOf(grid, row, grid.Columns().RowDayOffset[row] + day, band);
+}
+
+GridCell CellOf(const YearGrid& grid, int month, int day) {
+  return *grid.Columns().CellOf(At(2006, month, day));
+}
+
+std::optional<DateRange> Days(Date start, Date end) {
+  return DateRange{start, end};
+}
+
+/// An event of a day, in band 2 when it is alone on that day.
+CalEvent OneDay(const std::string& id, int month, int day) {
+  return SampleEvent(id, At(2006, month, day), At(2006, month, day + 1));
+}
+
+void SetEvents(YearGrid& grid, std::vector<CalEvent> events) {
+  const EventFields fields = grid.Fields();
+  for (CalEvent& event : events) fields.Derive(event);
+  grid.SetEvents(EventCollection(std::move(events)));
+}
+
+/// As many events on one day as make its row taller.
+std::vector<CalEvent> Pile(int month, int day) {
+  std::vector<CalEvent> events;
+  for (const char* id : {"p", "q", "r", "s", "t", "u"}) events.push_back(OneDay(id, month, day));
+  return events;
+}
+
+PointerRelease Drag(GridPointer& pointer, Point from, Point to) {
+  pointer.MouseMove(from);
+  EXPECT_TRUE(pointer.MouseDown(Left).dragStarted);
+  pointer.MouseMove(to);
+  return pointer.MouseUp(Left);
+}
+
+TEST(GridPointer, ADragHandsOnTheDaysInOrderWithTheDayAfterTheLast) {
+  const YearGrid grid = SampleGrid({});
+  const struct {
+    int fromMonth, fromDay, toMonth, toDay;
+    Date start, end;
+  } cases[] = {
+      {3, 5, 3, 5, At(2006, 3, 5), At(2006, 3, 6)},
+      {3, 5, 3, 20, At(2006, 3, 5), At(2006, 3, 21)},
+      {3, 20, 3, 5, At(2006, 3, 5), At(2006, 3, 21)},
+      {4, 2, 2, 25, At(2006, 2, 25), At(2006, 4, 3)},
+      // Below the start nothing is swapped, however far left.
+      {2, 25, 4, 2, At(2006, 2, 25), At(2006, 4, 3)},
+      {3, 5, 3, 31, At(2006, 3, 5), At(2006, 4, 1)},
+      {12, 1, 12, 31, At(2006, 12, 1), At(2007, 1, 1)},
+      // Grey cells count as the nearest day of their row's month.
+      {3, 5, 3, 32, At(2006, 3, 5), At(2006, 4, 1)},
+      {3, 5, 3, -1, At(2006, 3, 1), At(2006, 3, 6)},
+      {3, 5, 2, 30, At(2006, 2, 28), At(2006, 3, 6)},
+  };
+  for (const auto& c : cases) {
+    GridPointer pointer(grid);
+    const PointerRelease release =
+        Drag(pointer, DayAt(grid, c.fromMonth, c.fromDay), DayAt(grid, c.toMonth, c.toDay));
+    EXPECT_EQ(release.range, Days(c.start, c.end)) << c.fromMonth << ' ' << c.fromDay;
+    EXPECT_EQ(pointer.SelectedRange(), release.range);
+    EXPECT_EQ(release.open, std::nullopt);
+    EXPECT_FALSE(pointer.Dragging());
+  }
+}
+
+TEST(GridPointer, TheLabelNamesTheDayOrTheDraggedDaysAsTheyWereDragged) {
+  const YearGrid grid = SampleGrid({});
+  GridPointer pointer(grid);
+  EXPECT_EQ(pointer.Label(), std::nullopt);
+  EXPECT_TRUE(pointer.MouseMove(DayAt(grid, 3, 20)).label);
+  EXPECT_EQ(pointer.Label(), (PointerLabel{0, At(2006, 3, 20), std::nullopt}));
+  EXPECT_FALSE(pointer.MouseMove(DayAt(grid, 3, 20, 4)).label);
+
+  pointer.MouseDown(Left);
+  EXPECT_EQ(pointer.PrefixIndex(), PointerLabel::SelectedPrefix);
+  pointer.MouseMove(DayAt(grid, 3, 20));
+  EXPECT_EQ(pointer.Label(), (PointerLabel{1, At(2006, 3, 20), std::nullopt}));
+  EXPECT_TRUE(pointer.MouseMove(DayAt(grid, 3, 5)).label);
+  const PointerLabel dragged{1, At(2006, 3, 20), At(2006, 3, 5)};
+  EXPECT_EQ(pointer.Label(), dragged);
+  pointer.MouseUp(Left);
+  EXPECT_EQ(pointer.PrefixIndex(), PointerLabel::DatePrefix);
+  EXPECT_EQ(pointer.Label(), dragged);
+  pointer.MouseMove(DayAt(grid, 3, 6));
+  EXPECT_EQ(pointer.Label(), (PointerLabel{0, At(2006, 3, 6), std::nullopt}));
+}
+
+TEST(GridPointer, GreyCellsShowTheNeighboursDateAndStartNoDrag) {
+  const YearGrid grid = SampleGrid({});
+  GridPointer pointer(grid);
+  const std::optional<DateRange> range = Drag(pointer, DayAt(grid, 5, 1), DayAt(grid, 5, 2)).range;
+  for (const int day : {0, 32}) {
+    pointer.MouseMove(DayAt(grid, 3, day));
+    EXPECT_EQ(pointer.CurrentColumn(), 0);
+    EXPECT_EQ(pointer.CurrentRow(), 3);
+    EXPECT_EQ(pointer.Label()->from, day == 0 ? At(2006, 2, 28) : At(2006, 4, 1));
+    EXPECT_EQ(pointer.DayUnderPointer(), std::nullopt);
+    const PointerPress press = pointer.MouseDown(Left);
+    EXPECT_FALSE(press.dragStarted);
+    EXPECT_FALSE(press.selection.Changed());
+    EXPECT_EQ(pointer.MouseUp(Left).range, std::nullopt);
+    EXPECT_EQ(pointer.SelectedRange(), range);
+  }
+}
+
+TEST(GridPointer, AMoveOutsideTheGridChangesTheRowAlone) {
+  const YearGrid grid = SampleGrid({OneDay("a", 3, 5)});
+  const struct {
+    Point point;
+    int row;
+  } cases[] = {{{900, 14'400}, 13}, {{900, 1e12}, 13},      {{900, -300}, 13},
+               {{11'100, 400}, 1},  {{11'100, 14'399}, 12}, {{-600, 5000}, 5}};
+  for (const auto& [point, row] : cases) {
+    GridPointer pointer(grid);
+    pointer.MouseMove(DayAt(grid, 3, 4));
+    pointer.MouseDown(Left);
+    pointer.MouseMove(DayAt(grid, 3, 5, 2));
+    const PointerMove move = pointer.MouseMove(point);
+    EXPECT_FALSE(move.hover || move.label || move.selection.Changed());
+    EXPECT_EQ(pointer.CurrentRow(), row) << point.x << ", " << point.y;
+    EXPECT_EQ(pointer.CurrentColumn(), 8);
+    EXPECT_EQ(pointer.CurrentBand(), 2);
+    EXPECT_EQ(pointer.HoverEvent(), 0U);
+    EXPECT_EQ(pointer.MouseUp(Left).range, Days(At(2006, 3, 4), At(2006, 3, 6)));
+  }
+}
+
+TEST(GridPointer, BelowTheLastRowNoDragStarts) {
+  const YearGrid grid = SampleGrid({});
+  GridPointer pointer(grid);
+  pointer.MouseMove(DayAt(grid, 12, 4));
+  pointer.MouseMove({900, 14'400});
+  EXPECT_FALSE(pointer.MouseDown(Left).dragStarted);
+  EXPECT_EQ(pointer.DayUnderPointer(), std::nullopt);
+  EXPECT_EQ(pointer.MouseUp(Left).range, std::nullopt);
+  EXPECT_EQ(pointer.DrawnSelection(), std::nullopt);
+}
+
+TEST(GridPointer, ByItselfAClickOpensAnEventAndADragOnFreeDaysSelects) {
+  const YearGrid grid = SampleGrid({OneDay("a", 3, 5)});
+  GridPointer pointer(grid);
+  pointer.MouseMove(DayAt(grid, 3, 5, 2));
+  EXPECT_FALSE(pointer.SelectionEnabled());
+  EXPECT_FALSE(pointer.MouseDown(Left).dragStarted);
+  EXPECT_EQ(pointer.MouseUp(Right).open, std::nullopt);
+  EXPECT_EQ(pointer.MouseUp(Left).open, 0U);
+
+  pointer.MouseMove(DayAt(grid, 3, 4, 2));
+  EXPECT_TRUE(pointer.SelectionEnabled());
+  pointer.MouseDown(Left);
+  // A drag that passes over an event stays a drag.
+  pointer.MouseMove(DayAt(grid, 3, 5, 2));
+  EXPECT_TRUE(pointer.SelectionEnabled());
+  EXPECT_EQ(pointer.HoverEvent(), 0U);
+  EXPECT_EQ(pointer.ShownEvent(), std::nullopt);
+  EXPECT_EQ(pointer.MouseUp(Left).range, Days(At(2006, 3, 4), At(2006, 3, 6)));
+}
+
+TEST(GridPointer, AModeOfItsOwnHoldsOverEventsAndFreeDaysAlike) {
+  const YearGrid grid = SampleGrid({OneDay("a", 3, 5)});
+  GridPointer pointer(grid);
+  for (const int day : {4, 5}) {
+    pointer.SetMode(SelectionMode::AlwaysOpen);
+    pointer.MouseMove(DayAt(grid, 3, day, 2));
+    EXPECT_FALSE(pointer.MouseDown(Left).dragStarted);
+    EXPECT_EQ(pointer.MouseUp(Left).open.has_value(), day == 5);
+    EXPECT_EQ(pointer.Label(), std::nullopt);
+  }
+  pointer.SetMode(SelectionMode::AlwaysSelect);
+  EXPECT_EQ(Drag(pointer, DayAt(grid, 3, 5, 2), DayAt(grid, 3, 5, 2)).range,
+            Days(At(2006, 3, 5), At(2006, 3, 6)));
+  pointer.SetMode(SelectionMode::Automatic);
+  EXPECT_EQ(pointer.MouseUp(Left).open, 0U);
+}
+
+TEST(GridPointer, TheMenuOffersWhatThePlaceAllows) {
+  const YearGrid grid = SampleGrid({OneDay("a", 3, 5)});
+  GridPointer pointer(grid);
+  for (const auto mode :
+       {SelectionMode::Automatic, SelectionMode::AlwaysSelect, SelectionMode::AlwaysOpen}) {
+    pointer.SetMode(mode);
+    for (const int day : {4, 5}) {
+      pointer.MouseMove(DayAt(grid, 3, day, 2));
+      const PointerPress press = pointer.MouseDown(Right);
+      ASSERT_TRUE(press.menu);
+      EXPECT_FALSE(press.dragStarted);
+      EXPECT_EQ(press.menu->mnuDelete, day == 5);
+      EXPECT_EQ(press.menu->mnuEdit, day == 5);
+      EXPECT_EQ(press.menu->mnuClear, pointer.SelectionEnabled());
+      EXPECT_EQ(pointer.DayUnderPointer(), Days(At(2006, 3, day), At(2006, 3, day + 1)));
+    }
+  }
+}
+
+TEST(GridPointer, TheSelectionStaysDrawnUntilItIsClearedOrAnotherDragBegins) {
+  const YearGrid grid = SampleGrid({});
+  GridPointer pointer(grid);
+  pointer.MouseMove(DayAt(grid, 3, 20));
+  const GridCell from = CellOf(grid, 3, 20);
+  EXPECT_EQ(pointer.MouseDown(Left).selection.after, (Selection{from, from}));
+  EXPECT_EQ(pointer.SelectedRange(), std::nullopt);
+  const GridCell to = CellOf(grid, 3, 5);
+  const PointerMove move = pointer.MouseMove(DayAt(grid, 3, 5));
+  EXPECT_EQ(move.selection.before, (Selection{from, from}));
+  EXPECT_EQ(move.selection.after, (Selection{from, to}));
+  EXPECT_FALSE(pointer.MouseMove(DayAt(grid, 3, 5, 4)).selection.Changed());
+  pointer.MouseUp(Left);
+  EXPECT_EQ(pointer.DrawnSelection(), (Selection{to, from}));
+
+  pointer.MouseMove(DayAt(grid, 7, 1));
+  EXPECT_EQ(pointer.DrawnSelection(), (Selection{to, from}));
+  EXPECT_EQ(pointer.MouseDown(Left).selection.before, (Selection{to, from}));
+  pointer.MouseUp(Left);
+  EXPECT_EQ(pointer.ClearSelection().after, std::nullopt);
+  EXPECT_FALSE(pointer.ClearSelection().Changed());
+  EXPECT_EQ(pointer.SelectedRange(), std::nullopt);
+}
+
+TEST(GridPointer, HoveringTellsWhenAnotherEventIsToBeShown) {
+  const YearGrid grid = SampleGrid({OneDay("a", 3, 5), OneDay("b", 3, 6)});
+  GridPointer pointer(grid);
+  FixedLocale locale;
+  EXPECT_FALSE(pointer.MouseMove(DayAt(grid, 3, 4, 2)).hover);
+  EXPECT_EQ(pointer.HoverKey(locale), "");
+  EXPECT_TRUE(pointer.MouseMove(DayAt(grid, 3, 5, 2)).hover);
+  EXPECT_FALSE(pointer.MouseMove(DayAt(grid, 3, 5, 2)).hover);
+  EXPECT_EQ(grid.Events().Find(pointer.HoverKey(locale), locale), 0U);
+  EXPECT_TRUE(pointer.MouseMove(DayAt(grid, 3, 6, 2)).hover);
+  EXPECT_EQ(pointer.ShownEvent(), 1U);
+  EXPECT_TRUE(pointer.MouseMove(DayAt(grid, 3, 6, 3)).hover);
+  EXPECT_EQ(pointer.ShownEvent(), std::nullopt);
+}
+
+TEST(GridPointer, AReloadThatMovesNoRowLeavesADragRunning) {
+  YearGrid grid = SampleGrid({OneDay("a", 3, 5)});
+  GridPointer pointer(grid);
+  pointer.MouseMove(DayAt(grid, 3, 4));
+  pointer.MouseDown(Left);
+  pointer.MouseMove(DayAt(grid, 3, 6, 2));
+  SetEvents(grid, {OneDay("b", 3, 6), OneDay("c", 3, 9)});
+  EXPECT_EQ(pointer.HoverEvent(), std::nullopt);
+  EXPECT_FALSE(pointer.GridChanged().selection.Changed());
+  EXPECT_TRUE(pointer.Dragging());
+  EXPECT_EQ(pointer.HoverEvent(), 0U);
+  EXPECT_EQ(pointer.MouseUp(Left).range, Days(At(2006, 3, 4), At(2006, 3, 7)));
+}
+
+TEST(GridPointer, AReloadThatMovesRowsEndsADragAndItsReleaseDoesNothing) {
+  for (const bool told : {true, false}) {
+    YearGrid grid = SampleGrid({});
+    GridPointer pointer(grid);
+    pointer.MouseMove(DayAt(grid, 3, 4));
+    pointer.MouseDown(Left);
+    pointer.MouseMove(DayAt(grid, 3, 6));
+    // The pointer lies over an event now, which a click would open.
+    SetEvents(grid, Pile(3, 6));
+    const SelectionChange change =
+        told ? pointer.GridChanged().selection : pointer.MouseMove(DayAt(grid, 3, 6)).selection;
+    EXPECT_TRUE(change.before && !change.after);
+    EXPECT_FALSE(pointer.Dragging());
+    EXPECT_EQ(pointer.PrefixIndex(), PointerLabel::DatePrefix);
+    EXPECT_NE(pointer.HoverEvent(), std::nullopt);
+    const PointerRelease release = pointer.MouseUp(Left);
+    EXPECT_EQ(release.range, std::nullopt);
+    EXPECT_EQ(release.open, std::nullopt);
+    // The next click is one again.
+    pointer.MouseDown(Left);
+    EXPECT_NE(pointer.MouseUp(Left).open, std::nullopt);
+  }
+}
+
+TEST(GridPointer, AReleaseAfterAnUnseenReloadGoesByTheNewEvents) {
+  YearGrid grid = SampleGrid(Pile(3, 5));
+  GridPointer pointer(grid);
+  pointer.MouseMove(DayAt(grid, 3, 5, 7));
+  pointer.MouseDown(Left);
+  EXPECT_EQ(pointer.HoverEvent(), 5U);
+  SetEvents(grid, {});
+  FixedLocale locale;
+  EXPECT_EQ(pointer.HoverKey(locale), "");
+  EXPECT_EQ(pointer.MouseUp(Left).open, std::nullopt);
+
+  SetEvents(grid, {OneDay("a", 3, 4), OneDay("b", 3, 5)});
+  grid.Resize({405.0 + 45 + 37 * 300, 240.0 + 45 + 48 * 300}, 255, {});
+  pointer.MouseMove(DayAt(grid, 3, 5, 2));
+  EXPECT_EQ(pointer.HoverEvent(), 1U);
+  SetEvents(grid, {OneDay("b", 3, 5)});
+  EXPECT_TRUE(pointer.GridChanged().hover);
+  EXPECT_EQ(pointer.HoverEvent(), 0U);
+  SetEvents(grid, {OneDay("c", 3, 5)});
+  // The same index stands for another event.
+  EXPECT_TRUE(pointer.GridChanged().hover);
+}
+
+TEST(GridPointer, AnotherYearTakesTheSelectionAlongNeitherDuringADragNorAfterIt) {
+  for (const bool dragging : {true, false}) {
+    YearGrid grid = SampleGrid({});
+    GridPointer pointer(grid);
+    pointer.MouseMove(DayAt(grid, 3, 4));
+    pointer.MouseDown(Left);
+    if (!dragging) pointer.MouseUp(Left);
+    grid.SetSpan({2007, 1});
+    const PointerMove change = pointer.GridChanged();
+    EXPECT_TRUE(change.selection.Changed());
+    EXPECT_TRUE(change.label);
+    EXPECT_EQ(pointer.DrawnSelection(), std::nullopt);
+    EXPECT_EQ(pointer.Label(), std::nullopt);
+    EXPECT_FALSE(pointer.Dragging());
+    EXPECT_EQ(pointer.MouseUp(Left).range, std::nullopt);
+  }
+}
+
+TEST(GridPointer, MoreBandsLeaveACompletedSelectionOnItsDays) {
+  YearGrid grid = SampleGrid({});
+  GridPointer pointer(grid);
+  Drag(pointer, DayAt(grid, 3, 4), DayAt(grid, 3, 6));
+  SetEvents(grid, Pile(2, 6));
+  EXPECT_FALSE(pointer.GridChanged().selection.Changed());
+  EXPECT_EQ(pointer.SelectedRange(), Days(At(2006, 3, 4), At(2006, 3, 7)));
+}
+
+TEST(GridPointer, ClearingDuringADragEndsIt) {
+  const YearGrid grid = SampleGrid({});
+  GridPointer pointer(grid);
+  pointer.MouseMove(DayAt(grid, 3, 4));
+  pointer.MouseDown(Left);
+  EXPECT_TRUE(pointer.ClearSelection().Changed());
+  EXPECT_FALSE(pointer.MouseMove(DayAt(grid, 3, 5)).selection.Changed());
+  EXPECT_EQ(pointer.MouseUp(Left).range, std::nullopt);
+}
+
+TEST(GridPointer, AGridWithoutSizeHasNothingUnderThePointer) {
+  for (const Extent size :
+       {Extent{0, 0}, Extent{-5000, -5000}, Extent{450, 0}, Extent{450, 9000}}) {
+    YearGrid grid = SampleGrid({OneDay("a", 1, 1)});
+    grid.Resize(size, 255, {});
+    GridPointer pointer(grid);
+    for (const Point point : {Point{0, 0}, Point{300, 300}, Point{-1, 150}, Point{1e300, -1e300}}) {
+      pointer.MouseMove(point);
+      pointer.MouseDown(Right);
+      EXPECT_FALSE(pointer.MouseDown(Left).dragStarted);
+      EXPECT_EQ(pointer.MouseUp(Left).open, std::nullopt);
+    }
+  }
+}
+
+// Days beyond the calendar's end can be pointed at, and be the end of a range.
+TEST(GridPointer, TheLastYearOfTheCalendarCanBeDraggedToItsEnd) {
+  const YearGrid grid = SampleGrid({}, {}, 300, 300, {9999, 1});
+  GridPointer pointer(grid);
+  pointer.MouseMove(DayAt(grid, 12, 33));
+  const PointerRelease release = Drag(pointer, DayAt(grid, 12, 30), DayAt(grid, 12, 31));
+  EXPECT_EQ(release.range->start, At(9999, 12, 30));
+  EXPECT_EQ(DaysBetween(release.range->start, release.range->end), 2);
+}
+
+}  // namespace
+}  // namespace velkor

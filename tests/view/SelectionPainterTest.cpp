@@ -1,0 +1,172 @@
+// tests/view/SelectionPainterTest.cpp: where a selection and the day cursor are drawn, and how
+// little is drawn anew.
+#include "view/SelectionPainter.h"
+
+#include <gmock/gmock.h>
+
+#include <random>
+
+#include "tests/view/SampleGrid.h"
+#include "view/GridPainter.h"
+
+namespace velkor {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr Rect Everything{0, 0, 20'000, 40'000};
+
+std::vector<Rect> Listed(const RowRects& rects) {
+  return {rects.begin(), rects.end()};
+}
+
+/// The face as the control paints it.
+void Draw(Surface& surface, const YearGrid& grid, const std::optional<Selection>& selection,
+          const Rect& visible = Everything) {
+  GridPainter painter(surface, grid, Font{}, visible);
+  painter.DrawBackground();
+  if (selection) DrawSelectionFill(surface, grid, *selection, visible);
+  painter.DrawEvents();
+  if (selection) DrawSelectionFrame(surface, grid, *selection, visible);
+}
+
+// In 2006 March takes columns 4 to 34, April 7 to 36, May 2 to 32.
+TEST(SelectionPainter, ARangeRunsRowByRowOverTheDaysOfEachMonth) {
+  const YearGrid grid = SampleGrid({});
+  const Selection range{{3, 20}, {5, 4}};
+  for (const Selection& selection : {range, Selection{range.end, range.start}}) {
+    EXPECT_THAT(Listed(RectsOf(selection, grid)),
+                ElementsAre(Rect{19 * 300, 2400, 34 * 300, 3600}, Rect{6 * 300, 3600, 10800, 4800},
+                            Rect{1 * 300, 4800, 4 * 300, 6000}));
+  }
+  EXPECT_THAT(Listed(RectsOf({{3, 8}, {3, 5}}, grid)),
+              ElementsAre(Rect{4 * 300, 2400, 8 * 300, 3600}));
+  EXPECT_THAT(Listed(RectsOf({{1, 1}, {12, 37}}, grid)), testing::SizeIs(12));
+  // A corner outside its month covers nothing there.
+  EXPECT_THAT(Listed(RectsOf({{3, 37}, {4, 7}}, grid)), ElementsAre(Rect{1800, 3600, 2100, 4800}));
+}
+
+TEST(SelectionPainter, BarsStayReadableBetweenTheFillAndTheFrame) {
+  const YearGrid grid = SampleGrid({SampleEvent("a", At(2006, 3, 1), At(2006, 4, 1), "Leave")});
+  RecordingSurface surface;
+  Draw(surface, grid, Selection{{3, 20}, {3, 22}});
+  const auto at = [&](int column, int band) {
+    return surface.ColourAt(CentreOf(grid, 3, column, band));
+  };
+  EXPECT_EQ(at(21, 2), Colour::FromRgb(10, 120, 40));
+  for (const int band : {1, 3, 4}) {
+    EXPECT_EQ(at(19, band), grid_colours::Back);
+    EXPECT_EQ(at(20, band), selection_colours::Fill);
+    EXPECT_EQ(at(22, band), selection_colours::Fill);
+    EXPECT_EQ(at(23, band), grid_colours::Back);
+  }
+  // Two pixels inside each edge.
+  for (const double x : {5707.0, 5722.0, 6577.0, 6592.0}) {
+    EXPECT_EQ(surface.ColourAt({x, 3000}), selection_colours::Frame) << x;
+  }
+  EXPECT_NE(surface.ColourAt({5692, 3000}), selection_colours::Frame);
+  EXPECT_NE(surface.ColourAt({5737, 3000}), selection_colours::Frame);
+}
+
+TEST(SelectionPainter, OnlyRowsInSightAreDrawn) {
+  const YearGrid grid = SampleGrid({});
+  RecordingSurface surface;
+  const Rect march{0, 2700, 11'145, 3300};
+  DrawSelectionFill(surface, grid, {{1, 1}, {12, 37}}, march);
+  DrawSelectionFrame(surface, grid, {{1, 1}, {12, 37}}, march);
+  DrawDayCursor(surface, grid, {7, 10}, march);
+  EXPECT_THAT(surface.Log(), ElementsAre("fill 900 2400 10200 3600 #BED6F4",
+                                         "outline 915 2415 10185 3585 #1850AA pen 2"));
+}
+
+/// Pixels that both surfaces show alike, or that lie in one of the rectangles.
+void ExpectCovered(const YearGrid& grid, const RecordingSurface& before,
+                   const RecordingSurface& after, const RowRects& changed) {
+  const Twips width = grid.Geometry().GridWidth;
+  const Twips height = grid.Geometry().GridHeight(grid.Layout());
+  for (double y = 7; y < height + 60; y += 15) {
+    for (double x = 7; x < width; x += 15) {
+      if (before.ColourAt({x, y}) == after.ColourAt({x, y})) continue;
+      const bool covered = std::any_of(changed.begin(), changed.end(), [&](const Rect& rect) {
+        return x >= rect.left && x < rect.right && y >= rect.top && y < rect.bottom;
+      });
+      ASSERT_TRUE(covered) << x << ", " << y;
+    }
+  }
+}
+
+TEST(SelectionPainter, WhatChangesBetweenTwoSelectionsLiesInTheChangedRectangles) {
+  // Cells whose edges fall between pixels.
+  const YearGrid grid = SampleGrid({}, {}, 101, 97);
+  std::mt19937 random(7);
+  const auto cell = [&] {
+    const int row = 1 + static_cast<int>(random() % 3);
+    return GridCell{row, grid.Columns().RowDayOffset[row] + 1 + static_cast<int>(random() % 28)};
+  };
+  for (int round = 0; round < 12; ++round) {
+    const GridCell anchor = cell();
+    const Selection before{anchor, cell()};
+    const Selection after{round % 3 == 0 ? cell() : anchor, cell()};
+    RecordingSurface was;
+    RecordingSurface is;
+    Draw(was, grid, before);
+    Draw(is, grid, after);
+    ExpectCovered(grid, was, is, ChangedRects(before, after, grid));
+  }
+}
+
+TEST(SelectionPainter, ADragByOneDayDrawsThatDayAnewAndNoOther) {
+  const YearGrid grid = SampleGrid({});
+  const Selection before{{3, 10}, {3, 20}};
+  EXPECT_THAT(Listed(ChangedRects(before, before, grid)), IsEmpty());
+  EXPECT_THAT(Listed(ChangedRects(std::nullopt, std::nullopt, grid)), IsEmpty());
+  EXPECT_THAT(Listed(ChangedRects(before, Selection{{3, 20}, {3, 10}}, grid)), IsEmpty());
+  const Rect day{20 * 300 - 45, 2400 - 45, 21 * 300 + 45, 3600 + 45};
+  EXPECT_THAT(Listed(ChangedRects(before, Selection{{3, 10}, {3, 21}}, grid)), ElementsAre(day));
+  EXPECT_THAT(Listed(ChangedRects(Selection{{3, 10}, {3, 21}}, before, grid)), ElementsAre(day));
+}
+
+TEST(SelectionPainter, TheDayCursorFramesAllBandsOfADayBesideTheFrameOfToday) {
+  const YearGrid grid = SampleGrid({});
+  RecordingSurface surface;
+  // As on a bar of the cursor's own colour.
+  surface.Fill(Everything, selection_colours::DayCursor);
+  GridPainter(surface, grid, Font{}, Everything).DrawToday(At(2006, 3, 7));
+  DrawDayCursor(surface, grid, {3, 10}, Everything);
+  // From the second pixel left of the cell on.
+  const Colour expected[] = {grid_colours::TodayFrame, selection_colours::DayCursorHalo,
+                             selection_colours::DayCursor, selection_colours::DayCursor};
+  for (int i = 0; i < 4; ++i) {
+    EXPECT_EQ(surface.ColourAt({2700 + 15 * (i - 2) + 7.0, 3500}), expected[i]) << i;
+  }
+}
+
+TEST(SelectionPainter, WhatADayCursorDrawsLiesInItsRectangle) {
+  const YearGrid grid = SampleGrid({}, {}, 101, 97);
+  RecordingSurface without;
+  Draw(without, grid, std::nullopt);
+  for (int column = 8; column < 20; ++column) {
+    const GridCell cell{1 + column % 3, column};
+    RecordingSurface with;
+    Draw(with, grid, std::nullopt);
+    DrawDayCursor(with, grid, cell, Everything);
+    RowRects rects;
+    rects.Add(DayCursorRect(cell, grid));
+    ExpectCovered(grid, without, with, rects);
+  }
+}
+
+TEST(SelectionPainter, AGridWithoutSizeCanBeDrawn) {
+  YearGrid grid = SampleGrid({});
+  for (const Extent size : {Extent{0, 0}, Extent{-9000, -9000}, Extent{451, 9000}}) {
+    grid.Resize(size, 255, {});
+    RecordingSurface surface;
+    Draw(surface, grid, Selection{{1, 1}, {12, 31}});
+    DrawDayCursor(surface, grid, {3, 10}, Everything);
+    ChangedRects(std::nullopt, Selection{{1, 1}, {12, 31}}, grid);
+  }
+}
+
+}  // namespace
+}  // namespace velkor
