@@ -76,20 +76,25 @@ QLineEdit* MakeLine(const char* name, const std::string& text) {
 
 AppointmentForm::AppointmentForm(OutlookItem& item, QWidget* parent)
     : QWidget(parent),
-      subject_(MakeLine("subject", item.Subject())),
-      location_(MakeLine("location", item.Location())),
+      original_{item.Subject(),
+                item.Location(),
+                item.Categories(),
+                item.Body(),
+                {item.Start(), item.End(), item.AllDayEvent()}},
+      subject_(MakeLine("subject", original_.subject)),
+      location_(MakeLine("location", original_.location)),
       startDate_(MakeDateEdit("startDate", tr("First day"))),
       startTime_(MakeTimeEdit("startTime", tr("Start time"))),
       endDate_(MakeDateEdit("endDate", tr("Last day"))),
       endTime_(MakeTimeEdit("endTime", tr("End time"))),
       allDay_(new QCheckBox(tr("&All day"))),
-      categories_(MakeLine("categories", item.Categories())),
-      notes_(new QPlainTextEdit(ToQt(item.Body()))) {
+      categories_(MakeLine("categories", original_.categories)),
+      notes_(new QPlainTextEdit(ToQt(original_.notes))) {
   allDay_->setObjectName("allDay");
   notes_->setObjectName("notes");
   notes_->setTabChangesFocus(true);
   AddRows(item.IsRecurring());
-  ShowTimes({item.Start(), item.End(), item.AllDayEvent()});
+  ShowTimes(original_.times);
   shownTexts_ = CurrentTexts();
   shownTimes_ = Times();
 
@@ -163,7 +168,8 @@ AppointmentTimes AppointmentForm::Times() const {
     return {Join(startDate_->date(), startTime_->time()), Join(endDate_->date(), endTime_->time()),
             false};
   }
-  return {Join(startDate_->date(), {}), Join(endDate_->date().addDays(1), {}), true};
+  const QTime midnight(0, 0);
+  return {Join(startDate_->date(), midnight), Join(endDate_->date().addDays(1), midnight), true};
 }
 
 AppointmentForm::Texts AppointmentForm::CurrentTexts() const {
@@ -193,6 +199,18 @@ void AppointmentForm::Write(OutlookItem& item) const {
   item.SetAllDayEvent(times.allDay);
   item.SetStart(times.start);
   item.SetEnd(times.end);
+}
+
+void AppointmentForm::Restore(OutlookItem& item) const {
+  if (item.Subject() != original_.subject) item.SetSubject(original_.subject);
+  if (item.Location() != original_.location) item.SetLocation(original_.location);
+  if (item.Categories() != original_.categories) item.SetCategories(original_.categories);
+  if (item.Body() != original_.notes) item.SetBody(original_.notes);
+  const AppointmentTimes times{item.Start(), item.End(), item.AllDayEvent()};
+  if (times == original_.times) return;
+  item.SetAllDayEvent(original_.times.allDay);
+  item.SetStart(original_.times.start);
+  item.SetEnd(original_.times.end);
 }
 
 }  // namespace velkor

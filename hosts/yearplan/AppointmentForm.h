@@ -37,6 +37,8 @@ class AppointmentForm : public QWidget {
   QString Objection() const;
   /// Sets on the item each field that differs from what was shown at first.
   void Write(OutlookItem& item) const;
+  /// Sets on the item what it held when it was shown first.
+  void Restore(OutlookItem& item) const;
 
  private:
   struct Texts {
@@ -44,6 +46,13 @@ class AppointmentForm : public QWidget {
     QString location;
     QString categories;
     QString notes;
+  };
+  struct Original {
+    std::string subject;
+    std::string location;
+    std::string categories;
+    std::string notes;
+    AppointmentTimes times;
   };
 
   void AddRows(bool recurring);
@@ -53,6 +62,7 @@ class AppointmentForm : public QWidget {
   AppointmentTimes Times() const;
   Texts CurrentTexts() const;
 
+  const Original original_;
   QLineEdit* subject_;
   QLineEdit* location_;
   QDateEdit* startDate_;

@@ -22,8 +22,7 @@ class Inspector : public QDialog {
       : QDialog(parent), item_(item), form_(new AppointmentForm(item)), complaint_(new Complaint) {
     const std::string subject = item.Subject();
     setObjectName("AppointmentInspector");
-    setWindowTitle(subject.empty() ? tr("Appointment")
-                                   : tr("%1 - Appointment").arg(ToQt(subject)));
+    setWindowTitle(subject.empty() ? tr("Appointment") : tr("%1 - Appointment").arg(ToQt(subject)));
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     auto* const rows = new QVBoxLayout(this);
     rows->addWidget(form_, 1);
@@ -42,8 +41,8 @@ class Inspector : public QDialog {
       form_->Write(item_);
       item_.Save();
     } catch (const Error& error) {
-      complaint_->Say(
-          tr("The appointment could not be saved: %1").arg(ToQt(error.Description())));
+      form_->Restore(item_);
+      complaint_->Say(tr("The appointment could not be saved: %1").arg(ToQt(error.Description())));
       return;
     }
     accept();

@@ -40,8 +40,9 @@ PropertyValue FirstValue(std::string_view key, const PropertyValue& fallback) {
 }  // namespace
 
 PlannerProperties PropertiesOf(const YearPlan& plan) {
-  return {plan.Folder(),    plan.AllEvents(),       plan.HideNonCategoryItems(),
-          plan.DisplaySubject(), plan.TitleName(), plan.AppointmentForm(), plan.FirstMonth()};
+  return {plan.Folder(),         plan.AllEvents(), plan.HideNonCategoryItems(),
+          plan.DisplaySubject(), plan.TitleName(), plan.AppointmentForm(),
+          plan.FirstMonth()};
 }
 
 void SetProperties(YearPlan& plan, const PlannerProperties& properties) {

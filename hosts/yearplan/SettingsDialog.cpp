@@ -27,10 +27,10 @@ class SettingsDialog : public QDialog {
         title_(MakeLine("TitleName", shown.TitleName)),
         form_(MakeLine("AppointmentForm", shown.AppointmentForm)),
         firstMonth_(new QComboBox),
-        allEvents_(MakeBox("AllEvents", tr("Show appointments &within one day, too"),
-                           shown.AllEvents)),
-        subjects_(MakeBox("DisplaySubject", tr("Write &subjects into the bars"),
-                          shown.DisplaySubject)),
+        allEvents_(
+            MakeBox("AllEvents", tr("Show appointments &within one day, too"), shown.AllEvents)),
+        subjects_(
+            MakeBox("DisplaySubject", tr("Write &subjects into the bars"), shown.DisplaySubject)),
         hide_(MakeBox("HideNonCategoryItems", tr("&Hide appointments without a known category"),
                       shown.HideNonCategoryItems)),
         complaint_(new Complaint) {
@@ -47,8 +47,12 @@ class SettingsDialog : public QDialog {
   }
 
   PlannerProperties Properties() const {
-    return {TextOf(folder_),        allEvents_->isChecked(), hide_->isChecked(),
-            subjects_->isChecked(), TextOf(title_),          TextOf(form_),
+    return {TextOf(folder_),
+            allEvents_->isChecked(),
+            hide_->isChecked(),
+            subjects_->isChecked(),
+            TextOf(title_),
+            TextOf(form_),
             firstMonth_->currentIndex() + 1};
   }
 
