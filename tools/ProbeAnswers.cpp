@@ -14,6 +14,7 @@
 #include "support/modFileIO.h"
 #include "support/values/Error.h"
 #include "support/values/Text.h"
+#include "tools/ColourAnswers.h"
 #include "tools/IsoDate.h"
 #include "tools/LayoutJson.h"
 #include "tools/PointerAnswer.h"
@@ -177,7 +178,7 @@ Json AnswerLayout(const Json& json) {
 }
 
 using Answer = Json (*)(const Json&);
-constexpr std::array<std::pair<std::string_view, Answer>, 10> Kinds{{
+constexpr std::array<std::pair<std::string_view, Answer>, 12> Kinds{{
     {"dates", AnswerDates},
     {"filter", AnswerFilter},
     {"catindex", AnswerCatIndex},
@@ -188,6 +189,8 @@ constexpr std::array<std::pair<std::string_view, Answer>, 10> Kinds{{
     {"cacheread", AnswerCacheRead},
     {"layout", AnswerLayout},
     {"pointer", AnswerPointer},
+    {"colours", AnswerColours},
+    {"alllists", AnswerAllLists},
 }};
 
 Json AnswerOf(std::string_view line) {

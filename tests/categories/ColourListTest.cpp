@@ -23,28 +23,61 @@ TEST(ColourList, WhatSurroundsTheBodyDoesNotCount) {
 }
 
 TEST(ColourList, EachLineButTheHeaderIsACategory) {
-  EXPECT_THAT(
-      CategoriesOf({"--DO NOT EDIT LIST MANUALLY--", "Key Customer|878787", "Other|-1",
-                    "Wide|2147483647", "Low|-2147483648", " Blank |0", "Bar|5|6"}),
-      ElementsAre(Category{"Key Customer", Colour{878787}}, Category{"Other", Colour{-1}},
-                  Category{"Wide", Colour{2147483647}}, Category{"Low", Colour{-2147483647 - 1}},
-                  Category{" Blank ", Colour{0}}, Category{"Bar", Colour{5}}));
-  EXPECT_THAT(CategoriesOf({"whatever|9"}), IsEmpty());
-  EXPECT_THAT(CategoriesOf({}), IsEmpty());
+  const std::vector<Category> categories{
+      {"Key Customer", Colour{878787}}, {"Other", Colour{-1}},  {"Wide", Colour{2147483647}},
+      {"Low", Colour{-2147483647 - 1}}, {" Blank ", Colour{0}}, {"", Colour{5}}};
+  const std::string text =
+      "--DO NOT EDIT LIST MANUALLY--\r\nKey Customer|878787\r\nOther|-1\r\n"
+      "Wide|2147483647\r\nLow|-2147483648\r\n Blank |0\r\n|5";
+  EXPECT_EQ(ColourListText(categories), text);
+  const ListedCategories listed = CategoriesOf(SplitColourList(text));
+  EXPECT_EQ(listed.categories, categories);
+  EXPECT_FALSE(listed.fault);
+  EXPECT_THAT(CategoryNamesOf(SplitColourList(text)),
+              ElementsAre("Key Customer", "Other", "Wide", "Low", " Blank ", ""));
+  // A third part does not count.
+  EXPECT_THAT(CategoriesOf({"whatever|9", "Bar| 5 |6"}).categories,
+              ElementsAre(Category{"Bar", Colour{5}}));
+  EXPECT_THAT(CategoriesOf({}).categories, IsEmpty());
+  EXPECT_THAT(CategoryNamesOf({}), IsEmpty());
 }
 
-TEST(ColourList, ALineWithoutColourIsNamed) {
-  for (const char* bad : {"Leave", "Leave|", "Leave|red", "Leave|1x", "Leave|2147483648",
-                          "Leave|-2147483649", "Leave|99999999999999999999", ""}) {
-    try {
-      CategoriesOf({"header", "Good|1", bad});
-      FAIL() << bad;
-    } catch (const Error& error) {
-      EXPECT_EQ(error.Number(), errors::TypeMismatch);
-      EXPECT_THAT(error.Description(), testing::HasSubstr("Line 3"));
-      EXPECT_THAT(error.Description(), testing::HasSubstr("\"" + std::string(bad) + "\""));
-    }
+TEST(ColourList, ALineThatIsNoCategoryIsNamedAndThoseBeforeItAreKept) {
+  const std::pair<const char*, long> lines[] = {{"Leave", errors::TypeMismatch},
+                                                {"Leave|", errors::TypeMismatch},
+                                                {"Leave|red", errors::TypeMismatch},
+                                                {"Leave|1x", errors::TypeMismatch},
+                                                {"Leave|-", errors::TypeMismatch},
+                                                {"", errors::TypeMismatch},
+                                                {"Leave|2147483648", errors::Overflow},
+                                                {"Leave|-2147483649", errors::Overflow},
+                                                {"Leave|99999999999999999999", errors::Overflow}};
+  for (const auto& [bad, number] : lines) {
+    const ListedCategories listed = CategoriesOf({"header", "Good|1", bad, "After|2"});
+    EXPECT_THAT(listed.categories, ElementsAre(Category{"Good", Colour{1}})) << bad;
+    ASSERT_TRUE(listed.fault) << bad;
+    EXPECT_EQ(listed.fault->Number(), number) << bad;
+    EXPECT_THAT(listed.fault->Description(), testing::HasSubstr("Line 3 "));
+    EXPECT_THAT(listed.fault->Description(), testing::HasSubstr("\"" + std::string(bad) + "\""));
   }
+}
+
+TEST(ColourList, MoreCategoriesThanATableHoldsAreAFaultOfTheFirstBeyond) {
+  const ListedCategories listed = CategoriesOf(std::vector<std::string>(40000, "A|1"));
+  EXPECT_EQ(listed.categories.size(), CategoryTable::MostCategories);
+  ASSERT_TRUE(listed.fault);
+  EXPECT_EQ(listed.fault->Number(), errors::Overflow);
+  EXPECT_THAT(listed.fault->Description(), testing::HasSubstr("Line 32769 "));
+}
+
+TEST(ColourList, TheDefaultListCountsDownToALightGrey) {
+  const std::vector<Category> categories = DefaultCategories();
+  ASSERT_EQ(categories.size(), 15U);
+  EXPECT_EQ(categories[0], (Category{"Unused 01", Colour{878787}}));
+  EXPECT_EQ(categories[8], (Category{"Unused 09", Colour{797979}}));
+  EXPECT_EQ(categories[9], (Category{"Unused 10", Colour{787878}}));
+  EXPECT_EQ(categories[13], (Category{"Unused 14", Colour{747474}}));
+  EXPECT_EQ(categories[14], (Category{"Other", Colour{13421772}}));
 }
 
 }  // namespace

@@ -1,78 +1,166 @@
-// tests/categories/ColourStoreTest.cpp: which record of a calendar holds a planner's colours.
+// tests/categories/ColourStoreTest.cpp: fetching, migrating, creating and saving colour records.
 #include "categories/ColourStore.h"
 
-#include <gmock/gmock.h>
-
-#include "calendar/EmbeddedOutlook.h"
-#include "platform/headless/FixedLocale.h"
-#include "support/values/Error.h"
-#include "tests/model/SampleEvents.h"
+#include "categories/ColourList.h"
+#include "tests/model/CalendarCase.h"
 
 namespace velkor {
 namespace {
 
-using Lines = std::vector<std::string>;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
 
-constexpr const char* Prefix = "PLEASE IGNORE - Velkor Category Colours: ";
-constexpr const char* Legacy = "Please Ignore - Holds Category Colours for the Year Planner";
+const std::string Prefix = "PLEASE IGNORE - Velkor Category Colours: ";
+const std::string Legacy = "Please Ignore - Holds Category Colours for the Year Planner";
+const std::string Header = "--DO NOT EDIT LIST MANUALLY--";
+constexpr auto Created = ColourRecordChange::Created;
+constexpr auto Migrated = ColourRecordChange::Migrated;
+constexpr auto Deleted = ColourRecordChange::Deleted;
 
-class ColourStoreTest : public testing::Test {
+class ColourStoreTest : public CalendarCase {
  protected:
-  void Add(const std::string& subject, const std::string& body, int year = 2011) {
-    CalendarItem item;
-    item.entryId = "id " + std::to_string(folder_.AllItems().size());
+  ColourStoreTest() { access_.ResolveFolder(""); }
+
+  void Put(const std::string& subject, const std::string& body) {
+    CalendarItem item = SampleItem("record " + std::to_string(calendar_.AllItems().size()),
+                                   At(2011, 1, 1, 1, 30), At(2011, 1, 1, 1, 30));
     item.fields.subject = subject;
     item.fields.body = body;
-    item.start = item.end = At(year, 1, 1, 1, 30);
-    folder_.Add(item);
+    calendar_.Add(item);
   }
-  std::optional<Lines> Find(const std::string& title) {
-    const auto folder =
-        outlook_.GetNamespace("MAPI")->GetFolderFromID(folder_.EntryID(), store_.StoreID());
-    return ColourStore(*folder, locale_).FindList(title);
+  /// Subject and body of each item, a bar between them.
+  std::vector<std::string> Stored() {
+    std::vector<std::string> stored;
+    for (const auto& item : calendar_.AllItems()) {
+      stored.push_back(item->fields.subject + " / " + item->fields.body);
+    }
+    return stored;
   }
 
-  FixedLocale locale_;
-  CalendarStore store_{"store"};
-  CalendarFolder& folder_ = store_.AddFolder("Calendar", "f1", outlook::ItemTypeAppointment);
-  EmbeddedOutlook outlook_{store_, locale_, {"Ann", ",", "11.0"}};
+  ColourStore colours_{[this] { return access_.ReopenFolder(); }, seams_.locale, messages_};
 };
 
-TEST_F(ColourStoreTest, EachTitleHasItsOwnListWhateverTheDateFormat) {
-  Add("Holiday", "h\r\nno|1");
-  Add(std::string(Prefix) + "Team", "h\r\nTeam|1\r\n");
-  Add(Prefix, "h\r\nNone|2");
-  for (const char* format : {"M/d/y", "d/M/y", "y/M/d"}) {
-    locale_.dates = DatePattern(format);
-    EXPECT_EQ(Find("Team"), (Lines{"h", "Team|1"}));
-    EXPECT_EQ(Find(""), (Lines{"h", "None|2"}));
-    EXPECT_EQ(Find("Tea"), std::nullopt);
+TEST_F(ColourStoreTest, AnEmptyFolderGetsARecordWithTheDefaultsOutOfEveryonesWay) {
+  const FetchedColours fetched = colours_.Fetch("Default");
+  EXPECT_EQ(fetched.categories, DefaultCategories());
+  EXPECT_THAT(fetched.done, ElementsAre(Created));
+  ASSERT_THAT(calendar_.AllItems(), SizeIs(1));
+  const CalendarItem& record = *calendar_.AllItems()[0];
+  EXPECT_EQ(record.fields.subject, Prefix + "Default");
+  EXPECT_EQ(SplitColourList(record.fields.body).size(), 16U);
+  EXPECT_EQ(record.start, At(2011, 1, 1, 1, 30));
+  EXPECT_EQ(record.end, record.start);
+  EXPECT_EQ(record.messageClass, "IPM.Appointment");
+
+  EXPECT_THAT(colours_.Fetch("Default").done, IsEmpty());
+  EXPECT_THAT(colours_.Fetch("Team").done, ElementsAre(Created)) << "each title has its own";
+  EXPECT_THAT(view_.Take(), IsEmpty()) << "the view does not see them";
+}
+
+TEST_F(ColourStoreTest, ARecordOfOnlyTheHeaderIsReplaced) {
+  Put(Prefix, Header + "\r\n \t\r\n");
+  Put(Legacy, Header + "\r\nA|1\r\nB|2");
+  const FetchedColours fetched = colours_.Fetch("");
+  EXPECT_EQ(fetched.categories, DefaultCategories());
+  EXPECT_THAT(fetched.done, ElementsAre(Deleted, Created));
+  EXPECT_THAT(Stored(), ElementsAre(Legacy + " / " + Header + "\r\nA|1\r\nB|2",
+                                    Prefix + " / " + ColourListText(DefaultCategories())));
+}
+
+TEST_F(ColourStoreTest, ALegacyRecordIsKeptUnderTheTitleWhenItHasTwoCategories) {
+  const std::string body = " " + Header + "\r\nKey Customer|1\r\nB|-2\r\n";
+  Put(Legacy, body);
+  FetchedColours fetched = colours_.Fetch("Team");
+  const std::vector<Category> listed{{"Key Customer", Colour{1}}, {"B", Colour{-2}}};
+  EXPECT_EQ(fetched.categories, listed);
+  EXPECT_THAT(fetched.done, ElementsAre(Migrated));
+  EXPECT_THAT(Stored(), ElementsAre(Prefix + "Team / " + body)) << "the list stays as it stands";
+
+  Put(Legacy, Header + "\r\nA|1");
+  fetched = colours_.Fetch("Other team");
+  EXPECT_EQ(fetched.categories, DefaultCategories());
+  EXPECT_THAT(fetched.done, ElementsAre(Deleted, Created));
+}
+
+TEST_F(ColourStoreTest, ABodyEditedByHandKeepsTheEntriesBeforeTheFaultAndIsNotTouched) {
+  const std::string body = Header + "\r\nA|1\r\nB 2\r\nC|3";
+  for (const std::string& subject : {Legacy, Prefix + "Team"}) {
+    Put(subject, body);
+    const auto before = Stored();
+    messages_.Expect("Error fetching category colours 13 Line 3 of the colour list");
+    const FetchedColours fetched = colours_.Fetch("Team");
+    EXPECT_THAT(fetched.categories, ElementsAre(Category{"A", Colour{1}}));
+    EXPECT_TRUE(fetched.fault);
+    EXPECT_THAT(fetched.done, IsEmpty());
+    EXPECT_EQ(Stored(), before);
   }
 }
 
-TEST_F(ColourStoreTest, ItsOwnRecordGoesBeforeOneInTheOlderForm) {
-  Add(Legacy, "h\r\nOld|1\r\nOther|2");
-  EXPECT_EQ(Find("Team"), (Lines{"h", "Old|1", "Other|2"}));
-  Add(std::string(Prefix) + "Team", "h\r\nNew|1");
-  EXPECT_EQ(Find("Team"), (Lines{"h", "New|1"}));
+TEST_F(ColourStoreTest, ACalendarThatRefusesToSaveIsToldAndStillPlannedInColours) {
+  calendar_.SetWriter(&writer_);
+  messages_.Expect("Error fetching category colours 440 The disk is full.");
+  EXPECT_EQ(colours_.Fetch("").categories, DefaultCategories());
+  messages_.Expect("Error saving category colours 440 The disk is full.");
+  EXPECT_FALSE(colours_.Save("", DefaultCategories()));
+  EXPECT_THAT(Stored(), IsEmpty());
+
+  Put(Legacy, Header + "\r\nA|1\r\nB|2");
+  messages_.Expect("Error fetching category colours 440 The disk is full.");
+  EXPECT_THAT(colours_.Fetch("").categories, SizeIs(2));
+  Put(Prefix + "Short", Header);
+  const auto before = Stored();
+  messages_.Expect("Error fetching category colours 440 The disk is full.");
+  EXPECT_THAT(colours_.Fetch("Short").categories, IsEmpty());
+  EXPECT_EQ(Stored(), before);
+
+  writer_.refuses = false;
+  EXPECT_TRUE(colours_.Save("", {{"A", Colour{1}}}));
 }
 
-TEST_F(ColourStoreTest, AListTooShortToKeepCountsAsNone) {
-  Add(Legacy, "h\r\nOld|1");
-  EXPECT_EQ(Find("a"), std::nullopt);
-  Add(std::string(Prefix) + "a", "h\r\n \r\n");
-  Add(std::string(Prefix) + "b", "");
-  EXPECT_EQ(Find("a"), std::nullopt);
-  EXPECT_EQ(Find("b"), std::nullopt);
+TEST_F(ColourStoreTest, AFolderThatIsGoneOrATitleThatNoSearchCanHoldIsTold) {
+  for (const char* title : {"Ann's", "'"}) {
+    messages_.Expect("Error fetching category colours 440 ");
+    EXPECT_THAT(colours_.Fetch(title).categories, IsEmpty());
+    messages_.Expect("Error saving category colours 440 ");
+    EXPECT_FALSE(colours_.Save(title, DefaultCategories()));
+  }
+  EXPECT_THAT(Stored(), IsEmpty());
+  access_.Release();
+  messages_.Expect("Error fetching category colours 440 ");
+  EXPECT_THAT(colours_.CollectAllLists(), IsEmpty());
 }
 
-TEST_F(ColourStoreTest, RecordsBeforeTheLastDayOf2010AreNotTaken) {
-  Add(Prefix, "h\r\nEarly|1", 2010);
-  EXPECT_EQ(Find(""), std::nullopt);
+TEST_F(ColourStoreTest, WhatIsSavedIsFetchedAgainAndTheLastOfTwoPlannersWins) {
+  const std::vector<Category> mine{{"Key Customer", Colour{-2147483647 - 1}}, {"Other", Colour{1}}};
+  const std::vector<Category> theirs{{"Leave", Colour{16711680}}, {"Other", Colour{2}}};
+  Put(Legacy, Header + "\r\nA|1\r\nB|2");
+  ColourStore other([this] { return access_.ReopenFolder(); }, seams_.locale, messages_);
+  EXPECT_TRUE(colours_.Save("Team", mine)) << "the older form is not looked at";
+  EXPECT_EQ(other.Fetch("Team").categories, mine);
+  EXPECT_TRUE(other.Save("Team", theirs));
+  EXPECT_EQ(colours_.Fetch("Team").categories, theirs);
+  EXPECT_TRUE(colours_.Save("Team", mine));
+  EXPECT_THAT(Stored(),
+              ElementsAre(testing::StartsWith(Legacy), Prefix + "Team / " + ColourListText(mine)));
 }
 
-TEST_F(ColourStoreTest, ATitleWithAnApostropheBreaksTheSearchAloud) {
-  EXPECT_THROW(Find("Ann's"), Error);
+TEST_F(ColourStoreTest, AllListsAreCollectedRecordAfterRecord) {
+  Put(Prefix + "Team", "\r\n" + Header + "\r\nA|1\r\nOther|2\r\n\r\n");
+  Put("Holiday", Header + "\r\nNo|1");
+  Put(Prefix, Header);
+  Put(Legacy, Header + "\r\nOld|1\r\nOlder|1");
+  Put("Copy of " + Prefix + "Ann's", Header + "\r\nOther|3");
+  CalendarItem late = SampleItem("late", At(2011, 1, 2), At(2011, 1, 2));
+  late.fields.subject = Prefix;
+  late.fields.body = Header + "\r\nLate|1";
+  calendar_.Add(late);
+  for (const char* format : {"M/d/y", "d/M/y"}) {
+    seams_.locale.dates = DatePattern(format);
+    const auto lines = colours_.CollectAllLists();
+    EXPECT_THAT(lines, ElementsAre("", "A|1", "Other|2", "Other|3"));
+    EXPECT_THAT(CategoryNamesOf(lines), ElementsAre("A", "Other", "Other"));
+  }
 }
 
 }  // namespace

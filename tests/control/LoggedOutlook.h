@@ -1,0 +1,134 @@
+// tests/control/LoggedOutlook.h: a calendar program that writes down each call it gets.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/Outlook.h"
+#include "support/values/Error.h"
+
+namespace velkor {
+
+/// Called with the name of each call before it is passed on; may throw.
+using CallLog = std::function<void(const std::string& call)>;
+
+class LoggedItems : public OutlookItems {
+ public:
+  LoggedItems(std::unique_ptr<OutlookItems> inner, CallLog log)
+      : inner_(std::move(inner)), log_(std::move(log)) {}
+
+  std::unique_ptr<OutlookItems> Restrict(std::string_view filter) override {
+    log_("Restrict");
+    return std::make_unique<LoggedItems>(inner_->Restrict(filter), log_);
+  }
+  void Sort(std::string_view property) override { inner_->Sort(property); }
+  void IncludeRecurrences(bool include) override { inner_->IncludeRecurrences(include); }
+  std::unique_ptr<OutlookItem> GetFirst() override { return Call("GetFirst", inner_->GetFirst()); }
+  std::unique_ptr<OutlookItem> GetNext() override { return Call("GetNext", inner_->GetNext()); }
+  std::unique_ptr<OutlookItem> Find(std::string_view filter) override {
+    return Call("Find", inner_->Find(filter));
+  }
+  std::unique_ptr<OutlookItem> FindNext() override { return Call("FindNext", inner_->FindNext()); }
+  std::unique_ptr<OutlookItem> Add(std::string_view messageClass) override {
+    return Call("Add", inner_->Add(messageClass));
+  }
+  void Connect(OutlookItemEvents* events) override {
+    log_("Connect");
+    inner_->Connect(events);
+  }
+
+ private:
+  std::unique_ptr<OutlookItem> Call(const char* name, std::unique_ptr<OutlookItem> item) {
+    log_(name);
+    return item;
+  }
+  std::unique_ptr<OutlookItems> inner_;
+  CallLog log_;
+};
+
+class LoggedFolder : public OutlookFolder {
+ public:
+  LoggedFolder(std::unique_ptr<OutlookFolder> inner, CallLog log)
+      : inner_(std::move(inner)), log_(std::move(log)) {}
+
+  std::string Name() override { return inner_->Name(); }
+  std::string EntryID() override { return inner_->EntryID(); }
+  std::string StoreID() override { return inner_->StoreID(); }
+  int DefaultItemType() override { return inner_->DefaultItemType(); }
+  std::unique_ptr<OutlookFolder> Folder(std::string_view name) override {
+    return Logged(inner_->Folder(name), log_);
+  }
+  std::unique_ptr<OutlookItems> Items() override {
+    log_("Items");
+    return std::make_unique<LoggedItems>(inner_->Items(), log_);
+  }
+  static std::unique_ptr<OutlookFolder> Logged(std::unique_ptr<OutlookFolder> folder,
+                                               const CallLog& log) {
+    return folder ? std::make_unique<LoggedFolder>(std::move(folder), log) : nullptr;
+  }
+
+ private:
+  std::unique_ptr<OutlookFolder> inner_;
+  CallLog log_;
+};
+
+class LoggedNamespace : public OutlookNamespace {
+ public:
+  LoggedNamespace(std::unique_ptr<OutlookNamespace> inner, CallLog log)
+      : inner_(std::move(inner)), log_(std::move(log)) {}
+
+  std::unique_ptr<OutlookFolder> Folder(std::string_view name) override {
+    log_("Folder");
+    return LoggedFolder::Logged(inner_->Folder(name), log_);
+  }
+  std::unique_ptr<OutlookFolder> GetDefaultFolder(int kind) override {
+    log_("GetDefaultFolder");
+    return LoggedFolder::Logged(inner_->GetDefaultFolder(kind), log_);
+  }
+  std::unique_ptr<OutlookFolder> GetFolderFromID(std::string_view entryId,
+                                                 std::string_view storeId) override {
+    log_("GetFolderFromID");
+    return LoggedFolder::Logged(inner_->GetFolderFromID(entryId, storeId), log_);
+  }
+  std::unique_ptr<OutlookItem> GetItemFromID(std::string_view entryId,
+                                             std::string_view storeId) override {
+    log_("GetItemFromID");
+    return inner_->GetItemFromID(entryId, storeId);
+  }
+
+ private:
+  std::unique_ptr<OutlookNamespace> inner_;
+  CallLog log_;
+};
+
+class LoggedOutlook : public OutlookApplication {
+ public:
+  explicit LoggedOutlook(OutlookApplication& inner) : inner_(inner) {}
+
+  std::vector<std::string> calls;
+  /// The call of this name fails with number 440.
+  std::string failing;
+
+  std::string Version() override { return inner_.Version(); }
+  std::string CurrentUserName() override {
+    Log("CurrentUserName");
+    return inner_.CurrentUserName();
+  }
+  std::unique_ptr<OutlookNamespace> GetNamespace(std::string_view type) override {
+    Log("GetNamespace");
+    return std::make_unique<LoggedNamespace>(inner_.GetNamespace(type),
+                                             [this](const std::string& call) { Log(call); });
+  }
+
+ private:
+  void Log(const std::string& call) {
+    calls.push_back(call);
+    if (call == failing) throw Error(errors::CalendarFailed, call + " was refused.");
+  }
+  OutlookApplication& inner_;
+};
+
+}  // namespace velkor

@@ -1,0 +1,406 @@
+// tests/control/YearPlanTest.cpp: properties, start-up, navigation, refresh and commands together.
+#include "control/YearPlan.h"
+
+#include "control/frmAbout.h"
+#include "model/ColourRecord.h"
+#include "model/Status.h"
+#include "tests/control/PlannerCase.h"
+
+namespace velkor {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+class YearPlanTest : public PlannerCase {};
+
+TEST_F(YearPlanTest, PropertiesAreReadInTheirOrderAndSavedUnderTheSameKeys) {
+  bag_.values.clear();
+  plan_.ReadProperties(bag_);
+  EXPECT_THAT(bag_.read, ElementsAre("Folder", "AllEvents", "DisplaySubject", "TitleName",
+                                     "HideNonCategoryItems", "AppointmentForm", "StartMonth"));
+  EXPECT_EQ(plan_.Folder(), "");
+  EXPECT_FALSE(plan_.AllEvents() || plan_.DisplaySubject() || plan_.HideNonCategoryItems());
+  EXPECT_EQ(plan_.TitleName(), "Default");
+  EXPECT_EQ(plan_.AppointmentForm(), "IPM.Appointment");
+  EXPECT_EQ(plan_.FirstMonth(), 1);
+  EXPECT_THAT(host_.changed, IsEmpty());
+
+  plan_.SetFolder("Mailbox\\Team");
+  plan_.SetAllEvents(true);
+  plan_.SetDisplaySubject(true);
+  plan_.SetTitleName("Leave");
+  plan_.SetHideNonCategoryItems(true);
+  plan_.SetAppointmentForm("IPM.Appointment.Leave");
+  plan_.SetFirstMonth(4);
+  EXPECT_THAT(host_.changed, ElementsAre("Folder", "AllEvents", "DisplaySubject", "TitleName",
+                                         "HideNonCategoryItems", "AppointmentForm", "StartMonth"));
+  MemoryPropertyBag saved;
+  plan_.WriteProperties(saved);
+  YearPlan other(On(outlook_), host_);
+  other.ReadProperties(saved);
+  EXPECT_EQ(other.Folder(), "Mailbox\\Team");
+  EXPECT_TRUE(other.AllEvents() && other.DisplaySubject() && other.HideNonCategoryItems());
+  EXPECT_EQ(other.TitleName(), "Leave");
+  EXPECT_EQ(other.AppointmentForm(), "IPM.Appointment.Leave");
+  EXPECT_EQ(other.FirstMonth(), 4);
+}
+
+TEST_F(YearPlanTest, AMonthThatIsNoneIsRefusedAndAWrongTypeInTheBagTold) {
+  EXPECT_THROW(plan_.SetFirstMonth(13), Error);
+  bag_.values["StartMonth"] = std::int16_t{0};
+  EXPECT_THROW(plan_.ReadProperties(bag_), Error);
+  bag_.values["StartMonth"] = std::string("April");
+  EXPECT_THROW(plan_.ReadProperties(bag_), Error);
+  EXPECT_EQ(plan_.FirstMonth(), 1);
+}
+
+TEST_F(YearPlanTest, StartUpShowsTodaysYearFromTheCacheAndStartsTheFirstRefresh) {
+  Start();
+  const std::string cacheFile = seams_.cacheUtilities.started.at(0).cacheFile;
+  YearPlan second(On(outlook_), host_);
+  seams_.files.contents[cacheFile] = Records({SampleEvent("a", At(2005, 3, 3), At(2005, 3, 5))});
+  outlook_.calls.clear();
+  CountingPeer peer;
+  std::size_t callsBeforeDrawing = 0;
+  second.Elements().pic1.Attach(&peer);
+  seams_.shell.onMessages = [&](int) {
+    if (callsBeforeDrawing == 0) callsBeforeDrawing = outlook_.calls.size();
+  };
+  second.Resize({15000, 9000}, {});
+  second.ReadProperties(bag_);
+  EXPECT_TRUE(second.Elements().tmrStart.Enabled());
+  second.Elements().tmrStart.Tick();
+
+  EXPECT_FALSE(second.Elements().tmrStart.Enabled());
+  EXPECT_EQ(second.Elements().lblSelectedYear.Caption(), "Year 2005");
+  ASSERT_EQ(second.Grid().Events().Count(), 1u);
+  EXPECT_EQ(second.Grid().Layout().bars.size(), 1u);
+  EXPECT_FALSE(peer.parts.empty());
+  // The folder, its item events and the colours; no appointment is asked for.
+  EXPECT_EQ(callsBeforeDrawing, outlook_.calls.size());
+  EXPECT_THAT(outlook_.calls,
+              ElementsAre("GetNamespace", "GetDefaultFolder", "GetFolderFromID", "Items", "Connect",
+                          "CurrentUserName", "GetNamespace", "GetFolderFromID", "Items", "Find"));
+  const RefreshInputs& inputs = seams_.cacheUtilities.started.back();
+  EXPECT_EQ(inputs.viewYear, 2005);
+  EXPECT_EQ(inputs.firstMonth, 1);
+  EXPECT_EQ(inputs.folderId, "calendar");
+  EXPECT_EQ(inputs.storeId, "store");
+  EXPECT_THAT(host_.statuses, Contains(std::string(status::MessageOf(status::Downloading))));
+  EXPECT_EQ(second.Elements().imgLogo.FillColour(), status::Downloading);
+  EXPECT_TRUE(second.Elements().tmrBackground.Enabled());
+  second.Elements().pic1.Attach(nullptr);
+}
+
+TEST_F(YearPlanTest, TheSpanThatContainsTodayIsShownWhateverItsFirstMonth) {
+  bag_.values["StartMonth"] = std::int16_t{7};
+  Start();
+  EXPECT_EQ(plan_.DisplayedYear(), 2004);
+  EXPECT_EQ(plan_.Elements().lblSelectedYear.Caption(), "Year 2004");
+  EXPECT_THAT(plan_.Description(), HasSubstr("July 2004 to June 2005: 0 appointments"));
+}
+
+TEST_F(YearPlanTest, WithoutTheFolderStartUpStopsAndTheControlStaysEmpty) {
+  bag_.values["Folder"] = std::string("Mailbox\\Gone");
+  messages_.Expect("Unable to access specified calendar folder.");
+  Start();
+  EXPECT_EQ(seams_.cacheUtilities.created, 0);
+  EXPECT_FALSE(plan_.Elements().Command1.Enabled());
+  plan_.Elements().Toolbar1.ClickButton("Next");
+  EXPECT_EQ(plan_.DisplayedYear(), 2005);
+  EXPECT_THAT(plan_.GetStringList(), IsEmpty());
+}
+
+TEST_F(YearPlanTest, AnErrorOfStartUpNamesItsStepAndKeepsWhatWasLoaded) {
+  const std::string text =
+      "Error while initialising the background processing, the cache file will not be updated from "
+      "the calender (Step:";
+  outlook_.failing = "GetNamespace";
+  messages_.Expect(text + "1). \r\rError: 440 GetNamespace was refused.");
+  Start();
+  YearPlan second(On(outlook_), host_);
+  outlook_.failing = "CurrentUserName";
+  messages_.Expect(text + "4). \r\rError: 440 CurrentUserName was refused.");
+  second.ReadProperties(bag_);
+  second.Elements().tmrStart.Tick();
+  EXPECT_EQ(second.Elements().lblSelectedYear.Caption(), "Year 2005");
+}
+
+TEST_F(YearPlanTest, ColoursThatCannotBeReadAreToldAndTheYearIsShownAllTheSame) {
+  CalendarItem record = Item("colours", colour_record::HiddenInstant(), At(2011, 1, 1, 1, 30));
+  record.fields.subject = colour_record::SubjectOf("Default");
+  record.fields.body = "--DO NOT EDIT LIST MANUALLY--\r\nLeave|255\r\nbroken";
+  calendar_.Add(record);
+  messages_.Expect("Error fetching category colours 13 ");
+  Start();
+  EXPECT_EQ(plan_.Grid().Categories().Count(), 1);
+  EXPECT_EQ(seams_.cacheUtilities.started.size(), 1u);
+}
+
+TEST_F(YearPlanTest, BackAndNextShowTheirYearFromItsCacheAndRefreshItAtOnce) {
+  Start();
+  const std::string of2005 = seams_.cacheUtilities.started.at(0).cacheFile;
+  seams_.shell.onMessages = [&](int) { seams_.cacheUtilities.Complete(6); };
+  plan_.Elements().Toolbar1.ClickButton("Next");
+  EXPECT_EQ(plan_.Elements().lblSelectedYear.Caption(), "Year 2006");
+  EXPECT_EQ(seams_.cacheUtilities.stops, 1);
+  const RefreshInputs of2006 = seams_.cacheUtilities.started.at(1);
+  EXPECT_EQ(of2006.viewYear, 2006);
+  EXPECT_NE(of2006.cacheFile, of2005);
+  Refreshed({SampleEvent("a", At(2006, 3, 3), At(2006, 3, 5)),
+             SampleEvent("b", At(2006, 3, 4), At(2006, 3, 6))});
+  EXPECT_EQ(plan_.Grid().Layout().bars.size(), 2u);
+  plan_.Elements().Toolbar1.ClickButton("Back");
+  EXPECT_EQ(plan_.DisplayedYear(), 2005);
+  EXPECT_EQ(plan_.Grid().Events().Count(), 0u);
+  plan_.Elements().pic1.onKeyDown(Key::PageDown);
+  EXPECT_EQ(plan_.Grid().Events().Count(), 2u);
+}
+
+TEST_F(YearPlanTest, NoYearBeyondTheCalendarIsShown) {
+  Start();
+  seams_.shell.onMessages = [&](int) { seams_.cacheUtilities.Complete(6); };
+  plan_.ChangeYear(9999 - 2005);
+  EXPECT_EQ(plan_.DisplayedYear(), 9999);
+  plan_.ChangeYear(1);
+  EXPECT_EQ(plan_.DisplayedYear(), 9999);
+}
+
+TEST_F(YearPlanTest, AFailedRefreshIsToldAndTheLastGoodYearStays) {
+  Start();
+  Refreshed({SampleEvent("a", At(2005, 3, 3), At(2005, 3, 5))});
+  plan_.Elements().Command1.Click();
+  messages_.Expect("Error occured while fetching events.");
+  seams_.cacheUtilities.Complete(static_cast<short>(SynchResult::FetchingFailed));
+  EXPECT_FALSE(plan_.Elements().tmrBackground.Enabled());
+  EXPECT_EQ(plan_.Grid().Layout().bars.size(), 1u);
+  plan_.Elements().Command1.Click();
+  EXPECT_TRUE(plan_.Elements().tmrBackground.Enabled());
+}
+
+TEST_F(YearPlanTest, OptionsCountFromTheNextDrawingOrLoad) {
+  bag_.values["AllEvents"] = false;
+  Start();
+  Refreshed({SampleEvent("a", At(2005, 3, 3, 9), At(2005, 3, 3, 10))});
+  EXPECT_EQ(plan_.Grid().Layout().bars.size(), 0u);
+  plan_.SetAllEvents(true);
+  EXPECT_EQ(plan_.Grid().Layout().bars.size(), 0u);
+  plan_.SetHideNonCategoryItems(true);
+  EXPECT_EQ(plan_.Grid().Events()[0].CatIndex, plan_.Grid().Categories().Count());
+  plan_.ChangeYear(0);
+  EXPECT_EQ(plan_.Grid().Events()[0].CatIndex, -1);
+  EXPECT_EQ(plan_.Grid().Layout().bars.size(), 0u);
+  plan_.SetHideNonCategoryItems(false);
+  plan_.ChangeYear(0);
+  EXPECT_EQ(plan_.Grid().Layout().bars.size(), 1u);
+}
+
+TEST_F(YearPlanTest, AClickOpensAnAppointmentAndItsChangeArrives) {
+  calendar_.Add(Item("a", At(2005, 3, 3), At(2005, 3, 5)));
+  Start();
+  Refreshed({SampleEvent("a", At(2005, 3, 3), At(2005, 3, 5))});
+  std::string shown;
+  inspect_ = [&](OutlookItem& item) { shown = item.Subject(); };
+  Click(MouseButton::Left, DayPoint(At(2005, 3, 3), 2));
+  EXPECT_EQ(shown, "Subject of a");
+  EXPECT_EQ(seams_.cacheUtilities.started.size(), 1u) << "nothing was changed";
+
+  inspect_ = [&](OutlookItem& item) {
+    item.SetSubject("Moved");
+    item.Save();
+  };
+  Click(MouseButton::Left, DayPoint(At(2005, 3, 3), 2));
+  EXPECT_EQ(seams_.cacheUtilities.started.size(), 2u);
+}
+
+TEST_F(YearPlanTest, DaysThatAreDraggedTakeANewAppointment) {
+  Start();
+  Drag(DayPoint(At(2005, 3, 10), 3), DayPoint(At(2005, 3, 14), 3));
+  EXPECT_EQ(plan_.Elements().lblDate.Caption(), "Selected:  3/10/2005 to 3/14/2005");
+  inspect_ = [&](OutlookItem& item) {
+    EXPECT_TRUE(item.AllDayEvent());
+    item.SetSubject("New one");
+    item.Save();
+  };
+  plan_.Elements().mnuNew.Click();
+  ASSERT_EQ(plan_.Grid().Events().Count(), 1u);
+  const CalEvent& event = plan_.Grid().Events()[0];
+  EXPECT_EQ(event.Subject, "New one");
+  EXPECT_EQ(event.StartDate, At(2005, 3, 10));
+  EXPECT_EQ(event.EndDate, At(2005, 3, 15));
+  EXPECT_THAT(plan_.Elements().pic1.onToolTip(), HasSubstr(""));
+}
+
+TEST_F(YearPlanTest, TheMenuActsOnTheAppointmentItWasCalledFor) {
+  calendar_.Add(Item("a", At(2005, 3, 3), At(2005, 3, 5)));
+  Start();
+  Refreshed({SampleEvent("a", At(2005, 3, 3), At(2005, 3, 5))});
+  YearPlanElements& elements = plan_.Elements();
+  CountingPeer menu;
+  elements.mnuPop.Attach(&menu);
+  Click(MouseButton::Right, DayPoint(At(2005, 3, 8), 2));
+  EXPECT_FALSE(elements.mnuDelete.Enabled() || elements.mnuEdit.Enabled());
+  EXPECT_TRUE(elements.mnuClear.Enabled() && elements.mnuNew.Enabled());
+  Click(MouseButton::Right, DayPoint(At(2005, 3, 4), 2));
+  EXPECT_TRUE(elements.mnuDelete.Enabled() && elements.mnuEdit.Enabled());
+  EXPECT_EQ(menu.popUps.size(), 2u);
+
+  messages_.Expect("Delete this appointment Subject of a?", MessageAnswer::No);
+  elements.mnuDelete.Click();
+  EXPECT_EQ(plan_.Grid().Events().Count(), 1u);
+  messages_.Expect("Delete this appointment Subject of a?", MessageAnswer::Yes);
+  elements.mnuDelete.Click();
+  EXPECT_EQ(plan_.Grid().Events().Count(), 0u);
+  EXPECT_THAT(calendar_.AllItems(), testing::SizeIs(1)) << "the colour record stays";
+  elements.mnuPop.Attach(nullptr);
+}
+
+TEST_F(YearPlanTest, TheKeyboardPointsOpensDeletesAndChangesTheYear) {
+  calendar_.Add(Item("a", At(2005, 4, 19), At(2005, 4, 20)));
+  calendar_.Add(Item("b", At(2005, 4, 19), At(2005, 4, 20)));
+  Start();
+  Refreshed({SampleEvent("a", At(2005, 4, 19), At(2005, 4, 20)),
+             SampleEvent("b", At(2005, 4, 19), At(2005, 4, 20))});
+  PictureBox& pic1 = plan_.Elements().pic1;
+  EXPECT_FALSE(pic1.onKeyDown(Key::Enter)) << "no day is pointed at";
+  pic1.onKeyDown(Key::Right);
+  EXPECT_EQ(plan_.Elements().lblDate.Caption(), "Date:  4/18/2005");
+  pic1.onKeyDown(Key::Right);
+  EXPECT_EQ(plan_.Elements().lblDate.Caption(), "Date:  4/19/2005  Subject of a (1 of 2)");
+  pic1.onKeyDown(Key::Space);
+  std::string shown;
+  inspect_ = [&](OutlookItem& item) { shown = item.Subject(); };
+  pic1.onKeyDown(Key::Enter);
+  EXPECT_EQ(shown, "Subject of b");
+  messages_.Expect("Delete this appointment Subject of b?", MessageAnswer::Yes);
+  pic1.onKeyDown(Key::Delete);
+  EXPECT_EQ(plan_.Grid().Events().Count(), 1u);
+  pic1.onKeyDown(Key::Down);
+  EXPECT_EQ(plan_.Elements().lblDate.Caption(), "Date:  5/17/2005");
+  pic1.onKeyDown(Key::End);
+  EXPECT_EQ(plan_.Elements().lblDate.Caption(), "Date:  5/31/2005");
+  seams_.shell.onMessages = [&](int) { seams_.cacheUtilities.Complete(6); };
+  pic1.onKeyDown(Key::PageUp);
+  EXPECT_EQ(plan_.DisplayedYear(), 2004);
+  pic1.onKeyDown(Key::Left);
+  EXPECT_EQ(plan_.Elements().lblDate.Caption(), "Date:  5/30/2004");
+}
+
+TEST_F(YearPlanTest, ReloadDuringADragLeavesNoSelectionOfMovedRows) {
+  Start();
+  PictureBox& pic1 = plan_.Elements().pic1;
+  const Point from = DayPoint(At(2005, 6, 1), 2);
+  pic1.onMouseMove(from);
+  pic1.onMouseDown(MouseButton::Left, from);
+  std::vector<CalEvent> events;
+  for (int i = 0; i < 40; ++i) {
+    events.push_back(SampleEvent("e" + std::to_string(i), At(2005, 1, 3), At(2005, 1, 5)));
+  }
+  Refreshed(events);
+  const Point to = DayPoint(At(2005, 6, 4), 2);
+  pic1.onMouseMove(to);
+  pic1.onMouseUp(MouseButton::Left, to);
+  EXPECT_EQ(plan_.Grid().Layout().bars.size(), 40u);
+}
+
+TEST_F(YearPlanTest, AGridHigherThanItsSurfaceIsScrolledAndPointedAtWhereItIsSeen) {
+  Start();
+  std::vector<CalEvent> events;
+  for (int i = 0; i < 50'000; ++i) {
+    events.push_back(SampleEvent(std::to_string(i), At(2005, 12, 20), At(2005, 12, 22)));
+  }
+  Refreshed(events);
+  ScrollBar& bar = plan_.Elements().VScroll1;
+  ASSERT_TRUE(bar.Visible());
+  plan_.Elements().pic1.onMouseWheel(-1);
+  EXPECT_GT(bar.Value(), 0);
+  bar.SetValue(bar.Max());
+  const int bands = plan_.Grid().Layout().BandsOf(12);
+  const Point at = DayPoint(At(2005, 12, 21), bands);
+  EXPECT_LT(at.y, plan_.Elements().pic1.Bounds().Height());
+  plan_.Elements().pic1.onMouseMove(at);
+  EXPECT_THAT(plan_.Elements().pic1.onToolTip(),
+              testing::StartsWith("Subject of 49999\n12/20/2005 to 12/21/2005"));
+}
+
+TEST_F(YearPlanTest, APressOnAMonthsNameSelectsTheMonth) {
+  Start();
+  const Point february{30, DayPoint(At(2005, 2, 1), 2).y};
+  plan_.Elements().picHeadRow.onMouseDown(MouseButton::Left, february);
+  inspect_ = [&](OutlookItem& item) {
+    EXPECT_EQ(item.Start(), At(2005, 2, 1));
+    EXPECT_EQ(item.End(), At(2005, 3, 1));
+  };
+  plan_.Elements().mnuNew.Click();
+  EXPECT_EQ(calendar_.AllItems().size(), 1u) << "not saved in the inspector";
+}
+
+TEST_F(YearPlanTest, TwoPlannersWithTwoTitlesKeepTheirOwnColoursInOneProcess) {
+  Start();
+  YearPlan other(On(outlook_), host_);
+  bag_.values["TitleName"] = std::string("Rooms");
+  other.ReadProperties(bag_);
+  other.Elements().tmrStart.Tick();
+  EXPECT_EQ(calendar_.AllItems().size(), 2u);
+  EXPECT_EQ(other.Grid().Categories().Count(), 15);
+  EXPECT_EQ(plan_.GetStringList().size(), 30u);
+  EXPECT_EQ(plan_.GetStringList().front(), "Unused 01");
+}
+
+TEST_F(YearPlanTest, TheAboutBoxTellsTheProductAndOpensTheMakersPage) {
+  Start();
+  seams_.forms.Expect("frmAbout", [&](Form& form) {
+    auto& about = dynamic_cast<frmAbout&>(form);
+    EXPECT_THAT(about.lblHeading.Caption(), HasSubstr("YearPlan"));
+    EXPECT_THAT(about.lblVersion.Caption(), HasSubstr("build"));
+    about.lblHeading.Click();
+    about.imgLogo.Click();
+    about.cmdOK.Click();
+    EXPECT_FALSE(form.IsOpen());
+  });
+  plan_.Elements().mnuAbout.Click();
+  EXPECT_EQ(seams_.shell.pages.size(), 2u);
+  plan_.Elements().mnuHelp.Click();
+  EXPECT_EQ(seams_.shell.pages.back(), "help.html");
+}
+
+TEST_F(YearPlanTest, CommandsThatAreNotBuiltYetAreDisabledAndSaySo) {
+  Start();
+  for (const char* key : {"Print", "Open", "Save"}) {
+    EXPECT_FALSE(plan_.Elements().Toolbar1.Button(key)->enabled);
+    EXPECT_THAT(plan_.Elements().Toolbar1.Button(key)->toolTip, HasSubstr("not in this version"));
+  }
+  EXPECT_EQ(plan_.Elements().Toolbar1.Button("Filter")->toolTip, "Click to define a filter");
+}
+
+TEST_F(YearPlanTest, TheChosenSelectionModeIsCheckedAndKept) {
+  calendar_.Add(Item("a", At(2005, 3, 3), At(2005, 3, 5)));
+  Start();
+  Refreshed({SampleEvent("a", At(2005, 3, 3), At(2005, 3, 5))});
+  YearPlanElements& elements = plan_.Elements();
+  EXPECT_TRUE(elements.mnuSelectionAutomatic.Checked());
+  elements.mnuSelectionAlways.Click();
+  EXPECT_FALSE(elements.mnuSelectionAutomatic.Checked());
+  EXPECT_TRUE(elements.mnuSelectionAlways.Checked());
+  Click(MouseButton::Left, DayPoint(At(2005, 3, 3), 2));
+  EXPECT_THAT(elements.lblDate.Caption(), HasSubstr("3/3/2005")) << "selected, not opened";
+}
+
+TEST_F(YearPlanTest, TheMarkOfTodayMovesAtMidnight) {
+  Start();
+  CountingPeer peer;
+  plan_.Elements().pic1.Attach(&peer);
+  plan_.Elements().tmrBackground.Tick();
+  EXPECT_TRUE(peer.parts.empty());
+  seams_.clock.Advance(86400);
+  plan_.Elements().tmrBackground.Tick();
+  EXPECT_FALSE(peer.parts.empty());
+  plan_.Elements().pic1.Attach(nullptr);
+}
+
+}  // namespace
+}  // namespace velkor
