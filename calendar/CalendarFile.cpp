@@ -1,0 +1,1 @@
+// calendar/CalendarFile.cpp: x.

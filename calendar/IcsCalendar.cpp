@@ -1,0 +1,1 @@
+// calendar/IcsCalendar.cpp: x.

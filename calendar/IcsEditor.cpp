@@ -1,0 +1,1 @@
+// calendar/IcsEditor.cpp: x.

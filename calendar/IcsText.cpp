@@ -1,0 +1,1 @@
+// calendar/IcsText.cpp: x.
