@@ -28,6 +28,8 @@ class IcsDocument {
   std::string_view Bytes() const { return bytes_; }
   const IcsScan& Scan() const { return scan_; }
   IcsZones& Zones() { return *zones_; }
+  const IcsZone& FloatingZone() const { return zones_->FloatingZone(); }
+  const IcsZone& UtcZone() const { return zones_->UtcZone(); }
   const std::vector<IcsEvent>& Events() const { return events_; }
   const std::vector<IcsAppointment>& Appointments() const { return appointments_; }
   std::vector<const IcsEvent*> ChangedOf(const IcsAppointment& appointment) const;

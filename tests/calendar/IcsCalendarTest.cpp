@@ -1,0 +1,1 @@
+// tests/calendar/IcsCalendarTest.cpp: x.
