@@ -105,9 +105,7 @@ void CalendarFolder::KeepUnsaved(Items& items) {
 
 std::vector<FolderEvent> CalendarFolder::DifferencesTo(Items& items) const {
   std::vector<FolderEvent> events;
-  std::unordered_set<std::string_view> present;
   for (Item& item : items) {
-    present.insert(item->entryId);
     const Item before = Find(item->entryId);
     if (before == item) continue;
     if (!before) {
@@ -124,6 +122,8 @@ std::vector<FolderEvent> CalendarFolder::DifferencesTo(Items& items) const {
     }
     if (!same) events.push_back({FolderEvent::Kind::Change, item});
   }
+  std::unordered_set<std::string_view> present;
+  for (const Item& item : items) present.insert(item->entryId);
   for (const Item& item : items_) {
     if (!present.contains(CurrentId(item->entryId))) {
       events.push_back({FolderEvent::Kind::Remove, nullptr});

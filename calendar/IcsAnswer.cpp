@@ -6,8 +6,8 @@
 namespace velkor {
 namespace {
 
-constexpr std::string_view CalendarMark = "yearplan-read 1 calendar\n";
-constexpr std::string_view ErrorMark = "yearplan-read 1 error\n";
+constexpr std::string_view CalendarMark = "yearplan-read 2 calendar\n";
+constexpr std::string_view ErrorMark = "yearplan-read 2 error\n";
 
 class Writer {
  public:
@@ -88,6 +88,12 @@ class Reader {
     fields.allDay = Flag();
     return fields;
   }
+  Date Moment() {
+    constexpr std::int64_t Farthest = std::int64_t{4'000'000} * SecondsPerDay;
+    const std::int64_t seconds = Number();
+    if (seconds < -Farthest || seconds > Farthest || !Date::FromSeconds(seconds).IsValid()) Fail();
+    return Date::FromSeconds(seconds);
+  }
   void Span(Date& start, Date& end) {
     start = Moment();
     end = Moment();
@@ -101,19 +107,15 @@ class Reader {
   [[noreturn]] static void Fail() {
     throw Error(errors::CalendarFailed, "the reader's answer is not whole", "Answer");
   }
-  Date Moment() {
-    constexpr std::int64_t Farthest = std::int64_t{4'000'000} * SecondsPerDay;
-    const std::int64_t seconds = Number();
-    if (seconds < -Farthest || seconds > Farthest || !Date::FromSeconds(seconds).IsValid()) Fail();
-    return Date::FromSeconds(seconds);
-  }
-
   std::string_view rest_;
 };
 
 CalendarItem ReadItem(Reader& reader) {
   CalendarItem item;
   item.entryId = reader.Text();
+  item.messageClass = reader.Text();
+  item.contentMark = reader.Text();
+  item.lastModified = reader.Moment();
   item.fields = reader.Fields();
   reader.Span(item.start, item.end);
   item.recurring = reader.Flag();
@@ -136,6 +138,9 @@ std::string EncodeAnswer(const ParsedCalendar& calendar) {
   writer.Count(calendar.items.size());
   for (const CalendarItem& item : calendar.items) {
     writer.Text(item.entryId);
+    writer.Text(item.messageClass);
+    writer.Text(item.contentMark);
+    writer.Number(item.lastModified.Seconds());
     writer.Fields(item.fields);
     writer.Span(item.start, item.end);
     writer.Number(item.recurring);

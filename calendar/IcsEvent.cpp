@@ -82,6 +82,10 @@ class EventReader {
       event_.cancelled = SameName(Trim(property.value), "CANCELLED");
     } else if (property.Is("X-MICROSOFT-CDO-ALLDAYEVENT")) {
       fields.allDay = SameName(Trim(property.value), "TRUE");
+    } else if (property.Is("X-VELKOR-MESSAGE-CLASS")) {
+      event_.messageClass = ReadText(property.value, file_.encoding, " ");
+    } else if (property.Is("X-VELKOR-ENTRY-ID")) {
+      event_.entryId = std::string(Trim(property.value));
     }
   }
 
@@ -114,6 +118,18 @@ class EventReader {
       }
     } else if (property.Is("RECURRENCE-ID")) {
       TakeRecurrenceId(property);
+    } else if (property.Is("LAST-MODIFIED")) {
+      TakeModified(property);
+    } else if (property.Is("DTSTAMP") && !event_.modified) {
+      TakeModified(property);
+    }
+  }
+
+  /// One that cannot be read is no loss.
+  void TakeModified(const IcsProperty& property) {
+    if (const auto text = ReadTimeText(property.value)) {
+      event_.modified = IcsTime{false, text->wall,
+                                text->isUtc ? &file_.zones.UtcZone() : &file_.zones.FloatingZone()};
     }
   }
 

@@ -33,6 +33,11 @@ struct IcsEvent {
   /// Empty for none.
   std::string uid;
   std::optional<long long> sequence;
+  /// X-VELKOR-MESSAGE-CLASS and X-VELKOR-ENTRY-ID, as this program writes them; empty for none.
+  std::string messageClass;
+  std::string entryId;
+  /// LAST-MODIFIED, else DTSTAMP.
+  std::optional<IcsTime> modified;
   IcsTime start;
   /// At most one of them; neither for an event that ends where it starts.
   std::optional<IcsTime> end;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "calendar/IcsAppointments.h"
 #include "support/values/Date.h"
 
 namespace velkor {
@@ -76,13 +77,33 @@ void IcsItemBuilder::CutAtLastYear(Span& span, const IcsEvent& event) {
   diagnostics_.Warn(event.Line(), event.Name() + " ends after the year 9999; it is cut there");
 }
 
-CalendarItem IcsItemBuilder::Single(const IcsEvent& event, std::string entryId) {
-  const Span span = FirstSpan(event);
+CalendarItem IcsItemBuilder::Bare(const IcsEvent& main, const std::vector<const IcsEvent*>& changed,
+                                  std::string entryId) {
+  const Span span = FirstSpan(main);
   CalendarItem item;
   item.entryId = std::move(entryId);
-  item.fields = event.fields;
+  if (!main.messageClass.empty()) item.messageClass = main.messageClass;
+  item.fields = main.fields;
   item.start = ToDate(span.start);
   item.end = ToDate(span.end);
+  item.recurring = main.IsRecurring() && !main.recurrenceId;
+  item.contentMark = ContentMarkOf(main, changed);
+  WallSeconds modified = 0;
+  const auto take = [&](const IcsEvent& event) {
+    if (event.modified && IsInCalendar(event.modified->Local())) {
+      modified = std::max(modified, event.modified->Local());
+    }
+  };
+  take(main);
+  for (const IcsEvent* event : changed) take(*event);
+  item.lastModified = ToDate(modified);
+  return item;
+}
+
+CalendarItem IcsItemBuilder::Item(const IcsEvent& main, const std::vector<const IcsEvent*>& changed,
+                                  std::string entryId) {
+  CalendarItem item = Bare(main, changed, std::move(entryId));
+  if (item.recurring) Expand(item, main, changed);
   return item;
 }
 
@@ -164,11 +185,8 @@ std::vector<CalendarOccurrence> IcsItemBuilder::Unchanged(const IcsEvent& master
   return occurrences;
 }
 
-CalendarItem IcsItemBuilder::Recurring(const IcsEvent& master,
-                                       const std::vector<const IcsEvent*>& changed,
-                                       std::string entryId) {
-  CalendarItem item = Single(master, std::move(entryId));
-  item.recurring = true;
+void IcsItemBuilder::Expand(CalendarItem& item, const IcsEvent& master,
+                            const std::vector<const IcsEvent*>& changed) {
   const Span first{item.start.Seconds(), item.end.Seconds()};
 
   RemovedDates removed;
@@ -202,7 +220,6 @@ CalendarItem IcsItemBuilder::Recurring(const IcsEvent& master,
   std::stable_sort(
       item.occurrences.begin(), item.occurrences.end(),
       [](const CalendarOccurrence& a, const CalendarOccurrence& b) { return a.start < b.start; });
-  return item;
 }
 
 }  // namespace velkor

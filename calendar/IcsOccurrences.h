@@ -23,12 +23,13 @@ class IcsItemBuilder {
         diagnostics_(diagnostics),
         rules_(limits) {}
 
-  /// An appointment that does not recur.
-  CalendarItem Single(const IcsEvent& event, std::string entryId);
-  /// A recurring appointment with its changed occurrences, at most one for each RECURRENCE-ID;
-  /// a cancelled one only takes the occurrence away.
-  CalendarItem Recurring(const IcsEvent& master, const std::vector<const IcsEvent*>& changed,
-                         std::string entryId);
+  /// The item of an appointment. Of a recurring one with its changed occurrences, at most one for
+  /// each RECURRENCE-ID; a cancelled one only takes the occurrence away.
+  CalendarItem Item(const IcsEvent& main, const std::vector<const IcsEvent*>& changed,
+                    std::string entryId);
+  /// The item without its occurrences.
+  CalendarItem Bare(const IcsEvent& main, const std::vector<const IcsEvent*>& changed,
+                    std::string entryId);
 
  private:
   struct Span {
@@ -37,6 +38,8 @@ class IcsItemBuilder {
   };
   struct RemovedDates;
 
+  void Expand(CalendarItem& item, const IcsEvent& master,
+              const std::vector<const IcsEvent*>& changed);
   Span FirstSpan(const IcsEvent& event);
   /// Reports a cut once for all occurrences of an event.
   void CutAtLastYear(Span& span, const IcsEvent& event);

@@ -76,6 +76,7 @@ class Scanner {
       CloseUnfinished(line.begin);
       if (inCalendar_) diagnostics_.Warn(calendarLine_, "BEGIN:VCALENDAR has no END:VCALENDAR");
       inCalendar_ = true;
+      scan_.lastCalendarEnd.reset();
       calendarLine_ = line.number;
       ++scan_.calendars;
       return;
@@ -97,7 +98,11 @@ class Scanner {
   void End(const std::string& name, const IcsLine& line) {
     if (name == "VCALENDAR") {
       CloseUnfinished(line.begin);
-      if (!inCalendar_) Stray(name, line);
+      if (inCalendar_) {
+        scan_.lastCalendarEnd = line.begin;
+      } else {
+        Stray(name, line);
+      }
       inCalendar_ = false;
       return;
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,6 +30,8 @@ enum class IcsEncoding { Utf8, Latin1 };
 struct IcsScan {
   std::vector<IcsComponent> components;
   int calendars = 0;
+  /// Where the END line of the last calendar begins; none when that calendar has no END.
+  std::optional<std::size_t> lastCalendarEnd;
   /// X-WR-CALNAME as it stands in the file, when all calendars that have one agree.
   std::string calendarName;
   /// Latin1 when the file is no UTF-8 and no part of it looks like UTF-8 either.

@@ -61,6 +61,18 @@ WallSeconds IcsZone::ToLocal(WallSeconds wall, std::int64_t exact) const {
   return localtime_r(&time, &fields) ? utc + fields.tm_gmtoff : utc;
 }
 
+std::optional<WallSeconds> IcsZone::FromLocal(WallSeconds local) const {
+  // Each step corrects by the distance of the two clocks; a change of either needs one more.
+  constexpr int Steps = 4;
+  WallSeconds wall = local;
+  for (int step = 0; step < Steps && IsInCalendar(wall); ++step) {
+    const std::int64_t distance = local - ToLocal(wall);
+    if (distance == 0) return wall;
+    wall += distance;
+  }
+  return std::nullopt;
+}
+
 std::int64_t IcsZone::OffsetAt(WallSeconds wall) const {
   if (const auto* defined = std::get_if<Defined>(&kind_)) {
     icaltimetype time = ToIcalTime(wall);

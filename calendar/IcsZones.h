@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -53,6 +54,9 @@ class IcsZone {
   /// zone's clock showed `wall`. A floating time shows the same on every clock.
   /// @param wall  between FirstWall and LastWall; the result may lie outside
   WallSeconds ToLocal(WallSeconds wall, std::int64_t exact = 0) const;
+  /// What this zone's clock shows when the system's shows `local`; none for a time that the
+  /// system's clock skips, or outside the calendar's years.
+  std::optional<WallSeconds> FromLocal(WallSeconds local) const;
 
  private:
   /// Seconds east of Greenwich.

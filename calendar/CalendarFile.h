@@ -1,0 +1,63 @@
+// calendar/CalendarFile.h: a calendar's file on the disk: whether it changed, and its replacement.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace velkor {
+
+/// Tells one state of a file from another without reading it.
+struct FileMark {
+  std::uint64_t device = 0;
+  std::uint64_t file = 0;
+  std::int64_t size = 0;
+  /// Nanoseconds since 1970 of the last change of the bytes, and of the file's entry.
+  std::int64_t modified = 0;
+  std::int64_t changed = 0;
+
+  friend bool operator==(const FileMark&, const FileMark&) = default;
+};
+
+struct CalendarFileOptions {
+  /// How long to wait for another of our programs that is saving.
+  std::chrono::milliseconds patience{3000};
+  /// A larger file is not saved into.
+  std::size_t largest = std::size_t{64} << 20;
+};
+
+/// A symbolic link is followed, not replaced.
+class CalendarFile {
+ public:
+  /// The state that was read and the one that was written; the same when nothing was.
+  struct Replacement {
+    FileMark before;
+    FileMark after;
+  };
+
+  /// @param path  UTF-8, absolute
+  explicit CalendarFile(std::string path, const CalendarFileOptions& options = {})
+      : path_(std::move(path)), options_(options) {}
+
+  const std::string& Path() const { return path_; }
+  /// None when there is no such file.
+  std::optional<FileMark> Mark() const;
+
+  /// Reads the file, lets `edit` make the new bytes and replaces the file by them in one step:
+  /// whoever looks, whenever the program is stopped, finds the old file or the new one, whole.
+  /// Only one program at a time does this to a file. When another one changed the file meanwhile,
+  /// `edit` is called again with the new bytes. Permissions are kept, the owner where the system
+  /// lets us. Throws what `edit` throws, and Error (a file error number) that names the file and
+  /// what is wrong with it; the file is then as it was.
+  Replacement Replace(const std::function<std::string(const std::string&)>& edit) const;
+
+ private:
+  std::string path_;
+  CalendarFileOptions options_;
+};
+
+}  // namespace velkor

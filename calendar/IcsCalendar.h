@@ -1,0 +1,64 @@
+// calendar/IcsCalendar.h: an iCalendar file as a store that follows the file and saves into it.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "calendar/CalendarFile.h"
+#include "calendar/CalendarStore.h"
+#include "calendar/Diagnostics.h"
+#include "calendar/IcsReader.h"
+
+namespace velkor {
+
+/// The absolute path of a file, which is the identifier of its store.
+std::string StoreIdOfIcsFile(const std::string& path);
+
+/// One calendar file opened for a window: a store with one folder, the default calendar. Several
+/// of these, in one process or in many, may be open on one file: each save takes in what the file
+/// holds by then, and each of the others learns of it by CheckForChanges. On one thread.
+class IcsCalendar : private CalendarWriter {
+ public:
+  /// Reads the file, with the occurrences of `window`. Throws as ReadIcsFile does.
+  /// @param path  UTF-8
+  IcsCalendar(const std::string& path, const DateWindow& window,
+              const IcsReaderOptions& options = {});
+  IcsCalendar(const IcsCalendar&) = delete;
+  IcsCalendar& operator=(const IcsCalendar&) = delete;
+
+  CalendarStore& Store() { return store_; }
+  CalendarFolder& Folder() { return *folder_; }
+  const std::string& Path() const { return file_.Path(); }
+  /// What the file got wrong when it was last read.
+  const std::vector<Diagnostic>& Diagnostics() const { return diagnostics_; }
+
+  /// Reads the file again when it is another than the one in memory, and raises the item events:
+  /// one for each item that was added, changed or removed, or a single removal for more than
+  /// CalendarFolder::MostEvents. Costs one look at the file's entry when nothing changed.
+  /// A file that is gone or cannot be read throws Error once for each such state; the items stay
+  /// as they were last read.
+  /// @return true when the file was read again
+  bool CheckForChanges();
+
+ private:
+  CalendarItem WriteNew(const CalendarItem& item, bool reminder) override;
+  CalendarItem WriteChange(const CalendarItem& after, const ItemChange& change) override;
+  void WriteDeletion(const CalendarItem& item) override;
+  void Refresh() override { CheckForChanges(); }
+
+  std::vector<CalendarItem> Read(const DateWindow& window);
+  void Adopt(const CalendarFile::Replacement& replacement, CalendarItem* saved);
+
+  CalendarFile file_;
+  IcsReaderOptions options_;
+  CalendarStore store_;
+  CalendarFolder* folder_ = nullptr;
+  std::vector<Diagnostic> diagnostics_;
+  /// The state of the file that is in memory; none when that is unknown.
+  std::optional<FileMark> known_;
+  /// The last state that could not be read; a file that is gone has no mark.
+  std::optional<std::optional<FileMark>> failed_;
+};
+
+}  // namespace velkor

@@ -1,0 +1,397 @@
+// calendar/IcsEditor.cpp: which properties a save touches, and how times are written.
+#include "calendar/IcsEditor.h"
+
+#include <algorithm>
+#include <set>
+#include <utility>
+#include <vector>
+
+#include "calendar/IcsComponentEdit.h"
+#include "calendar/IcsDocument.h"
+#include "calendar/IcsOccurrences.h"
+#include "calendar/IcsText.h"
+#include "support/values/Error.h"
+
+namespace velkor {
+namespace {
+
+[[noreturn]] void Fail(const std::string& what) {
+  throw Error(errors::CalendarFailed, what, "Calendar");
+}
+
+/// Seconds of Greenwich's clock; a local time that the clock skips counts by the clock before.
+WallSeconds ToUtc(WallSeconds local, const IcsDocument& document) {
+  constexpr WallSeconds Hour = 3600;
+  const IcsZone& utc = document.UtcZone();
+  if (const auto found = utc.FromLocal(local)) return *found;
+  if (const auto found = utc.FromLocal(local - Hour)) return *found + Hour;
+  Fail("A date of the appointment lies outside the years 100 to 9999.");
+}
+
+std::string UtcText(Date local, const IcsDocument& document) {
+  return TimeValue(ToUtc(local.Seconds(), document), true);
+}
+
+/// Parameters, with their semicolons, and the value.
+struct TimeText {
+  std::string parameters;
+  std::string value;
+};
+
+class EventEditor {
+ public:
+  EventEditor(const IcsDocument& document, const IcsAppointment& appointment,
+              const IcsLimits& limits)
+      : document_(document),
+        appointment_(appointment),
+        event_(document.Events()[appointment.main]),
+        encoding_(document.Scan().encoding),
+        edit_(document.Bytes(), *event_.component, encoding_, limits) {}
+
+  std::string Text(const CalendarItem& after, const ItemChange& change) {
+    if (change.subject) SetText("SUMMARY", after.fields.subject);
+    if (change.location) SetText("LOCATION", after.fields.location);
+    if (change.body) SetText("DESCRIPTION", after.fields.body);
+    if (change.categories) SetCategories(after.fields.categories);
+    if (change.SetsTimes()) SetTimes(after);
+    if (change.reminder) SetReminder(*change.reminder);
+    const std::string now = UtcText(after.lastModified, document_);
+    edit_.Set("DTSTAMP", "", now);
+    edit_.Set("LAST-MODIFIED", "", now);
+    const bool knownByUid = appointment_.entryId == EntryIdOfUid(event_.uid);
+    if (!knownByUid && event_.entryId != appointment_.entryId) {
+      edit_.Set("X-VELKOR-ENTRY-ID", "", appointment_.entryId);
+    }
+    return edit_.Text();
+  }
+
+ private:
+  void SetText(std::string_view name, const std::string& text) {
+    if (text.empty()) {
+      edit_.Remove(name);
+      return;
+    }
+    // What these say of the old text is not true of the new one.
+    edit_.Set(name, edit_.ParametersWithout(name, {"ALTREP", "ENCODING", "CHARSET"}),
+              EncodeText(TextValue(text), encoding_));
+  }
+
+  void SetCategories(const std::vector<std::string>& names) {
+    edit_.KeepFirst("CATEGORIES");
+    if (names.empty()) {
+      edit_.Remove("CATEGORIES");
+    } else {
+      edit_.Set("CATEGORIES", edit_.ParametersWithout("CATEGORIES", {"ENCODING", "CHARSET"}),
+                EncodeText(TextListValue(names), encoding_));
+    }
+  }
+
+  void SetTimes(const CalendarItem& after) {
+    const bool allDay = after.fields.allDay;
+    const bool otherKind = allDay != event_.start.isDate;
+    if (otherKind || event_.start.Local() != after.start.Seconds()) {
+      const TimeText start = TimeTextFor("DTSTART", event_.start, after.start, allDay);
+      edit_.Set("DTSTART", start.parameters, start.value);
+    }
+    SetEnd(after, otherKind);
+    if (edit_.Has("X-MICROSOFT-CDO-ALLDAYEVENT")) {
+      edit_.Set("X-MICROSOFT-CDO-ALLDAYEVENT", "", allDay ? "TRUE" : "FALSE");
+    }
+    // Among events that share a UID the number says which of them are older revisions.
+    if (!appointment_.sharesUid) {
+      edit_.Set("SEQUENCE", "", std::to_string(NextSequence()));
+    }
+  }
+
+  long long NextSequence() const {
+    constexpr long long Largest = 2'147'483'647;
+    return std::clamp(event_.sequence.value_or(0), 0LL, Largest - 1) + 1;
+  }
+
+  void SetEnd(const CalendarItem& after, bool otherKind) {
+    const bool allDay = after.fields.allDay;
+    if (!allDay && after.end == after.start) {
+      edit_.Remove("DTEND");
+      edit_.Remove("DURATION");
+      return;
+    }
+    if (edit_.Has("DURATION") && !edit_.Has("DTEND")) {
+      const std::int64_t seconds =
+          allDay ? after.end.Seconds() - after.start.Seconds()
+                 : std::max<std::int64_t>(ToUtc(after.end.Seconds(), document_) -
+                                              ToUtc(after.start.Seconds(), document_),
+                                          0);
+      const auto& before = event_.duration;
+      const bool same = before && before->days * SecondsPerDay + before->seconds == seconds;
+      if (!same || otherKind) {
+        edit_.Set("DURATION", edit_.ParametersWithout("DURATION", {}),
+                  DurationValue(seconds, allDay));
+      }
+      return;
+    }
+    const bool same = event_.end && event_.end->isDate == allDay &&
+                      event_.end->Local() == after.end.Seconds() && !otherKind;
+    if (same) return;
+    const TimeText end = event_.end ? TimeTextFor("DTEND", *event_.end, after.end, allDay)
+                                    : TimeTextFor("DTSTART", event_.start, after.end, allDay);
+    edit_.Set("DTEND", end.parameters, end.value);
+  }
+
+  /// A time in the form that a property has now: on the clock of its zone where that is known,
+  /// floating where it is floating, else UTC.
+  TimeText TimeTextFor(std::string_view property, const IcsTime& before, Date local, bool isDate) {
+    const std::string others = edit_.ParametersWithout(property, {"VALUE", "TZID"});
+    const WallSeconds wall = local.Seconds();
+    if (isDate) return {others + ";VALUE=DATE", DateValue(wall)};
+    const std::string tzid = edit_.ParameterOf(property, "TZID");
+    const bool floats = before.zone == &document_.FloatingZone();
+    if (!before.isDate && floats && tzid.empty()) return {others, TimeValue(wall, false)};
+    if (!before.isDate && !floats && before.zone != &document_.UtcZone() && !tzid.empty()) {
+      if (const auto inZone = before.zone->FromLocal(wall)) {
+        return {others + tzid, TimeValue(*inZone, false)};
+      }
+    }
+    return {others, TimeValue(ToUtc(wall, document_), true)};
+  }
+
+  void SetReminder(bool set) {
+    if (!set) {
+      edit_.RemoveComponents("VALARM");
+    } else if (!edit_.HasComponent("VALARM")) {
+      edit_.AddComponent({"BEGIN:VALARM", "ACTION:DISPLAY", "DESCRIPTION:Reminder",
+                          "TRIGGER:-PT15M", "END:VALARM"});
+    }
+  }
+
+  const IcsDocument& document_;
+  const IcsAppointment& appointment_;
+  const IcsEvent& event_;
+  IcsEncoding encoding_;
+  IcsComponentEdit edit_;
+};
+
+const IcsAppointment& Find(const IcsDocument& document, const std::string& name,
+                           const std::string& entryId) {
+  for (const IcsAppointment& appointment : document.Appointments()) {
+    if (appointment.entryId == entryId) return appointment;
+  }
+  Fail("The appointment is no longer in the calendar file " + name +
+       "; another program has changed it.");
+}
+
+std::set<std::string> IdsOf(const IcsDocument& document) {
+  std::set<std::string> ids;
+  for (const IcsAppointment& appointment : document.Appointments()) ids.insert(appointment.entryId);
+  return ids;
+}
+
+/// A stretch of the text and what comes in its place.
+struct Splice {
+  std::size_t begin = 0;
+  std::size_t end = 0;
+  std::string text;
+};
+
+std::string WithSplices(std::string_view bytes, std::vector<Splice> splices) {
+  std::sort(splices.begin(), splices.end(),
+            [](const Splice& a, const Splice& b) { return a.begin < b.begin; });
+  std::string result;
+  std::size_t at = 0;
+  for (const Splice& splice : splices) {
+    result.append(bytes.substr(at, splice.begin - at)).append(splice.text);
+    at = splice.end;
+  }
+  return result.append(bytes.substr(at));
+}
+
+/// Throws unless a file of these bytes would be read, in the same encoding.
+void CheckFile(const std::string& bytes, IcsEncoding encoding, const std::string& name,
+               const IcsLimits& limits) {
+  if (bytes.size() > limits.fileSize) {
+    Fail("The calendar file " + name + " would be larger than " +
+         std::to_string(limits.fileSize >> 20) + " MiB; nothing was saved.");
+  }
+  if (encoding == IcsEncoding::Utf8) return;
+  Diagnostics ignored(name, 1);
+  const bool isAscii = std::all_of(bytes.begin(), bytes.end(),
+                                   [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+  if (!isAscii && ScanIcs(bytes, limits, ignored).encoding != encoding) {
+    Fail("The text would make the calendar file " + name +
+         " look as if it were not Latin-1; nothing was saved.");
+  }
+}
+
+/// The event as the next reading will find it at this place. Throws when that is not what was to be
+/// written.
+CalendarItem ReadBack(IcsDocument& document, const std::string& bytes, IcsComponent component,
+                      const std::vector<const IcsEvent*>& changed, const CalendarItem& wanted,
+                      const std::string& name, const IcsLimits& limits) {
+  const auto refuse = [&] {
+    Fail("The appointment \"" + wanted.fields.subject + "\" cannot be written into the calendar " +
+         "file " + name + " as it is; nothing was saved.");
+  };
+  if (component.end - component.begin > limits.componentSize) refuse();
+  Diagnostics ignored(name, 1);
+  const IcsFile file{bytes, document.Scan().encoding, document.Zones(), limits, ignored};
+  const auto event = ReadIcsEvent(component, file);
+  if (!event) refuse();
+  IcsItemBuilder items({}, limits, ignored);
+  CalendarItem item = items.Bare(*event, changed, wanted.entryId);
+  if (item.fields.allDay != wanted.fields.allDay || item.recurring != wanted.recurring) refuse();
+  return item;
+}
+
+void CheckFields(const AppointmentFields& written, const CalendarItem& after,
+                 const ItemChange& change, const std::string& name) {
+  const AppointmentFields& wanted = after.fields;
+  const bool same = (!change.subject || written.subject == wanted.subject) &&
+                    (!change.location || written.location == wanted.location) &&
+                    (!change.body || written.body == wanted.body) &&
+                    (!change.categories || written.categories == wanted.categories);
+  if (!same) {
+    Fail("A text of the appointment \"" + wanted.subject + "\" cannot be kept in the calendar " +
+         "file " + name + "; nothing was saved.");
+  }
+}
+
+/// The line end before a place; where there is none, the first one of the text.
+std::string LineEndAt(std::string_view bytes, std::size_t place) {
+  std::size_t at = place;
+  if (at == 0 || bytes[at - 1] != '\n') {
+    const std::size_t first = bytes.find('\n');
+    if (first == std::string_view::npos) return "\r\n";
+    at = first + 1;
+  }
+  return at >= 2 && bytes[at - 2] == '\r' ? "\r\n" : "\n";
+}
+
+}  // namespace
+
+IcsEdit AddToIcs(std::string_view bytes, const std::string& name, const CalendarItem& item,
+                 bool reminder, const std::string& uid, const IcsLimits& limits) {
+  Diagnostics ignored(name, 1);
+  IcsDocument document(bytes, name, limits, ignored);
+  const IcsEncoding encoding = document.Scan().encoding;
+  const std::size_t place = document.Scan().lastCalendarEnd.value_or(bytes.size());
+  const std::string lineEnd = LineEndAt(bytes, place);
+
+  std::string text;
+  const auto add = [&](const std::string& line) {
+    text += FoldLine(EncodeText(line, encoding), encoding, lineEnd);
+  };
+  const std::string now = UtcText(item.lastModified, document);
+  const auto time = [&](const std::string& property, Date local) {
+    add(item.fields.allDay ? property + ";VALUE=DATE:" + DateValue(local.Seconds())
+                           : property + ":" + UtcText(local, document));
+  };
+  add("BEGIN:VEVENT");
+  const std::size_t lead = place > 0 && bytes[place - 1] != '\n' ? lineEnd.size() : 0;
+  add("UID:" + uid);
+  add("DTSTAMP:" + now);
+  add("LAST-MODIFIED:" + now);
+  time("DTSTART", item.start);
+  if (item.end != item.start) time("DTEND", item.end);
+  const AppointmentFields& fields = item.fields;
+  if (!fields.subject.empty()) add("SUMMARY:" + TextValue(fields.subject));
+  if (!fields.location.empty()) add("LOCATION:" + TextValue(fields.location));
+  if (!fields.body.empty()) add("DESCRIPTION:" + TextValue(fields.body));
+  if (!fields.categories.empty()) add("CATEGORIES:" + TextListValue(fields.categories));
+  if (item.messageClass != CalendarItem{}.messageClass) {
+    add("X-VELKOR-MESSAGE-CLASS:" + TextValue(item.messageClass));
+  }
+  if (reminder) {
+    for (const char* line : {"BEGIN:VALARM", "ACTION:DISPLAY", "DESCRIPTION:Reminder",
+                             "TRIGGER:-PT15M", "END:VALARM"}) {
+      add(line);
+    }
+  }
+  add("END:VEVENT");
+
+  IcsEdit edit;
+  const std::string before = lead > 0 ? lineEnd : "";
+  edit.bytes = WithSplices(bytes, {{place, place, before + text}});
+  CheckFile(edit.bytes, encoding, name, limits);
+  CalendarItem wanted = item;
+  wanted.entryId = EntryIdOfUid(uid);
+  const IcsComponent component{"VEVENT", place + lead, place + lead + text.size(), 1,
+                               document.Scan().calendars - 1};
+  edit.item = ReadBack(document, edit.bytes, component, {}, wanted, name, limits);
+  const ItemChange all{
+      fields.subject, fields.categories, fields.location, fields.body, {}, {}, {}, {}};
+  CheckFields(edit.item.fields, item, all, name);
+  return edit;
+}
+
+IcsEdit ChangeInIcs(std::string_view bytes, const std::string& name, const CalendarItem& after,
+                    const ItemChange& change, const IcsLimits& limits) {
+  Diagnostics ignored(name, 1);
+  IcsDocument document(bytes, name, limits, ignored);
+  const IcsAppointment& appointment = Find(document, name, after.entryId);
+  const IcsEvent& event = document.Events()[appointment.main];
+  if (event.IsRecurring() && !event.recurrenceId && change.SetsTimes()) {
+    Fail("The appointment \"" + after.fields.subject + "\" recurs in the calendar file " + name +
+         "; its times cannot be changed.");
+  }
+  const IcsComponent& old = *event.component;
+  std::string text = EventEditor(document, appointment, limits).Text(after, change);
+  IcsComponent component = old;
+  component.end = old.begin + text.size();
+  std::vector<Splice> splices{{old.begin, old.end, std::move(text)}};
+
+  // An older revision that would no longer be known as one goes with what it is a revision of.
+  const WallSeconds start = change.SetsTimes() ? after.start.Seconds() : event.start.Local();
+  const std::string& subject = change.subject ? *change.subject : event.fields.subject;
+  for (const std::size_t index : appointment.hidden) {
+    const IcsEvent& hidden = document.Events()[index];
+    if (hidden.fields.subject == subject || hidden.start.Local() == start) continue;
+    const IcsComponent& gone = *hidden.component;
+    splices.push_back({gone.begin, gone.end, ""});
+    if (gone.begin < old.begin) {
+      component.begin -= gone.end - gone.begin;
+      component.end -= gone.end - gone.begin;
+    }
+  }
+  IcsEdit edit;
+  edit.bytes = WithSplices(bytes, std::move(splices));
+  CheckFile(edit.bytes, document.Scan().encoding, name, limits);
+  CalendarItem wanted = after;
+  if (!change.SetsTimes()) {
+    wanted.fields.allDay = event.fields.allDay;
+    wanted.recurring = event.IsRecurring() && !event.recurrenceId;
+  }
+  edit.item = ReadBack(document, edit.bytes, component, document.ChangedOf(appointment), wanted,
+                       name, limits);
+  CheckFields(edit.item.fields, after, change, name);
+  if (appointment.sharesUid || !appointment.hidden.empty()) {
+    const IcsDocument next(edit.bytes, name, limits, ignored);
+    if (IdsOf(next) != IdsOf(document)) {
+      Fail("The appointment \"" + after.fields.subject +
+           "\" shares its UID with another one in the calendar file " + name +
+           ", which would be lost; nothing was saved.");
+    }
+  }
+  return edit;
+}
+
+IcsEdit DeleteFromIcs(std::string_view bytes, const std::string& name, const std::string& entryId,
+                      const IcsLimits& limits) {
+  Diagnostics ignored(name, 1);
+  const IcsDocument document(bytes, name, limits, ignored);
+  const IcsAppointment& appointment = Find(document, name, entryId);
+  std::vector<std::size_t> gone{appointment.main};
+  gone.insert(gone.end(), appointment.changed.begin(), appointment.changed.end());
+  gone.insert(gone.end(), appointment.hidden.begin(), appointment.hidden.end());
+  std::vector<Splice> splices;
+  for (const std::size_t index : gone) {
+    const IcsComponent& component = *document.Events()[index].component;
+    splices.push_back({component.begin, component.end, ""});
+  }
+  IcsEdit edit;
+  edit.bytes = WithSplices(bytes, std::move(splices));
+  const IcsEvent& event = document.Events()[appointment.main];
+  const bool knownByUid = entryId == EntryIdOfUid(event.uid);
+  edit.movesOthers = appointment.sharesUid || (!knownByUid && event.entryId != entryId);
+  return edit;
+}
+
+}  // namespace velkor

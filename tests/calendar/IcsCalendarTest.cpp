@@ -1,0 +1,380 @@
+// tests/calendar/IcsCalendarTest.cpp: calendars that follow their file and save into it.
+#include "calendar/IcsCalendar.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "calendar/EmbeddedOutlook.h"
+#include "calendar/IcsEditor.h"
+#include "calendar/ShortHash.h"
+#include "platform/headless/FixedLocale.h"
+#include "support/values/Error.h"
+#include "support/values/Text.h"
+#include "tests/calendar/IcsCase.h"
+
+namespace velkor {
+namespace {
+
+using Texts = std::vector<std::string>;
+namespace fs = std::filesystem;
+
+class EventLog : public OutlookItemEvents {
+ public:
+  void ItemAdd(OutlookItem& item) override { events_.push_back("add " + item.Subject()); }
+  void ItemChange(OutlookItem& item) override { events_.push_back("change " + item.Subject()); }
+  void ItemRemove() override { events_.push_back("remove"); }
+  Texts Take() { return std::exchange(events_, {}); }
+
+ private:
+  Texts events_;
+};
+
+/// A window of its own on a calendar file.
+struct Window {
+  explicit Window(const std::string& path)
+      : calendar(path, Year(2026)),
+        outlook(calendar.Store(), locale, {.userName = "Ann", .clock = [this] { return now; }}),
+        items(outlook.GetNamespace("MAPI")->GetDefaultFolder(outlook::FolderCalendar)->Items()) {
+    items->Connect(&events);
+  }
+
+  std::unique_ptr<OutlookItem> Item(const std::string& subject) {
+    auto item = items->Find("[Subject]='" + subject + "'");
+    EXPECT_NE(item, nullptr) << subject;
+    return item;
+  }
+  void Rename(const std::string& from, const std::string& to) {
+    const auto item = Item(from);
+    item->SetSubject(to);
+    item->Save();
+  }
+  Texts Subjects() {
+    Texts subjects;
+    for (auto item = items->GetFirst(); item; item = items->GetNext()) {
+      subjects.push_back(item->Subject());
+    }
+    return subjects;
+  }
+
+  Date now = Date::FromFields({2026, 2, 3, 12, 0, 0});
+  FixedLocale locale;
+  IcsCalendar calendar;
+  EmbeddedOutlook outlook;
+  EventLog events;
+  std::unique_ptr<OutlookItems> items;
+};
+
+std::string Named(const std::string& subject) {
+  return Event("UID:" + subject + "\nSUMMARY:" + subject + "\nDTSTART:20260301\n");
+}
+
+class IcsCalendarTest : public testing::Test {
+ protected:
+  IcsCalendarTest()
+      : folder_(testing::TempDir() + "calendar-" + std::to_string(getpid()) + "-" +
+                testing::UnitTest::GetInstance()->current_test_info()->name()),
+        path_(folder_ + "/team.ics") {
+    fs::create_directories(folder_);
+    Write(Calendar(Named("a") + Named("b")));
+  }
+  ~IcsCalendarTest() override { fs::remove_all(folder_); }
+
+  /// As another program would, into the file itself.
+  void Write(const std::string& text) const { std::ofstream(path_, std::ios::binary) << text; }
+  std::string Read() const {
+    std::ifstream file(path_, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+  std::size_t FilesInFolder() const {
+    return static_cast<std::size_t>(
+        std::distance(fs::directory_iterator(folder_), fs::directory_iterator()));
+  }
+
+  std::string folder_;
+  std::string path_;
+};
+
+std::string FaultOf(const std::function<void()>& call) {
+  try {
+    call();
+  } catch (const Error& error) {
+    return error.Description();
+  }
+  return "no error";
+}
+
+TEST_F(IcsCalendarTest, WhatIsSavedIsInTheFileAndIsNoNewsToItself) {
+  Window window(path_);
+  EXPECT_EQ(window.calendar.Store().StoreID(), fs::absolute(path_).string());
+  window.Rename("a", "c");
+  const auto item = window.items->Add("");
+  item->SetSubject("new");
+  item->SetStart(Date::FromFields({2026, 5, 6, 10, 0, 0}));
+  item->Save();
+  window.Item("b")->Delete();
+  EXPECT_EQ(window.events.Take(), (Texts{"change c", "add new", "remove"}));
+  EXPECT_FALSE(window.calendar.CheckForChanges());
+  EXPECT_EQ(FilesInFolder(), 1U);
+
+  Window other(path_);
+  EXPECT_EQ(other.Subjects(), (Texts{"c", "new"}));
+  EXPECT_EQ(other.Item("new")->EntryID(), item->EntryID());
+  EXPECT_EQ(other.Item("new")->LastModificationTime(), window.now);
+  Write(Read() + " ");
+  EXPECT_TRUE(window.calendar.CheckForChanges());
+  EXPECT_EQ(window.events.Take(), Texts{}) << "what was read differs from what was saved";
+}
+
+TEST_F(IcsCalendarTest, ChangesOfAnotherProgramAreToldOnce) {
+  Window window(path_);
+  const std::string a = window.Item("a")->EntryID();
+  const Date before = window.Item("a")->LastModificationTime();
+  Write(Calendar(Replace(Named("a"), "SUMMARY:a", "SUMMARY:A") + Named("c")));
+  EXPECT_TRUE(window.calendar.CheckForChanges());
+  EXPECT_EQ(window.events.Take(), (Texts{"change A", "add c", "remove"}));
+  EXPECT_FALSE(window.calendar.CheckForChanges());
+  EXPECT_EQ(window.Item("A")->EntryID(), a);
+  EXPECT_GT(window.Item("A")->LastModificationTime(), before);
+
+  Write(Calendar(Named("c") + Replace(Named("a"), "SUMMARY:a", "X-NEWS:1\nSUMMARY:A")));
+  EXPECT_TRUE(window.calendar.CheckForChanges());
+  EXPECT_EQ(window.events.Take(), Texts{}) << "nothing that is shown changed";
+}
+
+TEST_F(IcsCalendarTest, AChangedOccurrenceIsAChangeAlsoWhenAnotherYearIsLoaded) {
+  const std::string daily = "UID:d\nSUMMARY:daily\nDTSTART:20250101\nRRULE:FREQ=DAILY\n";
+  Write(Calendar(Event(daily)));
+  Window window(path_);
+  Write(Calendar(Event(daily + "EXDATE;VALUE=DATE:20260105\n")));
+  window.calendar.Folder().Load(Year(2031));
+  EXPECT_EQ(window.events.Take(), Texts{"change daily"});
+  EXPECT_FALSE(window.calendar.CheckForChanges());
+}
+
+TEST_F(IcsCalendarTest, TwoWindowsSaveInTurnAndLoseNothing) {
+  Window first(path_);
+  Window second(path_);
+  first.Rename("a", "a1");
+  second.Rename("b", "b1");
+  first.Item("b")->SetLocation("unsaved");
+  first.Rename("a1", "a2");
+  EXPECT_TRUE(first.calendar.CheckForChanges());
+  EXPECT_TRUE(second.calendar.CheckForChanges());
+  EXPECT_EQ(first.events.Take(), (Texts{"change a1", "change a2", "change b1"}));
+  EXPECT_EQ(second.events.Take(), (Texts{"change b1", "change a2"}));
+  EXPECT_EQ(first.Subjects(), second.Subjects());
+  EXPECT_FALSE(first.calendar.CheckForChanges());
+
+  first.Item("a2")->Delete();
+  const auto gone = second.Item("a2");
+  gone->SetSubject("a3");
+  EXPECT_NE(FaultOf([&] { gone->Save(); }).find("no longer in the calendar file"),
+            std::string::npos);
+  EXPECT_EQ(first.events.Take(), Texts{"remove"});
+}
+
+TEST_F(IcsCalendarTest, ASaveMergesWithWhatAnotherProgramDidToTheSameEvent) {
+  Window window(path_);
+  Write(Calendar(Replace(Named("a"), "SUMMARY", "LOCATION:Ghent\nSUMMARY") + Named("c")));
+  window.Rename("a", "A");
+  EXPECT_NE(Read().find("LOCATION:Ghent\nSUMMARY:A\n"), std::string::npos);
+  EXPECT_EQ(window.Item("A")->Location(), "Ghent");
+  EXPECT_TRUE(window.calendar.CheckForChanges());
+  EXPECT_EQ(window.events.Take(), (Texts{"change A", "add c", "remove"}));
+}
+
+TEST_F(IcsCalendarTest, AFileThatChangesDuringASaveIsReadAgain) {
+  const CalendarFile file(path_);
+  int calls = 0;
+  const auto replaced = file.Replace([&](const std::string& bytes) {
+    if (++calls == 1) Write(bytes + "theirs\n");
+    return bytes + "ours\n";
+  });
+  EXPECT_EQ(calls, 2);
+  EXPECT_EQ(Read(), Calendar(Named("a") + Named("b")) + "theirs\nours\n");
+  EXPECT_EQ(file.Mark(), replaced.after);
+  EXPECT_NE(FaultOf([&] {
+              file.Replace([&](const std::string& bytes) {
+                Write(bytes + "again\n");
+                return bytes + "ours\n";
+              });
+            }).find("keeps changing"),
+            std::string::npos);
+  EXPECT_EQ(FilesInFolder(), 1U);
+}
+
+TEST_F(IcsCalendarTest, ABrokenFileKeepsTheLastGoodItemsAndIsReportedOnce) {
+  Window window(path_);
+  const std::string good = Read();
+  const auto isReportedOnce = [&](const std::string& what) {
+    EXPECT_NE(FaultOf([&] { window.calendar.CheckForChanges(); }).find("team.ics"),
+              std::string::npos)
+        << what;
+    EXPECT_FALSE(window.calendar.CheckForChanges()) << what;
+    EXPECT_EQ(window.Subjects(), (Texts{"a", "b"})) << what;
+    EXPECT_NE(FaultOf([&] { window.Rename("a", "x"); }).find("team.ics"), std::string::npos);
+    EXPECT_EQ(window.events.Take(), Texts{}) << what;
+  };
+  Write("");
+  isReportedOnce("empty");
+  Write(std::string("\0\xFF garbage", 10));
+  isReportedOnce("garbage");
+  EXPECT_EQ(Read(), std::string("\0\xFF garbage", 10)) << "a save wrote into garbage";
+  fs::remove(path_);
+  isReportedOnce("gone");
+  fs::create_directory(path_);
+  isReportedOnce("a folder");
+  fs::remove(path_);
+  Write(good + Calendar(Named("c")));
+  EXPECT_TRUE(window.calendar.CheckForChanges());
+  EXPECT_EQ(window.events.Take(), Texts{"add c"});
+}
+
+TEST_F(IcsCalendarTest, AFileThatMayNotBeWrittenRefusesAndNothingIsLost) {
+  Window window(path_);
+  const std::string good = Read();
+  const auto refuses = [&](const std::string& why) {
+    const auto item = window.Item("a");
+    item->SetSubject("x");
+    EXPECT_NE(FaultOf([&] { item->Save(); }).find(why), std::string::npos)
+        << FaultOf([&] { item->Save(); });
+    EXPECT_NE(FaultOf([&] { item->Delete(); }).find(why), std::string::npos);
+    EXPECT_EQ(window.Subjects(), (Texts{"a", "b"}));
+    EXPECT_EQ(window.events.Take(), Texts{});
+    EXPECT_EQ(Read(), good);
+  };
+  chmod(path_.c_str(), 0444);
+  refuses("write-protected");
+  chmod(path_.c_str(), 0644);
+
+  // A folder that is not empty stands where the work file would.
+  const fs::path work = fs::path(folder_) / (".velkor-" + ShortHash("team.ics"));
+  fs::create_directories(work / "inside");
+  refuses("no work file can be written");
+  fs::remove_all(work);
+
+  {
+    const int held = open(path_.c_str(), O_RDONLY | O_CLOEXEC);
+    ASSERT_EQ(flock(held, LOCK_EX), 0);
+    const CalendarFile impatient(path_, {.patience = std::chrono::milliseconds(50)});
+    EXPECT_NE(FaultOf([&] {
+                impatient.Replace([](const std::string& bytes) { return bytes + "x"; });
+              }).find("another program holds it"),
+              std::string::npos);
+    close(held);
+  }
+  EXPECT_EQ(Read(), good);
+}
+
+TEST_F(IcsCalendarTest, PermissionsAndSymbolicLinksStay) {
+  const std::string link = folder_ + "/link.ics";
+  fs::create_symlink("team.ics", link);
+  chmod(path_.c_str(), 0640);
+  Window window(link);
+  window.Rename("a", "c");
+  EXPECT_TRUE(fs::is_symlink(link));
+  EXPECT_NE(Read().find("SUMMARY:c"), std::string::npos);
+  struct stat status {};
+  ASSERT_EQ(stat(path_.c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 07777, 0640U);
+}
+
+TEST_F(IcsCalendarTest, AnUnsavedRecordReachesTheFileByItsFirstSaveAndOnlyOnce) {
+  Window first(path_);
+  Window second(path_);
+  CalendarItem record;
+  record.fields.subject = "Colours: ";
+  record.fields.body = "--LIST--\r\nLeave|255";
+  record.start = record.end = Date::FromFields({2011, 1, 1, 1, 30, 0});
+  for (Window* window : {&first, &second}) window->calendar.Folder().AddUnsaved(record);
+  const std::string before = Read();
+  const std::string filter = "[Start]>='12/31/2010' AND [Subject]='Colours: '";
+  const auto mine = first.items->Find(filter);
+  const auto theirs = second.items->Find(filter);
+  EXPECT_EQ(mine->Body(), record.fields.body);
+  Write(before + "\n");
+  EXPECT_TRUE(first.calendar.CheckForChanges());
+  EXPECT_NE(first.items->Find(filter), nullptr);
+
+  mine->SetBody("--LIST--\r\nLeave|1");
+  mine->Save();
+  theirs->SetBody("--LIST--\r\nLeave|2");
+  theirs->Save();
+  first.calendar.CheckForChanges();
+  EXPECT_EQ(mine->EntryID(), theirs->EntryID());
+  EXPECT_EQ(first.items->Find(filter)->Body(), "--LIST--\r\nLeave|2");
+  EXPECT_EQ(first.items->FindNext(), nullptr) << "there are two records";
+  Window third(path_);
+  third.calendar.Folder().AddUnsaved(record);
+  EXPECT_EQ(third.items->Find(filter)->Body(), "--LIST--\r\nLeave|2");
+  EXPECT_EQ(third.items->Find(filter)->Start(), record.start);
+}
+
+TEST_F(IcsCalendarTest, AnyEndOfTheSavingProcessLeavesAWholeFile) {
+  std::string text;
+  for (int i = 0; i < 3000; ++i) text += Named("event " + std::to_string(i));
+  Write(Calendar(text));
+  const std::size_t size = Read().size();
+  for (int round = 0; round < 20; ++round) {
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      for (int i = 0;; ++i) {
+        CalendarFile(path_).Replace([&](const std::string& bytes) {
+          return bytes.substr(0, size) + std::string(static_cast<std::size_t>(i % 7), '\n');
+        });
+      }
+    }
+    usleep(static_cast<useconds_t>(3000 + 1700 * round));
+    kill(child, SIGKILL);
+    int state = 0;
+    waitpid(child, &state, 0);
+    const std::string bytes = Read();
+    ASSERT_EQ(bytes.substr(0, size), Calendar(text));
+    ASSERT_LE(FilesInFolder(), 2U);
+  }
+  Window window(path_);
+  window.Rename("event 5", "saved");
+  EXPECT_EQ(FilesInFolder(), 1U) << "the work file of a killed process stays";
+}
+
+TEST_F(IcsCalendarTest, ManyProcessesSavingAtOnceLoseNoSave) {
+  constexpr int Writers = 4;
+  constexpr int Saves = 15;
+  std::vector<pid_t> children;
+  for (int writer = 0; writer < Writers; ++writer) {
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      const CalendarFile file(path_, {.patience = std::chrono::seconds(60)});
+      for (int i = 0; i < Saves; ++i) {
+        CalendarItem item;
+        item.fields.subject = std::to_string(writer) + "-" + std::to_string(i);
+        item.start = item.end = Date::FromYmd(2026, 4, 1);
+        file.Replace([&](const std::string& bytes) {
+          return AddToIcs(bytes, "team.ics", item, false, item.fields.subject).bytes;
+        });
+      }
+      _exit(0);
+    }
+    children.push_back(child);
+  }
+  for (const pid_t child : children) {
+    int state = 0;
+    waitpid(child, &state, 0);
+    EXPECT_EQ(state, 0);
+  }
+  EXPECT_EQ(Parse(Read()).items.size(), 2U + Writers * Saves);
+}
+
+}  // namespace
+}  // namespace velkor

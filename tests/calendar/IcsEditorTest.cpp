@@ -1,0 +1,363 @@
+// tests/calendar/IcsEditorTest.cpp: saves into the text of a file, byte for byte.
+#include "calendar/IcsEditor.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+
+#include "calendar/IcsText.h"
+#include "support/values/Error.h"
+#include "support/values/Text.h"
+#include "tests/calendar/IcsCase.h"
+
+namespace velkor {
+namespace {
+
+const Date Saved = Date::FromFields({2026, 2, 3, 12, 0, 0});
+/// Newfoundland's clock is three and a half hours behind Greenwich's.
+constexpr std::string_view SavedUtc = "20260203T153000Z";
+const std::string Stamps =
+    "DTSTAMP:" + std::string(SavedUtc) + "\nLAST-MODIFIED:" + std::string(SavedUtc) + "\n";
+
+Date At(int month, int day, int hour = 0, int minute = 0) {
+  return Date::FromFields({2026, month, day, hour, minute, 0});
+}
+
+CalendarItem ItemOf(const std::string& text, const std::string& subject) {
+  for (CalendarItem& item : Parse(text).items) {
+    if (item.fields.subject == subject) return item;
+  }
+  ADD_FAILURE() << "no item " << subject;
+  return {};
+}
+
+IcsEdit Change(const std::string& text, const std::string& subject, const ItemChange& change) {
+  CalendarItem after = WithChange(ItemOf(text, subject), change);
+  after.lastModified = Saved;
+  return ChangeInIcs(text, "team.ics", after, change);
+}
+
+ItemChange NewSubject(const std::string& subject) {
+  ItemChange change;
+  change.subject = subject;
+  return change;
+}
+
+ItemChange NewTimes(Date start, Date end) {
+  ItemChange change;
+  change.start = start;
+  change.end = end;
+  return change;
+}
+
+std::string FaultOf(const std::function<void()>& call) {
+  try {
+    call();
+  } catch (const Error& error) {
+    return error.Description();
+  }
+  return "no error";
+}
+
+TEST(IcsEditor, OnlyThePropertiesThatChangedAreWrittenAnew) {
+  const std::string head =
+      "BEGIN:VEVENT\nUID:1\nX-OWN;P=\"a:b\":kept \n  folded\nsummary;LANGUAGE=en:Old\n  text\n";
+  const std::string rest =
+      "DTSTART:20260301\nno property at all\nATTENDEE;CN=\"Ann\":mailto:ann@example.org\n";
+  const std::string alarm =
+      "BEGIN:VALARM\nACTION:DISPLAY\nSUMMARY:not mine\nTRIGGER:-PT5M\nEND:VALARM\n";
+  const std::string others = Event("UID:2\nSUMMARY:Other\nDTSTART:20260101\n");
+  const std::string text =
+      Calendar(others + head + rest + alarm + "END:VEVENT\n" + "X-STRAY:1\n" + others);
+  const std::string expected =
+      Calendar(others +
+               "BEGIN:VEVENT\nUID:1\nX-OWN;P=\"a:b\":kept \n  folded\nsummary;LANGUAGE=en:New\\, "
+               "bright\\; C:\\\\x\n" +
+               rest + Stamps + alarm + "END:VEVENT\n" + "X-STRAY:1\n" + others);
+  const IcsEdit edit = Change(text, "Old text", NewSubject("New, bright; C:\\x"));
+  EXPECT_EQ(edit.bytes, expected);
+  const CalendarItem after = ItemOf(edit.bytes, "New, bright; C:\\x");
+  EXPECT_EQ(after.entryId, ItemOf(text, "Old text").entryId);
+  EXPECT_EQ(after.contentMark, edit.item.contentMark) << "the next look would find a change";
+  EXPECT_EQ(after.lastModified, Saved);
+}
+
+TEST(IcsEditor, EveryFieldComesBackAsItWasSet) {
+  const std::string text =
+      Calendar(Event("UID:1\nSUMMARY:a\nDTSTART:20260301\nLOCATION:Ghent\nDESCRIPTION:x\n"
+                     "CATEGORIES:One,Two\nCATEGORIES:Three\n"));
+  ItemChange change;
+  change.location = "";
+  change.body = "--LIST--\r\nOne, two|1\r\n\r\n\\n; ünïcödé " + std::string(200, 'w') + "\r\n";
+  change.categories = {"Key Customer", "a,b", "Ünï;cödé"};
+  const IcsEdit edit = Change(text, "a", change);
+  const CalendarItem after = ItemOf(edit.bytes, "a");
+  EXPECT_EQ(after.fields.body, *change.body);
+  EXPECT_EQ(after.fields.categories, *change.categories);
+  EXPECT_EQ(after.fields.location, "");
+  EXPECT_EQ(edit.bytes.find("LOCATION"), std::string::npos);
+  for (std::size_t at = 0, end = 0; end != std::string::npos; at = end + 1) {
+    end = edit.bytes.find('\n', at);
+    EXPECT_LE(std::min(end, edit.bytes.size()) - at, 75U);
+  }
+}
+
+TEST(IcsEditor, OddFilesKeepEveryOtherByte) {
+  const std::string event =
+      "BEGIN:VEVENT\nUID:1\nDTSTAMP:20250101T000000Z\nLAST-MODIFIED:20250101T000000Z\n"
+      "DTSTART:20260301\nSUMMARY:Old\nEND:VEVENT\n";
+  const std::string unended = event.substr(0, event.find("END:"));
+  const std::string plain = Calendar(event);
+  const std::string windows = Replace(plain, "\n", "\r\n");
+  const std::string mixed = Replace(Replace(plain, "Old\n", "Old\r\r\n"), "1\nD", "1\r\nD");
+  for (const std::string& text :
+       {plain, windows, mixed, "\xEF\xBB\xBF" + windows, plain.substr(0, plain.size() - 1),
+        "garbage\n\n" + plain + Calendar("BEGIN:X-ODD\nX:1\nEND:X-ODD\n") + "tail",
+        Calendar("BEGIN:VTODO\nSUMMARY:todo\nEND:VTODO\n" + unended), event,
+        unended.substr(0, unended.size() - 1), Calendar(event + std::string("\0\x01\n\n", 4)),
+        Calendar(event + "BEGIN:VEVENT\nSUMMARY:Caf\xE9\nDTSTART:20260101\nEND:VEVENT\n")}) {
+    const std::string expected = Replace(Replace(text, "20250101T000000Z", SavedUtc), "Old", "New");
+    EXPECT_EQ(Change(text, "Old", NewSubject("New")).bytes, expected);
+  }
+  const IcsEdit added =
+      Change("BEGIN:VEVENT\nSUMMARY:Old\nDTSTART:20260301", "Old", NewSubject("N"));
+  EXPECT_EQ(ItemOf(added.bytes, "N").entryId, added.item.entryId);
+}
+
+TEST(IcsEditor, ALatin1FileStaysOne) {
+  const std::string text = Calendar(Event("UID:1\nSUMMARY:Caf\xE9\nDTSTART:20260101\n") +
+                                    Event("UID:2\nSUMMARY:b\nDTSTART:20260101\n"));
+  const IcsEdit edit = Change(text, "b", NewSubject("Größe"));
+  EXPECT_NE(edit.bytes.find("SUMMARY:Gr\xF6\xDF"
+                            "e\n"),
+            std::string::npos);
+  EXPECT_EQ(ItemOf(edit.bytes, "Café").entryId, ItemOf(text, "Café").entryId);
+  EXPECT_NE(FaultOf([&] { Change(text, "b", NewSubject("a → b")); }).find("lacks the character"),
+            std::string::npos);
+  EXPECT_NE(FaultOf([&] { Change(text, "b", NewSubject("Ã©")); }).find("nothing was saved"),
+            std::string::npos)
+      << "the whole file would be taken for UTF-8";
+}
+
+/// The lines of the only event that begin with "DT", "DUR" or "SEQ" after a change of its times.
+std::string TimesAfter(const std::string& lines, Date start, Date end,
+                       std::optional<bool> allDay = {}) {
+  const std::string text = Calendar(
+      "BEGIN:VTIMEZONE\nTZID:Mars\nBEGIN:STANDARD\nDTSTART:19700101T000000\n"
+      "TZOFFSETFROM:+0530\nTZOFFSETTO:+0530\nEND:STANDARD\nEND:VTIMEZONE\n" +
+      Event("UID:1\nSUMMARY:a\n" + lines));
+  ItemChange change = NewTimes(start, end);
+  change.allDay = allDay;
+  const IcsEdit edit = Change(text, "a", change);
+  const CalendarItem after = ItemOf(edit.bytes, "a");
+  EXPECT_EQ(Words(after.start, after.end), Words(start, end)) << edit.bytes;
+  EXPECT_EQ(after.fields.allDay, allDay.value_or(ItemOf(text, "a").fields.allDay));
+  std::string times;
+  const std::size_t event = edit.bytes.find("SUMMARY");
+  for (const std::string& line : Split(edit.bytes.substr(event), "\n")) {
+    const bool isTime = line.starts_with("DTSTART") || line.starts_with("DTEND") ||
+                        line.starts_with("DUR") || line.starts_with("SEQ");
+    if (isTime) times += line + "\n";
+  }
+  return times;
+}
+
+TEST(IcsEditor, TimesKeepTheirFormAndTheirZone) {
+  const Date start = At(7, 1, 9);
+  const Date end = At(7, 1, 10, 30);
+  EXPECT_EQ(TimesAfter("DTSTART;TZID=Europe/Berlin:20260301T090000\nDTEND;TZID=\"Europe/"
+                       "Berlin\":20260301T100000\nSEQUENCE:4\n",
+                       start, end),
+            "DTSTART;TZID=Europe/Berlin:20260701T133000\n"
+            "DTEND;TZID=\"Europe/Berlin\":20260701T150000\nSEQUENCE:5\n");
+  EXPECT_EQ(TimesAfter("DTSTART;X-P=1;TZID=Mars:20260301T090000\nDURATION:PT1H\n", start, end),
+            "DTSTART;X-P=1;TZID=Mars:20260701T170000\nDURATION:PT1H30M\nSEQUENCE:1\n");
+  EXPECT_EQ(TimesAfter("DTSTART:20260301T090000\nDTEND:20260301T100000Z\n", start, end),
+            "DTSTART:20260701T090000\nDTEND:20260701T130000Z\nSEQUENCE:1\n");
+  EXPECT_EQ(TimesAfter("DTSTART;TZID=Nowhere:20260301T090000\n", start, end),
+            "DTSTART:20260701T113000Z\nDTEND:20260701T130000Z\nSEQUENCE:1\n");
+  EXPECT_EQ(TimesAfter("DTSTART:20260701T090000\nDTEND:20260701T100000\n", start, start),
+            "DTSTART:20260701T090000\nSEQUENCE:1\n");
+  EXPECT_EQ(TimesAfter("DTSTART:20260301T090000\nDURATION:PT90M\n", start, end),
+            "DTSTART:20260701T090000\nDURATION:PT90M\nSEQUENCE:1\n");
+}
+
+TEST(IcsEditor, AllDayAppointmentsAreDates) {
+  EXPECT_EQ(TimesAfter("DTSTART;VALUE=DATE:20260301\n", At(7, 1), At(7, 2)),
+            "DTSTART;VALUE=DATE:20260701\nDTEND;VALUE=DATE:20260702\nSEQUENCE:1\n");
+  EXPECT_EQ(TimesAfter("DTSTART;VALUE=DATE:20260301\nDURATION:P1W\n", At(7, 1), At(7, 4)),
+            "DTSTART;VALUE=DATE:20260701\nDURATION:P3D\nSEQUENCE:1\n");
+  EXPECT_EQ(TimesAfter("DTSTART;TZID=Mars:20260301T090000\nDTEND;TZID=Mars:20260301T100000\n",
+                       At(7, 1), At(7, 2), true),
+            "DTSTART;VALUE=DATE:20260701\nDTEND;VALUE=DATE:20260702\nSEQUENCE:1\n");
+  EXPECT_EQ(TimesAfter("DTSTART;VALUE=DATE:20260301\nX-MICROSOFT-CDO-ALLDAYEVENT:TRUE\n",
+                       At(7, 1, 8), At(7, 1, 9), false),
+            "DTSTART:20260701T103000Z\nDTEND:20260701T113000Z\nSEQUENCE:1\n");
+}
+
+TEST(IcsEditor, RemindersAreTouchedOnlyWhenTheyWereSet) {
+  const std::string alarm = "BEGIN:VALARM\nACTION:AUDIO\nTRIGGER:-PT5M\nEND:VALARM\n";
+  const std::string text = Calendar(Event("UID:1\nSUMMARY:a\nDTSTART:20260301\n" + alarm));
+  EXPECT_NE(Change(text, "a", NewSubject("b")).bytes.find(alarm), std::string::npos);
+  ItemChange change;
+  change.reminder = true;
+  EXPECT_NE(Change(text, "a", change).bytes.find(alarm), std::string::npos);
+  change.reminder = false;
+  const std::string without = Change(text, "a", change).bytes;
+  EXPECT_EQ(without.find("VALARM"), std::string::npos);
+  change.reminder = true;
+  EXPECT_NE(Change(without, "a", change).bytes.find("END:VALARM\nEND:VEVENT\n"), std::string::npos);
+}
+
+TEST(IcsEditor, RecurringAppointmentsKeepTheirTimesAndTheirExceptions) {
+  const std::string moved =
+      Event("UID:1\nRECURRENCE-ID:20260108T090000\nSUMMARY:Moved\nDTSTART:20260109T090000\n");
+  const std::string other = Event("UID:2\nSUMMARY:Other\nDTSTART:20260109T090000\n");
+  const std::string text = Calendar(
+      moved + other +
+      Event("UID:1\nSUMMARY:Weekly\nDTSTART:20260101T090000\nRRULE:FREQ=WEEKLY;COUNT=3\n"));
+  const CalendarItem weekly = ItemOf(text, "Weekly");
+  const IcsEdit edit = Change(text, "Weekly", NewSubject("Standup"));
+  EXPECT_EQ(StartsOf(ItemOf(edit.bytes, "Standup")), StartsOf(weekly));
+  EXPECT_NE(edit.bytes.find(moved), std::string::npos);
+  EXPECT_EQ(edit.bytes.find("SEQUENCE"), std::string::npos);
+  EXPECT_THROW(Change(text, "Weekly", NewTimes(At(2, 1), At(2, 2))), Error);
+  CalendarItem stale = weekly;
+  stale.recurring = false;
+  EXPECT_THROW(ChangeInIcs(text, "team.ics", stale, NewTimes(At(2, 1), At(2, 2))), Error);
+  EXPECT_EQ(DeleteFromIcs(text, "team.ics", weekly.entryId).bytes, Calendar(other));
+}
+
+TEST(IcsEditor, DeletingTakesOlderRevisionsAlong) {
+  const std::string older = Event("UID:1\nSEQUENCE:0\nSUMMARY:a\nDTSTART:20260301\n");
+  const std::string newer = Event("UID:1\nSEQUENCE:1\nSUMMARY:b\nDTSTART:20260301\n");
+  const std::string text = Calendar(older + newer);
+  EXPECT_EQ(DeleteFromIcs(text, "team.ics", ItemOf(text, "b").entryId).bytes, Calendar(""));
+  const IcsEdit edit = Change(text, "b", NewTimes(At(5, 1), At(5, 2)));
+  EXPECT_EQ(Parse(edit.bytes).items.size(), 1U) << "the older revision is shown again";
+}
+
+TEST(IcsEditor, EventsThatShareAUidByMistakeDoNotLoseEachOther) {
+  const std::string text = Calendar(Event("UID:1\nSEQUENCE:0\nSUMMARY:a\nDTSTART:20260301\n") +
+                                    Event("UID:1\nSEQUENCE:0\nSUMMARY:a\nDTSTART:20260401\n") +
+                                    Event("UID:1\nSEQUENCE:1\nSUMMARY:c\nDTSTART:20260501\n"));
+  const std::string second = Parse(text).items.at(1).entryId;
+  CalendarItem after = Parse(text).items[1];
+  after.start = At(6, 1);
+  after.end = At(6, 2);
+  after.lastModified = Saved;
+  const IcsEdit edit = ChangeInIcs(text, "team.ics", after, NewTimes(after.start, after.end));
+  ASSERT_EQ(Parse(edit.bytes).items.size(), 3U);
+  EXPECT_EQ(Parse(edit.bytes).items[1].entryId, second);
+  const auto deleted = DeleteFromIcs(edit.bytes, "team.ics", Parse(edit.bytes).items[0].entryId);
+  EXPECT_TRUE(deleted.movesOthers);
+  EXPECT_EQ(Parse(deleted.bytes).items.size(), 2U);
+
+  ItemChange same = NewSubject("c");
+  after = WithChange(Parse(text).items[1], same);
+  after.lastModified = Saved;
+  EXPECT_NE(FaultOf([&] { ChangeInIcs(text, "team.ics", after, same); }).find("shares its UID"),
+            std::string::npos);
+}
+
+TEST(IcsEditor, IdentifiersOutliveEditsOfEventsWithoutAUid) {
+  const std::string event = Event("SUMMARY:a\nDTSTART:20260301\n");
+  std::string text = Calendar(event + event + event);
+  std::vector<std::string> ids;
+  for (const CalendarItem& item : Parse(text).items) ids.push_back(item.entryId);
+  for (const std::size_t edited : {1, 0, 2, 1}) {
+    CalendarItem after = Parse(text).items.at(edited);
+    after.fields.subject += "b";
+    after.lastModified = Saved;
+    text = ChangeInIcs(text, "team.ics", after, NewSubject(after.fields.subject)).bytes;
+    for (std::size_t i = 0; i < ids.size(); ++i) EXPECT_EQ(Parse(text).items[i].entryId, ids[i]);
+  }
+}
+
+CalendarItem NewItem() {
+  CalendarItem item;
+  item.fields = {"Trip, long", {"Leave", "a,b"}, "Ghent", "one\r\ntwo", true};
+  item.messageClass = "IPM.Appointment.Leave";
+  item.start = At(7, 1);
+  item.end = At(7, 3);
+  item.lastModified = Saved;
+  return item;
+}
+
+TEST(IcsEditor, ANewAppointmentStandsAtTheEndOfTheLastCalendar) {
+  const std::string old = Event("UID:1\nSUMMARY:a\nDTSTART:20260301\n");
+  const std::string added =
+      "BEGIN:VEVENT\nUID:new\n" + Stamps +
+      "DTSTART;VALUE=DATE:20260701\nDTEND;VALUE=DATE:20260703\nSUMMARY:Trip\\, long\n"
+      "LOCATION:Ghent\nDESCRIPTION:one\\ntwo\nCATEGORIES:Leave,a\\,b\n"
+      "X-VELKOR-MESSAGE-CLASS:IPM.Appointment.Leave\nEND:VEVENT\n";
+  const std::string end = "END:VCALENDAR\n";
+  const std::string text = Calendar("") + Calendar(old);
+  const auto add = [](const std::string& to) {
+    return AddToIcs(to, "team.ics", NewItem(), false, "new");
+  };
+  EXPECT_EQ(add(text + "tail\n").bytes,
+            text.substr(0, text.size() - end.size()) + added + end + "tail\n");
+  EXPECT_EQ(add(Replace(text, "\n", "\r\n")).bytes,
+            Replace(text.substr(0, text.size() - end.size()) + added + end, "\n", "\r\n"));
+  const std::string open = "BEGIN:VCALENDAR\nBEGIN:VEVENT\nUID:1\nSUMMARY:a\nDTSTART:20260301";
+  EXPECT_EQ(add(open).bytes, open + "\n" + added);
+  EXPECT_EQ(Parse(add(open).bytes).items.size(), 2U);
+
+  const CalendarItem item = ItemOf(add(text).bytes, "Trip, long");
+  EXPECT_EQ(item.entryId, add(text).item.entryId);
+  EXPECT_EQ(item.contentMark, add(text).item.contentMark);
+  EXPECT_EQ(item.fields, NewItem().fields);
+  EXPECT_EQ(item.messageClass, "IPM.Appointment.Leave");
+  EXPECT_EQ(Words(item.start, item.end), "2026-07-01 00:00 to 2026-07-03 00:00");
+  EXPECT_THROW(add("no calendar at all"), Error);
+  EXPECT_THROW(add(""), Error);
+}
+
+TEST(IcsEditor, AnAppointmentWithoutLengthIsWrittenWithoutAnEnd) {
+  CalendarItem item = NewItem();
+  item.fields.allDay = false;
+  item.start = item.end = Date::FromFields({2011, 1, 1, 1, 30, 0});
+  const IcsEdit edit = AddToIcs(Calendar(""), "team.ics", item, true, "new");
+  EXPECT_EQ(edit.bytes.find("DTEND"), std::string::npos);
+  EXPECT_NE(edit.bytes.find("BEGIN:VALARM"), std::string::npos);
+  EXPECT_EQ(ItemOf(edit.bytes, "Trip, long").start, item.start);
+  EXPECT_EQ(ItemOf(edit.bytes, "Trip, long").end, item.start);
+}
+
+TEST(IcsEditor, TextsThatNoReadingWouldGiveBackAreRefused) {
+  const std::string text = Calendar(Event("UID:1\nSUMMARY:a\nDTSTART:20260301\n"));
+  ItemChange change;
+  change.body = std::string((std::size_t{1} << 20) + 10, 'x');
+  EXPECT_THROW(Change(text, "a", change), Error);
+  CalendarItem gone = ItemOf(text, "a");
+  EXPECT_THROW(ChangeInIcs(Calendar(""), "team.ics", gone, NewSubject("b")), Error);
+  EXPECT_THROW(DeleteFromIcs(Calendar(""), "team.ics", gone.entryId), Error);
+}
+
+TEST(IcsEditor, AppointmentsOfTheSampleCanBeChangedAndNothingElseMoves) {
+  std::ifstream file(SAMPLES "team.ics", std::ios::binary);
+  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  const std::vector<CalendarItem> before = Parse(text).items;
+  ASSERT_GT(before.size(), 50U);
+  for (std::size_t edited = 0; edited < before.size(); edited += 7) {
+    const CalendarItem& item = before[edited];
+    CalendarItem after = item;
+    after.fields.subject = "Changed";
+    after.lastModified = Saved;
+    const std::string bytes = ChangeInIcs(text, "team.ics", after, NewSubject("Changed")).bytes;
+    const std::vector<CalendarItem> items = Parse(bytes).items;
+    ASSERT_EQ(items.size(), before.size());
+    for (std::size_t i = 0; i < items.size(); ++i) {
+      EXPECT_EQ(items[i].entryId, before[i].entryId);
+      const bool isChanged = before[i].entryId == item.entryId;
+      EXPECT_EQ(SameContent(items[i], before[i]), !isChanged) << before[i].fields.subject;
+      EXPECT_EQ(items[i].occurrences, before[i].occurrences);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace velkor
