@@ -31,6 +31,6 @@ CMAKE_BUILD_PARALLEL_LEVEL=$(nproc)
 export CMAKE_BUILD_PARALLEL_LEVEL
 quietly cmake --preset linux
 quietly cmake --build --preset linux --target yearplan yearplan-read
-# The picture goes into the build folder.
+# Without a display the program draws a picture, which goes into the build folder.
 cd build
 exec linux/bin/yearplan "$calendar"

@@ -1,17 +1,12 @@
 // hosts/yearplan/CalendarSession.cpp: one year of a calendar file: refreshed, loaded and laid out.
 #include "hosts/yearplan/CalendarSession.h"
 
-#include <pwd.h>
-#include <unistd.h>
-
-#include <QFileInfo>
 #include <algorithm>
 #include <ostream>
 #include <utility>
 
 #include "calendar/EmbeddedOutlook.h"
 #include "calendar/IcsReader.h"
-#include "calendar/ShortHash.h"
 #include "categories/ColourList.h"
 #include "categories/ColourRecords.h"
 #include "hosts/CalendarRefresh.h"
@@ -26,21 +21,6 @@ namespace {
 
 constexpr std::size_t MostMessages = 20;
 
-std::string LoginName() {
-  const passwd* user = getpwuid(geteuid());
-  return user != nullptr && user->pw_name != nullptr ? user->pw_name : "user";
-}
-
-/// What stands for the Folder property in the cache file's name: the file's name for people, and
-/// a hash of its whole path so that no two calendars share a cache.
-std::string FolderOf(const std::string& calendar) {
-  const QFileInfo file(QString::fromStdString(calendar));
-  const QString place =
-      file.canonicalFilePath().isEmpty() ? file.absoluteFilePath() : file.canonicalFilePath();
-  const std::string hash = ShortHash(place.toStdString()).substr(0, 16);
-  return file.completeBaseName().left(40).toStdString() + " " + hash;
-}
-
 void Report(const std::vector<Diagnostic>& diagnostics, std::ostream& messages) {
   const std::size_t shown = std::min(diagnostics.size(), MostMessages);
   for (std::size_t i = 0; i < shown; ++i) messages << ToText(diagnostics[i]) << '\n';
@@ -54,6 +34,7 @@ void Report(const std::vector<Diagnostic>& diagnostics, std::ostream& messages) 
 CalendarSession::CalendarSession(const CommandLine& line, std::ostream& messages)
     : line_(line),
       messages_(messages),
+      environment_(line.calendar),
       messageBoxes_(messages),
       today_(line.today.value_or(clock_.Now())),
       span_{line.year.value_or(DisplaySpan{0, line.firstMonth}.ViewYearOf(today_)),
@@ -67,9 +48,9 @@ std::size_t CalendarSession::Refresh() {
   EmbeddedOutlook outlook(store, locale_,
                           {.userName = LoginName(), .listSeparator = listSeparator_});
   const auto folder = outlook.GetNamespace("MAPI")->GetDefaultFolder(outlook::FolderCalendar);
-  paths_ = MakeCachePaths(velkor::CacheFileName(outlook.CurrentUserName(), span_.ViewYear,
-                                                FolderOf(line_.calendar), locale_),
-                          environment_, files_);
+  paths_ =
+      MakeCachePaths(velkor::CacheFileName(outlook.CurrentUserName(), span_.ViewYear, {}, locale_),
+                     environment_, files_);
   const std::size_t count = RefreshFolder(*folder, outlook);
   ReadCategories(*folder);
   return count;
@@ -84,20 +65,15 @@ std::size_t CalendarSession::RefreshFolder(OutlookFolder& folder, OutlookApplica
   throw Error(answer.error, text, "refresh");
 }
 
-std::string CalendarSession::AsCached(const std::string& text) {
-  const CodePage page = locale_.AnsiCodePage();
-  return locale_.FromCodePage(locale_.ToCodePage(text, page), page);
-}
-
 void CalendarSession::ReadCategories(OutlookFolder& folder) {
   // Events name their categories as the cache file could keep them, so a first table does too.
   std::vector<std::string> texts;
   std::size_t lost = 0;
   const auto items = folder.Items();
   for (auto item = items->GetFirst(); item; item = items->GetNext()) {
-    texts.push_back(AsCached(item->Categories()));
+    texts.push_back(AsCached(locale_, item->Categories()));
     const std::string subject = item->Subject();
-    if (AsCached(subject) != subject) ++lost;
+    if (AsCached(locale_, subject) != subject) ++lost;
   }
   if (lost > 0) {
     messages_ << line_.calendar << ": " << lost << " of all its subjects hold characters that code "

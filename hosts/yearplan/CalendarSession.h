@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "hosts/yearplan/CalendarPlace.h"
 #include "hosts/yearplan/CommandLine.h"
 #include "model/CachePaths.h"
 #include "platform/desktop/DesktopFiles.h"
 #include "platform/desktop/DesktopLocale.h"
 #include "platform/desktop/DesktopRegistry.h"
-#include "platform/desktop/DesktopSystem.h"
 #include "platform/desktop/TerminalMessageBoxes.h"
 #include "view/YearGrid.h"
 #include "view/span/Locale.h"
@@ -51,7 +51,6 @@ class CalendarSession {
  private:
   std::size_t RefreshFolder(OutlookFolder& folder, OutlookApplication& outlook);
   void ReadCategories(OutlookFolder& folder);
-  std::string AsCached(const std::string& text);
   EventCollection LoadEvents(const EventFields& fields);
   CategoryTable TableOfCache();
   void ReportUnknownNames(const YearGrid& grid);
@@ -59,7 +58,7 @@ class CalendarSession {
   const CommandLine& line_;
   std::ostream& messages_;
   DesktopClock clock_;
-  DesktopEnvironment environment_;
+  CalendarEnvironment environment_;
   DesktopFiles files_;
   DesktopLocale locale_;
   DesktopRegistry registry_;

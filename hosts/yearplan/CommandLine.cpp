@@ -26,15 +26,17 @@ constexpr const char* Description =
     "Shows a whole year of a calendar at a glance.\n"
     "\n"
     "Commands:\n"
-    "  yearplan CALENDAR                       draw the year into this folder, over an\n"
+    "  yearplan [CALENDAR]                     open the window, without a calendar on the\n"
+    "                                          one that was open last; without a display\n"
+    "                                          draw the year into this folder, over an\n"
     "                                          earlier picture, and say where\n"
     "  yearplan render CALENDAR -o FILE        draw the year to a PNG, SVG or PDF file\n"
     "  yearplan refresh CALENDAR               write the year's cache file and say where\n"
     "  yearplan inspect CALENDAR --json        print the laid-out year as JSON\n"
     "  yearplan inspect --cache FILE --json    the same from a cache file\n"
     "\n"
-    "CALENDAR is an iCalendar file (.ics). No command writes to it. Cache files lie in\n"
-    "$XDG_CACHE_HOME/outlookvelkor, else in ~/.cache/outlookvelkor.\n"
+    "CALENDAR is an iCalendar file (.ics). Only the window writes to it.\n"
+    "Cache files lie in $XDG_CACHE_HOME/outlookvelkor, else in ~/.cache/outlookvelkor.\n"
     "Exit codes: 0 done, 1 failed, 2 wrong usage.";
 
 /// The options that more than one place names.
@@ -44,6 +46,11 @@ constexpr const char* Cache = "cache";
 constexpr const char* Json = "json";
 constexpr const char* PointOption = "point";
 }  // namespace names
+
+/// What a window is told by its settings instead.
+constexpr std::array NotForWindows{"first-month",       "no-all-events", "no-subjects",
+                                   "hide-non-category", "title",         "filter",
+                                   "match-all",         "size",          "today"};
 
 void AddOptions(QCommandLineParser& parser) {
   parser.setApplicationDescription(QString::fromUtf8(Description));
@@ -168,7 +175,13 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
     throw UsageError("Either a calendar or --cache, not both");
   }
   if (!rest.isEmpty()) line.calendar = rest.front().toStdString();
-  if (line.calendar.empty() && line.cacheFile.empty()) throw UsageError("Which calendar?");
+  const bool opens = line.command == Command::Open;
+  if (!opens && line.calendar.empty() && line.cacheFile.empty()) {
+    throw UsageError("Which calendar?");
+  }
+  for (const char* option : NotForWindows) {
+    if (line.pictureOption.empty() && parser.isSet(option)) line.pictureOption = option;
+  }
   line.output = parser.value(names::Output).toStdString();
   if (parser.isSet("year")) line.year = WholeNumber(parser.value("year"), "year", 100, 9999);
   line.firstMonth = WholeNumber(parser.value("first-month"), "first-month", 1, 12);

@@ -13,7 +13,8 @@
 namespace velkor {
 
 enum class Command {
-  /// Draws the year and says where: a calendar file alone on the command line.
+  /// No command, perhaps a calendar file: opens the window, or without a display draws the year
+  /// and says where.
   Open,
   Render,
   Refresh,
@@ -24,7 +25,8 @@ enum class Command {
 
 struct CommandLine {
   Command command = Command::Help;
-  /// The calendar file; empty for `inspect --cache`.
+  /// The calendar file; empty for `inspect --cache`, and for a window with the calendar that was
+  /// open last.
   std::string calendar;
   std::string cacheFile;
   /// The picture that `render` draws.
@@ -40,6 +42,9 @@ struct CommandLine {
   /// Size of the control in pixels.
   int width = 0;
   int height = 0;
+  /// The first option given that a window does not take, since it keeps its own settings; empty
+  /// for none.
+  std::string pictureOption;
   /// Points of the grid, in twips, that `inspect` is asked about.
   std::vector<Point> points;
 };

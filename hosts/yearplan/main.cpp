@@ -1,14 +1,21 @@
 // hosts/yearplan/main.cpp: the yearplan program.
-#include <QGuiApplication>
+#include <QApplication>
+#include <QTimer>
 #include <iostream>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "hosts/yearplan/CommandLine.h"
 #include "hosts/yearplan/Commands.h"
+#include "hosts/yearplan/PlannerWindow.h"
+#include "platform/desktop/DesktopSettings.h"
 #include "support/values/Error.h"
 
 namespace {
+
+using velkor::Command;
+using velkor::CommandLine;
 
 constexpr int Done = 0;
 constexpr int Failed = 1;
@@ -19,20 +26,69 @@ void KeepErrors(QtMsgType type, const QMessageLogContext&, const QString& text) 
   if (type == QtCriticalMsg || type == QtFatalMsg) std::cerr << text.toStdString() << '\n';
 }
 
+/// Pictures need fonts but no screen. A window takes the display that answers first; a user's own
+/// choice of platform stands.
+void ChoosePlatform(bool window) {
+  if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) return;
+  QByteArray platforms = "offscreen";
+  if (window && !qEnvironmentVariableIsEmpty("DISPLAY")) platforms.prepend("xcb;");
+  if (window && !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) platforms.prepend("wayland;");
+  qputenv("QT_QPA_PLATFORM", platforms);
+}
+
+bool HasDisplay() {
+  const QString platform = QGuiApplication::platformName();
+  return platform != "offscreen" && platform != "minimal";
+}
+
+int RunWindow(const CommandLine& line) {
+  if (!line.pictureOption.empty()) {
+    throw velkor::UsageError("--" + line.pictureOption +
+                             " is for pictures (yearplan render ...); a window has its settings");
+  }
+  velkor::DesktopSettings settings;
+  velkor::PlannerWindow window(settings);
+  window.show();
+  const std::string calendar = line.calendar.empty() ? window.LastCalendar() : line.calendar;
+  // Whatever goes wrong is told in front of the window.
+  QTimer::singleShot(0, &window, [&] {
+    if (calendar.empty()) {
+      window.AskForCalendar();
+    } else {
+      window.OpenCalendar(calendar, line.year);
+    }
+  });
+  return QApplication::exec();
+}
+
+int Run(const CommandLine& line) {
+  if (line.command == Command::Open && HasDisplay()) return RunWindow(line);
+  if (line.command == Command::Open && line.calendar.empty()) {
+    throw velkor::UsageError("Which calendar? There is no display to ask on");
+  }
+  velkor::RunCommand(line, std::cout, std::cerr);
+  std::cout.flush();
+  if (std::cout) return Done;
+  std::cerr << "yearplan: the output could not be written\n";
+  return Failed;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  // Pictures need fonts but no screen.
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   qInstallMessageHandler(KeepErrors);
   try {
-    const velkor::CommandLine line =
+    const CommandLine line =
         velkor::ParseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
-    const QGuiApplication application(argc, argv);
-    velkor::RunCommand(line, std::cout, std::cerr);
-    std::cout.flush();
-    if (std::cout) return Done;
-    std::cerr << "yearplan: the output could not be written\n";
+    const bool window = line.command == Command::Open;
+    ChoosePlatform(window);
+    std::unique_ptr<QGuiApplication> application;
+    if (window) {
+      application = std::make_unique<QApplication>(argc, argv);
+    } else {
+      application = std::make_unique<QGuiApplication>(argc, argv);
+    }
+    return Run(line);
   } catch (const velkor::UsageError& error) {
     std::cerr << "yearplan: " << error.what() << "\nTry yearplan --help.\n";
     return WrongUsage;

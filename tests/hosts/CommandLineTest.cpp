@@ -61,7 +61,7 @@ TEST(CommandLine, InspectTakesACacheFileAndPoints) {
 }
 
 TEST(CommandLine, WhatMakesNoSenseIsNamed) {
-  EXPECT_THAT(WhatIsWrong({}), HasSubstr("Which calendar"));
+  EXPECT_THAT(WhatIsWrong({"refresh"}), HasSubstr("Which calendar"));
   EXPECT_THAT(WhatIsWrong({"a.ics", "b.ics"}), HasSubstr("b.ics"));
   EXPECT_THAT(WhatIsWrong({"render", "a.ics"}), HasSubstr("-o"));
   EXPECT_THAT(WhatIsWrong({"refresh", "a.ics", "-o", "x.png"}), HasSubstr("render"));

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QImage>
 #include <QProcess>
@@ -67,9 +68,11 @@ class Yearplan : public testing::Test {
 
   /// The one cache file, work files not counted; empty when there is none.
   QString CacheFile() const {
-    const QDir cache(Path("cache/outlookvelkor"));
-    for (const QString& name : cache.entryList({"*.tmp"}, QDir::Files | QDir::Hidden)) {
-      if (!name.startsWith('~')) return cache.filePath(name);
+    QDirIterator files(Path("cache/outlookvelkor"), {"*.tmp"}, QDir::Files | QDir::Hidden,
+                       QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+      const QString path = files.next();
+      if (!files.fileName().startsWith('~')) return path;
     }
     return {};
   }

@@ -1,11 +1,11 @@
 // tests/platform/desktop/main.cpp: runs the desktop tests without a display.
 #include <gmock/gmock.h>
 
-#include <QGuiApplication>
+#include <QApplication>
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  const QGuiApplication application(argc, argv);
+  const QApplication application(argc, argv);
   testing::InitGoogleMock(&argc, argv);
   return RUN_ALL_TESTS();
 }

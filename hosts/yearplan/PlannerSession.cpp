@@ -1,0 +1,160 @@
+// hosts/yearplan/PlannerSession.cpp: wiring a calendar file to a control.
+#include "hosts/yearplan/PlannerSession.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <algorithm>
+#include <utility>
+
+#include "categories/ColourList.h"
+#include "hosts/CalendarRefresh.h"
+#include "hosts/yearplan/AppointmentInspector.h"
+#include "hosts/yearplan/FirstCategoryTable.h"
+#include "model/ColourRecord.h"
+#include "platform/Forms.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Platform.h"
+#include "platform/desktop/QtText.h"
+#include "support/RegIO.h"
+#include "support/values/Error.h"
+#include "view/span/CategoryFilter.h"
+
+namespace velkor {
+namespace {
+
+/// How often the calendar file's entry is looked at, in milliseconds: the watcher does not see
+/// every kind of change on every kind of disk.
+constexpr int LookInterval = 2000;
+
+/// The span that is shown first.
+DateWindow FirstWindow(Clock& clock) {
+  return WindowOf({DisplaySpan{0, 1}.ViewYearOf(clock.Now()), 1});
+}
+
+}  // namespace
+
+void SessionShell::ProcessMessages() {
+  ++depth_;
+  DesktopShell::ProcessMessages();
+  --depth_;
+}
+
+void SessionShell::OpenPage(const std::string& address) {
+  const bool own = address.find('/') == std::string::npos;
+  const std::string docs = QCoreApplication::applicationDirPath().toStdString() + "/docs/";
+  DesktopShell::OpenPage(own ? docs + address : address);
+}
+
+PlannerSession::PlannerSession(const std::string& calendar, SessionSurroundings surroundings)
+    : surroundings_(std::move(surroundings)),
+      environment_(calendar),
+      cacheUtilities_([this](const Error& error) { surroundings_.onTrouble(error.Description()); },
+                      surroundings_.cacheUtility),
+      listSeparator_(RegIO::ListSeparator(registry_, surroundings_.messages)),
+      calendar_(calendar, FirstWindow(clock_)),
+      outlook_(calendar_.Store(), locale_,
+               {.userName = LoginName(),
+                .listSeparator = listSeparator_,
+                .inspector =
+                    [this](OutlookItem& item) { InspectAppointment(surroundings_.window, item); },
+                .post =
+                    [this](std::function<void()> work) {
+                      QMetaObject::invokeMethod(&receiver_, std::move(work), Qt::QueuedConnection);
+                    },
+                .clock = [this] { return clock_.Now(); }}),
+      sleepWatch_(clock_, [this] { plan_->RefreshSoon(); }) {
+  Start();
+  QObject::connect(&watcher_, &QFileSystemWatcher::fileChanged, &receiver_, [this] { Look(); });
+  QObject::connect(&lookTimer_, &QTimer::timeout, &receiver_, [this] { Look(); });
+  lookTimer_.start(LookInterval);
+  Follow();
+}
+
+Platform PlannerSession::MakePlatform() {
+  return {cacheUtilities_,
+          clock_,
+          environment_,
+          files_,
+          surroundings_.forms,
+          locale_,
+          surroundings_.messages,
+          outlook_,
+          registry_,
+          surroundings_.settings,
+          shell_};
+}
+
+StoredProperties PlannerSession::Bag() {
+  return {surroundings_.settings, Calendar(), surroundings_.onTrouble};
+}
+
+void PlannerSession::Start() {
+  plan_ = std::make_unique<YearPlan>(MakePlatform(), *this);
+  StoredProperties bag = Bag();
+  plan_->ReadProperties(bag);
+  OfferFirstColours();
+}
+
+/// A calendar without colours gets a record that is written with the first change to it.
+void PlannerSession::OfferFirstColours() {
+  const std::string subject = colour_record::SubjectOf(plan_->TitleName());
+  std::vector<std::string> texts;
+  for (const auto& item : calendar_.Folder().AllItems()) {
+    const std::string& name = item->fields.subject;
+    if (name == subject || name == colour_record::LegacySubject) return;
+    for (const std::string& category : item->fields.categories) {
+      // What a colour list cannot hold is left to the last of its categories.
+      if (category.find('|') == std::string::npos) texts.push_back(AsCached(locale_, category));
+    }
+  }
+  const CategoryTable table = MakeFirstCategoryTable(texts, CategorySeparator(listSeparator_));
+  CalendarItem record;
+  record.entryId = "first colours of " + plan_->TitleName();
+  record.fields.subject = subject;
+  record.fields.body = ColourListText(table.All());
+  record.start = colour_record::HiddenInstant();
+  record.end = record.start;
+  calendar_.Folder().AddUnsaved(std::move(record));
+}
+
+void PlannerSession::Recreate(const PlannerProperties& properties) {
+  SetProperties(*plan_, properties);
+  plan_.reset();
+  Start();
+}
+
+void PlannerSession::ShowYear(int year) {
+  Timer& start = plan_->Elements().tmrStart;
+  if (start.Enabled()) start.Tick();
+  if (year != plan_->DisplayedYear()) plan_->ChangeYear(year - plan_->DisplayedYear());
+}
+
+void PlannerSession::PropertyChanged(std::string_view /*key*/) {
+  try {
+    StoredProperties bag = Bag();
+    plan_->WriteProperties(bag);
+  } catch (const Error& error) {
+    surroundings_.onTrouble(error.Description());
+  }
+}
+
+void PlannerSession::StatusChange(std::string_view Msg) {
+  surroundings_.onStatus(std::string(Msg));
+}
+
+/// A file that was replaced is another one to the watcher.
+void PlannerSession::Follow() {
+  const QString path = ToQt(Calendar());
+  if (!watcher_.files().contains(path) && QFileInfo::exists(path)) watcher_.addPath(path);
+}
+
+void PlannerSession::Look() {
+  try {
+    if (calendar_.CheckForChanges()) surroundings_.onTrouble({});
+  } catch (const Error& error) {
+    surroundings_.onTrouble(error.Description());
+  }
+  Follow();
+}
+
+}  // namespace velkor

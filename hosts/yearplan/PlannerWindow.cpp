@@ -1,0 +1,255 @@
+// hosts/yearplan/PlannerWindow.cpp: menus, status bar, and the change of calendars.
+#include "hosts/yearplan/PlannerWindow.h"
+
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "hosts/yearplan/PlannerSession.h"
+#include "hosts/yearplan/PlannerWidget.h"
+#include "hosts/yearplan/SettingsDialog.h"
+#include "platform/desktop/QtIcons.h"
+#include "platform/desktop/QtPeers.h"
+#include "platform/desktop/QtText.h"
+#include "support/values/Error.h"
+
+namespace velkor {
+namespace {
+
+constexpr QSize UsualSize{1280, 800};
+constexpr std::string_view Section = "Window";
+constexpr const char* GeometryKey = "Geometry";
+constexpr const char* CalendarKey = "Calendar";
+
+/// The one local calendar file that is being dragged; empty for anything else.
+QString DraggedCalendar(const QMimeData& data) {
+  const QList<QUrl> urls = data.urls();
+  if (urls.size() != 1 || !urls.front().isLocalFile()) return {};
+  const QString path = urls.front().toLocalFile();
+  return path.endsWith(QLatin1String(".ics"), Qt::CaseInsensitive) ? path : QString();
+}
+
+}  // namespace
+
+PlannerWindow::PlannerWindow(Settings& settings, std::string cacheUtility)
+    : settings_(settings), cacheUtility_(std::move(cacheUtility)) {
+  setObjectName("PlannerWindow");
+  setWindowTitle(tr("YearPlan"));
+  setWindowIcon(ProgramIcon());
+  setAcceptDrops(true);
+  MakeMenus();
+  MakeStatusBar();
+  setCentralWidget(MakeInvitation());
+  resize(UsualSize);
+  restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(Remembered(GeometryKey))));
+}
+
+PlannerWindow::~PlannerWindow() {
+  // The peers leave before their elements.
+  delete planner_;
+}
+
+void PlannerWindow::MakeMenus() {
+  const auto add = [this](QMenu& menu, const QString& text, const QKeySequence& keys, auto steps) {
+    QAction* const action = menu.addAction(text);
+    action->setShortcut(keys);
+    connect(action, &QAction::triggered, this, steps);
+    return action;
+  };
+  const auto element = [this](auto press) {
+    return [this, press] {
+      if (session_) press(session_->Plan().Elements());
+    };
+  };
+  QMenu& file = *menuBar()->addMenu(tr("&File"));
+  add(file, tr("&Open Calendar..."), QKeySequence::Open, [this] { AskForCalendar(); });
+  file.addSeparator();
+  add(file, tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { close(); });
+
+  QMenu& year = *menuBar()->addMenu(tr("&Year"));
+  calendarActions_ << add(year, tr("&Previous Year"), QKeySequence(Qt::ALT | Qt::Key_Left),
+                          element([](YearPlanElements& elements) {
+                            elements.Toolbar1.ClickButton(toolbar_keys::Back);
+                          }));
+  calendarActions_ << add(year, tr("&Next Year"), QKeySequence(Qt::ALT | Qt::Key_Right),
+                          element([](YearPlanElements& elements) {
+                            elements.Toolbar1.ClickButton(toolbar_keys::Next);
+                          }));
+  calendarActions_ << add(year, tr("Force &Refresh"), QKeySequence(Qt::Key_F5),
+                          element([](YearPlanElements& elements) { elements.Command1.Click(); }));
+  year.addSeparator();
+  calendarActions_ << add(year, tr("&Settings..."), QKeySequence(Qt::CTRL | Qt::Key_Comma),
+                          [this] { AskForSettings(); });
+
+  QMenu& help = *menuBar()->addMenu(tr("&Help"));
+  add(help, tr("&Help"), QKeySequence::HelpContents, [] { SessionShell().OpenPage("help.html"); });
+  calendarActions_ << add(help, tr("&About"), {},
+                          element([](YearPlanElements& elements) { elements.mnuAbout.Click(); }));
+  for (QAction* action : calendarActions_) action->setEnabled(false);
+}
+
+void PlannerWindow::MakeStatusBar() {
+  const auto add = [this](const char* name) {
+    auto* const label = new QLabel;
+    label->setObjectName(QString::fromLatin1(name));
+    label->setTextFormat(Qt::PlainText);
+    return label;
+  };
+  status_ = add("status");
+  trouble_ = add("trouble");
+  diagnostics_ = add("diagnostics");
+  trouble_->setStyleSheet("color:#8a1c12; font-weight:bold");
+  statusBar()->addWidget(status_);
+  statusBar()->addWidget(trouble_, 1);
+  statusBar()->addPermanentWidget(diagnostics_);
+}
+
+QWidget* PlannerWindow::MakeInvitation() {
+  auto* const invitation = new QWidget;
+  auto* const text =
+      new QLabel(tr("No calendar is open.\nOpen an iCalendar file (.ics), or drop "
+                    "one here."));
+  text->setAlignment(Qt::AlignCenter);
+  auto* const open = new QPushButton(tr("&Open Calendar..."));
+  open->setObjectName("open");
+  connect(open, &QPushButton::clicked, this, [this] { AskForCalendar(); });
+  auto* const rows = new QVBoxLayout(invitation);
+  rows->addStretch();
+  rows->addWidget(text);
+  rows->addWidget(open, 0, Qt::AlignCenter);
+  rows->addStretch();
+  return invitation;
+}
+
+std::string PlannerWindow::Remembered(const char* key) {
+  return settings_.Get(SettingsName, Section, key, "");
+}
+
+void PlannerWindow::Remember(const char* key, const std::string& value) {
+  try {
+    settings_.Save(SettingsName, Section, key, value);
+  } catch (const Error& error) {
+    ShowTrouble(error.Description());
+  }
+}
+
+std::string PlannerWindow::LastCalendar() {
+  return Remembered(CalendarKey);
+}
+
+void PlannerWindow::WhenIdle(Steps steps) {
+  constexpr int Pause = 20;
+  if (session_ && session_->IsBusy()) {
+    QTimer::singleShot(Pause, this, [this, steps] { WhenIdle(steps); });
+  } else {
+    steps();
+  }
+}
+
+bool PlannerWindow::OpenCalendar(const std::string& path, std::optional<int> year) {
+  std::unique_ptr<PlannerSession> session;
+  ShowTrouble({});
+  try {
+    session = std::make_unique<PlannerSession>(
+        path, SessionSurroundings{
+                  .settings = settings_,
+                  .messages = messages_,
+                  .forms = forms_,
+                  .window = this,
+                  .onStatus = [this](const std::string& text) { status_->setText(ToQt(text)); },
+                  .onTrouble = [this](const std::string& text) { ShowTrouble(text); },
+                  .cacheUtility = cacheUtility_});
+  } catch (const Error& error) {
+    messages_.Show({.text = "The calendar cannot be opened.\n\n" + error.Description(),
+                    .title = {},
+                    .icon = MessageIcon::Exclamation});
+    return false;
+  }
+  delete planner_;
+  planner_ = nullptr;
+  session_ = std::move(session);
+  ShowPlanner();
+  if (year) session_->ShowYear(*year);
+  ShowDiagnostics();
+  const QFileInfo file(ToQt(session_->Calendar()));
+  setWindowTitle(tr("%1 - YearPlan").arg(file.completeBaseName()));
+  Remember(CalendarKey, session_->Calendar());
+  for (QAction* action : calendarActions_) action->setEnabled(true);
+  return true;
+}
+
+void PlannerWindow::ShowPlanner() {
+  planner_ = new PlannerWidget(session_->Plan());
+  setCentralWidget(planner_);
+  planner_->setFocus();
+}
+
+void PlannerWindow::ShowTrouble(const std::string& text) {
+  trouble_->setText(ToQt(text));
+  trouble_->setToolTip(ToolTipText(text));
+}
+
+void PlannerWindow::ShowDiagnostics() {
+  const std::vector<Diagnostic>& all = session_->Diagnostics();
+  constexpr std::size_t MostLines = 20;
+  std::string lines;
+  for (std::size_t i = 0; i < all.size() && i < MostLines; ++i) lines += ToText(all[i]) + "\n";
+  if (all.size() > MostLines) lines += "...";
+  diagnostics_->setText(
+      all.empty() ? QString()
+                  : tr("%n remark(s) on the file", nullptr, static_cast<int>(all.size())));
+  diagnostics_->setToolTip(ToolTipText(lines));
+}
+
+void PlannerWindow::AskForCalendar() {
+  const QString folder =
+      session_ ? QFileInfo(ToQt(session_->Calendar())).absolutePath() : QString();
+  const QString path = QFileDialog::getOpenFileName(this, tr("Open Calendar"), folder,
+                                                    tr("Calendars (*.ics);;All files (*)"));
+  if (path.isEmpty()) return;
+  WhenIdle([this, path] { OpenCalendar(path.toStdString()); });
+}
+
+void PlannerWindow::AskForSettings() {
+  if (!session_) return;
+  const auto properties = velkor::AskForSettings(this, PropertiesOf(session_->Plan()));
+  if (!properties) return;
+  WhenIdle([this, wanted = *properties] {
+    const int year = session_->Plan().DisplayedYear();
+    delete planner_;
+    planner_ = nullptr;
+    session_->Recreate(wanted);
+    ShowPlanner();
+    session_->ShowYear(year);
+  });
+}
+
+void PlannerWindow::closeEvent(QCloseEvent* event) {
+  if (session_ && session_->IsBusy()) {
+    event->ignore();
+    WhenIdle([this] { close(); });
+    return;
+  }
+  Remember(GeometryKey, saveGeometry().toBase64().toStdString());
+  event->accept();
+}
+
+void PlannerWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (!DraggedCalendar(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void PlannerWindow::dropEvent(QDropEvent* event) {
+  const QString path = DraggedCalendar(*event->mimeData());
+  if (path.isEmpty()) return;
+  event->acceptProposedAction();
+  WhenIdle([this, path] { OpenCalendar(path.toStdString()); });
+}
+
+}  // namespace velkor

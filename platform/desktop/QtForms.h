@@ -1,0 +1,24 @@
+// platform/desktop/QtForms.h: forms as dialogs.
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include "platform/Forms.h"
+
+namespace velkor {
+
+/// Shows a form over the dialog that is open, else over `parent`. Its Buttons rows stand at the
+/// bottom; Enter presses the first button of them, Escape closes the form. Throws Error for an
+/// element that no widget mirrors.
+class QtForms : public Forms {
+ public:
+  explicit QtForms(QWidget* parent = nullptr) : parent_(parent) {}
+
+  void ShowModal(Form& form) override;
+
+ private:
+  QPointer<QWidget> parent_;
+};
+
+}  // namespace velkor

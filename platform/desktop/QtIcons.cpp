@@ -1,0 +1,125 @@
+// platform/desktop/QtIcons.cpp: line icons on a square of 24 units.
+#include "platform/desktop/QtIcons.h"
+
+#include <QGuiApplication>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPalette>
+#include <array>
+#include <utility>
+
+namespace velkor {
+namespace {
+
+constexpr double Side = 24;
+constexpr double LineWidth = 2;
+
+using Draw = void (*)(QPainter&);
+
+void Polyline(QPainter& painter, std::initializer_list<QPointF> points) {
+  painter.drawPolyline(points.begin(), static_cast<int>(points.size()));
+}
+
+void DrawBack(QPainter& painter) {
+  Polyline(painter, {{11, 5}, {4, 12}, {11, 19}});
+  painter.drawLine(QPointF(4.5, 12), QPointF(20, 12));
+}
+
+void DrawNext(QPainter& painter) {
+  Polyline(painter, {{13, 5}, {20, 12}, {13, 19}});
+  painter.drawLine(QPointF(19.5, 12), QPointF(4, 12));
+}
+
+void DrawFilter(QPainter& painter) {
+  painter.drawPolygon(QPolygonF({{3, 4}, {21, 4}, {14, 12.5}, {14, 18}, {10, 20.5}, {10, 12.5}}));
+}
+
+void DrawPrint(QPainter& painter) {
+  Polyline(painter, {{7, 8}, {7, 3}, {17, 3}, {17, 8}});
+  Polyline(painter, {{7, 17}, {3, 17}, {3, 8}, {21, 8}, {21, 17}, {17, 17}});
+  painter.drawRect(QRectF(7, 14, 10, 7));
+}
+
+void DrawOpen(QPainter& painter) {
+  Polyline(painter, {{4, 19}, {3, 19}, {3, 5}, {9, 5}, {11, 8}, {19, 8}, {19, 11}});
+  painter.drawPolygon(QPolygonF({{4, 19}, {7, 11}, {22, 11}, {19, 19}}));
+}
+
+void DrawSave(QPainter& painter) {
+  painter.drawPolygon(QPolygonF({{4, 4}, {16, 4}, {20, 8}, {20, 20}, {4, 20}}));
+  Polyline(painter, {{8, 4}, {8, 9}, {15, 9}, {15, 4}});
+  Polyline(painter, {{7, 20}, {7, 14}, {17, 14}, {17, 20}});
+}
+
+void DrawProgram(QPainter& painter) {
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(QColor(0x2F, 0x42, 0xDC));
+  painter.drawRoundedRect(QRectF(1, 2, 22, 20), 3, 3);
+  painter.setBrush(Qt::white);
+  painter.drawRect(QRectF(3, 7, 18, 13));
+  const std::array<std::pair<QRectF, QColor>, 4> bars{{
+      {QRectF(4, 8.5, 9, 2), QColor(0xFF, 0x99, 0x0C)},
+      {QRectF(10, 11.5, 10, 2), QColor(0x0A, 0x7F, 0x44)},
+      {QRectF(5, 14.5, 6, 2), QColor(0xB6, 0x42, 0xAC)},
+      {QRectF(13, 17, 6, 2), QColor(0x12, 0x8A, 0xFF)},
+  }};
+  for (const auto& [bar, colour] : bars) painter.fillRect(bar, colour);
+}
+
+class LineIcon : public QIconEngine {
+ public:
+  explicit LineIcon(Draw draw) : draw_(draw) {}
+
+  QIconEngine* clone() const override { return new LineIcon(draw_); }
+
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    QPixmap result(size);
+    result.fill(Qt::transparent);
+    QPainter painter(&result);
+    paint(&painter, QRect(QPoint(0, 0), size), mode, state);
+    return result;
+  }
+
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
+    const QPalette palette = QGuiApplication::palette();
+    QColor colour = palette.color(QPalette::Active, QPalette::ButtonText);
+    constexpr float Faded = 0.35F;
+    if (mode == QIcon::Disabled) colour.setAlphaF(Faded);
+    const double scale = std::min(rect.width(), rect.height()) / Side;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->translate(rect.x() + (rect.width() - Side * scale) / 2,
+                       rect.y() + (rect.height() - Side * scale) / 2);
+    painter->scale(scale, scale);
+    painter->setPen(QPen(colour, LineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    draw_(*painter);
+    painter->restore();
+  }
+
+ private:
+  Draw draw_;
+};
+
+}  // namespace
+
+QIcon IconFor(std::string_view key) {
+  static constexpr std::array<std::pair<std::string_view, Draw>, 6> Icons{{
+      {"Back", DrawBack},
+      {"Next", DrawNext},
+      {"Filter", DrawFilter},
+      {"Print", DrawPrint},
+      {"Open", DrawOpen},
+      {"Save", DrawSave},
+  }};
+  for (const auto& [name, draw] : Icons) {
+    if (name == key) return QIcon(new LineIcon(draw));
+  }
+  return {};
+}
+
+QIcon ProgramIcon() {
+  return QIcon(new LineIcon(DrawProgram));
+}
+
+}  // namespace velkor

@@ -1,0 +1,72 @@
+// platform/desktop/QtToolbarPeer.cpp: toolbars as a row of flat buttons.
+#include <QHBoxLayout>
+#include <QToolButton>
+#include <algorithm>
+#include <vector>
+
+#include "platform/desktop/QtIcons.h"
+#include "platform/desktop/QtPeers.h"
+#include "platform/desktop/QtText.h"
+
+namespace velkor {
+namespace {
+
+/// Of a button, in pixels; a lower toolbar has smaller ones.
+constexpr int LargestSide = 32;
+constexpr int IconMargin = 6;
+
+class ToolbarPeer : public QtPeer<QWidget, Toolbar> {
+ public:
+  ToolbarPeer(Toolbar& toolbar, QWidget* parent, Placement placement)
+      : QtPeer(toolbar, parent, placement) {
+    auto* const row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(2);
+    for (const ToolbarButton& button : toolbar.Buttons()) row->addWidget(MakeButton(button.key));
+    row->addStretch();
+    Changed();
+  }
+
+ protected:
+  void Mirror() override {
+    const int side = std::clamp(height(), 2 * IconMargin, LargestSide);
+    for (std::size_t i = 0; i < buttons_.size(); ++i) {
+      const ToolbarButton& button = Mirrored().Buttons()[i];
+      QToolButton& native = *buttons_[i];
+      native.setFixedSize(side, side);
+      native.setIconSize(QSize(side - 2 * IconMargin, side - 2 * IconMargin));
+      native.setEnabled(button.enabled);
+      native.setCheckable(button.checked);
+      native.setChecked(button.checked);
+      native.setToolTip(ToolTipText(button.toolTip));
+      native.setAccessibleDescription(ToQt(button.toolTip));
+    }
+  }
+
+ private:
+  QToolButton* MakeButton(const std::string& key) {
+    auto* const button = new QToolButton(this);
+    button->setObjectName(QString::fromStdString(key));
+    button->setAccessibleName(QString::fromStdString(key));
+    button->setIcon(IconFor(key));
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::TabFocus);
+    connect(button, &QToolButton::clicked, this, [this, key] {
+      Mirrored().ClickButton(key);
+      // Whether it stays pressed is the element's to say.
+      Mirror();
+    });
+    buttons_.push_back(button);
+    return button;
+  }
+
+  std::vector<QToolButton*> buttons_;
+};
+
+}  // namespace
+
+QWidget* MakePeer(Toolbar& toolbar, QWidget* parent, Placement placement) {
+  return new ToolbarPeer(toolbar, parent, placement);
+}
+
+}  // namespace velkor

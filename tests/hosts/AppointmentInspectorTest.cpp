@@ -1,0 +1,244 @@
+// tests/hosts/AppointmentInspectorTest.cpp: what a user types into the inspector reaches the item.
+#include "hosts/yearplan/AppointmentInspector.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QDateEdit>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimeEdit>
+
+#include "calendar/EmbeddedOutlook.h"
+#include "platform/headless/FixedLocale.h"
+#include "support/values/Error.h"
+#include "tests/platform/desktop/OpenDialog.h"
+
+namespace velkor {
+namespace {
+
+using testing::HasSubstr;
+
+/// Refuses to save until it is told otherwise.
+class StubbornWriter : public CalendarWriter {
+ public:
+  bool refuses = false;
+
+  CalendarItem WriteNew(const CalendarItem& item, bool) override {
+    Check();
+    CalendarItem saved = item;
+    saved.entryId = "new";
+    return saved;
+  }
+  CalendarItem WriteChange(const CalendarItem& after, const ItemChange&) override {
+    Check();
+    return after;
+  }
+  void WriteDeletion(const CalendarItem&) override {}
+  void Refresh() override {}
+
+ private:
+  void Check() const {
+    if (refuses) throw Error(errors::DeviceInputOutput, "The disk is full.");
+  }
+};
+
+class AppointmentInspector : public testing::Test {
+ protected:
+  AppointmentInspector() {
+    store_.SetDefaultCalendar(&folder_);
+    folder_.SetWriter(&writer_);
+  }
+
+  std::unique_ptr<OutlookItem> Appointment(Date start, Date end, bool allDay,
+                                           bool recurring = false) {
+    CalendarItem item;
+    item.entryId = "a";
+    item.fields.subject = "Holiday <b>";
+    item.fields.location = "Home";
+    item.fields.categories = {"Leave"};
+    item.fields.body = "First line\r\nSecond line";
+    item.fields.allDay = allDay;
+    item.start = start;
+    item.end = end;
+    item.recurring = recurring;
+    if (recurring) item.occurrences = {{start, end}};
+    folder_.Add(item);
+    return Saved("a");
+  }
+  std::unique_ptr<OutlookItem> New() {
+    return outlook_.GetNamespace("MAPI")
+        ->GetDefaultFolder(outlook::FolderCalendar)
+        ->Items()
+        ->Add("");
+  }
+  /// The item as it stands in the calendar.
+  std::unique_ptr<OutlookItem> Saved(const char* entryId) {
+    return outlook_.GetNamespace("MAPI")->GetItemFromID(entryId, "store");
+  }
+
+  static void Press(QDialog& dialog, QDialogButtonBox::StandardButton button) {
+    QTest::mouseClick(dialog.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
+  }
+  static void Type(QDialog& dialog, const char* field, const char* text) {
+    auto* const line = dialog.findChild<QLineEdit*>(field);
+    line->selectAll();
+    QTest::keyClicks(line, text);
+  }
+
+  CalendarStore store_{"store"};
+  CalendarFolder& folder_ = store_.AddFolder("Calendar", "folder", outlook::ItemTypeAppointment);
+  StubbornWriter writer_;
+  FixedLocale locale_;
+  EmbeddedOutlook outlook_{store_, locale_, {.userName = "user"}};
+};
+
+TEST_F(AppointmentInspector, OkSavesWhatWasTypedAndLeavesTheRest) {
+  const auto item = Appointment(Date::FromFields({2026, 5, 4, 9, 30, 15}),
+                                Date::FromFields({2026, 5, 4, 11, 0, 0}), false);
+  WhenOpen([](QDialog& dialog) {
+    EXPECT_EQ(dialog.findChild<QPlainTextEdit*>("notes")->toPlainText(), "First line\nSecond line");
+    EXPECT_EQ(dialog.findChild<QLineEdit*>("categories")->text(), "Leave");
+    Type(dialog, "subject", "Trip");
+    Type(dialog, "categories", "Trip, Leave");
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  InspectAppointment(nullptr, *item);
+  const auto saved = Saved("a");
+  EXPECT_EQ(saved->Subject(), "Trip");
+  EXPECT_EQ(saved->Categories(), "Trip, Leave");
+  EXPECT_EQ(saved->Location(), "Home");
+  EXPECT_EQ(saved->Body(), "First line\r\nSecond line");
+  EXPECT_EQ(saved->Start(), Date::FromFields({2026, 5, 4, 9, 30, 15}));
+}
+
+TEST_F(AppointmentInspector, CancelAndEscapeLeaveTheItemAsItWas) {
+  const auto item = Appointment(Date::FromYmd(2026, 5, 4), Date::FromYmd(2026, 5, 6), true);
+  for (const bool escape : {true, false}) {
+    WhenOpen([escape](QDialog& dialog) {
+      Type(dialog, "subject", "Trip");
+      if (escape) {
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+      } else {
+        Press(dialog, QDialogButtonBox::Cancel);
+      }
+    });
+    InspectAppointment(nullptr, *item);
+    EXPECT_EQ(item->Subject(), "Holiday <b>");
+    EXPECT_EQ(Saved("a")->Subject(), "Holiday <b>");
+  }
+}
+
+TEST_F(AppointmentInspector, EndOfAWholeDayIsItsLastDayToPeopleAndTheNextMidnightToTheCalendar) {
+  const auto item = Appointment(Date::FromYmd(2026, 5, 4), Date::FromYmd(2026, 5, 6), true);
+  WhenOpen([](QDialog& dialog) {
+    auto* const end = dialog.findChild<QDateEdit*>("endDate");
+    EXPECT_EQ(end->date(), QDate(2026, 5, 5));
+    EXPECT_FALSE(dialog.findChild<QTimeEdit*>("endTime")->isVisible());
+    end->setDate(QDate(2026, 5, 31));
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  InspectAppointment(nullptr, *item);
+  EXPECT_EQ(Saved("a")->Start(), Date::FromYmd(2026, 5, 4));
+  EXPECT_EQ(Saved("a")->End(), Date::FromYmd(2026, 6, 1));
+}
+
+TEST_F(AppointmentInspector, AllDayBoxTurnsDaysIntoTimesAndBack) {
+  const auto item = Appointment(Date::FromYmd(2026, 5, 4), Date::FromYmd(2026, 5, 5), true);
+  WhenOpen([](QDialog& dialog) {
+    auto* const allDay = dialog.findChild<QCheckBox*>("allDay");
+    auto* const end = dialog.findChild<QDateEdit*>("endDate");
+    allDay->click();
+    EXPECT_EQ(end->date(), QDate(2026, 5, 5));
+    allDay->click();
+    EXPECT_EQ(end->date(), QDate(2026, 5, 4));
+    allDay->click();
+    dialog.findChild<QTimeEdit*>("startTime")->setTime(QTime(9, 0));
+    EXPECT_EQ(dialog.findChild<QTimeEdit*>("endTime")->time(), QTime(9, 0));
+    end->setDate(QDate(2026, 5, 4));
+    dialog.findChild<QTimeEdit*>("endTime")->setTime(QTime(10, 15));
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  InspectAppointment(nullptr, *item);
+  EXPECT_FALSE(Saved("a")->AllDayEvent());
+  EXPECT_EQ(Saved("a")->Start(), Date::FromFields({2026, 5, 4, 9, 0, 0}));
+  EXPECT_EQ(Saved("a")->End(), Date::FromFields({2026, 5, 4, 10, 15, 0}));
+}
+
+TEST_F(AppointmentInspector, EndBeforeTheStartIsRefusedAndNothingIsLost) {
+  const auto item = Appointment(Date::FromYmd(2026, 5, 4), Date::FromYmd(2026, 5, 6), true);
+  WhenOpen([](QDialog& dialog) {
+    Type(dialog, "subject", "Trip");
+    dialog.findChild<QDateEdit*>("endDate")->setDate(QDate(2026, 5, 3));
+    Press(dialog, QDialogButtonBox::Ok);
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_TRUE(dialog.findChild<QLabel*>("complaint")->isVisible());
+    EXPECT_EQ(dialog.findChild<QLineEdit*>("subject")->text(), "Trip");
+    dialog.findChild<QDateEdit*>("endDate")->setDate(QDate(2026, 5, 4));
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  InspectAppointment(nullptr, *item);
+  EXPECT_EQ(Saved("a")->End(), Date::FromYmd(2026, 5, 5));
+  EXPECT_EQ(Saved("a")->Subject(), "Trip");
+}
+
+TEST_F(AppointmentInspector, RefusedSaveKeepsTheWindowOpenUntilItWorksOrIsGivenUp) {
+  const auto item = Appointment(Date::FromYmd(2026, 5, 4), Date::FromYmd(2026, 5, 6), true);
+  const auto failOnce = [this](QDialog& dialog) {
+    writer_.refuses = true;
+    Type(dialog, "subject", "Trip");
+    Press(dialog, QDialogButtonBox::Ok);
+    EXPECT_THAT(dialog.findChild<QLabel*>("complaint")->text().toStdString(),
+                HasSubstr("The disk is full."));
+    EXPECT_EQ(dialog.findChild<QLineEdit*>("subject")->text(), "Trip");
+  };
+  WhenOpen([&](QDialog& dialog) {
+    failOnce(dialog);
+    Press(dialog, QDialogButtonBox::Cancel);
+  });
+  InspectAppointment(nullptr, *item);
+  EXPECT_EQ(item->Subject(), "Holiday <b>");
+  WhenOpen([&](QDialog& dialog) {
+    failOnce(dialog);
+    writer_.refuses = false;
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  InspectAppointment(nullptr, *item);
+  EXPECT_EQ(Saved("a")->Subject(), "Trip");
+}
+
+TEST_F(AppointmentInspector, TimesOfARecurringAppointmentAreShownOnly) {
+  const auto item = Appointment(Date::FromYmd(2026, 5, 4), Date::FromYmd(2026, 5, 5), true, true);
+  WhenOpen([](QDialog& dialog) {
+    for (const char* name : {"startDate", "endDate", "startTime", "endTime", "allDay"}) {
+      EXPECT_FALSE(dialog.findChild<QWidget*>(name)->isEnabled()) << name;
+    }
+    EXPECT_THAT(dialog.findChild<QLabel*>("recurrence")->text().toStdString(), HasSubstr("recurs"));
+    Type(dialog, "location", "Away");
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  InspectAppointment(nullptr, *item);
+  EXPECT_EQ(Saved("a")->Location(), "Away");
+  EXPECT_EQ(Saved("a")->Start(), Date::FromYmd(2026, 5, 4));
+}
+
+TEST_F(AppointmentInspector, OkCreatesANewItemAndCancelDoesNot) {
+  const auto item = New();
+  WhenOpen([](QDialog& dialog) { Press(dialog, QDialogButtonBox::Cancel); });
+  InspectAppointment(nullptr, *item);
+  EXPECT_TRUE(folder_.AllItems().empty());
+  WhenOpen([](QDialog& dialog) {
+    Type(dialog, "subject", "Brand new");
+    QTest::keyClick(dialog.findChild<QLineEdit*>("subject"), Qt::Key_Return);
+  });
+  InspectAppointment(nullptr, *item);
+  EXPECT_EQ(Saved("new")->Subject(), "Brand new");
+}
+
+}  // namespace
+}  // namespace velkor

@@ -1,0 +1,124 @@
+// tests/hosts/SettingsDialogTest.cpp: properties shown, changed, refused and kept per calendar.
+#include "hosts/yearplan/SettingsDialog.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+#include "hosts/yearplan/SleepWatch.h"
+#include "platform/headless/MemorySettings.h"
+#include "platform/headless/ScriptedSystem.h"
+#include "tests/platform/desktop/OpenDialog.h"
+
+namespace velkor {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+void Press(QDialog& dialog, QDialogButtonBox::StandardButton button) {
+  QTest::mouseClick(dialog.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
+}
+
+TEST(SettingsDialog, OkGivesWhatWasSetAndCancelNothing) {
+  const PlannerProperties shown{"Team", true, false, true, "Mine", "IPM.Appointment", 4};
+  WhenOpen([](QDialog& dialog) {
+    EXPECT_EQ(dialog.findChild<QComboBox*>("FirstMonth")->currentIndex(), 3);
+    EXPECT_EQ(dialog.findChild<QComboBox*>("FirstMonth")->count(), 12);
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  EXPECT_EQ(AskForSettings(nullptr, shown), shown);
+  WhenOpen([](QDialog& dialog) {
+    dialog.findChild<QComboBox*>("FirstMonth")->setCurrentIndex(6);
+    QTest::mouseClick(dialog.findChild<QCheckBox*>("AllEvents"), Qt::LeftButton, {}, QPoint(8, 8));
+    dialog.findChild<QLineEdit*>("TitleName")->setText("  Yours ");
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  PlannerProperties wanted = shown;
+  wanted.FirstMonth = 7;
+  wanted.AllEvents = false;
+  wanted.TitleName = "Yours";
+  EXPECT_EQ(AskForSettings(nullptr, shown), wanted);
+  WhenOpen([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+  EXPECT_EQ(AskForSettings(nullptr, shown), std::nullopt);
+}
+
+TEST(SettingsDialog, EmptyTitleAndMessageClassAreRefused) {
+  WhenOpen([](QDialog& dialog) {
+    for (const char* field : {"TitleName", "AppointmentForm"}) {
+      const QString before = dialog.findChild<QLineEdit*>(field)->text();
+      dialog.findChild<QLineEdit*>(field)->setText(" ");
+      Press(dialog, QDialogButtonBox::Ok);
+      EXPECT_TRUE(dialog.isVisible());
+      EXPECT_FALSE(dialog.findChild<QLabel*>("complaint")->text().isEmpty());
+      dialog.findChild<QLineEdit*>(field)->setText(before);
+    }
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  EXPECT_EQ(AskForSettings(nullptr, {}), PlannerProperties());
+}
+
+class StoredProperties : public testing::Test {
+ protected:
+  MemorySettings settings_;
+  std::vector<std::string> reports_;
+  velkor::StoredProperties Of(const std::string& calendar) {
+    return {settings_, calendar, [this](const std::string& text) { reports_.push_back(text); }};
+  }
+};
+
+TEST_F(StoredProperties, NewCalendarShowsAllEventsWithSubjects) {
+  velkor::StoredProperties bag = Of("a.ics");
+  EXPECT_EQ(bag.ReadProperty("AllEvents", false), PropertyValue(true));
+  EXPECT_EQ(bag.ReadProperty("DisplaySubject", false), PropertyValue(true));
+  EXPECT_EQ(bag.ReadProperty("HideNonCategoryItems", false), PropertyValue(false));
+  EXPECT_EQ(bag.ReadProperty("StartMonth", std::int16_t{1}), PropertyValue(std::int16_t{1}));
+  EXPECT_THAT(reports_, IsEmpty());
+}
+
+TEST_F(StoredProperties, EachCalendarKeepsItsOwn) {
+  Of("a.ics").WriteProperty("AllEvents", false, false);
+  Of("a.ics").WriteProperty("StartMonth", std::int16_t{12}, std::int16_t{1});
+  Of("b.ics").WriteProperty("TitleName", std::string("B"), std::string("Default"));
+  EXPECT_EQ(Of("a.ics").ReadProperty("AllEvents", false), PropertyValue(false));
+  EXPECT_EQ(Of("a.ics").ReadProperty("StartMonth", std::int16_t{1}),
+            PropertyValue(std::int16_t{12}));
+  EXPECT_EQ(Of("b.ics").ReadProperty("AllEvents", false), PropertyValue(true));
+  EXPECT_EQ(Of("b.ics").ReadProperty("TitleName", std::string("Default")),
+            PropertyValue(std::string("B")));
+}
+
+TEST_F(StoredProperties, WhatMakesNoSenseIsPassedOverAndReported) {
+  velkor::StoredProperties bag = Of("a.ics");
+  for (const char* month : {"13", "0", "May", "99999999999999999999", ""}) {
+    settings_.Save(SettingsName, "Calendar a.ics", "StartMonth", month);
+    EXPECT_EQ(bag.ReadProperty("StartMonth", std::int16_t{1}), PropertyValue(std::int16_t{1}));
+  }
+  settings_.Save(SettingsName, "Calendar a.ics", "DisplaySubject", "perhaps");
+  EXPECT_EQ(bag.ReadProperty("DisplaySubject", false), PropertyValue(true));
+  ASSERT_EQ(reports_.size(), 6U);
+  EXPECT_THAT(reports_.back(), HasSubstr("DisplaySubject"));
+}
+
+TEST(SleepWatch, WakesAfterAJumpOfTheClockAndNotAfterABusyMinute) {
+  int woken = 0;
+  ScriptedClock clock;
+  clock.now = Date::FromYmd(2026, 5, 4);
+  SleepWatch watch(clock, [&] { ++woken; });
+  for (const int seconds : {15, 75, 130, 140, 15}) {
+    clock.now = Date::FromSeconds(clock.now.Seconds() + seconds);
+    watch.Look();
+  }
+  EXPECT_EQ(woken, 1);
+}
+
+}  // namespace
+}  // namespace velkor

@@ -1,0 +1,113 @@
+// tests/platform/desktop/QtFormsTest.cpp: forms and message boxes as a user closes them.
+#include "platform/desktop/QtForms.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QDialog>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+
+#include "platform/desktop/QtMessageBoxes.h"
+#include "support/values/Error.h"
+#include "tests/platform/desktop/OpenDialog.h"
+
+namespace velkor {
+namespace {
+
+struct AskingForm : Form {
+  AskingForm() : Form("frmAsk", "Asking") {
+    lblHeading.SetCaption("A heading");
+    lblText.SetCaption("1 < 2 & <b>plain</b>");
+    cmdOK.SetCaption("OK");
+    cmdCancel.SetCaption("Cancel");
+    AddRow({{{&imgLogo, 1}, {&lblHeading, 1}}, FormRowKind::Heading});
+    AddRow({{{&lblText, 1}}, FormRowKind::Plain});
+    AddRow({{{&cmdOK, 1}, {&cmdCancel, 1}}, FormRowKind::Buttons});
+    cmdOK.onClick = [this] {
+      ++accepted;
+      Unload();
+    };
+    cmdCancel.onClick = [this] { Unload(); };
+  }
+  Image imgLogo{"imgLogo"};
+  Label lblHeading{"lblHeading"};
+  Label lblText{"lblText"};
+  CommandButton cmdOK{"cmdOK"};
+  CommandButton cmdCancel{"cmdCancel"};
+  int accepted = 0;
+};
+
+TEST(QtForms, EnterPressesTheFirstButtonAndTheFormClosesItself) {
+  AskingForm form;
+  WhenOpen([](QDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), "Asking");
+    EXPECT_EQ(dialog.findChild<QLabel*>("lblText")->text(), "1 < 2 & <b>plain</b>");
+    const auto* const heading = dialog.findChild<QLabel*>("lblHeading");
+    EXPECT_GT(heading->font().pointSizeF(), dialog.font().pointSizeF());
+    EXPECT_LT(heading->y(), dialog.findChild<QPushButton*>("cmdOK")->y());
+    QTest::keyClick(&dialog, Qt::Key_Return);
+  });
+  QtForms().ShowModal(form);
+  EXPECT_EQ(form.accepted, 1);
+  EXPECT_FALSE(form.IsOpen());
+}
+
+TEST(QtForms, EscapeUnloadsTheFormAndItCanBeShownAgain) {
+  AskingForm form;
+  for (int round = 0; round < 2; ++round) {
+    WhenOpen([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    QtForms().ShowModal(form);
+    EXPECT_FALSE(form.IsOpen());
+  }
+  EXPECT_EQ(form.accepted, 0);
+}
+
+TEST(QtForms, RefusesAnElementThatNoWidgetMirrors) {
+  struct OddForm : Form {
+    OddForm() : Form("frmOdd", "Odd") { AddRow({{{&timer, 1}}, FormRowKind::Plain}); }
+    Timer timer{"tmrOdd", 10};
+  } form;
+  EXPECT_THROW(QtForms().ShowModal(form), Error);
+  EXPECT_FALSE(form.IsOpen());
+}
+
+TEST(QtMessageBoxes, EnterGivesTheDefaultButtonAndEscapeRefuses) {
+  const Message question{.text = "Delete <this>?\r\rReally?",
+                         .title = "Planner",
+                         .buttons = MessageButtons::YesNo,
+                         .icon = MessageIcon::Question,
+                         .defaultButton = 2};
+  WhenOpen([](QDialog& dialog) {
+    auto& box = dynamic_cast<QMessageBox&>(dialog);
+    EXPECT_EQ(box.text(), "Delete <this>?\n\nReally?");
+    EXPECT_EQ(box.textFormat(), Qt::PlainText);
+    EXPECT_EQ(box.icon(), QMessageBox::Question);
+    QTest::keyClick(&dialog, Qt::Key_Return);
+  });
+  EXPECT_EQ(QtMessageBoxes().Show(question), MessageAnswer::No);
+  WhenOpen([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+  EXPECT_EQ(QtMessageBoxes().Show(question), MessageAnswer::No);
+  WhenOpen([](QDialog& dialog) {
+    QTest::mouseClick(dynamic_cast<QMessageBox&>(dialog).button(QMessageBox::Yes), Qt::LeftButton);
+  });
+  EXPECT_EQ(QtMessageBoxes().Show(question), MessageAnswer::Yes);
+}
+
+TEST(QtMessageBoxes, EachSetOfButtonsHasItsRefusal) {
+  const std::vector<std::pair<MessageButtons, MessageAnswer>> cases{
+      {MessageButtons::Ok, MessageAnswer::Ok},
+      {MessageButtons::OkCancel, MessageAnswer::Cancel},
+      {MessageButtons::RetryCancel, MessageAnswer::Cancel},
+      {MessageButtons::YesNoCancel, MessageAnswer::Cancel},
+  };
+  for (const auto& [buttons, answer] : cases) {
+    WhenOpen([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    EXPECT_EQ(QtMessageBoxes().Show({.text = "?", .title = "?", .buttons = buttons}), answer);
+  }
+}
+
+}  // namespace
+}  // namespace velkor
