@@ -38,7 +38,7 @@ void PlaceStrip(YearPlanElements& elements, Extent control, PixelSize pixel) {
   Place(elements.imgLogo, {right - LogoSize, logoTop, right, logoTop + LogoSize},
         right - LogoSize >= left);
   right -= LogoSize + Gap;
-  const bool commandFits = right - CommandWidth >= left;
+  const bool commandFits = right - CommandWidth - Gap - LeastDateWidth >= left;
   Place(elements.Command1, {right - CommandWidth, top + pixel.height, right, bottom - pixel.height},
         commandFits);
   if (commandFits) right -= CommandWidth + Gap;
@@ -49,10 +49,12 @@ void PlaceStrip(YearPlanElements& elements, Extent control, PixelSize pixel) {
 void PlaceSurfaces(YearPlanElements& elements, const FaceLayout& face, bool scroll,
                    PixelSize pixel) {
   const Rect& parent = face.picParent;
-  const Twips right = parent.right - pixel.width;
-  const Twips bottom = parent.bottom - pixel.height;
+  // A control that is too small for its surfaces gives them no room, never less.
+  const Twips right = std::max(face.gridView.left, parent.right - pixel.width);
+  const Twips bottom = std::max(face.gridView.top, parent.bottom - pixel.height);
   const Twips gridRight = scroll ? std::max(face.gridView.left, right - ScrollBarWidth) : right;
-  elements.picParent.SetBounds(parent);
+  elements.picParent.SetBounds({parent.left, parent.top, std::max(parent.left, parent.right),
+                                std::max(parent.top, parent.bottom)});
   // The frame of picParent stays free around its surfaces.
   elements.picHeadCol.SetBounds(
       {face.picHeadCol.left, parent.top + pixel.height, gridRight, face.picHeadCol.bottom});
@@ -60,7 +62,9 @@ void PlaceSurfaces(YearPlanElements& elements, const FaceLayout& face, bool scro
       {parent.left + pixel.width, face.picHeadRow.top, face.picHeadRow.right, bottom});
   elements.pic1.SetBounds({face.gridView.left, face.gridView.top, gridRight, bottom});
   Place(elements.VScroll1, {gridRight, face.gridView.top, right, bottom}, scroll);
-  elements.picCats.SetBounds(face.picCatView);
+  const Rect& legend = face.picCatView;
+  elements.picCats.SetBounds({legend.left, legend.top, std::max(legend.left, legend.right),
+                              std::max(legend.top, legend.bottom)});
 }
 
 }  // namespace velkor

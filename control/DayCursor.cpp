@@ -12,7 +12,7 @@ std::optional<GridCell> DayCursor::Cell() const {
 void DayCursor::MoveTo(Date day) {
   if (!grid_.Span().IsDateInView(day)) return;
   date_ = day.Midnight();
-  chosen_ = 0;
+  chosenId_.clear();
 }
 
 bool DayCursor::Move(Key key, Date today) {
@@ -41,7 +41,7 @@ bool DayCursor::Move(Key key, Date today) {
 }
 
 void DayCursor::SpanChanged() {
-  chosen_ = 0;
+  chosenId_.clear();
   if (!date_) return;
   const DisplaySpan& span = grid_.Span();
   const DateFields fields = date_->Fields();
@@ -60,15 +60,26 @@ std::vector<std::size_t> DayCursor::Events() const {
   return events;
 }
 
+std::size_t DayCursor::PositionIn(const std::vector<std::size_t>& events) const {
+  const auto found = std::find_if(events.begin(), events.end(), [&](std::size_t index) {
+    const CalEvent& event = grid_.Events()[index];
+    return event.EventID == chosenId_ && event.StartDate == chosenStart_;
+  });
+  return found == events.end() ? 0 : static_cast<std::size_t>(found - events.begin());
+}
+
 std::optional<std::size_t> DayCursor::ChosenEvent() const {
   const std::vector<std::size_t> events = Events();
   if (events.empty()) return std::nullopt;
-  return events[std::min(chosen_, events.size() - 1)];
+  return events[PositionIn(events)];
 }
 
 void DayCursor::ChooseNext() {
-  const std::size_t count = Events().size();
-  chosen_ = count == 0 ? 0 : (chosen_ + 1) % count;
+  const std::vector<std::size_t> events = Events();
+  if (events.empty()) return;
+  const CalEvent& next = grid_.Events()[events[(PositionIn(events) + 1) % events.size()]];
+  chosenId_ = next.EventID;
+  chosenStart_ = next.StartDate;
 }
 
 }  // namespace velkor

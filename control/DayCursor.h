@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "platform/Elements.h"
@@ -33,8 +34,9 @@ class DayCursor {
 
   /// Indices of the day's events, from the top band down.
   std::vector<std::size_t> Events() const;
-  /// Position in Events of the chosen one, from 0.
-  std::size_t Chosen() const { return chosen_; }
+  /// Position among these of the chosen one, from 0: the first, until another is chosen. It stays
+  /// chosen when the events are loaded again.
+  std::size_t PositionIn(const std::vector<std::size_t>& events) const;
   std::optional<std::size_t> ChosenEvent() const;
   /// Chooses the day's next event, after the last one the first.
   void ChooseNext();
@@ -42,7 +44,9 @@ class DayCursor {
  private:
   const YearGrid& grid_;
   std::optional<Date> date_;
-  std::size_t chosen_ = 0;
+  /// EventID and start of the chosen event; empty for the first one.
+  std::string chosenId_;
+  Date chosenStart_;
 };
 
 }  // namespace velkor

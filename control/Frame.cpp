@@ -99,13 +99,17 @@ void YearPlan::Frame::tmrStart_Timer() {
 }
 
 void YearPlan::Frame::tmrBackground_Timer() {
-  // A new day has begun: its mark moves.
-  if (live_ && platform_.clock.Now().DayNumber() != drawnDay_) Redraw(false);
-  refresh_.OnTimer();
+  Guard(platform_.messages, "Error refreshing the year ", [&] {
+    // A new day has begun: its mark moves.
+    if (live_ && platform_.clock.Now().DayNumber() != drawnDay_) Redraw(false);
+    refresh_.OnTimer();
+  });
 }
 
 void YearPlan::Frame::StartUp() {
   int step = 1;
+  SetLive(false);
+  gridView_.End();
   try {
     ShowSpan(SpanOfToday(platform_, FirstMonth));
     access_.Open();
@@ -115,7 +119,7 @@ void YearPlan::Frame::StartUp() {
       return;
     }
     step = 4;
-    ComputeCacheFileNames();
+    paths_ = CachePathsOf(grid_.Span().ViewYear);
     step = 5;
     LoadCategories();
     step = 6;
@@ -145,12 +149,17 @@ void YearPlan::Frame::StartUp() {
 }
 
 void YearPlan::Frame::ChangeYear(int by) {
-  const DisplaySpan span{grid_.Span().ViewYear + by, FirstMonth};
+  // Further than all years there are, either way.
+  constexpr int FarthestMove = 10'000;
+  const int move = std::clamp(by, -FarthestMove, FarthestMove);
+  const DisplaySpan span{grid_.Span().ViewYear + move, FirstMonth};
   if (!live_ || !IsValidSpan(span)) return;
   Guard(platform_.messages, "Error changing the year ", [&] {
+    // First, since it may fail: a year and its cache file go together.
+    CachePaths paths = CachePathsOf(span.ViewYear);
     const bool spanChanged = span != grid_.Span();
     ShowSpan(span);
-    ComputeCacheFileNames();
+    paths_ = std::move(paths);
     LoadEvents();
     Redraw(spanChanged);
     refresh_.StartRefresh(true);
@@ -168,25 +177,32 @@ void YearPlan::Frame::ShowSpan(const DisplaySpan& span) {
   elements.lblSelectedYear.SetCaption(YearCaption(span.ViewYear));
 }
 
-void YearPlan::Frame::ComputeCacheFileNames() {
+CachePaths YearPlan::Frame::CachePathsOf(int viewYear) {
   const std::string name =
-      CacheFileName(access_.CurrentUserName(), grid_.Span().ViewYear, Folder, platform_.locale);
-  paths_ = MakeCachePaths(name, platform_.environment, platform_.files);
+      CacheFileName(access_.CurrentUserName(), viewYear, Folder, platform_.locale);
+  return MakeCachePaths(name, platform_.environment, platform_.files);
 }
 
 void YearPlan::Frame::LoadCategories() {
-  grid_.SetCategories(CategoryTable(colours_.Fetch(TitleName).categories));
+  FetchedColours colours = colours_.Fetch(TitleName);
+  // Without a single category no event would be seen. These are shown and not saved.
+  if (colours.fault && colours.categories.empty()) colours.categories = DefaultCategories();
+  grid_.SetCategories(CategoryTable(std::move(colours.categories)));
 }
 
 void YearPlan::Frame::LoadEvents() {
-  if (grid_.Options() != options) grid_.SetOptions(options);
   EventCollection events;
-  LoadOutcome outcome = cacheFile_.Load(paths_.cacheFile, grid_.Fields(), events);
-  // Another load was asked for meanwhile, of a year that may be another one: it is this.
-  if (outcome == LoadOutcome::Aborted) {
+  LoadOutcome outcome = LoadOutcome::Aborted;
+  std::uint64_t load = 0;
+  // One that is aborted was told to stop by a later one, of a year that may be another: it is read
+  // instead.
+  while (outcome == LoadOutcome::Aborted) {
+    load = ++loads_;
+    if (grid_.Options() != options) grid_.SetOptions(options);
     outcome = cacheFile_.Load(paths_.cacheFile, grid_.Fields(), events);
   }
-  if (outcome != LoadOutcome::AlreadyRunning) grid_.SetEvents(std::move(events));
+  const bool overtaken = load != loads_;
+  if (outcome != LoadOutcome::AlreadyRunning && !overtaken) grid_.SetEvents(std::move(events));
 }
 
 void YearPlan::Frame::ReloadEvents() {
@@ -218,9 +234,7 @@ void YearPlan::Frame::Redraw(bool spanChanged) {
 void YearPlan::Frame::Resize(Extent size, PixelSize pixel) {
   size_ = size;
   pixel_ = pixel;
-  PlaceElements();
-  gridView_.GridChanged(false);
-  elements.picCats.Refresh();
+  Redraw(false);
 }
 
 void YearPlan::Frame::PlaceElements() {
@@ -261,8 +275,10 @@ std::string YearPlan::Frame::Description() const {
 
 void YearPlan::Frame::Command1_Click() {
   if (!live_) return;
-  ReloadEvents();
-  StartRefresh(true);
+  Guard(platform_.messages, "Error refreshing the year ", [&] {
+    ReloadEvents();
+    StartRefresh(true);
+  });
 }
 
 void YearPlan::Frame::Toolbar1_ButtonClick(std::string_view key) {

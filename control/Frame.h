@@ -77,7 +77,7 @@ class YearPlan::Frame : public Planner, public EventView {
 
   void Tell(const std::string& text);
   void ShowSpan(const DisplaySpan& span);
-  void ComputeCacheFileNames();
+  CachePaths CachePathsOf(int viewYear);
   void LoadCategories();
   void LoadEvents();
   void UpdateFilterToolTip();
@@ -100,6 +100,8 @@ class YearPlan::Frame : public Planner, public EventView {
   Extent size_;
   PixelSize pixel_;
   bool live_ = false;
+  /// Grows with every load, so that one sees that another overtook it.
+  std::uint64_t loads_ = 0;
   /// The day that was marked as today.
   std::int64_t drawnDay_ = 0;
 };

@@ -36,6 +36,7 @@ GridView::GridView(YearPlanElements& elements, const YearGrid& grid, const Platf
   pic1.onMouseMove = [this](Point at) { pic1_MouseMove(at); };
   pic1.onMouseDown = [this](MouseButton button, Point at) { pic1_MouseDown(button, at); };
   pic1.onMouseUp = [this](MouseButton button, Point at) { pic1_MouseUp(button, at); };
+  pic1.onMouseLeave = [this] { pointerAt_.reset(); };
   pic1.onKeyDown = [this](Key key) { return pic1_KeyDown(key); };
   pic1.onToolTip = [this] { return pic1_ToolTip(); };
   elements_.picHeadCol.onPaint = [this](Surface& surface, const Rect&) {
@@ -59,10 +60,25 @@ void GridView::SetNames(CalendarNames names, Font font) {
   font_ = std::move(font);
 }
 
+void GridView::End() {
+  shown_ = false;
+  pressed_ = false;
+  pointer_.ClearSelection();
+  selectedKey_.clear();
+  menuDay_.reset();
+}
+
 void GridView::GridChanged(bool spanChanged) {
-  if (pointer_.GridChanged().label) ShowLabel();
-  if (spanChanged) cursor_.SpanChanged();
+  if (spanChanged) {
+    cursor_.SpanChanged();
+    selectedKey_.clear();
+    menuDay_.reset();
+  }
+  const bool labelIsCursors = labelIsCursors_;
   SetScrollRange();
+  Apply(pointer_.GridChanged());
+  FollowPointer();
+  if (labelIsCursors) WordCursor();
   for (PictureBox* picture :
        {&elements_.picParent, &elements_.picHeadCol, &elements_.picHeadRow, &elements_.pic1}) {
     picture->Refresh();
@@ -99,42 +115,48 @@ void GridView::SetScrollRange() {
 
 void GridView::Scroll(double notches) {
   ScrollBar& bar = elements_.VScroll1;
-  bar.SetValue(bar.Value() -
-               static_cast<int>(std::lround(notches * BandsPerNotch * bar.SmallChange())));
+  // Fine steps of a touchpad add up.
+  wheelRest_ -= notches * BandsPerNotch * bar.SmallChange();
+  const double whole = std::trunc(wheelRest_);
+  wheelRest_ -= whole;
+  const double value = std::clamp(bar.Value() + whole, 0.0, static_cast<double>(bar.Max()));
+  bar.SetValue(static_cast<int>(value));
 }
 
 void GridView::VScroll1_Change() {
+  FollowPointer();
   elements_.pic1.Refresh();
   elements_.picHeadRow.Refresh();
 }
 
-void GridView::ScrollIntoView(int row) {
-  const GridGeometry& geometry = grid_.Geometry();
-  const double pixel = geometry.pixel.height;
-  const Twips top = geometry.RowTop(grid_.Layout(), row);
-  const Twips bottom = geometry.RowBottom(grid_.Layout(), row);
+/// What lies under a pointer that rests changes with what is scrolled or laid out below it.
+void GridView::FollowPointer() {
+  if (shown_ && pointerAt_) Apply(pointer_.MouseMove(InGrid(*pointerAt_)));
+}
+
+void GridView::Apply(const PointerMove& move) {
+  if (move.label) ShowLabel();
+  Show(move.selection);
+}
+
+/// Scrolls by no more than it takes; of a stretch higher than the view the top is seen.
+void GridView::ScrollIntoView(Twips top, Twips bottom) {
+  const double pixel = grid_.Geometry().pixel.height;
   const Twips view = elements_.pic1.Bounds().Height();
   ScrollBar& bar = elements_.VScroll1;
   if (bottom > Offset() + view) bar.SetValue(static_cast<int>(std::ceil((bottom - view) / pixel)));
   if (top < Offset()) bar.SetValue(static_cast<int>(top / pixel));
 }
 
-void GridView::RefreshRows(int firstRow, int lastRow) {
-  const GridGeometry& geometry = grid_.Geometry();
-  // The frames' pens reach beyond their cells.
-  const Twips pen = 3 * Twips{geometry.pixel.height};
-  elements_.pic1.RefreshPart({0, geometry.RowTop(grid_.Layout(), firstRow) - Offset() - pen,
-                              elements_.pic1.Bounds().Width(),
-                              geometry.RowBottom(grid_.Layout(), lastRow) - Offset() + pen});
+void GridView::RefreshPart(const Rect& inGrid) {
+  const Twips offset = Offset();
+  elements_.pic1.RefreshPart(
+      {inGrid.left, inGrid.top - offset, inGrid.right, inGrid.bottom - offset});
 }
 
 void GridView::Show(const SelectionChange& change) {
   if (!shown_ || !change.Changed()) return;
-  for (Rect part : ChangedRects(change.before, change.after, grid_)) {
-    part.top -= Offset();
-    part.bottom -= Offset();
-    elements_.pic1.RefreshPart(part);
-  }
+  for (const Rect& part : ChangedRects(change.before, change.after, grid_)) RefreshPart(part);
 }
 
 void GridView::ShowLabel() {
@@ -149,7 +171,9 @@ void GridView::ShowLabel() {
       label_ += platform_.locale.ShortDate(*label->to);
     }
   }
+  labelIsCursors_ = false;
   elements_.lblDate.SetCaption(label_);
+  elements_.lblDate.SetDescription(label_);
 }
 
 void GridView::pic1_Paint(Surface& surface, const Rect& visible) {
@@ -193,14 +217,18 @@ void GridView::picParent_Paint(Surface& surface) {
 
 void GridView::pic1_MouseMove(Point at) {
   if (!shown_) return;
-  const PointerMove move = pointer_.MouseMove(InGrid(at));
-  if (move.label) ShowLabel();
-  Show(move.selection);
+  pointerAt_ = at;
+  FollowPointer();
 }
 
 void GridView::pic1_MouseDown(MouseButton button, Point at) {
   if (!shown_) return;
   pic1_MouseMove(at);
+  if (button == MouseButton::Left) {
+    // Beside the grid the pointer keeps the cell that it came from.
+    pressed_ = grid_.HitTestAt(InGrid(at)).has_value();
+    if (!pressed_) return;
+  }
   const PointerPress press = pointer_.MouseDown(button);
   Show(press.selection);
   if (press.dragStarted) ShowLabel();
@@ -213,6 +241,7 @@ void GridView::pic1_MouseDown(MouseButton button, Point at) {
 
 void GridView::pic1_MouseUp(MouseButton button, Point /*at*/) {
   if (!shown_) return;
+  if (button == MouseButton::Left && !std::exchange(pressed_, false)) return;
   const PointerRelease release = pointer_.MouseUp(button);
   Show(release.selection);
   if (!release.open) return;
@@ -234,7 +263,7 @@ std::string GridView::KeyOf(std::optional<std::size_t> event) const {
 }
 
 std::string GridView::pic1_ToolTip() const {
-  const std::optional<std::size_t> event = pointer_.HoverEvent();
+  const std::optional<std::size_t> event = pointer_.ShownEvent();
   return event ? HoverText(grid_.Events()[*event], platform_.locale) : std::string();
 }
 
@@ -254,17 +283,18 @@ void GridView::picHeadRow_MouseDown(MouseButton button, Point at) {
 
 bool GridView::pic1_KeyDown(Key key) {
   if (!shown_) return false;
-  const std::optional<GridCell> before = cursor_.Cell();
   if (key == Key::PageUp || key == Key::PageDown) {
     commands_.changeYear(key == Key::PageUp ? -1 : 1);
     return true;
   }
-  if (cursor_.Move(key, platform_.clock.Now())) {
-    if (before) RefreshRows(before->row, before->row);
-    ShowCursor();
-    return true;
-  }
-  if (!cursor_.IsShown()) return false;
+  bool moved = false;
+  const Date today = platform_.clock.Now();
+  // The menu key has to have a day; any arrow shows one first.
+  const Key move = key == Key::Menu && !cursor_.IsShown() ? Key::Left : key;
+  MoveCursor([&] { moved = cursor_.Move(move, today); });
+  if (moved && key != Key::Menu) return true;
+  const std::optional<GridCell> cell = cursor_.Cell();
+  if (!cell) return false;
   const std::optional<std::size_t> event = cursor_.ChosenEvent();
   switch (key) {
     case Key::Space:
@@ -278,14 +308,12 @@ bool GridView::pic1_KeyDown(Key key) {
       if (event) commands_.remove(selectedKey_ = KeyOf(event));
       return true;
     case Key::Menu: {
-      const GridGeometry& geometry = grid_.Geometry();
       elements_.mnuDelete.SetEnabled(event.has_value());
       elements_.mnuEdit.SetEnabled(event.has_value());
       elements_.mnuClear.SetEnabled(pointer_.DrawnSelection().has_value());
-      const GridCell cell = *before;
-      PopUp({geometry.ColumnEdge(cell.column),
-             geometry.RowTop(grid_.Layout(), cell.row) + geometry.BandEdge(1) - Offset()},
-            event, DateRange{cursor_.Day(), cursor_.Day().AddDays(1)});
+      const Rect day = DayCursorRect(*cell, grid_);
+      const Twips below = day.top + grid_.Geometry().BandEdge(1) - Offset();
+      PopUp({day.right, below}, event, DateRange{cursor_.Day(), cursor_.Day().AddDays(1)});
       return true;
     }
     default:
@@ -293,22 +321,43 @@ bool GridView::pic1_KeyDown(Key key) {
   }
 }
 
-/// Draws the cursor and says what lies there.
+/// Draws the cursor where it was and where `move` puts it.
+void GridView::MoveCursor(const std::function<void()>& move) {
+  const std::optional<GridCell> before = cursor_.Cell();
+  move();
+  if (before == cursor_.Cell()) return;
+  if (before) RefreshPart(DayCursorRect(*before, grid_));
+  ShowCursor();
+}
+
+/// Brings the cursor, and the chosen event of its day, into sight and says what lies there.
 void GridView::ShowCursor() {
   const std::optional<GridCell> cell = cursor_.Cell();
   if (!cell) return;
-  ScrollIntoView(cell->row);
-  RefreshRows(cell->row, cell->row);
+  const GridGeometry& geometry = grid_.Geometry();
+  const Twips top = geometry.RowTop(grid_.Layout(), cell->row);
+  ScrollIntoView(top, geometry.RowBottom(grid_.Layout(), cell->row));
+  if (const auto chosen = cursor_.ChosenEvent()) {
+    const int band = grid_.Events()[*chosen].Band;
+    ScrollIntoView(top + geometry.BandEdge(band - 1), top + geometry.BandEdge(band));
+  }
+  RefreshPart(DayCursorRect(*cell, grid_));
+  WordCursor();
+}
+
+void GridView::WordCursor() {
+  if (!cursor_.IsShown()) return;
   std::string text(Prefixes[0]);
   text += "  " + platform_.locale.ShortDate(cursor_.Day());
   const std::vector<std::size_t> events = cursor_.Events();
-  if (const auto chosen = cursor_.ChosenEvent()) {
-    text += "  " + grid_.Events()[*chosen].Subject;
+  if (!events.empty()) {
+    const std::size_t position = cursor_.PositionIn(events);
+    text += "  " + grid_.Events()[events[position]].Subject;
     if (events.size() > 1) {
-      text += " (" + std::to_string(cursor_.Chosen() + 1) + " of " + std::to_string(events.size()) +
-              ")";
+      text += " (" + std::to_string(position + 1) + " of " + std::to_string(events.size()) + ")";
     }
   }
+  labelIsCursors_ = true;
   elements_.lblDate.SetCaption(text);
   elements_.lblDate.SetDescription(text);
 }

@@ -35,6 +35,8 @@ class GridView {
 
   /// The grid is drawn from now on; until then its surface stays empty.
   void Begin() { shown_ = true; }
+  /// It is not any more; what was selected and pointed at is forgotten.
+  void End();
   /// After the grid was laid out, sized or given other events: everything is painted again.
   /// @param spanChanged  other months are on show
   void GridChanged(bool spanChanged);
@@ -67,11 +69,15 @@ class GridView {
   Point InGrid(Point at) const { return {at.x, at.y + Offset()}; }
   void Scroll(double notches);
   void SetScrollRange();
-  void ScrollIntoView(int row);
-  void RefreshRows(int firstRow, int lastRow);
+  void ScrollIntoView(Twips top, Twips bottom);
+  void RefreshPart(const Rect& inGrid);
+  void FollowPointer();
+  void Apply(const PointerMove& move);
   void Show(const SelectionChange& change);
   void ShowLabel();
   void ShowCursor();
+  void WordCursor();
+  void MoveCursor(const std::function<void()>& move);
   void PopUp(Point at, std::optional<std::size_t> event, std::optional<DateRange> day);
   std::string KeyOf(std::optional<std::size_t> event) const;
 
@@ -87,6 +93,14 @@ class GridView {
   std::string selectedKey_;
   /// The day that the menu was called for.
   std::optional<DateRange> menuDay_;
+  /// Where the pointer is over pic1.
+  std::optional<Point> pointerAt_;
+  /// The left button went down over the grid.
+  bool pressed_ = false;
+  /// lblDate tells of the cursor and not of the pointer.
+  bool labelIsCursors_ = false;
+  /// Part of a scrolling step that is still to come, in steps of VScroll1.
+  double wheelRest_ = 0;
   /// Kept for its memory: a move must not need any.
   std::string label_;
 };

@@ -18,7 +18,8 @@ class YearGrid;
 
 /// One planner. Everything runs on the thread that made it. Failures are told in message boxes and
 /// end the operation; nothing is thrown, but what a refresh reports as the calendar program's error
-/// (see WriteComplete).
+/// (see WriteComplete). Its calls and its elements' handlers may show a message, a form or the
+/// inspector, or let messages be processed: it must not be destroyed before they return.
 class YearPlan {
  public:
   /// `platform` refers to what outlives the control; so does the host.

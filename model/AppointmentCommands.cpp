@@ -64,7 +64,7 @@ std::unique_ptr<OutlookItem> AppointmentCommands::Appointment(std::unique_ptr<Ou
   const int itemClass = item->Class();
   auto appointment = AppointmentOf(std::move(item));
   if (!appointment) {
-    Tell(itemClass == outlook::ClassMeetingRequest ? NoAppointment : NotLocated);
+    Tell(outlook::IsMeetingClass(itemClass) ? NoAppointment : NotLocated);
   }
   return appointment;
 }

@@ -4,14 +4,9 @@
 namespace velkor {
 
 std::unique_ptr<OutlookItem> AppointmentOf(std::unique_ptr<OutlookItem> item) {
-  switch (item->Class()) {
-    case outlook::ClassAppointment:
-      return item;
-    case outlook::ClassMeetingRequest:
-      return item->GetAssociatedAppointment(false);
-    default:
-      return nullptr;
-  }
+  const int itemClass = item->Class();
+  if (itemClass == outlook::ClassAppointment) return item;
+  return outlook::IsMeetingClass(itemClass) ? item->GetAssociatedAppointment(false) : nullptr;
 }
 
 }  // namespace velkor

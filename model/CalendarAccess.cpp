@@ -34,8 +34,9 @@ struct Sought {
 std::optional<Sought> SoughtBy(OutlookItem& item) {
   std::unique_ptr<OutlookItem> behind;
   OutlookItem* appointment = &item;
-  if (item.Class() != outlook::ClassAppointment) {
-    behind = item.GetAssociatedAppointment(false);
+  const int itemClass = item.Class();
+  if (itemClass != outlook::ClassAppointment) {
+    if (outlook::IsMeetingClass(itemClass)) behind = item.GetAssociatedAppointment(false);
     appointment = behind.get();
   }
   if (appointment == nullptr) return std::nullopt;
@@ -143,13 +144,19 @@ std::unique_ptr<OutlookFolder> CalendarAccess::ReopenFolder() {
   return folder;
 }
 
+void CalendarAccess::CheckFolder() const {
+  if (!folder_) throw Error(errors::CalendarFailed, "There is no calendar folder");
+}
+
 std::unique_ptr<OutlookItem> CalendarAccess::Item(std::string_view entryId) {
+  CheckFolder();
   auto item = session_->GetItemFromID(entryId, storeId_);
   if (!item) throw Error(errors::CalendarFailed, "The item is not there any more");
   return item;
 }
 
 std::unique_ptr<OutlookItem> CalendarAccess::NewItem(std::string_view messageClass) {
+  CheckFolder();
   return folder_->Items()->Add(messageClass);
 }
 
@@ -189,6 +196,7 @@ void CalendarAccess::ItemRemove() {
 void CalendarAccess::TakeItem(OutlookItem& item, bool replace) {
   std::optional<Sought> sought;
   std::vector<CalEvent> events;
+  const DisplaySpan span = view_.Fields().span;
   const auto failure = Guard(platform_.messages, AddingFailed, [&] {
     // A meeting item has a message class of its own, so it comes in only where the property names
     // that class; otherwise its appointment raises events itself.
@@ -197,6 +205,11 @@ void CalendarAccess::TakeItem(OutlookItem& item, bool replace) {
     if (sought) Gather(*sought, *folder_, view_, platform_.locale, events);
   });
   if (!sought) return;
+  // The message let another year in: there these events have no place.
+  if (view_.Fields().span != span) {
+    planner_.StartRefresh(true);
+    return;
+  }
   // What could not be read again is not taken out, and what was read is kept.
   if (!failure || !events.empty()) {
     view_.ChangeEvents([&](EventCollection& collection) {

@@ -59,6 +59,7 @@ class CalendarAccess : private OutlookItemEvents {
   void ItemRemove() override;
 
   std::unique_ptr<OutlookFolder> FindFolder(std::string_view folder);
+  void CheckFolder() const;
   void ReleaseFolder() noexcept;
   /// Brings an item's occurrences within the span into the view, in place of those that are there
   /// when `replace` is set.

@@ -17,6 +17,11 @@ inline constexpr int ItemTypeMail = 0;
 inline constexpr int ItemTypeAppointment = 1;
 inline constexpr int ClassAppointment = 26;
 inline constexpr int ClassMeetingRequest = 53;
+inline constexpr int ClassMeetingResponseTentative = 57;
+/// Requests, cancellations and the three kinds of answers are meeting items.
+constexpr bool IsMeetingClass(int itemClass) {
+  return itemClass >= ClassMeetingRequest && itemClass <= ClassMeetingResponseTentative;
+}
 }  // namespace outlook
 
 /// Every call of these interfaces may throw Error with the calendar program's number and text.

@@ -1,0 +1,169 @@
+// tests/control/YearPlanFaultsTest.cpp: what goes wrong half-way, and what comes in between.
+#include "control/YearPlan.h"
+#include "tests/control/PlannerCase.h"
+
+namespace velkor {
+namespace {
+
+using testing::IsEmpty;
+
+class YearPlanFaultsTest : public PlannerCase {
+ protected:
+  /// Every wait for a refresh ends at once.
+  void AnswerEveryStop() {
+    seams_.shell.onMessages = [&](int) { seams_.cacheUtilities.Complete(6); };
+  }
+};
+
+class ReactingHost : public ControlHost {
+ public:
+  std::function<void(std::string_view)> onStatus;
+  void PropertyChanged(std::string_view) override {}
+  void StatusChange(std::string_view Msg) override {
+    if (onStatus) onStatus(Msg);
+  }
+};
+
+/// Lets something happen while a message is on show.
+class HookedBoxes : public MessageBoxes {
+ public:
+  std::function<void()> whileOpen;
+  MessageAnswer Show(const Message&) override {
+    if (const auto once = std::exchange(whileOpen, nullptr)) once();
+    return MessageAnswer::Ok;
+  }
+};
+
+TEST_F(YearPlanFaultsTest, AYearChangeThatFailsKeepsTheYearAndItsCacheFile) {
+  Start();
+  Refreshed({SampleEvent("a", At(2005, 3, 3), At(2005, 3, 5))});
+  outlook_.failing = "CurrentUserName";
+  messages_.Expect("Error changing the year 440 CurrentUserName was refused.");
+  plan_.Elements().Toolbar1.ClickButton("Next");
+  outlook_.failing.clear();
+  EXPECT_EQ(plan_.Elements().lblSelectedYear.Caption(), "Year 2005");
+  EXPECT_EQ(plan_.Grid().Layout().bars.size(), 1u);
+  plan_.RefreshSoon();
+  plan_.Elements().tmrBackground.Tick();
+  EXPECT_EQ(seams_.cacheUtilities.started.back().viewYear, 2005);
+}
+
+TEST_F(YearPlanFaultsTest, AYearThatTheHostChangesDuringALoadHasItsOwnEvents) {
+  Start();
+  seams_.files.contents[seams_.cacheUtilities.started.back().cacheFile] =
+      Records({SampleEvent("a", At(2005, 3, 3), At(2005, 3, 5))});
+  AnswerEveryStop();
+  // A load reports its begin and its end.
+  for (const int report : {1, 2}) {
+    ReactingHost host;
+    YearPlan plan(On(outlook_), host);
+    plan.ReadProperties(bag_);
+    plan.Elements().tmrStart.Tick();
+    ASSERT_EQ(plan.Grid().Events().Count(), 1u);
+    int cleared = 0;
+    host.onStatus = [&](std::string_view message) {
+      if (message.empty() && ++cleared == report) plan.ChangeYear(1);
+    };
+    plan.ChangeYear(0);
+    EXPECT_EQ(plan.DisplayedYear(), 2006);
+    EXPECT_EQ(plan.Grid().Events().Count(), 0u) << "report " << report;
+  }
+}
+
+TEST_F(YearPlanFaultsTest, OccurrencesThatWereReadForAnotherYearStayOut) {
+  HookedBoxes boxes;
+  const Platform seams = On(outlook_);
+  YearPlan plan({seams.cacheUtilities, seams.clock, seams.environment, seams.files, seams.forms,
+                 seams.locale, boxes, seams.outlook, seams.registry, seams.settings, seams.shell},
+                host_);
+  plan.ReadProperties(bag_);
+  plan.Elements().tmrStart.Tick();
+  AnswerEveryStop();
+  outlook_.failing = "GetNext";
+  boxes.whileOpen = [&] {
+    outlook_.failing.clear();
+    plan.ChangeYear(1);
+  };
+  calendar_.SaveNew(Item("a", At(2005, 3, 3), At(2005, 3, 5)), false, At(2005, 1, 1));
+  EXPECT_EQ(plan.DisplayedYear(), 2006);
+  EXPECT_EQ(plan.Grid().Events().Count(), 0u);
+}
+
+TEST_F(YearPlanFaultsTest, ASecondStartWithoutItsFolderLeavesTheControlEmpty) {
+  Start();
+  Refreshed({SampleEvent("a", At(2005, 3, 3), At(2005, 3, 5))});
+  Drag(DayPoint(At(2005, 3, 10), 3), DayPoint(At(2005, 3, 14), 3));
+  bag_.values["Folder"] = std::string("Mailbox\\Gone");
+  messages_.Expect("Unable to access specified calendar folder.");
+  plan_.ReadProperties(bag_);
+  plan_.Elements().tmrStart.Tick();
+  EXPECT_FALSE(plan_.Elements().Command1.Enabled());
+  EXPECT_EQ(plan_.Grid().Events().Count(), 0u);
+  plan_.Elements().mnuNew.Click();
+  EXPECT_THAT(calendar_.AllItems(), testing::SizeIs(1)) << "the colour record alone";
+}
+
+TEST_F(YearPlanFaultsTest, AWarmCacheIsShownThoughTheColoursCannotBeRead) {
+  Start();
+  Refreshed({SampleEvent("a", At(2005, 3, 3), At(2005, 3, 5))});
+  YearPlan second(On(outlook_), host_);
+  outlook_.failing = "Find";
+  messages_.Expect("Error fetching category colours 440 ");
+  second.ReadProperties(bag_);
+  second.Elements().tmrStart.Tick();
+  EXPECT_EQ(second.Grid().Layout().bars.size(), 1u);
+  EXPECT_EQ(second.Grid().Categories().Count(), 15);
+}
+
+TEST_F(YearPlanFaultsTest, AnUtilityThatCannotStartIsToldAndTheCacheShownAllTheSame) {
+  seams_.cacheUtilities.failsToStart = true;
+  messages_.Expect("Error starting background refresh 5 ");
+  Start();
+  EXPECT_TRUE(plan_.Elements().Command1.Enabled());
+  EXPECT_FALSE(plan_.Elements().tmrBackground.Enabled());
+  seams_.cacheUtilities.failsToStart = false;
+  plan_.Elements().Command1.Click();
+  EXPECT_EQ(seams_.cacheUtilities.started.size(), 1u);
+}
+
+TEST_F(YearPlanFaultsTest, ATornCacheFileShowsWhatItHolds) {
+  Start();
+  std::string bytes = Records({SampleEvent("a", At(2005, 3, 3), At(2005, 3, 5)),
+                               SampleEvent("b", At(2005, 3, 4), At(2005, 3, 6))});
+  bytes.resize(bytes.size() - 3);
+  seams_.files.contents[seams_.cacheUtilities.started.back().cacheFile] = bytes;
+  plan_.ChangeYear(0);
+  EXPECT_EQ(plan_.Grid().Layout().bars.size(), 1u);
+}
+
+TEST_F(YearPlanFaultsTest, AControlOfAnySizeTakesPointerAndKeys) {
+  Start();
+  std::vector<CalEvent> events;
+  for (int i = 0; i < 40; ++i) {
+    events.push_back(SampleEvent(std::to_string(i), At(2005, 1, 3), At(2005, 1, 5)));
+  }
+  Refreshed(events);
+  YearPlanElements& elements = plan_.Elements();
+  for (const double size : {0.0, 15.0, 300.0, 900.0, 1500.0, 3000.0}) {
+    plan_.Resize({size, size}, {});
+    for (PictureBox* box : {&elements.pic1, &elements.picHeadCol, &elements.picHeadRow,
+                            &elements.picParent, &elements.picCats}) {
+      EXPECT_GE(box->Bounds().Width(), 0) << box->Name() << " at " << size;
+      EXPECT_GE(box->Bounds().Height(), 0) << box->Name() << " at " << size;
+    }
+    Drag({-20, -20}, {80, 30});
+    for (const Key key : {Key::Left, Key::Down, Key::End, Key::Menu}) elements.pic1.onKeyDown(key);
+    elements.VScroll1.SetValue(elements.VScroll1.Max());
+  }
+}
+
+TEST_F(YearPlanFaultsTest, TheDateIsLeftOutOfTheStripLast) {
+  for (int width = 3000; width < 15000; width += 15) {
+    plan_.Resize({static_cast<double>(width), 9000}, {});
+    EXPECT_LE(plan_.Elements().Command1.Visible(), plan_.Elements().lblDate.Visible()) << width;
+  }
+  EXPECT_TRUE(plan_.Elements().Command1.Visible());
+}
+
+}  // namespace
+}  // namespace velkor
