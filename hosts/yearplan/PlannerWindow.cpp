@@ -155,6 +155,7 @@ void PlannerWindow::WhenIdle(Steps steps) {
 
 bool PlannerWindow::OpenCalendar(const std::string& path, std::optional<int> year) {
   std::unique_ptr<PlannerSession> session;
+  const std::string troubleBefore = trouble_->text().toStdString();
   ShowTrouble({});
   try {
     session = std::make_unique<PlannerSession>(
@@ -167,6 +168,7 @@ bool PlannerWindow::OpenCalendar(const std::string& path, std::optional<int> yea
                   .onTrouble = [this](const std::string& text) { ShowTrouble(text); },
                   .cacheUtility = cacheUtility_});
   } catch (const Error& error) {
+    ShowTrouble(troubleBefore);
     messages_.Show({.text = "The calendar cannot be opened.\n\n" + error.Description(),
                     .title = {},
                     .icon = MessageIcon::Exclamation});
