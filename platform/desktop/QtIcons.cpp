@@ -67,6 +67,13 @@ void DrawProgram(QPainter& painter) {
   for (const auto& [bar, colour] : bars) painter.fillRect(bar, colour);
 }
 
+/// Opaque, so that lines which cross show no darker spot.
+QColor Faded(const QColor& text, const QColor& back) {
+  const auto mix = [](int a, int b) { return (35 * a + 65 * b) / 100; };
+  return QColor(mix(text.red(), back.red()), mix(text.green(), back.green()),
+                mix(text.blue(), back.blue()));
+}
+
 class LineIcon : public QIconEngine {
  public:
   explicit LineIcon(Draw draw) : draw_(draw) {}
@@ -83,9 +90,9 @@ class LineIcon : public QIconEngine {
 
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
     const QPalette palette = QGuiApplication::palette();
-    QColor colour = palette.color(QPalette::Active, QPalette::ButtonText);
-    constexpr float Faded = 0.35F;
-    if (mode == QIcon::Disabled) colour.setAlphaF(Faded);
+    const QColor text = palette.color(QPalette::Active, QPalette::ButtonText);
+    const QColor back = palette.color(QPalette::Active, QPalette::Window);
+    const QColor colour = mode == QIcon::Disabled ? Faded(text, back) : text;
     const double scale = std::min(rect.width(), rect.height()) / Side;
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
