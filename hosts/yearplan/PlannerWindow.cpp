@@ -1,6 +1,7 @@
 // hosts/yearplan/PlannerWindow.cpp: menus, status bar, and the change of calendars.
 #include "hosts/yearplan/PlannerWindow.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QFileDialog>
@@ -12,6 +13,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include "hosts/yearplan/ElidedLabel.h"
 #include "hosts/yearplan/PlannerSession.h"
 #include "hosts/yearplan/PlannerWidget.h"
 #include "hosts/yearplan/SettingsDialog.h"
@@ -96,16 +98,16 @@ void PlannerWindow::MakeMenus() {
 }
 
 void PlannerWindow::MakeStatusBar() {
-  const auto add = [this](const char* name) {
-    auto* const label = new QLabel;
-    label->setObjectName(QString::fromLatin1(name));
-    label->setTextFormat(Qt::PlainText);
-    return label;
-  };
-  status_ = add("status");
-  trouble_ = add("trouble");
-  diagnostics_ = add("diagnostics");
-  trouble_->setStyleSheet("color:#8a1c12; font-weight:bold");
+  status_ = new QLabel;
+  status_->setObjectName("status");
+  status_->setTextFormat(Qt::PlainText);
+  trouble_ = new ElidedLabel;
+  trouble_->setObjectName("trouble");
+  QFont bold = trouble_->font();
+  bold.setBold(true);
+  trouble_->setFont(bold);
+  diagnostics_ = new QLabel;
+  diagnostics_->setObjectName("diagnostics");
   statusBar()->addWidget(status_);
   statusBar()->addWidget(trouble_, 1);
   statusBar()->addPermanentWidget(diagnostics_);
@@ -144,9 +146,14 @@ std::string PlannerWindow::LastCalendar() {
   return Remembered(CalendarKey);
 }
 
+/// Its dialogs are the control's own, perhaps.
+bool PlannerWindow::MustWait() const {
+  return (session_ && session_->IsBusy()) || QApplication::activeModalWidget() != nullptr;
+}
+
 void PlannerWindow::WhenIdle(Steps steps) {
   constexpr int Pause = 20;
-  if (session_ && session_->IsBusy()) {
+  if (MustWait()) {
     QTimer::singleShot(Pause, this, [this, steps] { WhenIdle(steps); });
   } else {
     steps();
@@ -165,7 +172,11 @@ bool PlannerWindow::OpenCalendar(const std::string& path, std::optional<int> yea
                   .forms = forms_,
                   .window = this,
                   .onStatus = [this](const std::string& text) { status_->setText(ToQt(text)); },
-                  .onTrouble = [this](const std::string& text) { ShowTrouble(text); },
+                  .onTrouble =
+                      [this](const std::string& text) {
+                        ShowTrouble(text);
+                        if (session_) ShowDiagnostics();
+                      },
                   .cacheUtility = cacheUtility_});
   } catch (const Error& error) {
     ShowTrouble(troubleBefore);
@@ -234,7 +245,7 @@ void PlannerWindow::AskForSettings() {
 }
 
 void PlannerWindow::closeEvent(QCloseEvent* event) {
-  if (session_ && session_->IsBusy()) {
+  if (MustWait()) {
     event->ignore();
     WhenIdle([this] { close(); });
     return;

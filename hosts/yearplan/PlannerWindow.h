@@ -49,6 +49,7 @@ class PlannerWindow : public QMainWindow {
   void MakeMenus();
   void MakeStatusBar();
   QWidget* MakeInvitation();
+  bool MustWait() const;
   /// Does something to the control as soon as the control is not waiting itself.
   void WhenIdle(Steps steps);
   void ShowPlanner();

@@ -1,11 +1,9 @@
 // platform/desktop/QtIcons.cpp: line icons on a square of 24 units.
 #include "platform/desktop/QtIcons.h"
 
-#include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
-#include <QPalette>
 #include <array>
 #include <utility>
 
@@ -76,9 +74,12 @@ QColor Faded(const QColor& text, const QColor& back) {
 
 class LineIcon : public QIconEngine {
  public:
-  explicit LineIcon(Draw draw) : draw_(draw) {}
+  LineIcon(Draw draw, const QPalette& palette)
+      : draw_(draw),
+        text_(palette.color(QPalette::Active, QPalette::WindowText)),
+        faded_(Faded(text_, palette.color(QPalette::Active, QPalette::Window))) {}
 
-  QIconEngine* clone() const override { return new LineIcon(draw_); }
+  QIconEngine* clone() const override { return new LineIcon(*this); }
 
   QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
     QPixmap result(size);
@@ -89,10 +90,7 @@ class LineIcon : public QIconEngine {
   }
 
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
-    const QPalette palette = QGuiApplication::palette();
-    const QColor text = palette.color(QPalette::Active, QPalette::ButtonText);
-    const QColor back = palette.color(QPalette::Active, QPalette::Window);
-    const QColor colour = mode == QIcon::Disabled ? Faded(text, back) : text;
+    const QColor colour = mode == QIcon::Disabled ? faded_ : text_;
     const double scale = std::min(rect.width(), rect.height()) / Side;
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
@@ -106,11 +104,13 @@ class LineIcon : public QIconEngine {
 
  private:
   Draw draw_;
+  QColor text_;
+  QColor faded_;
 };
 
 }  // namespace
 
-QIcon IconFor(std::string_view key) {
+QIcon IconFor(std::string_view key, const QPalette& palette) {
   static constexpr std::array<std::pair<std::string_view, Draw>, 6> Icons{{
       {"Back", DrawBack},
       {"Next", DrawNext},
@@ -120,13 +120,13 @@ QIcon IconFor(std::string_view key) {
       {"Save", DrawSave},
   }};
   for (const auto& [name, draw] : Icons) {
-    if (name == key) return QIcon(new LineIcon(draw));
+    if (name == key) return QIcon(new LineIcon(draw, palette));
   }
   return {};
 }
 
 QIcon ProgramIcon() {
-  return QIcon(new LineIcon(DrawProgram));
+  return QIcon(new LineIcon(DrawProgram, QPalette()));
 }
 
 }  // namespace velkor
