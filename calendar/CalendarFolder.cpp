@@ -42,6 +42,7 @@ void CalendarFolder::AddUnsaved(CalendarItem item) {
   };
   if (std::any_of(items_.begin(), items_.end(), sameSubject)) return;
   if (item.entryId.empty()) item.entryId = FreshId();
+  renamed_.erase(item.entryId);
   unsaved_.insert(item.entryId);
   Add(std::move(item));
 }

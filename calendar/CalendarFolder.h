@@ -74,7 +74,8 @@ class CalendarFolder {
   /// Puts an item there without writing it; nobody is told.
   void Add(CalendarItem item);
   /// Puts an item there that is written when it is first saved, as a new one. It survives
-  /// Replace, but gives way to an item of the same subject that comes with it.
+  /// Replace, but gives way to an item of the same subject that comes with it; it is not put there
+  /// at all when there is one already. Without an identifier it gets one.
   void AddUnsaved(CalendarItem item);
   /// Replaces all items by others with the occurrences of `window`, and tells of those that were
   /// added, changed or removed, by their identifiers. Without a loader a folder counts as loaded

@@ -27,7 +27,8 @@ ParsedCalendar ReadIcsFile(const std::string& path, const DateWindow& window,
                            const IcsReaderOptions& options = {});
 
 /// Reads a file and puts it into the store as its default calendar, a folder of its own that reads
-/// the file again when occurrences outside the window are asked for. Throws as ReadIcsFile does.
+/// the file again when occurrences outside the window are asked for. For reading only: what is
+/// saved there does not reach the file. Throws as ReadIcsFile does.
 /// @return what the file gets wrong
 std::vector<Diagnostic> OpenIcsCalendar(CalendarStore& store, const std::string& path,
                                         const DateWindow& window,

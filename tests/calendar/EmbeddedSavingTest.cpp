@@ -327,6 +327,21 @@ TEST_F(EmbeddedSaving, AnUnsavedRecordIsWrittenByItsFirstSave) {
   EXPECT_EQ(Items()->Find("[Subject]='Record'"), nullptr) << "a saved record is like any other";
 }
 
+TEST_F(EmbeddedSaving, AnUnsavedRecordCanBeOfferedAgainUnderItsOldIdentifier) {
+  folder_->SetWriter(&writer_);
+  CalendarItem record = Lunch();
+  for (int round = 0; round < 2; ++round) {
+    folder_->AddUnsaved(record);
+    folder_->AddUnsaved(record);
+    EXPECT_EQ(folder_->AllItems().size(), 1U);
+    const auto item = Items()->Find("[Subject]='Lunch'");
+    item->SetBody("list");
+    item->Save();
+    Items()->Find("[Subject]='Lunch'")->Delete();
+  }
+  EXPECT_EQ(writer_.written, (Texts{"new Lunch", "delete Lunch", "new Lunch", "delete Lunch"}));
+}
+
 TEST_F(EmbeddedSaving, AnUnsavedRecordGivesWayToOneThatAnotherSaved) {
   folder_->Replace({Lunch()}, {At(1, 1), At(12, 31)});
   folder_->SetWriter(&writer_);

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <random>
 
 #include "calendar/IcsText.h"
 #include "support/values/Error.h"
@@ -357,6 +358,62 @@ TEST(IcsEditor, AppointmentsOfTheSampleCanBeChangedAndNothingElseMoves) {
       EXPECT_EQ(items[i].occurrences, before[i].occurrences);
     }
   }
+}
+
+/// An event of properties that odd files hold, in any order.
+std::string OddEvent(std::mt19937& random) {
+  const auto pick = [&](const std::vector<std::string>& from) {
+    return from[random() % from.size()];
+  };
+  std::vector<std::string> lines{
+      pick({"UID:1\n", "UID:2\n", "UID:3\n", ""}),
+      pick({"SUMMARY:a\n", "SUMMARY;X=1:b\n", "SUM\n MARY:c\n"}),
+      pick({"DTSTART:20260301\n", "DTSTART;TZID=Europe/Berlin:20260301T090000\n",
+            "DTSTART:20260301T120000Z\n", "DTSTART;TZID=Nowhere:20260402T120000\n"}),
+      pick({"", "DTEND:20260305\n", "DTEND:20260305T140000Z\n", "DURATION:PT1H\n", "DTEND:x\n"})};
+  for (std::size_t more = random() % 4; more > 0; --more) {
+    lines.push_back(
+        pick({"SEQUENCE:0\n", "SEQUENCE:2\n", "RRULE:FREQ=WEEKLY;COUNT=3\n", "no property\n",
+              "RECURRENCE-ID:20260308T120000Z\n", "STATUS:CANCELLED\n", "CATEGORIES:x,y\n",
+              "BEGIN:VALARM\nSUMMARY:q\nEND:VALARM\n", "BEGIN:VALARM\n", "SUMMARY:again\n",
+              "X-VELKOR-ENTRY-ID:0123456789abcdef0123456789abcdef\n", "DESCRIPTION:x\n  y\n"}));
+  }
+  std::shuffle(lines.begin(), lines.end(), random);
+  std::string text = "BEGIN:VEVENT\n";
+  for (const std::string& line : lines) text += line;
+  return text + (random() % 10 == 0 ? "" : "END:VEVENT\n");
+}
+
+TEST(IcsEditor, InOddFilesASaveChangesItsOwnAppointmentAlone) {
+  std::mt19937 random(26);  // NOLINT: the same files in every run
+  int saves = 0;
+  for (int round = 0; round < 300; ++round) {
+    std::string events;
+    for (std::size_t count = random() % 5 + 1; count > 0; --count) events += OddEvent(random);
+    const std::string text = Calendar(events);
+    const std::vector<CalendarItem> before = Parse(text).items;
+    for (const CalendarItem& item : before) {
+      ItemChange change = NewSubject(round % 3 == 0 ? "a" : "new, text");
+      if (round % 2 == 0) change.start = change.end = At(8, 1, 12);
+      IcsEdit edit;
+      try {
+        CalendarItem after = WithChange(item, change);
+        after.lastModified = Saved;
+        edit = ChangeInIcs(text, "team.ics", after, change);
+      } catch (const Error&) {
+        continue;
+      }
+      ++saves;
+      const std::vector<CalendarItem> items = Parse(edit.bytes).items;
+      ASSERT_EQ(items.size(), before.size()) << text << "became\n" << edit.bytes;
+      for (std::size_t i = 0; i < items.size(); ++i) {
+        ASSERT_EQ(items[i].entryId, before[i].entryId) << text << "became\n" << edit.bytes;
+        const CalendarItem& wanted = items[i].entryId == item.entryId ? edit.item : before[i];
+        ASSERT_TRUE(SameContent(items[i], wanted)) << text << "became\n" << edit.bytes;
+      }
+    }
+  }
+  EXPECT_GT(saves, 300);
 }
 
 }  // namespace
