@@ -170,6 +170,39 @@ TEST_F(PlannerWindow, DragOverFreeDaysSelectsThemAndTheMenuMakesAnAppointmentOfT
   EXPECT_TRUE(Shows(window, 2));
 }
 
+TEST_F(PlannerWindow, DeleteOfTheMenuAsksAndTheOtherWindowFollows) {
+  Write("team.ics", {{"20260504", "Holiday"}, {"20261224", "Party"}});
+  velkor::PlannerWindow other(settings_);
+  Open(other, "team.ics");
+  velkor::PlannerWindow window(settings_);
+  Open(window, "team.ics");
+  ASSERT_TRUE(Shows(window, 2));
+  ASSERT_TRUE(Shows(other, 2));
+  const QPoint bar = BarOf(window, "Holiday");
+  const auto remove = [&](Qt::Key answer) {
+    QTest::mouseMove(&Grid(window), bar);
+    QTest::mouseClick(&Grid(window), Qt::RightButton, {}, bar);
+    auto* const menu = window.findChildren<QMenu*>("mnuPop").back();
+    menu->hide();
+    WhenOpen([answer](QDialog& dialog) {
+      EXPECT_THAT(dynamic_cast<QMessageBox&>(dialog).text().toStdString(), HasSubstr("Holiday"));
+      if (answer == Qt::Key_Y) {
+        QTest::mouseClick(dynamic_cast<QMessageBox&>(dialog).button(QMessageBox::Yes),
+                          Qt::LeftButton);
+      } else {
+        QTest::keyClick(&dialog, answer);
+      }
+    });
+    menu->actions()[2]->trigger();
+  };
+  remove(Qt::Key_Return);
+  EXPECT_THAT(Bytes("team.ics").toStdString(), HasSubstr("Holiday"));
+  remove(Qt::Key_Y);
+  EXPECT_THAT(Bytes("team.ics").toStdString(), Not(HasSubstr("Holiday")));
+  EXPECT_TRUE(Shows(window, 1));
+  EXPECT_TRUE(Shows(other, 1));
+}
+
 TEST_F(PlannerWindow, WhatAnotherProgramSavesAppearsAndAFileThatIsGoneIsTold) {
   Write("team.ics", {{"20260504", "Holiday"}});
   velkor::PlannerWindow window(settings_);
