@@ -106,11 +106,11 @@ void PlannerWindow::MakeStatusBar() {
   QFont bold = trouble_->font();
   bold.setBold(true);
   trouble_->setFont(bold);
-  diagnostics_ = new QLabel;
-  diagnostics_->setObjectName("diagnostics");
+  remarks_ = new QLabel;
+  remarks_->setObjectName("remarks");
   statusBar()->addWidget(status_);
   statusBar()->addWidget(trouble_, 1);
-  statusBar()->addPermanentWidget(diagnostics_);
+  statusBar()->addPermanentWidget(remarks_);
 }
 
 QWidget* PlannerWindow::MakeInvitation() {
@@ -175,7 +175,7 @@ bool PlannerWindow::OpenCalendar(const std::string& path, std::optional<int> yea
                   .onTrouble =
                       [this](const std::string& text) {
                         ShowTrouble(text);
-                        if (session_) ShowDiagnostics();
+                        if (session_) ShowRemarks();
                       },
                   .cacheUtility = cacheUtility_});
   } catch (const Error& error) {
@@ -190,7 +190,7 @@ bool PlannerWindow::OpenCalendar(const std::string& path, std::optional<int> yea
   session_ = std::move(session);
   ShowPlanner();
   if (year) session_->ShowYear(*year);
-  ShowDiagnostics();
+  ShowRemarks();
   const QFileInfo file(ToQt(session_->Calendar()));
   setWindowTitle(tr("%1 - YearPlan").arg(file.completeBaseName()));
   Remember(CalendarKey, session_->Calendar());
@@ -209,16 +209,16 @@ void PlannerWindow::ShowTrouble(const std::string& text) {
   trouble_->setToolTip(ToolTipText(text));
 }
 
-void PlannerWindow::ShowDiagnostics() {
-  const std::vector<Diagnostic>& all = session_->Diagnostics();
+void PlannerWindow::ShowRemarks() {
+  const std::vector<std::string> all = session_->Remarks();
   constexpr std::size_t MostLines = 20;
   std::string lines;
-  for (std::size_t i = 0; i < all.size() && i < MostLines; ++i) lines += ToText(all[i]) + "\n";
+  for (std::size_t i = 0; i < all.size() && i < MostLines; ++i) lines += all[i] + "\n";
   if (all.size() > MostLines) lines += "...";
-  diagnostics_->setText(
-      all.empty() ? QString()
-                  : tr("%n remark(s) on the file", nullptr, static_cast<int>(all.size())));
-  diagnostics_->setToolTip(ToolTipText(lines));
+  const QString count =
+      all.size() == 1 ? tr("1 remark on the file") : tr("%1 remarks on the file").arg(all.size());
+  remarks_->setText(all.empty() ? QString() : count);
+  remarks_->setToolTip(ToolTipText(lines));
 }
 
 void PlannerWindow::AskForCalendar() {

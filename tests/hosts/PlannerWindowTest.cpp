@@ -104,6 +104,16 @@ TEST_F(PlannerWindow, ShowsTheYearOfTheCalendarThroughTheCacheUtility) {
   EXPECT_THAT(Bytes("team.ics").toStdString(), Not(HasSubstr("PLEASE IGNORE")));
 }
 
+TEST_F(PlannerWindow, RemarksTellWhatIsNotShownAsTheFileSays) {
+  Write("team.ics", {{"20260504", "\u4f11\u65e5"}, {"20260506", "Plain"}, {"2026", "Odd"}});
+  velkor::PlannerWindow window(settings_);
+  Open(window, "team.ics");
+  const auto* const remarks = window.findChild<QLabel*>("remarks");
+  EXPECT_EQ(remarks->text(), "2 remarks on the file");
+  EXPECT_THAT(remarks->toolTip().toStdString(), HasSubstr("1 subject holds characters"));
+  EXPECT_THAT(remarks->toolTip().toStdString(), HasSubstr("team.ics:"));
+}
+
 TEST_F(PlannerWindow, FirstColoursNameTheCategoriesOfTheFile) {
   Write("team.ics", {{"20260504", "Holiday"}});
   velkor::PlannerWindow window(settings_);
