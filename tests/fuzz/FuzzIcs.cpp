@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "calendar/IcsAnswer.h"
+#include "calendar/IcsEditor.h"
 #include "calendar/IcsParser.h"
 #include "support/values/Error.h"
 
@@ -30,6 +31,22 @@ void Check(const velkor::ParsedCalendar& calendar) {
   }
 }
 
+/// Gives an appointment another subject, which must then stand in the text under its identifier;
+/// an edit that is refused is an answer, too.
+void Edit(std::string_view bytes, const velkor::CalendarItem& item) {
+  velkor::CalendarItem after = item;
+  velkor::ItemChange change;
+  after.fields.subject = "Another, longer; subject\\";
+  change.subject = after.fields.subject;
+  try {
+    const auto edit = velkor::ChangeInIcs(bytes, "fuzz.ics", after, change, SmallLimits());
+    if (edit.item.fields.subject != after.fields.subject) std::abort();
+    const auto less = velkor::DeleteFromIcs(edit.bytes, "fuzz.ics", item.entryId, SmallLimits());
+    if (less.bytes.size() >= edit.bytes.size()) std::abort();
+  } catch (const velkor::Error&) {
+  }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -40,6 +57,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto calendar = velkor::ParseIcs(bytes, "fuzz.ics", window, SmallLimits());
     Check(calendar);
     Check(velkor::DecodeAnswer(velkor::EncodeAnswer(calendar)));
+    if (!calendar.items.empty()) Edit(bytes, calendar.items.back());
   } catch (const velkor::Error& error) {
     if (error.Source() == "Answer") std::abort();
   }
