@@ -4,7 +4,7 @@
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-calendar=$root/samples/team.ics
+calendar=
 if (($#)); then
   calendar=$1
   [[ $calendar == /* ]] || calendar=$PWD/$calendar
@@ -31,6 +31,11 @@ CMAKE_BUILD_PARALLEL_LEVEL=$(nproc)
 export CMAKE_BUILD_PARALLEL_LEVEL
 quietly cmake --preset linux
 quietly cmake --build --preset linux --target yearplan yearplan-read
+# The sample is opened as a copy, since the window writes into its calendar.
+if [[ -z $calendar ]]; then
+  calendar=$root/build/team.ics
+  [[ -e $calendar ]] || cp samples/team.ics "$calendar"
+fi
 # Without a display the program draws a picture, which goes into the build folder.
 cd build
 exec linux/bin/yearplan "$calendar"

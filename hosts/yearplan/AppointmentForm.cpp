@@ -45,6 +45,8 @@ QDateEdit* MakeDateEdit(const char* name, const QString& title) {
   QString format = QLocale().dateFormat(QLocale::ShortFormat);
   if (!format.contains(QLatin1String("yyyy"))) format.replace("yy", "yyyy");
   edit->setDisplayFormat("ddd " + format);
+  constexpr int Air = 16;
+  edit->setMinimumWidth(edit->sizeHint().width() + Air);
   // A day short of the last one, since the end of a whole day is the midnight after it.
   edit->setDateRange(QDate(100, 1, 1), QDate(9999, 12, 30));
   return edit;
@@ -63,6 +65,12 @@ QHBoxLayout* Beside(std::initializer_list<QWidget*> widgets) {
   for (QWidget* widget : widgets) row->addWidget(widget);
   row->addStretch();
   return row;
+}
+
+QLabel* LabelOf(const QString& text, QWidget* field) {
+  auto* const label = new QLabel(text);
+  label->setBuddy(field);
+  return label;
 }
 
 QLineEdit* MakeLine(const char* name, const std::string& text) {
@@ -109,8 +117,8 @@ void AppointmentForm::AddRows(bool recurring) {
   rows->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
   rows->addRow(tr("S&ubject:"), subject_);
   rows->addRow(tr("&Location:"), location_);
-  rows->addRow(tr("&Start:"), Beside({startDate_, startTime_, allDay_}));
-  rows->addRow(tr("&End:"), Beside({endDate_, endTime_}));
+  rows->addRow(LabelOf(tr("&Start:"), startDate_), Beside({startDate_, startTime_, allDay_}));
+  rows->addRow(LabelOf(tr("&End:"), endDate_), Beside({endDate_, endTime_}));
   for (QWidget* time :
        std::initializer_list<QWidget*>{startDate_, startTime_, endDate_, endTime_, allDay_}) {
     time->setEnabled(!recurring);

@@ -117,6 +117,23 @@ void PlannerSession::OfferFirstColours() {
   calendar_.Folder().AddUnsaved(std::move(record));
 }
 
+std::vector<std::string> PlannerSession::Remarks() {
+  std::vector<std::string> remarks;
+  const auto& items = calendar_.Folder().AllItems();
+  const auto lost = std::count_if(items.begin(), items.end(), [&](const auto& item) {
+    return AsCached(locale_, item->fields.subject) != item->fields.subject;
+  });
+  if (lost > 0) {
+    remarks.push_back(std::to_string(lost) + (lost == 1 ? " subject holds" : " subjects hold") +
+                      " characters that code page " + std::to_string(locale_.AnsiCodePage()) +
+                      " of the cache file lacks; each shows as ?");
+  }
+  for (const Diagnostic& diagnostic : calendar_.Diagnostics()) {
+    remarks.push_back(ToText(diagnostic));
+  }
+  return remarks;
+}
+
 void PlannerSession::Recreate(const PlannerProperties& properties) {
   SetProperties(*plan_, properties);
   plan_.reset();

@@ -8,6 +8,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "calendar/EmbeddedOutlook.h"
 #include "calendar/IcsCalendar.h"
@@ -74,8 +75,8 @@ class PlannerSession : public ControlHost {
   YearPlan& Plan() { return *plan_; }
   /// While the control waits for something, neither it nor this may be destroyed.
   bool IsBusy() const { return shell_.IsProcessing(); }
-  /// What the file got wrong when it was last read.
-  const std::vector<Diagnostic>& Diagnostics() const { return calendar_.Diagnostics(); }
+  /// What the file got wrong when it was last read, and what cannot be shown of it.
+  std::vector<std::string> Remarks();
 
   /// Saves the properties and makes the control anew with them. Widgets of the old one are gone
   /// before. Start with the same year by ShowYear.

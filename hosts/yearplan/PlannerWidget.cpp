@@ -39,12 +39,12 @@ PlannerWidget::PlannerWidget(YearPlan& plan, QWidget* parent) : QWidget(parent),
 void PlannerWidget::MakePeers() {
   YearPlanElements& elements = plan_.Elements();
   Named(MakePeer(elements.Toolbar1, this), tr("Commands"));
-  QWidget* const caption = Named(MakePeer(elements.lblSelectedYear, this), tr("Displayed year"));
+  QWidget* const caption = MakePeer(elements.lblSelectedYear, this);
   QFont font = caption->font();
   font.setPointSizeF(CaptionPoints);
   font.setBold(true);
   caption->setFont(font);
-  Named(MakePeer(elements.lblDate, this), tr("Date under the pointer"));
+  MakePeer(elements.lblDate, this);
   MakePeer(elements.Command1, this);
   Named(MakePeer(elements.imgLogo, this), tr("Status"));
   // What holds the surfaces lies below them.

@@ -1,6 +1,7 @@
 // hosts/yearplan/PlannerWindow.cpp: menus, status bar, and the change of calendars.
 #include "hosts/yearplan/PlannerWindow.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QFileDialog>
@@ -12,6 +13,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include "hosts/yearplan/ElidedLabel.h"
 #include "hosts/yearplan/PlannerSession.h"
 #include "hosts/yearplan/PlannerWidget.h"
 #include "hosts/yearplan/SettingsDialog.h"
@@ -96,19 +98,19 @@ void PlannerWindow::MakeMenus() {
 }
 
 void PlannerWindow::MakeStatusBar() {
-  const auto add = [this](const char* name) {
-    auto* const label = new QLabel;
-    label->setObjectName(QString::fromLatin1(name));
-    label->setTextFormat(Qt::PlainText);
-    return label;
-  };
-  status_ = add("status");
-  trouble_ = add("trouble");
-  diagnostics_ = add("diagnostics");
-  trouble_->setStyleSheet("color:#8a1c12; font-weight:bold");
+  status_ = new QLabel;
+  status_->setObjectName("status");
+  status_->setTextFormat(Qt::PlainText);
+  trouble_ = new ElidedLabel;
+  trouble_->setObjectName("trouble");
+  QFont bold = trouble_->font();
+  bold.setBold(true);
+  trouble_->setFont(bold);
+  remarks_ = new QLabel;
+  remarks_->setObjectName("remarks");
   statusBar()->addWidget(status_);
   statusBar()->addWidget(trouble_, 1);
-  statusBar()->addPermanentWidget(diagnostics_);
+  statusBar()->addPermanentWidget(remarks_);
 }
 
 QWidget* PlannerWindow::MakeInvitation() {
@@ -144,9 +146,14 @@ std::string PlannerWindow::LastCalendar() {
   return Remembered(CalendarKey);
 }
 
+/// Its dialogs are the control's own, perhaps.
+bool PlannerWindow::MustWait() const {
+  return (session_ && session_->IsBusy()) || QApplication::activeModalWidget() != nullptr;
+}
+
 void PlannerWindow::WhenIdle(Steps steps) {
   constexpr int Pause = 20;
-  if (session_ && session_->IsBusy()) {
+  if (MustWait()) {
     QTimer::singleShot(Pause, this, [this, steps] { WhenIdle(steps); });
   } else {
     steps();
@@ -155,6 +162,7 @@ void PlannerWindow::WhenIdle(Steps steps) {
 
 bool PlannerWindow::OpenCalendar(const std::string& path, std::optional<int> year) {
   std::unique_ptr<PlannerSession> session;
+  const std::string troubleBefore = trouble_->text().toStdString();
   ShowTrouble({});
   try {
     session = std::make_unique<PlannerSession>(
@@ -164,9 +172,14 @@ bool PlannerWindow::OpenCalendar(const std::string& path, std::optional<int> yea
                   .forms = forms_,
                   .window = this,
                   .onStatus = [this](const std::string& text) { status_->setText(ToQt(text)); },
-                  .onTrouble = [this](const std::string& text) { ShowTrouble(text); },
+                  .onTrouble =
+                      [this](const std::string& text) {
+                        ShowTrouble(text);
+                        if (session_) ShowRemarks();
+                      },
                   .cacheUtility = cacheUtility_});
   } catch (const Error& error) {
+    ShowTrouble(troubleBefore);
     messages_.Show({.text = "The calendar cannot be opened.\n\n" + error.Description(),
                     .title = {},
                     .icon = MessageIcon::Exclamation});
@@ -177,7 +190,7 @@ bool PlannerWindow::OpenCalendar(const std::string& path, std::optional<int> yea
   session_ = std::move(session);
   ShowPlanner();
   if (year) session_->ShowYear(*year);
-  ShowDiagnostics();
+  ShowRemarks();
   const QFileInfo file(ToQt(session_->Calendar()));
   setWindowTitle(tr("%1 - YearPlan").arg(file.completeBaseName()));
   Remember(CalendarKey, session_->Calendar());
@@ -196,16 +209,16 @@ void PlannerWindow::ShowTrouble(const std::string& text) {
   trouble_->setToolTip(ToolTipText(text));
 }
 
-void PlannerWindow::ShowDiagnostics() {
-  const std::vector<Diagnostic>& all = session_->Diagnostics();
+void PlannerWindow::ShowRemarks() {
+  const std::vector<std::string> all = session_->Remarks();
   constexpr std::size_t MostLines = 20;
   std::string lines;
-  for (std::size_t i = 0; i < all.size() && i < MostLines; ++i) lines += ToText(all[i]) + "\n";
+  for (std::size_t i = 0; i < all.size() && i < MostLines; ++i) lines += all[i] + "\n";
   if (all.size() > MostLines) lines += "...";
-  diagnostics_->setText(
-      all.empty() ? QString()
-                  : tr("%n remark(s) on the file", nullptr, static_cast<int>(all.size())));
-  diagnostics_->setToolTip(ToolTipText(lines));
+  const QString count =
+      all.size() == 1 ? tr("1 remark on the file") : tr("%1 remarks on the file").arg(all.size());
+  remarks_->setText(all.empty() ? QString() : count);
+  remarks_->setToolTip(ToolTipText(lines));
 }
 
 void PlannerWindow::AskForCalendar() {
@@ -232,7 +245,7 @@ void PlannerWindow::AskForSettings() {
 }
 
 void PlannerWindow::closeEvent(QCloseEvent* event) {
-  if (session_ && session_->IsBusy()) {
+  if (MustWait()) {
     event->ignore();
     WhenIdle([this] { close(); });
     return;

@@ -49,11 +49,12 @@ class PlannerWindow : public QMainWindow {
   void MakeMenus();
   void MakeStatusBar();
   QWidget* MakeInvitation();
+  bool MustWait() const;
   /// Does something to the control as soon as the control is not waiting itself.
   void WhenIdle(Steps steps);
   void ShowPlanner();
   void ShowTrouble(const std::string& text);
-  void ShowDiagnostics();
+  void ShowRemarks();
   void Remember(const char* key, const std::string& value);
   std::string Remembered(const char* key);
 
@@ -65,7 +66,7 @@ class PlannerWindow : public QMainWindow {
   PlannerWidget* planner_ = nullptr;
   QLabel* status_ = nullptr;
   QLabel* trouble_ = nullptr;
-  QLabel* diagnostics_ = nullptr;
+  QLabel* remarks_ = nullptr;
   /// Of use only with a calendar.
   QList<QAction*> calendarActions_;
 };

@@ -74,7 +74,12 @@ class SettingsDialog : public QDialog {
   static QLabel* MakeNote(const QString& text) {
     auto* const note = new QLabel(text);
     note->setWordWrap(true);
-    note->setEnabled(false);
+    QPalette colours = note->palette();
+    QColor quiet = colours.color(QPalette::WindowText);
+    constexpr float Quietness = 0.65F;
+    quiet.setAlphaF(Quietness);
+    colours.setColor(QPalette::WindowText, quiet);
+    note->setPalette(colours);
     return note;
   }
 

@@ -1,11 +1,9 @@
 // platform/desktop/QtIcons.cpp: line icons on a square of 24 units.
 #include "platform/desktop/QtIcons.h"
 
-#include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
-#include <QPalette>
 #include <array>
 #include <utility>
 
@@ -67,11 +65,21 @@ void DrawProgram(QPainter& painter) {
   for (const auto& [bar, colour] : bars) painter.fillRect(bar, colour);
 }
 
+/// Opaque, so that lines which cross show no darker spot.
+QColor Faded(const QColor& text, const QColor& back) {
+  const auto mix = [](int a, int b) { return (35 * a + 65 * b) / 100; };
+  return QColor(mix(text.red(), back.red()), mix(text.green(), back.green()),
+                mix(text.blue(), back.blue()));
+}
+
 class LineIcon : public QIconEngine {
  public:
-  explicit LineIcon(Draw draw) : draw_(draw) {}
+  LineIcon(Draw draw, const QPalette& palette)
+      : draw_(draw),
+        text_(palette.color(QPalette::Active, QPalette::WindowText)),
+        faded_(Faded(text_, palette.color(QPalette::Active, QPalette::Window))) {}
 
-  QIconEngine* clone() const override { return new LineIcon(draw_); }
+  QIconEngine* clone() const override { return new LineIcon(*this); }
 
   QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
     QPixmap result(size);
@@ -82,10 +90,7 @@ class LineIcon : public QIconEngine {
   }
 
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
-    const QPalette palette = QGuiApplication::palette();
-    QColor colour = palette.color(QPalette::Active, QPalette::ButtonText);
-    constexpr float Faded = 0.35F;
-    if (mode == QIcon::Disabled) colour.setAlphaF(Faded);
+    const QColor colour = mode == QIcon::Disabled ? faded_ : text_;
     const double scale = std::min(rect.width(), rect.height()) / Side;
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
@@ -99,11 +104,13 @@ class LineIcon : public QIconEngine {
 
  private:
   Draw draw_;
+  QColor text_;
+  QColor faded_;
 };
 
 }  // namespace
 
-QIcon IconFor(std::string_view key) {
+QIcon IconFor(std::string_view key, const QPalette& palette) {
   static constexpr std::array<std::pair<std::string_view, Draw>, 6> Icons{{
       {"Back", DrawBack},
       {"Next", DrawNext},
@@ -113,13 +120,13 @@ QIcon IconFor(std::string_view key) {
       {"Save", DrawSave},
   }};
   for (const auto& [name, draw] : Icons) {
-    if (name == key) return QIcon(new LineIcon(draw));
+    if (name == key) return QIcon(new LineIcon(draw, palette));
   }
   return {};
 }
 
 QIcon ProgramIcon() {
-  return QIcon(new LineIcon(DrawProgram));
+  return QIcon(new LineIcon(DrawProgram, QPalette()));
 }
 
 }  // namespace velkor

@@ -30,7 +30,8 @@ void MirrorShared(QWidget& widget, const Element& element, Placement placement) 
   widget.setVisible(element.Visible());
   widget.setEnabled(element.Enabled());
   widget.setToolTip(ToolTipText(element.ToolTip()));
-  const QString description = ToQt(element.Description());
+  const QString description =
+      ToQt(element.Description().empty() ? element.ToolTip() : element.Description());
   if (widget.accessibleDescription() != description) widget.setAccessibleDescription(description);
 }
 
@@ -90,6 +91,8 @@ class CommandButtonPeer : public QtPeer<QPushButton, CommandButton> {
   CommandButtonPeer(CommandButton& button, QWidget* parent, Placement placement)
       : QtPeer(button, parent, placement) {
     setAutoDefault(placement == Placement::Layout);
+    // In a control a press leaves the keyboard where it is.
+    if (placement == Placement::Bounds) setFocusPolicy(Qt::TabFocus);
     connect(this, &QPushButton::clicked, this, [this] { Mirrored().Click(); });
     Changed();
   }

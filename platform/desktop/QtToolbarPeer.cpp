@@ -1,4 +1,5 @@
 // platform/desktop/QtToolbarPeer.cpp: toolbars as a row of flat buttons.
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QToolButton>
 #include <algorithm>
@@ -28,6 +29,13 @@ class ToolbarPeer : public QtPeer<QWidget, Toolbar> {
   }
 
  protected:
+  void changeEvent(QEvent* event) override {
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange) return;
+    for (QToolButton* button : buttons_) {
+      button->setIcon(IconFor(button->objectName().toStdString(), palette()));
+    }
+  }
   void Mirror() override {
     const int side = std::clamp(height(), 2 * IconMargin, LargestSide);
     for (std::size_t i = 0; i < buttons_.size(); ++i) {
@@ -48,7 +56,7 @@ class ToolbarPeer : public QtPeer<QWidget, Toolbar> {
     auto* const button = new QToolButton(this);
     button->setObjectName(QString::fromStdString(key));
     button->setAccessibleName(QString::fromStdString(key));
-    button->setIcon(IconFor(key));
+    button->setIcon(IconFor(key, palette()));
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::TabFocus);
     connect(button, &QToolButton::clicked, this, [this, key] {

@@ -5,10 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
+#include <QDateEdit>
 #include <QDialogButtonBox>
 #include <QDropEvent>
 #include <QFile>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
@@ -102,6 +104,16 @@ TEST_F(PlannerWindow, ShowsTheYearOfTheCalendarThroughTheCacheUtility) {
   EXPECT_THAT(Bytes("team.ics").toStdString(), Not(HasSubstr("PLEASE IGNORE")));
 }
 
+TEST_F(PlannerWindow, RemarksTellWhatIsNotShownAsTheFileSays) {
+  Write("team.ics", {{"20260504", "\u4f11\u65e5"}, {"20260506", "Plain"}, {"2026", "Odd"}});
+  velkor::PlannerWindow window(settings_);
+  Open(window, "team.ics");
+  const auto* const remarks = window.findChild<QLabel*>("remarks");
+  EXPECT_EQ(remarks->text(), "2 remarks on the file");
+  EXPECT_THAT(remarks->toolTip().toStdString(), HasSubstr("1 subject holds characters"));
+  EXPECT_THAT(remarks->toolTip().toStdString(), HasSubstr("team.ics:"));
+}
+
 TEST_F(PlannerWindow, FirstColoursNameTheCategoriesOfTheFile) {
   Write("team.ics", {{"20260504", "Holiday"}});
   velkor::PlannerWindow window(settings_);
@@ -132,6 +144,73 @@ TEST_F(PlannerWindow, ClickOnABarOpensItsAppointmentAndOkSavesIntoTheFile) {
                            [](const CalEvent& event) { return event.Subject == "Feast"; });
       },
       15000));
+}
+
+TEST_F(PlannerWindow, DragOverFreeDaysSelectsThemAndTheMenuMakesAnAppointmentOfThem) {
+  Write("team.ics", {{"20260504", "Holiday"}});
+  velkor::PlannerWindow window(settings_);
+  Open(window, "team.ics");
+  ASSERT_TRUE(Shows(window, 1));
+  QWidget& grid = Grid(window);
+  const double column = Plan(window).Grid().Geometry().ColumnWidth / TwipsPerPixel;
+  // Columns 8 to 10 of the third row: 8 to 10 March.
+  const int y = grid.height() / 12 * 5 / 2;
+  const auto at = [&](double columns) { return QPoint(static_cast<int>(columns * column), y); };
+  QTest::mouseMove(&grid, at(7.5));
+  QTest::mousePress(&grid, Qt::LeftButton, {}, at(7.5));
+  QTest::mouseMove(&grid, at(8.5));
+  QTest::mouseMove(&grid, at(9.5));
+  QTest::mouseRelease(&grid, Qt::LeftButton, {}, at(9.5));
+  const auto* const date = window.findChild<QLabel*>("lblDate");
+  EXPECT_THAT(date->text().toStdString(), HasSubstr("Selected:"));
+
+  QTest::mouseClick(&grid, Qt::RightButton, {}, at(8.5));
+  const QList<QMenu*> menus = window.findChildren<QMenu*>("mnuPop");
+  ASSERT_FALSE(menus.isEmpty());
+  EXPECT_TRUE(menus.back()->isVisible());
+  menus.back()->hide();
+  WhenOpen([](QDialog& dialog) {
+    EXPECT_EQ(dialog.findChild<QDateEdit*>("startDate")->date(), QDate(Year, 3, 8));
+    EXPECT_EQ(dialog.findChild<QDateEdit*>("endDate")->date(), QDate(Year, 3, 10));
+    dialog.findChild<QLineEdit*>("subject")->setText("Camp");
+    QTest::keyClick(&dialog, Qt::Key_Return);
+  });
+  menus.back()->actions().front()->trigger();
+  EXPECT_THAT(Bytes("team.ics").toStdString(), HasSubstr("SUMMARY:Camp"));
+  EXPECT_TRUE(Shows(window, 2));
+}
+
+TEST_F(PlannerWindow, DeleteOfTheMenuAsksAndTheOtherWindowFollows) {
+  Write("team.ics", {{"20260504", "Holiday"}, {"20261224", "Party"}});
+  velkor::PlannerWindow other(settings_);
+  Open(other, "team.ics");
+  velkor::PlannerWindow window(settings_);
+  Open(window, "team.ics");
+  ASSERT_TRUE(Shows(window, 2));
+  ASSERT_TRUE(Shows(other, 2));
+  const QPoint bar = BarOf(window, "Holiday");
+  const auto remove = [&](Qt::Key answer) {
+    QTest::mouseMove(&Grid(window), bar);
+    QTest::mouseClick(&Grid(window), Qt::RightButton, {}, bar);
+    auto* const menu = window.findChildren<QMenu*>("mnuPop").back();
+    menu->hide();
+    WhenOpen([answer](QDialog& dialog) {
+      EXPECT_THAT(dynamic_cast<QMessageBox&>(dialog).text().toStdString(), HasSubstr("Holiday"));
+      if (answer == Qt::Key_Y) {
+        QTest::mouseClick(dynamic_cast<QMessageBox&>(dialog).button(QMessageBox::Yes),
+                          Qt::LeftButton);
+      } else {
+        QTest::keyClick(&dialog, answer);
+      }
+    });
+    menu->actions()[2]->trigger();
+  };
+  remove(Qt::Key_Return);
+  EXPECT_THAT(Bytes("team.ics").toStdString(), HasSubstr("Holiday"));
+  remove(Qt::Key_Y);
+  EXPECT_THAT(Bytes("team.ics").toStdString(), Not(HasSubstr("Holiday")));
+  EXPECT_TRUE(Shows(window, 1));
+  EXPECT_TRUE(Shows(other, 1));
 }
 
 TEST_F(PlannerWindow, WhatAnotherProgramSavesAppearsAndAFileThatIsGoneIsTold) {

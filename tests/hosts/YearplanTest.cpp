@@ -91,6 +91,12 @@ TEST_F(Yearplan, DrawsACalendarThatIsOnlyNamed) {
   EXPECT_EQ(outcome.messages, "");
 }
 
+TEST_F(Yearplan, AsksForACalendarWhereNoWindowCanBeOpened) {
+  const Outcome outcome = Run({});
+  EXPECT_EQ(outcome.code, 2);
+  EXPECT_THAT(outcome.messages, HasSubstr("Which calendar?"));
+}
+
 TEST_F(Yearplan, DrawsPdfAndSvgAndLeavesTheCalendarAsItWas) {
   const QByteArray calendar = Calendar(5);
   Write("team.ics", calendar);

@@ -11,12 +11,15 @@
 namespace velkor {
 
 /// Runs steps on the dialog that opens next. One that the steps leave open is closed as a failure.
-inline void WhenOpen(const std::function<void(QDialog&)>& steps) {
-  constexpr int Opening = 20;
+inline void WhenOpen(const std::function<void(QDialog&)>& steps, int patience = 5000) {
+  constexpr int Look = 10;
   constexpr int Closing = 100;
-  QTimer::singleShot(Opening, [steps] {
+  QTimer::singleShot(Look, qApp, [steps, patience] {
     auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    ASSERT_TRUE(dialog) << "No dialog is open";
+    if (!dialog || !dialog->isVisible()) {
+      if (patience > 0) return WhenOpen(steps, patience - Look);
+      FAIL() << "No dialog opens";
+    }
     QTimer::singleShot(Closing, dialog, [dialog] {
       if (!dialog->isVisible()) return;
       ADD_FAILURE() << "The dialog stays open";
