@@ -81,45 +81,44 @@ class Element {
   ElementPeer* peer_ = nullptr;
 };
 
-class Label : public Element {
+/// An element that can be pressed.
+class ClickableElement : public Element {
  public:
   using Element::Element;
-  const std::string& Caption() const { return caption_; }
-  void SetCaption(std::string_view caption) { SetText(caption_, caption); }
-  /// Set for a label that can be pressed.
   std::function<void()> onClick;
+  /// A disabled element does nothing.
   void Click() {
     if (Enabled() && onClick) onClick();
   }
+};
+
+class CaptionedElement : public ClickableElement {
+ public:
+  using ClickableElement::ClickableElement;
+  const std::string& Caption() const { return caption_; }
+  void SetCaption(std::string_view caption) { SetText(caption_, caption); }
 
  private:
   std::string caption_;
 };
 
-class CommandButton : public Element {
+/// A text; onClick is set for one that can be pressed.
+class Label : public CaptionedElement {
  public:
-  using Element::Element;
-  const std::string& Caption() const { return caption_; }
-  void SetCaption(std::string_view caption) { SetText(caption_, caption); }
-  std::function<void()> onClick;
-  void Click() {
-    if (Enabled() && onClick) onClick();
-  }
+  using CaptionedElement::CaptionedElement;
+};
 
- private:
-  std::string caption_;
+class CommandButton : public CaptionedElement {
+ public:
+  using CaptionedElement::CaptionedElement;
 };
 
 /// A picture of a fixed kind: a filled mark or a logo.
-class Image : public Element {
+class Image : public ClickableElement {
  public:
-  using Element::Element;
+  using ClickableElement::ClickableElement;
   Colour FillColour() const { return fill_; }
   void SetFillColour(Colour colour) { Set(fill_, colour); }
-  std::function<void()> onClick;
-  void Click() {
-    if (Enabled() && onClick) onClick();
-  }
 
  private:
   Colour fill_ = colours::White;
@@ -205,10 +204,10 @@ class Toolbar : public Element {
 };
 
 /// An entry of a menu; with `entries` it opens a menu of its own. An empty caption is a separator.
-class MenuItem : public Element {
+class MenuItem : public ClickableElement {
  public:
   MenuItem(std::string name, std::string caption, int index = 0)
-      : Element(std::move(name)), caption_(std::move(caption)), index_(index) {}
+      : ClickableElement(std::move(name)), caption_(std::move(caption)), index_(index) {}
 
   const std::string& Caption() const { return caption_; }
   /// Tells apart entries that share one name.
@@ -216,10 +215,6 @@ class MenuItem : public Element {
   bool Checked() const { return checked_; }
   void SetChecked(bool checked) { Set(checked_, checked); }
   std::vector<MenuItem*> entries;
-  std::function<void()> onClick;
-  void Click() {
-    if (Enabled() && onClick) onClick();
-  }
 
  private:
   std::string caption_;
