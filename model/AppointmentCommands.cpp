@@ -122,6 +122,9 @@ void AppointmentCommands::Delete(std::string_view key) {
 
 void AppointmentCommands::New(Date start, Date end) {
   Guard(platform_.messages, "Error creating appointment ", [&] {
+    if (!start.IsValid() || !end.IsValid()) {
+      throw Error(errors::Overflow, "The appointment would end after the year 9999");
+    }
     const auto item = calendar_.NewItem(appointmentForm_);
     item->SetStart(start);
     item->SetEnd(end);

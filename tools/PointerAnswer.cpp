@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "support/values/Error.h"
 #include "tools/IsoDate.h"
 #include "tools/ProbeCase.h"
 #include "view/GridPointer.h"
@@ -12,11 +13,17 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+/// The day after the last one that there is has no text.
+std::string TextOf(Date date) {
+  if (!date.IsValid()) throw Error(errors::Overflow, "A date lies after the year 9999.");
+  return ToIso(date);
+}
+
 Json LabelJson(const std::optional<PointerLabel>& label) {
   constexpr std::size_t DateLength = 10;
   Json dates = Json::array();
-  if (label) dates.push_back(ToIso(label->from).substr(0, DateLength));
-  if (label && label->to) dates.push_back(ToIso(*label->to).substr(0, DateLength));
+  if (label) dates.push_back(TextOf(label->from).substr(0, DateLength));
+  if (label && label->to) dates.push_back(TextOf(*label->to).substr(0, DateLength));
   return dates;
 }
 
@@ -26,7 +33,7 @@ Json MenuJson(const MenuEnabling& menu) {
 
 Json ReleaseJson(const PointerRelease& release) {
   if (release.range) {
-    return {{"range", {ToIso(release.range->start), ToIso(release.range->end)}}};
+    return {{"range", {TextOf(release.range->start), TextOf(release.range->end)}}};
   }
   if (release.open) return {{"open", *release.open}};
   return nullptr;

@@ -154,6 +154,11 @@ TEST_F(AppointmentCommandsTest, ACalendarThatRefusesToDeleteLeavesViewAndCacheAs
   EXPECT_THAT(view_.Shown(), SizeIs(1));
 }
 
+TEST_F(AppointmentCommandsTest, ADayAfterWhichThereIsNoneTakesNoAppointment) {
+  messages_.Expect("Error creating appointment 6 ");
+  commands_.New(At(9999, 12, 31), At(9999, 12, 31).AddDays(1));
+}
+
 TEST_F(AppointmentCommandsTest, ANewAppointmentIsShownFirstAndComesInWhenItIsSaved) {
   appointmentForm_ = "IPM.Appointment.Leave";
   inspect_ = [&](OutlookItem& item) {

@@ -135,6 +135,14 @@ TEST(ProbeAnswers, PointerTellsTheEventThatAClickOpensWhereNothingIsSelected) {
                                {"label", Json::array()},
                                {"result", results[i]}}));
   }
+  // A selection ends on the day after its last one; after 31 December 9999 there is none.
+  Json last = probeCase;
+  last["view"]["year"] = 9999;
+  last["selectionEnabled"] = true;
+  last["actions"] = Json::parse(R"([["move", 10050, 13650], ["press"]])");
+  EXPECT_EQ(Json::parse(AnswerCase(last.dump())).back()["label"], Json::array({"9999-12-31"}));
+  last["actions"].push_back({"release"});
+  EXPECT_EQ(AnswerCase(last.dump()), R"({"failure":"overflow"})");
   for (const char* action : {R"(["click"])", R"(["move", 1])", R"(["move", "a", 1])", "[]", "3"}) {
     probeCase["actions"] = {Json::parse(action)};
     EXPECT_TRUE(Json::parse(AnswerCase(probeCase.dump())).contains("error")) << action;
