@@ -1,5 +1,6 @@
 // hosts/yearplan/main.cpp: the yearplan program.
 #include <QApplication>
+#include <QLocale>
 #include <QTimer>
 #include <iostream>
 #include <memory>
@@ -8,6 +9,7 @@
 
 #include "hosts/yearplan/CommandLine.h"
 #include "hosts/yearplan/Commands.h"
+#include "hosts/yearplan/PlannerApplication.h"
 #include "hosts/yearplan/PlannerWindow.h"
 #include "platform/desktop/DesktopSettings.h"
 #include "support/values/Error.h"
@@ -84,7 +86,9 @@ int main(int argc, char** argv) {
     ChoosePlatform(window);
     std::unique_ptr<QGuiApplication> application;
     if (window) {
-      application = std::make_unique<QApplication>(argc, argv);
+      application = std::make_unique<velkor::PlannerApplication>(argc, argv);
+      // Dates look alike everywhere: those of the control are in English where no locale is set.
+      if (QLocale().language() == QLocale::C) QLocale::setDefault(QLocale::English);
     } else {
       application = std::make_unique<QGuiApplication>(argc, argv);
     }

@@ -1,6 +1,7 @@
 // platform/desktop/QtPeers.cpp: labels, buttons, marks, scroll bars and timers.
 #include "platform/desktop/QtPeers.h"
 
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
@@ -9,6 +10,7 @@
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QTimer>
+#include <QToolTip>
 
 #include "platform/desktop/QtText.h"
 
@@ -83,6 +85,30 @@ class LabelPeer : public PressablePeer<QLabel, Label> {
     const QString caption = ToQt(Mirrored().Caption());
     if (text() != caption) setText(caption);
     setForegroundRole(Mirrored().onClick ? QPalette::Link : QPalette::WindowText);
+  }
+  /// A text that is too long for its place ends in an ellipsis; the tool tip has the rest.
+  void paintEvent(QPaintEvent* event) override {
+    if (!IsTooLong()) {
+      QLabel::paintEvent(event);
+      return;
+    }
+    QPainter painter(this);
+    painter.setPen(palette().color(foregroundRole()));
+    painter.drawText(contentsRect(), Qt::AlignLeft | Qt::AlignVCenter,
+                     fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width()));
+  }
+  bool event(QEvent* event) override {
+    if (event->type() == QEvent::ToolTip && toolTip().isEmpty() && IsTooLong()) {
+      QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                         ToolTipText(Mirrored().Caption()), this);
+      return true;
+    }
+    return PressablePeer::event(event);
+  }
+
+ private:
+  bool IsTooLong() const {
+    return !wordWrap() && fontMetrics().horizontalAdvance(text()) > contentsRect().width();
   }
 };
 

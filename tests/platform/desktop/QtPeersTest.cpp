@@ -60,6 +60,24 @@ TEST(QtPeers, VisibleEnabledToolTipAndDescriptionAreMirrored) {
   EXPECT_EQ(peer->accessibleDescription(), "Shows the day");
 }
 
+TEST(QtPeers, ALabelThatIsTooLongForItsPlaceTellsTheRestInItsToolTip) {
+  QWidget control;
+  Label label("lblDate");
+  label.SetBounds({0, 0, 900, 300});
+  QWidget* const peer = MakePeer(label, &control);
+  control.show();
+  const auto toolTip = [&] {
+    QHelpEvent help(QEvent::ToolTip, {5, 5}, peer->mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(peer, &help);
+    return QToolTip::isVisible() ? QToolTip::text() : QString();
+  };
+  label.SetCaption("Date:");
+  EXPECT_EQ(toolTip(), "");
+  label.SetCaption("Date:  11/23/2026  A meeting about everything (1 of 3)");
+  EXPECT_TRUE(toolTip().contains("(1 of 3)")) << toolTip().toStdString();
+  QToolTip::hideText();
+}
+
 TEST(QtPeers, ElementOutlivesItsPeers) {
   Label label("lblDate");
   Timer timer("tmrStart", 1);
