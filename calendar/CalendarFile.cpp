@@ -11,6 +11,7 @@
 #include <string_view>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 #include "calendar/ShortHash.h"
 #include "platform/WholeFile.h"
@@ -58,9 +59,9 @@ FileMark MarkOf(const struct stat& status) {
           Nanoseconds(status.st_ctim)};
 }
 
-std::optional<FileMark> MarkAt(const std::string& path) {
+std::optional<FileMark> MarkAt(int folder, const std::string& name) {
   struct stat status {};
-  if (::stat(path.c_str(), &status) != 0) return std::nullopt;
+  if (::fstatat(folder, name.c_str(), &status, 0) != 0) return std::nullopt;
   return MarkOf(status);
 }
 
@@ -70,31 +71,79 @@ struct stat StatusOf(const OpenFile& file, const std::string& path) {
   return status;
 }
 
-/// The file, locked against our other programs. What they lock is the file itself, so after a
-/// wait the name may belong to another one.
-OpenFile OpenLocked(const std::string& path, std::chrono::milliseconds patience) {
-  constexpr std::chrono::milliseconds Pause{10};
-  const auto deadline = std::chrono::steady_clock::now() + patience;
-  while (true) {
-    OpenFile file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    if (!file.IsOpen()) Fail(path, errno);
-    const struct stat status = StatusOf(file, path);
-    if (!S_ISREG(status.st_mode)) Fail(errors::BadFileName, path, "it is no ordinary file");
-    // The superuser may write everywhere; a file that nobody may write is still meant to stay.
-    const bool writable = (status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0;
-    if (!writable || ::access(path.c_str(), W_OK) != 0) {
-      Fail(errors::BadFileMode, path, "it is write-protected");
-    }
-    const bool locked = ::flock(file.Descriptor(), LOCK_EX | LOCK_NB) == 0;
-    const auto named = MarkAt(path);
-    if (locked && named && named->device == status.st_dev && named->file == status.st_ino) {
-      return file;
-    }
-    if (std::chrono::steady_clock::now() >= deadline) {
-      Fail(errors::FileAlreadyOpen, path, "another program holds it");
-    }
-    std::this_thread::sleep_for(Pause);
+using TimePoint = std::chrono::steady_clock::time_point;
+
+constexpr std::chrono::milliseconds Pause{10};
+
+void PauseUntil(TimePoint deadline, const std::string& path) {
+  if (std::chrono::steady_clock::now() >= deadline) {
+    Fail(errors::FileAlreadyOpen, path, "another program holds it");
   }
+  std::this_thread::sleep_for(Pause);
+}
+
+/// Where a calendar lies, its folder locked against our other programs: the file may be replaced at
+/// any time, and with it what a lock on it is good for, but not the folder. The file is reached
+/// through the open folder only, so that a folder moved meanwhile is still the one that is locked.
+class LockedPlace {
+ public:
+  /// @param target  the canonical path of the calendar
+  /// @param path    what messages call it
+  LockedPlace(const std::filesystem::path& target, std::string path, TimePoint deadline)
+      : path_(std::move(path)),
+        name_(target.filename().string()),
+        folder_(::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)),
+        deadline_(deadline) {
+    if (!folder_.IsOpen()) Fail(path_, errno);
+    while (::flock(folder_.Descriptor(), LOCK_EX | LOCK_NB) != 0) {
+      if (errno != EWOULDBLOCK && errno != EINTR) Fail(path_, errno);
+      PauseUntil(deadline_, path_);
+    }
+  }
+
+  const std::string& Path() const { return path_; }
+  const std::string& Name() const { return name_; }
+  int Folder() const { return folder_.Descriptor(); }
+  std::optional<FileMark> Mark() const { return MarkAt(Folder(), name_); }
+
+  /// The file, once no other program holds a lock on it.
+  OpenFile Open() const {
+    while (true) {
+      OpenFile file(
+          ::openat(Folder(), name_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+      if (!file.IsOpen()) Fail(path_, errno);
+      const struct stat status = StatusOf(file, path_);
+      if (!S_ISREG(status.st_mode)) Fail(errors::BadFileName, path_, "it is no ordinary file");
+      // The superuser may write everywhere; a file that nobody may write is still meant to stay.
+      const bool writable = (status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0;
+      if (!writable || ::faccessat(Folder(), name_.c_str(), W_OK, 0) != 0) {
+        Fail(errors::BadFileMode, path_, "it is write-protected");
+      }
+      // Some file systems in a network lock no file that is open for reading.
+      const bool isHeld =
+          ::flock(file.Descriptor(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+      const auto named = Mark();
+      if (!isHeld && named && named->device == status.st_dev && named->file == status.st_ino) {
+        return file;
+      }
+      PauseUntil(deadline_, path_);
+    }
+  }
+
+ private:
+  std::string path_;
+  std::string name_;
+  OpenFile folder_;
+  TimePoint deadline_;
+};
+
+/// A write sets both times to one; a file that was written elsewhere and renamed, whole, has the
+/// later time of the renaming in its entry.
+bool MayBeInWriting(const FileMark& mark) {
+  constexpr std::chrono::milliseconds Quiet{50};
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  const auto age = now - std::chrono::nanoseconds(mark.modified);
+  return mark.modified == mark.changed && age >= std::chrono::nanoseconds(0) && age < Quiet;
 }
 
 std::string ReadAll(const OpenFile& file, const std::string& path, std::size_t size) {
@@ -121,21 +170,20 @@ void WriteAll(const OpenFile& file, std::string_view bytes, const std::string& p
 }
 
 /// The new file under its own name, beside the old one, deleted unless it was renamed. The name is
-/// always the same for one calendar, whose lock is held, so that a run that was stopped leaves no
-/// more than one.
+/// always the same for one calendar, whose place is locked, so that a run that was stopped leaves
+/// no more than one.
 class WorkFile {
  public:
-  explicit WorkFile(const std::string& path)
-      : name_(std::filesystem::path(path).parent_path() /
-              (".velkor-" + ShortHash(std::filesystem::path(path).filename().string()))),
-        file_(Open(path)) {}
+  explicit WorkFile(const LockedPlace& place)
+      : place_(place), name_(".velkor-" + ShortHash(place.Name())), file_(Open()) {}
   ~WorkFile() {
-    if (!renamed_) ::unlink(name_.c_str());
+    if (!renamed_) ::unlinkat(place_.Folder(), name_.c_str(), 0);
   }
   WorkFile(const WorkFile&) = delete;
   WorkFile& operator=(const WorkFile&) = delete;
 
-  void Fill(std::string_view bytes, const struct stat& old, const std::string& path) {
+  void Fill(std::string_view bytes, const struct stat& old) {
+    const std::string& path = place_.Path();
     WriteAll(file_, bytes, path);
     // Only the superuser may give a file away; a group of our own can be kept.
     if (::fchown(file_.Descriptor(), old.st_uid, old.st_gid) != 0 &&
@@ -147,29 +195,30 @@ class WorkFile {
     if (::fsync(file_.Descriptor()) != 0) Fail(path, errno);
   }
 
-  FileMark MoveOver(const std::string& path) {
-    if (::rename(name_.c_str(), path.c_str()) != 0) Fail(path, errno);
+  FileMark MoveOver() {
+    if (::renameat(place_.Folder(), name_.c_str(), place_.Folder(), place_.Name().c_str()) != 0) {
+      Fail(place_.Path(), errno);
+    }
     renamed_ = true;
-    const OpenFile folder(::open(std::filesystem::path(path).parent_path().c_str(),
-                                 O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder.IsOpen()) ::fsync(folder.Descriptor());
-    return MarkOf(StatusOf(file_, path));
+    ::fsync(place_.Folder());
+    return MarkOf(StatusOf(file_, place_.Path()));
   }
 
  private:
-  int Open(const std::string& path) const {
-    ::unlink(name_.c_str());
-    const int descriptor =
-        ::open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+  int Open() const {
+    ::unlinkat(place_.Folder(), name_.c_str(), 0);
+    const int descriptor = ::openat(place_.Folder(), name_.c_str(),
+                                    O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (descriptor < 0) {
       const int code = errno;
-      Fail(code == EEXIST ? errors::FileAlreadyOpen : errors::BadFileMode, path,
+      Fail(code == EEXIST ? errors::FileAlreadyOpen : errors::BadFileMode, place_.Path(),
            "no work file can be written beside it (" + std::generic_category().message(code) + ")");
     }
     return descriptor;
   }
 
-  std::filesystem::path name_;
+  const LockedPlace& place_;
+  std::string name_;
   OpenFile file_;
   bool renamed_ = false;
 };
@@ -177,28 +226,39 @@ class WorkFile {
 }  // namespace
 
 std::optional<FileMark> CalendarFile::Mark() const {
-  return MarkAt(path_);
+  return MarkAt(AT_FDCWD, path_);
 }
 
 CalendarFile::Replacement CalendarFile::Replace(
-    const std::function<std::string(const std::string&)>& edit) const {
+    const std::function<std::string(const std::string&)>& edit) {
   constexpr int Attempts = 20;
+  constexpr std::chrono::seconds MostWaiting{1};
   std::error_code code;
-  const std::string target = std::filesystem::canonical(path_, code).string();
+  const std::filesystem::path target = std::filesystem::canonical(path_, code);
   if (code) Fail(path_, code.value());
+  const TimePoint begin = std::chrono::steady_clock::now();
+  const LockedPlace place(target, path_, begin + options_.patience);
+  const TimePoint quietUntil = std::chrono::steady_clock::now() + MostWaiting;
   for (int attempt = 0; attempt < Attempts; ++attempt) {
-    const OpenFile file = OpenLocked(target, options_.patience);
-    const struct stat status = StatusOf(file, path_);
+    const OpenFile file = place.Open();
+    struct stat status = StatusOf(file, path_);
+    while (MarkOf(status) != written_ && MayBeInWriting(MarkOf(status)) &&
+           std::chrono::steady_clock::now() < quietUntil) {
+      std::this_thread::sleep_for(Pause);
+      status = StatusOf(file, path_);
+    }
     const FileMark before = MarkOf(status);
     const auto size = static_cast<std::size_t>(status.st_size);
     if (size > options_.largest) Fail(errors::BadFileMode, path_, "it is too large");
     const std::string bytes = ReadAll(file, path_, size);
-    if (MarkAt(target) != before) continue;
+    if (place.Mark() != before) continue;
     const std::string edited = edit(bytes);
     if (edited == bytes) return {before, before};
-    WorkFile work(target);
-    work.Fill(edited, status, path_);
-    if (MarkAt(target) == before) return {before, work.MoveOver(target)};
+    WorkFile work(place);
+    work.Fill(edited, status);
+    if (place.Mark() != before) continue;
+    written_ = work.MoveOver();
+    return {before, *written_};
   }
   Fail(errors::FileAlreadyOpen, path_, "another program keeps changing it");
 }

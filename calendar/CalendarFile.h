@@ -49,15 +49,18 @@ class CalendarFile {
 
   /// Reads the file, lets `edit` make the new bytes and replaces the file by them in one step:
   /// whoever looks, whenever the program is stopped, finds the old file or the new one, whole.
-  /// Only one program at a time does this to a file. When another one changed the file meanwhile,
-  /// `edit` is called again with the new bytes. Permissions are kept, the owner where the system
-  /// lets us. Throws what `edit` throws, and Error (a file error number) that names the file and
-  /// what is wrong with it; the file is then as it was.
-  Replacement Replace(const std::function<std::string(const std::string&)>& edit) const;
+  /// Only one of our programs at a time does this in a folder. When another program changed the
+  /// file meanwhile, `edit` is called again with the new bytes; one that seems to be writing into
+  /// the file at this moment is waited for, up to a second. Permissions are kept, the owner where
+  /// the system lets us. Throws what `edit` throws, and Error (a file error number) that names the
+  /// file and what is wrong with it; the file is then as it was.
+  Replacement Replace(const std::function<std::string(const std::string&)>& edit);
 
  private:
   std::string path_;
   CalendarFileOptions options_;
+  /// What the last replacement left.
+  std::optional<FileMark> written_;
 };
 
 }  // namespace velkor

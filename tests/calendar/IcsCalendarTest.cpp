@@ -193,7 +193,7 @@ TEST_F(IcsCalendarTest, ASaveMergesWithWhatAnotherProgramDidToTheSameEvent) {
 }
 
 TEST_F(IcsCalendarTest, AFileThatChangesDuringASaveIsReadAgain) {
-  const CalendarFile file(path_);
+  CalendarFile file(path_);
   int calls = 0;
   const auto replaced = file.Replace([&](const std::string& bytes) {
     if (++calls == 1) Write(bytes + "theirs\n");
@@ -262,10 +262,10 @@ TEST_F(IcsCalendarTest, AFileThatMayNotBeWrittenRefusesAndNothingIsLost) {
   refuses("no work file can be written");
   fs::remove_all(work);
 
-  {
-    const int held = open(path_.c_str(), O_RDONLY | O_CLOEXEC);
+  for (const std::string& place : {path_, folder_}) {
+    const int held = open(place.c_str(), O_RDONLY | O_CLOEXEC);
     ASSERT_EQ(flock(held, LOCK_EX), 0);
-    const CalendarFile impatient(path_, {.patience = std::chrono::milliseconds(50)});
+    CalendarFile impatient(path_, {.patience = std::chrono::milliseconds(50)});
     EXPECT_NE(FaultOf([&] {
                 impatient.Replace([](const std::string& bytes) { return bytes + "x"; });
               }).find("another program holds it"),
@@ -355,7 +355,7 @@ TEST_F(IcsCalendarTest, ManyProcessesSavingAtOnceLoseNoSave) {
     const pid_t child = fork();
     ASSERT_GE(child, 0);
     if (child == 0) {
-      const CalendarFile file(path_, {.patience = std::chrono::seconds(60)});
+      CalendarFile file(path_, {.patience = std::chrono::seconds(60)});
       for (int i = 0; i < Saves; ++i) {
         CalendarItem item;
         item.fields.subject = std::to_string(writer) + "-" + std::to_string(i);

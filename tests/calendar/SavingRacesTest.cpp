@@ -1,0 +1,147 @@
+// tests/calendar/SavingRacesTest.cpp: saves while other programs write the same file.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <thread>
+
+#include "calendar/CalendarFile.h"
+#include "calendar/EmbeddedOutlook.h"
+#include "calendar/IcsCalendar.h"
+#include "calendar/ShortHash.h"
+#include "platform/headless/FixedLocale.h"
+#include "support/values/Error.h"
+#include "tests/calendar/IcsCase.h"
+
+namespace velkor {
+namespace {
+
+namespace fs = std::filesystem;
+using std::chrono::milliseconds;
+using Clock = std::chrono::steady_clock;
+
+class SavingRaces : public testing::Test {
+ protected:
+  SavingRaces()
+      : folder_(testing::TempDir() + "races-" + std::to_string(getpid()) + "-" +
+                testing::UnitTest::GetInstance()->current_test_info()->name()),
+        path_(folder_ + "/team.ics") {
+    fs::create_directories(folder_);
+  }
+  ~SavingRaces() override { fs::remove_all(folder_); }
+
+  void Write(const std::string& text) const { std::ofstream(path_, std::ios::binary) << text; }
+  /// As a program does that knows nothing of our locks.
+  void ReplaceAsAForeignProgram(const std::string& text) const {
+    std::ofstream(path_ + ".foreign", std::ios::binary) << text;
+    fs::rename(path_ + ".foreign", path_);
+  }
+  std::string Read() const {
+    std::ifstream file(path_, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+
+  std::string folder_;
+  std::string path_;
+};
+
+TEST_F(SavingRaces, AForeignReplacementLetsNoSecondSaveOfOursIn) {
+  Write("old\n");
+  const CalendarFileOptions patient{.patience = std::chrono::seconds(20)};
+  std::atomic<bool> otherIsIn = false;
+  std::thread other;
+  int calls = 0;
+  CalendarFile(path_, patient).Replace([&](const std::string& bytes) {
+    if (++calls == 1) {
+      ReplaceAsAForeignProgram("foreign\n");
+      other = std::thread([&] {
+        CalendarFile(path_, patient).Replace([&](const std::string& theirs) {
+          otherIsIn = true;
+          return theirs + "other\n";
+        });
+      });
+      std::this_thread::sleep_for(milliseconds(150));
+    }
+    EXPECT_FALSE(otherIsIn) << "two saves were at work at once";
+    return bytes + "first\n";
+  });
+  other.join();
+  EXPECT_EQ(Read(), "foreign\nfirst\nother\n");
+}
+
+TEST_F(SavingRaces, BesideAForeignWriterEverySaveIsWholeOrSaysThatTheFileKeepsChanging) {
+  const std::string body(std::size_t{1} << 20, 'x');
+  Write(body);
+  const auto end = Clock::now() + milliseconds(1200);
+  std::vector<pid_t> ours;
+  for (const char own : {'a', 'b'}) {
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child != 0) {
+      ours.push_back(child);
+      continue;
+    }
+    int faults = 0;
+    while (Clock::now() < end) {
+      try {
+        CalendarFile(path_, {.patience = std::chrono::seconds(20)})
+            .Replace([&](const std::string& bytes) {
+              if (bytes.compare(0, body.size(), body) != 0) ++faults;
+              return body + (bytes == body + own ? "" : std::string(1, own));
+            });
+      } catch (const Error& error) {
+        if (error.Description().find("keeps changing it") == std::string::npos) ++faults;
+      }
+    }
+    _exit(std::min(faults, 100));
+  }
+  while (Clock::now() < end) {
+    ReplaceAsAForeignProgram(body + "f");
+    std::this_thread::sleep_for(milliseconds(15));
+    EXPECT_EQ(Read().compare(0, body.size(), body), 0) << "the file is not whole";
+  }
+  for (const pid_t child : ours) {
+    int state = 0;
+    waitpid(child, &state, 0);
+    EXPECT_EQ(state, 0);
+  }
+  EXPECT_FALSE(fs::exists(folder_ + "/.velkor-" + ShortHash("team.ics")));
+}
+
+TEST_F(SavingRaces, AProgramThatIsWritingIntoTheFileIsWaitedFor) {
+  // A machine under load may keep the writer from its next part longer than we wait for it.
+  constexpr int Rounds = 10;
+  constexpr milliseconds LongestPause{30};
+  for (int round = 0; round < Rounds; ++round) {
+    Write("old\n");
+    std::atomic<bool> hasBegun = false;
+    Clock::duration longest{0};
+    std::thread foreign([&] {
+      std::ofstream file(path_, std::ios::binary);
+      auto before = Clock::now();
+      for (const char* part : {"one\n", "two\n", "three\n", "four\n"}) {
+        file << part << std::flush;
+        longest = std::max(longest, Clock::now() - before);
+        before = Clock::now();
+        hasBegun = true;
+        std::this_thread::sleep_for(milliseconds(12));
+      }
+    });
+    while (!hasBegun) std::this_thread::yield();
+    CalendarFile(path_).Replace([](const std::string& bytes) { return bytes + "ours\n"; });
+    foreign.join();
+    if (longest > LongestPause) continue;
+    EXPECT_EQ(Read(), "one\ntwo\nthree\nfour\nours\n");
+    return;
+  }
+  GTEST_SKIP() << "the machine is too busy for this";
+}
+
+}  // namespace
+}  // namespace velkor
