@@ -48,6 +48,8 @@ IcsComponentEdit::IcsComponentEdit(std::string_view bytes, const IcsComponent& c
     const bool begins = property && property->Is("BEGIN");
     const bool ends = property && property->Is("END");
     if (begins && ++depth == 2) inside = UpperCase(Trim(property->value));
+    // The component's own END ends all that is open inside it.
+    if (ends && depth > 1 && SameName(Trim(property->value), component.name)) depth = 1;
     if (depth > 1) kept.inside = inside;
     if (ends && --depth == 0 && !end) end = lines_.size() - 1;
     if (depth == 1 && property && !begins && !ends) {

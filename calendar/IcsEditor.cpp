@@ -28,6 +28,12 @@ WallSeconds ToUtc(WallSeconds local, const IcsDocument& document) {
   Fail("A date of the appointment lies outside the years 100 to 9999.");
 }
 
+/// What a local time shows once it was written on Greenwich's clock: itself, but for one that the
+/// clock skips.
+WallSeconds AsShown(Date local, const IcsDocument& document) {
+  return document.UtcZone().ToLocal(ToUtc(local.Seconds(), document));
+}
+
 std::string UtcText(Date local, const IcsDocument& document) {
   return TimeValue(ToUtc(local.Seconds(), document), true);
 }
@@ -89,11 +95,13 @@ class EventEditor {
   void SetTimes(const CalendarItem& after) {
     const bool allDay = after.fields.allDay;
     const bool otherKind = allDay != event_.start.isDate;
+    bool floats = event_.start.zone == &document_.FloatingZone();
     if (otherKind || event_.start.Local() != after.start.Seconds()) {
       const TimeText start = TimeTextFor("DTSTART", event_.start, after.start, allDay);
       edit_.Set("DTSTART", start.parameters, start.value);
+      floats = floats && !start.value.ends_with('Z');
     }
-    SetEnd(after, otherKind);
+    SetEnd(after, otherKind, floats);
     if (edit_.Has("X-MICROSOFT-CDO-ALLDAYEVENT")) {
       edit_.Set("X-MICROSOFT-CDO-ALLDAYEVENT", "", allDay ? "TRUE" : "FALSE");
     }
@@ -108,7 +116,8 @@ class EventEditor {
     return std::clamp(event_.sequence.value_or(0), 0LL, Largest - 1) + 1;
   }
 
-  void SetEnd(const CalendarItem& after, bool otherKind) {
+  /// @param floats  whether the start, as it is written now, is on no particular clock
+  void SetEnd(const CalendarItem& after, bool otherKind, bool floats) {
     const bool allDay = after.fields.allDay;
     if (!allDay && after.end == after.start) {
       edit_.Remove("DTEND");
@@ -116,13 +125,16 @@ class EventEditor {
       return;
     }
     if (edit_.Has("DURATION") && !edit_.Has("DTEND")) {
+      const bool countsByClock = allDay || floats;
       const std::int64_t seconds =
-          allDay ? after.end.Seconds() - after.start.Seconds()
-                 : std::max<std::int64_t>(ToUtc(after.end.Seconds(), document_) -
-                                              ToUtc(after.start.Seconds(), document_),
-                                          0);
+          countsByClock ? after.end.Seconds() - after.start.Seconds()
+                        : std::max<std::int64_t>(ToUtc(after.end.Seconds(), document_) -
+                                                     ToUtc(after.start.Seconds(), document_),
+                                                 0);
       const auto& before = event_.duration;
-      const bool same = before && before->days * SecondsPerDay + before->seconds == seconds;
+      // Days are the clock's, of which some are shorter or longer.
+      const bool same = before && (countsByClock || before->days == 0) &&
+                        before->days * SecondsPerDay + before->seconds == seconds;
       if (!same || otherKind) {
         edit_.Set("DURATION", edit_.ParametersWithout("DURATION", {}),
                   DurationValue(seconds, allDay));
@@ -222,7 +234,7 @@ void CheckFile(const std::string& bytes, IcsEncoding encoding, const std::string
 }
 
 /// The event as the next reading will find it at this place. Throws when that is not what was to be
-/// written.
+/// written, or when it would reach further than its own text.
 CalendarItem ReadBack(IcsDocument& document, const std::string& bytes, IcsComponent component,
                       const std::vector<const IcsEvent*>& changed, const CalendarItem& wanted,
                       const std::string& name, const IcsLimits& limits) {
@@ -232,26 +244,41 @@ CalendarItem ReadBack(IcsDocument& document, const std::string& bytes, IcsCompon
   };
   if (component.end - component.begin > limits.componentSize) refuse();
   Diagnostics ignored(name, 1);
+  const std::string_view text =
+      std::string_view(bytes).substr(component.begin, component.end - component.begin);
+  const IcsScan alone = ScanIcs(text, limits, ignored);
+  if (alone.components.size() != 1 || alone.components[0].begin != 0 ||
+      alone.components[0].end != text.size() ||
+      alone.components[0].unfinished != component.unfinished) {
+    refuse();
+  }
   const IcsFile file{bytes, document.Scan().encoding, document.Zones(), limits, ignored};
   const auto event = ReadIcsEvent(component, file);
   if (!event) refuse();
   IcsItemBuilder items({}, limits, ignored);
   CalendarItem item = items.Bare(*event, changed, wanted.entryId);
   if (item.fields.allDay != wanted.fields.allDay || item.recurring != wanted.recurring) refuse();
+  const auto shows = [&](Date written, Date set) {
+    return written.Seconds() == set.Seconds() || written.Seconds() == AsShown(set, document);
+  };
+  if (!shows(item.start, wanted.start) || !shows(item.end, wanted.end)) refuse();
   return item;
 }
 
-void CheckFields(const AppointmentFields& written, const CalendarItem& after,
-                 const ItemChange& change, const std::string& name) {
-  const AppointmentFields& wanted = after.fields;
-  const bool same = (!change.subject || written.subject == wanted.subject) &&
-                    (!change.location || written.location == wanted.location) &&
-                    (!change.body || written.body == wanted.body) &&
-                    (!change.categories || written.categories == wanted.categories);
+void CheckFields(const AppointmentFields& written, const AppointmentFields& wanted,
+                 const std::string& name) {
+  const bool same = written.subject == wanted.subject && written.location == wanted.location &&
+                    written.body == wanted.body && written.categories == wanted.categories;
   if (!same) {
     Fail("A text of the appointment \"" + wanted.subject + "\" cannot be kept in the calendar " +
          "file " + name + "; nothing was saved.");
   }
+}
+
+bool HasUnfinished(const IcsDocument& document) {
+  const auto& components = document.Scan().components;
+  return std::any_of(components.begin(), components.end(),
+                     [](const IcsComponent& one) { return one.unfinished; });
 }
 
 /// The line end before a place; where there is none, the first one of the text.
@@ -316,9 +343,9 @@ IcsEdit AddToIcs(std::string_view bytes, const std::string& name, const Calendar
   const IcsComponent component{
       "VEVENT", place + lead, place + lead + text.size(), 1, document.Scan().calendars - 1, false};
   edit.item = ReadBack(document, edit.bytes, component, {}, wanted, name, limits);
-  const ItemChange all{
-      fields.subject, fields.categories, fields.location, fields.body, {}, {}, {}, {}};
-  CheckFields(edit.item.fields, item, all, name);
+  CheckFields(edit.item.fields, fields, name);
+  // Another event without END, or without a line end after it, may have another text now.
+  edit.movesOthers = lead > 0 || HasUnfinished(document) || document.Scan().mixedEncodings;
   return edit;
 }
 
@@ -354,14 +381,21 @@ IcsEdit ChangeInIcs(std::string_view bytes, const std::string& name, const Calen
   IcsEdit edit;
   edit.bytes = WithSplices(bytes, std::move(splices));
   CheckFile(edit.bytes, document.Scan().encoding, name, limits);
-  CalendarItem wanted = after;
-  if (!change.SetsTimes()) {
-    wanted.fields.allDay = event.fields.allDay;
-    wanted.recurring = event.IsRecurring() && !event.recurrenceId;
+  // What is not set stays as the file has it, which may be newer than what the caller has.
+  IcsItemBuilder items({}, limits, ignored);
+  CalendarItem wanted = items.Bare(event, {}, after.entryId);
+  if (change.subject) wanted.fields.subject = after.fields.subject;
+  if (change.location) wanted.fields.location = after.fields.location;
+  if (change.body) wanted.fields.body = after.fields.body;
+  if (change.categories) wanted.fields.categories = after.fields.categories;
+  if (change.SetsTimes()) {
+    wanted.fields.allDay = after.fields.allDay;
+    wanted.start = after.start;
+    wanted.end = after.end;
   }
   edit.item = ReadBack(document, edit.bytes, component, document.ChangedOf(appointment), wanted,
                        name, limits);
-  CheckFields(edit.item.fields, after, change, name);
+  CheckFields(edit.item.fields, wanted.fields, name);
   // Without its last piece of UTF-8 the rest counts as Latin-1.
   edit.movesOthers = document.Scan().mixedEncodings;
   if (appointment.sharesUid || !appointment.hidden.empty()) {
@@ -392,12 +426,9 @@ IcsEdit DeleteFromIcs(std::string_view bytes, const std::string& name, const std
   edit.bytes = WithSplices(bytes, std::move(splices));
   // Another one may move up: of equal texts, of copies that name one identifier, of one UID. A
   // component without END reaches further now.
-  const auto& components = document.Scan().components;
-  const bool grows = std::any_of(components.begin(), components.end(),
-                                 [](const IcsComponent& one) { return one.unfinished; });
   const bool knownByUid = entryId == EntryIdOfUid(document.Events()[appointment.main].uid);
-  edit.movesOthers =
-      appointment.sharesUid || !knownByUid || grows || document.Scan().mixedEncodings;
+  edit.movesOthers = appointment.sharesUid || !knownByUid || HasUnfinished(document) ||
+                     document.Scan().mixedEncodings;
   return edit;
 }
 

@@ -182,6 +182,18 @@ TEST_F(IcsCalendarTest, TwoWindowsSaveInTurnAndLoseNothing) {
   EXPECT_EQ(first.events.Take(), Texts{"remove"});
 }
 
+TEST_F(IcsCalendarTest, AnEventWithoutAUidInAnUnendedLineIsSavedAfterAnotherOneWasAdded) {
+  Write("BEGIN:VCALENDAR\nBEGIN:VEVENT\nSUMMARY:last\nDTSTART:20260301\nEND:VEVENT");
+  Window window(path_);
+  const auto added = window.items->Add("");
+  added->SetSubject("new");
+  added->SetStart(Date::FromYmd(2026, 4, 1));
+  added->Save();
+  window.calendar.CheckForChanges();
+  window.Rename("last", "changed");
+  EXPECT_EQ(Window(path_).Subjects(), (Texts{"changed", "new"}));
+}
+
 TEST_F(IcsCalendarTest, ASaveMergesWithWhatAnotherProgramDidToTheSameEvent) {
   Window window(path_);
   Write(Calendar(Replace(Named("a"), "SUMMARY", "LOCATION:Ghent\nSUMMARY") + Named("c")));

@@ -4,8 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
+#include <ctime>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <random>
 
 #include "calendar/IcsText.h"
@@ -212,6 +215,62 @@ TEST(IcsEditor, RemindersAreTouchedOnlyWhenTheyWereSet) {
   EXPECT_NE(Change(without, "a", change).bytes.find("END:VALARM\nEND:VEVENT\n"), std::string::npos);
 }
 
+TEST(IcsEditor, AReminderThatEndsNowhereGoesWithoutItsEvent) {
+  const std::string open = "UID:1\nSUMMARY:a\nDTSTART:20260301\nBEGIN:VALARM\n";
+  const std::string tail = "DESCRIPTION:x\nEND:VALARM\nEND:VEVENT\n";
+  const std::string text = Calendar(Event(open) + tail);
+  ItemChange change;
+  change.reminder = false;
+  const IcsEdit edit = Change(text, "a", change);
+  EXPECT_EQ(ItemOf(edit.bytes, "a").fields.body, "") << edit.bytes;
+  EXPECT_EQ(ItemOf(edit.bytes, "a").contentMark, edit.item.contentMark);
+  EXPECT_EQ(edit.bytes.find("BEGIN:VALARM"), std::string::npos);
+  EXPECT_NE(edit.bytes.find("END:VEVENT\n" + tail), std::string::npos) << edit.bytes;
+}
+
+/// The system's clock in another zone.
+class Zone {
+ public:
+  explicit Zone(const char* name) {
+    if (const char* before = std::getenv("TZ")) before_ = before;
+    Set(name);
+  }
+  ~Zone() { Set(before_ ? before_->c_str() : nullptr); }
+  Zone(const Zone&) = delete;
+  Zone& operator=(const Zone&) = delete;
+
+ private:
+  static void Set(const char* name) {
+    name ? ::setenv("TZ", name, 1) : ::unsetenv("TZ");
+    ::tzset();
+  }
+  std::optional<std::string> before_;
+};
+
+TEST(IcsEditor, TimesThatTheClockSkipsAndDaysThatItShortens) {
+  const Zone zone("Europe/Berlin");
+  const auto span = [](const std::string& times, Date start, Date end) {
+    const IcsEdit edit =
+        Change(Calendar(Event("UID:1\nSUMMARY:a\n" + times)), "a", NewTimes(start, end));
+    const CalendarItem after = ItemOf(edit.bytes, "a");
+    EXPECT_EQ(after.contentMark, edit.item.contentMark);
+    return Words(after.start, after.end);
+  };
+  const std::string floating = "DTSTART:20260301T090000\nDURATION:PT1H\n";
+  const std::string utc = "DTSTART:20260301T090000Z\nDURATION:PT1H\n";
+  EXPECT_EQ(span(floating, At(3, 29, 2, 30), At(3, 29, 4)), "2026-03-29 02:30 to 2026-03-29 04:00");
+  EXPECT_EQ(span(utc, At(3, 29, 2, 30), At(3, 29, 4)), "2026-03-29 03:30 to 2026-03-29 04:00");
+  EXPECT_EQ(span(floating, At(3, 28, 9), At(3, 29, 9)), "2026-03-28 09:00 to 2026-03-29 09:00");
+  EXPECT_EQ(span(utc, At(3, 28, 9), At(3, 29, 9)), "2026-03-28 09:00 to 2026-03-29 09:00");
+  EXPECT_EQ(span("DTSTART:20260301T080000Z\nDURATION:P1D\n", At(10, 24, 9), At(10, 25, 8)),
+            "2026-10-24 09:00 to 2026-10-25 08:00");
+  EXPECT_EQ(span("DTSTART:20260301T080000Z\nDURATION:P1D\n", At(3, 28, 9), At(3, 29, 10)),
+            "2026-03-28 09:00 to 2026-03-29 10:00");
+  EXPECT_NE(FaultOf([&] { span(utc, At(3, 29, 2, 30), At(3, 29, 3)); }).find("nothing was saved"),
+            std::string::npos)
+      << "the end would be moved";
+}
+
 TEST(IcsEditor, RecurringAppointmentsKeepTheirTimesAndTheirExceptions) {
   const std::string moved =
       Event("UID:1\nRECURRENCE-ID:20260108T090000\nSUMMARY:Moved\nDTSTART:20260109T090000\n");
@@ -306,6 +365,11 @@ TEST(IcsEditor, ANewAppointmentStandsAtTheEndOfTheLastCalendar) {
   const std::string open = "BEGIN:VCALENDAR\nBEGIN:VEVENT\nUID:1\nSUMMARY:a\nDTSTART:20260301";
   EXPECT_EQ(add(open).bytes, open + "\n" + added);
   EXPECT_EQ(Parse(add(open).bytes).items.size(), 2U);
+  EXPECT_FALSE(add(text).movesOthers);
+  EXPECT_TRUE(add(open).movesOthers);
+  EXPECT_TRUE(add(Calendar("BEGIN:VEVENT\nSUMMARY:a\nDTSTART:20260301\n")).movesOthers);
+  EXPECT_TRUE(
+      add(Calendar(Event("SUMMARY:\xE9\nDTSTART:20260301\nLOCATION:\xC3\xA9\n"))).movesOthers);
 
   const CalendarItem item = ItemOf(add(text).bytes, "Trip, long");
   EXPECT_EQ(item.entryId, add(text).item.entryId);

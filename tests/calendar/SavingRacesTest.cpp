@@ -12,12 +12,8 @@
 #include <thread>
 
 #include "calendar/CalendarFile.h"
-#include "calendar/EmbeddedOutlook.h"
-#include "calendar/IcsCalendar.h"
 #include "calendar/ShortHash.h"
-#include "platform/headless/FixedLocale.h"
 #include "support/values/Error.h"
-#include "tests/calendar/IcsCase.h"
 
 namespace velkor {
 namespace {
