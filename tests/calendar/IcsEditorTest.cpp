@@ -459,6 +459,7 @@ TEST(IcsEditor, InOddFilesASaveChangesItsOwnAppointmentAlone) {
     for (const CalendarItem& item : before) {
       ItemChange change = NewSubject(round % 3 == 0 ? "a" : "new, text");
       if (round % 2 == 0) change.start = change.end = At(8, 1, 12);
+      if (round % 5 < 2) change.reminder = round % 5 == 0;
       IcsEdit edit;
       try {
         CalendarItem after = WithChange(item, change);
