@@ -235,9 +235,10 @@ void CheckFile(const std::string& bytes, IcsEncoding encoding, const std::string
 
 /// The event as the next reading will find it at this place. Throws when that is not what was to be
 /// written, or when it would reach further than its own text.
-CalendarItem ReadBack(IcsDocument& document, const std::string& bytes, IcsComponent component,
-                      const std::vector<const IcsEvent*>& changed, const CalendarItem& wanted,
-                      const std::string& name, const IcsLimits& limits) {
+CalendarItem ReadBack(IcsDocument& document, const std::string& bytes,
+                      const IcsComponent& component, const std::vector<const IcsEvent*>& changed,
+                      const CalendarItem& wanted, const std::string& name,
+                      const IcsLimits& limits) {
   const auto refuse = [&] {
     Fail("The appointment \"" + wanted.fields.subject + "\" cannot be written into the calendar " +
          "file " + name + " as it is; nothing was saved.");
