@@ -31,30 +31,77 @@ IcsCalendar::IcsCalendar(const std::string& path, const DateWindow& window,
 std::vector<CalendarItem> IcsCalendar::Read(const DateWindow& window) {
   // Taken before: a change while the file is read is then found at the next look.
   const std::optional<FileMark> mark = file_.Mark();
-  ParsedCalendar calendar = ReadIcsFile(file_.Path(), window, options_);
+  return Adopt(mark, ReadIcsFile(file_.Path(), window, options_));
+}
+
+std::vector<CalendarItem> IcsCalendar::Adopt(const std::optional<FileMark>& mark,
+                                             ParsedCalendar calendar) {
+  ++revision_;
   known_ = mark;
   failed_.reset();
   diagnostics_ = std::move(calendar.diagnostics);
   return std::move(calendar.items);
 }
 
-bool IcsCalendar::CheckForChanges() {
-  const std::optional<FileMark> mark = file_.Mark();
+bool IcsCalendar::IsNews(const std::optional<FileMark>& mark) {
   if (mark && mark == known_) {
     failed_.reset();
     return false;
   }
-  if (failed_ && *failed_ == mark) return false;
-  const DateWindow window = *folder_->Loaded();
+  return !failed_ || *failed_ != mark;
+}
+
+/// @param reading  one of the file in the state `mark`, that has ended
+void IcsCalendar::Show(const std::optional<FileMark>& mark, const DateWindow& window,
+                       const IcsReading& reading) {
   std::vector<CalendarItem> items;
   try {
-    items = Read(window);
+    items = Adopt(mark, reading.Result());
   } catch (const Error&) {
+    ++revision_;
     failed_.emplace(mark);
     throw;
   }
   folder_->Replace(std::move(items), window);
+}
+
+bool IcsCalendar::CheckForChanges() {
+  const std::optional<FileMark> mark = file_.Mark();
+  if (!IsNews(mark)) return false;
+  const DateWindow window = *folder_->Loaded();
+  IcsReading reading(file_.Path(), window, options_);
+  reading.Wait();
+  Show(mark, window, reading);
   return true;
+}
+
+void IcsCalendar::Look(const LookDone& onDone) {
+  if (look_) return;
+  const std::optional<FileMark> mark = file_.Mark();
+  if (!IsNews(mark)) {
+    if (!failed_ && std::exchange(toldTrouble_, false)) onDone({});
+    return;
+  }
+  const DateWindow window = *folder_->Loaded();
+  auto reading = std::make_unique<IcsReading>(file_.Path(), window, options_);
+  reading->WhenEnded([this] { EndLook(); });
+  look_.emplace(StartedLook{std::move(reading), mark, window, revision_, onDone});
+}
+
+void IcsCalendar::EndLook() {
+  const StartedLook look = std::move(*look_);
+  look_.reset();
+  if (look.revision == revision_) {
+    std::string trouble;
+    try {
+      Show(look.mark, look.window, *look.reading);
+    } catch (const Error& error) {
+      trouble = error.Description();
+    }
+    toldTrouble_ = !trouble.empty();
+    look.onDone(trouble);
+  }
+  Look(look.onDone);
 }
 
 CalendarItem IcsCalendar::Save(const std::function<IcsEdit(const std::string& bytes)>& edit) {
@@ -64,6 +111,7 @@ CalendarItem IcsCalendar::Save(const std::function<IcsEdit(const std::string& by
     return std::move(made.bytes);
   });
   const bool isAlone = known_ == replacement.before;
+  ++revision_;
   known_.reset();
   if (!isAlone) {
     // Another program's change went in between, perhaps of this very item: the next look compares

@@ -2,9 +2,11 @@
 #include "calendar/IcsReader.h"
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QFileInfo>
+#include <QObject>
 #include <QProcess>
+#include <QTimer>
+#include <utility>
 
 #include "calendar/IcsAnswer.h"
 #include "calendar/ShortHash.h"
@@ -14,6 +16,8 @@ namespace velkor {
 namespace {
 
 constexpr std::size_t LargestAnswer = std::size_t{1} << 30;
+/// Milliseconds that the end of a killed reader is waited for.
+constexpr int LongestGoodbye = 100;
 
 [[noreturn]] void Fail(const std::string& path, const std::string& why) {
   throw Error(errors::CalendarFailed,
@@ -29,59 +33,16 @@ QString ProgramOf(const IcsReaderOptions& options) {
   return folder + QStringLiteral("/yearplan-read");
 }
 
-/// A running reader; it does not outlive this object.
-class ReadingProcess {
- public:
-  ReadingProcess(const QString& program, const QStringList& arguments) {
-    process_.setStandardInputFile(QProcess::nullDevice());
-    process_.setStandardErrorFile(QProcess::nullDevice());
-    process_.start(program, arguments, QIODevice::ReadOnly);
-  }
-  ~ReadingProcess() {
-    if (process_.state() == QProcess::NotRunning) return;
-    process_.kill();
-    process_.waitForFinished(-1);
-  }
-  ReadingProcess(const ReadingProcess&) = delete;
-  ReadingProcess& operator=(const ReadingProcess&) = delete;
-
-  /// All that it writes until it ends by itself.
-  std::string Answer(const std::string& path, std::chrono::milliseconds timeLimit) {
-    const QDeadlineTimer deadline(timeLimit);
-    std::string answer;
-    if (!process_.waitForStarted(-1)) {
-      Fail(path, "the reader " + process_.program().toStdString() + " could not be started");
-    }
-    while (process_.state() != QProcess::NotRunning) {
-      const bool more = process_.waitForReadyRead(static_cast<int>(deadline.remainingTime()));
-      Take(path, answer);
-      if (more) continue;
-      if (!process_.waitForFinished(static_cast<int>(deadline.remainingTime())) &&
-          process_.state() != QProcess::NotRunning) {
-        Fail(path, "it took longer than " + std::to_string(timeLimit.count()) + " ms");
-      }
-    }
-    Take(path, answer);
-    if (process_.exitStatus() == QProcess::CrashExit) {
-      Fail(path, "the reader stopped with signal " + std::to_string(process_.exitCode()));
-    }
-    if (process_.exitCode() != 0) {
-      Fail(path, "the reader stopped with exit code " + std::to_string(process_.exitCode()));
-    }
-    return answer;
-  }
-
- private:
-  void Take(const std::string& path, std::string& answer) {
-    const QByteArray bytes = process_.readAllStandardOutput();
-    if (answer.size() + static_cast<std::size_t>(bytes.size()) > LargestAnswer) {
-      Fail(path, "the reader's answer is too large");
-    }
-    answer.append(bytes.constData(), static_cast<std::size_t>(bytes.size()));
-  }
-
-  QProcess process_;
-};
+/// Kills a reader. What is killed ends at once, unless its disk hangs; then the event loop sees to
+/// its end.
+void Abandon(std::unique_ptr<QProcess> process) {
+  if (process->state() == QProcess::NotRunning) return;
+  process->kill();
+  if (process->waitForFinished(LongestGoodbye) || !QCoreApplication::instance()) return;
+  QProcess* const left = process.release();
+  left->setParent(QCoreApplication::instance());
+  QObject::connect(left, &QProcess::finished, left, &QObject::deleteLater);
+}
 
 std::string FolderIdOf(const std::string& path) {
   return ShortHash(QFileInfo(QString::fromStdString(path)).absoluteFilePath().toStdString());
@@ -89,21 +50,97 @@ std::string FolderIdOf(const std::string& path) {
 
 }  // namespace
 
-ParsedCalendar ReadIcsFile(const std::string& path, const DateWindow& window,
-                           const IcsReaderOptions& options) {
+IcsReading::IcsReading(std::string path, const DateWindow& window, const IcsReaderOptions& options)
+    : path_(std::move(path)),
+      timeLimit_(options.timeLimit),
+      process_(std::make_unique<QProcess>()),
+      receiver_(std::make_unique<QObject>()) {
+  process_->setStandardInputFile(QProcess::nullDevice());
+  process_->setStandardErrorFile(QProcess::nullDevice());
+  const auto hear = [this](auto signal, auto slot) {
+    QObject::connect(process_.get(), signal, receiver_.get(), slot);
+  };
+  hear(&QProcess::readyReadStandardOutput, [this] { Take(); });
+  hear(&QProcess::finished, [this](int code, QProcess::ExitStatus status) {
+    Take();
+    const std::string number = std::to_string(code);
+    if (status == QProcess::CrashExit) {
+      End("the reader stopped with signal " + number);
+    } else {
+      End(code == 0 ? std::string() : "the reader stopped with exit code " + number);
+    }
+  });
+  hear(&QProcess::errorOccurred, [this](QProcess::ProcessError error) {
+    if (error != QProcess::FailedToStart) return;
+    End("the reader " + process_->program().toStdString() + " could not be started");
+  });
   const auto number = [](auto value) { return QString::number(value); };
-  const auto seconds = std::chrono::ceil<std::chrono::seconds>(options.timeLimit).count();
-  const QStringList arguments{QString::fromStdString(path), number(window.from.Seconds()),
-                              number(window.to.Seconds()), number(options.memoryLimit),
-                              number(seconds)};
-  ReadingProcess process(ProgramOf(options), arguments);
-  const std::string answer = process.Answer(path, options.timeLimit);
+  const auto seconds = std::chrono::ceil<std::chrono::seconds>(timeLimit_).count();
+  process_->start(ProgramOf(options),
+                  {QString::fromStdString(path_), number(window.from.Seconds()),
+                   number(window.to.Seconds()), number(options.memoryLimit), number(seconds)},
+                  QIODevice::ReadOnly);
+}
+
+IcsReading::~IcsReading() {
+  receiver_.reset();
+  Abandon(std::move(process_));
+}
+
+void IcsReading::Take() {
+  const QByteArray bytes = process_->readAllStandardOutput();
+  if (answer_.size() + static_cast<std::size_t>(bytes.size()) > LargestAnswer) {
+    End("the reader's answer is too large");
+  }
+  if (!ended_) answer_.append(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+}
+
+void IcsReading::End(std::string fault) {
+  if (ended_) return;
+  ended_ = true;
+  fault_ = std::move(fault);
+  if (process_->state() != QProcess::NotRunning) process_->kill();
+  if (onEnd_) PostEnd();
+}
+
+void IcsReading::EndTooLate() {
+  End("it took longer than " + std::to_string(timeLimit_.count()) + " ms");
+}
+
+/// Later, since whoever is told may destroy this, and with it the process whose signal this is in.
+void IcsReading::PostEnd() {
+  QMetaObject::invokeMethod(receiver_.get(), std::move(onEnd_), Qt::QueuedConnection);
+}
+
+void IcsReading::WhenEnded(std::function<void()> onEnd) {
+  onEnd_ = std::move(onEnd);
+  if (ended_) {
+    PostEnd();
+  } else {
+    QTimer::singleShot(timeLimit_, receiver_.get(), [this] { EndTooLate(); });
+  }
+}
+
+void IcsReading::Wait() {
+  process_->waitForFinished(static_cast<int>(timeLimit_.count()));
+  EndTooLate();
+}
+
+ParsedCalendar IcsReading::Result() const {
+  if (!fault_.empty()) Fail(path_, fault_);
   try {
-    return DecodeAnswer(answer);
+    return DecodeAnswer(answer_);
   } catch (const Error& error) {
-    if (error.Source() == "Answer") Fail(path, error.Description());
+    if (error.Source() == "Answer") Fail(path_, error.Description());
     throw;
   }
+}
+
+ParsedCalendar ReadIcsFile(const std::string& path, const DateWindow& window,
+                           const IcsReaderOptions& options) {
+  IcsReading reading(path, window, options);
+  reading.Wait();
+  return reading.Result();
 }
 
 std::vector<Diagnostic> OpenIcsCalendar(CalendarStore& store, const std::string& path,

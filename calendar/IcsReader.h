@@ -3,11 +3,16 @@
 
 #include <chrono>
 #include <cstddef>
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "calendar/CalendarStore.h"
 #include "calendar/IcsParser.h"
+
+class QObject;
+class QProcess;
 
 namespace velkor {
 
@@ -17,6 +22,43 @@ struct IcsReaderOptions {
   std::chrono::milliseconds timeLimit{30'000};
   /// Bytes that the reading process may use.
   std::size_t memoryLimit = std::size_t{2} << 30;
+};
+
+/// One reading of a file, which goes on by itself. Its end kills a reader that still runs, without
+/// waiting for it for long.
+class IcsReading {
+ public:
+  /// Starts the reading process and returns; what goes wrong is in the result.
+  /// @param path  UTF-8
+  IcsReading(std::string path, const DateWindow& window, const IcsReaderOptions& options = {});
+  ~IcsReading();
+  IcsReading(const IcsReading&) = delete;
+  IcsReading& operator=(const IcsReading&) = delete;
+
+  /// Lets the event loop see to the reading and calls back from there, once, when it has ended or
+  /// reached its time limit, which counts from here. The callback may destroy this.
+  void WhenEnded(std::function<void()> onEnd);
+  /// Waits for the end, at most for the time limit.
+  void Wait();
+  /// What was read, once the reading has ended. Throws as ReadIcsFile does.
+  ParsedCalendar Result() const;
+
+ private:
+  void Take();
+  void End(std::string fault);
+  void EndTooLate();
+  void PostEnd();
+
+  std::string path_;
+  std::chrono::milliseconds timeLimit_;
+  std::unique_ptr<QProcess> process_;
+  /// What is delivered to it is not delivered after the end of this.
+  std::unique_ptr<QObject> receiver_;
+  std::string answer_;
+  /// What went wrong; empty when nothing did.
+  std::string fault_;
+  bool ended_ = false;
+  std::function<void()> onEnd_;
 };
 
 /// Reads a file as ParseIcs does, in the time zone of this process. A crash, a hang or a broken

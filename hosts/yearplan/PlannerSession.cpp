@@ -166,11 +166,7 @@ void PlannerSession::Follow() {
 }
 
 void PlannerSession::Look() {
-  try {
-    if (calendar_.CheckForChanges()) surroundings_.onTrouble({});
-  } catch (const Error& error) {
-    surroundings_.onTrouble(error.Description());
-  }
+  calendar_.Look(surroundings_.onTrouble);
   Follow();
 }
 
