@@ -11,6 +11,7 @@
 #include "hosts/yearplan/AppointmentInspector.h"
 #include "hosts/yearplan/FirstCategoryTable.h"
 #include "model/ColourRecord.h"
+#include "model/Status.h"
 #include "platform/Forms.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Platform.h"
@@ -48,7 +49,7 @@ void SessionShell::OpenPage(const std::string& address) {
 PlannerSession::PlannerSession(const std::string& calendar, SessionSurroundings surroundings)
     : surroundings_(std::move(surroundings)),
       environment_(calendar),
-      cacheUtilities_([this](const Error& error) { surroundings_.onTrouble(error.Description()); },
+      cacheUtilities_([this](const Error& error) { Tell(troubles_.other, error.Description()); },
                       surroundings_.cacheUtility),
       listSeparator_(RegIO::ListSeparator(registry_, surroundings_.messages)),
       calendar_(calendar, FirstWindow(clock_)),
@@ -85,7 +86,8 @@ Platform PlannerSession::MakePlatform() {
 }
 
 StoredProperties PlannerSession::Bag() {
-  return {surroundings_.settings, Calendar(), surroundings_.onTrouble};
+  return {surroundings_.settings, Calendar(),
+          [this](const std::string& text) { Tell(troubles_.other, text); }};
 }
 
 void PlannerSession::Start() {
@@ -151,11 +153,21 @@ void PlannerSession::PropertyChanged(std::string_view /*key*/) {
     StoredProperties bag = Bag();
     plan_->WriteProperties(bag);
   } catch (const Error& error) {
-    surroundings_.onTrouble(error.Description());
+    Tell(troubles_.other, error.Description());
   }
 }
 
+void PlannerSession::Tell(std::string& kind, const std::string& text) {
+  kind = text;
+  const bool both = !troubles_.file.empty() && !troubles_.other.empty();
+  surroundings_.onTrouble(troubles_.file + (both ? "; " : "") + troubles_.other);
+}
+
 void PlannerSession::StatusChange(std::string_view Msg) {
+  // What the last refresh left is over when another one begins.
+  if (Msg == status::MessageOf(status::Downloading) && !troubles_.other.empty()) {
+    Tell(troubles_.other, {});
+  }
   surroundings_.onStatus(std::string(Msg));
 }
 
@@ -166,7 +178,7 @@ void PlannerSession::Follow() {
 }
 
 void PlannerSession::Look() {
-  calendar_.Look(surroundings_.onTrouble);
+  calendar_.Look([this](const std::string& text) { Tell(troubles_.file, text); });
   Follow();
 }
 

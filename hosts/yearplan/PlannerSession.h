@@ -88,6 +88,13 @@ class PlannerSession : public ControlHost {
   void PropertyChanged(std::string_view key) override;
   void StatusChange(std::string_view Msg) override;
 
+  /// What lasts, by what it is about, so that the end of one does not hide another.
+  struct Troubles {
+    std::string file;
+    std::string other;
+  };
+
+  void Tell(std::string& kind, const std::string& text);
   Platform MakePlatform();
   StoredProperties Bag();
   void Start();
@@ -96,6 +103,7 @@ class PlannerSession : public ControlHost {
   void Look();
 
   SessionSurroundings surroundings_;
+  Troubles troubles_;
   DesktopClock clock_;
   CalendarEnvironment environment_;
   DesktopFiles files_;
