@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 
 #include <QComboBox>
 #include <QDateEdit>
@@ -50,9 +51,12 @@ class PlannerWindow : public testing::Test {
               "\r\nDTSTAMP:20260101T000000Z\r\nDTSTART;VALUE=DATE:" + day +
               "\r\nCATEGORIES:Leave\r\nSUMMARY:" + subject + "\r\nEND:VEVENT\r\n";
     }
+    WriteBytes(name, text + "END:VCALENDAR\r\n");
+  }
+  void WriteBytes(const char* name, const QByteArray& bytes) {
     QFile file(folder_.filePath(name));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(text + "END:VCALENDAR\r\n");
+    file.write(bytes);
   }
 
   void Open(velkor::PlannerWindow& window, const char* name) {
@@ -227,6 +231,59 @@ TEST_F(PlannerWindow, WhatAnotherProgramSavesAppearsAndAFileThatIsGoneIsTold) {
   Write("team.ics", {{"20260504", "Holiday"}, {"20260713", "Trip"}, {"20260901", "Back"}});
   EXPECT_TRUE(Shows(window, 3));
   EXPECT_EQ(trouble->text(), "");
+}
+
+TEST_F(PlannerWindow, AFileThatBecomesGarbageLeavesTheLastGoodYearOnShow) {
+  Write("team.ics", {{"20260504", "Holiday"}, {"20260713", "Trip"}});
+  velkor::PlannerWindow window(settings_);
+  Open(window, "team.ics");
+  ASSERT_TRUE(Shows(window, 2));
+  const auto* const trouble = window.findChild<QLabel*>("trouble");
+  WriteBytes("team.ics", QByteArray(5000, '\xFE'));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !trouble->text().isEmpty(); }, 8000));
+  EXPECT_EQ(Plan(window).Grid().Layout().bars.size(), 2U);
+  Write("team.ics", {{"20260504", "Holiday"}});
+  EXPECT_TRUE(Shows(window, 1));
+  EXPECT_EQ(trouble->text(), "");
+}
+
+TEST_F(PlannerWindow, ASaveIntoALockedFileIsRefusedAndCanBeTriedAgain) {
+  Write("team.ics", {{"20260504", "Holiday"}});
+  velkor::PlannerWindow window(settings_);
+  Open(window, "team.ics");
+  ASSERT_TRUE(Shows(window, 1));
+  QFile other(folder_.filePath("team.ics"));
+  ASSERT_TRUE(other.open(QIODevice::ReadOnly));
+  ASSERT_EQ(::flock(other.handle(), LOCK_EX), 0);
+  const QByteArray before = Bytes("team.ics");
+  WhenOpen([&](QDialog& dialog) {
+    auto* const subject = dialog.findChild<QLineEdit*>("subject");
+    ASSERT_TRUE(subject);
+    subject->setText("Feast");
+    QTest::keyClick(subject, Qt::Key_Return);
+    EXPECT_NE(dialog.findChild<QLabel*>("complaint")->text(), "");
+    EXPECT_EQ(Bytes("team.ics"), before);
+    ::flock(other.handle(), LOCK_UN);
+    QTest::keyClick(subject, Qt::Key_Return);
+  });
+  const QPoint bar = BarOf(window, "Holiday");
+  QTest::mouseMove(&Grid(window), bar);
+  QTest::mouseClick(&Grid(window), Qt::LeftButton, {}, bar);
+  EXPECT_THAT(Bytes("team.ics").toStdString(), HasSubstr("SUMMARY:Feast"));
+}
+
+TEST_F(PlannerWindow, FiftyThousandAppointmentsAreShown) {
+  constexpr std::size_t Count = 50'000;
+  std::string text = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//test//\r\n";
+  for (std::size_t i = 0; i < Count; ++i) {
+    const std::string day = std::to_string(20260101 + i % 12 * 100 + i % 28);
+    text += "BEGIN:VEVENT\r\nUID:u" + std::to_string(i) + "\r\nDTSTART;VALUE=DATE:" + day +
+            "\r\nSUMMARY:" + std::to_string(i) + "\r\nEND:VEVENT\r\n";
+  }
+  WriteBytes("team.ics", QByteArray::fromStdString(text + "END:VCALENDAR\r\n"));
+  velkor::PlannerWindow window(settings_);
+  Open(window, "team.ics");
+  EXPECT_TRUE(Shows(window, Count));
 }
 
 TEST_F(PlannerWindow, SettingsAreKeptForEachCalendarAndTheYearStays) {
