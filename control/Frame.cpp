@@ -11,7 +11,6 @@
 #include "platform/Forms.h"
 #include "platform/Host.h"
 #include "platform/LocaleApi.h"
-#include "platform/MessageBoxes.h"
 #include "platform/Outlook.h"
 #include "platform/System.h"
 #include "support/RegIO.h"
@@ -115,7 +114,7 @@ void YearPlan::Frame::StartUp() {
     access_.Open();
     step = 2;
     if (!access_.ResolveFolder(Folder)) {
-      Tell("Unable to access specified calendar folder.");
+      Tell(platform_.messages, "Unable to access specified calendar folder.");
       return;
     }
     step = 4;
@@ -140,11 +139,11 @@ void YearPlan::Frame::StartUp() {
     UpdateFilterToolTip();
     Redraw(false);
   } catch (const Error& error) {
-    Tell(
-        "Error while initialising the background processing, the cache file will not be updated "
-        "from the calender (Step:" +
-        std::to_string(step) + "). \r\rError: " + std::to_string(error.Number()) + " " +
-        error.Description());
+    TellError(platform_.messages,
+              "Error while initialising the background processing, the cache file will not be "
+              "updated from the calender (Step:" +
+                  std::to_string(step) + "). \r\rError: ",
+              error);
   }
 }
 
@@ -164,12 +163,6 @@ void YearPlan::Frame::ChangeYear(int by) {
     Redraw(spanChanged);
     refresh_.StartRefresh(true);
   });
-}
-
-void YearPlan::Frame::Tell(const std::string& text) {
-  Message message;
-  message.text = text;
-  platform_.messages.Show(message);
 }
 
 void YearPlan::Frame::ShowSpan(const DisplaySpan& span) {

@@ -75,7 +75,6 @@ class YearPlan::Frame : public Planner, public EventView {
   void mnuSelection_Click(int index);
   void picCats_Paint(Surface& surface);
 
-  void Tell(const std::string& text);
   void ShowSpan(const DisplaySpan& span);
   CachePaths CachePathsOf(int viewYear);
   void LoadCategories();

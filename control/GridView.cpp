@@ -236,7 +236,7 @@ void GridView::pic1_MouseDown(MouseButton button, Point at) {
   elements_.mnuDelete.SetEnabled(press.menu->mnuDelete);
   elements_.mnuEdit.SetEnabled(press.menu->mnuEdit);
   elements_.mnuClear.SetEnabled(press.menu->mnuClear);
-  PopUp(at, pointer_.HoverEvent(), pointer_.DayUnderPointer());
+  PopUp(at, pointer_.HoverKey(platform_.locale), pointer_.DayUnderPointer());
 }
 
 void GridView::pic1_MouseUp(MouseButton button, Point /*at*/) {
@@ -245,20 +245,21 @@ void GridView::pic1_MouseUp(MouseButton button, Point /*at*/) {
   const PointerRelease release = pointer_.MouseUp(button);
   Show(release.selection);
   if (!release.open) return;
-  selectedKey_ = KeyOf(release.open);
+  selectedKey_ = pointer_.HoverKey(platform_.locale);
   commands_.open(selectedKey_);
 }
 
 /// Pops the menu up for a place of the grid.
-void GridView::PopUp(Point at, std::optional<std::size_t> event, std::optional<DateRange> day) {
-  selectedKey_ = KeyOf(event);
+void GridView::PopUp(Point at, std::string key, std::optional<DateRange> day) {
+  selectedKey_ = std::move(key);
   menuDay_ = day;
   elements_.mnuNew.SetEnabled(DaysForNew().has_value());
   const Rect& bounds = elements_.pic1.Bounds();
   elements_.mnuPop.PopUp({bounds.left + at.x, bounds.top + at.y});
 }
 
-std::string GridView::KeyOf(std::optional<std::size_t> event) const {
+std::string GridView::CursorKey() const {
+  const std::optional<std::size_t> event = cursor_.ChosenEvent();
   return event ? EventCollection::KeyOf(grid_.Events()[*event], platform_.locale) : std::string();
 }
 
@@ -295,25 +296,26 @@ bool GridView::pic1_KeyDown(Key key) {
   if (moved && key != Key::Menu) return true;
   const std::optional<GridCell> cell = cursor_.Cell();
   if (!cell) return false;
-  const std::optional<std::size_t> event = cursor_.ChosenEvent();
+  std::string named = CursorKey();
   switch (key) {
     case Key::Space:
       cursor_.ChooseNext();
       ShowCursor();
       return true;
     case Key::Enter:
-      if (event) commands_.open(selectedKey_ = KeyOf(event));
+      commands_.open(selectedKey_ = named);
       return true;
     case Key::Delete:
-      if (event) commands_.remove(selectedKey_ = KeyOf(event));
+      commands_.remove(selectedKey_ = named);
       return true;
     case Key::Menu: {
-      elements_.mnuDelete.SetEnabled(event.has_value());
-      elements_.mnuEdit.SetEnabled(event.has_value());
+      elements_.mnuDelete.SetEnabled(!named.empty());
+      elements_.mnuEdit.SetEnabled(!named.empty());
       elements_.mnuClear.SetEnabled(pointer_.DrawnSelection().has_value());
       const Rect day = DayCursorRect(*cell, grid_);
       const Twips below = day.top + grid_.Geometry().BandEdge(1) - Offset();
-      PopUp({day.right, below}, event, DateRange{cursor_.Day(), cursor_.Day().AddDays(1)});
+      PopUp({day.right, below}, std::move(named),
+            DateRange{cursor_.Day(), cursor_.Day().AddDays(1)});
       return true;
     }
     default:

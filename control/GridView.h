@@ -78,8 +78,9 @@ class GridView {
   void ShowCursor();
   void WordCursor();
   void MoveCursor(const std::function<void()>& move);
-  void PopUp(Point at, std::optional<std::size_t> event, std::optional<DateRange> day);
-  std::string KeyOf(std::optional<std::size_t> event) const;
+  void PopUp(Point at, std::string key, std::optional<DateRange> day);
+  /// Key of the event that the keyboard points at; empty for none.
+  std::string CursorKey() const;
 
   YearPlanElements& elements_;
   const YearGrid& grid_;

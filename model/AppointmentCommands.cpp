@@ -43,10 +43,6 @@ AppointmentCommands::AppointmentCommands(EventView& view, Planner& planner,
       platform_(platform),
       appointmentForm_(appointmentForm) {}
 
-void AppointmentCommands::Tell(std::string_view text) {
-  platform_.messages.Show({.text = std::string(text), .title = {}});
-}
-
 std::unique_ptr<OutlookItem> AppointmentCommands::Locate(std::string_view key) {
   const auto index = view_.Events().Find(key, platform_.locale);
   if (index) {
@@ -56,7 +52,7 @@ std::unique_ptr<OutlookItem> AppointmentCommands::Locate(std::string_view key) {
       // Deleted or moved meanwhile, or out of reach: told below.
     }
   }
-  Tell(NotLocated);
+  Tell(platform_.messages, NotLocated);
   return nullptr;
 }
 
@@ -64,7 +60,7 @@ std::unique_ptr<OutlookItem> AppointmentCommands::Appointment(std::unique_ptr<Ou
   const int itemClass = item->Class();
   auto appointment = AppointmentOf(std::move(item));
   if (!appointment) {
-    Tell(outlook::IsMeetingClass(itemClass) ? NoAppointment : NotLocated);
+    Tell(platform_.messages, outlook::IsMeetingClass(itemClass) ? NoAppointment : NotLocated);
   }
   return appointment;
 }

@@ -45,7 +45,6 @@ class AppointmentCommands {
   /// The appointment that an item stands for; null, and told, when it stands for none.
   std::unique_ptr<OutlookItem> Appointment(std::unique_ptr<OutlookItem> item);
   bool ConfirmsDelete(OutlookItem& item);
-  void Tell(std::string_view text);
 
   EventView& view_;
   Planner& planner_;

@@ -6,11 +6,11 @@
 #include <utility>
 
 #include "model/EventView.h"
+#include "model/Guard.h"
 #include "model/Planner.h"
 #include "model/Status.h"
 #include "model/SynchResult.h"
 #include "platform/Elements.h"
-#include "platform/MessageBoxes.h"
 #include "platform/Platform.h"
 #include "platform/System.h"
 #include "support/values/Error.h"
@@ -134,9 +134,7 @@ void BackgroundRefresh::GiveUp(const Error& error) {
   m_vkCacheUtil.reset();
   planner_.ReportStatus(status::Idle);
   tmrBackground_.SetEnabled(false);
-  platform_.messages.Show({.text = "Error starting background refresh " +
-                                   std::to_string(error.Number()) + ' ' + error.Description(),
-                           .title = {}});
+  TellError(platform_.messages, "Error starting background refresh ", error);
 }
 
 /// Forgets an outstanding request, wherever it is.
@@ -214,7 +212,7 @@ std::string BackgroundRefresh::ReactTo(short synchResult, long synchError) {
   if (result == SynchResult::NothingToReport) return {};
   std::string text = MessageOf(result, synchError, paths_);
   tmrBackground_.SetEnabled(false);
-  platform_.messages.Show({.text = text, .title = {}});
+  Tell(platform_.messages, text);
   return text;
 }
 

@@ -7,10 +7,12 @@
 
 namespace velkor {
 
+void Tell(MessageBoxes& messages, std::string_view text) {
+  messages.Show({.text = std::string(text), .title = {}});
+}
+
 void TellError(MessageBoxes& messages, std::string_view prefix, const Error& error) {
-  messages.Show(
-      {.text = std::string(prefix) + std::to_string(error.Number()) + " " + error.Description(),
-       .title = {}});
+  Tell(messages, std::string(prefix) + std::to_string(error.Number()) + " " + error.Description());
 }
 
 std::optional<Error> Guard(MessageBoxes& messages, std::string_view prefix,

@@ -11,8 +11,11 @@ namespace velkor {
 
 class MessageBoxes;
 
+/// Shows a text; OK only, default title.
+void Tell(MessageBoxes& messages, std::string_view text);
+
 /// Shows the prefix (which ends in its own blank), the error's number in decimal, a blank and its
-/// description; OK only, default title.
+/// description, as Tell does.
 void TellError(MessageBoxes& messages, std::string_view prefix, const Error& error);
 
 /// Runs an operation. An Error that it throws ends it and is told as TellError does; everything

@@ -103,15 +103,6 @@ class IcsCalendarTest : public testing::Test {
   std::string path_;
 };
 
-std::string FaultOf(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const Error& error) {
-    return error.Description();
-  }
-  return "no error";
-}
-
 TEST_F(IcsCalendarTest, WhatIsSavedIsInTheFileAndIsNoNewsToItself) {
   Window window(path_);
   EXPECT_EQ(window.calendar.Store().StoreID(), fs::absolute(path_).string());

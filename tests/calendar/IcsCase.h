@@ -1,13 +1,25 @@
 // tests/calendar/IcsCase.h: small calendars for tests, and their items in words.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "calendar/IcsParser.h"
+#include "support/values/Error.h"
 
 namespace velkor {
+
+/// What a call says against itself.
+inline std::string FaultOf(const std::function<void()>& call) {
+  try {
+    call();
+  } catch (const Error& error) {
+    return error.Description();
+  }
+  return "no error";
+}
 
 /// "2026-03-05 09:30".
 inline std::string Words(Date date) {

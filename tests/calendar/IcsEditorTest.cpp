@@ -56,15 +56,6 @@ ItemChange NewTimes(Date start, Date end) {
   return change;
 }
 
-std::string FaultOf(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const Error& error) {
-    return error.Description();
-  }
-  return "no error";
-}
-
 TEST(IcsEditor, OnlyThePropertiesThatChangedAreWrittenAnew) {
   const std::string head =
       "BEGIN:VEVENT\nUID:1\nX-OWN;P=\"a:b\":kept \n  folded\nsummary;LANGUAGE=en:Old\n  text\n";

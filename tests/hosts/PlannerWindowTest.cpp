@@ -22,6 +22,7 @@
 #include "hosts/yearplan/PlannerSession.h"
 #include "model/ColourRecord.h"
 #include "platform/headless/MemorySettings.h"
+#include "tests/platform/desktop/CalendarText.h"
 #include "tests/platform/desktop/OpenDialog.h"
 #include "view/YearGrid.h"
 
@@ -273,14 +274,8 @@ TEST_F(PlannerWindow, ASaveIntoALockedFileIsRefusedAndCanBeTriedAgain) {
 }
 
 TEST_F(PlannerWindow, FiftyThousandAppointmentsAreShown) {
-  constexpr std::size_t Count = 50'000;
-  std::string text = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//test//\r\n";
-  for (std::size_t i = 0; i < Count; ++i) {
-    const std::string day = std::to_string(20260101 + i % 12 * 100 + i % 28);
-    text += "BEGIN:VEVENT\r\nUID:u" + std::to_string(i) + "\r\nDTSTART;VALUE=DATE:" + day +
-            "\r\nSUMMARY:" + std::to_string(i) + "\r\nEND:VEVENT\r\n";
-  }
-  WriteBytes("team.ics", QByteArray::fromStdString(text + "END:VCALENDAR\r\n"));
+  constexpr int Count = 50'000;
+  WriteBytes("team.ics", Calendar(Count));
   velkor::PlannerWindow window(settings_);
   Open(window, "team.ics");
   EXPECT_TRUE(Shows(window, Count));

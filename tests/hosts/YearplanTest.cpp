@@ -12,6 +12,7 @@
 #include <nlohmann/json.hpp>
 
 #include "model/ColourRecord.h"
+#include "tests/platform/desktop/CalendarText.h"
 
 namespace velkor {
 namespace {
@@ -36,17 +37,6 @@ class Yearplan : public testing::Test {
   QByteArray Bytes(const QString& path) const {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-  }
-
-  /// A calendar of all-day events; `properties` are added to each.
-  static QByteArray Calendar(int events, const QByteArray& properties = {}) {
-    QByteArray text = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//test//\r\n";
-    for (int i = 0; i < events; ++i) {
-      const QByteArray day = QByteArray::number(20260101 + i % 12 * 100 + i % 28);
-      text += "BEGIN:VEVENT\r\nUID:u" + QByteArray::number(i) + "\r\nDTSTART;VALUE=DATE:" + day +
-              "\r\nSUMMARY:Event " + QByteArray::number(i) + "\r\n" + properties + "END:VEVENT\r\n";
-    }
-    return text + "END:VCALENDAR\r\n";
   }
 
   void Start(QProcess& process, const QStringList& arguments) const {

@@ -20,6 +20,7 @@
 #include "hosts/CalendarRefresh.h"
 #include "platform/desktop/DesktopShell.h"
 #include "platform/desktop/ProcessCacheUtility.h"
+#include "tests/platform/desktop/CalendarText.h"
 
 namespace velkor {
 
@@ -72,16 +73,6 @@ class RefreshCase : public testing::Test {
     if (!file.open(QIODevice::ReadOnly)) return false;
     const QByteArray state = file.readAll();
     return state.mid(state.lastIndexOf(')') + 2, 1) != "Z";
-  }
-
-  static QByteArray Calendar(int events, const QByteArray& properties = {}) {
-    QByteArray text = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//test//\r\n";
-    for (int i = 0; i < events; ++i) {
-      const QByteArray day = QByteArray::number(20260101 + i % 12 * 100 + i % 28);
-      text += "BEGIN:VEVENT\r\nUID:u" + QByteArray::number(i) + "\r\nDTSTART;VALUE=DATE:" + day +
-              "\r\nSUMMARY:Event " + QByteArray::number(i) + "\r\n" + properties + "END:VEVENT\r\n";
-    }
-    return text + "END:VCALENDAR\r\n";
   }
 
   /// A refresh of 2026, as a window on the calendar names it to the cache utility.
