@@ -72,7 +72,9 @@ void YearPlan::Frame::Connect() {
   elements.tmrBackground.onTimer = [this] { tmrBackground_Timer(); };
   elements.Command1.onClick = [this] { Command1_Click(); };
   elements.Toolbar1.onButtonClick = [this](std::string_view key) { Toolbar1_ButtonClick(key); };
-  elements.picCats.onPaint = [this](Surface& surface, const Rect&) { picCats_Paint(surface); };
+  elements.legend.picCats.onPaint = [this](Surface& surface, const Rect&) {
+    picCats_Paint(surface);
+  };
   elements.mnuNew.onClick = [this] { mnuNew_Click(); };
   elements.mnuEdit.onClick = [this] { commands_.Edit(gridView_.SelectedKey()); };
   elements.mnuDelete.onClick = [this] { commands_.Delete(gridView_.SelectedKey()); };
@@ -219,7 +221,7 @@ void YearPlan::Frame::Redraw(bool spanChanged) {
   if (grid_.Options() != options) grid_.SetOptions(options);
   PlaceElements();
   gridView_.GridChanged(spanChanged);
-  elements.picCats.Refresh();
+  elements.legend.picCats.Refresh();
   elements.pic1.SetDescription(Description());
   drawnDay_ = platform_.clock.Now().DayNumber();
 }
@@ -296,7 +298,7 @@ void YearPlan::Frame::mnuSelection_Click(int index) {
 }
 
 void YearPlan::Frame::picCats_Paint(Surface& surface) {
-  const Rect& bounds = elements.picCats.Bounds();
+  const Rect& bounds = elements.legend.picCats.Bounds();
   const Rect whole{0, 0, bounds.Width(), bounds.Height()};
   DrawLegend(surface, grid_.Categories(), font_, whole);
   surface.Outline({0, 0, whole.right - pixel_.width, whole.bottom - pixel_.height},

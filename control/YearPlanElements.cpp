@@ -6,20 +6,21 @@
 namespace velkor {
 namespace {
 
-ToolbarButton ButtonOf(std::string_view key, std::string_view toolTip, bool enabled) {
-  return {std::string(key), std::string(toolTip), enabled};
+ToolbarButton ButtonOf(std::string_view key, int image, std::string_view toolTip) {
+  return {std::string(key), std::string(toolTip), false, false, image};
 }
 
 }  // namespace
 
 YearPlanElements::YearPlanElements()
-    : Toolbar1("Toolbar1",
-               {ButtonOf(toolbar_keys::Back, "Previous year", true),
-                ButtonOf(toolbar_keys::Next, "Next year", true),
-                ButtonOf(toolbar_keys::Filter, "Click to define a filter", false),
-                ButtonOf(toolbar_keys::Print, "Print: not in this version yet", false),
-                ButtonOf(toolbar_keys::Open, "Import categories: not in this version yet", false),
-                ButtonOf(toolbar_keys::Save, "Export to XML: not in this version yet", false)}) {
+    : Toolbar1(
+          "Toolbar1",
+          {ButtonOf(toolbar_keys::Back, toolbar_images::Back, "Previous year"),
+           ButtonOf(toolbar_keys::Next, toolbar_images::Next, "Next year"),
+           ButtonOf(toolbar_keys::Filter, toolbar_images::Filter, "Click to define a filter"),
+           ButtonOf(toolbar_keys::Print, toolbar_images::Print, "Print: not in this version yet"),
+           ButtonOf(toolbar_keys::Open, toolbar_images::Open, "Import categories"),
+           ButtonOf(toolbar_keys::Save, toolbar_images::Save, "Export to XML")}) {
   Command1.SetCaption("Force refresh of current year");
   mnuSelectionMode.entries = {&mnuSelectionAutomatic, &mnuSelectionAlways, &mnuSelectionNever};
   mnuPop.entries = {&mnuNew,           &mnuEdit,       &mnuDelete, &mnuSeparator1, &mnuClear,

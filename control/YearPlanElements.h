@@ -1,6 +1,7 @@
 // control/YearPlanElements.h: the child elements of the control, by name.
 #pragma once
 
+#include "categories/LegendElements.h"
 #include "platform/Elements.h"
 
 namespace velkor {
@@ -37,8 +38,7 @@ struct YearPlanElements {
   /// The part of the grid in sight.
   PictureBox pic1{"pic1"};
   ScrollBar VScroll1{"VScroll1"};
-  /// The legend.
-  PictureBox picCats{"picCats"};
+  LegendElements legend;
 
   MenuItem mnuNew{"mnuNew", "New Appointment"};
   MenuItem mnuEdit{"mnuEdit", "Edit Appointment"};

@@ -25,6 +25,8 @@ class ElementPeer {
   virtual void Invalidate(const Rect& /*part*/) {}
   /// Shows a menu at a point of the control.
   virtual void PopUp(Point /*position*/) {}
+  /// Takes the keyboard to the element.
+  virtual void SetFocus() {}
 };
 
 /// What all elements share. An element stays where it is for as long as a peer is attached.
@@ -37,7 +39,8 @@ class Element {
 
   const std::string& Name() const { return name_; }
 
-  /// In the coordinates of the control or form.
+  /// In the coordinates of what holds the element: the control, the form, or a picture that says
+  /// so.
   const Rect& Bounds() const { return bounds_; }
   void SetBounds(const Rect& bounds) { Set(bounds_, bounds); }
   bool Visible() const { return visible_; }
@@ -49,6 +52,11 @@ class Element {
   /// What a screen reader says about it beside its name for people.
   const std::string& Description() const { return description_; }
   void SetDescription(std::string_view text) { SetText(description_, text); }
+
+  /// Has the keyboard from now on.
+  void SetFocus() {
+    if (peer_) peer_->SetFocus();
+  }
 
   /// The peer outlives its attachment; null detaches it.
   void Attach(ElementPeer* peer) { peer_ = peer; }
@@ -162,7 +170,21 @@ struct ToolbarButton {
   bool enabled = true;
   /// Pressed in, as a button whose command is in force.
   bool checked = false;
+  /// Its picture in the toolbar's image list, counted from 1 (see toolbar_images).
+  int image = 0;
 };
+
+/// The pictures of the toolbar's image list.
+namespace toolbar_images {
+inline constexpr int Back = 1;
+inline constexpr int Next = 2;
+inline constexpr int Print = 3;
+inline constexpr int Filter = 4;
+/// A filter in force.
+inline constexpr int ActiveFilter = 5;
+inline constexpr int Open = 6;
+inline constexpr int Save = 7;
+}  // namespace toolbar_images
 
 class Toolbar : public Element {
  public:
@@ -185,6 +207,11 @@ class Toolbar : public Element {
   void SetButtonEnabled(std::string_view key, bool enabled) {
     for (ToolbarButton& button : buttons_) {
       if (button.key == key) Set(button.enabled, enabled);
+    }
+  }
+  void SetButtonImage(std::string_view key, int image) {
+    for (ToolbarButton& button : buttons_) {
+      if (button.key == key) Set(button.image, image);
     }
   }
   void SetButtonChecked(std::string_view key, bool checked) {

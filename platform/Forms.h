@@ -9,7 +9,8 @@
 
 namespace velkor {
 
-/// One element of a form's row. `width` is its share of the row's width.
+/// One element of a form's row. `width` is its share of the room that a row has left over; 0 keeps
+/// the element as wide as it needs to be.
 struct FormCell {
   Element* element = nullptr;
   int width = 1;
@@ -36,7 +37,8 @@ class Form {
   const std::string& Title() const { return title_; }
   const std::vector<FormRow>& Rows() const { return rows_; }
 
-  /// Ends Forms::ShowModal.
+  /// Ends Forms::ShowModal. The user who closes the window or presses Escape does no more than
+  /// this: what a form hands on is set by its own buttons.
   void Unload() {
     open_ = false;
     if (onUnload) onUnload();

@@ -1,4 +1,4 @@
-// platform/MessageBoxes.h: message boxes.
+// platform/MessageBoxes.h: message boxes and input boxes.
 #pragma once
 
 #include <string>
@@ -24,6 +24,13 @@ class MessageBoxes {
   virtual ~MessageBoxes() = default;
   /// Shows a message and waits for its answer.
   virtual MessageAnswer Show(const Message& message) = 0;
+};
+
+class InputBoxes {
+ public:
+  virtual ~InputBoxes() = default;
+  /// Asks for a line of text and waits for it; empty when the user cancels.
+  virtual std::string Ask(const std::string& prompt, const std::string& title) = 0;
 };
 
 }  // namespace velkor

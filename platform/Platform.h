@@ -5,12 +5,15 @@ namespace velkor {
 
 class CacheUtilities;
 class Clock;
+class CommonDialogs;
 class Environment;
 class Files;
 class Forms;
+class InputBoxes;
 class LocaleApi;
 class MessageBoxes;
 class OutlookApplication;
+class ProgressReports;
 class Registry;
 class Settings;
 class Shell;
@@ -19,12 +22,15 @@ class Shell;
 struct Platform {
   CacheUtilities& cacheUtilities;
   Clock& clock;
+  CommonDialogs& dialogs;
   Environment& environment;
   Files& files;
   Forms& forms;
+  InputBoxes& inputs;
   LocaleApi& locale;
   MessageBoxes& messages;
   OutlookApplication& outlook;
+  ProgressReports& progress;
   Registry& registry;
   Settings& settings;
   Shell& shell;

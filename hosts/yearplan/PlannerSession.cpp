@@ -48,6 +48,9 @@ void SessionShell::OpenPage(const std::string& address) {
 
 PlannerSession::PlannerSession(const std::string& calendar, SessionSurroundings surroundings)
     : surroundings_(std::move(surroundings)),
+      dialogs_(surroundings_.window),
+      inputs_(surroundings_.window),
+      progress_(surroundings_.window),
       environment_(calendar),
       cacheUtilities_([this](const Error& error) { Tell(troubles_.other, error.Description()); },
                       surroundings_.cacheUtility),
@@ -74,12 +77,15 @@ PlannerSession::PlannerSession(const std::string& calendar, SessionSurroundings 
 Platform PlannerSession::MakePlatform() {
   return {cacheUtilities_,
           clock_,
+          dialogs_,
           environment_,
           files_,
           surroundings_.forms,
+          inputs_,
           locale_,
           surroundings_.messages,
           outlook_,
+          progress_,
           registry_,
           surroundings_.settings,
           shell_};

@@ -23,6 +23,7 @@
 #include "platform/desktop/DesktopShell.h"
 #include "platform/desktop/DesktopSystem.h"
 #include "platform/desktop/ProcessCacheUtility.h"
+#include "platform/desktop/QtDialogs.h"
 
 class QWidget;
 
@@ -104,6 +105,9 @@ class PlannerSession : public ControlHost {
 
   SessionSurroundings surroundings_;
   Troubles troubles_;
+  QtCommonDialogs dialogs_;
+  QtInputBoxes inputs_;
+  QtProgress progress_;
   DesktopClock clock_;
   CalendarEnvironment environment_;
   DesktopFiles files_;

@@ -53,7 +53,7 @@ void PlannerWidget::MakePeers() {
   Named(MakePeer(elements.picHeadRow, this), tr("Months"));
   QWidget* const grid = Named(MakePeer(elements.pic1, this), tr("Year"));
   Named(MakePeer(elements.VScroll1, this), tr("Scroll the months"));
-  Named(MakePeer(elements.picCats, this), tr("Categories"));
+  Named(MakePeer(elements.legend.picCats, this), tr("Categories"));
   setFocusProxy(grid);
   peers_.push_back(MakePeer(elements.mnuPop, this));
   peers_.push_back(MakePeer(elements.tmrStart));

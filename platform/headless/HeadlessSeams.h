@@ -7,6 +7,7 @@
 #include "platform/headless/MemoryRegistry.h"
 #include "platform/headless/MemorySettings.h"
 #include "platform/headless/ScriptedCacheUtility.h"
+#include "platform/headless/ScriptedDialogs.h"
 #include "platform/headless/ScriptedForms.h"
 #include "platform/headless/ScriptedMessageBoxes.h"
 #include "platform/headless/ScriptedShell.h"
@@ -18,18 +19,23 @@ namespace velkor {
 struct HeadlessSeams {
   ScriptedCacheUtilities cacheUtilities;
   ScriptedClock clock;
+  ScriptedDialogs dialogs;
   ScriptedEnvironment environment;
   MemoryFiles files;
   ScriptedForms forms;
+  ScriptedInputBoxes inputs;
   FixedLocale locale;
   ScriptedMessageBoxes messages;
+  ScriptedProgress progress;
   MemoryRegistry registry;
   MemorySettings settings;
   ScriptedShell shell;
 
-  Platform On(OutlookApplication& outlook) {
-    return {cacheUtilities, clock,   environment, files,    forms, locale,
-            messages,       outlook, registry,    settings, shell};
+  Platform On(OutlookApplication& outlook) { return On(outlook, messages); }
+  /// With other message boxes.
+  Platform On(OutlookApplication& outlook, MessageBoxes& boxes) {
+    return {cacheUtilities, clock, dialogs, environment, files,    forms,    inputs,
+            locale,         boxes, outlook, progress,    registry, settings, shell};
   }
 };
 

@@ -20,6 +20,7 @@ inline constexpr long FileAlreadyOpen = 55;
 inline constexpr long DeviceInputOutput = 57;
 inline constexpr long InputPastEnd = 62;
 inline constexpr long DeviceUnavailable = 68;
+inline constexpr long PermissionDenied = 70;
 inline constexpr long PathNotFound = 76;
 inline constexpr long KeyAlreadyExists = 457;
 /// A calendar program refused a call (bad filter text, unknown identifier, ...).

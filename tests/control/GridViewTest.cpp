@@ -281,7 +281,7 @@ TEST_F(GridViewTest, TheMenuKeyCallsTheMenuForTheCursorsDay) {
 
 TEST_F(GridViewTest, TheLegendShowsTheCategories) {
   Start();
-  EXPECT_THAT(Painted(plan_.Elements().picCats).Calls("text"),
+  EXPECT_THAT(Painted(plan_.Elements().legend.picCats).Calls("text"),
               AllOf(Contains(HasSubstr("Unused 01")), Contains(HasSubstr("Other"))));
 }
 

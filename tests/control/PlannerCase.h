@@ -39,12 +39,7 @@ class PlannerCase : public testing::Test {
     bag_.values["AllEvents"] = true;
   }
 
-  Platform On(OutlookApplication& outlook) {
-    Platform seams = seams_.On(outlook);
-    return {seams.cacheUtilities, seams.clock,    seams.environment, seams.files,
-            seams.forms,          seams.locale,   messages_,         seams.outlook,
-            seams.registry,       seams.settings, seams.shell};
-  }
+  Platform On(OutlookApplication& outlook) { return seams_.On(outlook, messages_); }
   /// Reads the bag and runs the start-up sequence.
   void Start() {
     plan_.Resize({15000, 9000}, {});

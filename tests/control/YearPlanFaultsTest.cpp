@@ -72,10 +72,7 @@ TEST_F(YearPlanFaultsTest, AYearThatTheHostChangesDuringALoadHasItsOwnEvents) {
 
 TEST_F(YearPlanFaultsTest, OccurrencesThatWereReadForAnotherYearStayOut) {
   HookedBoxes boxes;
-  const Platform seams = On(outlook_);
-  YearPlan plan({seams.cacheUtilities, seams.clock, seams.environment, seams.files, seams.forms,
-                 seams.locale, boxes, seams.outlook, seams.registry, seams.settings, seams.shell},
-                host_);
+  YearPlan plan(seams_.On(outlook_, boxes), host_);
   plan.ReadProperties(bag_);
   plan.Elements().tmrStart.Tick();
   AnswerEveryStop();
@@ -147,7 +144,7 @@ TEST_F(YearPlanFaultsTest, AControlOfAnySizeTakesPointerAndKeys) {
   for (const double size : {0.0, 15.0, 300.0, 900.0, 1500.0, 3000.0}) {
     plan_.Resize({size, size}, {});
     for (PictureBox* box : {&elements.pic1, &elements.picHeadCol, &elements.picHeadRow,
-                            &elements.picParent, &elements.picCats}) {
+                            &elements.picParent, &elements.legend.picCats}) {
       EXPECT_GE(box->Bounds().Width(), 0) << box->Name() << " at " << size;
       EXPECT_GE(box->Bounds().Height(), 0) << box->Name() << " at " << size;
     }

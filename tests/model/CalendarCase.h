@@ -83,9 +83,7 @@ class CalendarCase : public testing::Test {
   RefusingWriter writer_;
   WatchedView view_;
   std::string appointmentForm_ = "IPM.Appointment";
-  const Platform platform_{seams_.cacheUtilities, seams_.clock,    seams_.environment, seams_.files,
-                           seams_.forms,          seams_.locale,   messages_,          outlook_,
-                           seams_.registry,       seams_.settings, seams_.shell};
+  const Platform platform_ = seams_.On(outlook_, messages_);
   CalendarAccess access_{view_, view_, platform_, appointmentForm_};
 };
 

@@ -72,8 +72,9 @@ struct RefreshSeams {
   OpenMessageBoxes boxes;
 
   Platform With(CacheUtilities& utilities, Shell& shell) {
-    return {utilities, seams.clock, seams.environment, seams.files,    seams.forms, seams.locale,
-            boxes,     outlook,     seams.registry,    seams.settings, shell};
+    const Platform on = seams.On(outlook, boxes);
+    return {utilities, on.clock,    on.dialogs, on.environment, on.files,    on.forms,    on.inputs,
+            on.locale, on.messages, on.outlook, on.progress,    on.registry, on.settings, shell};
   }
 };
 

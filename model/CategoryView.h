@@ -1,0 +1,27 @@
+// model/CategoryView.h: the categories on show, as those see them who change them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "model/CategoryTable.h"
+
+namespace velkor {
+
+/// Implemented by the control, which outlives everything that it hands itself to.
+class CategoryView {
+ public:
+  virtual ~CategoryView() = default;
+  virtual const CategoryTable& Categories() const = 0;
+  /// Names the colour record that the categories are kept in.
+  virtual const std::string& TitleOfCategories() const = 0;
+  /// A property of the control: the last category takes no events but its own.
+  virtual bool HideNonCategoryItems() const = 0;
+  /// Whether the categories are those of the calendar. When they could not be read at start-up they
+  /// are read again; a failure is told, and what is on show must not be saved over them.
+  virtual bool AreCategoriesKnown() = 0;
+  /// Replaces the categories: every event finds its own anew, and the year is laid out and drawn.
+  virtual void ChangeCategories(std::vector<Category> categories) = 0;
+};
+
+}  // namespace velkor

@@ -1,0 +1,49 @@
+// platform/desktop/QtDialogs.h: file, colour and input dialogs, and progress, as windows.
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include "platform/CommonDialogs.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Progress.h"
+
+namespace velkor {
+
+/// Each opens over the dialog that is open, else over `parent`. The toolkit's own dialogs, which
+/// look alike on every desktop.
+class QtCommonDialogs : public CommonDialogs {
+ public:
+  explicit QtCommonDialogs(QWidget* parent = nullptr) : parent_(parent) {}
+
+  std::string ShowOpen(const FileDialog& dialog) override;
+  std::string ShowSave(const FileDialog& dialog) override;
+  std::optional<Colour> ShowColour(Colour current) override;
+
+ private:
+  QPointer<QWidget> parent_;
+};
+
+class QtInputBoxes : public InputBoxes {
+ public:
+  explicit QtInputBoxes(QWidget* parent = nullptr) : parent_(parent) {}
+
+  std::string Ask(const std::string& prompt, const std::string& title) override;
+
+ private:
+  QPointer<QWidget> parent_;
+};
+
+/// A window with a bar and a button to cancel; it opens when the operation takes longer than a
+/// moment.
+class QtProgress : public ProgressReports {
+ public:
+  explicit QtProgress(QWidget* parent = nullptr) : parent_(parent) {}
+
+  std::unique_ptr<ProgressReport> Begin(std::string_view title) override;
+
+ private:
+  QPointer<QWidget> parent_;
+};
+
+}  // namespace velkor
