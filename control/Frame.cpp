@@ -300,7 +300,7 @@ void YearPlan::Frame::mnuSelection_Click(int index) {
 void YearPlan::Frame::picCats_Paint(Surface& surface) {
   const Rect& bounds = elements.legend.picCats.Bounds();
   const Rect whole{0, 0, bounds.Width(), bounds.Height()};
-  DrawLegend(surface, grid_.Categories(), font_, whole);
+  DrawLegend(surface, grid_.Categories(), font_, whole, whole.Width());
   surface.Outline({0, 0, whole.right - pixel_.width, whole.bottom - pixel_.height},
                   face_colours::Frame, 1);
 }

@@ -77,7 +77,8 @@ void DrawFace(Surface& surface, const FaceLayout& layout, const YearGrid& grid,
   {
     const Rect& view = layout.picCatView;
     const ViewScope scope(surface, view, {view.left, view.top});
-    DrawLegend(surface, grid.Categories(), content.font, {0, 0, view.Width(), view.Height()});
+    DrawLegend(surface, grid.Categories(), content.font, {0, 0, view.Width(), view.Height()},
+               view.Width());
   }
   surface.Outline(layout.picParent, face_colours::Frame, 1);
   surface.Outline(layout.picCatView, face_colours::Frame, 1);

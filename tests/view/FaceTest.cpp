@@ -113,7 +113,8 @@ TEST(LegendPainter, ShowsTheCategoriesInSightWithTheirColoursAndCleanedNames) {
   const CategoryTable table(categories);
   EXPECT_EQ(LegendHeight(table), 50 * LegendRowHeight);
   RecordingSurface surface;
-  DrawLegend(surface, table, Font{}, {0, 20 * LegendRowHeight, 2000, 22 * LegendRowHeight});
+  DrawLegend(surface, table, Font{}, {0, 20 * LegendRowHeight, 2000, 22 * LegendRowHeight}, 2000,
+             22);
   const auto texts = surface.Calls("text");
   ASSERT_EQ(texts.size(), 2U);
   EXPECT_THAT(texts[0], HasSubstr("\"Key Customer\""));
