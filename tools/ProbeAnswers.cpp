@@ -15,6 +15,7 @@
 #include "support/values/Error.h"
 #include "support/values/Text.h"
 #include "tools/ColourAnswers.h"
+#include "tools/EditAnswers.h"
 #include "tools/IsoDate.h"
 #include "tools/LayoutJson.h"
 #include "tools/PointerAnswer.h"
@@ -178,7 +179,7 @@ Json AnswerLayout(const Json& json) {
 }
 
 using Answer = Json (*)(const Json&);
-constexpr std::array<std::pair<std::string_view, Answer>, 12> Kinds{{
+constexpr std::array<std::pair<std::string_view, Answer>, 13> Kinds{{
     {"dates", AnswerDates},
     {"filter", AnswerFilter},
     {"catindex", AnswerCatIndex},
@@ -191,6 +192,7 @@ constexpr std::array<std::pair<std::string_view, Answer>, 12> Kinds{{
     {"pointer", AnswerPointer},
     {"colours", AnswerColours},
     {"alllists", AnswerAllLists},
+    {"edits", AnswerEdits},
 }};
 
 Json AnswerOf(std::string_view line) {

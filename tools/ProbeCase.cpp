@@ -56,14 +56,18 @@ std::vector<CalEvent> EventsOf(const Json& json) {
   return events;
 }
 
-YearGrid GridOf(const Json& json) {
+CategoryTable TableOf(const Json& json) {
   std::vector<Category> categories;
-  for (const Json& entry : json.at("categories")) {
+  for (const Json& entry : json) {
     categories.push_back(
         {entry.at("name").get<std::string>(), Colour{WholeNumber(entry.at("colour"))}});
   }
+  return CategoryTable(std::move(categories));
+}
+
+YearGrid GridOf(const Json& json) {
   const Json& filter = json.at("filter");
-  YearGrid grid(SpanOf(json.at("view")), CategoryTable(std::move(categories)),
+  YearGrid grid(SpanOf(json.at("view")), TableOf(json.at("categories")),
                 FilterOf(json.at("separator"), filter.at("text").get<std::string>(),
                          filter.at("matchAll").get<bool>()),
                 {.AllEvents = json.at("allEvents").get<bool>(),

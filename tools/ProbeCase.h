@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "model/CalEvent.h"
+#include "model/CategoryTable.h"
 #include "support/values/Date.h"
 #include "view/YearGrid.h"
 #include "view/span/CategoryFilter.h"
@@ -30,6 +31,8 @@ CategoryFilter FilterOf(const nlohmann::ordered_json& separator, const std::stri
                         bool matchAll);
 /// Derived fields are not set.
 std::vector<CalEvent> EventsOf(const nlohmann::ordered_json& json);
+/// Categories by their names and colours.
+CategoryTable TableOf(const nlohmann::ordered_json& json);
 /// The laid-out year of a case with `view`, `separator`, `filter`, `categories`, `events`,
 /// `surface` and the options.
 YearGrid GridOf(const nlohmann::ordered_json& json);
