@@ -1,0 +1,185 @@
+// tests/categories/CategoryCommandsTest.cpp: adding, renaming, deleting and recolouring categories.
+#include "categories/CategoryCommands.h"
+
+#include "tests/categories/CategoryCase.h"
+
+namespace velkor {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class CategoryCommandsTest : public CategoryCase {};
+
+TEST_F(CategoryCommandsTest, ANewCategoryStandsBeforeTheCatchAllUnlessThereIsNone) {
+  struct Case {
+    Names before;
+    bool hides;
+    std::string answer;
+    Names after;
+  };
+  for (const Case& each :
+       {Case{{"A", "Other"}, false, "New", {"A", "New", "Other"}},
+        Case{{"A", "Other"}, true, "New", {"A", "Other", "New"}}, Case{{}, false, "New", {"New"}},
+        Case{{"A"}, false, "A", {"A", "A"}}, Case{{"A"}, true, "   ", {"A", ""}},
+        Case{{"A"}, true, " |\x1F\r\n", {"A", " "}},
+        Case{{"A"},
+             true,
+             "\"x\" 'y'; z, \U0001F3D6|",  //
+             {"A", "\"x\" 'y'; z, \U0001F3D6"}}}) {
+    SCOPED_TRACE(each.answer);
+    List(each.before);
+    shown_.hides = each.hides;
+    commands_.Select(1);
+    seams_.inputs.lines = {each.answer};
+    commands_.New();
+    EXPECT_EQ(Listed(), each.after);
+    EXPECT_TRUE(IsSaved());
+    EXPECT_EQ(commands_.Selected(), 0);
+    const std::size_t at = each.before.size() - (each.hides || each.before.empty() ? 0 : 1);
+    EXPECT_EQ(shown_.table.All()[at].colour, Colour{16711680});
+  }
+  EXPECT_EQ(seams_.inputs.asked[0].prompt, "Enter name of new category");
+  EXPECT_EQ(seams_.inputs.asked[0].title, "New Category");
+}
+
+TEST_F(CategoryCommandsTest, ARenameIsRefusedOnlyForTheNameOfAnother) {
+  constexpr const char* Exists = "The category Travel already exists";
+  struct Case {
+    std::string text;
+    const char* told;
+    std::string after;
+  };
+  List({"Work", "Travel", "Other"});
+  for (const Case& each : {Case{"Work", nullptr, "Work"}, Case{"Wo|rk\t", nullptr, "Work"},
+                           Case{"Travel", Exists, "Work"}, Case{"Tra|vel\x01", Exists, "Work"}}) {
+    commands_.Select(1);
+    if (each.told) messages_.Expect(each.told);
+    commands_.Rename(each.text);
+    EXPECT_EQ(Listed()[0], each.after);
+    EXPECT_EQ(commands_.Selected(), 1);
+  }
+  EXPECT_FALSE(IsSaved());
+  for (const Case& each :
+       {Case{"travel", nullptr, "travel"}, Case{"  ", nullptr, ""}, Case{"|A, B", nullptr, "A, B"},
+        Case{"\U0001F600 \"q\"", nullptr, "\U0001F600 \"q\""}}) {
+    commands_.Select(1);
+    commands_.Rename(each.text);
+    EXPECT_EQ(Listed(), (Names{each.after, "Travel", "Other"}));
+    EXPECT_TRUE(IsSaved());
+    EXPECT_EQ(commands_.Selected(), 0);
+    commands_.Rename("Nobody's");
+    EXPECT_EQ(Listed()[0], each.after) << "nothing is selected";
+  }
+}
+
+TEST_F(CategoryCommandsTest, ANameSelectsItsCategoryAndOnlyTheLastOneStays) {
+  List({"A", "B", "C"});
+  commands_.Select(3);
+  commands_.CatDelete("unknown");
+  EXPECT_EQ(commands_.Selected(), 3);
+  EXPECT_FALSE(IsSaved());
+  commands_.CatDelete("A");
+  EXPECT_EQ(Listed(), (Names{"B", "C"}));
+  EXPECT_EQ(commands_.Selected(), 0);
+  commands_.CatDelete();
+  commands_.Select(4);
+  commands_.CatDelete();
+  commands_.CatColour();
+  EXPECT_THAT(seams_.dialogs.began, IsEmpty()) << "nothing is selected";
+  EXPECT_EQ(Listed(), (Names{"B", "C"}));
+  commands_.Select(2);
+  commands_.CatDelete();
+  EXPECT_TRUE(IsSaved());
+  messages_.Expect("Cannot delete all the categories; at least one must be retained.");
+  commands_.CatDelete("B");
+  EXPECT_EQ(Listed(), Names{"B"});
+}
+
+TEST_F(CategoryCommandsTest, AColourOfAnotherIsRefusedUntilAFreeOneIsPicked) {
+  List({"A", "B", "C"});
+  seams_.dialogs.colours = {Colour{1}, Colour{3}, Colour{-9}};
+  messages_.Expect("This colour has already been used.");
+  messages_.Expect("This colour has already been used.");
+  commands_.CatColour("B");
+  EXPECT_EQ(shown_.table.At(2).colour, Colour{-9});
+  EXPECT_TRUE(IsSaved());
+  EXPECT_EQ(commands_.Selected(), 2);
+  EXPECT_THAT(seams_.dialogs.began, ElementsAre(Colour{2}, Colour{2}, Colour{2}));
+  EXPECT_EQ(messages_.Shown()[0].title, "Category Colour Picker");
+  EXPECT_EQ(messages_.Shown()[0].icon, MessageIcon::Exclamation);
+  commands_.CatColour();
+  EXPECT_EQ(shown_.table.At(2).colour, Colour{-9}) << "the picker was cancelled";
+}
+
+TEST_F(CategoryCommandsTest, ATableReplacedWhileADialogIsOpenIsNotChangedForAnother) {
+  for (const Names& others : {Names{"B", "A"}, Names{}, Names{"X", "A"}}) {
+    List({"A", "B"});
+    commands_.Select(1);
+    seams_.dialogs.whileOpen = [&] { List(others); };
+    seams_.dialogs.colours = {Colour{77}};
+    commands_.CatColour();
+    EXPECT_EQ(commands_.Selected(), 0);
+    // Read again before the change: those on show were not the calendar's.
+    List({"A", "B"});
+    commands_.Select(1);
+    shown_.known = [&] {
+      List(others);
+      return true;
+    };
+    commands_.CatDelete();
+    commands_.Rename("N");
+    EXPECT_EQ(Listed(), others);
+    shown_.known = [] { return true; };
+  }
+  EXPECT_FALSE(IsSaved());
+  List({"A", "B"});
+  commands_.Select(2);
+  seams_.dialogs.whileOpen = [&] { List({"C", "B", "D"}); };
+  seams_.dialogs.colours = {Colour{77}};
+  commands_.CatColour();
+  EXPECT_EQ(Listed(), (Names{"C", "B", "D"}));
+  EXPECT_EQ(shown_.table.At(2).colour, Colour{77}) << "the same category stands there";
+}
+
+TEST_F(CategoryCommandsTest, CategoriesThatAreNotKnownAreNeitherAskedForNorChanged) {
+  List({"A", "B"});
+  commands_.Select(1);
+  shown_.known = [] { return false; };
+  commands_.New();
+  commands_.Rename("N");
+  commands_.CatColour();
+  commands_.CatDelete("A");
+  EXPECT_THAT(seams_.inputs.asked, IsEmpty());
+  EXPECT_THAT(seams_.dialogs.began, IsEmpty());
+  EXPECT_EQ(Listed(), (Names{"A", "B"}));
+  EXPECT_FALSE(IsSaved());
+}
+
+TEST_F(CategoryCommandsTest, ASaveThatFailsIsToldAndTheListStaysAsItWasChanged) {
+  List({"A", "B"});
+  calendar_.SetWriter(&writer_);
+  messages_.Expect("Error saving category colours 440 The disk is full.");
+  commands_.CatDelete("A");
+  EXPECT_EQ(Listed(), Names{"B"});
+  EXPECT_FALSE(IsSaved());
+  writer_.refuses = false;
+  seams_.inputs.lines = {"N"};
+  commands_.New();
+  EXPECT_EQ(Listed(), (Names{"N", "B"}));
+  EXPECT_TRUE(IsSaved());
+}
+
+TEST_F(CategoryCommandsTest, MoreCategoriesThanATableHoldsAreRefused) {
+  List(Names(CategoryTable::MostCategories, "A"));
+  commands_.Select(2);
+  seams_.inputs.lines = {"N"};
+  messages_.Expect("Error adding a category 6 ");
+  commands_.New();
+  EXPECT_EQ(Listed(), Names(CategoryTable::MostCategories, "A"));
+  EXPECT_EQ(commands_.Selected(), 2);
+  EXPECT_FALSE(IsSaved());
+}
+
+}  // namespace
+}  // namespace velkor
