@@ -2,10 +2,50 @@
 #include "view/span/CategoryFilter.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "support/values/Text.h"
 
 namespace velkor {
+namespace {
+
+bool StandsBefore(std::string_view a, std::string_view b) {
+  return a.size() != b.size() ? a.size() < b.size() : a < b;
+}
+
+/// Counts down as names are met, each the first time only. Few names take no memory.
+class NamesToMeet {
+ public:
+  explicit NamesToMeet(std::size_t count) : left_(count), many_(count > FewNames ? count : 0) {}
+
+  /// @return whether all have been met
+  bool Meet(std::size_t index) {
+    if (!Mark(index)) --left_;
+    return left_ == 0;
+  }
+
+ private:
+  static constexpr std::size_t FewNames = 64;
+
+  /// @return whether it was marked already
+  bool Mark(std::size_t index) {
+    if (!many_.empty()) {
+      const bool marked = many_[index];
+      many_[index] = true;
+      return marked;
+    }
+    const std::uint64_t bit = std::uint64_t{1} << index;
+    const bool marked = (few_ & bit) != 0;
+    few_ |= bit;
+    return marked;
+  }
+
+  std::size_t left_;
+  std::uint64_t few_ = 0;
+  std::vector<bool> many_;
+};
+
+}  // namespace
 
 std::string CategorySeparator(std::string_view listSeparator) {
   return std::string(listSeparator) + " ";
@@ -13,6 +53,9 @@ std::string CategorySeparator(std::string_view listSeparator) {
 
 void CategoryFilter::SetCategoryFilter(std::string text) {
   entries_ = Split(text, separator_);
+  names_ = entries_;
+  std::sort(names_.begin(), names_.end(), StandsBefore);
+  names_.erase(std::unique(names_.begin(), names_.end()), names_.end());
   display_ = text;
   text_ = std::move(text);
 }
@@ -26,19 +69,30 @@ std::string CategoryFilter::ToolTip() const {
   return text_.empty() ? "Click to define a filter" : "Active Filter: " + display_;
 }
 
-bool CategoryFilter::HasPiece(std::string_view categories, std::string_view entry) const {
-  return !ForEachPiece(categories, separator_,
-                       [&](std::string_view piece) { return Trim(piece) != entry; });
+std::size_t CategoryFilter::IndexOf(std::string_view name) const {
+  const auto found = std::lower_bound(names_.begin(), names_.end(), name, StandsBefore);
+  if (found == names_.end() || *found != name) return names_.size();
+  return static_cast<std::size_t>(found - names_.begin());
+}
+
+bool CategoryFilter::HasAny(std::string_view categories) const {
+  return !ForEachPiece(categories, separator_, [&](std::string_view piece) {
+    return IndexOf(Trim(piece)) == names_.size();
+  });
+}
+
+bool CategoryFilter::HasAll(std::string_view categories) const {
+  NamesToMeet names(names_.size());
+  return !ForEachPiece(categories, separator_, [&](std::string_view piece) {
+    const std::size_t index = IndexOf(Trim(piece));
+    return index == names_.size() || !names.Meet(index);
+  });
 }
 
 bool CategoryFilter::IsFilteredOut(std::string_view categories) const {
   if (text_.empty()) return false;
   if (categories.empty()) return true;
-  const auto carried = [&](const std::string& entry) { return HasPiece(categories, entry); };
-  if (matchAll_) return !std::all_of(entries_.begin(), entries_.end(), carried);
-  return ForEachPiece(categories, separator_, [&](std::string_view piece) {
-    return std::find(entries_.begin(), entries_.end(), Trim(piece)) == entries_.end();
-  });
+  return matchAll_ ? !HasAll(categories) : !HasAny(categories);
 }
 
 }  // namespace velkor
