@@ -1,17 +1,13 @@
 // view/span/CategoryFilter.cpp: filter state and the filter test.
 #include "view/span/CategoryFilter.h"
 
-#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 
 #include "support/values/Text.h"
 
 namespace velkor {
 namespace {
-
-bool StandsBefore(std::string_view a, std::string_view b) {
-  return a.size() != b.size() ? a.size() < b.size() : a < b;
-}
 
 /// Counts down as names are met, each the first time only. Few names take no memory.
 class NamesToMeet {
@@ -53,9 +49,7 @@ std::string CategorySeparator(std::string_view listSeparator) {
 
 void CategoryFilter::SetCategoryFilter(std::string text) {
   entries_ = Split(text, separator_);
-  names_ = entries_;
-  std::sort(names_.begin(), names_.end(), StandsBefore);
-  names_.erase(std::unique(names_.begin(), names_.end()), names_.end());
+  names_ = NameSet(entries_);
   display_ = text;
   text_ = std::move(text);
 }
@@ -69,23 +63,17 @@ std::string CategoryFilter::ToolTip() const {
   return text_.empty() ? "Click to define a filter" : "Active Filter: " + display_;
 }
 
-std::size_t CategoryFilter::IndexOf(std::string_view name) const {
-  const auto found = std::lower_bound(names_.begin(), names_.end(), name, StandsBefore);
-  if (found == names_.end() || *found != name) return names_.size();
-  return static_cast<std::size_t>(found - names_.begin());
-}
-
 bool CategoryFilter::HasAny(std::string_view categories) const {
   return !ForEachPiece(categories, separator_, [&](std::string_view piece) {
-    return IndexOf(Trim(piece)) == names_.size();
+    return names_.IndexOf(Trim(piece)) == names_.Count();
   });
 }
 
 bool CategoryFilter::HasAll(std::string_view categories) const {
-  NamesToMeet names(names_.size());
+  NamesToMeet names(names_.Count());
   return !ForEachPiece(categories, separator_, [&](std::string_view piece) {
-    const std::size_t index = IndexOf(Trim(piece));
-    return index == names_.size() || !names.Meet(index);
+    const std::size_t index = names_.IndexOf(Trim(piece));
+    return index == names_.Count() || !names.Meet(index);
   });
 }
 

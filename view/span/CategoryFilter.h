@@ -1,10 +1,11 @@
 // view/span/CategoryFilter.h: the category filter, and the one test of what it hides.
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "view/span/NameSet.h"
 
 namespace velkor {
 
@@ -36,8 +37,6 @@ class CategoryFilter {
   bool IsFilteredOut(std::string_view categories) const;
 
  private:
-  /// The name's index in names_; their count for a name that the filter does not hold.
-  std::size_t IndexOf(std::string_view name) const;
   bool HasAny(std::string_view categories) const;
   bool HasAll(std::string_view categories) const;
 
@@ -45,8 +44,7 @@ class CategoryFilter {
   std::string text_;
   std::string display_;
   std::vector<std::string> entries_;
-  /// The entries, each once, by length and then by text: most names differ in length already.
-  std::vector<std::string> names_;
+  NameSet names_;
   bool matchAll_ = false;
 };
 
