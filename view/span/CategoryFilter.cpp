@@ -70,6 +70,8 @@ bool CategoryFilter::HasAny(std::string_view categories) const {
 }
 
 bool CategoryFilter::HasAll(std::string_view categories) const {
+  // Each name takes a piece of its own, so a text with too little room for them holds not all.
+  if (categories.size() < (names_.Count() - 1) * separator_.size()) return false;
   NamesToMeet names(names_.Count());
   return !ForEachPiece(categories, separator_, [&](std::string_view piece) {
     const std::size_t index = names_.IndexOf(Trim(piece));
