@@ -6,11 +6,13 @@
 #include <utility>
 #include <vector>
 
+#include "categories/StoredFilter.h"
 #include "model/CacheFile.h"
 #include "model/CachePaths.h"
 #include "model/CacheRecord.h"
 #include "platform/headless/FixedLocale.h"
 #include "platform/headless/MemoryFiles.h"
+#include "platform/headless/MemorySettings.h"
 #include "support/modFileIO.h"
 #include "support/values/Error.h"
 #include "support/values/Text.h"
@@ -93,6 +95,22 @@ Json AnswerFilter(const Json& json) {
     answer["hidden"].push_back(filter.IsFilteredOut(categories.get<std::string>()));
   }
   return answer;
+}
+
+Json AnswerStoredFilter(const Json& json) {
+  MemorySettings settings;
+  for (const auto& [key, name] : {std::pair{"Active", "active"}, {"UsingAND", "usingAnd"}}) {
+    const Json& value = json.at(name);
+    if (!value.is_null()) {
+      settings.Save("Year Planner", "Filtering Default", key, value.get<std::string>());
+    }
+  }
+  const CategoryFilter filter =
+      LoadFilter(settings, "Default", CategorySeparator(json.at("separator").get<std::string>()));
+  return {{"filter", filter.GetCategoryFilter()},
+          {"matchAll", filter.GetFilterMode()},
+          {"display", filter.GetCategoryFilterText()},
+          {"tip", filter.ToolTip()}};
 }
 
 Json AnswerCatIndex(const Json& json) {
@@ -182,6 +200,7 @@ using Answer = Json (*)(const Json&);
 constexpr std::array<std::pair<std::string_view, Answer>, 13> Kinds{{
     {"dates", AnswerDates},
     {"filter", AnswerFilter},
+    {"storedfilter", AnswerStoredFilter},
     {"catindex", AnswerCatIndex},
     {"text", AnswerText},
     {"sort", AnswerSort},

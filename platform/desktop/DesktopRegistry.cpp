@@ -26,6 +26,16 @@ QJsonValue Find(const QJsonObject& object, const QString& name) {
   return QJsonValue(QJsonValue::Undefined);
 }
 
+/// UTF-16 with the low byte first.
+std::string Utf16BytesOf(const QString& text) {
+  std::string bytes;
+  for (const QChar unit : text) {
+    bytes.push_back(static_cast<char>(unit.cell()));
+    bytes.push_back(static_cast<char>(unit.row()));
+  }
+  return bytes;
+}
+
 }  // namespace
 
 DesktopRegistry::DesktopRegistry(std::string path)
@@ -41,6 +51,8 @@ RegistryAnswer DesktopRegistry::QueryValue(RootKey root, std::string_view subKey
   const QJsonValue key = Find(document.object(), NameOf(root) + u'\\' + ToQt(subKey));
   const QJsonValue value = Find(key.toObject(), ToQt(name));
   if (value.isUndefined()) return {registry_codes::FileNotFound, {}};
+  const QJsonValue utf16 = value.toObject().value(u"utf16");
+  if (utf16.isString()) return {registry_codes::Success, Utf16BytesOf(utf16.toString())};
   if (!value.isString()) return {registry_codes::CantRead, {}};
   return {registry_codes::Success, value.toString().toStdString()};
 }

@@ -46,12 +46,6 @@ bool SameName(std::string_view a, std::string_view b) {
                     [](char x, char y) { return Upper(x) == Upper(y); });
 }
 
-std::string_view Trim(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 std::vector<std::string> Split(std::string_view text, std::string_view separator) {
   std::vector<std::string> pieces;
   ForEachPiece(text, separator, [&](std::string_view piece) {

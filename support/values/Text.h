@@ -26,7 +26,11 @@ constexpr char Upper(char c) {
 bool SameName(std::string_view a, std::string_view b);
 
 /// The text without its leading and trailing blanks (character 32 alone).
-std::string_view Trim(std::string_view text);
+constexpr std::string_view Trim(std::string_view text) {
+  while (text.starts_with(' ')) text.remove_prefix(1);
+  while (text.ends_with(' ')) text.remove_suffix(1);
+  return text;
+}
 
 /// The pieces of a text between separators; an empty text gives none. `separator` is not empty.
 std::vector<std::string> Split(std::string_view text, std::string_view separator);

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "view/span/NameSet.h"
+
 namespace velkor {
 
 /// What joins the names of a Categories text and of a filter: the user's list separator and one
@@ -35,12 +37,14 @@ class CategoryFilter {
   bool IsFilteredOut(std::string_view categories) const;
 
  private:
-  bool HasPiece(std::string_view categories, std::string_view entry) const;
+  bool HasAny(std::string_view categories) const;
+  bool HasAll(std::string_view categories) const;
 
   std::string separator_;
   std::string text_;
   std::string display_;
   std::vector<std::string> entries_;
+  NameSet names_;
   bool matchAll_ = false;
 };
 

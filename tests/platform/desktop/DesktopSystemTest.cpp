@@ -127,11 +127,15 @@ TEST_F(DesktopSystem, RegistryAnswersValuesOfItsFileInAnyCase) {
     file.write(text);
   };
   EXPECT_EQ(read("sList").code, registry_codes::FileNotFound);
-  write(R"({"HKEY_CURRENT_USER\\control panel\\International": {"sList": ";", "n": 1}})");
+  write(R"({"HKEY_CURRENT_USER\\control panel\\International":
+            {"sList": ";", "n": 1, "list": {"utf16": "A\u20ac"}, "other list": {"utf8": "A"}}})");
   EXPECT_EQ(read("SLIST").data, ";");
   EXPECT_EQ(read("sList").code, registry_codes::Success);
   EXPECT_EQ(read("other").code, registry_codes::FileNotFound);
   EXPECT_EQ(read("n").code, registry_codes::CantRead);
+  EXPECT_EQ(read("list").data, std::string("A\0\xAC\x20", 4));
+  EXPECT_EQ(read("list").code, registry_codes::Success);
+  EXPECT_EQ(read("other list").code, registry_codes::CantRead);
   write("{broken");
   EXPECT_EQ(read("sList").code, registry_codes::CantRead);
 }

@@ -1,0 +1,40 @@
+// categories/StoredFilter.cpp: the category filter that a planner title keeps between sessions.
+#include "categories/StoredFilter.h"
+
+#include <utility>
+
+#include "platform/Settings.h"
+
+namespace velkor {
+namespace {
+
+constexpr std::string_view Application = "Year Planner";
+constexpr std::string_view ActiveKey = "Active";
+constexpr std::string_view ModeKey = "UsingAND";
+constexpr std::string_view True = "True";
+constexpr std::string_view False = "False";
+
+std::string SectionOf(std::string_view titleName) {
+  return "Filtering " + std::string(titleName);
+}
+
+}  // namespace
+
+CategoryFilter LoadFilter(Settings& settings, std::string_view titleName, std::string separator) {
+  const std::string section = SectionOf(titleName);
+  std::string text = settings.Get(Application, section, ActiveKey, {});
+  if (text == False) text.clear();
+  CategoryFilter filter(std::move(separator));
+  filter.SetCategoryFilter(std::move(text));
+  filter.SetFilterMode(settings.Get(Application, section, ModeKey, False) == True);
+  return filter;
+}
+
+void SaveFilter(Settings& settings, std::string_view titleName, std::string_view text,
+                bool matchAll) {
+  const std::string section = SectionOf(titleName);
+  settings.Save(Application, section, ActiveKey, text);
+  settings.Save(Application, section, ModeKey, matchAll ? True : False);
+}
+
+}  // namespace velkor

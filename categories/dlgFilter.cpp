@@ -1,0 +1,152 @@
+// categories/dlgFilter.cpp: the dialog in which the user chooses the categories of the filter.
+#include "categories/dlgFilter.h"
+
+#include <functional>
+#include <set>
+#include <utility>
+
+#include "categories/StoredFilter.h"
+#include "model/Guard.h"
+#include "support/values/Text.h"
+#include "view/span/CategoryFilter.h"
+#include "view/span/Duplicates.h"
+
+namespace velkor {
+namespace {
+
+constexpr std::string_view SavingFailed = "Error saving the filter ";
+constexpr std::string_view MasterListFailed = "Error reading the master category list ";
+
+/// Sorts names as lists are shown, each once and none of them empty.
+void SortOnce(std::vector<std::string>& names) {
+  std::set<std::string, std::less<>> known{std::string()};
+  std::erase_if(names, [&](const std::string& name) { return !known.insert(name).second; });
+  Duplicates::SortStrings(names, 0, static_cast<int>(names.size()) - 1);
+}
+
+}  // namespace
+
+dlgFilter::dlgFilter(const CategoryFilter& filter, std::string titleName, ReadMasterList masterList,
+                     Settings& settings, MessageBoxes& messages)
+    : Form("dlgFilter", "Category Filter"),
+      separator_(filter.FilterSeparator()),
+      titleName_(std::move(titleName)),
+      readMasterList_(std::move(masterList)),
+      settings_(settings),
+      messages_(messages) {
+  lblHead.SetCaption("Show appointments of these categories");
+  Label1.SetCaption("Filter");
+  cbMasterList.SetCaption("(Include Customised Master Category List)");
+  cbAND.SetCaption("(All must be matched)");
+  OKButton.SetCaption("OK");
+  CancelButton.SetCaption("Cancel");
+  ClearButton.SetCaption("Clear");
+  tbFilter.SetText(filter.GetCategoryFilter());
+  cbAND.SetChecked(filter.GetFilterMode());
+
+  lbCategories.onItemCheck = [this](std::size_t index) { lbCategories_ItemCheck(index); };
+  tbFilter.onChange = [this] { tbFilter_Change(); };
+  cbMasterList.onClick = [this] { FillList(); };
+  OKButton.onClick = [this] { OKButton_Click(); };
+  CancelButton.onClick = [this] { Unload(); };
+  ClearButton.onClick = [this] { ClearButton_Click(); };
+
+  AddRow({{{&lblHead, 1}}});
+  AddRow({{{&lbCategories, 1}}});
+  AddRow({{{&Label1, 0}, {&tbFilter, 1}}});
+  AddRow({{{&cbMasterList, 1}}});
+  AddRow({{{&cbAND, 1}}});
+  AddRow({{{&OKButton, 1}, {&CancelButton, 1}, {&ClearButton, 1}}, FormRowKind::Buttons});
+}
+
+void dlgFilter::Load() {
+  okPressed_ = false;
+  ChooseFromText();
+  FillList();
+}
+
+std::vector<std::string> dlgFilter::OfferedNames() {
+  std::vector<std::string> names = VelkorLegends;
+  if (cbMasterList.Checked()) {
+    if (!masterNames_) {
+      Guard(messages_, MasterListFailed, [&] { masterNames_ = readMasterList_(); });
+    }
+    if (masterNames_) names.insert(names.end(), masterNames_->begin(), masterNames_->end());
+  }
+  SortOnce(names);
+  return names;
+}
+
+void dlgFilter::FillList() {
+  std::vector<CheckListBox::Item> items;
+  for (std::string& name : OfferedNames()) {
+    const bool chosen = chosen_.HasKey(name);
+    items.push_back({std::move(name), chosen});
+  }
+  lbCategories.SetItems(std::move(items));
+}
+
+void dlgFilter::CheckChosen() {
+  std::vector<CheckListBox::Item> items = lbCategories.Items();
+  for (CheckListBox::Item& item : items) item.checked = chosen_.HasKey(item.text);
+  lbCategories.SetItems(std::move(items));
+}
+
+void dlgFilter::Choose(std::string_view text) {
+  ForEachPiece(text, separator_, [&](std::string_view piece) {
+    if (!piece.empty() && !chosen_.HasKey(piece)) {
+      chosen_.Add(std::string(piece), std::string(piece));
+    }
+    return true;
+  });
+}
+
+void dlgFilter::ChooseFromText() {
+  chosen_.Clear();
+  Choose(tbFilter.Text());
+}
+
+std::string dlgFilter::JoinedChoice() const {
+  std::string text;
+  for (const CCollectionEx::Entry& entry : CCollectionEx::NewEnum(chosen_)) {
+    if (!text.empty()) text += separator_;
+    text += entry.key;
+  }
+  return text;
+}
+
+void dlgFilter::lbCategories_ItemCheck(std::size_t index) {
+  const CheckListBox::Item item = lbCategories.Items()[index];
+  // A name that holds the separator is chosen as the names that it becomes in the text.
+  if (item.checked) {
+    Choose(item.text);
+  } else if (chosen_.HasKey(item.text)) {
+    chosen_.Remove(item.text);
+  }
+  const std::string text = JoinedChoice();
+  if (text == tbFilter.Text()) {
+    CheckChosen();
+  } else {
+    tbFilter.SetText(text);
+  }
+}
+
+void dlgFilter::tbFilter_Change() {
+  ChooseFromText();
+  CheckChosen();
+}
+
+void dlgFilter::ClearButton_Click() {
+  chosen_.Clear();
+  tbFilter.SetText({});
+}
+
+void dlgFilter::OKButton_Click() {
+  const auto failure = Guard(messages_, SavingFailed,
+                             [&] { SaveFilter(settings_, titleName_, FilterText(), MatchAll()); });
+  if (failure) return;
+  okPressed_ = true;
+  Unload();
+}
+
+}  // namespace velkor
