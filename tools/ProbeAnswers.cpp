@@ -20,6 +20,7 @@
 #include "tools/PointerAnswer.h"
 #include "tools/ProbeCase.h"
 #include "tools/SilentPlanner.h"
+#include "tools/XmlAnswer.h"
 #include "view/span/Duplicates.h"
 #include "view/span/Globals.h"
 #include "view/span/Locale.h"
@@ -38,12 +39,6 @@ std::string BytesOf(const std::string& text) {
     bytes.push_back(static_cast<char>(c));
   }
   return bytes;
-}
-
-std::string TextOfBytes(std::string_view bytes) {
-  std::string text;
-  for (const char c : bytes) AppendCharacter(text, static_cast<unsigned char>(c));
-  return text;
 }
 
 Json AnswerDates(const Json& json) {
@@ -178,7 +173,7 @@ Json AnswerLayout(const Json& json) {
 }
 
 using Answer = Json (*)(const Json&);
-constexpr std::array<std::pair<std::string_view, Answer>, 12> Kinds{{
+constexpr std::array<std::pair<std::string_view, Answer>, 13> Kinds{{
     {"dates", AnswerDates},
     {"filter", AnswerFilter},
     {"catindex", AnswerCatIndex},
@@ -191,6 +186,7 @@ constexpr std::array<std::pair<std::string_view, Answer>, 12> Kinds{{
     {"pointer", AnswerPointer},
     {"colours", AnswerColours},
     {"alllists", AnswerAllLists},
+    {"xml", AnswerXml},
 }};
 
 Json AnswerOf(std::string_view line) {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "support/values/Text.h"
 #include "tools/IsoDate.h"
 
 namespace velkor {
@@ -56,14 +57,24 @@ std::vector<CalEvent> EventsOf(const Json& json) {
   return events;
 }
 
-YearGrid GridOf(const Json& json) {
+std::vector<Category> CategoriesOf(const Json& json) {
   std::vector<Category> categories;
-  for (const Json& entry : json.at("categories")) {
+  for (const Json& entry : json) {
     categories.push_back(
         {entry.at("name").get<std::string>(), Colour{WholeNumber(entry.at("colour"))}});
   }
+  return categories;
+}
+
+std::string TextOfBytes(std::string_view bytes) {
+  std::string text;
+  for (const char c : bytes) AppendCharacter(text, static_cast<unsigned char>(c));
+  return text;
+}
+
+YearGrid GridOf(const Json& json) {
   const Json& filter = json.at("filter");
-  YearGrid grid(SpanOf(json.at("view")), CategoryTable(std::move(categories)),
+  YearGrid grid(SpanOf(json.at("view")), CategoryTable(CategoriesOf(json.at("categories"))),
                 FilterOf(json.at("separator"), filter.at("text").get<std::string>(),
                          filter.at("matchAll").get<bool>()),
                 {.AllEvents = json.at("allEvents").get<bool>(),

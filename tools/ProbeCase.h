@@ -5,9 +5,11 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/CalEvent.h"
+#include "model/CategoryTable.h"
 #include "support/values/Date.h"
 #include "view/YearGrid.h"
 #include "view/span/CategoryFilter.h"
@@ -30,6 +32,9 @@ CategoryFilter FilterOf(const nlohmann::ordered_json& separator, const std::stri
                         bool matchAll);
 /// Derived fields are not set.
 std::vector<CalEvent> EventsOf(const nlohmann::ordered_json& json);
+std::vector<Category> CategoriesOf(const nlohmann::ordered_json& json);
+/// One character for each byte.
+std::string TextOfBytes(std::string_view bytes);
 /// The laid-out year of a case with `view`, `separator`, `filter`, `categories`, `events`,
 /// `surface` and the options.
 YearGrid GridOf(const nlohmann::ordered_json& json);
