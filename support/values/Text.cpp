@@ -145,8 +145,13 @@ void AppendCharacter(std::string& text, char32_t c) {
 std::string ValidUtf8(std::string_view text) {
   std::string result;
   result.reserve(text.size());
-  while (!text.empty()) AppendCharacter(result, TakeCharacter(text));
-  return result;
+  while (true) {
+    const std::size_t ascii = AsciiLength(text);
+    result.append(text.substr(0, ascii));
+    text.remove_prefix(ascii);
+    if (text.empty()) return result;
+    AppendCharacter(result, TakeCharacter(text));
+  }
 }
 
 std::string_view CutAtCharacter(std::string_view text, std::size_t bytes) {
