@@ -7,5 +7,6 @@ void RegisterLayoutFigures();
 void RegisterCacheFigures();
 void RegisterDrawingFigures();
 void RegisterPointerFigures();
+void RegisterExportFigures();
 
 }  // namespace velkor

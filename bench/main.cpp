@@ -22,6 +22,7 @@ int main(int argc, char** argv) {
   velkor::RegisterCacheFigures();
   velkor::RegisterDrawingFigures();
   velkor::RegisterPointerFigures();
+  velkor::RegisterExportFigures();
   velkor::FigureReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
   if (reporter.Missed() > 0) {
