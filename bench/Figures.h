@@ -8,5 +8,6 @@ void RegisterCacheFigures();
 void RegisterDrawingFigures();
 void RegisterPointerFigures();
 void RegisterFilterFigures();
+void RegisterExportFigures();
 
 }  // namespace velkor

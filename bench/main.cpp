@@ -23,6 +23,7 @@ int main(int argc, char** argv) {
   velkor::RegisterDrawingFigures();
   velkor::RegisterPointerFigures();
   velkor::RegisterFilterFigures();
+  velkor::RegisterExportFigures();
   velkor::FigureReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
   if (reporter.Missed() > 0) {

@@ -53,7 +53,8 @@ class LocaleApi {
   virtual void EnumCalendarInfo(LocaleId locale, std::uint32_t calendarType,
                                 const std::function<bool(std::string_view)>& name) = 0;
 
-  /// The system's ANSI code page; 1252 off Windows.
+  /// The system's ANSI code page; 1252 off Windows. An ASCII text is the same bytes in each (Code
+  /// Page Identifiers).
   virtual CodePage AnsiCodePage() = 0;
   /// UTF-8 to the bytes of a code page; a character that it lacks becomes '?'. A page's undefined
   /// bytes stand for the control characters of the same code, both ways.

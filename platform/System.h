@@ -68,6 +68,7 @@ class Files {
   /// device). Throws Error (DeviceInputOutput) when reading fails half-way, and for a file larger
   /// than LargestFile or the memory left.
   virtual std::optional<std::string> Read(const std::string& path) = 0;
+  /// False for what is no file on a disk, so that nobody deletes a device to write in its place.
   virtual bool Exists(const std::string& path) = 0;
   virtual bool DirectoryExists(const std::string& path) = 0;
   /// @return false when the file could not be deleted; true also when there was none

@@ -3,8 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
-#include <cstring>
 
 #include "support/values/Text.h"
 
@@ -23,18 +21,6 @@ char ByteOf(char32_t character) {
   }
   const auto* const at = std::find(Middle.begin(), Middle.end(), character);
   return at == Middle.end() ? '?' : static_cast<char>(0x80 + (at - Middle.begin()));
-}
-
-/// Length of the ASCII that a text begins with.
-std::size_t AsciiLength(std::string_view text) {
-  std::size_t at = 0;
-  for (; at + 8 <= text.size(); at += 8) {
-    std::uint64_t eight = 0;
-    std::memcpy(&eight, text.data() + at, 8);
-    if ((eight & 0x8080808080808080U) != 0) break;
-  }
-  while (at < text.size() && static_cast<unsigned char>(text[at]) < 0x80) ++at;
-  return at;
 }
 
 /// Copies ASCII and hands every other beginning of `rest` to `convert`, which takes from it.

@@ -23,6 +23,7 @@
 #include "tools/PointerAnswer.h"
 #include "tools/ProbeCase.h"
 #include "tools/SilentPlanner.h"
+#include "tools/XmlAnswer.h"
 #include "view/span/Duplicates.h"
 #include "view/span/Globals.h"
 #include "view/span/Locale.h"
@@ -41,12 +42,6 @@ std::string BytesOf(const std::string& text) {
     bytes.push_back(static_cast<char>(c));
   }
   return bytes;
-}
-
-std::string TextOfBytes(std::string_view bytes) {
-  std::string text;
-  for (const char c : bytes) AppendCharacter(text, static_cast<unsigned char>(c));
-  return text;
 }
 
 Json AnswerDates(const Json& json) {
@@ -197,7 +192,7 @@ Json AnswerLayout(const Json& json) {
 }
 
 using Answer = Json (*)(const Json&);
-constexpr std::array<std::pair<std::string_view, Answer>, 13> Kinds{{
+constexpr std::array<std::pair<std::string_view, Answer>, 15> Kinds{{
     {"dates", AnswerDates},
     {"filter", AnswerFilter},
     {"storedfilter", AnswerStoredFilter},
@@ -212,6 +207,7 @@ constexpr std::array<std::pair<std::string_view, Answer>, 13> Kinds{{
     {"colours", AnswerColours},
     {"alllists", AnswerAllLists},
     {"edits", AnswerEdits},
+    {"xml", AnswerXml},
 }};
 
 Json AnswerOf(std::string_view line) {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "support/values/Text.h"
 #include "tools/IsoDate.h"
 
 namespace velkor {
@@ -63,6 +64,12 @@ CategoryTable TableOf(const Json& json) {
         {entry.at("name").get<std::string>(), Colour{WholeNumber(entry.at("colour"))}});
   }
   return CategoryTable(std::move(categories));
+}
+
+std::string TextOfBytes(std::string_view bytes) {
+  std::string text;
+  for (const char c : bytes) AppendCharacter(text, static_cast<unsigned char>(c));
+  return text;
 }
 
 YearGrid GridOf(const Json& json) {

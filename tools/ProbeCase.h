@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/CalEvent.h"
@@ -33,6 +34,8 @@ CategoryFilter FilterOf(const nlohmann::ordered_json& separator, const std::stri
 std::vector<CalEvent> EventsOf(const nlohmann::ordered_json& json);
 /// Categories by their names and colours.
 CategoryTable TableOf(const nlohmann::ordered_json& json);
+/// One character for each byte.
+std::string TextOfBytes(std::string_view bytes);
 /// The laid-out year of a case with `view`, `separator`, `filter`, `categories`, `events`,
 /// `surface` and the options.
 YearGrid GridOf(const nlohmann::ordered_json& json);

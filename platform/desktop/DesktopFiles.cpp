@@ -174,8 +174,7 @@ std::optional<std::string> DesktopFiles::Read(const std::string& path) {
 
 bool DesktopFiles::Exists(const std::string& path) {
   std::error_code error;
-  const auto status = std::filesystem::status(path, error);
-  return std::filesystem::exists(status) && !std::filesystem::is_directory(status);
+  return std::filesystem::is_regular_file(path, error);
 }
 
 bool DesktopFiles::DirectoryExists(const std::string& path) {

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
+#include <cstring>
 
 namespace velkor {
 namespace {
@@ -74,6 +76,17 @@ std::optional<long long> ParseInteger(std::string_view text) {
   return value;
 }
 
+std::size_t AsciiLength(std::string_view text) {
+  std::size_t at = 0;
+  for (; at + 8 <= text.size(); at += 8) {
+    std::uint64_t eight = 0;
+    std::memcpy(&eight, text.data() + at, 8);
+    if ((eight & 0x8080808080808080U) != 0) break;
+  }
+  while (at < text.size() && static_cast<unsigned char>(text[at]) < 0x80) ++at;
+  return at;
+}
+
 char32_t TakeCharacter(std::string_view& text) {
   const auto byteAt = [&](int i) { return static_cast<unsigned char>(text[std::size_t(i)]); };
   const int length = SequenceLength(byteAt(0));
@@ -126,8 +139,13 @@ void AppendCharacter(std::string& text, char32_t c) {
 std::string ValidUtf8(std::string_view text) {
   std::string result;
   result.reserve(text.size());
-  while (!text.empty()) AppendCharacter(result, TakeCharacter(text));
-  return result;
+  while (true) {
+    const std::size_t ascii = AsciiLength(text);
+    result.append(text.substr(0, ascii));
+    text.remove_prefix(ascii);
+    if (text.empty()) return result;
+    AppendCharacter(result, TakeCharacter(text));
+  }
 }
 
 std::string_view CutAtCharacter(std::string_view text, std::size_t bytes) {

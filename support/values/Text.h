@@ -1,6 +1,7 @@
 // support/values/Text.h: small helpers over UTF-8 text.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -52,6 +53,9 @@ std::string Replace(std::string_view text, std::string_view from, std::string_vi
 
 /// A whole decimal number with an optional sign, nothing around it; none on overflow.
 std::optional<long long> ParseInteger(std::string_view text);
+
+/// Bytes of ASCII that a text begins with.
+std::size_t AsciiLength(std::string_view text);
 
 /// Takes the next character off the front of a UTF-8 text; a byte that begins no valid sequence
 /// counts as one character U+FFFD. `text` is not empty.

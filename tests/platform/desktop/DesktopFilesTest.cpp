@@ -138,6 +138,7 @@ TEST_F(DesktopFilesTest, WhatCannotBeOpenedIsAnAnswer) {
   ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
   EXPECT_EQ(files_.OpenForWriting(Path("pipe")), nullptr);
   EXPECT_EQ(files_.Read(Path("pipe")), std::nullopt);
+  EXPECT_FALSE(files_.Exists(Path("pipe")));
   EXPECT_EQ(files_.Read("/dev/null"), std::nullopt);
   EXPECT_TRUE(files_.Delete(Path("absent")));
   EXPECT_FALSE(files_.Delete(folder_.path().toStdString()));

@@ -1,0 +1,161 @@
+// exchange/XmlExport.cpp: what the export takes from which years, and how the file is replaced.
+#include "exchange/XmlExport.h"
+
+#include <cstdint>
+#include <memory>
+#include <utility>
+
+#include "exchange/XmlDocument.h"
+#include "exchange/dlgSaveType.h"
+#include "model/CategoryTable.h"
+#include "model/EventCollection.h"
+#include "model/Guard.h"
+#include "model/YearSource.h"
+#include "platform/CommonDialogs.h"
+#include "platform/Outlook.h"
+#include "platform/Progress.h"
+#include "support/modFileIO.h"
+#include "view/span/CategoryFilter.h"
+
+namespace velkor {
+namespace {
+
+/// The progress of one year is counted in so many steps.
+constexpr int StepsOfYear = 100;
+/// The user is asked for the wish to end after so many events.
+constexpr int EventsOfStep = 32;
+
+/// Reads several years; the source hears of the end in every case.
+template <typename Read>
+void ReadYears(YearSource& source, Read&& read) {
+  source.BeginReadingYears();
+  try {
+    std::forward<Read>(read)();
+  } catch (...) {
+    try {
+      source.EndReadingYears();
+    } catch (...) {
+      // What failed first is told.
+    }
+    throw;
+  }
+  source.EndReadingYears();
+}
+
+std::string DayText(Date date) {
+  const DateFields fields = date.Fields();
+  const auto twoDigits = [](int value) {
+    return (value < 10 ? "-0" : "-") + std::to_string(value);
+  };
+  return std::to_string(fields.year) + twoDigits(fields.month) + twoDigits(fields.day);
+}
+
+/// The same failure with the appointment that it is about, unless it names that already.
+Error Naming(const Error& error, const CalEvent& event) {
+  const std::string subject = "\"" + event.Subject + "\"";
+  const std::string& description = error.Description();
+  if (description.find(subject) != std::string::npos) return error;
+  return Error(error.Number(), description + " (" + subject + ", " + DayText(event.StartDate) + ")",
+               error.Source());
+}
+
+}  // namespace
+
+void XmlExport::Run() {
+  Guard(platform_.messages, "Error whilst performing Export: ", [&] {
+    dlgSaveType form;
+    form.SelectedYear = source_.DisplayedYear();
+    form.Load();
+    platform_.forms.ShowModal(form);
+    if (!form.OKPressed) return;
+    const std::string fileName = platform_.dialogs.ShowSave(
+        {.filter = "Velkor Data(*.xml)|*.xml|All Files(*.*)|*.*",
+         .title = "Save Velkor Data",
+         .flags = file_dialog_flags::OverwritePrompt | file_dialog_flags::HideReadOnly,
+         .defaultExtension = "xml"});
+    if (fileName.empty()) return;
+    ExportChoice choice{.categoriesOnly = form.CategoriesOnly};
+    if (!choice.categoriesOnly) {
+      choice.firstYear = form.DateFrom.value().Fields().year;
+      choice.lastYear = form.DateTo.value().Fields().year;
+    }
+    Write(fileName, choice);
+  });
+}
+
+ExportOutcome XmlExport::Write(const std::string& fileName, const ExportChoice& choice) {
+  XmlDocument document(platform_.locale, choice.host, source_.Categories());
+  if (!choice.categoriesOnly) {
+    document.BeginAppointments();
+    if (!AddYears(choice, document)) return ExportOutcome::Cancelled;
+  }
+  document.End();
+  const bool saved = Save(fileName, document.Pieces());
+  Tell(platform_.messages, saved ? "Velkor Data saved" : "Failed to save file.");
+  return saved ? ExportOutcome::Saved : ExportOutcome::NotOpened;
+}
+
+bool XmlExport::AddYears(const ExportChoice& choice, XmlDocument& document) {
+  // Messages are processed meanwhile, which may change the filter of the view.
+  const CategoryFilter filter = source_.Filter();
+  const auto progress = platform_.progress.Begin("Export");
+  const int total = (choice.lastYear - choice.firstYear + 1) * StepsOfYear;
+  bool goesOn = true;
+  ReadYears(source_, [&] {
+    for (int year = choice.firstYear; goesOn && year <= choice.lastYear; ++year) {
+      const int done = (year - choice.firstYear) * StepsOfYear;
+      const std::string text = "Year " + std::to_string(year);
+      const auto step = [&](int doneOfYear) {
+        return progress->Step(done + doneOfYear, total, text);
+      };
+      goesOn = step(0) && AddYear(source_.EventsOf(year), filter, step, document);
+    }
+  });
+  return goesOn;
+}
+
+bool XmlExport::AddYear(const EventCollection& events, const CategoryFilter& filter,
+                        const std::function<bool(int doneOfYear)>& step, XmlDocument& document) {
+  std::size_t seen = 0;
+  for (const CalEvent& event : events) {
+    if (++seen % EventsOfStep == 0 &&
+        !step(static_cast<int>(seen * StepsOfYear / events.Count()))) {
+      return false;
+    }
+    if (event.CatIndex < 0 || filter.IsFilteredOut(event.Categories)) continue;
+    AddAppointment(event, document);
+  }
+  return true;
+}
+
+void XmlExport::AddAppointment(const CalEvent& event, XmlDocument& document) {
+  std::string body;
+  std::string location;
+  try {
+    const auto item = source_.ItemOf(event.EventID);
+    body = item->Body();
+    location = item->Location();
+  } catch (const Error& error) {
+    throw Naming(error, event);
+  }
+  document.AddAppointment(event, body, location);
+}
+
+bool XmlExport::Save(const std::string& fileName, const std::vector<std::string>& pieces) {
+  if (!modFileIO::DeleteIfPresent(platform_.files, fileName)) {
+    throw Error(errors::PermissionDenied, "Permission denied: " + fileName);
+  }
+  auto file = modFileIO::OpenForWriting(platform_.files, fileName);
+  if (!file) return false;
+  try {
+    for (const std::string& piece : pieces) file->Write(piece);
+    file->Flush();
+  } catch (...) {
+    file.reset();
+    platform_.files.Delete(fileName);
+    throw;
+  }
+  return true;
+}
+
+}  // namespace velkor

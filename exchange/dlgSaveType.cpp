@@ -1,0 +1,91 @@
+// exchange/dlgSaveType.cpp: the form that asks what to export, and of which years.
+#include "exchange/dlgSaveType.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "support/values/Text.h"
+
+namespace velkor {
+namespace {
+
+/// The number that a text of so many digits stands for.
+std::optional<int> DigitsOf(std::string_view text, std::size_t least, std::size_t most) {
+  if (text.size() < least || text.size() > most || !std::all_of(text.begin(), text.end(), IsDigit))
+    return std::nullopt;
+  int value = 0;
+  for (const char digit : text) value = 10 * value + (digit - '0');
+  return value;
+}
+
+std::optional<Date> DateOf(std::string_view text) {
+  const std::vector<std::string> parts = Split(Trim(text), "/");
+  if (parts.size() != 3) return std::nullopt;
+  const auto day = DigitsOf(parts[0], 1, 2);
+  const auto month = DigitsOf(parts[1], 1, 2);
+  const auto year = DigitsOf(parts[2], 4, 4);
+  if (!day || !month || !year) return std::nullopt;
+  const DateFields fields{*year, *month, *day};
+  const Date date = Date::FromFields(fields);
+  // A day that its month does not have rolls over.
+  if (!date.IsValid() || date.Fields() != fields) return std::nullopt;
+  return date;
+}
+
+}  // namespace
+
+dlgSaveType::dlgSaveType() : Form("dlgSaveType", "Export") {
+  Label1.SetCaption("What to export:");
+  rbCatsOnly.SetCaption("Categories only");
+  rbCatsAndAppts.SetCaption("Categories and appointments");
+  Label2.SetCaption("From:");
+  Label3.SetCaption("To:");
+  Label4.SetCaption("Dates are day/month/year; the whole of each year is exported.");
+  OKButton.SetCaption("OK");
+  CancelButton.SetCaption("Cancel");
+
+  rbCatsOnly.group = rbCatsAndAppts.group = {&rbCatsOnly, &rbCatsAndAppts};
+  rbCatsAndAppts.SetChosen();
+  for (OptionButton* option : {&rbCatsOnly, &rbCatsAndAppts}) {
+    option->onClick = [this] { Validate(); };
+  }
+  for (MaskedBox* box : {&tbFrom, &tbTo}) box->onChange = [this] { Validate(); };
+  OKButton.onClick = [this] { OKButton_Click(); };
+  CancelButton.onClick = [this] { CancelButton_Click(); };
+  Validate();
+
+  AddRow({{{&Label1, 1}}});
+  AddRow({{{&rbCatsOnly, 1}}});
+  AddRow({{{&rbCatsAndAppts, 1}}});
+  AddRow({{{&Label2, 1}, {&tbFrom, 2}}});
+  AddRow({{{&Label3, 1}, {&tbTo, 2}}});
+  AddRow({{{&Label4, 1}}});
+  AddRow({{{&OKButton, 1}, {&CancelButton, 1}}, FormRowKind::Buttons});
+}
+
+void dlgSaveType::Load() {
+  const std::string year = std::to_string(SelectedYear);
+  tbFrom.SetText("1/1/" + year);
+  tbTo.SetText("31/12/" + year);
+}
+
+void dlgSaveType::Validate() {
+  OKButton.SetEnabled(rbCatsOnly.Chosen() || (DateOf(tbFrom.Text()) && DateOf(tbTo.Text())));
+}
+
+void dlgSaveType::OKButton_Click() {
+  DateFrom = DateOf(tbFrom.Text());
+  DateTo = DateOf(tbTo.Text());
+  CategoriesOnly = rbCatsOnly.Chosen();
+  OKPressed = true;
+  Unload();
+}
+
+void dlgSaveType::CancelButton_Click() {
+  OKPressed = false;
+  Unload();
+}
+
+}  // namespace velkor

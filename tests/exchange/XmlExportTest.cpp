@@ -1,0 +1,256 @@
+// tests/exchange/XmlExportTest.cpp: what is exported, and what becomes of the file when it fails.
+#include "exchange/XmlExport.h"
+
+#include <gmock/gmock.h>
+
+#include "exchange/CategoryImport.h"
+#include "exchange/dlgSaveType.h"
+#include "platform/headless/HeadlessSeams.h"
+#include "support/values/Error.h"
+#include "tools/GivenYears.h"
+
+namespace velkor {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+constexpr const char* FileName = "C:\\out\\data.xml";
+constexpr const char* OlderFile = "older";
+
+CalEvent EventOf(std::string id, std::string subject, Date start, std::int16_t catIndex = 1) {
+  CalEvent event;
+  event.EventID = std::move(id);
+  event.Subject = std::move(subject);
+  event.Categories = "Work";
+  event.StartDate = start;
+  event.EndDate = start.AddDays(1);
+  event.CatIndex = catIndex;
+  return event;
+}
+
+/// Notes when reading begins and ends.
+class NotedYears : public GivenYears {
+ public:
+  std::string notes;
+  bool failsAtEnd = false;
+
+  int DisplayedYear() const override { return 2026; }
+  EventCollection EventsOf(int viewYear) override {
+    notes += std::to_string(viewYear) + " ";
+    return GivenYears::EventsOf(viewYear);
+  }
+  void BeginReadingYears() override { notes += "begin "; }
+  void EndReadingYears() override {
+    notes += "end";
+    if (failsAtEnd) throw Error(5, "no end");
+  }
+};
+
+class XmlExportCase : public testing::Test {
+ protected:
+  XmlExportCase() {
+    source_.categories = CategoryTable({{"Work", Colour{255}}});
+    source_.AddItem("A", "body", "place");
+    seams_.files.contents[FileName] = OlderFile;
+  }
+  /// Events whose items are there, unless they were given another identifier.
+  void Give(int year, std::vector<CalEvent> events) {
+    source_.years[year] = EventCollection(std::move(events));
+  }
+  ExportOutcome Write(const ExportChoice& choice) {
+    return XmlExport(source_, platform_).Write(FileName, choice);
+  }
+  std::string Exported(const ExportChoice& choice) {
+    seams_.messages.Expect("Velkor Data saved");
+    EXPECT_EQ(Write(choice), ExportOutcome::Saved);
+    return File();
+  }
+  std::string File() const {
+    const auto found = seams_.files.contents.find(FileName);
+    return found == seams_.files.contents.end() ? "no file" : found->second;
+  }
+  /// Runs the whole command with a click on what is chosen, and the name of a file.
+  void Run(const std::function<void(dlgSaveType&)>& steps, const std::string& fileName = FileName) {
+    seams_.forms.Expect("dlgSaveType",
+                        [&](Form& form) { steps(dynamic_cast<dlgSaveType&>(form)); });
+    seams_.dialogs.fileNames = {fileName};
+    XmlExport(source_, platform_).Run();
+  }
+
+  NotedYears source_;
+  HeadlessSeams seams_;
+  Platform platform_ = seams_.On(source_.Outlook());
+  const ExportChoice ThisYear{.firstYear = 2026, .lastYear = 2026};
+};
+
+TEST_F(XmlExportCase, CategoriesAloneReplaceTheFileByteForByte) {
+  source_.categories =
+      CategoryTable({{"\"A\" & <B> ]]>", Colour{-1}}, {"Caf\xC3\xA9 \xF0\x9F\x98\x80", {}}});
+  EXPECT_EQ(Exported({.categoriesOnly = true}),
+            "<?xml version=\"1.0\" encoding=\"utf-8\" ?>\r\n"
+            "<VelkorData xmlns = \"http://velkor.example/Schemas/VelkorData01.xsd\">\r\n"
+            "\t<Categories>\r\n"
+            "\t\t<Category>\r\n"
+            "\t\t\t<Text><![CDATA[\"A\" & <B> ]]>]]></Text>\r\n"
+            "\t\t\t<Colour>-1</Colour>\r\n"
+            "\t\t</Category>\r\n"
+            "\t\t<Category>\r\n"
+            "\t\t\t<Text><![CDATA[Caf\xE9 ?]]></Text>\r\n"
+            "\t\t\t<Colour>0</Colour>\r\n"
+            "\t\t</Category>\r\n"
+            "\t</Categories>\r\n"
+            "</VelkorData>\r\n");
+  EXPECT_EQ(source_.notes, "");
+}
+
+TEST_F(XmlExportCase, AnAppointmentOfTwoYearsStandsTwiceWithItsTextsInUtf8AndItsTimesPadded) {
+  const Date start = Date::FromFields({2005, 2, 3, 9, 5, 0});
+  const std::string id = "\xC3\xA9";
+  source_.AddItem(id, "\xF0\x9F\x98\x80\r\n]]> & <", std::string(2'000'000, 'x'));
+  CalEvent both = EventOf(id, "\xE2\x82\xAC", start);
+  both.Categories = "\xE2\x82\xAC";
+  Give(2004, {both});
+  Give(2005, {both, EventOf("B", "no category", start, -1)});
+  const std::string appointment =
+      "\t\t<Appointment>\r\n"
+      "\t\t\t<Subject><![CDATA[\xE2\x82\xAC]]></Subject>\r\n"
+      "\t\t\t<CategoryList><![CDATA[\x80]]></CategoryList>\r\n"
+      "\t\t\t<StartDateTime>2005-02-03T09:05:00</StartDateTime>\r\n"
+      "\t\t\t<EndDateTime>2005-02-04T09:05:00</EndDateTime>\r\n"
+      "\t\t\t<Body><![CDATA[\xF0\x9F\x98\x80\r\n]]> & <]]></Body>\r\n"
+      "\t\t\t<Location><![CDATA[" +
+      std::string(2'000'000, 'x') +
+      "]]></Location>\r\n"
+      "\t\t\t<ID>\xE9</ID>\r\n"
+      "\t\t</Appointment>\r\n";
+  const std::string file = Exported({.firstYear = 2003, .lastYear = 2005});
+  const std::size_t at = file.find("\t<Appointments>");
+  ASSERT_NE(at, std::string::npos);
+  EXPECT_TRUE(file.substr(at) == "\t<Appointments>\r\n" + appointment + appointment +
+                                     "\t</Appointments>\r\n</VelkorData>\r\n");
+  EXPECT_EQ(source_.notes, "begin 2003 2004 2005 end");
+}
+
+TEST_F(XmlExportCase, ChangesOfTheViewWhileMessagesAreProcessedDoNotReachTheExport) {
+  std::vector<CalEvent> events;
+  for (int day = 0; day < 40; ++day) {
+    events.push_back(EventOf("A", "Shown", Date::FromYmd(2026, 1, 1).AddDays(day)));
+  }
+  CalEvent hidden = EventOf("gone", "Hidden", Date::FromYmd(2026, 12, 1));
+  hidden.Categories = "Home";
+  events.push_back(hidden);
+  Give(2026, std::move(events));
+  source_.filter.SetCategoryFilter("Work");
+  seams_.progress.onStep = [&](const auto& step) {
+    source_.filter.SetCategoryFilter("");
+    source_.categories = CategoryTable();
+    if (step.done > 0) source_.years.clear();
+    return true;
+  };
+  const std::string file = Exported(ThisYear);
+  EXPECT_THAT(file, HasSubstr("2026-02-09T00:00:00</StartDateTime>"));
+  EXPECT_THAT(file, Not(HasSubstr("Hidden")));
+}
+
+TEST_F(XmlExportCase, AnAppointmentThatCannotBeFetchedIsNamedAndTheOlderFileStays) {
+  Give(2026, {EventOf("A", "Here", Date::FromYmd(2026, 5, 1)),
+              EventOf("gone", "Gone", Date::FromYmd(2026, 5, 1))});
+  source_.failsAtEnd = true;
+  seams_.messages.Expect("Error whilst performing Export: 440 ");
+  Run([](dlgSaveType& form) { form.OKButton.Click(); });
+  EXPECT_THAT(seams_.messages.Shown().back().text, testing::EndsWith("(\"Gone\", 2026-05-01)"));
+  EXPECT_EQ(File(), OlderFile);
+  EXPECT_EQ(source_.notes, "begin 2026 end");
+  EXPECT_EQ(seams_.progress.open, 0);
+}
+
+TEST_F(XmlExportCase, CancelledProgressLeavesTheOlderFileWithoutAWord) {
+  std::vector<CalEvent> events;
+  for (int day = 0; day < 320; ++day) {
+    events.push_back(EventOf("A", "Day", Date::FromYmd(2026, 1, 1).AddDays(day)));
+  }
+  Give(2026, std::move(events));
+  seams_.progress.onStep = [](const auto& step) { return step.done < 110; };
+  EXPECT_EQ(Write({.firstYear = 2025, .lastYear = 2027}), ExportOutcome::Cancelled);
+  EXPECT_THAT(seams_.progress.steps, ElementsAre(ScriptedProgress::Step{0, 300, "Year 2025"},
+                                                 ScriptedProgress::Step{100, 300, "Year 2026"},
+                                                 ScriptedProgress::Step{110, 300, "Year 2026"}));
+  EXPECT_EQ(File(), OlderFile);
+  EXPECT_EQ(source_.notes, "begin 2025 2026 end");
+}
+
+TEST_F(XmlExportCase, AFullDiskLeavesNoPartOfTheFile) {
+  seams_.files.fail.writeAfter = 100;
+  seams_.messages.Expect("Error whilst performing Export: 57 Cannot write");
+  Run([](dlgSaveType& form) { form.OKButton.Click(); });
+  EXPECT_EQ(File(), "no file");
+  EXPECT_TRUE(seams_.files.Held().empty());
+}
+
+TEST_F(XmlExportCase, AFolderThatCannotBeWrittenIsTold) {
+  seams_.files.fail.remove.insert(FileName);
+  try {
+    Write(ThisYear);
+    ADD_FAILURE() << "an older file was deleted";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.Number(), 70);
+    EXPECT_THAT(error.Description(), StartsWith("Permission denied"));
+    EXPECT_THAT(error.Description(), HasSubstr(FileName));
+  }
+  EXPECT_EQ(File(), OlderFile);
+  seams_.files = {};
+  seams_.files.fail.open.insert(FileName);
+  seams_.messages.Expect("Failed to save file.");
+  EXPECT_EQ(Write(ThisYear), ExportOutcome::NotOpened);
+}
+
+TEST_F(XmlExportCase, CancellingEitherDialogDoesNothing) {
+  Run([](dlgSaveType& form) { form.CancelButton.Click(); });
+  EXPECT_TRUE(seams_.dialogs.shown.empty());
+  Run([](dlgSaveType& form) { form.OKButton.Click(); }, "");
+  EXPECT_EQ(seams_.dialogs.shown.size(), 1U);
+  EXPECT_EQ(File(), OlderFile);
+  EXPECT_EQ(source_.notes, "");
+}
+
+TEST_F(XmlExportCase, TheDialogsChooseYearsAndFile) {
+  seams_.messages.Expect("Velkor Data saved");
+  Run([](dlgSaveType& form) {
+    form.tbFrom.SetText("15/06/2004");
+    form.tbTo.SetText("01/01/2005");
+    form.OKButton.Click();
+  });
+  const FileDialog& dialog = seams_.dialogs.shown.at(0);
+  EXPECT_EQ(dialog.filter, "Velkor Data(*.xml)|*.xml|All Files(*.*)|*.*");
+  EXPECT_EQ(dialog.title, "Save Velkor Data");
+  EXPECT_EQ(dialog.flags, 6U);
+  EXPECT_EQ(dialog.defaultExtension, "xml");
+  EXPECT_EQ(source_.notes, "begin 2004 2005 end");
+  EXPECT_THAT(File(), HasSubstr("\t<Appointments>\r\n\t</Appointments>\r\n"));
+  seams_.messages.Expect("Velkor Data saved");
+  Run([](dlgSaveType& form) {
+    form.rbCatsOnly.Choose();
+    form.tbTo.SetText("31/02/2005");
+    form.OKButton.Click();
+  });
+  EXPECT_THAT(File(), Not(HasSubstr("Appointments")));
+}
+
+TEST_F(XmlExportCase, ImportTellsTheChosenFileAndNothingWhenThereIsNone) {
+  ImportCategories(platform_);
+  seams_.dialogs.whileOpen = [] { throw Error(5, "no dialog"); };
+  ImportCategories(platform_);
+  seams_.dialogs.whileOpen = nullptr;
+  EXPECT_TRUE(seams_.messages.Shown().empty());
+  seams_.dialogs.fileNames = {"C:\\data\\cats.txt"};
+  seams_.messages.Expect("To Do: C:\\data\\cats.txt");
+  ImportCategories(platform_);
+  EXPECT_EQ(seams_.dialogs.shown.back().filter, "All Files|*.*");
+  EXPECT_EQ(seams_.dialogs.shown.back().title, "Open Categories File");
+}
+
+}  // namespace
+}  // namespace velkor
