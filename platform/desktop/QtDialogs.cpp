@@ -125,7 +125,7 @@ class Report : public ProgressReport {
       // Nothing keeps the user from the other windows yet.
       QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     } else {
-      constexpr int Air = 48;
+      constexpr int Air = 32;
       window_.setMaximum(total);
       window_.setLabelText(
           window_.fontMetrics().elidedText(ToQt(text).simplified(), Qt::ElideMiddle, Width - Air));

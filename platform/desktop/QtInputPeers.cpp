@@ -12,6 +12,7 @@
 #include <QStyledItemDelegate>
 #include <algorithm>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -40,6 +41,8 @@ class TextBoxPeer : public QtPeer<QLineEdit, TextBox> {
   TextBoxPeer(TextBox& box, QWidget* parent, Placement placement)
       : QtPeer(box, parent, placement), placement_(placement) {
     setMaxLength(std::numeric_limits<int>::max());
+    // In a control it may be as low as a line of text.
+    setFrame(placement == Placement::Layout);
     connect(this, &QLineEdit::textChanged, this,
             [this](const QString& typed) { Mirrored().SetText(typed.toStdString()); });
     Changed();
@@ -178,16 +181,19 @@ class OptionButtonPeer : public QtPeer<QRadioButton, OptionButton> {
     switch (event->key()) {
       case Qt::Key_Up:
       case Qt::Key_Left:
-        return ChooseNeighbour(-1);
+        ChooseNeighbour(-1);
+        break;
       case Qt::Key_Down:
       case Qt::Key_Right:
-        return ChooseNeighbour(1);
+        ChooseNeighbour(1);
+        break;
       default:
         QRadioButton::keyPressEvent(event);
     }
   }
 
  private:
+  /// The next button of the group that can be chosen, beyond its end the first.
   void ChooseNeighbour(int step) {
     const std::vector<OptionButton*>& group = Mirrored().group;
     const auto count = static_cast<int>(group.size());
@@ -204,11 +210,15 @@ class OptionButtonPeer : public QtPeer<QRadioButton, OptionButton> {
   }
 };
 
-/// A press on an entry's text counts for its box.
+/// Rows with some air; a press on an entry's text counts for its box.
 class WholeRowDelegate : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
 
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    constexpr int Air = 4;
+    return QStyledItemDelegate::sizeHint(option, index) + QSize(0, Air);
+  }
   bool editorEvent(QEvent* event, QAbstractItemModel* model, const QStyleOptionViewItem& option,
                    const QModelIndex& index) override {
     const bool pressed = event->type() == QEvent::MouseButtonRelease &&
@@ -227,9 +237,11 @@ class CheckListBoxPeer : public QtPeer<QListWidget, CheckListBox> {
     setUniformItemSizes(true);
     setItemDelegate(new WholeRowDelegate(this));
     connect(this, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
-      const int row = this->row(item);
-      shown_[static_cast<std::size_t>(row)].checked = item->checkState() == Qt::Checked;
-      Mirrored().ToggleItem(static_cast<std::size_t>(row));
+      const auto row = static_cast<std::size_t>(this->row(item));
+      const bool checked = item->checkState() == Qt::Checked;
+      if (shown_[row].checked == checked) return;
+      shown_[row].checked = checked;
+      Mirrored().ToggleItem(row);
       // A disabled list toggles nothing.
       Mirror();
     });
@@ -240,7 +252,7 @@ class CheckListBoxPeer : public QtPeer<QListWidget, CheckListBox> {
     constexpr int LeastRows = 8;
     constexpr int LeastLetters = 30;
     return {fontMetrics().averageCharWidth() * LeastLetters,
-            (fontMetrics().height() + 2) * LeastRows};
+            (fontMetrics().height() + 4) * LeastRows};
   }
   QSize sizeHint() const override { return minimumSizeHint() * 1.5; }
 

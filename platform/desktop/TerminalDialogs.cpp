@@ -26,7 +26,9 @@ std::string OneLine(std::string_view text) {
 class Report : public ProgressReport {
  public:
   Report(std::ostream& stream, bool isTerminal, std::string_view title)
-      : stream_(stream), isTerminal_(isTerminal), title_(OneLine(title)) {}
+      : stream_(stream),
+        isTerminal_(isTerminal),
+        title_(title.empty() ? std::string() : OneLine(title) + ": ") {}
   ~Report() override {
     if (shown_) stream_ << "\r\x1B[K" << std::flush;
   }
@@ -40,7 +42,7 @@ class Report : public ProgressReport {
     last_ = now;
     shown_ = true;
     // Clears the rest of the line (control sequence EL of ECMA-48).
-    stream_ << '\r' << title_ << ": " << 100LL * done / total << "% " << OneLine(text) << "\x1B[K"
+    stream_ << '\r' << title_ << 100LL * done / total << "% " << OneLine(text) << "\x1B[K"
             << std::flush;
     return true;
   }
