@@ -2,6 +2,7 @@
 #include "hosts/yearplan/PlannerWidget.h"
 
 #include <QEvent>
+#include <QPainter>
 
 #include "control/YearPlan.h"
 #include "platform/desktop/QtPeers.h"
@@ -53,11 +54,33 @@ void PlannerWidget::MakePeers() {
   Named(MakePeer(elements.picHeadRow, this), tr("Months"));
   QWidget* const grid = Named(MakePeer(elements.pic1, this), tr("Year"));
   Named(MakePeer(elements.VScroll1, this), tr("Scroll the months"));
-  Named(MakePeer(elements.legend.picCats, this), tr("Categories"));
+  MakeLegend(elements.legend);
   setFocusProxy(grid);
   peers_.push_back(MakePeer(elements.mnuPop, this));
   peers_.push_back(MakePeer(elements.tmrStart));
   peers_.push_back(MakePeer(elements.tmrBackground));
+}
+
+void PlannerWidget::MakeLegend(LegendElements& legend) {
+  legendView_ = MakePeer(legend.picCatView, this);
+  legendRows_ = Named(MakePeer(legend.picCats, legendView_), tr("Categories"));
+  Named(MakePeer(legend.txtEdit, legendRows_), tr("Name of the category"));
+  Named(MakePeer(legend.vScrollCat, this), tr("Scroll the categories"));
+  legendRows_->installEventFilter(this);
+  peers_.push_back(MakePeer(legend.mnuCatPop, this));
+}
+
+bool PlannerWidget::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) update();
+  return QWidget::eventFilter(watched, event);
+}
+
+void PlannerWidget::paintEvent(QPaintEvent* event) {
+  QWidget::paintEvent(event);
+  if (!legendRows_->hasFocus()) return;
+  QPainter painter(this);
+  painter.setPen(palette().color(QPalette::Highlight));
+  painter.drawRect(legendView_->geometry().adjusted(-1, -1, 0, 0));
 }
 
 bool PlannerWidget::event(QEvent* event) {

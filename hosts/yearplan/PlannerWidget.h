@@ -9,23 +9,29 @@
 
 namespace velkor {
 
+struct LegendElements;
 class YearPlan;
 
 /// Has a peer for each element of the control and tells it its size. The control outlives it. The
-/// grid gets the keyboard when this does.
+/// grid gets the keyboard when this does; a frame shows that the legend has it.
 class PlannerWidget : public QWidget {
  public:
   explicit PlannerWidget(YearPlan& plan, QWidget* parent = nullptr);
 
  protected:
   bool event(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 
  private:
   void MakePeers();
+  void MakeLegend(LegendElements& legend);
   void Fit();
 
   YearPlan& plan_;
+  QWidget* legendView_ = nullptr;
+  QWidget* legendRows_ = nullptr;
   /// Of the elements that have no widget.
   std::vector<std::unique_ptr<ElementPeer>> peers_;
 };

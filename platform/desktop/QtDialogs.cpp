@@ -3,9 +3,16 @@
 
 #include <QApplication>
 #include <QColorDialog>
+#include <QDir>
+#include <QElapsedTimer>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QInputDialog>
+#include <QLabel>
 #include <QProgressDialog>
+#include <QStandardPaths>
+#include <QVariant>
+#include <limits>
 
 #include "platform/desktop/QtText.h"
 
@@ -17,51 +24,123 @@ QWidget* Over(QWidget* parent) {
   return dialog ? dialog : parent;
 }
 
-/// "Data(*.xml)|*.xml|All|*" in the toolkit's form: the pattern in parentheses after the name.
-QStringList NameFilters(const std::string& filter) {
+struct NameFilter {
+  /// In the toolkit's form: the patterns in parentheses after the name.
+  QString text;
+  /// Of the files that it lets through; empty for any.
+  QString suffix;
+};
+
+/// "Data(*.xml)|*.xml|All|*.*" taken apart.
+QList<NameFilter> NameFilters(const std::string& filter) {
   const QStringList parts = ToQt(filter).split(u'|');
-  QStringList filters;
+  QList<NameFilter> filters;
   for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-    const QString pattern =
-        parts[i + 1] == QLatin1String("*.*") ? QStringLiteral("*") : parts[i + 1];
-    const QString name = parts[i].section(u'(', 0, 0);
-    filters << name + QLatin1String(" (") + QString(pattern).replace(u';', u' ') + u')';
+    QString pattern = parts[i + 1] == QLatin1String("*.*") ? QStringLiteral("*") : parts[i + 1];
+    const QString first = pattern.section(u';', 0, 0);
+    const QString suffix = first.startsWith(QLatin1String("*.")) ? first.mid(2) : QString();
+    const QString name = parts[i].section(u'(', 0, 0).trimmed();
+    filters.push_back({name + QLatin1String(" (") + pattern.replace(u';', u' ') + u')',
+                       suffix.contains(u'*') ? QString() : suffix});
   }
   return filters;
 }
 
+/// The folder of the file that was chosen last lives with the application: planners come and go.
+constexpr const char* LastFolder = "velkorLastFolder";
+
+QString FolderToStartIn() {
+  const QString last = qApp->property(LastFolder).toString();
+  if (!last.isEmpty() && QFileInfo(last).isDir()) return last;
+  const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  return QFileInfo(documents).isDir() ? documents : QDir::homePath();
+}
+
 std::string Show(const FileDialog& dialog, QWidget* parent, QFileDialog::AcceptMode mode) {
-  QFileDialog window(parent, ToQt(dialog.title));
+  QFileDialog window(parent, ToQt(dialog.title), FolderToStartIn());
   window.setOption(QFileDialog::DontUseNativeDialog);
   window.setOption(QFileDialog::DontConfirmOverwrite,
                    (dialog.flags & file_dialog_flags::OverwritePrompt) == 0);
   window.setAcceptMode(mode);
   const bool opens = mode == QFileDialog::AcceptOpen;
   window.setFileMode(opens ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
-  window.setNameFilters(NameFilters(dialog.filter));
+
+  const QList<NameFilter> filters = NameFilters(dialog.filter);
+  QStringList texts;
+  for (const NameFilter& filter : filters) texts << filter.text;
+  window.setNameFilters(texts);
   window.setDefaultSuffix(ToQt(dialog.defaultExtension));
+  QObject::connect(&window, &QFileDialog::filterSelected, &window, [&](const QString& text) {
+    QString suffix = ToQt(dialog.defaultExtension);
+    for (const NameFilter& filter : filters) {
+      if (filter.text == text && !filter.suffix.isEmpty()) suffix = filter.suffix;
+    }
+    window.setDefaultSuffix(suffix);
+  });
+
   if (window.exec() != QDialog::Accepted) return {};
-  return window.selectedFiles().value(0).toStdString();
+  const QString chosen = window.selectedFiles().value(0);
+  qApp->setProperty(LastFolder, QFileInfo(chosen).absolutePath());
+  return chosen.toStdString();
 }
 
 class Report : public ProgressReport {
  public:
   Report(QWidget* parent, std::string_view title) : window_(parent) {
+    window_.setObjectName("progress");
     window_.setWindowTitle(ToQt(title));
+    window_.setAccessibleName(ToQt(title));
     window_.setWindowModality(Qt::ApplicationModal);
     window_.setAutoClose(false);
     window_.setAutoReset(false);
+    // Step alone shows it.
+    window_.setMinimumDuration(std::numeric_limits<int>::max());
+    auto* const text = new QLabel;
+    text->setTextFormat(Qt::PlainText);
+    window_.setLabel(text);
+    window_.setMinimumWidth(Width);
+    QObject::connect(&window_, &QProgressDialog::canceled, [this] { cancelled_ = true; });
+    QObject::connect(&window_, &QDialog::rejected, [this] { cancelled_ = true; });
+    sinceBegin_.start();
+    sinceUpdate_.start();
   }
 
   bool Step(int done, int total, std::string_view text) override {
-    window_.setMaximum(total);
-    window_.setLabelText(ToQt(text));
-    window_.setValue(done);
-    return !window_.wasCanceled();
+    if (cancelled_ || processing_) return !cancelled_;
+    if (sinceUpdate_.elapsed() < UpdateInterval) return true;
+    Update(done, total, text);
+    sinceUpdate_.start();
+    return !cancelled_;
   }
 
  private:
+  static constexpr int Width = 420;
+  /// In milliseconds, as the next.
+  static constexpr int UpdateInterval = 40;
+  static constexpr int Moment = 500;
+
+  void Update(int done, int total, std::string_view text) {
+    processing_ = true;
+    if (sinceBegin_.elapsed() < Moment) {
+      // Nothing keeps the user from the other windows yet.
+      QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    } else {
+      constexpr int Air = 32;
+      window_.setMaximum(total);
+      window_.setLabelText(
+          window_.fontMetrics().elidedText(ToQt(text).simplified(), Qt::ElideMiddle, Width - Air));
+      window_.setValue(done);
+      if (!window_.isVisible()) window_.show();
+      QCoreApplication::processEvents();
+    }
+    processing_ = false;
+  }
+
   QProgressDialog window_;
+  QElapsedTimer sinceBegin_;
+  QElapsedTimer sinceUpdate_;
+  bool cancelled_ = false;
+  bool processing_ = false;
 };
 
 }  // namespace
@@ -83,7 +162,19 @@ std::optional<Colour> QtCommonDialogs::ShowColour(Colour current) {
 }
 
 std::string QtInputBoxes::Ask(const std::string& prompt, const std::string& title) {
-  return QInputDialog::getText(Over(parent_), ToQt(title), ToQt(prompt)).toStdString();
+  QInputDialog window(Over(parent_));
+  window.setWindowTitle(ToQt(title));
+  window.setAccessibleName(ToQt(title));
+  window.setInputMode(QInputDialog::TextInput);
+  // The label is the line's buddy, where a single & would mark a key.
+  window.setLabelText(ToQt(prompt).replace(u'&', QLatin1String("&&")));
+  if (auto* const label = window.findChild<QLabel*>()) {
+    constexpr int Width = 360;
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setMinimumWidth(Width);
+  }
+  return window.exec() == QDialog::Accepted ? window.textValue().toStdString() : std::string();
 }
 
 std::unique_ptr<ProgressReport> QtProgress::Begin(std::string_view title) {

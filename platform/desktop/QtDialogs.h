@@ -11,7 +11,9 @@
 namespace velkor {
 
 /// Each opens over the dialog that is open, else over `parent`. The toolkit's own dialogs, which
-/// look alike on every desktop.
+/// look alike on every desktop. File dialogs start in the folder of the file that was chosen last,
+/// at first in the user's documents; a name without an extension gets that of the filter that is
+/// selected, else the dialog's own.
 class QtCommonDialogs : public CommonDialogs {
  public:
   explicit QtCommonDialogs(QWidget* parent = nullptr) : parent_(parent) {}
@@ -24,6 +26,7 @@ class QtCommonDialogs : public CommonDialogs {
   QPointer<QWidget> parent_;
 };
 
+/// Hands on the line as it was typed.
 class QtInputBoxes : public InputBoxes {
  public:
   explicit QtInputBoxes(QWidget* parent = nullptr) : parent_(parent) {}
@@ -34,8 +37,8 @@ class QtInputBoxes : public InputBoxes {
   QPointer<QWidget> parent_;
 };
 
-/// A window with a bar and a button to cancel; it opens when the operation takes longer than a
-/// moment.
+/// A window with a bar and a button to cancel, closing it or Escape cancels too; it opens when the
+/// operation takes longer than a moment. Events are processed at most 25 times a second.
 class QtProgress : public ProgressReports {
  public:
   explicit QtProgress(QWidget* parent = nullptr) : parent_(parent) {}

@@ -7,6 +7,8 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <vector>
 
 #include "platform/desktop/QtPeers.h"
 #include "platform/desktop/QtText.h"
@@ -18,45 +20,134 @@ namespace {
 constexpr int LeastTextWidth = 360;
 constexpr double HeadingScale = 1.6;
 
-QWidget* MakeWidget(Element& element, QWidget* parent) {
-  if (auto* label = dynamic_cast<Label*>(&element)) {
-    return MakePeer(*label, parent, Placement::Layout);
-  }
-  if (auto* button = dynamic_cast<CommandButton*>(&element)) {
-    return MakePeer(*button, parent, Placement::Layout);
-  }
-  if (auto* image = dynamic_cast<Image*>(&element)) {
-    return MakePeer(*image, parent, Placement::Layout);
-  }
-  throw Error(errors::InvalidProcedureCall, "A form cannot show the element " + element.Name(),
-              "QtForms");
+/// The widget of an element of one of these kinds; null when it is of none of them.
+template <typename... Kinds>
+QWidget* MakeWidgetOf(Element& element, QWidget* parent) {
+  QWidget* widget = nullptr;
+  const auto attempt = [&](auto* mirrored) {
+    if (mirrored) widget = MakePeer(*mirrored, parent, Placement::Layout);
+    return mirrored != nullptr;
+  };
+  (attempt(dynamic_cast<Kinds*>(&element)) || ...);
+  return widget;
 }
 
-void MakeHeading(QWidget& widget) {
-  QFont font = widget.font();
-  font.setPointSizeF(font.pointSizeF() * HeadingScale);
-  font.setBold(true);
-  widget.setFont(font);
+bool IsInput(const Element& element) {
+  return dynamic_cast<const TextBox*>(&element) || dynamic_cast<const CheckBox*>(&element) ||
+         dynamic_cast<const OptionButton*>(&element) || dynamic_cast<const CheckListBox*>(&element);
 }
 
-void AddRow(QVBoxLayout& rows, const FormRow& row, QDialog& dialog) {
-  auto* const line = new QHBoxLayout;
-  if (row.kind == FormRowKind::Buttons) {
-    rows.addStretch();
-    line->addStretch();
+/// Lays out the rows of one form in its dialog.
+class FormLayout {
+ public:
+  FormLayout(const Form& form, QDialog& dialog) : dialog_(dialog), rows_(new QVBoxLayout(&dialog)) {
+    constexpr int Margin = 16;
+    rows_->setContentsMargins(Margin, Margin, Margin, Margin);
+    rows_->setSpacing(Margin / 2);
+    for (const FormRow& row : form.Rows()) AddRow(row);
+    AlignLabels();
   }
-  bool first = true;
-  for (const FormCell& cell : row.cells) {
-    QWidget* const widget = MakeWidget(*cell.element, &dialog);
-    if (row.kind == FormRowKind::Heading) MakeHeading(*widget);
-    auto* const button = qobject_cast<QPushButton*>(widget);
-    if (button && first && row.kind == FormRowKind::Buttons) button->setDefault(true);
-    const bool grows = row.kind != FormRowKind::Buttons && qobject_cast<QLabel*>(widget);
-    line->addWidget(widget, grows ? cell.width : 0, Qt::Alignment());
-    first = false;
+
+  /// The element that has the keyboard first: an input, of a choice the chosen one.
+  Element* FirstInput() const {
+    for (Element* element : inputs_) {
+      const auto* const option = dynamic_cast<OptionButton*>(element);
+      const bool waits = option && !option->Chosen() &&
+                         std::any_of(option->group.begin(), option->group.end(),
+                                     [](const OptionButton* other) { return other->Chosen(); });
+      if (!waits && element->Visible() && element->Enabled()) return element;
+    }
+    return nullptr;
   }
-  rows.addLayout(line);
-}
+
+ private:
+  void AddRow(const FormRow& row) {
+    auto* const line = new QHBoxLayout;
+    if (row.kind == FormRowKind::Buttons) {
+      rows_->addStretch();
+      line->addStretch();
+    }
+    int shares = 0;
+    bool grows = false;
+    for (std::size_t i = 0; i < row.cells.size(); ++i) {
+      Element& element = *row.cells[i].element;
+      QWidget* const widget = MakeWidget(element);
+      const int share = ShareOf(row, row.cells[i]);
+      shares += share;
+      Fit(*widget, row, share);
+      Connect(element, *widget, row);
+      if (i == 0) Begin(*widget, row);
+      grows = grows || dynamic_cast<CheckListBox*>(&element);
+      line->addWidget(widget, share);
+    }
+    if (row.kind == FormRowKind::Plain && shares == 0) line->addStretch();
+    rows_->addLayout(line, grows ? 1 : 0);
+  }
+
+  QWidget* MakeWidget(Element& element) {
+    QWidget* const widget =
+        MakeWidgetOf<Label, CommandButton, Image, TextBox, CheckBox, OptionButton, CheckListBox>(
+            element, &dialog_);
+    if (widget) return widget;
+    throw Error(errors::InvalidProcedureCall, "A form cannot show the element " + element.Name(),
+                "QtForms");
+  }
+
+  /// Pictures and the buttons at the bottom keep their size.
+  static int ShareOf(const FormRow& row, const FormCell& cell) {
+    const bool keeps =
+        row.kind == FormRowKind::Buttons || dynamic_cast<const Image*>(cell.element) != nullptr;
+    return keeps ? 0 : cell.width;
+  }
+
+  static void Fit(QWidget& widget, const FormRow& row, int share) {
+    auto* const label = qobject_cast<QLabel*>(&widget);
+    if (row.kind == FormRowKind::Heading) {
+      QFont font = widget.font();
+      font.setPointSizeF(font.pointSizeF() * HeadingScale);
+      font.setBold(true);
+      widget.setFont(font);
+    } else if (row.kind == FormRowKind::Plain && share == 0) {
+      if (label) label->setWordWrap(false);
+      widget.setSizePolicy(QSizePolicy::Fixed, widget.sizePolicy().verticalPolicy());
+    }
+  }
+
+  /// A label leads to the input that follows it, in its row or below.
+  void Connect(Element& element, QWidget& widget, const FormRow& row) {
+    if (auto* const label = dynamic_cast<Label*>(&element)) {
+      const bool names = row.kind == FormRowKind::Plain && !label->onClick;
+      pending_ = names ? qobject_cast<QLabel*>(&widget) : nullptr;
+    } else if (IsInput(element)) {
+      inputs_.push_back(&element);
+      const bool hasCaption = dynamic_cast<CaptionedElement*>(&element) != nullptr;
+      if (pending_ && !hasCaption) pending_->setBuddy(&widget);
+      pending_ = nullptr;
+    }
+  }
+
+  void Begin(QWidget& first, const FormRow& row) {
+    if (row.kind == FormRowKind::Buttons) {
+      if (auto* const button = qobject_cast<QPushButton*>(&first)) button->setDefault(true);
+    } else if (auto* const label = qobject_cast<QLabel*>(&first);
+               label && !label->wordWrap() && row.cells.size() > 1) {
+      leading_.push_back(label);
+    }
+  }
+
+  /// What follows the labels at the beginning of rows stands in one column.
+  void AlignLabels() {
+    int widest = 0;
+    for (const QLabel* label : leading_) widest = std::max(widest, label->sizeHint().width());
+    for (QLabel* label : leading_) label->setMinimumWidth(widest);
+  }
+
+  QDialog& dialog_;
+  QVBoxLayout* rows_;
+  QLabel* pending_ = nullptr;
+  std::vector<QLabel*> leading_;
+  std::vector<Element*> inputs_;
+};
 
 }  // namespace
 
@@ -65,15 +156,14 @@ void QtForms::ShowModal(Form& form) {
   QDialog dialog(above ? above : parent_.data());
   dialog.setObjectName(ToQt(form.Name()));
   dialog.setWindowTitle(ToQt(form.Title()));
+  dialog.setAccessibleName(ToQt(form.Title()));
   dialog.setMinimumWidth(LeastTextWidth);
-  auto* const rows = new QVBoxLayout(&dialog);
-  constexpr int Margin = 16;
-  rows->setContentsMargins(Margin, Margin, Margin, Margin);
-  rows->setSpacing(Margin / 2);
-  for (const FormRow& row : form.Rows()) AddRow(*rows, row, dialog);
+  dialog.setSizeGripEnabled(true);
+  const FormLayout layout(form, dialog);
 
   form.onUnload = [&dialog] { dialog.reject(); };
   form.Open();
+  if (Element* const first = layout.FirstInput()) first->SetFocus();
   dialog.exec();
   form.onUnload = nullptr;
   if (form.IsOpen()) form.Unload();

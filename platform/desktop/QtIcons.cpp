@@ -7,6 +7,8 @@
 #include <array>
 #include <utility>
 
+#include "platform/Elements.h"
+
 namespace velkor {
 namespace {
 
@@ -31,6 +33,17 @@ void DrawNext(QPainter& painter) {
 
 void DrawFilter(QPainter& painter) {
   painter.drawPolygon(QPolygonF({{3, 4}, {21, 4}, {14, 12.5}, {14, 18}, {10, 20.5}, {10, 12.5}}));
+}
+
+/// Filled, and with a mark of another colour.
+void DrawActiveFilter(QPainter& painter) {
+  painter.save();
+  painter.setBrush(painter.pen().color());
+  DrawFilter(painter);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(QColor(0xE8, 0x59, 0x0C));
+  painter.drawEllipse(QPointF(18, 17), 5.5, 5.5);
+  painter.restore();
 }
 
 void DrawPrint(QPainter& painter) {
@@ -110,17 +123,18 @@ class LineIcon : public QIconEngine {
 
 }  // namespace
 
-QIcon IconFor(std::string_view key, const QPalette& palette) {
-  static constexpr std::array<std::pair<std::string_view, Draw>, 6> Icons{{
-      {"Back", DrawBack},
-      {"Next", DrawNext},
-      {"Filter", DrawFilter},
-      {"Print", DrawPrint},
-      {"Open", DrawOpen},
-      {"Save", DrawSave},
+QIcon IconFor(int image, const QPalette& palette) {
+  static constexpr std::array<std::pair<int, Draw>, 7> Icons{{
+      {toolbar_images::Back, DrawBack},
+      {toolbar_images::Next, DrawNext},
+      {toolbar_images::Print, DrawPrint},
+      {toolbar_images::Filter, DrawFilter},
+      {toolbar_images::ActiveFilter, DrawActiveFilter},
+      {toolbar_images::Open, DrawOpen},
+      {toolbar_images::Save, DrawSave},
   }};
-  for (const auto& [name, draw] : Icons) {
-    if (name == key) return QIcon(new LineIcon(draw, palette));
+  for (const auto& [number, draw] : Icons) {
+    if (number == image) return QIcon(new LineIcon(draw, palette));
   }
   return {};
 }

@@ -3,14 +3,13 @@
 
 #include <QIcon>
 #include <QPalette>
-#include <string_view>
 
 namespace velkor {
 
-/// The icon for a toolbar key: Back, Next, Filter, Print, Open, Save; its lines have the colour of
-/// the text of a window with this palette, faded where it is disabled. An unknown key has an empty
-/// icon.
-QIcon IconFor(std::string_view key, const QPalette& palette);
+/// The picture with a number of toolbar_images. Its lines have the colour of the text of a window
+/// with this palette, faded where it is disabled; a filter in force is filled in a colour. An
+/// unknown number has an empty icon.
+QIcon IconFor(int image, const QPalette& palette);
 
 /// The program's own icon: a small year with bars.
 QIcon ProgramIcon();

@@ -4,7 +4,7 @@
 #include <QWidget>
 #include <memory>
 
-#include "platform/Elements.h"
+#include "platform/InputElements.h"
 
 namespace velkor {
 
@@ -37,6 +37,7 @@ class QtPeer : public Widget, public ElementPeer {
     MirrorShared(*this, element_, placement_);
     Mirror();
   }
+  void SetFocus() override { this->setFocus(Qt::OtherFocusReason); }
 
  protected:
   /// Reads what only this kind of element has.
@@ -56,6 +57,11 @@ QWidget* MakePeer(Image& image, QWidget* parent, Placement placement = Placement
 QWidget* MakePeer(PictureBox& picture, QWidget* parent, Placement placement = Placement::Bounds);
 QWidget* MakePeer(ScrollBar& scrollBar, QWidget* parent, Placement placement = Placement::Bounds);
 QWidget* MakePeer(Toolbar& toolbar, QWidget* parent, Placement placement = Placement::Bounds);
+/// A masked box takes only what fits its mask.
+QWidget* MakePeer(TextBox& box, QWidget* parent, Placement placement = Placement::Bounds);
+QWidget* MakePeer(CheckBox& box, QWidget* parent, Placement placement = Placement::Bounds);
+QWidget* MakePeer(OptionButton& button, QWidget* parent, Placement placement = Placement::Bounds);
+QWidget* MakePeer(CheckListBox& list, QWidget* parent, Placement placement = Placement::Bounds);
 
 /// These have no place of their own. `control` is the widget whose points a menu pops up at.
 std::unique_ptr<ElementPeer> MakePeer(Menu& menu, QWidget* control);

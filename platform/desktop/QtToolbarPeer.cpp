@@ -32,15 +32,14 @@ class ToolbarPeer : public QtPeer<QWidget, Toolbar> {
   void changeEvent(QEvent* event) override {
     QWidget::changeEvent(event);
     if (event->type() != QEvent::PaletteChange) return;
-    for (QToolButton* button : buttons_) {
-      button->setIcon(IconFor(button->objectName().toStdString(), palette()));
-    }
+    for (NativeButton& native : buttons_) ShowImage(native, native.image);
   }
   void Mirror() override {
     const int side = std::clamp(height(), 2 * IconMargin, LargestSide);
     for (std::size_t i = 0; i < buttons_.size(); ++i) {
       const ToolbarButton& button = Mirrored().Buttons()[i];
-      QToolButton& native = *buttons_[i];
+      QToolButton& native = *buttons_[i].widget;
+      if (buttons_[i].image != button.image) ShowImage(buttons_[i], button.image);
       native.setFixedSize(side, side);
       native.setIconSize(QSize(side - 2 * IconMargin, side - 2 * IconMargin));
       native.setEnabled(button.enabled);
@@ -52,11 +51,19 @@ class ToolbarPeer : public QtPeer<QWidget, Toolbar> {
   }
 
  private:
+  struct NativeButton {
+    QToolButton* widget = nullptr;
+    int image = 0;
+  };
+
+  void ShowImage(NativeButton& native, int image) {
+    native.image = image;
+    native.widget->setIcon(IconFor(image, palette()));
+  }
   QToolButton* MakeButton(const std::string& key) {
     auto* const button = new QToolButton(this);
     button->setObjectName(QString::fromStdString(key));
     button->setAccessibleName(QString::fromStdString(key));
-    button->setIcon(IconFor(key, palette()));
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::TabFocus);
     connect(button, &QToolButton::clicked, this, [this, key] {
@@ -64,11 +71,11 @@ class ToolbarPeer : public QtPeer<QWidget, Toolbar> {
       // Whether it stays pressed is the element's to say.
       Mirror();
     });
-    buttons_.push_back(button);
+    buttons_.push_back({button});
     return button;
   }
 
-  std::vector<QToolButton*> buttons_;
+  std::vector<NativeButton> buttons_;
 };
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QTest>
 
+#include "platform/InputElements.h"
 #include "platform/desktop/QtMessageBoxes.h"
 #include "support/values/Error.h"
 #include "tests/platform/desktop/OpenDialog.h"
@@ -63,6 +64,59 @@ TEST(QtForms, EscapeUnloadsTheFormAndItCanBeShownAgain) {
     EXPECT_FALSE(form.IsOpen());
   }
   EXPECT_EQ(form.accepted, 0);
+}
+
+TEST(QtForms, TheFirstInputHasTheKeyboardAndLabelsLeadToTheirs) {
+  struct InputForm : Form {
+    InputForm() : Form("dlgInput", "Input") {
+      lblFrom.SetCaption("From:");
+      lblUntil.SetCaption("Until and with:");
+      tbFrom.SetText("1/1/2026");
+      rbOne.group = rbTwo.group = {&rbOne, &rbTwo};
+      rbTwo.SetChosen();
+      cmdOK.onClick = [this] { ++accepted; };
+      AddRow({{{&lblList, 1}}});
+      AddRow({{{&lbList, 1}}});
+      AddRow({{{&lblFrom, 0}, {&tbFrom, 0}}});
+      AddRow({{{&lblUntil, 0}, {&tbUntil, 0}}});
+      AddRow({{{&rbOne, 1}, {&rbTwo, 1}, {&cbMore, 1}}});
+      AddRow({{{&cmdOK, 1}}, FormRowKind::Buttons});
+      lbList.SetEnabled(false);
+    }
+    Label lblList{"lblList"};
+    CheckListBox lbList{"lbList"};
+    Label lblFrom{"lblFrom"};
+    MaskedBox tbFrom{"tbFrom", "99/99/9999"};
+    Label lblUntil{"lblUntil"};
+    TextBox tbUntil{"tbUntil"};
+    OptionButton rbOne{"rbOne"};
+    OptionButton rbTwo{"rbTwo"};
+    CheckBox cbMore{"cbMore"};
+    CommandButton cmdOK{"cmdOK"};
+    int accepted = 0;
+  } form;
+  WhenOpen([&](QDialog& dialog) {
+    const auto& find = [&](const char* name) { return dialog.findChild<QWidget*>(name); };
+    EXPECT_EQ(dialog.accessibleName(), "Input");
+    EXPECT_EQ(dialog.findChild<QLabel*>("lblList")->buddy(), find("lbList"));
+    EXPECT_EQ(dialog.findChild<QLabel*>("lblUntil")->buddy(), find("tbUntil"));
+    EXPECT_EQ(find("tbFrom")->x(), find("tbUntil")->x());
+    EXPECT_EQ(dialog.focusWidget(), find("tbFrom"));
+    const int height = find("lbList")->height();
+    dialog.resize(600, dialog.height() + 100);
+    QTest::qWait(1);
+    EXPECT_EQ(find("lbList")->height(), height + 100);
+    QTest::keyClicks(dialog.focusWidget(), "2/3/2027");
+    QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+    form.rbOne.Choose();
+    form.tbUntil.SetFocus();
+    QTest::keyClick(dialog.focusWidget(), Qt::Key_Escape);
+  });
+  QtForms().ShowModal(form);
+  EXPECT_EQ(form.tbFrom.Text(), "2/3/2027");
+  EXPECT_EQ(form.accepted, 1);
+  WhenOpen([](QDialog& dialog) { dialog.close(); });
+  QtForms().ShowModal(form);
 }
 
 TEST(QtForms, RefusesAnElementThatNoWidgetMirrors) {

@@ -133,7 +133,8 @@ TEST(QtPeers, ImageIsFilledWithItsColourInsideAFrame) {
 TEST(QtPeers, ToolbarButtonsTellTheirKeysAndStayAsTheElementSays) {
   std::vector<std::string> keys;
   Toolbar toolbar("Toolbar1",
-                  {{.key = "Back", .toolTip = "Year before"}, {.key = "Filter", .toolTip = ""}});
+                  {{.key = "Back", .toolTip = "Year before", .image = toolbar_images::Back},
+                   {.key = "Filter", .toolTip = "", .image = toolbar_images::Filter}});
   toolbar.onButtonClick = [&](std::string_view key) { keys.emplace_back(key); };
   toolbar.SetBounds({0, 0, 3000, 450});
   Control control;
@@ -152,6 +153,12 @@ TEST(QtPeers, ToolbarButtonsTellTheirKeysAndStayAsTheElementSays) {
   toolbar.SetButtonEnabled("Back", false);
   QTest::mouseClick(back, Qt::LeftButton);
   EXPECT_THAT(keys, ElementsAre("Back", "Filter"));
+
+  const QImage plain = filter->icon().pixmap(24, 24).toImage();
+  toolbar.SetButtonImage("Filter", toolbar_images::ActiveFilter);
+  EXPECT_NE(filter->icon().pixmap(24, 24).toImage(), plain);
+  toolbar.SetButtonImage("Filter", toolbar_images::Filter);
+  EXPECT_EQ(filter->icon().pixmap(24, 24).toImage(), plain);
 }
 
 TEST(QtPeers, ScrollBarAndElementFollowEachOtherOnce) {

@@ -1,0 +1,153 @@
+// tests/platform/desktop/QtDialogsTest.cpp: file, colour and input dialogs, and progress.
+#include "platform/desktop/QtDialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <QColorDialog>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <sstream>
+
+#include "platform/desktop/TerminalDialogs.h"
+#include "tests/platform/desktop/OpenDialog.h"
+
+namespace velkor {
+namespace {
+
+/// Types a name where the dialog stands and presses Enter.
+void Name(QDialog& dialog, const QString& name) {
+  auto& line = *dialog.findChild<QLineEdit*>("fileNameEdit");
+  line.setText(name);
+  QTest::keyClick(&line, Qt::Key_Return);
+}
+
+class QtFileDialog : public testing::Test {
+ protected:
+  std::string Save(const std::function<void(QDialog&)>& steps) {
+    WhenOpen(steps);
+    return QtCommonDialogs().ShowSave(dialog);
+  }
+  std::string Path(const char* name) const { return folder.filePath(name).toStdString(); }
+
+  QTemporaryDir folder;
+  FileDialog dialog{.filter = "Velkor Data(*.xml)|*.xml|Plain|*.txt|All Files(*.*)|*.*",
+                    .title = "Save Velkor Data",
+                    .flags = file_dialog_flags::OverwritePrompt,
+                    .defaultExtension = "xml"};
+};
+
+TEST_F(QtFileDialog, SavesUnderANameWithASuffixAndStartsWhereItEndedLast) {
+  EXPECT_EQ(Save([&](QDialog& window) {
+              EXPECT_EQ(window.windowTitle(), "Save Velkor Data");
+              Name(window, folder.filePath("year"));
+            }),
+            Path("year.xml"));
+  EXPECT_EQ(Save([](QDialog& window) {
+              auto& files = dynamic_cast<QFileDialog&>(window);
+              EXPECT_EQ(files.nameFilters()[2], "All Files (*)");
+              QTest::keyClick(window.findChild<QComboBox*>("fileTypeCombo"), Qt::Key_Down);
+              Name(window, "year");
+            }),
+            Path("year.txt"));
+  EXPECT_EQ(Save([](QDialog& window) { Name(window, "year.data"); }), Path("year.data"));
+  EXPECT_EQ(Save([](QDialog& window) { window.reject(); }), "");
+  WhenOpen([&](QDialog& window) {
+    const auto& files = dynamic_cast<QFileDialog&>(window);
+    EXPECT_EQ(files.directory().absolutePath(), folder.path());
+    window.reject();
+  });
+  EXPECT_EQ(QtCommonDialogs().ShowOpen(dialog), "");
+}
+
+TEST_F(QtFileDialog, AsksBeforeAFileIsReplacedWhenItShould) {
+  QFile file(folder.filePath("year.xml"));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
+    const std::string name = Save([&](QDialog& window) {
+      WhenOpen([&](QDialog& question) {
+        QTest::mouseClick(dynamic_cast<QMessageBox&>(question).button(answer), Qt::LeftButton);
+      });
+      Name(window, folder.filePath("year"));
+      if (answer == QMessageBox::No) window.reject();
+    });
+    EXPECT_EQ(name, answer == QMessageBox::Yes ? Path("year.xml") : "");
+  }
+  dialog.flags = 0;
+  EXPECT_EQ(Save([&](QDialog& window) { Name(window, folder.filePath("year")); }),
+            Path("year.xml"));
+}
+
+TEST(QtColourDialog, BeginsWithTheColourWhateverItsHighByte) {
+  const Colour odd{static_cast<std::int32_t>(0xFF123456)};
+  WhenOpen([](QDialog& window) {
+    auto& picker = dynamic_cast<QColorDialog&>(window);
+    EXPECT_EQ(picker.currentColor(), QColor(0x56, 0x34, 0x12));
+    picker.setCurrentColor(QColor(1, 2, 3));
+    window.accept();
+  });
+  EXPECT_EQ(QtCommonDialogs().ShowColour(odd), Colour::FromRgb(1, 2, 3));
+  WhenOpen([](QDialog& window) { window.reject(); });
+  EXPECT_EQ(QtCommonDialogs().ShowColour(odd), std::nullopt);
+}
+
+TEST(QtInputBoxes, HandsOnTheLineAsTyped) {
+  for (const bool accepted : {true, false}) {
+    WhenOpen([&](QDialog& window) {
+      EXPECT_EQ(window.windowTitle(), "New Category");
+      EXPECT_LT(window.width(), 800);
+      auto& line = *window.findChild<QLineEdit*>();
+      QTest::keyClicks(&line, "  a|b ");
+      QTest::keyClick(&line, accepted ? Qt::Key_Return : Qt::Key_Escape);
+    });
+    EXPECT_EQ(
+        QtInputBoxes().Ask(std::string(300, 'x') + " & " + std::string(300, 'y'), "New Category"),
+        accepted ? "  a|b " : "");
+  }
+}
+
+TEST(QtProgress, OpensAfterAMomentAndEndsByEscapeButtonOrClosing) {
+  const std::vector<std::function<void(QDialog&)>> ways{
+      [](QDialog& window) { QTest::keyClick(&window, Qt::Key_Escape); },
+      [](QDialog& window) { QTest::mouseClick(window.findChild<QPushButton*>(), Qt::LeftButton); },
+      [](QDialog& window) { window.close(); },
+  };
+  for (const auto& way : ways) {
+    const auto report = QtProgress().Begin("Export");
+    QElapsedTimer time;
+    time.start();
+    qint64 opened = 0;
+    WhenOpen([&](QDialog& window) {
+      opened = time.elapsed();
+      EXPECT_TRUE(window.isModal());
+      EXPECT_GE(dynamic_cast<QProgressDialog&>(window).value(), 1);
+      way(window);
+    });
+    int done = 0;
+    while (report->Step(done % 1000, 1000, "Year 2026") && time.elapsed() < 5000) ++done;
+    EXPECT_GE(opened, 300);
+    EXPECT_FALSE(report->Step(1, 1000, "once more"));
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+  }
+}
+
+TEST(TerminalProgress, WritesOneLineNowAndThenAndClearsIt) {
+  std::ostringstream terminal;
+  std::ostringstream file;
+  for (auto* stream : {&terminal, &file}) {
+    const auto report = TerminalProgress(*stream, stream == &terminal).Begin("Export");
+    for (int i = 0; i < 1000; ++i) EXPECT_TRUE(report->Step(i, 1000, "a\nb"));
+  }
+  EXPECT_EQ(terminal.str().substr(0, 17), "\rExport: 0% a b\x1B[");
+  EXPECT_TRUE(terminal.str().ends_with("\r\x1B[K"));
+  EXPECT_LT(terminal.str().size(), 200U);
+  EXPECT_EQ(file.str(), "");
+}
+
+}  // namespace
+}  // namespace velkor
