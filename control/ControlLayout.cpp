@@ -62,9 +62,6 @@ void PlaceSurfaces(YearPlanElements& elements, const FaceLayout& face, bool scro
       {parent.left + pixel.width, face.picHeadRow.top, face.picHeadRow.right, bottom});
   elements.pic1.SetBounds({face.gridView.left, face.gridView.top, gridRight, bottom});
   Place(elements.VScroll1, {gridRight, face.gridView.top, right, bottom}, scroll);
-  const Rect& legend = face.picCatView;
-  elements.legend.picCats.SetBounds({legend.left, legend.top, std::max(legend.left, legend.right),
-                                     std::max(legend.top, legend.bottom)});
 }
 
 }  // namespace velkor

@@ -15,7 +15,7 @@ inline constexpr Twips StripHeight = 600;
 /// year is left out, the date last.
 void PlaceStrip(YearPlanElements& elements, Extent control, PixelSize pixel);
 
-/// Bounds of the grid's surfaces, its scroll bar and the legend.
+/// Bounds of the grid's surfaces and its scroll bar.
 /// @param scroll  VScroll1 is shown
 void PlaceSurfaces(YearPlanElements& elements, const FaceLayout& face, bool scroll,
                    PixelSize pixel);

@@ -4,25 +4,20 @@
 #include <algorithm>
 
 #include "categories/ColourList.h"
+#include "categories/StoredFilter.h"
 #include "control/ControlLayout.h"
-#include "control/frmAbout.h"
 #include "model/Guard.h"
 #include "model/Status.h"
-#include "platform/Forms.h"
 #include "platform/Host.h"
 #include "platform/LocaleApi.h"
 #include "platform/Outlook.h"
 #include "platform/System.h"
 #include "support/RegIO.h"
 #include "support/values/Error.h"
-#include "view/LegendPainter.h"
 #include "view/span/Locale.h"
 
 namespace velkor {
 namespace {
-
-/// The user's page, below the folder of documents.
-constexpr const char* HelpPage = "help.html";
 
 CategoryFilter FilterOf(const Platform& platform) {
   return CategoryFilter(
@@ -50,14 +45,17 @@ YearPlan::Frame::Frame(const Platform& platform, ControlHost& host)
                }),
       colours_([this] { return access_.ReopenFolder(); }, platform_.locale, platform_.messages),
       commands_(*this, *this, access_, platform_, AppointmentForm),
+      categoryCommands_(*this, colours_, platform_),
       gridView_(elements, grid_, platform_,
                 {[this](std::string_view key) { commands_.Edit(key); },
                  [this](std::string_view key) { commands_.Delete(key); },
-                 [this](int by) { ChangeYear(by); }}) {
+                 [this](int by) { ChangeYear(by); }}),
+      legend_(elements.legend, *this, categoryCommands_) {
   const LocaleId locale = platform_.locale.ThreadLocale();
   Locale::ApplyCodePageFont(font_, Locale::AnsiCodePageOf(platform_.locale, locale));
   names_ = Locale::LoadCalendarNames(platform_.locale, locale);
   gridView_.SetNames(names_, font_);
+  legend_.SetFont(font_);
   SetLive(false);
   Connect();
 }
@@ -72,14 +70,11 @@ void YearPlan::Frame::Connect() {
   elements.tmrBackground.onTimer = [this] { tmrBackground_Timer(); };
   elements.Command1.onClick = [this] { Command1_Click(); };
   elements.Toolbar1.onButtonClick = [this](std::string_view key) { Toolbar1_ButtonClick(key); };
-  elements.legend.picCats.onPaint = [this](Surface& surface, const Rect&) {
-    picCats_Paint(surface);
-  };
   elements.mnuNew.onClick = [this] { mnuNew_Click(); };
   elements.mnuEdit.onClick = [this] { commands_.Edit(gridView_.SelectedKey()); };
   elements.mnuDelete.onClick = [this] { commands_.Delete(gridView_.SelectedKey()); };
   elements.mnuClear.onClick = [this] { gridView_.ClearSelection(); };
-  elements.mnuHelp.onClick = [this] { platform_.shell.OpenPage(HelpPage); };
+  elements.mnuHelp.onClick = [this] { platform_.shell.OpenPage("help.html"); };
   elements.mnuAbout.onClick = [this] { mnuAbout_Click(); };
   for (MenuItem* mode : elements.mnuSelectionMode.entries) {
     mode->onClick = [this, mode] { mnuSelection_Click(mode->Index()); };
@@ -90,8 +85,11 @@ void YearPlan::Frame::Connect() {
 void YearPlan::Frame::SetLive(bool live) {
   live_ = live;
   elements.Command1.SetEnabled(live);
-  elements.Toolbar1.SetButtonEnabled(toolbar_keys::Back, live);
-  elements.Toolbar1.SetButtonEnabled(toolbar_keys::Next, live);
+  for (const std::string_view key : {toolbar_keys::Back, toolbar_keys::Next, toolbar_keys::Filter,
+                                     toolbar_keys::Open, toolbar_keys::Save}) {
+    elements.Toolbar1.SetButtonEnabled(key, live);
+  }
+  legend_.SetLive(live);
 }
 
 void YearPlan::Frame::tmrStart_Timer() {
@@ -138,8 +136,7 @@ void YearPlan::Frame::StartUp() {
     step = 11;
     refresh_.StartRefresh(false);
     step = 12;
-    UpdateFilterToolTip();
-    Redraw(false);
+    ApplyFilter(LoadFilter(platform_.settings, TitleName, grid_.Filter().FilterSeparator()));
   } catch (const Error& error) {
     TellError(platform_.messages,
               "Error while initialising the background processing, the cache file will not be "
@@ -180,9 +177,14 @@ CachePaths YearPlan::Frame::CachePathsOf(int viewYear) {
 
 void YearPlan::Frame::LoadCategories() {
   FetchedColours colours = colours_.Fetch(TitleName);
+  knownTitle_.reset();
+  if (!colours.fault) knownTitle_ = TitleName;
   // Without a single category no event would be seen. These are shown and not saved.
   if (colours.fault && colours.categories.empty()) colours.categories = DefaultCategories();
+  if (colours.categories == grid_.Categories().All()) return;
+  categoryCommands_.Select(0);
   grid_.SetCategories(CategoryTable(std::move(colours.categories)));
+  legend_.CategoriesChanged();
 }
 
 void YearPlan::Frame::LoadEvents() {
@@ -221,7 +223,6 @@ void YearPlan::Frame::Redraw(bool spanChanged) {
   if (grid_.Options() != options) grid_.SetOptions(options);
   PlaceElements();
   gridView_.GridChanged(spanChanged);
-  elements.legend.picCats.Refresh();
   elements.pic1.SetDescription(Description());
   drawnDay_ = platform_.clock.Now().DayNumber();
 }
@@ -237,10 +238,7 @@ void YearPlan::Frame::PlaceElements() {
   PlaceStrip(elements, size_, pixel_);
   grid_.Resize({face.picParent.Width(), face.picParent.Height()}, ScrollBarWidth, pixel_);
   PlaceSurfaces(elements, face, grid_.Geometry().scroll, pixel_);
-}
-
-void YearPlan::Frame::UpdateFilterToolTip() {
-  elements.Toolbar1.SetButtonToolTip(toolbar_keys::Filter, grid_.Filter().ToolTip());
+  legend_.Place(face.picCatView, pixel_);
 }
 
 void YearPlan::Frame::ReportStatus(Colour colour) {
@@ -248,11 +246,6 @@ void YearPlan::Frame::ReportStatus(Colour colour) {
   elements.imgLogo.SetFillColour(colour);
   elements.imgLogo.SetToolTip(message);
   host_.StatusChange(message);
-}
-
-std::vector<std::string> YearPlan::Frame::CategoryNames() {
-  if (!live_) return {};
-  return CategoryNamesOf(colours_.CollectAllLists());
 }
 
 std::string YearPlan::Frame::Description() const {
@@ -266,43 +259,6 @@ std::string YearPlan::Frame::Description() const {
   return YearCaption(span.ViewYear) + ", " + monthText(span.FirstMonth) + " to " +
          monthText(span.LastMonthOfView()) + ": " + std::to_string(shown) +
          (shown == 1 ? " appointment" : " appointments");
-}
-
-void YearPlan::Frame::Command1_Click() {
-  if (!live_) return;
-  Guard(platform_.messages, "Error refreshing the year ", [&] {
-    ReloadEvents();
-    StartRefresh(true);
-  });
-}
-
-void YearPlan::Frame::Toolbar1_ButtonClick(std::string_view key) {
-  if (key == toolbar_keys::Back) ChangeYear(-1);
-  if (key == toolbar_keys::Next) ChangeYear(1);
-}
-
-void YearPlan::Frame::mnuNew_Click() {
-  if (const auto days = gridView_.DaysForNew()) commands_.New(days->start, days->end);
-}
-
-void YearPlan::Frame::mnuAbout_Click() {
-  frmAbout form(platform_.shell);
-  platform_.forms.ShowModal(form);
-}
-
-void YearPlan::Frame::mnuSelection_Click(int index) {
-  for (MenuItem* mode : elements.mnuSelectionMode.entries) {
-    mode->SetChecked(mode->Index() == index);
-  }
-  gridView_.SetSelectionMode(index);
-}
-
-void YearPlan::Frame::picCats_Paint(Surface& surface) {
-  const Rect& bounds = elements.legend.picCats.Bounds();
-  const Rect whole{0, 0, bounds.Width(), bounds.Height()};
-  DrawLegend(surface, grid_.Categories(), font_, whole, whole.Width());
-  surface.Outline({0, 0, whole.right - pixel_.width, whole.bottom - pixel_.height},
-                  face_colours::Frame, 1);
 }
 
 }  // namespace velkor

@@ -5,7 +5,9 @@
 #include <optional>
 #include <string>
 
+#include "categories/CategoryCommands.h"
 #include "categories/ColourStore.h"
+#include "categories/Legend.h"
 #include "control/GridView.h"
 #include "control/YearPlan.h"
 #include "control/YearPlanElements.h"
@@ -13,15 +15,17 @@
 #include "model/BackgroundRefresh.h"
 #include "model/CacheFile.h"
 #include "model/CalendarAccess.h"
+#include "model/CategoryView.h"
 #include "model/EventView.h"
 #include "model/Planner.h"
+#include "model/YearSource.h"
 #include "platform/Platform.h"
 #include "view/Face.h"
 #include "view/YearGrid.h"
 
 namespace velkor {
 
-class YearPlan::Frame : public Planner, public EventView {
+class YearPlan::Frame : public Planner, public EventView, public CategoryView, public YearSource {
  public:
   Frame(const Platform& platform, ControlHost& host);
   ~Frame() override;
@@ -46,6 +50,8 @@ class YearPlan::Frame : public Planner, public EventView {
   void Resize(Extent size, PixelSize pixel);
   void RefreshSoon() { refresh_.RefreshSoon(); }
   std::vector<std::string> CategoryNames();
+  void CatDelete(std::string_view name);
+  void CatColour(std::string_view name);
   std::string Description() const;
 
   // Planner
@@ -62,6 +68,22 @@ class YearPlan::Frame : public Planner, public EventView {
   void ReloadEvents() override;
   void RewriteCache() override;
 
+  // CategoryView
+  const CategoryTable& Categories() const override { return grid_.Categories(); }
+  const std::string& TitleOfCategories() const override { return TitleName; }
+  bool HideNonCategoryItems() const override { return options.HideNonCategoryItems; }
+  bool AreCategoriesKnown() override;
+  void ChangeCategories(std::vector<Category> categories) override;
+
+  // YearSource
+  int DisplayedYear() const override { return grid_.Span().ViewYear; }
+  EventCollection EventsOf(int viewYear) override;
+  std::unique_ptr<OutlookItem> ItemOf(std::string_view eventId) override {
+    return access_.Item(eventId);
+  }
+  void BeginReadingYears() override;
+  void EndReadingYears() override;
+
  private:
   void Connect();
   /// Whether there is a calendar to work on.
@@ -70,16 +92,16 @@ class YearPlan::Frame : public Planner, public EventView {
   void tmrBackground_Timer();
   void Command1_Click();
   void Toolbar1_ButtonClick(std::string_view key);
+  void Filter_Click();
   void mnuNew_Click();
   void mnuAbout_Click();
   void mnuSelection_Click(int index);
-  void picCats_Paint(Surface& surface);
 
   void ShowSpan(const DisplaySpan& span);
   CachePaths CachePathsOf(int viewYear);
   void LoadCategories();
   void LoadEvents();
-  void UpdateFilterToolTip();
+  void ApplyFilter(CategoryFilter filter);
   /// Lays out by the properties as they are now, and draws.
   void Redraw(bool spanChanged);
   void PlaceElements();
@@ -92,13 +114,20 @@ class YearPlan::Frame : public Planner, public EventView {
   BackgroundRefresh refresh_;
   ColourStore colours_;
   AppointmentCommands commands_;
+  CategoryCommands categoryCommands_;
   GridView gridView_;
+  Legend legend_;
   CachePaths paths_;
   CalendarNames names_;
   Font font_;
   Extent size_;
   PixelSize pixel_;
   bool live_ = false;
+  /// The title whose categories are on show as the calendar has them; none when they could not be
+  /// read.
+  std::optional<std::string> knownTitle_;
+  /// tmrBackground ran when years began to be read.
+  bool timerRan_ = false;
   /// Grows with every load, so that one sees that another overtook it.
   std::uint64_t loads_ = 0;
   /// The day that was marked as today.

@@ -19,7 +19,6 @@ namespace {
 
 /// Prefix texts of lblDate.
 constexpr std::array<std::string_view, 2> Prefixes = {"Date:", "Selected:"};
-constexpr double BandsPerNotch = 3;
 
 }  // namespace
 
@@ -50,7 +49,7 @@ GridView::GridView(YearPlanElements& elements, const YearGrid& grid, const Platf
   };
   elements_.picParent.onPaint = [this](Surface& surface, const Rect&) { picParent_Paint(surface); };
   for (PictureBox* picture : {&pic1, &elements_.picHeadCol, &elements_.picHeadRow}) {
-    picture->onMouseWheel = [this](double notches) { Scroll(notches); };
+    picture->onMouseWheel = [this](double notches) { wheel_.Turn(elements_.VScroll1, notches); };
   }
   elements_.VScroll1.onChange = [this] { VScroll1_Change(); };
 }
@@ -113,16 +112,6 @@ void GridView::SetScrollRange() {
                               std::max(1, static_cast<int>(view / pixel)));
 }
 
-void GridView::Scroll(double notches) {
-  ScrollBar& bar = elements_.VScroll1;
-  // Fine steps of a touchpad add up.
-  wheelRest_ -= notches * BandsPerNotch * bar.SmallChange();
-  const double whole = std::trunc(wheelRest_);
-  wheelRest_ -= whole;
-  const double value = std::clamp(bar.Value() + whole, 0.0, static_cast<double>(bar.Max()));
-  bar.SetValue(static_cast<int>(value));
-}
-
 void GridView::VScroll1_Change() {
   FollowPointer();
   elements_.pic1.Refresh();
@@ -139,13 +128,9 @@ void GridView::Apply(const PointerMove& move) {
   Show(move.selection);
 }
 
-/// Scrolls by no more than it takes; of a stretch higher than the view the top is seen.
-void GridView::ScrollIntoView(Twips top, Twips bottom) {
-  const double pixel = grid_.Geometry().pixel.height;
-  const Twips view = elements_.pic1.Bounds().Height();
-  ScrollBar& bar = elements_.VScroll1;
-  if (bottom > Offset() + view) bar.SetValue(static_cast<int>(std::ceil((bottom - view) / pixel)));
-  if (top < Offset()) bar.SetValue(static_cast<int>(top / pixel));
+void GridView::ShowRows(Twips top, Twips bottom) {
+  ScrollIntoView(elements_.VScroll1, top, bottom, elements_.pic1.Bounds().Height(),
+                 grid_.Geometry().pixel.height);
 }
 
 void GridView::RefreshPart(const Rect& inGrid) {
@@ -338,10 +323,10 @@ void GridView::ShowCursor() {
   if (!cell) return;
   const GridGeometry& geometry = grid_.Geometry();
   const Twips top = geometry.RowTop(grid_.Layout(), cell->row);
-  ScrollIntoView(top, geometry.RowBottom(grid_.Layout(), cell->row));
+  ShowRows(top, geometry.RowBottom(grid_.Layout(), cell->row));
   if (const auto chosen = cursor_.ChosenEvent()) {
     const int band = grid_.Events()[*chosen].Band;
-    ScrollIntoView(top + geometry.BandEdge(band - 1), top + geometry.BandEdge(band));
+    ShowRows(top + geometry.BandEdge(band - 1), top + geometry.BandEdge(band));
   }
   RefreshPart(DayCursorRect(*cell, grid_));
   WordCursor();

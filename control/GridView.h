@@ -12,6 +12,7 @@
 #include "platform/Platform.h"
 #include "support/values/Font.h"
 #include "view/GridPointer.h"
+#include "view/Scrolling.h"
 #include "view/YearGrid.h"
 #include "view/span/Locale.h"
 
@@ -67,9 +68,8 @@ class GridView {
   /// How far the grid is scrolled.
   Twips Offset() const;
   Point InGrid(Point at) const { return {at.x, at.y + Offset()}; }
-  void Scroll(double notches);
   void SetScrollRange();
-  void ScrollIntoView(Twips top, Twips bottom);
+  void ShowRows(Twips top, Twips bottom);
   void RefreshPart(const Rect& inGrid);
   void FollowPointer();
   void Apply(const PointerMove& move);
@@ -100,8 +100,8 @@ class GridView {
   bool pressed_ = false;
   /// lblDate tells of the cursor and not of the pointer.
   bool labelIsCursors_ = false;
-  /// Part of a scrolling step that is still to come, in steps of VScroll1.
-  double wheelRest_ = 0;
+  /// A notch of the wheel moves by three bands.
+  WheelSteps wheel_{3};
   /// Kept for its memory: a move must not need any.
   std::string label_;
 };

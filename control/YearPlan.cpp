@@ -136,6 +136,14 @@ void YearPlan::WriteProperties(PropertyBag& bag) const {
   bag.WriteProperty(property_keys::FirstMonth, frame.FirstMonth, DefaultFirstMonth);
 }
 
+void YearPlan::CatDelete(std::string_view name) {
+  frame_->CatDelete(name);
+}
+
+void YearPlan::CatColour(std::string_view name) {
+  frame_->CatColour(name);
+}
+
 std::vector<std::string> YearPlan::GetStringList() {
   return frame_->CategoryNames();
 }

@@ -58,6 +58,10 @@ class YearPlan {
   void ReadProperties(PropertyBag& bag);
   void WriteProperties(PropertyBag& bag) const;
 
+  /// Deletes a category, or has the user pick another colour for it; of an empty name the one that
+  /// is selected in the legend. Nothing happens for a name that is unknown.
+  void CatDelete(std::string_view name);
+  void CatColour(std::string_view name);
   /// Names of all categories of all titles in the calendar; a name used by several titles appears
   /// once for each.
   std::vector<std::string> GetStringList();

@@ -25,7 +25,7 @@ std::optional<Date> DateOf(std::string_view text) {
   if (parts.size() != 3) return std::nullopt;
   const auto day = DigitsOf(parts[0], 1, 2);
   const auto month = DigitsOf(parts[1], 1, 2);
-  const auto year = DigitsOf(parts[2], 4, 4);
+  const auto year = DigitsOf(parts[2], 3, 4);
   if (!day || !month || !year) return std::nullopt;
   const DateFields fields{*year, *month, *day};
   const Date date = Date::FromFields(fields);

@@ -10,7 +10,7 @@
 namespace velkor {
 
 /// OK can be pressed while the dates are dates, or while only categories are asked for. A date is
-/// day/month/year, the first two of one or two digits and the year of four, 0100 to 9999.
+/// day/month/year, the first two of one or two digits, the year 100 to 9999.
 class dlgSaveType : public Form {
  public:
   dlgSaveType();

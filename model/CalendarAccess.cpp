@@ -70,19 +70,25 @@ CalEvent EventOf(OutlookItem& appointment, std::string entryId, const EventField
 }
 
 /// Appends the occurrences of an appointment that the view shows; those before an Error stay.
-void Gather(const Sought& sought, OutlookFolder& folder, EventView& view, LocaleApi& locale,
+/// @return whether one was left out, since the filter or its lack of a category hides it
+bool Gather(const Sought& sought, OutlookFolder& folder, EventView& view, LocaleApi& locale,
             std::vector<CalEvent>& events) {
   const EventFields fields = view.Fields();
   const auto items = ItemsOf(sought, folder, fields.span, locale);
+  bool leftOut = false;
   for (auto item = items->GetFirst(); item; item = items->GetNext()) {
     const auto appointment = AppointmentOf(std::move(item));
     if (!appointment) continue;
     std::string entryId = appointment->EntryID();
     if (entryId != sought.entryId) continue;
     CalEvent event = EventOf(*appointment, std::move(entryId), fields);
-    if (event.CatIndex == -1 || view.Filter().IsFilteredOut(event.Categories)) continue;
-    events.push_back(std::move(event));
+    if (event.CatIndex == -1 || view.Filter().IsFilteredOut(event.Categories)) {
+      leftOut = true;
+    } else {
+      events.push_back(std::move(event));
+    }
   }
+  return leftOut;
 }
 
 }  // namespace
@@ -196,13 +202,14 @@ void CalendarAccess::ItemRemove() {
 void CalendarAccess::TakeItem(OutlookItem& item, bool replace) {
   std::optional<Sought> sought;
   std::vector<CalEvent> events;
+  bool leftOut = false;
   const DisplaySpan span = view_.Fields().span;
   const auto failure = Guard(platform_.messages, AddingFailed, [&] {
     // A meeting item has a message class of its own, so it comes in only where the property names
     // that class; otherwise its appointment raises events itself.
     if (item.MessageClass() != appointmentForm_) return;
     sought = SoughtBy(item);
-    if (sought) Gather(*sought, *folder_, view_, platform_.locale, events);
+    if (sought) leftOut = Gather(*sought, *folder_, view_, platform_.locale, events);
   });
   if (!sought) return;
   // The message let another year in: there these events have no place.
@@ -222,6 +229,8 @@ void CalendarAccess::TakeItem(OutlookItem& item, bool replace) {
     planner_.StartRefresh(true);
   } else {
     view_.RewriteCache();
+    // The cache file lacks what is hidden until a refresh brings it.
+    if (leftOut) planner_.StartRefresh(true);
   }
 }
 

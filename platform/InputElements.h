@@ -105,7 +105,11 @@ class CheckListBox : public Element {
 
   const std::vector<Item>& Items() const { return items_; }
   /// Replaces all entries.
-  void SetItems(std::vector<Item> items) { Set(items_, items); }
+  void SetItems(std::vector<Item> items) {
+    if (items_ == items) return;
+    items_ = std::move(items);
+    Notify();
+  }
   /// What the user does to an entry, counted from 0: it gets the other state, then onItemCheck
   /// hears of it. Nothing happens where there is no such entry or the list is disabled.
   void ToggleItem(std::size_t index) {

@@ -43,7 +43,11 @@ void YearGrid::SetSpan(const DisplaySpan& span) {
 
 void YearGrid::SetCategories(CategoryTable categories) {
   categories_ = std::move(categories);
-  SetEvents({});
+  for (CalEvent& event : events_) {
+    event.CatIndex = categories_.CatIndexOf(event.Categories, filter_.FilterSeparator(),
+                                            options_.HideNonCategoryItems);
+  }
+  LayOut();
 }
 
 void YearGrid::LayOut() {

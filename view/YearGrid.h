@@ -37,9 +37,10 @@ class YearGrid {
   /// Each lays the year out anew; the events' derived fields stay until they are loaded again.
   void SetFilter(CategoryFilter filter);
   void SetOptions(GridOptions options);
-  /// Each also leaves the grid without events: what they were derived by is gone.
-  void SetSpan(const DisplaySpan& span);
+  /// Each event finds its category anew.
   void SetCategories(CategoryTable categories);
+  /// Also leaves the grid without events: what they were derived by is gone.
+  void SetSpan(const DisplaySpan& span);
 
   /// What a loader derives the events' fields by; valid as long as this grid.
   EventFields Fields() const;

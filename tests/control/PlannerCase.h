@@ -46,7 +46,7 @@ class PlannerCase : public testing::Test {
     plan_.ReadProperties(bag_);
     plan_.Elements().tmrStart.Tick();
   }
-  static std::string CacheFileOf(int year) { return "/temp/Ann " + std::to_string(year) + ".vkr"; }
+  static std::string CacheFileOf(int year) { return "/temp/Ann" + std::to_string(year) + "0.tmp"; }
   std::string Records(const std::vector<CalEvent>& events) {
     std::string bytes;
     for (const CalEvent& event : events) {

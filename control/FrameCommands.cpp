@@ -1,0 +1,147 @@
+// control/FrameCommands.cpp: what the toolbar, the menus and the public methods do.
+#include <utility>
+
+#include "categories/ColourList.h"
+#include "categories/MasterList.h"
+#include "categories/dlgFilter.h"
+#include "control/Frame.h"
+#include "control/frmAbout.h"
+#include "exchange/CategoryImport.h"
+#include "exchange/XmlExport.h"
+#include "model/Guard.h"
+#include "platform/Forms.h"
+#include "platform/System.h"
+
+namespace velkor {
+namespace {
+
+/// The wait pointer for as long as it lives.
+class WaitPointer {
+ public:
+  explicit WaitPointer(Shell& shell) : shell_(shell) { shell_.SetWaitPointer(true); }
+  ~WaitPointer() { shell_.SetWaitPointer(false); }
+  WaitPointer(const WaitPointer&) = delete;
+  WaitPointer& operator=(const WaitPointer&) = delete;
+
+ private:
+  Shell& shell_;
+};
+
+}  // namespace
+
+void YearPlan::Frame::Command1_Click() {
+  if (!live_) return;
+  Guard(platform_.messages, "Error refreshing the year ", [&] {
+    ReloadEvents();
+    StartRefresh(true);
+  });
+}
+
+void YearPlan::Frame::Toolbar1_ButtonClick(std::string_view key) {
+  if (key == toolbar_keys::Back) ChangeYear(-1);
+  if (key == toolbar_keys::Next) ChangeYear(1);
+  if (key == toolbar_keys::Filter) Filter_Click();
+  if (key == toolbar_keys::Open) ImportCategories(platform_);
+  if (key == toolbar_keys::Save) XmlExport(*this, platform_).Run();
+}
+
+void YearPlan::Frame::Filter_Click() {
+  Guard(platform_.messages, "Error setting the filter ", [&] {
+    dlgFilter form(
+        grid_.Filter(), TitleName,
+        [this] {
+          return MasterCategories(platform_.outlook, platform_.registry, platform_.messages);
+        },
+        platform_.settings, platform_.messages);
+    {
+      const WaitPointer wait(platform_.shell);
+      form.VelkorLegends = CategoryNames();
+      form.Load();
+    }
+    platform_.forms.ShowModal(form);
+    if (!form.OKPressed()) return;
+    const WaitPointer wait(platform_.shell);
+    CategoryFilter filter = grid_.Filter();
+    filter.SetCategoryFilter(form.FilterText());
+    filter.SetFilterMode(form.MatchAll());
+    ApplyFilter(std::move(filter));
+  });
+}
+
+void YearPlan::Frame::ApplyFilter(CategoryFilter filter) {
+  const bool active = !filter.GetCategoryFilter().empty();
+  elements.Toolbar1.SetButtonToolTip(toolbar_keys::Filter, filter.ToolTip());
+  elements.Toolbar1.SetButtonImage(toolbar_keys::Filter,
+                                   active ? toolbar_images::ActiveFilter : toolbar_images::Filter);
+  grid_.SetFilter(std::move(filter));
+  Redraw(false);
+}
+
+std::vector<std::string> YearPlan::Frame::CategoryNames() {
+  if (!live_) return {};
+  return CategoryNamesOf(colours_.CollectAllLists());
+}
+
+void YearPlan::Frame::CatDelete(std::string_view name) {
+  if (live_) categoryCommands_.CatDelete(name);
+}
+
+void YearPlan::Frame::CatColour(std::string_view name) {
+  if (live_) categoryCommands_.CatColour(name);
+}
+
+bool YearPlan::Frame::AreCategoriesKnown() {
+  if (knownTitle_ != TitleName) {
+    LoadCategories();
+    Redraw(false);
+  }
+  return knownTitle_ == TitleName;
+}
+
+void YearPlan::Frame::ChangeCategories(std::vector<Category> categories) {
+  grid_.SetCategories(CategoryTable(std::move(categories)));
+  legend_.CategoriesChanged();
+  Redraw(false);
+}
+
+EventCollection YearPlan::Frame::EventsOf(int viewYear) {
+  const DisplaySpan span{viewYear, grid_.Span().FirstMonth};
+  EventCollection events;
+  if (!IsValidSpan(span)) return events;
+  if (grid_.Options() != options) grid_.SetOptions(options);
+  EventFields fields = grid_.Fields();
+  fields.span = span;
+  fields.columns = MonthColumns(span);
+  // A reader of its own: a load of the displayed year may come in between.
+  CacheFile(platform_.files, platform_.locale, *this)
+      .Load(CachePathsOf(viewYear).cacheFile, fields, events);
+  return events;
+}
+
+void YearPlan::Frame::BeginReadingYears() {
+  timerRan_ = elements.tmrBackground.Enabled();
+  elements.tmrBackground.SetEnabled(false);
+}
+
+void YearPlan::Frame::EndReadingYears() {
+  if (timerRan_) elements.tmrBackground.SetEnabled(true);
+  ReloadEvents();
+}
+
+void YearPlan::Frame::mnuNew_Click() {
+  if (const auto days = gridView_.DaysForNew()) commands_.New(days->start, days->end);
+}
+
+void YearPlan::Frame::mnuAbout_Click() {
+  frmAbout form(platform_.shell);
+  platform_.forms.ShowModal(form);
+}
+
+void YearPlan::Frame::mnuSelection_Click(int index) {
+  for (MenuItem* mode : elements.mnuSelectionMode.entries) {
+    mode->SetChecked(mode->Index() == index);
+  }
+  gridView_.SetSelectionMode(index);
+}
+
+}  // namespace velkor

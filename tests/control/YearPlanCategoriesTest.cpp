@@ -1,0 +1,197 @@
+// tests/control/YearPlanCategoriesTest.cpp: categories, filter and export as the control's user
+// meets them.
+#include "categories/dlgFilter.h"
+#include "exchange/dlgSaveType.h"
+#include "model/ColourRecord.h"
+#include "platform/Forms.h"
+#include "tests/control/PlannerCase.h"
+#include "view/LegendPainter.h"
+
+namespace velkor {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class YearPlanCategoriesTest : public PlannerCase {
+ protected:
+  /// A colour record of the title with these lines.
+  void AddRecord(const std::string& title, const std::string& lines) {
+    CalendarItem record =
+        Item("record of " + title, colour_record::HiddenInstant(), colour_record::HiddenInstant());
+    record.fields.subject = colour_record::SubjectOf(title);
+    record.fields.body = Listed(lines);
+    calendar_.Add(std::move(record));
+  }
+  std::string BodyOf(const std::string& title) {
+    for (const auto& item : calendar_.AllItems()) {
+      if (item->fields.subject == colour_record::SubjectOf(title)) return item->fields.body;
+    }
+    return {};
+  }
+  static std::string Listed(const std::string& lines) {
+    return "--DO NOT EDIT LIST MANUALLY--" + lines;
+  }
+  CalEvent Event(const std::string& id, const std::string& categories) {
+    CalEvent event = SampleEvent(id, At(2005, 3, 3), At(2005, 3, 5));
+    event.Categories = categories;
+    return event;
+  }
+  /// Category indices of the events in their order.
+  std::vector<int> Indices() {
+    std::vector<int> indices;
+    for (const CalEvent& event : plan_.Grid().Events()) indices.push_back(event.CatIndex);
+    return indices;
+  }
+  /// Presses the legend's row of a category.
+  void SelectRow(int index) {
+    LegendElements& legend = plan_.Elements().legend;
+    legend.picCats.onMouseDown(MouseButton::Left, {300, LegendRowRect(index, 600).bottom - 90});
+  }
+};
+
+TEST_F(YearPlanCategoriesTest, EveryCommandGivesTheEventsTheirCategoriesAnew) {
+  AddRecord("Default", "\r\nWork|255\r\nOther|1");
+  Start();
+  Refreshed({Event("a", "Work"), Event("b", "Trips"), Event("c", "Work, Trips")});
+  ASSERT_THAT(Indices(), ElementsAre(1, 2, 1));
+  LegendElements& legend = plan_.Elements().legend;
+
+  seams_.inputs.lines = {"Trips"};
+  legend.mnuCatNew.Click();
+  EXPECT_THAT(Indices(), ElementsAre(1, 2, 1));
+  EXPECT_EQ(BodyOf("Default"), Listed("\r\nWork|255\r\nTrips|16711680\r\nOther|1"));
+
+  SelectRow(1);
+  legend.mnuCatRename.Click();
+  ASSERT_TRUE(legend.txtEdit.Visible());
+  legend.txtEdit.SetText("Office");
+  EXPECT_FALSE(legend.txtEdit.onKeyPress(key_codes::Enter));
+  EXPECT_FALSE(legend.txtEdit.Visible());
+  EXPECT_THAT(Indices(), ElementsAre(3, 2, 2));
+
+  plan_.CatDelete("no such");
+  plan_.CatDelete("Trips");
+  EXPECT_THAT(Indices(), ElementsAre(2, 2, 2));
+  seams_.dialogs.colours = {Colour{77}};
+  plan_.CatColour("Other");
+  EXPECT_EQ(BodyOf("Default"), Listed("\r\nOffice|255\r\nOther|77"));
+  EXPECT_EQ(plan_.Grid().Layout().bars.size(), 3u);
+}
+
+TEST_F(YearPlanCategoriesTest, ARefreshLeavesTheNameBeingEditedAlone) {
+  Start();
+  SelectRow(1);
+  LegendElements& legend = plan_.Elements().legend;
+  legend.mnuCatRename.Click();
+  legend.txtEdit.SetText("Half a na");
+  Refreshed({Event("a", "Work")});
+  EXPECT_TRUE(legend.txtEdit.Visible());
+  EXPECT_EQ(legend.txtEdit.Text(), "Half a na");
+}
+
+TEST_F(YearPlanCategoriesTest, AListThatCouldNotBeReadIsNeverWrittenOver) {
+  AddRecord("Default", "\r\nWork|255\r\nbroken\r\nOther|1");
+  messages_.Expect("Error fetching category colours 13 ");
+  Start();
+  messages_.Expect("Error fetching category colours 13 ");
+  plan_.CatDelete("Work");
+  EXPECT_EQ(BodyOf("Default"), Listed("\r\nWork|255\r\nbroken\r\nOther|1"));
+  const auto record = embedded_.GetNamespace("MAPI")->GetItemFromID("record of Default", "store");
+  record->SetBody(Listed("\r\nWork|255\r\nOther|1"));
+  record->Save();
+  plan_.CatDelete("Work");
+  EXPECT_EQ(BodyOf("Default"), Listed("\r\nOther|1"));
+}
+
+TEST_F(YearPlanCategoriesTest, AnotherTitleChangesItsOwnList) {
+  AddRecord("Default", "\r\nWork|255\r\nOther|1");
+  AddRecord("Rooms", "\r\nHall|3\r\nKitchen|4\r\nOther|1");
+  Start();
+  plan_.SetTitleName("Rooms");
+  plan_.CatDelete("Kitchen");
+  EXPECT_EQ(BodyOf("Default"), Listed("\r\nWork|255\r\nOther|1"));
+  EXPECT_EQ(BodyOf("Rooms"), Listed("\r\nHall|3\r\nOther|1"));
+  EXPECT_THAT(plan_.GetStringList(), ElementsAre("Work", "Other", "Hall", "Other"));
+}
+
+TEST_F(YearPlanCategoriesTest, TheFilterOfATitleIsThereAtTheNextStart) {
+  AddRecord("Default", "\r\nWork|255\r\nTrips|2\r\nOther|1");
+  Start();
+  Refreshed({Event("a", "Work"), Event("b", "Trips"), Event("c", "")});
+  Toolbar& toolbar = plan_.Elements().Toolbar1;
+  EXPECT_EQ(toolbar.Button("Filter")->toolTip, "Click to define a filter");
+  EXPECT_EQ(toolbar.Button("Filter")->image, 4);
+  seams_.forms.Expect("dlgFilter", [](Form& form) {
+    auto& filter = dynamic_cast<dlgFilter&>(form);
+    for (std::size_t i = 0; i < filter.lbCategories.Items().size(); ++i) {
+      if (filter.lbCategories.Items()[i].text != "Other") filter.lbCategories.ToggleItem(i);
+    }
+    filter.OKButton.Click();
+  });
+  toolbar.ClickButton("Filter");
+  EXPECT_EQ(seams_.shell.waitPointers, 0);
+  EXPECT_EQ(toolbar.Button("Filter")->toolTip, "Active Filter: Trips OR Work");
+  EXPECT_EQ(toolbar.Button("Filter")->image, 5);
+  EXPECT_EQ(plan_.Grid().Layout().bars.size(), 2u);
+
+  YearPlan again(On(outlook_), host_);
+  again.Resize({15000, 9000}, {});
+  again.ReadProperties(bag_);
+  again.Elements().tmrStart.Tick();
+  EXPECT_EQ(again.Elements().Toolbar1.Button("Filter")->toolTip, "Active Filter: Trips OR Work");
+  EXPECT_EQ(again.Grid().Layout().bars.size(), 2u);
+}
+
+TEST_F(YearPlanCategoriesTest, AnExportReadsItsYearsAndLeavesTheDisplayedOne) {
+  AddRecord("Default", "\r\nWork|255\r\nOther|1");
+  CalendarItem item = Item("a", At(2004, 3, 3), At(2004, 3, 5));
+  item.fields.body = "what was said";
+  calendar_.Add(std::move(item));
+  Start();
+  CalEvent shown = SampleEvent("a", At(2004, 3, 3), At(2004, 3, 5));
+  seams_.files.contents[CacheFileOf(2004)] = Records({shown});
+  Refreshed({Event("gone", "Work")});
+  Timer& timer = plan_.Elements().tmrBackground;
+  const auto choose = [](const std::string& from, const std::string& to) {
+    return [=](Form& form) {
+      auto& types = dynamic_cast<dlgSaveType&>(form);
+      EXPECT_EQ(types.tbFrom.Text(), "1/1/2005");
+      types.tbFrom.SetText(from);
+      types.tbTo.SetText(to);
+      types.OKButton.Click();
+    };
+  };
+  seams_.forms.Expect("dlgSaveType", choose("1/6/2004", "2/6/2004"));
+  seams_.dialogs.fileNames = {"/out/year.xml"};
+  seams_.progress.onStep = [&](const ScriptedProgress::Step&) {
+    EXPECT_FALSE(timer.Enabled());
+    return true;
+  };
+  messages_.Expect("Velkor Data saved");
+  plan_.Elements().Toolbar1.ClickButton("Save");
+  EXPECT_THAT(seams_.files.contents["/out/year.xml"], HasSubstr("what was said"));
+  EXPECT_TRUE(timer.Enabled());
+  EXPECT_EQ(plan_.DisplayedYear(), 2005);
+  EXPECT_EQ(plan_.Grid().Events().Count(), 1u);
+
+  seams_.forms.Expect("dlgSaveType", choose("1/1/2005", "31/12/2005"));
+  seams_.dialogs.fileNames = {"/out/second.xml"};
+  messages_.Expect("Error whilst performing Export: ");
+  plan_.Elements().Toolbar1.ClickButton("Save");
+  EXPECT_FALSE(seams_.files.contents.contains("/out/second.xml"));
+  EXPECT_TRUE(timer.Enabled());
+}
+
+TEST_F(YearPlanCategoriesTest, TheImportNamesTheFileAndChangesNothing) {
+  Start();
+  const CategoryTable before = plan_.Grid().Categories();
+  plan_.Elements().Toolbar1.ClickButton("Open");
+  seams_.dialogs.fileNames = {"C:\\data\\cats.txt"};
+  messages_.Expect("To Do: C:\\data\\cats.txt");
+  plan_.Elements().Toolbar1.ClickButton("Open");
+  EXPECT_EQ(plan_.Grid().Categories().All(), before.All());
+}
+
+}  // namespace
+}  // namespace velkor
