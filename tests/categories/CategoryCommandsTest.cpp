@@ -117,7 +117,7 @@ TEST_F(CategoryCommandsTest, ATableReplacedWhileADialogIsOpenIsNotChangedForAnot
     List({"A", "B"});
     commands_.Select(1);
     seams_.dialogs.whileOpen = [&] { List(others); };
-    seams_.dialogs.colours = {Colour{77}};
+    seams_.dialogs.colours = {Colour{2}};
     commands_.CatColour();
     EXPECT_EQ(commands_.Selected(), 0);
     // Read again before the change: those on show were not the calendar's.
