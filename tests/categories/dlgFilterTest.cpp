@@ -137,11 +137,11 @@ TEST_F(dlgFilterTest, TickingWritesTheTextAndTypingChecksTheList) {
 // Two blanks: pieces and separators run into each other, and the text decides.
 TEST_F(dlgFilterTest, ListAndTextAgreeWhateverTheSeparatorDoesToTheNames) {
   const Names legends{"a", "a ", " b", "b", " ", "b "};
-  dlgFilter& dialog = Dialog("", legends, " ");
+  Dialog("", legends, " ");
   for (int i = 0; i < 200; ++i) {
-    dialog.lbCategories.ToggleItem(static_cast<std::size_t>(i * 7 % 11) % legends.size());
+    dialog_->lbCategories.ToggleItem(static_cast<std::size_t>(i * 7 % 11) % legends.size());
     const Names checked = Checked();
-    const std::string text = dialog.FilterText();
+    const std::string text = dialog_->FilterText();
     Dialog(text, legends, " ");
     ASSERT_EQ(Checked(), checked) << "[" << text << "]";
   }
