@@ -59,8 +59,8 @@ dlgSaveType::dlgSaveType() : Form("dlgSaveType", "Export") {
   AddRow({{{&Label1, 1}}});
   AddRow({{{&rbCatsOnly, 1}}});
   AddRow({{{&rbCatsAndAppts, 1}}});
-  AddRow({{{&Label2, 1}, {&tbFrom, 2}}});
-  AddRow({{{&Label3, 1}, {&tbTo, 2}}});
+  AddRow({{{&Label2, 0}, {&tbFrom, 0}}});
+  AddRow({{{&Label3, 0}, {&tbTo, 0}}});
   AddRow({{{&Label4, 1}}});
   AddRow({{{&OKButton, 1}, {&CancelButton, 1}}, FormRowKind::Buttons});
 }

@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QRadioButton>
 #include <QRegularExpressionValidator>
 #include <QScrollBar>
@@ -41,7 +42,7 @@ class TextBoxPeer : public QtPeer<QLineEdit, TextBox> {
   TextBoxPeer(TextBox& box, QWidget* parent, Placement placement)
       : QtPeer(box, parent, placement), placement_(placement) {
     setMaxLength(std::numeric_limits<int>::max());
-    // In a control it may be as low as a line of text.
+    // In a control it may be as low as a line of text; a thin line is all the frame it has then.
     setFrame(placement == Placement::Layout);
     connect(this, &QLineEdit::textChanged, this,
             [this](const QString& typed) { Mirrored().SetText(typed.toStdString()); });
@@ -71,6 +72,13 @@ class TextBoxPeer : public QtPeer<QLineEdit, TextBox> {
     Take(*event);
     // What holds the box in a control has keys of its own.
     if (placement_ == Placement::Bounds) event->accept();
+  }
+  void paintEvent(QPaintEvent* event) override {
+    QLineEdit::paintEvent(event);
+    if (hasFrame()) return;
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::Highlight));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
   }
   /// Has the key do its work.
   virtual void Take(QKeyEvent& event) { QLineEdit::keyPressEvent(&event); }
