@@ -20,22 +20,10 @@ namespace {
 
 constexpr std::size_t MostMessages = 20;
 
-void Report(const std::vector<Diagnostic>& diagnostics, std::ostream& messages) {
-  const std::size_t shown = std::min(diagnostics.size(), MostMessages);
-  for (std::size_t i = 0; i < shown; ++i) messages << ToText(diagnostics[i]) << '\n';
-  if (shown < diagnostics.size()) {
-    messages << "... and " << diagnostics.size() - shown << " more\n";
-  }
-}
-
 }  // namespace
 
 CalendarReader::CalendarReader(const CommandLine& line, std::ostream& messages)
-    : line_(line),
-      messages_(messages),
-      seams_(line.calendar, messages),
-      outlook_(store_, seams_.locale,
-               {.userName = LoginName(), .listSeparator = seams_.listSeparator}) {}
+    : line_(line), messages_(messages), seams_(line.calendar, messages) {}
 
 CategoryFilter CalendarReader::Filter() const {
   CategoryFilter filter(CategorySeparator(seams_.listSeparator));
@@ -45,22 +33,43 @@ CategoryFilter CalendarReader::Filter() const {
 }
 
 void CalendarReader::Open(const DisplaySpan& first, const DisplaySpan& last) {
-  Report(OpenIcsCalendar(store_, line_.calendar, {WindowOf(first).from, WindowOf(last).to}),
-         messages_);
-  session_ = outlook_.GetNamespace("MAPI");
+  folder_.reset();
+  session_.reset();
+  outlook_.reset();
+  store_ = std::make_unique<CalendarStore>("yearplan");
+  Report(OpenIcsCalendar(*store_, line_.calendar, {WindowOf(first).from, WindowOf(last).to}));
+  outlook_ = std::make_unique<EmbeddedOutlook>(
+      *store_, seams_.locale,
+      EmbeddedOutlookOptions{.userName = LoginName(), .listSeparator = seams_.listSeparator});
+  session_ = outlook_->GetNamespace("MAPI");
   folder_ = session_->GetDefaultFolder(outlook::FolderCalendar);
-  ReadCategories();
+  if (!table_) ReadCategories();
+}
+
+void CalendarReader::Report(const std::vector<Diagnostic>& diagnostics) {
+  std::size_t more = 0;
+  for (const Diagnostic& diagnostic : diagnostics) {
+    std::string text = ToText(diagnostic);
+    if (reported_.contains(text)) continue;
+    if (reported_.size() < MostMessages) {
+      messages_ << text << '\n';
+    } else {
+      ++more;
+    }
+    reported_.insert(std::move(text));
+  }
+  if (more > 0) messages_ << "... and " << more << " more\n";
 }
 
 CachePaths CalendarReader::PathsOf(int viewYear) {
-  return MakeCachePaths(CacheFileName(outlook_.CurrentUserName(), viewYear, {}, seams_.locale),
+  return MakeCachePaths(CacheFileName(outlook_->CurrentUserName(), viewYear, {}, seams_.locale),
                         seams_.environment, seams_.files);
 }
 
 std::size_t CalendarReader::Refresh(const DisplaySpan& span) {
   const RefreshRequest request{span, PathsOf(span.ViewYear), folder_->EntryID(),
                                folder_->StoreID()};
-  const RefreshAnswer answer = RefreshPatiently(request, outlook_, seams_.files, seams_.locale);
+  const RefreshAnswer answer = RefreshPatiently(request, *outlook_, seams_.files, seams_.locale);
   std::string text = MessageOf(answer.result, answer.error, request.paths);
   if (text.empty()) return answer.count;
   if (!answer.description.empty()) text += ": " + answer.description;

@@ -4,10 +4,14 @@
 #include <cstddef>
 #include <iosfwd>
 #include <memory>
+#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "calendar/CalendarStore.h"
+#include "calendar/Diagnostics.h"
 #include "calendar/EmbeddedOutlook.h"
 #include "hosts/yearplan/CommandLine.h"
 #include "hosts/yearplan/TerminalSeams.h"
@@ -19,8 +23,8 @@
 
 namespace velkor {
 
-/// The calendar file is read once and never written; what it gets wrong is reported on `messages`.
-/// Members throw Error.
+/// The calendar file is never written; what it gets wrong is reported on `messages`, once however
+/// often it is read. Members throw Error.
 class CalendarReader {
  public:
   /// Both outlive this.
@@ -29,16 +33,16 @@ class CalendarReader {
   CalendarReader& operator=(const CalendarReader&) = delete;
 
   TerminalSeams& Seams() { return seams_; }
-  OutlookApplication& Outlook() { return outlook_; }
+  OutlookApplication& Outlook() { return *outlook_; }
 
   /// The filter of the command line.
   CategoryFilter Filter() const;
 
-  /// Reads the file with the occurrences of all days from one span to another. Those below this
-  /// work on what was read.
+  /// Reads the file with the occurrences of all days from one span to another, instead of what was
+  /// read before; items of that are gone. Those below this work on what was read.
   void Open(const DisplaySpan& first, const DisplaySpan& last);
   /// The colours of the planner's title, or first ones where the calendar holds none.
-  const CategoryTable& Categories() const { return table_; }
+  const CategoryTable& Categories() const { return *table_; }
   /// The cache files of the calendar's user.
   CachePaths PathsOf(int viewYear);
   /// Brings a span's cache file up to date.
@@ -51,16 +55,18 @@ class CalendarReader {
   EventCollection Load(const std::string& cacheFile, const EventFields& fields);
 
  private:
+  void Report(const std::vector<Diagnostic>& diagnostics);
   void ReadCategories();
 
   const CommandLine& line_;
   std::ostream& messages_;
   TerminalSeams seams_;
-  CalendarStore store_{"yearplan"};
-  EmbeddedOutlook outlook_;
+  std::set<std::string> reported_;
+  std::unique_ptr<CalendarStore> store_;
+  std::unique_ptr<EmbeddedOutlook> outlook_;
   std::unique_ptr<OutlookNamespace> session_;
   std::unique_ptr<OutlookFolder> folder_;
-  CategoryTable table_;
+  std::optional<CategoryTable> table_;
 };
 
 }  // namespace velkor

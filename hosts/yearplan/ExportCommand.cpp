@@ -2,6 +2,7 @@
 #include "hosts/yearplan/ExportCommand.h"
 
 #include <QFileInfo>
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <ostream>
@@ -14,6 +15,10 @@
 
 namespace velkor {
 namespace {
+
+/// So many years are taken from one reading of the calendar: a reading has room for so many
+/// occurrences and no more, and each year looks through all of them.
+constexpr int YearsOfReading = 20;
 
 /// "1 appointment", "2 appointments".
 std::string Counted(int count, const std::string& one, const std::string& many) {
@@ -35,17 +40,21 @@ class ExportYears : public YearSource {
   const UncarriedNames& Uncarried() const { return uncarried_; }
   /// Appointments whose items were asked for.
   int Fetched() const { return fetched_; }
+  const DisplaySpan& First() const { return first_; }
   int FirstYear() const { return first_.ViewYear; }
   int LastYear() const { return last_.ViewYear; }
 
-  void Open() { reader_.Open(first_, last_); }
-  /// Brings the cache files of all years up to date.
+  /// Reads the calendar, and brings the cache files of all years up to date.
   void Refresh() {
     const auto progress = reader_.Seams().progress.Begin("Refresh");
     const int years = LastYear() - FirstYear() + 1;
     for (int done = 0; done < years; ++done) {
       const DisplaySpan span{FirstYear() + done, line_.firstMonth};
       progress->Step(done, years, "Year " + std::to_string(span.ViewYear));
+      if (done % YearsOfReading == 0) {
+        reader_.Open(span,
+                     {std::min(span.ViewYear + YearsOfReading - 1, LastYear()), line_.firstMonth});
+      }
       reader_.Refresh(span);
     }
   }
@@ -105,9 +114,12 @@ std::string Summary(const CommandLine& line, const ExportYears& years) {
 void Export(const CommandLine& line, std::ostream& out, std::ostream& messages) {
   CheckTarget(line);
   ExportYears years(line, messages);
-  years.Open();
   CalendarReader& reader = years.Reader();
-  if (!line.categoriesOnly) years.Refresh();
+  if (line.categoriesOnly) {
+    reader.Open(years.First(), years.First());
+  } else {
+    years.Refresh();
+  }
 
   const std::string path =
       QFileInfo(QString::fromStdString(line.output)).absoluteFilePath().toStdString();
