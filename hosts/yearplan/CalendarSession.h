@@ -3,24 +3,13 @@
 
 #include <cstddef>
 #include <iosfwd>
-#include <optional>
 #include <string>
-#include <vector>
 
-#include "hosts/yearplan/CalendarPlace.h"
-#include "hosts/yearplan/CommandLine.h"
-#include "model/CachePaths.h"
-#include "platform/desktop/DesktopFiles.h"
-#include "platform/desktop/DesktopLocale.h"
-#include "platform/desktop/DesktopRegistry.h"
-#include "platform/desktop/TerminalMessageBoxes.h"
+#include "hosts/yearplan/CalendarReader.h"
 #include "view/YearGrid.h"
 #include "view/span/Locale.h"
 
 namespace velkor {
-
-class OutlookApplication;
-class OutlookFolder;
 
 struct PlannedYear {
   YearGrid grid;
@@ -30,16 +19,16 @@ struct PlannedYear {
   Date today;
 };
 
-/// What a command line asks about, on this machine. The calendar file is read and never written;
-/// what it gets wrong is reported on `messages`. Members throw Error when there is no year to show.
+/// The view year of a command line on this machine. Members throw Error when there is no year to
+/// show.
 class CalendarSession {
  public:
-  /// Both outlive this.
+  /// Both outlive this. What the calendar file gets wrong is reported on `messages`.
   CalendarSession(const CommandLine& line, std::ostream& messages);
 
   const DisplaySpan& Span() const { return span_; }
   /// The file given by --cache, else the one that Refresh wrote.
-  const std::string& CacheFileName() const { return paths_.cacheFile; }
+  const std::string& CacheFileName() const { return cacheFile_; }
 
   /// Brings the year's cache file up to date from the calendar.
   /// @return records written
@@ -49,25 +38,14 @@ class CalendarSession {
   PlannedYear Plan();
 
  private:
-  std::size_t RefreshFolder(OutlookFolder& folder, OutlookApplication& outlook);
-  void ReadCategories(OutlookFolder& folder);
-  EventCollection LoadEvents(const EventFields& fields);
   CategoryTable TableOfCache();
-  void ReportUnknownNames(const YearGrid& grid);
 
   const CommandLine& line_;
   std::ostream& messages_;
-  DesktopClock clock_;
-  CalendarEnvironment environment_;
-  DesktopFiles files_;
-  DesktopLocale locale_;
-  DesktopRegistry registry_;
-  TerminalMessageBoxes messageBoxes_;
+  CalendarReader reader_;
   Date today_;
   DisplaySpan span_;
-  std::string listSeparator_;
-  CachePaths paths_;
-  std::optional<CategoryTable> table_;
+  std::string cacheFile_;
 };
 
 }  // namespace velkor

@@ -3,6 +3,7 @@
 
 #include <QCommandLineParser>
 #include <QRegularExpression>
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <string_view>
@@ -15,11 +16,15 @@ namespace velkor {
 namespace {
 
 constexpr int LeastSide = 200;
+constexpr int LeastYear = 100;
+constexpr int MostYear = 9999;
 
-constexpr std::array<std::pair<std::string_view, Command>, 3> Commands{{
+constexpr std::array<std::pair<std::string_view, Command>, 5> Commands{{
     {"render", Command::Render},
     {"refresh", Command::Refresh},
     {"inspect", Command::Inspect},
+    {"export", Command::Export},
+    {"categories", Command::Categories},
 }};
 
 constexpr const char* Description =
@@ -34,8 +39,20 @@ constexpr const char* Description =
     "  yearplan refresh CALENDAR               write the year's cache file and say where\n"
     "  yearplan inspect CALENDAR --json        print the laid-out year as JSON\n"
     "  yearplan inspect --cache FILE --json    the same from a cache file\n"
+    "  yearplan export CALENDAR -o FILE        write categories and appointments to an XML\n"
+    "                                          file, over an earlier one; --from and --to\n"
+    "                                          tell of which years\n"
+    "  yearplan categories CALENDAR [list]     print colour and name of each category\n"
+    "  yearplan categories CALENDAR new NAME   add a category, in blue\n"
+    "  yearplan categories CALENDAR rename OLD NEW\n"
+    "  yearplan categories CALENDAR recolour NAME COLOUR\n"
+    "  yearplan categories CALENDAR delete NAME\n"
+    "                                          COLOUR is given as in '#3366CC', red first;\n"
+    "                                          of two names that are alike the first is\n"
+    "                                          meant; -- goes before a name that begins\n"
+    "                                          with a dash\n"
     "\n"
-    "CALENDAR is an iCalendar file (.ics). Only the window writes to it.\n"
+    "CALENDAR is an iCalendar file (.ics). Only the window and categories write to it.\n"
     "Cache files lie in $XDG_CACHE_HOME/outlookvelkor, else in ~/.cache/outlookvelkor.\n"
     "Exit codes: 0 done, 1 failed, 2 wrong usage.";
 
@@ -45,6 +62,9 @@ constexpr const char* Output = "output";
 constexpr const char* Cache = "cache";
 constexpr const char* Json = "json";
 constexpr const char* PointOption = "point";
+constexpr const char* From = "from";
+constexpr const char* To = "to";
+constexpr const char* CategoriesOnly = "categories-only";
 }  // namespace names
 
 /// What a window is told by its settings instead.
@@ -62,13 +82,21 @@ void AddOptions(QCommandLineParser& parser) {
       {{"y", "year"},
        "The year in which the twelve months begin, 100 to 9999; without it, today's.",
        "year"},
-      {{"o", names::Output}, "render: the picture, ending in .png, .svg or .pdf.", "file"},
+      {{"o", names::Output},
+       "render: the picture, ending in .png, .svg or .pdf. export: the XML file.",
+       "file"},
       {names::Cache, "inspect: read this cache file instead of a calendar.", "file"},
       {names::Json, "inspect: print JSON, the only format."},
       {names::PointOption,
        "inspect: also tell what lies under this point of the grid, in twips; may stand several "
        "times.",
        "x,y"},
+      {names::From,
+       "export: the first year, 100 to 9999; --from or --to alone is that one year, without both "
+       "it is today's.",
+       "year"},
+      {names::To, "export: the last year.", "year"},
+      {names::CategoriesOnly, "export: leave the appointments out."},
       {"first-month", "The month in the first row, 1 to 12 (1).", "month", "1"},
       {"no-all-events", "Leave out what has no whole day, as the control does by default."},
       {"no-subjects", "Draw bars without subjects."},
@@ -129,26 +157,89 @@ Command TakeCommand(QStringList& arguments) {
   return Command::Open;
 }
 
-/// Options that one command alone takes.
+std::vector<std::string> ToWords(const QStringList& texts) {
+  std::vector<std::string> words;
+  for (const QString& text : texts) words.push_back(text.toStdString());
+  return words;
+}
+
+struct OptionUse {
+  const char* option;
+  std::vector<Command> commands;
+};
+
+/// What each option goes with; the others go with all commands.
+const std::vector<OptionUse>& OptionUses() {
+  using enum Command;
+  static const std::vector<OptionUse> uses{
+      {names::Output, {Render, Export}},
+      {names::Cache, {Inspect}},
+      {names::Json, {Inspect}},
+      {names::PointOption, {Inspect}},
+      {names::From, {Export}},
+      {names::To, {Export}},
+      {names::CategoriesOnly, {Export}},
+      {"year", {Open, Render, Refresh, Inspect}},
+      {"no-all-events", {Open, Render, Refresh, Inspect}},
+      {"no-subjects", {Open, Render, Refresh, Inspect}},
+      {"size", {Open, Render, Refresh, Inspect}},
+      {"today", {Open, Render, Refresh, Inspect}},
+      {"first-month", {Open, Render, Refresh, Inspect, Export}},
+      {"filter", {Open, Render, Refresh, Inspect, Export}},
+      {"match-all", {Open, Render, Refresh, Inspect, Export}},
+  };
+  return uses;
+}
+
+/// "the command inspect", "the commands render, export".
+std::string CommandNames(const std::vector<Command>& commands) {
+  std::string all;
+  int count = 0;
+  for (const auto& [name, command] : Commands) {
+    if (std::find(commands.begin(), commands.end(), command) == commands.end()) continue;
+    all += (count++ == 0 ? "" : ", ") + std::string(name);
+  }
+  return (count == 1 ? "the command " : "the commands ") + all;
+}
+
 void CheckOptions(const QCommandLineParser& parser, Command command) {
-  const std::array<std::pair<const char*, Command>, 4> owned{{
-      {names::Output, Command::Render},
-      {names::Cache, Command::Inspect},
-      {names::Json, Command::Inspect},
-      {names::PointOption, Command::Inspect},
-  }};
-  for (const auto& [option, owner] : owned) {
-    if (command != owner && parser.isSet(option)) {
-      throw UsageError(std::string("--") + option + " belongs to the command " +
-                       (owner == Command::Render ? "render" : "inspect"));
+  for (const auto& [option, commands] : OptionUses()) {
+    const bool fits = std::find(commands.begin(), commands.end(), command) != commands.end();
+    if (!fits && parser.isSet(option)) {
+      throw UsageError(std::string("--") + option + " belongs to " + CommandNames(commands));
     }
   }
   if (command == Command::Render && !parser.isSet(names::Output)) {
     throw UsageError("render needs -o and the name of the picture");
   }
+  if (command == Command::Export && parser.value(names::Output).isEmpty()) {
+    throw UsageError("export needs -o and the name of the XML file");
+  }
   if (command == Command::Inspect && !parser.isSet(names::Json)) {
     throw UsageError("inspect needs --json");
   }
+}
+
+void CheckSpan(const std::optional<int>& year, int firstMonth) {
+  if (year && !IsValidSpan({*year, firstMonth})) {
+    throw UsageError("The twelve months would end after the year 9999");
+  }
+}
+
+/// One of the two alone stands for both.
+void ReadExportYears(const QCommandLineParser& parser, CommandLine& line) {
+  const auto year = [&](const char* option, const char* other) -> std::optional<int> {
+    const char* given = parser.isSet(option) ? option : other;
+    if (!parser.isSet(given)) return std::nullopt;
+    return WholeNumber(parser.value(given), given, LeastYear, MostYear);
+  };
+  line.fromYear = year(names::From, names::To);
+  line.toYear = year(names::To, names::From);
+  if (line.fromYear > line.toYear) {
+    throw UsageError("--from " + std::to_string(*line.fromYear) + " lies after --to " +
+                     std::to_string(*line.toYear));
+  }
+  CheckSpan(line.toYear, line.firstMonth);
 }
 
 }  // namespace
@@ -169,8 +260,11 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   line.command = TakeCommand(rest);
   CheckOptions(parser, line.command);
   line.cacheFile = parser.value(names::Cache).toStdString();
-  if (rest.size() > 1)
+  if (line.command == Command::Categories && rest.size() > 1) {
+    line.categoryTask = ParseCategoryTask(ToWords(rest.mid(1)));
+  } else if (rest.size() > 1) {
     throw UsageError("One calendar at a time: what is \"" + rest[1].toStdString() + "\"?");
+  }
   if (!rest.isEmpty() && !line.cacheFile.empty()) {
     throw UsageError("Either a calendar or --cache, not both");
   }
@@ -183,11 +277,12 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
     if (line.pictureOption.empty() && parser.isSet(option)) line.pictureOption = option;
   }
   line.output = parser.value(names::Output).toStdString();
-  if (parser.isSet("year")) line.year = WholeNumber(parser.value("year"), "year", 100, 9999);
+  if (parser.isSet("year"))
+    line.year = WholeNumber(parser.value("year"), "year", LeastYear, MostYear);
   line.firstMonth = WholeNumber(parser.value("first-month"), "first-month", 1, 12);
-  if (line.year && !IsValidSpan({*line.year, line.firstMonth})) {
-    throw UsageError("The twelve months would end after the year 9999");
-  }
+  CheckSpan(line.year, line.firstMonth);
+  ReadExportYears(parser, line);
+  line.categoriesOnly = parser.isSet(names::CategoriesOnly);
   if (parser.isSet("today")) {
     line.today = ParseIso(parser.value("today").toStdString());
     if (!line.today) throw UsageError("--today takes a date as in 2026-07-01");

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "hosts/yearplan/CategoryTask.h"
 #include "support/values/Date.h"
 #include "support/values/Twips.h"
 #include "view/YearGrid.h"
@@ -19,6 +20,8 @@ enum class Command {
   Render,
   Refresh,
   Inspect,
+  Export,
+  Categories,
   Help,
   Version,
 };
@@ -29,11 +32,16 @@ struct CommandLine {
   /// open last.
   std::string calendar;
   std::string cacheFile;
-  /// The picture that `render` draws.
+  /// The picture that `render` draws, the document that `export` writes.
   std::string output;
   /// None: the year that today lies in.
   std::optional<int> year;
   std::optional<Date> today;
+  /// The view years of `export`; none: the year that today lies in.
+  std::optional<int> fromYear;
+  std::optional<int> toYear;
+  bool categoriesOnly = false;
+  CategoryTask categoryTask;
   int firstMonth = 1;
   GridOptions grid;
   std::string titleName;

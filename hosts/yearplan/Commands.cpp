@@ -8,6 +8,8 @@
 
 #include "Version.h"
 #include "hosts/yearplan/CalendarSession.h"
+#include "hosts/yearplan/CategoriesCommand.h"
+#include "hosts/yearplan/ExportCommand.h"
 #include "platform/desktop/PictureFile.h"
 #include "support/values/Error.h"
 #include "tools/LayoutJson.h"
@@ -107,6 +109,10 @@ void RunCommand(const CommandLine& line, std::ostream& out, std::ostream& messag
       return Refresh(line, out, messages);
     case Command::Inspect:
       return Inspect(line, out, messages);
+    case Command::Export:
+      return Export(line, out, messages);
+    case Command::Categories:
+      return Categories(line, out, messages);
     case Command::Help:
       out << HelpText();
       return;

@@ -6,11 +6,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "categories/ColourList.h"
 #include "hosts/CalendarRefresh.h"
 #include "hosts/yearplan/AppointmentInspector.h"
-#include "hosts/yearplan/FirstCategoryTable.h"
-#include "model/ColourRecord.h"
+#include "hosts/yearplan/FirstColours.h"
 #include "model/Status.h"
 #include "platform/Forms.h"
 #include "platform/MessageBoxes.h"
@@ -100,29 +98,8 @@ void PlannerSession::Start() {
   plan_ = std::make_unique<YearPlan>(MakePlatform(), *this);
   StoredProperties bag = Bag();
   plan_->ReadProperties(bag);
-  OfferFirstColours();
-}
-
-/// A calendar without colours gets a record that is written with the first change to it.
-void PlannerSession::OfferFirstColours() {
-  const std::string subject = colour_record::SubjectOf(plan_->TitleName());
-  std::vector<std::string> texts;
-  for (const auto& item : calendar_.Folder().AllItems()) {
-    const std::string& name = item->fields.subject;
-    if (name == subject || name == colour_record::LegacySubject) return;
-    for (const std::string& category : item->fields.categories) {
-      // What a colour list cannot hold is left to the last of its categories.
-      if (category.find('|') == std::string::npos) texts.push_back(AsCached(locale_, category));
-    }
-  }
-  const CategoryTable table = MakeFirstCategoryTable(texts, CategorySeparator(listSeparator_));
-  CalendarItem record;
-  record.entryId = "first colours of " + plan_->TitleName();
-  record.fields.subject = subject;
-  record.fields.body = ColourListText(table.All());
-  record.start = colour_record::HiddenInstant();
-  record.end = record.start;
-  calendar_.Folder().AddUnsaved(std::move(record));
+  OfferFirstColours(calendar_.Folder(), plan_->TitleName(), locale_,
+                    CategorySeparator(listSeparator_));
 }
 
 std::vector<std::string> PlannerSession::Remarks() {

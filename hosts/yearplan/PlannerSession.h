@@ -99,7 +99,6 @@ class PlannerSession : public ControlHost {
   Platform MakePlatform();
   StoredProperties Bag();
   void Start();
-  void OfferFirstColours();
   void Follow();
   void Look();
 

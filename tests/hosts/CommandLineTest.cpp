@@ -78,9 +78,48 @@ TEST(CommandLine, WhatMakesNoSenseIsNamed) {
   EXPECT_THAT(WhatIsWrong({"a.ics", "--bogus"}), HasSubstr("bogus"));
 }
 
+TEST(CommandLine, OneYearOfAnExportStandsForBoth) {
+  const auto years = [](const std::vector<std::string>& options) {
+    std::vector<std::string> arguments{"export", "a.ics", "-o", "a.xml"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    const CommandLine line = ParseCommandLine(arguments);
+    return std::pair(line.fromYear.value_or(0), line.toYear.value_or(0));
+  };
+  EXPECT_EQ(years({}), std::pair(0, 0));
+  EXPECT_EQ(years({"--from", "2024"}), std::pair(2024, 2024));
+  EXPECT_EQ(years({"--to", "2025"}), std::pair(2025, 2025));
+  EXPECT_EQ(years({"--from", "2024", "--to", "2025"}), std::pair(2024, 2025));
+}
+
+TEST(CommandLine, WrongUseOfExportAndCategoriesIsNamed) {
+  const std::pair<std::vector<std::string>, const char*> cases[] = {
+      {{"export", "a.ics"}, "-o"},
+      {{"export", "a.ics", "-o", "x", "--from", "2025", "--to", "2024"}, "2025 lies after"},
+      {{"export", "a.ics", "-o", "x", "--to", "99"}, "--to takes"},
+      {{"export", "a.ics", "-o", "x", "--from", "9999", "--first-month", "2"}, "9999"},
+      {{"export", "a.ics", "-o", "x", "--year", "2025"}, "--year"},
+      {{"render", "a.ics", "-o", "x.png", "--from", "2025"}, "command export"},
+      {{"categories", "a.ics", "--filter", "A"}, "--filter"},
+      {{"categories", "a.ics", "paint", "A"}, "paint"},
+      {{"categories", "a.ics", "rename", "A"}, "rename OLD NEW"},
+      {{"categories", "a.ics", "list", "A"}, "list"},
+      {{"categories", "a.ics", "new", ""}, "needs a name"},
+      {{"categories", "a.ics", "recolour", "A", "#12345"}, "#12345"},
+      {{"categories", "a.ics", "recolour", "A", "#12345G"}, "#12345G"},
+      {{"categories", "a.ics", "recolour", "A", "#-12345"}, "#-12345"},
+  };
+  for (const auto& [arguments, words] : cases) {
+    EXPECT_THAT(WhatIsWrong(arguments), HasSubstr(words));
+  }
+  const CategoryTask task =
+      ParseCommandLine({"categories", "a.ics", "recolour", "A", "#0a80FF"}).categoryTask;
+  EXPECT_EQ(task.colour, Colour::FromRgb(0x0A, 0x80, 0xFF));
+}
+
 TEST(CommandLine, HelpNamesEveryCommandAndExitCode) {
   const std::string help = HelpText();
-  for (const char* word : {"render", "refresh", "inspect", "--first-month", "Exit codes"}) {
+  for (const char* word : {"render", "refresh", "inspect", "export", "categories", "--first-month",
+                           "--from", "Exit codes"}) {
     EXPECT_THAT(help, HasSubstr(word));
   }
   EXPECT_EQ(help.find("Usage: yearplan ["), 0U);

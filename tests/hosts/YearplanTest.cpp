@@ -3,73 +3,18 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <QDir>
-#include <QDirIterator>
 #include <QFile>
 #include <QImage>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <nlohmann/json.hpp>
 
 #include "model/ColourRecord.h"
+#include "tests/hosts/YearplanCase.h"
 #include "tests/platform/desktop/CalendarText.h"
 
 namespace velkor {
 namespace {
 
 using testing::HasSubstr;
-
-struct Outcome {
-  int code = -1;
-  std::string out;
-  std::string messages;
-};
-
-class Yearplan : public testing::Test {
- protected:
-  QString Path(const QString& name) const { return folder_.filePath(name); }
-
-  void Write(const QString& name, const QByteArray& bytes) const {
-    QFile file(Path(name));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-  }
-  QByteArray Bytes(const QString& path) const {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-  }
-
-  void Start(QProcess& process, const QStringList& arguments) const {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("XDG_CACHE_HOME", Path("cache"));
-    environment.insert("XDG_CONFIG_HOME", Path("config"));
-    process.setProcessEnvironment(environment);
-    process.setWorkingDirectory(folder_.path());
-    process.start(YEARPLAN, arguments);
-  }
-  Outcome Run(const QStringList& arguments) const {
-    QProcess process;
-    Start(process, arguments);
-    if (!process.waitForFinished(60'000)) return {};
-    const bool normal = process.exitStatus() == QProcess::NormalExit;
-    return {normal ? process.exitCode() : -1, process.readAllStandardOutput().toStdString(),
-            process.readAllStandardError().toStdString()};
-  }
-
-  /// The one cache file, work files not counted; empty when there is none.
-  QString CacheFile() const {
-    QDirIterator files(Path("cache/outlookvelkor"), {"*.tmp"}, QDir::Files | QDir::Hidden,
-                       QDirIterator::Subdirectories);
-    while (files.hasNext()) {
-      const QString path = files.next();
-      if (!files.fileName().startsWith('~')) return path;
-    }
-    return {};
-  }
-
- private:
-  QTemporaryDir folder_;
-};
 
 TEST_F(Yearplan, DrawsACalendarThatIsOnlyNamed) {
   Write("team.ics", Calendar(30));

@@ -1,0 +1,16 @@
+// hosts/yearplan/ExportCommand.h: `yearplan export`, years of a calendar as an XML file.
+#pragma once
+
+#include <iosfwd>
+
+#include "hosts/yearplan/CommandLine.h"
+
+namespace velkor {
+
+/// Brings the cache file of each year up to date, then exports as the control does. Throws Error
+/// when nothing was saved.
+/// @param out       what was written and where
+/// @param messages  what the calendar file gets wrong, and the progress
+void Export(const CommandLine& line, std::ostream& out, std::ostream& messages);
+
+}  // namespace velkor
