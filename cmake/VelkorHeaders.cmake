@@ -33,7 +33,7 @@ if(units)
   target_compile_options(headers_alone PRIVATE -O0)
   target_link_libraries(headers_alone PRIVATE gmock)
   # Programs that tests start; the value does not matter here.
-  target_compile_definitions(headers_alone PRIVATE VKR_REFRESH="")
+  target_compile_definitions(headers_alone PRIVATE VKR_REFRESH="" YEARPLAN="")
   if(NOT WIN32)
     find_package(Qt6 REQUIRED COMPONENTS Widgets PrintSupport Svg)
     target_link_libraries(headers_alone PRIVATE Qt6::Widgets Qt6::PrintSupport Qt6::Svg)
