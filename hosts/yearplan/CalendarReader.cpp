@@ -23,7 +23,11 @@ constexpr std::size_t MostMessages = 20;
 }  // namespace
 
 CalendarReader::CalendarReader(const CommandLine& line, std::ostream& messages)
-    : line_(line), messages_(messages), seams_(line.calendar, messages) {}
+    : line_(line),
+      messages_(messages),
+      seams_(line.calendar, messages),
+      outlook_(store_, seams_.locale,
+               {.userName = LoginName(), .listSeparator = seams_.listSeparator}) {}
 
 CategoryFilter CalendarReader::Filter() const {
   CategoryFilter filter(CategorySeparator(seams_.listSeparator));
@@ -33,17 +37,17 @@ CategoryFilter CalendarReader::Filter() const {
 }
 
 void CalendarReader::Open(const DisplaySpan& first, const DisplaySpan& last) {
-  folder_.reset();
-  session_.reset();
-  outlook_.reset();
-  store_ = std::make_unique<CalendarStore>("yearplan");
-  Report(OpenIcsCalendar(*store_, line_.calendar, {WindowOf(first).from, WindowOf(last).to}));
-  outlook_ = std::make_unique<EmbeddedOutlook>(
-      *store_, seams_.locale,
-      EmbeddedOutlookOptions{.userName = LoginName(), .listSeparator = seams_.listSeparator});
-  session_ = outlook_->GetNamespace("MAPI");
+  const DateWindow window{WindowOf(first).from, WindowOf(last).to};
+  if (CalendarFolder* const read = store_.DefaultCalendar()) {
+    ParsedCalendar calendar = ReadIcsFile(line_.calendar, window);
+    Report(calendar.diagnostics);
+    read->Replace(std::move(calendar.items), window);
+    return;
+  }
+  Report(OpenIcsCalendar(store_, line_.calendar, window));
+  session_ = outlook_.GetNamespace("MAPI");
   folder_ = session_->GetDefaultFolder(outlook::FolderCalendar);
-  if (!table_) ReadCategories();
+  ReadCategories();
 }
 
 void CalendarReader::Report(const std::vector<Diagnostic>& diagnostics) {
@@ -62,14 +66,14 @@ void CalendarReader::Report(const std::vector<Diagnostic>& diagnostics) {
 }
 
 CachePaths CalendarReader::PathsOf(int viewYear) {
-  return MakeCachePaths(CacheFileName(outlook_->CurrentUserName(), viewYear, {}, seams_.locale),
+  return MakeCachePaths(CacheFileName(outlook_.CurrentUserName(), viewYear, {}, seams_.locale),
                         seams_.environment, seams_.files);
 }
 
 std::size_t CalendarReader::Refresh(const DisplaySpan& span) {
   const RefreshRequest request{span, PathsOf(span.ViewYear), folder_->EntryID(),
                                folder_->StoreID()};
-  const RefreshAnswer answer = RefreshPatiently(request, *outlook_, seams_.files, seams_.locale);
+  const RefreshAnswer answer = RefreshPatiently(request, outlook_, seams_.files, seams_.locale);
   std::string text = MessageOf(answer.result, answer.error, request.paths);
   if (text.empty()) return answer.count;
   if (!answer.description.empty()) text += ": " + answer.description;

@@ -33,13 +33,13 @@ class CalendarReader {
   CalendarReader& operator=(const CalendarReader&) = delete;
 
   TerminalSeams& Seams() { return seams_; }
-  OutlookApplication& Outlook() { return *outlook_; }
+  OutlookApplication& Outlook() { return outlook_; }
 
   /// The filter of the command line.
   CategoryFilter Filter() const;
 
-  /// Reads the file with the occurrences of all days from one span to another, instead of what was
-  /// read before; items of that are gone. Those below this work on what was read.
+  /// Reads the file with the occurrences of all days from one span to another, instead of those of
+  /// an earlier reading. Those below this work on what was read.
   void Open(const DisplaySpan& first, const DisplaySpan& last);
   /// The colours of the planner's title, or first ones where the calendar holds none.
   const CategoryTable& Categories() const { return *table_; }
@@ -62,8 +62,8 @@ class CalendarReader {
   std::ostream& messages_;
   TerminalSeams seams_;
   std::set<std::string> reported_;
-  std::unique_ptr<CalendarStore> store_;
-  std::unique_ptr<EmbeddedOutlook> outlook_;
+  CalendarStore store_{"yearplan"};
+  EmbeddedOutlook outlook_;
   std::unique_ptr<OutlookNamespace> session_;
   std::unique_ptr<OutlookFolder> folder_;
   std::optional<CategoryTable> table_;

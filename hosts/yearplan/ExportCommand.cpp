@@ -25,6 +25,7 @@ std::string Counted(int count, const std::string& one, const std::string& many) 
   return std::to_string(count) + ' ' + (count == 1 ? one : many);
 }
 
+/// Taken in rising order; each year's cache file is brought up to date first.
 class ExportYears : public YearSource {
  public:
   /// Both outlive this.
@@ -40,24 +41,10 @@ class ExportYears : public YearSource {
   const UncarriedNames& Uncarried() const { return uncarried_; }
   /// Appointments whose items were asked for.
   int Fetched() const { return fetched_; }
-  const DisplaySpan& First() const { return first_; }
   int FirstYear() const { return first_.ViewYear; }
   int LastYear() const { return last_.ViewYear; }
 
-  /// Reads the calendar, and brings the cache files of all years up to date.
-  void Refresh() {
-    const auto progress = reader_.Seams().progress.Begin("Refresh");
-    const int years = LastYear() - FirstYear() + 1;
-    for (int done = 0; done < years; ++done) {
-      const DisplaySpan span{FirstYear() + done, line_.firstMonth};
-      progress->Step(done, years, "Year " + std::to_string(span.ViewYear));
-      if (done % YearsOfReading == 0) {
-        reader_.Open(span,
-                     {std::min(span.ViewYear + YearsOfReading - 1, LastYear()), line_.firstMonth});
-      }
-      reader_.Refresh(span);
-    }
-  }
+  void Open() { OpenFrom(FirstYear()); }
 
   int DisplayedYear() const override { return first_.ViewYear; }
   const CategoryTable& Categories() const override { return reader_.Categories(); }
@@ -66,6 +53,9 @@ class ExportYears : public YearSource {
     const DisplaySpan span{viewYear, line_.firstMonth};
     const EventFields fields{span, MonthColumns(span), Categories(), filter_.FilterSeparator(),
                              line_.grid.HideNonCategoryItems};
+    if (viewYear > lastRead_) OpenFrom(viewYear);
+    // Right before it is loaded, since a planner of another first month shares the cache file.
+    reader_.Refresh(span);
     EventCollection events = reader_.Load(reader_.PathsOf(viewYear).cacheFile, fields);
     uncarried_.Look(events);
     return events;
@@ -79,12 +69,18 @@ class ExportYears : public YearSource {
   void EndReadingYears() override {}
 
  private:
+  void OpenFrom(int year) {
+    lastRead_ = std::min(year + YearsOfReading - 1, LastYear());
+    reader_.Open({year, line_.firstMonth}, {lastRead_, line_.firstMonth});
+  }
   int Today() { return DisplaySpan{0, line_.firstMonth}.ViewYearOf(reader_.Seams().clock.Now()); }
 
   const CommandLine& line_;
   CalendarReader reader_;
   DisplaySpan first_;
   DisplaySpan last_;
+  /// The last year whose occurrences were read.
+  int lastRead_ = 0;
   CategoryFilter filter_;
   UncarriedNames uncarried_;
   int fetched_ = 0;
@@ -115,12 +111,7 @@ void Export(const CommandLine& line, std::ostream& out, std::ostream& messages) 
   CheckTarget(line);
   ExportYears years(line, messages);
   CalendarReader& reader = years.Reader();
-  if (line.categoriesOnly) {
-    reader.Open(years.First(), years.First());
-  } else {
-    years.Refresh();
-  }
-
+  years.Open();
   const std::string path =
       QFileInfo(QString::fromStdString(line.output)).absoluteFilePath().toStdString();
   XmlExport exporter(years, reader.Seams().On(reader.Outlook()));

@@ -7,8 +7,8 @@
 
 namespace velkor {
 
-/// Brings the cache file of each year up to date, then exports as the control does. Throws Error
-/// when nothing was saved.
+/// Exports as the control does, the cache file of each year being brought up to date before. Throws
+/// Error when nothing was saved.
 /// @param out       what was written and where
 /// @param messages  what the calendar file gets wrong, and the progress
 void Export(const CommandLine& line, std::ostream& out, std::ostream& messages);
