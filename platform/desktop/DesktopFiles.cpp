@@ -191,7 +191,7 @@ std::unique_ptr<OutputFile> DesktopFiles::OpenForWriting(const std::string& path
   // opened. Whoever loses this often is being kept out.
   for (int attempt = 0; attempt < 10; ++attempt) {
     Descriptor file(
-        ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0600));
+        ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666));
     if (!file.IsOpen() || !IsRegular(file) || !LockForWriting(file)) return nullptr;
     if (!StillNames(path, file)) continue;
     if (::ftruncate(file.Value(), 0) != 0) return nullptr;

@@ -6,7 +6,9 @@
 namespace velkor {
 
 /// A writer holds its file by an advisory lock (flock), so writers of this product exclude each
-/// other while readers see the file at any time. New files are the user's own (mode 600).
+/// other while readers see the file at any time. New files are for whom the user's umask
+/// says, as an export that is to be shared; cache files are kept from others by their folder (mode
+/// 700).
 class DesktopFiles : public Files {
  public:
   std::optional<std::string> Read(const std::string& path) override;

@@ -155,11 +155,13 @@ TEST_F(DesktopFilesTest, FileBeyondTheLimitIsAnErrorWithItsName) {
   }
 }
 
-TEST_F(DesktopFilesTest, NewFilesBelongToTheUserAlone) {
-  Put(work_, "secret");
+TEST_F(DesktopFilesTest, NewFilesAreForWhomTheUmaskSays) {
+  const mode_t before = ::umask(027);
+  Put(work_, "to be shared");
+  ::umask(before);
   struct stat status {};
   ASSERT_EQ(::stat(work_.c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 0777, 0600U);
+  EXPECT_EQ(status.st_mode & 0777, 0640U);
   EXPECT_TRUE(files_.Delete(work_));
   EXPECT_FALSE(files_.Exists(work_));
 }
