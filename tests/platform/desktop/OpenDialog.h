@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QPointer>
 #include <QTimer>
 #include <functional>
 
@@ -20,12 +21,15 @@ inline void WhenOpen(const std::function<void(QDialog&)>& steps, int patience = 
       if (patience > 0) return WhenOpen(steps, patience - Look);
       FAIL() << "No dialog opens";
     }
+    const QPointer<QDialog> stepped(dialog);
+    steps(*dialog);
+    // From here on: steps that open a dialog of their own may take their time.
+    if (!stepped) return;
     QTimer::singleShot(Closing, dialog, [dialog] {
       if (!dialog->isVisible()) return;
       ADD_FAILURE() << "The dialog stays open";
       dialog->reject();
     });
-    steps(*dialog);
   });
 }
 
