@@ -1,7 +1,6 @@
 // categories/CategoryCommands.cpp: adds, renames, deletes and recolours categories.
 #include "categories/CategoryCommands.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "categories/ColourStore.h"
@@ -58,11 +57,8 @@ std::optional<CategoryCommands::Choice> CategoryCommands::Choose(std::string_vie
   }
   choice.name = name;
   if (!view_.AreCategoriesKnown()) return std::nullopt;
-  const std::vector<Category>& all = view_.Categories().All();
-  const auto found = std::find_if(all.begin(), all.end(),
-                                  [&](const Category& each) { return each.name == choice.name; });
-  if (found == all.end()) return std::nullopt;
-  choice.index = static_cast<std::int16_t>(found - all.begin() + 1);
+  choice.index = view_.Categories().IndexOf(choice.name);
+  if (choice.index == 0) return std::nullopt;
   Select(choice);
   return choice;
 }
@@ -77,16 +73,19 @@ bool CategoryCommands::IsTaken(const Choice& choice,
 }
 
 void CategoryCommands::Store(const std::vector<Category>& categories, Choice selection) {
+  // Drawing tells the host, which may set another one.
+  const std::string title = view_.TitleOfCategories();
   view_.ChangeCategories(categories);
   Select(std::move(selection));
-  colours_.Save(view_.TitleOfCategories(), categories);
+  colours_.Save(title, categories);
 }
 
 void CategoryCommands::New() {
   Guard(platform_.messages, "Error adding a category ", [&] {
     if (!view_.AreCategoriesKnown()) return;
+    const std::string title = view_.TitleOfCategories();
     const std::string answer = platform_.inputs.Ask("Enter name of new category", "New Category");
-    if (answer.empty() || !view_.AreCategoriesKnown()) return;
+    if (answer.empty() || title != view_.TitleOfCategories() || !view_.AreCategoriesKnown()) return;
     std::vector<Category> all = view_.Categories().All();
     const bool keepsLast = !view_.HideNonCategoryItems() && !all.empty();
     all.insert(keepsLast ? all.end() - 1 : all.end(),
@@ -144,8 +143,11 @@ void CategoryCommands::CatColour(std::string_view name) {
   Guard(platform_.messages, "Error changing the colour ", [&] {
     const std::optional<Choice> choice = Choose(name);
     if (!choice) return;
+    const std::string title = view_.TitleOfCategories();
     const std::optional<Colour> picked = PickColour(*choice);
-    if (!picked || !view_.AreCategoriesKnown() || !Stands(*choice)) return;
+    // Of another title's list the user has seen nothing.
+    if (!picked || title != view_.TitleOfCategories() || !view_.AreCategoriesKnown()) return;
+    if (!Stands(*choice)) return;
     std::vector<Category> all = view_.Categories().All();
     all[PositionOf(choice->index)].colour = *picked;
     Store(all, selected_);

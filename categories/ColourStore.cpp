@@ -29,9 +29,9 @@ void Create(OutlookFolder& folder, const std::string& subject, const std::string
 }  // namespace
 
 void ColourStore::FetchInto(FetchedColours& colours, std::string_view titleName) {
+  const std::string subject = colour_record::SubjectOf(titleName);
   const auto folder = openFolder_();
   const FoundRecord record = ColourRecords(*folder, locale_).Find(titleName);
-  const std::string subject = colour_record::SubjectOf(titleName);
   if (record.IsWorthKeeping()) {
     ListedCategories listed = CategoriesOf(record.lines);
     colours.categories = std::move(listed.categories);
@@ -60,9 +60,9 @@ FetchedColours ColourStore::Fetch(std::string_view titleName) {
 
 bool ColourStore::Save(std::string_view titleName, const std::vector<Category>& categories) {
   const auto failure = Guard(messages_, SavingFailed, [&] {
-    const auto folder = openFolder_();
     const std::string subject = colour_record::SubjectOf(titleName);
     const std::string body = ColourListText(categories);
+    const auto folder = openFolder_();
     const auto item = ColourRecords(*folder, locale_).FindItem(subject);
     if (!item) {
       Create(*folder, subject, body);

@@ -31,7 +31,7 @@ Legend::Legend(LegendElements& elements, CategoryView& view, CategoryCommands& c
   picCats.onKeyDown = [this](Key key) { return picCats_KeyDown(key); };
   picCats.onToolTip = [this] { return picCats_ToolTip(); };
   elements_.vScrollCat.onChange = [this] { vScrollCat_Change(); };
-  elements_.mnuCatNew.onClick = [this] { commands_.New(); };
+  elements_.mnuCatNew.onClick = [this] { mnuCatNew_Click(); };
   elements_.mnuCatRename.onClick = [this] { mnuCatRename_Click(); };
   elements_.mnuCatColour.onClick = [this] { commands_.CatColour(); };
   elements_.mnuCatDelete.onClick = [this] { commands_.CatDelete(); };
@@ -215,6 +215,17 @@ void Legend::RefreshRow(int index) {
 void Legend::ShowRow(int index) {
   const Rect row = LegendRowRect(index, 0);
   ScrollIntoView(elements_.vScrollCat, row.top, row.bottom, bounds_.Height(), pixel_.height);
+}
+
+void Legend::mnuCatNew_Click() {
+  const int before = view_.Categories().Count();
+  commands_.New();
+  const int count = view_.Categories().Count();
+  // It is the last but one, or the last.
+  if (count == before + 1) {
+    ShowRow(count - 1);
+    ShowRow(count);
+  }
 }
 
 void Legend::mnuCatRename_Click() {

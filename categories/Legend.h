@@ -37,6 +37,7 @@ class Legend {
   bool picCats_KeyDown(Key key);
   std::string picCats_ToolTip() const;
   void vScrollCat_Change();
+  void mnuCatNew_Click();
   void mnuCatRename_Click();
   bool txtEdit_KeyPress(int code);
 

@@ -33,8 +33,9 @@ CategoryFilter LoadFilter(Settings& settings, std::string_view titleName, std::s
 void SaveFilter(Settings& settings, std::string_view titleName, std::string_view text,
                 bool matchAll) {
   const std::string section = SectionOf(titleName);
-  settings.Save(Application, section, ActiveKey, text);
+  // The mode first: without a text it does nothing.
   settings.Save(Application, section, ModeKey, matchAll ? True : False);
+  settings.Save(Application, section, ActiveKey, text);
 }
 
 }  // namespace velkor

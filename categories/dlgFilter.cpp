@@ -80,7 +80,7 @@ std::vector<std::string> dlgFilter::OfferedNames() {
 void dlgFilter::FillList() {
   std::vector<CheckListBox::Item> items;
   for (std::string& name : OfferedNames()) {
-    const bool chosen = chosen_.HasKey(name);
+    const bool chosen = IsChosen(name);
     items.push_back({std::move(name), chosen});
   }
   lbCategories.SetItems(std::move(items));
@@ -88,15 +88,18 @@ void dlgFilter::FillList() {
 
 void dlgFilter::CheckChosen() {
   std::vector<CheckListBox::Item> items = lbCategories.Items();
-  for (CheckListBox::Item& item : items) item.checked = chosen_.HasKey(item.text);
+  for (CheckListBox::Item& item : items) item.checked = IsChosen(item.text);
   lbCategories.SetItems(std::move(items));
+}
+
+bool dlgFilter::IsChosen(std::string_view name) const {
+  return chosen_.HasKey(Trim(name));
 }
 
 void dlgFilter::Choose(std::string_view text) {
   ForEachPiece(text, separator_, [&](std::string_view piece) {
-    if (!piece.empty() && !chosen_.HasKey(piece)) {
-      chosen_.Add(std::string(piece), std::string(piece));
-    }
+    const std::string name(Trim(piece));
+    if (!name.empty() && !chosen_.HasKey(name)) chosen_.Add(name, name);
     return true;
   });
 }
@@ -106,7 +109,7 @@ void dlgFilter::ChooseFromText() {
   Choose(tbFilter.Text());
 }
 
-std::string dlgFilter::JoinedChoice() const {
+std::string dlgFilter::FilterText() const {
   std::string text;
   for (const CCollectionEx::Entry& entry : CCollectionEx::NewEnum(chosen_)) {
     if (!text.empty()) text += separator_;
@@ -120,10 +123,10 @@ void dlgFilter::lbCategories_ItemCheck(std::size_t index) {
   // A name that holds the separator is chosen as the names that it becomes in the text.
   if (item.checked) {
     Choose(item.text);
-  } else if (chosen_.HasKey(item.text)) {
-    chosen_.Remove(item.text);
+  } else if (IsChosen(item.text)) {
+    chosen_.Remove(std::string(Trim(item.text)));
   }
-  const std::string text = JoinedChoice();
+  const std::string text = FilterText();
   if (text == tbFilter.Text()) {
     CheckChosen();
   } else {

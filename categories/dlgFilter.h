@@ -19,7 +19,8 @@ class MessageBoxes;
 class Settings;
 
 /// The text is the truth: its names, between separators, are the chosen categories, offered or
-/// not. The list shows which of the offered ones are among them.
+/// not. Blanks around a name do not count, as around the names of an event. The list shows which of
+/// the offered ones are among them.
 class dlgFilter : public Form {
  public:
   /// Reads Outlook's customised master category names; may throw Error.
@@ -41,7 +42,7 @@ class dlgFilter : public Form {
   /// Whether the user confirmed the filter, and it was stored.
   bool OKPressed() const { return okPressed_; }
   /// The chosen names joined by the filter's separator; empty is no filter.
-  const std::string& FilterText() const { return tbFilter.Text(); }
+  std::string FilterText() const;
   bool MatchAll() const { return cbAND.Checked(); }
 
   Label lblHead{"lblHead"};
@@ -68,7 +69,7 @@ class dlgFilter : public Form {
   /// Chooses every name in a text, beside those that are.
   void Choose(std::string_view text);
   void ChooseFromText();
-  std::string JoinedChoice() const;
+  bool IsChosen(std::string_view name) const;
 
   std::string separator_;
   std::string titleName_;

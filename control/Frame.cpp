@@ -175,16 +175,24 @@ CachePaths YearPlan::Frame::CachePathsOf(int viewYear) {
   return MakeCachePaths(name, platform_.environment, platform_.files);
 }
 
-void YearPlan::Frame::LoadCategories() {
-  FetchedColours colours = colours_.Fetch(TitleName);
+void YearPlan::Frame::TakeOptions() {
+  if (grid_.Options() != options) grid_.SetOptions(options);
+}
+
+bool YearPlan::Frame::LoadCategories() {
+  // The host may set another one while the calendar is asked.
+  const std::string title = TitleName;
+  FetchedColours colours = colours_.Fetch(title);
   knownTitle_.reset();
-  if (!colours.fault) knownTitle_ = TitleName;
+  if (!colours.fault) knownTitle_ = title;
   // Without a single category no event would be seen. These are shown and not saved.
   if (colours.fault && colours.categories.empty()) colours.categories = DefaultCategories();
-  if (colours.categories == grid_.Categories().All()) return;
+  if (colours.categories == grid_.Categories().All()) return false;
+  TakeOptions();
   categoryCommands_.Select(0);
   grid_.SetCategories(CategoryTable(std::move(colours.categories)));
   legend_.CategoriesChanged();
+  return true;
 }
 
 void YearPlan::Frame::LoadEvents() {
@@ -195,7 +203,7 @@ void YearPlan::Frame::LoadEvents() {
   // instead.
   while (outcome == LoadOutcome::Aborted) {
     load = ++loads_;
-    if (grid_.Options() != options) grid_.SetOptions(options);
+    TakeOptions();
     outcome = cacheFile_.Load(paths_.cacheFile, grid_.Fields(), events);
   }
   const bool overtaken = load != loads_;
@@ -219,8 +227,12 @@ void YearPlan::Frame::RewriteCache() {
   if (interrupts && !refresh_.Outstanding()) refresh_.StartRefresh(false);
 }
 
+void YearPlan::Frame::ReloadCategories() {
+  if (live_ && LoadCategories()) Redraw(false);
+}
+
 void YearPlan::Frame::Redraw(bool spanChanged) {
-  if (grid_.Options() != options) grid_.SetOptions(options);
+  TakeOptions();
   PlaceElements();
   gridView_.GridChanged(spanChanged);
   elements.pic1.SetDescription(Description());

@@ -67,6 +67,7 @@ class YearPlan::Frame : public Planner, public EventView, public CategoryView, p
   void ChangeEvents(const std::function<void(EventCollection&)>& change) override;
   void ReloadEvents() override;
   void RewriteCache() override;
+  void ReloadCategories() override;
 
   // CategoryView
   const CategoryTable& Categories() const override { return grid_.Categories(); }
@@ -99,7 +100,10 @@ class YearPlan::Frame : public Planner, public EventView, public CategoryView, p
 
   void ShowSpan(const DisplaySpan& span);
   CachePaths CachePathsOf(int viewYear);
-  void LoadCategories();
+  /// Has the grid follow the properties as they are now.
+  void TakeOptions();
+  /// @return whether others are on show now
+  bool LoadCategories();
   void LoadEvents();
   void ApplyFilter(CategoryFilter filter);
   /// Lays out by the properties as they are now, and draws.
@@ -126,8 +130,6 @@ class YearPlan::Frame : public Planner, public EventView, public CategoryView, p
   /// The title whose categories are on show as the calendar has them; none when they could not be
   /// read.
   std::optional<std::string> knownTitle_;
-  /// tmrBackground ran when years began to be read.
-  bool timerRan_ = false;
   /// Grows with every load, so that one sees that another overtook it.
   std::uint64_t loads_ = 0;
   /// The day that was marked as today.

@@ -11,6 +11,7 @@
 #include "model/Guard.h"
 #include "platform/Forms.h"
 #include "platform/System.h"
+#include "support/values/Error.h"
 
 namespace velkor {
 namespace {
@@ -91,14 +92,12 @@ void YearPlan::Frame::CatColour(std::string_view name) {
 }
 
 bool YearPlan::Frame::AreCategoriesKnown() {
-  if (knownTitle_ != TitleName) {
-    LoadCategories();
-    Redraw(false);
-  }
+  if (knownTitle_ != TitleName) ReloadCategories();
   return knownTitle_ == TitleName;
 }
 
 void YearPlan::Frame::ChangeCategories(std::vector<Category> categories) {
+  TakeOptions();
   grid_.SetCategories(CategoryTable(std::move(categories)));
   legend_.CategoriesChanged();
   Redraw(false);
@@ -108,23 +107,27 @@ EventCollection YearPlan::Frame::EventsOf(int viewYear) {
   const DisplaySpan span{viewYear, grid_.Span().FirstMonth};
   EventCollection events;
   if (!IsValidSpan(span)) return events;
-  if (grid_.Options() != options) grid_.SetOptions(options);
+  TakeOptions();
   EventFields fields = grid_.Fields();
   fields.span = span;
   fields.columns = MonthColumns(span);
+  const std::string path = CachePathsOf(viewYear).cacheFile;
   // A reader of its own: a load of the displayed year may come in between.
-  CacheFile(platform_.files, platform_.locale, *this)
-      .Load(CachePathsOf(viewYear).cacheFile, fields, events);
+  const LoadOutcome outcome =
+      CacheFile(platform_.files, platform_.locale, *this).Load(path, fields, events);
+  if (outcome == LoadOutcome::LoadedInPart) {
+    throw Error(errors::InputPastEnd,
+                "The year " + std::to_string(viewYear) + " has no whole cache file: " + path);
+  }
   return events;
 }
 
 void YearPlan::Frame::BeginReadingYears() {
-  timerRan_ = elements.tmrBackground.Enabled();
-  elements.tmrBackground.SetEnabled(false);
+  refresh_.PauseTimer();
 }
 
 void YearPlan::Frame::EndReadingYears() {
-  if (timerRan_) elements.tmrBackground.SetEnabled(true);
+  refresh_.ResumeTimer();
   ReloadEvents();
 }
 

@@ -42,7 +42,8 @@ dlgSaveType::dlgSaveType() : Form("dlgSaveType", "Export") {
   rbCatsAndAppts.SetCaption("Categories and appointments");
   Label2.SetCaption("From:");
   Label3.SetCaption("To:");
-  Label4.SetCaption("Dates are day/month/year; the whole of each year is exported.");
+  Label4.SetCaption(
+      "Dates are day/month/year. Every year between them is exported as it was last refreshed.");
   OKButton.SetCaption("OK");
   CancelButton.SetCaption("Cancel");
 

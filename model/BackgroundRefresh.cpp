@@ -91,7 +91,7 @@ void BackgroundRefresh::StartRefresh(bool force) {
 
   const std::uint64_t request = ++request_;
   ++outstandingCount_;
-  tmrBackground_.SetEnabled(true);
+  LetTimerRun(true);
   planner_.ReportStatus(status::Downloading);
   const auto isCurrent = [&] { return !life.expired() && request == request_; };
   try {
@@ -133,7 +133,7 @@ void BackgroundRefresh::GiveUp(const Error& error) {
   connection_ = std::make_shared<char>();
   m_vkCacheUtil.reset();
   planner_.ReportStatus(status::Idle);
-  tmrBackground_.SetEnabled(false);
+  LetTimerRun(false);
   TellError(platform_.messages, "Error starting background refresh ", error);
 }
 
@@ -158,7 +158,7 @@ short BackgroundRefresh::CancelRefresh() {
     if (life.expired()) return CancelDone;
   }
   planner_.ReportStatus(status::Idle);
-  tmrBackground_.SetEnabled(true);
+  LetTimerRun(true);
   return CancelDone;
 }
 
@@ -194,7 +194,7 @@ void BackgroundRefresh::WriteComplete(short synchResult, long synchError) {
     handedOver_ = false;
   }
   planner_.ReportStatus(status::Idle);
-  tmrBackground_.SetEnabled(true);
+  LetTimerRun(true);
   const std::weak_ptr<char> life = life_;
   const std::string text = ReactTo(synchResult, synchError);
   if (life.expired() || synchError == 0) return;
@@ -211,9 +211,24 @@ std::string BackgroundRefresh::ReactTo(short synchResult, long synchError) {
   }
   if (result == SynchResult::NothingToReport) return {};
   std::string text = MessageOf(result, synchError, paths_);
-  tmrBackground_.SetEnabled(false);
+  LetTimerRun(false);
   Tell(platform_.messages, text);
   return text;
+}
+
+void BackgroundRefresh::LetTimerRun(bool runs) {
+  timerRuns_ = runs;
+  tmrBackground_.SetEnabled(runs && pauses_ == 0);
+}
+
+void BackgroundRefresh::PauseTimer() {
+  ++pauses_;
+  LetTimerRun(timerRuns_);
+}
+
+void BackgroundRefresh::ResumeTimer() {
+  --pauses_;
+  LetTimerRun(timerRuns_);
 }
 
 void BackgroundRefresh::OnTimer() {

@@ -45,6 +45,10 @@ class BackgroundRefresh {
   /// @return 1 when done, 3 when a cancellation was already running
   short CancelRefresh();
 
+  /// Keeps tmrBackground stopped until ResumeTimer was called as often.
+  void PauseTimer();
+  /// Lets it run again, unless something else has stopped it.
+  void ResumeTimer();
   /// A tick of tmrBackground; every eleventh starts a refresh.
   void OnTimer();
   /// Has the next tick start one.
@@ -72,6 +76,7 @@ class BackgroundRefresh {
   void Withdraw();
   void StopUtility();
   void AwaitCompletion();
+  void LetTimerRun(bool runs);
 
   Planner& planner_;
   EventView& view_;
@@ -93,6 +98,8 @@ class BackgroundRefresh {
   std::int16_t waitCount_ = 0;
   std::int16_t tickCount_ = 1;
   bool cancelling_ = false;
+  bool timerRuns_ = false;
+  int pauses_ = 0;
   bool refreshSoon_ = false;
   /// The outstanding request is with the utility.
   bool handedOver_ = false;

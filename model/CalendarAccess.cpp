@@ -69,29 +69,15 @@ CalEvent EventOf(OutlookItem& appointment, std::string entryId, const EventField
   return event;
 }
 
-/// Appends the occurrences of an appointment that the view shows; those before an Error stay.
-/// @return whether one was left out, since the filter or its lack of a category hides it
-bool Gather(const Sought& sought, OutlookFolder& folder, EventView& view, LocaleApi& locale,
-            std::vector<CalEvent>& events) {
-  const EventFields fields = view.Fields();
-  const auto items = ItemsOf(sought, folder, fields.span, locale);
-  bool leftOut = false;
-  for (auto item = items->GetFirst(); item; item = items->GetNext()) {
-    const auto appointment = AppointmentOf(std::move(item));
-    if (!appointment) continue;
-    std::string entryId = appointment->EntryID();
-    if (entryId != sought.entryId) continue;
-    CalEvent event = EventOf(*appointment, std::move(entryId), fields);
-    if (event.CatIndex == -1 || view.Filter().IsFilteredOut(event.Categories)) {
-      leftOut = true;
-    } else {
-      events.push_back(std::move(event));
-    }
-  }
-  return leftOut;
-}
-
 }  // namespace
+
+struct CalendarAccess::Gathered {
+  std::optional<Sought> sought;
+  /// Its occurrences that the view shows.
+  std::vector<CalEvent> events;
+  /// One is not among them, since the filter or its lack of a category hides it.
+  bool leftOut = false;
+};
 
 CalendarAccess::CalendarAccess(EventView& view, Planner& planner, const Platform& platform,
                                const std::string& appointmentForm)
@@ -200,38 +186,66 @@ void CalendarAccess::ItemRemove() {
 }
 
 void CalendarAccess::TakeItem(OutlookItem& item, bool replace) {
-  std::optional<Sought> sought;
-  std::vector<CalEvent> events;
-  bool leftOut = false;
+  Gathered gathered;
   const DisplaySpan span = view_.Fields().span;
+  bool isColourRecord = false;
   const auto failure = Guard(platform_.messages, AddingFailed, [&] {
+    isColourRecord = colour_record::IsSubject(item.Subject());
+    if (isColourRecord) return;
     // A meeting item has a message class of its own, so it comes in only where the property names
     // that class; otherwise its appointment raises events itself.
     if (item.MessageClass() != appointmentForm_) return;
-    sought = SoughtBy(item);
-    if (sought) leftOut = Gather(*sought, *folder_, view_, platform_.locale, events);
+    gathered.sought = SoughtBy(item);
+    if (gathered.sought) Gather(gathered);
   });
-  if (!sought) return;
+  if (isColourRecord) return view_.ReloadCategories();
+  if (!gathered.sought) return;
   // The message let another year in: there these events have no place.
   if (view_.Fields().span != span) {
     planner_.StartRefresh(true);
     return;
   }
-  // What could not be read again is not taken out, and what was read is kept.
-  if (!failure || !events.empty()) {
-    view_.ChangeEvents([&](EventCollection& collection) {
-      if (replace && !failure) collection.RemoveAppointment(sought->entryId);
-      for (CalEvent& event : events) collection.Add(std::move(event));
-    });
-  }
+  Show(gathered, replace && !failure);
   if (failure) {
     // A refresh asks for no subject: it brings what the filter text could not name.
     planner_.StartRefresh(true);
   } else {
     view_.RewriteCache();
     // The cache file lacks what is hidden until a refresh brings it.
-    if (leftOut) planner_.StartRefresh(true);
+    if (gathered.leftOut) planner_.StartRefresh(true);
   }
+}
+
+/// Collects the occurrences of an appointment; those before an Error stay.
+void CalendarAccess::Gather(Gathered& gathered) {
+  const EventFields fields = view_.Fields();
+  const auto items = ItemsOf(*gathered.sought, *folder_, fields.span, platform_.locale);
+  for (auto item = items->GetFirst(); item; item = items->GetNext()) {
+    const auto appointment = AppointmentOf(std::move(item));
+    if (!appointment) continue;
+    std::string entryId = appointment->EntryID();
+    if (entryId != gathered.sought->entryId) continue;
+    CalEvent event = EventOf(*appointment, std::move(entryId), fields);
+    if (event.CatIndex == -1 || view_.Filter().IsFilteredOut(event.Categories)) {
+      gathered.leftOut = true;
+    } else {
+      gathered.events.push_back(std::move(event));
+    }
+  }
+}
+
+/// What could not be read again is not taken out, and what was read is kept.
+void CalendarAccess::Show(Gathered& gathered, bool replace) {
+  if (!replace && gathered.events.empty()) return;
+  const EventFields fields = view_.Fields();
+  view_.ChangeEvents([&](EventCollection& collection) {
+    if (replace) collection.RemoveAppointment(gathered.sought->entryId);
+    for (CalEvent& event : gathered.events) {
+      // The categories may be others than when it was read.
+      fields.Derive(event);
+      collection.Add(std::move(event));
+    }
+  });
 }
 
 }  // namespace velkor

@@ -64,6 +64,9 @@ class CalendarAccess : private OutlookItemEvents {
   /// Brings an item's occurrences within the span into the view, in place of those that are there
   /// when `replace` is set.
   void TakeItem(OutlookItem& item, bool replace);
+  struct Gathered;
+  void Gather(Gathered& gathered);
+  void Show(Gathered& gathered, bool replace);
 
   EventView& view_;
   Planner& planner_;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "support/values/Colour.h"
+#include "view/span/NameSet.h"
 
 namespace velkor {
 
@@ -34,6 +35,9 @@ class CategoryTable {
   const Category& At(int index) const { return categories_[static_cast<std::size_t>(index - 1)]; }
   const std::vector<Category>& All() const { return categories_; }
 
+  /// Index of the first category of this name; 0 for none.
+  std::int16_t IndexOf(std::string_view name) const;
+
   /// The category that colours an event: the first of its own names that the table knows, else
   /// the last category, or -1 when `hideNonCategoryItems` is set or the table is empty.
   /// @param separator  what joins the names of `categories`
@@ -42,11 +46,9 @@ class CategoryTable {
 
  private:
   std::vector<Category> categories_;
-  /// Index of the first category of this name; 0 for none.
-  std::int16_t IndexOf(std::string_view name) const;
-
-  /// Indices ordered by the names' lengths, then by the names: most names differ in length already.
-  std::vector<std::int16_t> byName_;
+  NameSet names_;
+  /// Index of the first category of each of the names.
+  std::vector<std::int16_t> firstOf_;
 };
 
 }  // namespace velkor

@@ -23,6 +23,9 @@ class EventView {
   virtual void ReloadEvents() = 0;
   /// Writes the cache file from the events; a failure starts a forced refresh.
   virtual void RewriteCache() = 0;
+  /// Reads the categories from the calendar's colour record again; others than those on show are
+  /// laid out and drawn.
+  virtual void ReloadCategories() = 0;
 };
 
 }  // namespace velkor

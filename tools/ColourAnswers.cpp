@@ -8,6 +8,7 @@
 #include "model/ColourRecord.h"
 #include "support/values/Error.h"
 #include "tools/ColourCalendar.h"
+#include "tools/ProbeCase.h"
 
 namespace velkor {
 namespace {
@@ -62,7 +63,7 @@ Json AnswerColours(const Json& json) {
 
 Json AnswerAllLists(const Json& json) {
   ColourCalendar calendar;
-  for (const Json& record : json.at("records")) {
+  for (const Json& record : ListOf(json.at("records"))) {
     calendar.Add(record.at(0).get<std::string>(), record.at(1).get<std::string>());
   }
   Json names = CategoryNamesOf(calendar.Colours().CollectAllLists());

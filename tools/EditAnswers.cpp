@@ -41,7 +41,7 @@ class EditedCategories : public CategoryView {
 /// What the picker answers, in turn; once they ran out it is cancelled.
 void Script(ScriptedDialogs& dialogs, const Json& picks) {
   dialogs.colours.clear();
-  for (const Json& pick : picks) {
+  for (const Json& pick : ListOf(picks)) {
     dialogs.colours.push_back(pick.is_null() ? std::optional<Colour>() : Colour{WholeNumber(pick)});
   }
 }
@@ -80,7 +80,7 @@ Json AnswerEdits(const Json& json) {
   CategoryCommands commands(categories, calendar.Colours(), calendar.AsPlatform());
 
   Json answer = Json::array();
-  for (const Json& edit : json.at("edits")) {
+  for (const Json& edit : ListOf(json.at("edits"))) {
     calendar.messages.told.clear();
     const int visits = calendar.visits;
     Run(commands, calendar.seams, edit);

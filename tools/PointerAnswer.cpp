@@ -63,7 +63,7 @@ Json AnswerPointer(const Json& json) {
   pointer.SetMode(json.at("selectionEnabled").get<bool>() ? SelectionMode::AlwaysSelect
                                                           : SelectionMode::AlwaysOpen);
   Json answer = Json::array();
-  for (const Json& action : json.at("actions")) {
+  for (const Json& action : ListOf(json.at("actions"))) {
     Json result = Act(pointer, action);
     const std::optional<std::size_t> event = pointer.HoverEvent();
     answer.push_back({{"row", pointer.CurrentRow()},

@@ -63,7 +63,7 @@ Json AnswerDates(const Json& json) {
                                 {"firstWeekday", span.FirstWeekdayOfMonth(month)}});
   }
   answer["dates"] = Json::array();
-  for (const Json& entry : json.at("dates")) {
+  for (const Json& entry : ListOf(json.at("dates"))) {
     const Date date = DateOf(entry);
     answer["dates"].push_back({{"inView", span.IsDateInView(date)},
                                {"viewYear", span.ViewYearOf(date)},
@@ -71,7 +71,7 @@ Json AnswerDates(const Json& json) {
                                {"hasTime", HasTimeOfDay(date)}});
   }
   answer["cells"] = Json::array();
-  for (const Json& cell : json.at("cells")) {
+  for (const Json& cell : ListOf(json.at("cells"))) {
     const int column = WholeNumber(cell.at(0), 1, GridColumns);
     const int row = WholeNumber(cell.at(1), 1, MonthRows);
     answer["cells"].push_back(ToIso(span.DateAtCell(column, row)));
@@ -86,7 +86,7 @@ Json AnswerFilter(const Json& json) {
               {"entries", filter.CategoryFilterList()},
               {"tip", filter.ToolTip()},
               {"hidden", Json::array()}};
-  for (const Json& categories : json.at("categories")) {
+  for (const Json& categories : ListOf(json.at("categories"))) {
     answer["hidden"].push_back(filter.IsFilteredOut(categories.get<std::string>()));
   }
   return answer;
@@ -110,12 +110,13 @@ Json AnswerStoredFilter(const Json& json) {
 
 Json AnswerCatIndex(const Json& json) {
   std::vector<Category> categories;
-  for (const Json& name : json.at("names")) categories.push_back({name.get<std::string>(), {}});
+  for (const Json& name : ListOf(json.at("names")))
+    categories.push_back({name.get<std::string>(), {}});
   const CategoryTable table(std::move(categories));
   const std::string separator = CategorySeparator(json.at("separator").get<std::string>());
   const bool hide = json.at("hideNonCategory").get<bool>();
   Json answer = Json::array();
-  for (const Json& text : json.at("categories")) {
+  for (const Json& text : ListOf(json.at("categories"))) {
     answer.push_back(table.CatIndexOf(text.get<std::string>(), separator, hide));
   }
   return answer;
@@ -125,7 +126,7 @@ Json AnswerText(const Json& json) {
   FixedLocale locale;
   const CodePage page = locale.AnsiCodePage();
   Json answer = Json::array();
-  for (const Json& entry : json.at("texts")) {
+  for (const Json& entry : ListOf(json.at("texts"))) {
     const std::string text = entry.get<std::string>();
     const std::string utf8 = locale.ToCodePage(Locale::Utf8Encode(locale, text), page);
     answer.push_back({{"strip", Globals::StripControlChars(text)},
@@ -183,7 +184,7 @@ Json AnswerCacheRead(const Json& json) {
 Json AnswerLayout(const Json& json) {
   const YearGrid grid = GridOf(json);
   std::vector<Point> points;
-  for (const Json& point : json.at("points")) {
+  for (const Json& point : ListOf(json.at("points"))) {
     points.push_back({point.at(0).get<double>(), point.at(1).get<double>()});
   }
   Json answer = LayoutJson(grid, DateOf(json.at("today")), EventDetail::Fields);
@@ -211,7 +212,13 @@ constexpr std::array<std::pair<std::string_view, Answer>, 15> Kinds{{
 }};
 
 Json AnswerOf(std::string_view line) {
-  const Json json = Json::parse(line);
+  // Deeper than any case: what walks through nested values must not run out of stack.
+  constexpr int DeepestNesting = 64;
+  const auto checkDepth = [](int depth, Json::parse_event_t, Json&) {
+    if (depth > DeepestNesting) throw BadCase("lists and objects are nested too deeply");
+    return true;
+  };
+  const Json json = Json::parse(line, checkDepth);
   const std::string kind = json.at("kind").get<std::string>();
   for (const auto& [name, answer] : Kinds) {
     if (name == kind) return answer(json);

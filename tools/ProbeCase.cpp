@@ -22,6 +22,16 @@ int WholeNumber(const Json& json, int least, int most) {
   return json.get<int>();
 }
 
+const Json& ListOf(const Json& json) {
+  if (!json.is_array()) throw BadCase(json.dump() + " is no list");
+  return json;
+}
+
+const Json& ObjectOf(const Json& json) {
+  if (!json.is_object()) throw BadCase(json.dump() + " is no object");
+  return json;
+}
+
 Date DateOf(const Json& json) {
   const std::string text = json.get<std::string>();
   const std::optional<Date> date = ParseIso(text);
@@ -45,7 +55,7 @@ CategoryFilter FilterOf(const Json& separator, const std::string& text, bool mat
 
 std::vector<CalEvent> EventsOf(const Json& json) {
   std::vector<CalEvent> events;
-  for (const Json& entry : json) {
+  for (const Json& entry : ListOf(json)) {
     CalEvent event;
     event.EventID = entry.at("id").get<std::string>();
     event.Subject = entry.at("subject").get<std::string>();
@@ -59,7 +69,7 @@ std::vector<CalEvent> EventsOf(const Json& json) {
 
 CategoryTable TableOf(const Json& json) {
   std::vector<Category> categories;
-  for (const Json& entry : json) {
+  for (const Json& entry : ListOf(json)) {
     categories.push_back(
         {entry.at("name").get<std::string>(), Colour{WholeNumber(entry.at("colour"))}});
   }

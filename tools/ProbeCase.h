@@ -26,6 +26,9 @@ class BadCase : public std::runtime_error {
 /// A whole number within bounds; a conversion alone would cut and wrap.
 int WholeNumber(const nlohmann::ordered_json& json, int least = std::numeric_limits<int>::min(),
                 int most = std::numeric_limits<int>::max());
+/// The list or object itself; its entries may be walked.
+const nlohmann::ordered_json& ListOf(const nlohmann::ordered_json& json);
+const nlohmann::ordered_json& ObjectOf(const nlohmann::ordered_json& json);
 Date DateOf(const nlohmann::ordered_json& json);
 DisplaySpan SpanOf(const nlohmann::ordered_json& view);
 CategoryFilter FilterOf(const nlohmann::ordered_json& separator, const std::string& text,

@@ -38,7 +38,7 @@ Json AnswerXml(const Json& json) {
   source.filter = FilterOf(json.at("separator"), filter.at("text").get<std::string>(),
                            filter.at("matchAll").get<bool>());
   source.years[Year] = EventCollection(EventsWithCatIndex(json, source));
-  for (const auto& [id, item] : json.at("items").items()) {
+  for (const auto& [id, item] : ObjectOf(json.at("items")).items()) {
     source.AddItem(id, item.at("body").get<std::string>(), item.at("location").get<std::string>());
   }
   const ExportChoice choice{.firstYear = Year,

@@ -18,6 +18,7 @@
 #include "hosts/yearplan/TerminalSeams.h"
 #include "model/CategoryView.h"
 #include "support/values/Error.h"
+#include "view/LegendPainter.h"
 #include "view/span/CategoryFilter.h"
 
 namespace velkor {
@@ -102,20 +103,19 @@ std::unique_ptr<OutlookFolder> CategoryDesk::FolderForSaving() {
   auto folder = Folder();
   const FoundRecord record = ColourRecords(*folder, seams_.locale).Find(line_.titleName);
   if (record.legacy && record.IsWorthKeeping()) {
-    ColourStore([this] { return Folder(); }, seams_.locale, seams_.messages).Fetch(line_.titleName);
+    const FetchedColours fetched =
+        ColourStore([this] { return Folder(); }, seams_.locale, seams_.messages)
+            .Fetch(line_.titleName);
+    if (fetched.fault) throw Error(*fetched.fault);
   }
   return folder;
 }
 
 /// The first category of this name.
 int CategoryDesk::IndexOf(const std::string& name) const {
-  const auto& all = table_.All();
-  const auto found = std::find_if(all.begin(), all.end(),
-                                  [&](const Category& category) { return category.name == name; });
-  if (found == all.end()) {
-    throw Error(errors::BadFileName, "There is no category \"" + name + '"');
-  }
-  return static_cast<int>(found - all.begin()) + 1;
+  const int index = table_.IndexOf(name);
+  if (index == 0) throw Error(errors::BadFileName, "There is no category \"" + name + '"');
+  return index;
 }
 
 void CategoryDesk::Run(const CategoryTask& task) {
@@ -152,7 +152,7 @@ void Categories(const CommandLine& line, std::ostream& out, std::ostream& messag
   if (changes && !desk.Fault()) desk.Run(line.categoryTask);
   if (!changes || !desk.Fault()) {
     for (const Category& category : desk.Categories().All()) {
-      out << ColourText(category.colour) << "  " << category.name << '\n';
+      out << ColourText(category.colour) << "  " << LegendText(category) << '\n';
     }
   }
   if (desk.Fault()) throw Error(*desk.Fault());

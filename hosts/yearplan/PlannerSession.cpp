@@ -46,7 +46,7 @@ void SessionShell::OpenPage(const std::string& address) {
 
 PlannerSession::PlannerSession(const std::string& calendar, SessionSurroundings surroundings)
     : surroundings_(std::move(surroundings)),
-      dialogs_(surroundings_.window),
+      dialogs_(surroundings_.window, calendar),
       inputs_(surroundings_.window),
       progress_(surroundings_.window),
       environment_(calendar),

@@ -75,7 +75,7 @@ class PlannerSession : public ControlHost {
   const std::string& Calendar() const { return calendar_.Path(); }
   YearPlan& Plan() { return *plan_; }
   /// While the control waits for something, neither it nor this may be destroyed.
-  bool IsBusy() const { return shell_.IsProcessing(); }
+  bool IsBusy() const { return shell_.IsProcessing() || progress_.IsOpen(); }
   /// What the file got wrong when it was last read, and what cannot be shown of it.
   std::vector<std::string> Remarks();
 

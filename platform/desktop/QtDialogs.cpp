@@ -9,9 +9,9 @@
 #include <QFileInfo>
 #include <QInputDialog>
 #include <QLabel>
+#include <QMessageBox>
 #include <QProgressDialog>
 #include <QStandardPaths>
-#include <QVariant>
 #include <limits>
 
 #include "platform/desktop/QtText.h"
@@ -46,18 +46,15 @@ QList<NameFilter> NameFilters(const std::string& filter) {
   return filters;
 }
 
-/// The folder of the file that was chosen last lives with the application: planners come and go.
-constexpr const char* LastFolder = "velkorLastFolder";
-
-QString FolderToStartIn() {
-  const QString last = qApp->property(LastFolder).toString();
-  if (!last.isEmpty() && QFileInfo(last).isDir()) return last;
+QString DocumentsFolder() {
   const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
   return QFileInfo(documents).isDir() ? documents : QDir::homePath();
 }
 
-std::string Show(const FileDialog& dialog, QWidget* parent, QFileDialog::AcceptMode mode) {
-  QFileDialog window(parent, ToQt(dialog.title), FolderToStartIn());
+/// Empty when the user cancels.
+QString Show(const FileDialog& dialog, const QString& folder, QWidget* parent,
+             QFileDialog::AcceptMode mode) {
+  QFileDialog window(parent, ToQt(dialog.title), folder);
   window.setOption(QFileDialog::DontUseNativeDialog);
   window.setOption(QFileDialog::DontConfirmOverwrite,
                    (dialog.flags & file_dialog_flags::OverwritePrompt) == 0);
@@ -79,14 +76,14 @@ std::string Show(const FileDialog& dialog, QWidget* parent, QFileDialog::AcceptM
   });
 
   if (window.exec() != QDialog::Accepted) return {};
-  const QString chosen = window.selectedFiles().value(0);
-  qApp->setProperty(LastFolder, QFileInfo(chosen).absolutePath());
-  return chosen.toStdString();
+  return window.selectedFiles().value(0);
 }
 
 class Report : public ProgressReport {
  public:
-  Report(QWidget* parent, std::string_view title) : window_(parent) {
+  /// Counts itself in `open`.
+  Report(QWidget* parent, std::string_view title, int& open) : window_(parent), open_(open) {
+    ++open_;
     window_.setObjectName("progress");
     window_.setWindowTitle(ToQt(title));
     window_.setAccessibleName(ToQt(title));
@@ -104,6 +101,10 @@ class Report : public ProgressReport {
     sinceBegin_.start();
     sinceUpdate_.start();
   }
+
+  ~Report() override { --open_; }
+  Report(const Report&) = delete;
+  Report& operator=(const Report&) = delete;
 
   bool Step(int done, int total, std::string_view text) override {
     if (cancelled_ || processing_) return !cancelled_;
@@ -137,6 +138,7 @@ class Report : public ProgressReport {
   }
 
   QProgressDialog window_;
+  int& open_;
   QElapsedTimer sinceBegin_;
   QElapsedTimer sinceUpdate_;
   bool cancelled_ = false;
@@ -145,12 +147,31 @@ class Report : public ProgressReport {
 
 }  // namespace
 
+QtCommonDialogs::QtCommonDialogs(QWidget* parent, const std::string& fileInUse)
+    : parent_(parent), fileInUse_(ToQt(fileInUse)) {
+  const QString folder = QFileInfo(fileInUse_).absolutePath();
+  folder_ = fileInUse.empty() || !QFileInfo(folder).isDir() ? DocumentsFolder() : folder;
+}
+
 std::string QtCommonDialogs::ShowOpen(const FileDialog& dialog) {
-  return Show(dialog, Over(parent_), QFileDialog::AcceptOpen);
+  const QString chosen = Show(dialog, folder_, Over(parent_), QFileDialog::AcceptOpen);
+  if (!chosen.isEmpty()) folder_ = QFileInfo(chosen).absolutePath();
+  return chosen.toStdString();
 }
 
 std::string QtCommonDialogs::ShowSave(const FileDialog& dialog) {
-  return Show(dialog, Over(parent_), QFileDialog::AcceptSave);
+  while (true) {
+    const QString chosen = Show(dialog, folder_, Over(parent_), QFileDialog::AcceptSave);
+    if (chosen.isEmpty()) return {};
+    folder_ = QFileInfo(chosen).absolutePath();
+    const QString existing = QFileInfo(chosen).canonicalFilePath();
+    if (existing.isEmpty() || existing != QFileInfo(fileInUse_).canonicalFilePath()) {
+      return chosen.toStdString();
+    }
+    QMessageBox::warning(Over(parent_), ToQt(dialog.title),
+                         QFileInfo(chosen).fileName() +
+                             QLatin1String(" is the calendar itself. Please choose another name."));
+  }
 }
 
 std::optional<Colour> QtCommonDialogs::ShowColour(Colour current) {
@@ -178,7 +199,7 @@ std::string QtInputBoxes::Ask(const std::string& prompt, const std::string& titl
 }
 
 std::unique_ptr<ProgressReport> QtProgress::Begin(std::string_view title) {
-  return std::make_unique<Report>(Over(parent_), title);
+  return std::make_unique<Report>(Over(parent_), title, open_);
 }
 
 }  // namespace velkor

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QPointer>
+#include <QString>
 #include <QWidget>
 
 #include "platform/CommonDialogs.h"
@@ -12,11 +13,12 @@ namespace velkor {
 
 /// Each opens over the dialog that is open, else over `parent`. The toolkit's own dialogs, which
 /// look alike on every desktop. File dialogs start in the folder of the file that was chosen last,
-/// at first in the user's documents; a name without an extension gets that of the filter that is
-/// selected, else the dialog's own.
+/// at first in that of the file in use, else in the user's documents; a name without an extension
+/// gets that of the filter that is selected, else the dialog's own.
 class QtCommonDialogs : public CommonDialogs {
  public:
-  explicit QtCommonDialogs(QWidget* parent = nullptr) : parent_(parent) {}
+  /// @param fileInUse  UTF-8; nothing is ever saved over it. Empty for none.
+  explicit QtCommonDialogs(QWidget* parent = nullptr, const std::string& fileInUse = {});
 
   std::string ShowOpen(const FileDialog& dialog) override;
   std::string ShowSave(const FileDialog& dialog) override;
@@ -24,6 +26,8 @@ class QtCommonDialogs : public CommonDialogs {
 
  private:
   QPointer<QWidget> parent_;
+  QString fileInUse_;
+  QString folder_;
 };
 
 /// Hands on the line as it was typed.
@@ -44,9 +48,12 @@ class QtProgress : public ProgressReports {
   explicit QtProgress(QWidget* parent = nullptr) : parent_(parent) {}
 
   std::unique_ptr<ProgressReport> Begin(std::string_view title) override;
+  /// Whether an operation runs whose progress is reported.
+  bool IsOpen() const { return open_ > 0; }
 
  private:
   QPointer<QWidget> parent_;
+  int open_ = 0;
 };
 
 }  // namespace velkor

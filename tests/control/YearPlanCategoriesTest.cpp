@@ -90,6 +90,41 @@ TEST_F(YearPlanCategoriesTest, ARefreshLeavesTheNameBeingEditedAlone) {
   EXPECT_EQ(legend.txtEdit.Text(), "Half a na");
 }
 
+TEST_F(YearPlanCategoriesTest, WhatAnotherPlannerChangesIsSeenAndNotWrittenOver) {
+  AddRecord("Default", "\r\nWork|255\r\nOther|1");
+  Start();
+  Refreshed({Event("a", "Mine")});
+  YearPlan other(On(outlook_), host_);
+  other.ReadProperties(bag_);
+  other.Elements().tmrStart.Tick();
+  seams_.inputs.lines = {"Mine"};
+  other.Elements().legend.mnuCatNew.Click();
+  EXPECT_THAT(Indices(), ElementsAre(2));
+  plan_.CatDelete("Work");
+  EXPECT_EQ(BodyOf("Default"), Listed("\r\nMine|16711680\r\nOther|1"));
+}
+
+TEST_F(YearPlanCategoriesTest, AChangedPropertyCountsFromTheNextCommand) {
+  AddRecord("Default", "\r\nWork|255\r\nOther|1");
+  Start();
+  Refreshed({Event("a", "Nobody's")});
+  plan_.SetHideNonCategoryItems(true);
+  seams_.inputs.lines = {"New"};
+  plan_.Elements().legend.mnuCatNew.Click();
+  EXPECT_THAT(Indices(), ElementsAre(-1));
+}
+
+TEST_F(YearPlanCategoriesTest, ATitleThatChangesUnderTheColourPickerIsLeftAlone) {
+  AddRecord("Default", "\r\nWork|255\r\nOther|1");
+  AddRecord("Rooms", "\r\nWork|3\r\nHall|77\r\nOther|1");
+  Start();
+  seams_.dialogs.colours = {Colour{77}};
+  seams_.dialogs.whileOpen = [&] { plan_.SetTitleName("Rooms"); };
+  plan_.CatColour("Work");
+  EXPECT_EQ(BodyOf("Rooms"), Listed("\r\nWork|3\r\nHall|77\r\nOther|1"));
+  EXPECT_EQ(BodyOf("Default"), Listed("\r\nWork|255\r\nOther|1"));
+}
+
 TEST_F(YearPlanCategoriesTest, AListThatCouldNotBeReadIsNeverWrittenOver) {
   AddRecord("Default", "\r\nWork|255\r\nbroken\r\nOther|1");
   messages_.Expect("Error fetching category colours 13 ");
@@ -166,6 +201,9 @@ TEST_F(YearPlanCategoriesTest, AnExportReadsItsYearsAndLeavesTheDisplayedOne) {
   seams_.dialogs.fileNames = {"/out/year.xml"};
   seams_.progress.onStep = [&](const ScriptedProgress::Step&) {
     EXPECT_FALSE(timer.Enabled());
+    // A refresh that ends meanwhile does not start it.
+    seams_.cacheUtilities.Complete(static_cast<short>(SynchResult::CacheWritten));
+    EXPECT_FALSE(timer.Enabled());
     return true;
   };
   messages_.Expect("Velkor Data saved");
@@ -174,6 +212,13 @@ TEST_F(YearPlanCategoriesTest, AnExportReadsItsYearsAndLeavesTheDisplayedOne) {
   EXPECT_TRUE(timer.Enabled());
   EXPECT_EQ(plan_.DisplayedYear(), 2005);
   EXPECT_EQ(plan_.Grid().Events().Count(), 1u);
+
+  seams_.files.contents[CacheFileOf(2004)].pop_back();
+  seams_.forms.Expect("dlgSaveType", choose("1/1/2004", "31/12/2004"));
+  seams_.dialogs.fileNames = {"/out/half.xml"};
+  messages_.Expect("Error whilst performing Export: 62 The year 2004 has no whole cache file");
+  plan_.Elements().Toolbar1.ClickButton("Save");
+  EXPECT_FALSE(seams_.files.contents.contains("/out/half.xml"));
 
   seams_.forms.Expect("dlgSaveType", choose("1/1/2005", "31/12/2005"));
   seams_.dialogs.fileNames = {"/out/second.xml"};

@@ -86,6 +86,22 @@ TEST_F(YearPlanFaultsTest, OccurrencesThatWereReadForAnotherYearStayOut) {
   EXPECT_EQ(plan.Grid().Events().Count(), 0u);
 }
 
+TEST_F(YearPlanFaultsTest, ACategoryThatGoesWhileAnAppointmentIsReadColoursNoEvent) {
+  HookedBoxes boxes;
+  YearPlan plan(seams_.On(outlook_, boxes), host_);
+  plan.ReadProperties(bag_);
+  plan.Elements().tmrStart.Tick();
+  AnswerEveryStop();
+  outlook_.failing = "GetNext";
+  boxes.whileOpen = [&] {
+    outlook_.failing.clear();
+    plan.CatDelete("Unused 01");
+  };
+  calendar_.SaveNew(Item("a", At(2005, 3, 3), At(2005, 3, 5)), false, At(2005, 1, 1));
+  ASSERT_EQ(plan.Grid().Events().Count(), 1u);
+  EXPECT_EQ(plan.Grid().Events()[0].CatIndex, plan.Grid().Categories().Count());
+}
+
 TEST_F(YearPlanFaultsTest, ASecondStartWithoutItsFolderLeavesTheControlEmpty) {
   Start();
   Refreshed({SampleEvent("a", At(2005, 3, 3), At(2005, 3, 5))});

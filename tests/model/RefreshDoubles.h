@@ -41,6 +41,7 @@ class CountingView : public EventView {
   void ChangeEvents(const std::function<void(EventCollection&)>&) override {}
   void ReloadEvents() override { ++reloads; }
   void RewriteCache() override {}
+  void ReloadCategories() override {}
 };
 
 /// A message box that stays open while `whileOpen` runs.

@@ -33,6 +33,7 @@ class WatchedView : public EventView, public Planner {
   }
   void ReloadEvents() override { log_.emplace_back("reload"); }
   void RewriteCache() override { log_.emplace_back("rewrite"); }
+  void ReloadCategories() override { log_.emplace_back("colours"); }
 
   void ReportStatus(Colour) override {}
   bool RefreshOutstanding() const override { return false; }

@@ -31,11 +31,12 @@ class QtFileDialog : public testing::Test {
  protected:
   std::string Save(const std::function<void(QDialog&)>& steps) {
     WhenOpen(steps);
-    return QtCommonDialogs().ShowSave(dialog);
+    return dialogs.ShowSave(dialog);
   }
   std::string Path(const char* name) const { return folder.filePath(name).toStdString(); }
 
   QTemporaryDir folder;
+  QtCommonDialogs dialogs{nullptr, Path("calendar.ics")};
   FileDialog dialog{.filter = "Velkor Data(*.xml)|*.xml|Plain|*.txt|All Files(*.*)|*.*",
                     .title = "Save Velkor Data",
                     .flags = file_dialog_flags::OverwritePrompt,
@@ -43,26 +44,27 @@ class QtFileDialog : public testing::Test {
 };
 
 TEST_F(QtFileDialog, SavesUnderANameWithASuffixAndStartsWhereItEndedLast) {
+  ASSERT_TRUE(QDir(folder.path()).mkdir("sub"));
   EXPECT_EQ(Save([&](QDialog& window) {
               EXPECT_EQ(window.windowTitle(), "Save Velkor Data");
-              Name(window, folder.filePath("year"));
+              Name(window, folder.filePath("sub/year"));
             }),
-            Path("year.xml"));
+            Path("sub/year.xml"));
   EXPECT_EQ(Save([](QDialog& window) {
               auto& files = dynamic_cast<QFileDialog&>(window);
               EXPECT_EQ(files.nameFilters()[2], "All Files (*)");
               QTest::keyClick(window.findChild<QComboBox*>("fileTypeCombo"), Qt::Key_Down);
               Name(window, "year");
             }),
-            Path("year.txt"));
-  EXPECT_EQ(Save([](QDialog& window) { Name(window, "year.data"); }), Path("year.data"));
+            Path("sub/year.txt"));
+  EXPECT_EQ(Save([](QDialog& window) { Name(window, "year.data"); }), Path("sub/year.data"));
   EXPECT_EQ(Save([](QDialog& window) { window.reject(); }), "");
   WhenOpen([&](QDialog& window) {
     const auto& files = dynamic_cast<QFileDialog&>(window);
-    EXPECT_EQ(files.directory().absolutePath(), folder.path());
+    EXPECT_EQ(files.directory().path().toStdString(), Path("sub"));
     window.reject();
   });
-  EXPECT_EQ(QtCommonDialogs().ShowOpen(dialog), "");
+  EXPECT_EQ(dialogs.ShowOpen(dialog), "");
 }
 
 TEST_F(QtFileDialog, AsksBeforeAFileIsReplacedWhenItShould) {
@@ -81,6 +83,19 @@ TEST_F(QtFileDialog, AsksBeforeAFileIsReplacedWhenItShould) {
   dialog.flags = 0;
   EXPECT_EQ(Save([&](QDialog& window) { Name(window, folder.filePath("year")); }),
             Path("year.xml"));
+}
+
+TEST_F(QtFileDialog, NothingIsSavedOverTheCalendarInUse) {
+  dialog.flags = 0;
+  ASSERT_TRUE(QFile(folder.filePath("calendar.ics")).open(QIODevice::WriteOnly));
+  EXPECT_EQ(Save([&](QDialog& window) {
+              WhenOpen([](QDialog& warning) {
+                WhenOpen([](QDialog& again) { again.reject(); });
+                warning.reject();
+              });
+              Name(window, "calendar.ics");
+            }),
+            "");
 }
 
 TEST(QtColourDialog, BeginsWithTheColourWhateverItsHighByte) {
