@@ -35,7 +35,7 @@ dlgFilter::dlgFilter(const CategoryFilter& filter, std::string titleName, ReadMa
       settings_(settings),
       messages_(messages) {
   lblHead.SetCaption("Show appointments of these categories");
-  Label1.SetCaption("Filter");
+  Label1.SetCaption("Names, joined by \"" + separator_ + "\"");
   cbMasterList.SetCaption("(Include Customised Master Category List)");
   cbAND.SetCaption("(All must be matched)");
   OKButton.SetCaption("OK");

@@ -177,7 +177,7 @@ std::string QtCommonDialogs::ShowSave(const FileDialog& dialog) {
 std::optional<Colour> QtCommonDialogs::ShowColour(Colour current) {
   const QColor chosen =
       QColorDialog::getColor(QColor(current.Red(), current.Green(), current.Blue()), Over(parent_),
-                             {}, QColorDialog::DontUseNativeDialog);
+                             QStringLiteral("Colour"), QColorDialog::DontUseNativeDialog);
   if (!chosen.isValid()) return std::nullopt;
   return Colour::FromRgb(chosen.red(), chosen.green(), chosen.blue());
 }

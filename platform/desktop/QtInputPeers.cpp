@@ -12,6 +12,7 @@
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -21,6 +22,7 @@
 #include "platform/InputElements.h"
 #include "platform/desktop/QtPeers.h"
 #include "platform/desktop/QtText.h"
+#include "support/values/Font.h"
 
 namespace velkor {
 namespace {
@@ -37,6 +39,9 @@ std::optional<int> CodeOf(const QKeyEvent& event) {
   return static_cast<int>(typed.front());
 }
 
+/// At the 96 dots to an inch that twips are turned into pixels by.
+constexpr double PixelsPerPoint = 96.0 / 72;
+
 class TextBoxPeer : public QtPeer<QLineEdit, TextBox> {
  public:
   TextBoxPeer(TextBox& box, QWidget* parent, Placement placement)
@@ -44,6 +49,12 @@ class TextBoxPeer : public QtPeer<QLineEdit, TextBox> {
     setMaxLength(std::numeric_limits<int>::max());
     // In a control it may be as low as a line of text; a thin line is all the frame it has then.
     setFrame(placement == Placement::Layout);
+    if (placement == Placement::Bounds) {
+      // As large as the texts that are painted around it.
+      QFont small = font();
+      small.setPixelSize(static_cast<int>(std::lround(Font().size * PixelsPerPoint)));
+      setFont(small);
+    }
     connect(this, &QLineEdit::textChanged, this,
             [this](const QString& typed) { Mirrored().SetText(typed.toStdString()); });
     Changed();
