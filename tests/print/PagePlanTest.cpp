@@ -109,9 +109,9 @@ TEST(PagePlan, WhatLeavesNothingToPrintOnIsAFailure) {
   backwards.options.EndMonth = 3;
   EXPECT_THAT(backwards.Message(), HasSubstr("August"));
 
-  for (const std::int16_t month : {-32768, 13, 32767}) {
+  for (const int month : {-32768, 13, 32767}) {
     PageCase noMonth;
-    noMonth.options.StartMonth = month;
+    noMonth.options.StartMonth = static_cast<std::int16_t>(month);
     EXPECT_THAT(noMonth.Message(), HasSubstr("no month " + std::to_string(month)));
   }
 }
@@ -135,7 +135,7 @@ TEST(PagePlan, TheLegendIsCutByItsHeightsOnlyWhereHardlyAnyBodyIsLeft) {
 TEST(PagePlan, ALegendEntryOnTheBoundOpensTheNextPageUnlessItIsTheFirst) {
   PageCase page;
   page.SetBody(700);
-  page.legend = {300, 700, 1400, 1700, 2399};
+  page.legend = {300, 700, 1400, 1700, 2099};
   EXPECT_EQ(Text(page.Plan().legend), "1-1 2-2 3-3 4-5");
 
   page.legend.back() = 2401;
@@ -165,10 +165,10 @@ TEST(PagePlan, EveryMonthStandsOnOnePageThatIsNeverOverfullNorHasRoomForTheNext)
       next = months.last + 1;
       const int most = plan.pages.size() == 1 || months.first == months.last ? 80 : 79;
       ASSERT_LE(rowsOf(months.first, months.last), most);
-      if (next <= end) ASSERT_GE(rowsOf(months.first, next), 80);
+      ASSERT_TRUE(next > end || rowsOf(months.first, next) >= 80);
     }
     ASSERT_EQ(plan.failure.has_value(), next <= end);
-    if (plan.failure) ASSERT_GT(rowsOf(next, next), 80);
+    ASSERT_TRUE(!plan.failure || rowsOf(next, next) > 80);
   }
 }
 
