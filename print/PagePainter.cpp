@@ -23,8 +23,8 @@ constexpr Twips TitleGap = 90;
 constexpr Twips LabelMargin = 60;
 /// What a bar leaves free at each side. Two of them keep bars apart on a preview's pixels too.
 constexpr float BarGap = 8;
-/// Width of lines, which is a pixel of a preview at least.
-constexpr Twips LinePen = 16;
+/// Width of lines: one pixel of a preview.
+constexpr Twips LinePen = TwipsPerPixel;
 
 /// A legend that is too long for a page has lower rows, down to these of 5 points.
 constexpr Twips LeastLegendRow = 120;
@@ -48,6 +48,16 @@ Font PageFontOf(double size, bool bold = false) {
 
 Font TitleFont() {
   return PageFontOf(TitlePoints, true);
+}
+
+/// The largest in which each weekday has its initial; the smallest where none has room.
+Font HeaderFont(Surface& surface, const GridGeometry& geometry, const CalendarNames& names) {
+  Font font;
+  for (const double size : {LabelPoints, 7.0, 6.0, 5.0, 4.0}) {
+    font = PageFontOf(size);
+    if (WeekdayInitialsFit(surface, geometry, names, font)) break;
+  }
+  return font;
 }
 
 Twips PrintedWidth(Extent page, const PrintOptionSet& options) {
@@ -136,15 +146,16 @@ void PagePainter::DrawMonths(Surface& surface, const PageMonths& months) const {
   surface.Fill({body_.left, header.top, header.left, header.bottom}, header_colours::Back);
   {
     const ViewScope view(surface, header, {header.left, header.top});
-    DrawHeaderRow(surface, geometry, year_.names, label, header.Height());
+    DrawHeaderRow(surface, geometry, year_.names, HeaderFont(surface, geometry, year_.names),
+                  header.Height());
   }
   {
     const ViewScope view(surface, {body_.left, grid.top, grid.left, grid.bottom},
                          {body_.left, grid.top - top});
     DrawMonthColumn(surface, scene, year_.names, label, {0, top, labelWidth, bottom}, labelWidth);
   }
-  // The pen of the outermost lines reaches beyond the grid.
-  constexpr Twips Reach = LinePen / 2;
+  // The pen of the outermost lines reaches beyond the grid, on a preview by a whole pixel.
+  constexpr Twips Reach = LinePen + LinePen / 2;
   const ViewScope view(
       surface, {grid.left - Reach, grid.top - Reach, grid.right + Reach, grid.bottom + Reach},
       {grid.left, grid.top - top});

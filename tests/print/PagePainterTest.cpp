@@ -41,8 +41,8 @@ class Pages {
     plan = PlanPages(options_, metrics_, span, layout_.BandsInRow, LegendHeights(categories));
   }
 
-  RecordingSurface Draw(int page) const {
-    RecordingSurface surface;
+  RecordingSurface Draw(int page, PixelSize pixel = {}) const {
+    RecordingSurface surface(pixel);
     const PrintedYear year{grid_.Rule(), grid_.Categories(), events_, layout_, names_, title_};
     PagePainter(year, options_, metrics_, plan).Draw(surface, page);
     return surface;
@@ -244,11 +244,20 @@ TEST(PagePainter, TheTitleBlockGrowsWithItsLinesAndMovesTheMonthsDown) {
   }
 }
 
+TEST(PagePainter, WeekdaysHaveTheirInitialsInNarrowColumnsToo) {
+  PrintOptionSet options;
+  for (const std::int32_t legendWidth : {1000, 2268, 4000}) {
+    options.LegendWidth = legendWidth;
+    EXPECT_THAT(Texts(Pages({}, options).Draw(1)), Contains("\"W\"")) << legendWidth;
+  }
+}
+
 TEST(PagePainter, APageIsTheSameCallsWhateverThePixels) {
   PrintOptionSet options;
   options.VisibleText = true;
   const Pages pages(BusyYear(), options);
-  // Lines are lengths, not pixels.
+  EXPECT_EQ(pages.Draw(1, {2.4F, 4.8F}).Log(), pages.Draw(1).Log());
+  // A pen would be a pixel, which is no length.
   EXPECT_THAT(pages.Draw(1).Calls("outline"), IsEmpty());
 }
 
