@@ -111,15 +111,20 @@ TEST(QtSurface, MeasuresWhatItDraws) {
 }
 
 TEST(QtSurface, BreaksLinesAndMeasuresThem) {
-  Drawn(10, 10, 1, [](Surface& measuring) {
-    scene::ExpectLines(measuring, [](TextFlags flags, int height) {
-      const QImage image = Drawn(100, 220, 1, [&](Surface& surface) {
-        surface.Text(scene::InPixels(0, 0, 100, height), scene::Lines, {"", 12}, colours::Black,
-                     flags);
-      });
-      return LastInk(image.transformed(QTransform().rotate(-90))) + 1;
+  const auto inkedRows = [](TextFlags flags, int height) {
+    const QImage image = Drawn(100, 220, 1, [&](Surface& surface) {
+      surface.Text(scene::InPixels(0, 0, 100, height), scene::Lines, {"", 12}, colours::Black,
+                   flags);
     });
+    return LastInk(image.transformed(QTransform().rotate(-90))) + 1;
+  };
+  Drawn(10, 10, 1, [&](Surface& measuring) {
+    scene::ExpectLines(measuring, [&](int height) { return inkedRows(scene::Wrapped, height); });
   });
+  const int whole = inkedRows(scene::Wrapped, 50);
+  const int cut = inkedRows(scene::Wrapped & ~text_flags::EditControl, 50);
+  EXPECT_LT(whole, cut) << "a last line that is visible in part";
+  EXPECT_LE(cut, 50);
 }
 
 TEST(QtSurface, LeavesOutWhatCannotBeDrawn) {

@@ -91,9 +91,10 @@ TEST(GdiSurface, MeasuresWhatItDraws) {
 TEST(GdiSurface, BreaksLinesAndMeasuresThem) {
   const DibSection picture(100, 220);
   GdiSurface surface(picture.Dc());
-  scene::ExpectLines(surface, [&](TextFlags flags, int height) {
+  scene::ExpectLines(surface, [&](int height) {
     surface.Fill(scene::InPixels(0, 0, 100, 220), colours::White);
-    surface.Text(scene::InPixels(0, 0, 100, height), scene::Lines, {"", 12}, colours::Black, flags);
+    surface.Text(scene::InPixels(0, 0, 100, height), scene::Lines, {"", 12}, colours::Black,
+                 scene::Wrapped);
     for (int y = 219; y >= 0; --y) {
       for (int x = 0; x < 100; ++x) {
         if (picture.At(x, y) != colours::White) return y + 1;
