@@ -21,37 +21,6 @@ CategoryFilter FilterOf(const std::string& text, bool matchAll, const std::strin
   return filter;
 }
 
-TEST(CategoryFilter, HidesByAnyOrByAllOfItsNames) {
-  struct Case {
-    std::string filter, categories;
-    bool hiddenByAny, hiddenByAll;
-  };
-  const Case cases[] = {{"", "", false, false},
-                        {"", "Work", false, false},
-                        {"Work", "", true, true},
-                        {"Work", " ", true, true},
-                        {"Work", "Work", false, false},
-                        {"Work", "work", true, true},
-                        {"Work", "  Work  ", false, false},
-                        {"Work", "Homework", true, true},
-                        {"Work", "Home,Work", true, true},
-                        {"Work", "Home, Work", false, false},
-                        {"Work, Home", "Home", false, true},
-                        {"Work, Home", "Home, Other, Work", false, false},
-                        {"Work, Home", "Other", true, true},
-                        {"Work, ", "Work", false, true},
-                        {"Work, ", "Work, ", false, false},
-                        // The filter's own names are not trimmed.
-                        {" Work", "Work", true, true},
-                        {" Work", " Work", true, true}};
-  for (const Case& c : cases) {
-    EXPECT_EQ(FilterOf(c.filter, false).IsFilteredOut(c.categories), c.hiddenByAny)
-        << "any of [" << c.filter << "] for [" << c.categories << "]";
-    EXPECT_EQ(FilterOf(c.filter, true).IsFilteredOut(c.categories), c.hiddenByAll)
-        << "all of [" << c.filter << "] for [" << c.categories << "]";
-  }
-}
-
 // Every pair of an entry and a piece, compared.
 bool HiddenByPlainRule(const std::string& filter, const std::string& categories, bool matchAll) {
   if (filter.empty()) return false;
