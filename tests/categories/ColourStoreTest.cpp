@@ -2,6 +2,7 @@
 #include "categories/ColourStore.h"
 
 #include "categories/ColourList.h"
+#include "categories/ColourRecords.h"
 #include "tests/model/CalendarCase.h"
 
 namespace velkor {
@@ -143,6 +144,30 @@ TEST_F(ColourStoreTest, WhatIsSavedIsFetchedAgainAndTheLastOfTwoPlannersWins) {
   EXPECT_TRUE(colours_.Save("Team", mine));
   EXPECT_THAT(Stored(),
               ElementsAre(testing::StartsWith(Legacy), Prefix + "Team / " + ColourListText(mine)));
+}
+
+TEST_F(ColourStoreTest, ATitleFindsItsOwnListBeforeTheOlderFormWhateverTheDateFormat) {
+  using Lines = std::vector<std::string>;
+  const auto find = [&](const char* title) {
+    return ColourRecords(*access_.ReopenFolder(), seams_.locale).FindList(title);
+  };
+  Put("Holiday", "h\r\nno|1");
+  Put(Legacy, "h\r\nOld|1\r\nOther|2");
+  EXPECT_EQ(find("Team"), (Lines{"h", "Old|1", "Other|2"}));
+  Put(Prefix + "Team", "h\r\nTeam|1\r\n");
+  Put(Prefix, "h\r\nNone|2");
+  Put(Prefix + "Short", "h\r\n \r\n");
+  CalendarItem early = SampleItem("early", At(2010, 1, 1, 1, 30), At(2010, 1, 1, 1, 30));
+  early.fields.subject = Prefix + "Early";
+  early.fields.body = "h\r\nEarly|1";
+  calendar_.Add(early);
+  for (const char* format : {"M/d/y", "d/M/y", "y/M/d"}) {
+    seams_.locale.dates = DatePattern(format);
+    EXPECT_EQ(find("Team"), (Lines{"h", "Team|1"}));
+    EXPECT_EQ(find(""), (Lines{"h", "None|2"}));
+    EXPECT_EQ(find("Short"), std::nullopt);
+    EXPECT_EQ(find("Early"), (Lines{"h", "Old|1", "Other|2"})) << "before the last day of 2010";
+  }
 }
 
 TEST_F(ColourStoreTest, AllListsAreCollectedRecordAfterRecord) {

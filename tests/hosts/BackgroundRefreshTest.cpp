@@ -58,8 +58,8 @@ class RealBackgroundRefresh : public RefreshCase {
   ProcessCacheUtilities processes_{[this](const Error& error) { raised_.push_back(error); },
                                    NumberedUtility()};
   Platform platform_ = around_.With(processes_, shell_);
-  StatusPlanner planner_;
-  CountingView view_;
+  WatchedView planner_;
+  WatchedView view_;
   Timer tmrBackground_{"tmrBackground", 50000};
   BackgroundRefresh refresh_{planner_, view_, platform_, tmrBackground_,
                              [this] { return inputs_; }};

@@ -53,10 +53,8 @@ TEST_F(CalendarAccessTest, AnAddedAppointmentShowsAtOnceWithItsFields) {
   EXPECT_EQ(event.Subject, "Subject of a");
   EXPECT_EQ(event.Categories, "Unknown, Key Customer");
   EXPECT_EQ(event.CatIndex, 2);
-  EXPECT_EQ(event.StartMonth, 3);
   // 1 March 2006 is a Wednesday.
   EXPECT_EQ(event.StartDay, 4);
-  EXPECT_EQ(event.EndDay, 5);
   EXPECT_THAT(view_.Take(), ElementsAre("change", "rewrite"));
 }
 
