@@ -119,15 +119,6 @@ TEST_F(YearPlanFaultsTest, AnUtilityThatCannotStartIsToldAndTheCacheShownAllTheS
   EXPECT_EQ(seams_.cacheUtilities.started.size(), 1u);
 }
 
-TEST_F(YearPlanFaultsTest, ATornCacheFileShowsWhatItHolds) {
-  Start();
-  std::string bytes = Records({EventA, SampleEvent("b", At(2005, 3, 4), At(2005, 3, 6))});
-  bytes.resize(bytes.size() - 3);
-  seams_.files.contents[seams_.cacheUtilities.started.back().cacheFile] = bytes;
-  plan_.ChangeYear(0);
-  EXPECT_EQ(plan_.Grid().Layout().bars.size(), 1u);
-}
-
 TEST_F(YearPlanFaultsTest, AControlOfAnySizeTakesPointerAndKeys) {
   Start();
   std::vector<CalEvent> events;

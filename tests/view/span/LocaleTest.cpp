@@ -31,18 +31,6 @@ TEST(Locale, TheCodePageIsCutAtTheFirstNul) {
   }
 }
 
-TEST(Locale, EncodedTextWrittenInTheCodePageIsUtf8) {
-  FixedLocale locale;
-  for (const std::string text :
-       {"", "plain", "Zo\xC3\xAB \xE2\x82\xAC", "\xE6\x97\xA5\xE6\x9C\xAC \xF0\x9F\x98\x80",
-        // Bytes 81, 8D, 8F, 90 and 9D, which the page leaves undefined.
-        "\xC4\x81\xC4\x8D\xC4\x8F\xC4\x90\xC4\x9D"}) {
-    const std::string encoded = Locale::Utf8Encode(locale, text);
-    EXPECT_EQ(locale.ToCodePage(encoded, locale.AnsiCodePage()), text);
-  }
-  EXPECT_EQ(Locale::Utf8Encode(locale, "\xC3\xA9"), "\xC3\x83\xC2\xA9");
-}
-
 TEST(Locale, FontsFollowTheCodePage) {
   struct Case {
     CodePage page;
