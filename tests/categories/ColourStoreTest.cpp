@@ -3,7 +3,7 @@
 
 #include "categories/ColourList.h"
 #include "categories/ColourRecords.h"
-#include "tests/model/CalendarCase.h"
+#include "tests/categories/CategoryCase.h"
 
 namespace velkor {
 namespace {
@@ -19,10 +19,8 @@ constexpr auto Created = ColourRecordChange::Created;
 constexpr auto Migrated = ColourRecordChange::Migrated;
 constexpr auto Deleted = ColourRecordChange::Deleted;
 
-class ColourStoreTest : public CalendarCase {
+class ColourStoreTest : public CategoryCase {
  protected:
-  ColourStoreTest() { access_.ResolveFolder(""); }
-
   void Put(const std::string& subject, const std::string& body) {
     CalendarItem item = SampleItem("record " + std::to_string(calendar_.AllItems().size()),
                                    At(2011, 1, 1, 1, 30), At(2011, 1, 1, 1, 30));
@@ -38,8 +36,6 @@ class ColourStoreTest : public CalendarCase {
     }
     return stored;
   }
-
-  ColourStore colours_{[this] { return access_.ReopenFolder(); }, seams_.locale, messages_};
 };
 
 TEST_F(ColourStoreTest, AnEmptyFolderGetsARecordWithTheDefaultsOutOfEveryonesWay) {

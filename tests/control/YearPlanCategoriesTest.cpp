@@ -33,9 +33,7 @@ class YearPlanCategoriesTest : public PlannerCase {
     return "--DO NOT EDIT LIST MANUALLY--" + lines;
   }
   CalEvent Event(const std::string& id, const std::string& categories) {
-    CalEvent event = SampleEvent(id, At(2005, 3, 3), At(2005, 3, 5));
-    event.Categories = categories;
-    return event;
+    return SampleEvent(id, At(2005, 3, 3), At(2005, 3, 5), categories);
   }
   /// Category indices of the events in their order.
   std::vector<int> Indices() {
@@ -182,8 +180,8 @@ TEST_F(YearPlanCategoriesTest, AnExportReadsItsYearsAndLeavesTheDisplayedOne) {
   item.fields.body = "what was said";
   calendar_.Add(std::move(item));
   Start();
-  CalEvent shown = SampleEvent("a", At(2004, 3, 3), At(2004, 3, 5));
-  seams_.files.contents[CacheFileOf(2004)] = Records({shown});
+  seams_.files.contents[CacheFileOf(2004)] =
+      Records({SampleEvent("a", At(2004, 3, 3), At(2004, 3, 5))});
   Refreshed({Event("gone", "Work")});
   Timer& timer = plan_.Elements().tmrBackground;
   const auto choose = [](const std::string& from, const std::string& to) {

@@ -148,12 +148,5 @@ TEST(ProbeAnswers, PointerTellsTheEventThatAClickOpensWhereNothingIsSelected) {
   }
 }
 
-TEST(ProbeAnswers, MoreCategoriesThanAnIndexCountsOverflow) {
-  Json probeCase{{"kind", "catindex"}, {"separator", ","}, {"hideNonCategory", false}};
-  probeCase["names"] = std::vector<std::string>(32768, "name");
-  probeCase["categories"] = Json::array({"name"});
-  EXPECT_EQ(AnswerCase(probeCase.dump()), R"({"failure":"overflow"})");
-}
-
 }  // namespace
 }  // namespace velkor

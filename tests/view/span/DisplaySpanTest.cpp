@@ -24,18 +24,6 @@ bool IsLeapYear(int year) {
   return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
 }
 
-TEST(DisplaySpan, RowsAndMonthsAreInverse) {
-  ForEachSpan([](const DisplaySpan& span) {
-    EXPECT_EQ(span.MonthOfRow(0), 0);
-    EXPECT_EQ(span.MonthOfRow(-3), 0);
-    EXPECT_EQ(span.MonthOfRow(1), span.FirstMonth);
-    EXPECT_EQ(span.MonthOfRow(12), span.LastMonthOfView());
-    for (int month = 1; month <= 12; ++month) {
-      EXPECT_EQ(span.MonthOfRow(span.RowOfMonth(month)), month);
-    }
-  });
-}
-
 TEST(DisplaySpan, EveryDayOfItIsFoundInItsCellAgain) {
   static constexpr int Days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
   ForEachSpan([](const DisplaySpan& span) {
