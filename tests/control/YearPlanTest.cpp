@@ -40,6 +40,13 @@ TEST_F(YearPlanTest, PropertiesAreReadInTheirOrderAndSavedUnderTheSameKeys) {
                                          "HideNonCategoryItems", "AppointmentForm", "StartMonth"));
   MemoryPropertyBag saved;
   plan_.WriteProperties(saved);
+  EXPECT_EQ(saved.values, (decltype(saved.values){{"Folder", "Mailbox\\Team"},
+                                                  {"AllEvents", true},
+                                                  {"DisplaySubject", true},
+                                                  {"TitleName", "Leave"},
+                                                  {"HideNonCategoryItems", true},
+                                                  {"AppointmentForm", "IPM.Appointment.Leave"},
+                                                  {"StartMonth", std::int16_t{4}}}));
   YearPlan other(On(outlook_), host_);
   other.ReadProperties(saved);
   MemoryPropertyBag again;

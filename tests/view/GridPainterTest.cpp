@@ -76,32 +76,23 @@ TEST(GridPainter, WithoutSubjectsNoTextIsDrawnOrMeasured) {
   EXPECT_EQ(surface.Measured(), 0);
 }
 
-// A line of the surface is 24 twips high for each point.
-TEST(GridPainter, SubjectsTakeTheLargestSizeWhoseLineFitsABand) {
+// A line of the surface is 24 twips high for each point, times the factor.
+TEST(GridPainter, SubjectsTakeTheLargestSizeOfTwoPointsOrMoreWhoseLineFitsABand) {
   const struct {
     int bandHeight;
+    double factor;
     int size;
-  } cases[] = {{300, 7}, {168, 7}, {167, 6}, {144, 6}, {143, 5}, {119, 4}, {100, 4}};
-  for (const auto& [bandHeight, size] : cases) {
+  } cases[] = {{300, 1, 7}, {168, 1, 7}, {167, 1, 6}, {143, 1, 5}, {119, 1, 4},
+               {100, 1, 4}, {150, 2, 3}, {150, 3, 2}, {150, 50, 2}};
+  for (const auto& [bandHeight, factor, size] : cases) {
     const YearGrid grid = SampleGrid({SampleEvent("a", At(2006, 1, 30), At(2006, 2, 3))},
                                      {.DisplaySubject = true}, bandHeight);
-    RecordingSurface surface;
-    Draw(surface, grid);
+    TallSurface surface(factor);
+    GridPainter(surface, grid, Font{}, Everything).DrawEvents();
+    EXPECT_THAT(surface.Calls("text"), SizeIs(2));
     for (const std::string& text : surface.Calls("text")) {
       EXPECT_THAT(text, HasSubstr("font " + std::to_string(size) + " flags 0x40800"));
     }
-    EXPECT_THAT(surface.Calls("text"), SizeIs(2));
-  }
-}
-
-TEST(GridPainter, SubjectsOfTallTextShrinkToTwoPointsAtMost) {
-  const YearGrid grid = SampleGrid({SampleEvent("a", At(2006, 1, 30), At(2006, 1, 31))},
-                                   {.DisplaySubject = true}, 150);
-  for (const auto& [factor, size] : {std::pair(2.0, 3), std::pair(3.0, 2), std::pair(50.0, 2)}) {
-    TallSurface surface(factor);
-    GridPainter(surface, grid, Font{}, Everything).DrawEvents();
-    ASSERT_THAT(surface.Calls("text"), SizeIs(1));
-    EXPECT_THAT(surface.Calls("text")[0], HasSubstr("font " + std::to_string(size) + " flags"));
   }
 }
 

