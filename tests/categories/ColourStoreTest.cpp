@@ -21,11 +21,9 @@ constexpr auto Deleted = ColourRecordChange::Deleted;
 
 class ColourStoreTest : public CategoryCase {
  protected:
-  void Put(const std::string& subject, const std::string& body) {
-    CalendarItem item = SampleItem("record " + std::to_string(calendar_.AllItems().size()),
-                                   At(2011, 1, 1, 1, 30), At(2011, 1, 1, 1, 30));
-    item.fields.subject = subject;
-    item.fields.body = body;
+  void Put(const std::string& subject, const std::string& body, Date at = At(2011, 1, 1, 1, 30)) {
+    CalendarItem item = SampleRecord(subject, body, at);
+    item.entryId += std::to_string(calendar_.AllItems().size());
     calendar_.Add(item);
   }
   /// Subject and body of each item, a bar between them.
@@ -153,10 +151,7 @@ TEST_F(ColourStoreTest, ATitleFindsItsOwnListBeforeTheOlderFormWhateverTheDateFo
   Put(Prefix + "Team", "h\r\nTeam|1\r\n");
   Put(Prefix, "h\r\nNone|2");
   Put(Prefix + "Short", "h\r\n \r\n");
-  CalendarItem early = SampleItem("early", At(2010, 1, 1, 1, 30), At(2010, 1, 1, 1, 30));
-  early.fields.subject = Prefix + "Early";
-  early.fields.body = "h\r\nEarly|1";
-  calendar_.Add(early);
+  Put(Prefix + "Early", "h\r\nEarly|1", At(2010, 1, 1, 1, 30));
   for (const char* format : {"M/d/y", "d/M/y", "y/M/d"}) {
     seams_.locale.dates = DatePattern(format);
     EXPECT_EQ(find("Team"), (Lines{"h", "Team|1"}));
@@ -172,10 +167,7 @@ TEST_F(ColourStoreTest, AllListsAreCollectedRecordAfterRecord) {
   Put(Prefix, Header);
   Put(Legacy, Header + "\r\nOld|1\r\nOlder|1");
   Put("Copy of " + Prefix + "Ann's", Header + "\r\nOther|3");
-  CalendarItem late = SampleItem("late", At(2011, 1, 2), At(2011, 1, 2));
-  late.fields.subject = Prefix;
-  late.fields.body = Header + "\r\nLate|1";
-  calendar_.Add(late);
+  Put(Prefix, Header + "\r\nLate|1", At(2011, 1, 2));
   for (const char* format : {"M/d/y", "d/M/y"}) {
     seams_.locale.dates = DatePattern(format);
     const auto lines = colours_.CollectAllLists();

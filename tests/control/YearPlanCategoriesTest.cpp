@@ -17,11 +17,7 @@ class YearPlanCategoriesTest : public PlannerCase {
  protected:
   /// A colour record of the title with these lines.
   void AddRecord(const std::string& title, const std::string& lines) {
-    CalendarItem record = SampleItem("record of " + title, colour_record::HiddenInstant(),
-                                     colour_record::HiddenInstant());
-    record.fields.subject = colour_record::SubjectOf(title);
-    record.fields.body = Listed(lines);
-    calendar_.Add(std::move(record));
+    calendar_.Add(SampleRecord(colour_record::SubjectOf(title), Listed(lines)));
   }
   std::string BodyOf(const std::string& title) {
     for (const auto& item : calendar_.AllItems()) {
@@ -129,7 +125,8 @@ TEST_F(YearPlanCategoriesTest, AListThatCouldNotBeReadIsNeverWrittenOver) {
   messages_.Expect("Error fetching category colours 13 ");
   plan_.CatDelete("Work");
   EXPECT_EQ(BodyOf("Default"), Listed("\r\nWork|255\r\nbroken\r\nOther|1"));
-  const auto record = embedded_.GetNamespace("MAPI")->GetItemFromID("record of Default", "store");
+  const auto record =
+      embedded_.GetNamespace("MAPI")->GetItemFromID(colour_record::SubjectOf("Default"), "store");
   record->SetBody(Listed("\r\nWork|255\r\nOther|1"));
   record->Save();
   plan_.CatDelete("Work");

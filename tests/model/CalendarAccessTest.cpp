@@ -157,9 +157,8 @@ TEST_F(CalendarAccessTest, OccurrencesBeforeAFailureAreKept) {
 TEST_F(CalendarAccessTest, ColourRecordsAreReadAgainAndNeverEnterTheView) {
   access_.ResolveFolder("");
   view_.span = {2011, 1};
-  CalendarItem record = SampleItem("r", At(2011, 1, 1, 1, 30), At(2011, 1, 1, 1, 30));
-  record.fields.subject = "PLEASE IGNORE - Velkor Category Colours: Default";
-  const auto saved = access_.Item(Save(record));
+  const auto saved = access_.Item(
+      Save(SampleRecord("PLEASE IGNORE - Velkor Category Colours: Default", "a list")));
   saved->SetBody("another list");
   saved->Save();
   EXPECT_THAT(view_.Take(), ElementsAre("colours", "colours"));

@@ -22,6 +22,15 @@ inline CalendarItem SampleItem(std::string id, Date start, Date end) {
   return item;
 }
 
+/// A hidden appointment with a list of colours; its identifier is the subject.
+inline CalendarItem SampleRecord(const std::string& subject, std::string body,
+                                 Date at = At(2011, 1, 1, 1, 30)) {
+  CalendarItem item = SampleItem(subject, at, at);
+  item.fields.subject = subject;
+  item.fields.body = std::move(body);
+  return item;
+}
+
 /// The default folder is "Mailbox\\Calendar", empty at first.
 class CalendarInMemory : public testing::Test {
  protected:

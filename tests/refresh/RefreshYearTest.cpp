@@ -102,15 +102,12 @@ TEST_F(RefreshYearTest, AMeetingItemBringsItsAppointmentAndOtherItemsBringNothin
 
 TEST_F(RefreshYearTest, ColourRecordsStayOut) {
   request_.span = {2011, 1};
-  const Date hidden = colour_record::HiddenInstant();
-  EXPECT_EQ(hidden, At(2011, 1, 1, 1, 30));
+  EXPECT_EQ(colour_record::HiddenInstant(), At(2011, 1, 1, 1, 30));
   for (const char* subject :
        {"PLEASE IGNORE - Velkor Category Colours: Team",
         "PLEASE IGNORE - Velkor Category Colours: ",
         "Please Ignore - Holds Category Colours for the Year Planner", "Please ignore"}) {
-    CalendarItem item = SampleItem(subject, hidden, hidden);
-    item.fields.subject = subject;
-    calendar_.Add(item);
+    calendar_.Add(SampleRecord(subject, ""));
   }
   Refresh();
   EXPECT_THAT(Subjects(), ElementsAre("Please ignore"));
