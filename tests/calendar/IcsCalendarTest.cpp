@@ -7,36 +7,20 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
-#include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "calendar/EmbeddedOutlook.h"
 #include "calendar/IcsEditor.h"
 #include "calendar/ShortHash.h"
 #include "platform/headless/FixedLocale.h"
-#include "support/values/Error.h"
 #include "support/values/Text.h"
-#include "tests/calendar/IcsCase.h"
+#include "tests/calendar/CalendarDoubles.h"
+#include "tests/calendar/CalendarFileCase.h"
 
 namespace velkor {
 namespace {
 
 using Texts = std::vector<std::string>;
 namespace fs = std::filesystem;
-
-class EventLog : public OutlookItemEvents {
- public:
-  void ItemAdd(OutlookItem& item) override { events_.push_back("add " + item.Subject()); }
-  void ItemChange(OutlookItem& item) override { events_.push_back("change " + item.Subject()); }
-  void ItemRemove() override { events_.push_back("remove"); }
-  Texts Take() { return std::exchange(events_, {}); }
-
- private:
-  Texts events_;
-};
 
 /// A window of its own on a calendar file.
 struct Window {
@@ -73,34 +57,14 @@ struct Window {
   std::unique_ptr<OutlookItems> items;
 };
 
-std::string Named(const std::string& subject) {
-  return Event("UID:" + subject + "\nSUMMARY:" + subject + "\nDTSTART:20260301\n");
-}
-
-class IcsCalendarTest : public testing::Test {
+class IcsCalendarTest : public CalendarFileCase {
  protected:
-  IcsCalendarTest()
-      : folder_(testing::TempDir() + "calendar-" + std::to_string(getpid()) + "-" +
-                testing::UnitTest::GetInstance()->current_test_info()->name()),
-        path_(folder_ + "/team.ics") {
-    fs::create_directories(folder_);
-    Write(Calendar(Named("a") + Named("b")));
-  }
-  ~IcsCalendarTest() override { fs::remove_all(folder_); }
+  IcsCalendarTest() { Write(Calendar(Named("a") + Named("b"))); }
 
-  /// As another program would, into the file itself.
-  void Write(const std::string& text) const { std::ofstream(path_, std::ios::binary) << text; }
-  std::string Read() const {
-    std::ifstream file(path_, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
   std::size_t FilesInFolder() const {
     return static_cast<std::size_t>(
         std::distance(fs::directory_iterator(folder_), fs::directory_iterator()));
   }
-
-  std::string folder_;
-  std::string path_;
 };
 
 TEST_F(IcsCalendarTest, WhatIsSavedIsInTheFileAndIsNoNewsToItself) {

@@ -6,8 +6,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <ctime>
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <random>
 
@@ -391,28 +389,6 @@ TEST(IcsEditor, TextsThatNoReadingWouldGiveBackAreRefused) {
   CalendarItem gone = ItemOf(text, "a");
   EXPECT_THROW(ChangeInIcs(Calendar(""), "team.ics", gone, NewSubject("b")), Error);
   EXPECT_THROW(DeleteFromIcs(Calendar(""), "team.ics", gone.entryId), Error);
-}
-
-TEST(IcsEditor, AppointmentsOfTheSampleCanBeChangedAndNothingElseMoves) {
-  std::ifstream file(SAMPLES "team.ics", std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(file), {}};
-  const std::vector<CalendarItem> before = Parse(text).items;
-  ASSERT_GT(before.size(), 50U);
-  for (std::size_t edited = 0; edited < before.size(); edited += 7) {
-    const CalendarItem& item = before[edited];
-    CalendarItem after = item;
-    after.fields.subject = "Changed";
-    after.lastModified = Saved;
-    const std::string bytes = ChangeInIcs(text, "team.ics", after, NewSubject("Changed")).bytes;
-    const std::vector<CalendarItem> items = Parse(bytes).items;
-    ASSERT_EQ(items.size(), before.size());
-    for (std::size_t i = 0; i < items.size(); ++i) {
-      EXPECT_EQ(items[i].entryId, before[i].entryId);
-      const bool isChanged = before[i].entryId == item.entryId;
-      EXPECT_EQ(SameContent(items[i], before[i]), !isChanged) << before[i].fields.subject;
-      EXPECT_EQ(items[i].occurrences, before[i].occurrences);
-    }
-  }
 }
 
 /// An event of properties that odd files hold, in any order.

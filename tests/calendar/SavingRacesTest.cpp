@@ -1,19 +1,15 @@
 // tests/calendar/SavingRacesTest.cpp: saves while other programs write the same file.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <thread>
 
 #include "calendar/CalendarFile.h"
 #include "calendar/ShortHash.h"
-#include "support/values/Error.h"
+#include "tests/calendar/CalendarFileCase.h"
 
 namespace velkor {
 namespace {
@@ -22,29 +18,12 @@ namespace fs = std::filesystem;
 using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
-class SavingRaces : public testing::Test {
+class SavingRaces : public CalendarFileCase {
  protected:
-  SavingRaces()
-      : folder_(testing::TempDir() + "races-" + std::to_string(getpid()) + "-" +
-                testing::UnitTest::GetInstance()->current_test_info()->name()),
-        path_(folder_ + "/team.ics") {
-    fs::create_directories(folder_);
-  }
-  ~SavingRaces() override { fs::remove_all(folder_); }
-
-  void Write(const std::string& text) const { std::ofstream(path_, std::ios::binary) << text; }
   /// As a program does that knows nothing of our locks.
   void ReplaceAsAForeignProgram(const std::string& text) const {
-    std::ofstream(path_ + ".foreign", std::ios::binary) << text;
-    fs::rename(path_ + ".foreign", path_);
+    fs::rename(WriteTo("foreign", text), path_);
   }
-  std::string Read() const {
-    std::ifstream file(path_, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-
-  std::string folder_;
-  std::string path_;
 };
 
 TEST_F(SavingRaces, AForeignReplacementLetsNoSecondSaveOfOursIn) {

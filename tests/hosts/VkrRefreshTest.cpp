@@ -38,7 +38,7 @@ class VkrRefresh : public RefreshCase {
   }
   /// The cache utility beside a reader that never ends, which notes its process number in "pids".
   std::string UtilityWithSlowReader() const {
-    QFile::copy(VKR_REFRESH, QString::fromStdString(Path("vkrRefresh")));
+    QFile::copy(VKR_REFRESH, File("vkrRefresh"));
     Script("yearplan-read",
            "echo $$ >>'" + QByteArray::fromStdString(Path("pids")) + "'\nexec sleep 60\n");
     return Path("vkrRefresh");
@@ -51,8 +51,7 @@ class VkrRefresh : public RefreshCase {
 };
 
 TEST_F(VkrRefresh, DoesOneRefreshAfterAnotherAndEndsWhenItsClientHasNothingMoreToAsk) {
-  Write("a.ics", Calendar(3));
-  const std::string start = Encode({InputsFor("a.ics")});
+  const std::string start = Encode({InputsFor(Calendar(3))});
   Start();
   Send(start);
   EXPECT_EQ(Answer(), 1);
@@ -66,8 +65,7 @@ TEST_F(VkrRefresh, DoesOneRefreshAfterAnotherAndEndsWhenItsClientHasNothingMoreT
 }
 
 TEST_F(VkrRefresh, AClientThatGoesAwayEndsItInTheMiddleOfReading) {
-  Write("a.ics", Calendar(3));
-  const RefreshInputs inputs = InputsFor("a.ics");
+  const RefreshInputs inputs = InputsFor(Calendar(3));
   Start(UtilityWithSlowReader());
   Send(Encode({inputs}));
   ASSERT_TRUE(Await([&] { return Processes().size() == 1; }));
@@ -80,8 +78,7 @@ TEST_F(VkrRefresh, AClientThatGoesAwayEndsItInTheMiddleOfReading) {
 }
 
 TEST_F(VkrRefresh, AStopInTheMiddleOfReadingCompletesWithNothingToReport) {
-  Write("a.ics", Calendar(3));
-  const RefreshInputs inputs = InputsFor("a.ics");
+  const RefreshInputs inputs = InputsFor(Calendar(3));
   Create(UtilityWithSlowReader());
   utility_->Start(inputs);
   ASSERT_TRUE(Await([&] { return Processes().size() == 1; }));
@@ -105,8 +102,7 @@ TEST_F(VkrRefresh, NonsenseFromTheClientEndsIt) {
 TEST_F(VkrRefresh, AKillAtAnyMomentLeavesTheOldOrTheNewCacheFile) {
   const int kills = std::max(25, qEnvironmentVariableIntValue("VELKOR_KILLS"));
   const QByteArray calendars[] = {Calendar(1500), Calendar(1500, "CATEGORIES:Leave\r\n")};
-  Write("a.ics", calendars[0]);
-  const RefreshInputs inputs = InputsFor("a.ics");
+  const RefreshInputs inputs = InputsFor(calendars[0]);
   const auto refresh = [&](const QByteArray& calendar) {
     Write("a.ics", calendar);
     Start();

@@ -144,9 +144,7 @@ TEST(QtMessageBoxes, EnterGivesTheDefaultButtonAndEscapeRefuses) {
   EXPECT_EQ(QtMessageBoxes().Show(question), MessageAnswer::No);
   WhenOpen([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
   EXPECT_EQ(QtMessageBoxes().Show(question), MessageAnswer::No);
-  WhenOpen([](QDialog& dialog) {
-    QTest::mouseClick(dynamic_cast<QMessageBox&>(dialog).button(QMessageBox::Yes), Qt::LeftButton);
-  });
+  WhenOpen([](QDialog& dialog) { Press(dialog, QDialogButtonBox::Yes); });
   EXPECT_EQ(QtMessageBoxes().Show(question), MessageAnswer::Yes);
 }
 
