@@ -1,12 +1,14 @@
 // tests/calendar/FilterTextTest.cpp: filter texts, their dates and their faults.
 #include "calendar/FilterText.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "support/values/Error.h"
 
 namespace velkor {
 namespace {
+
+using testing::HasSubstr;
 
 Date At(int year, int month, int day, int hour = 0, int minute = 0, int second = 0) {
   return Date::FromFields({year, month, day, hour, minute, second});
@@ -77,7 +79,7 @@ TEST(FilterText, SaysWhatIsWrongAndWhere) {
       {"[Subject]=a", "a value in quotes"},
   };
   for (const auto& [text, fault] : cases) {
-    EXPECT_NE(FaultOf(text).find(fault), std::string::npos) << text;
+    EXPECT_THAT(FaultOf(text), HasSubstr(fault)) << text;
   }
 }
 

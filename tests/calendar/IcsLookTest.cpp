@@ -1,5 +1,5 @@
 // tests/calendar/IcsLookTest.cpp: looks at a calendar file that leave the event loop running.
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <signal.h>
 #include <sys/stat.h>
 
@@ -14,6 +14,7 @@
 namespace velkor {
 namespace {
 
+using testing::HasSubstr;
 using Texts = std::vector<std::string>;
 using namespace std::chrono_literals;
 namespace fs = std::filesystem;
@@ -164,7 +165,7 @@ TEST_F(IcsLook, ChangesInQuickSuccessionEndWithTheLastOneReadOneAtATime) {
 TEST_F(IcsLook, ReaderThatHangsIsKilledAtItsLimitAndToldOnce) {
   OpenAndHold(Calendar(Named("c")), 1500ms);
   ASSERT_TRUE(RunUntilTold(1));
-  EXPECT_NE(told_[0].find("took longer than 1500 ms"), std::string::npos) << told_[0];
+  EXPECT_THAT(told_[0], HasSubstr("took longer than 1500 ms")) << told_[0];
   EXPECT_FALSE(IsAlive(Log().back()));
   for (int i = 0; i < 10; ++i) {
     Look();
@@ -195,7 +196,7 @@ TEST_F(IcsLook, BrokenStatesAreToldOnceEachAndSoIsTheirEnd) {
     Look();
     QCoreApplication::processEvents();
     ASSERT_EQ(told_.size(), 1U);
-    EXPECT_NE(told_[0].find(words), std::string::npos) << told_[0];
+    EXPECT_THAT(told_[0], HasSubstr(words)) << told_[0];
     EXPECT_EQ(Subjects(), (Texts{"a", "b"}));
   };
   fs::rename(folder_ + "/in", folder_ + "/out");

@@ -1,7 +1,7 @@
 // tests/calendar/IcsReaderTest.cpp: the reading process, its answers and its ways to fail.
 #include "calendar/IcsReader.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <sys/stat.h>
 
 #include "calendar/IcsAnswer.h"
@@ -10,6 +10,7 @@
 namespace velkor {
 namespace {
 
+using testing::HasSubstr;
 using Texts = std::vector<std::string>;
 
 class IcsReaderTest : public CalendarFileCase {
@@ -26,7 +27,7 @@ class IcsReaderTest : public CalendarFileCase {
       ReadIcsFile(path, Year(2026), options);
     } catch (const Error& error) {
       EXPECT_EQ(error.Number(), errors::CalendarFailed);
-      EXPECT_NE(error.Description().find(path), std::string::npos) << error.Description();
+      EXPECT_THAT(error.Description(), HasSubstr(path)) << error.Description();
       return error.Description();
     }
     return "no error";
@@ -51,28 +52,27 @@ TEST_F(IcsReaderTest, TheProcessGivesWhatTheParserGives) {
 }
 
 TEST_F(IcsReaderTest, FilesThatAreNoCalendarAreNamed) {
-  EXPECT_NE(FaultOf(folder_ + "/none.ics").find("does not exist"), std::string::npos);
-  EXPECT_NE(FaultOf(folder_).find("is a folder"), std::string::npos);
-  EXPECT_NE(FaultOf(WriteTo("text.ics", "hello")).find("holds no calendar"), std::string::npos);
+  EXPECT_THAT(FaultOf(folder_ + "/none.ics"), HasSubstr("does not exist"));
+  EXPECT_THAT(FaultOf(folder_), HasSubstr("is a folder"));
+  EXPECT_THAT(FaultOf(WriteTo("text.ics", "hello")), HasSubstr("holds no calendar"));
   const std::string pipe = folder_ + "/pipe";
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-  EXPECT_NE(FaultOf(pipe).find("is no ordinary file"), std::string::npos);
+  EXPECT_THAT(FaultOf(pipe), HasSubstr("is no ordinary file"));
   const std::string huge = WriteTo("huge.ics", Calendar(""));
   std::filesystem::resize_file(huge, IcsLimits{}.fileSize + 1);
-  EXPECT_NE(FaultOf(huge).find("is larger than 64 MiB"), std::string::npos);
+  EXPECT_THAT(FaultOf(huge), HasSubstr("is larger than 64 MiB"));
 }
 
 TEST_F(IcsReaderTest, AReaderThatFailsBecomesAMessage) {
   const std::string path = WriteTo("team.ics", Calendar(Event(WeeklyEvent)));
   EXPECT_EQ(FaultOf(path, Script("kill -SEGV $$")),
             "The calendar file " + path + " could not be read: the reader stopped with signal 11.");
-  EXPECT_NE(FaultOf(path, Script("exit 3")).find("exit code 3"), std::string::npos);
-  EXPECT_NE(FaultOf(path, Script("exit 0")).find("gave no answer"), std::string::npos);
-  EXPECT_NE(FaultOf(path, Script("echo hello; echo trouble >&2")).find("gave no answer"),
-            std::string::npos);
+  EXPECT_THAT(FaultOf(path, Script("exit 3")), HasSubstr("exit code 3"));
+  EXPECT_THAT(FaultOf(path, Script("exit 0")), HasSubstr("gave no answer"));
+  EXPECT_THAT(FaultOf(path, Script("echo hello; echo trouble >&2")), HasSubstr("gave no answer"));
   IcsReaderOptions missing;
   missing.program = folder_ + "/no-such-reader";
-  EXPECT_NE(FaultOf(path, missing).find("could not be started"), std::string::npos);
+  EXPECT_THAT(FaultOf(path, missing), HasSubstr("could not be started"));
 }
 
 TEST_F(IcsReaderTest, AReaderThatHangsIsStopped) {
@@ -80,7 +80,7 @@ TEST_F(IcsReaderTest, AReaderThatHangsIsStopped) {
   for (const char* script : {"sleep 1000", "exec >&-; exec sleep 1000", "while :; do :; done"}) {
     IcsReaderOptions options = Script(script);
     options.timeLimit = std::chrono::milliseconds{200};
-    EXPECT_NE(FaultOf(path, options).find("took longer than 200 ms"), std::string::npos) << script;
+    EXPECT_THAT(FaultOf(path, options), HasSubstr("took longer than 200 ms")) << script;
   }
 }
 
@@ -92,8 +92,7 @@ TEST_F(IcsReaderTest, AReaderThatNeedsTooMuchMemoryBecomesAMessage) {
   for (int i = 0; i < 200'000; ++i) events += "BEGIN:VEVENT\nDTSTART:20260101\nEND:VEVENT\n";
   IcsReaderOptions options;
   options.memoryLimit = std::size_t{200} << 20;
-  EXPECT_NE(FaultOf(WriteTo("many.ics", Calendar(events)), options).find("memory"),
-            std::string::npos);
+  EXPECT_THAT(FaultOf(WriteTo("many.ics", Calendar(events)), options), HasSubstr("memory"));
 }
 
 TEST_F(IcsReaderTest, BrokenAnswersAreRefusedWhateverTheyHold) {
@@ -121,8 +120,7 @@ TEST_F(IcsReaderTest, BrokenAnswersAreRefusedWhateverTheyHold) {
     }
   }
   const std::string cut = WriteTo("answer", answer.substr(0, answer.size() - 20));
-  EXPECT_NE(FaultOf(path, Script("cat '" + cut + "'")).find("answer is not whole"),
-            std::string::npos);
+  EXPECT_THAT(FaultOf(path, Script("cat '" + cut + "'")), HasSubstr("answer is not whole"));
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 // tests/calendar/SavingRacesTest.cpp: saves while other programs write the same file.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <algorithm>
 #include <atomic>
@@ -10,6 +9,7 @@
 #include "calendar/CalendarFile.h"
 #include "calendar/ShortHash.h"
 #include "tests/calendar/CalendarFileCase.h"
+#include "tests/platform/desktop/ChildProcess.h"
 
 namespace velkor {
 namespace {
@@ -54,40 +54,32 @@ TEST_F(SavingRaces, BesideAForeignWriterEverySaveIsWholeOrSaysThatTheFileKeepsCh
   const std::string body(std::size_t{1} << 20, 'x');
   Write(body);
   const auto end = Clock::now() + milliseconds(1200);
-  std::vector<pid_t> ours;
+  std::vector<ChildProcess> ours;
   for (const char own : {'a', 'b'}) {
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child != 0) {
-      ours.push_back(child);
-      continue;
-    }
-    int faults = 0;
-    while (Clock::now() < end) {
-      try {
-        CalendarFile(path_, {.patience = std::chrono::seconds(20)})
-            .Replace([&](const std::string& bytes) {
-              if (bytes.compare(0, body.size(), body) != 0) ++faults;
-              std::string other = body;
-              if (bytes.back() != own) other += own;
-              return other;
-            });
-      } catch (const Error& error) {
-        if (error.Description().find("keeps changing it") == std::string::npos) ++faults;
+    ours.emplace_back([&, own] {
+      int faults = 0;
+      while (Clock::now() < end) {
+        try {
+          CalendarFile(path_, {.patience = std::chrono::seconds(20)})
+              .Replace([&](const std::string& bytes) {
+                if (bytes.compare(0, body.size(), body) != 0) ++faults;
+                std::string other = body;
+                if (bytes.back() != own) other += own;
+                return other;
+              });
+        } catch (const Error& error) {
+          if (error.Description().find("keeps changing it") == std::string::npos) ++faults;
+        }
       }
-    }
-    _exit(std::min(faults, 100));
+      return std::min(faults, 90);
+    });
   }
   while (Clock::now() < end) {
     ReplaceAsAForeignProgram(body + "f");
     std::this_thread::sleep_for(milliseconds(15));
     EXPECT_EQ(Read().compare(0, body.size(), body), 0) << "the file is not whole";
   }
-  for (const pid_t child : ours) {
-    int state = 0;
-    waitpid(child, &state, 0);
-    EXPECT_EQ(state, 0);
-  }
+  for (ChildProcess& child : ours) EXPECT_EQ(child.Wait(), 0);
   EXPECT_FALSE(fs::exists(folder_ + "/.velkor-" + ShortHash("team.ics")));
 }
 

@@ -93,20 +93,14 @@ TEST_F(AppointmentInspector, OkSavesWhatWasTypedAndLeavesTheRest) {
   EXPECT_EQ(saved->Start(), Date::FromFields({2026, 5, 4, 9, 30, 15}));
 }
 
-TEST_F(AppointmentInspector, CancelAndEscapeLeaveTheItemAsItWas) {
+TEST_F(AppointmentInspector, EscapeLeavesTheItemAsItWas) {
   const auto item = Appointment(Date::FromYmd(2026, 5, 4), Date::FromYmd(2026, 5, 6), true);
-  for (const bool escape : {true, false}) {
-    Inspect(*item, [escape](QDialog& dialog) {
-      Type(dialog, "subject", "Trip");
-      if (escape) {
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-      } else {
-        Press(dialog, QDialogButtonBox::Cancel);
-      }
-    });
-    EXPECT_EQ(item->Subject(), "Holiday <b>");
-    EXPECT_EQ(Saved("a")->Subject(), "Holiday <b>");
-  }
+  Inspect(*item, [](QDialog& dialog) {
+    Type(dialog, "subject", "Trip");
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+  });
+  EXPECT_EQ(item->Subject(), "Holiday <b>");
+  EXPECT_EQ(Saved("a")->Subject(), "Holiday <b>");
 }
 
 TEST_F(AppointmentInspector, AllDayBoxTurnsDaysIntoTimesAndBack) {

@@ -96,18 +96,6 @@ TEST_F(RealBackgroundRefresh, TheWindowHandlesInputWhileTheProcessWorksAndWhenIt
   EXPECT_EQ(view_.reloads, 2);
 }
 
-TEST_F(RealBackgroundRefresh, AHungProcessIsReplacedAtTheFourthAttempt) {
-  const pid_t hung = StartAndHang();
-  for (int attempt = 1; attempt <= 3; ++attempt) refresh_.StartRefresh(false);
-  EXPECT_EQ(Processes().size(), 1U);
-  refresh_.StartRefresh(false);
-  ASSERT_TRUE(AwaitIdle());
-  EXPECT_EQ(Processes().size(), 2U);
-  EXPECT_EQ(view_.reloads, 1);
-  EXPECT_TRUE(Await([&] { return !IsRunning(hung); }));
-  EXPECT_THAT(around_.boxes.texts, IsEmpty());
-}
-
 TEST_F(RealBackgroundRefresh, AForcedStartWaitsSomeSecondsForAHungProcessAndHandlesInputMeanwhile) {
   const pid_t hung = StartAndHang();
   Window window;

@@ -59,24 +59,6 @@ TEST_F(Yearplan, CacheFileHoldsTheYear) {
   EXPECT_FALSE(json.contains("hits"));
 }
 
-TEST_F(Yearplan, ColoursThatTheCalendarHoldsAreTaken) {
-  Write("team.ics",
-        "BEGIN:VCALENDAR\r\nBEGIN:VEVENT\r\nUID:c\r\nSUMMARY:" +
-            QByteArray::fromStdString(colour_record::SubjectOf("Rooms")) +
-            "\r\nDTSTART:20110101T013000\r\n"
-            "DESCRIPTION:--DO NOT EDIT LIST MANUALLY--\\nLab|255\\nHall|65280\r\nEND:VEVENT\r\n"
-            "BEGIN:VEVENT\r\nUID:e\r\nDTSTART;VALUE=DATE:20260105\r\nCATEGORIES:Hall\r\n"
-            "END:VEVENT\r\nEND:VCALENDAR\r\n");
-  const auto catIndex = [&](const char* title) {
-    const Outcome outcome =
-        Run({"inspect", "team.ics", "--year", "2026", "--title", title, "--json"});
-    return nlohmann::json::parse(outcome.out).at("events").at(0).at("catIndex").get<int>();
-  };
-  EXPECT_EQ(catIndex("Rooms"), 2);
-  // Another title has no record: the host's own table holds Hall first.
-  EXPECT_EQ(catIndex("Default"), 1);
-}
-
 TEST_F(Yearplan, ErrorsSayWhatAndExitCodesSayWhichKind) {
   Write("team.ics", Calendar(1));
   Write("junk.ics", "no calendar\n");

@@ -119,15 +119,6 @@ TEST(QtForms, TheFirstInputHasTheKeyboardAndLabelsLeadToTheirs) {
   QtForms().ShowModal(form);
 }
 
-TEST(QtForms, RefusesAnElementThatNoWidgetMirrors) {
-  struct OddForm : Form {
-    OddForm() : Form("frmOdd", "Odd") { AddRow({{{&timer, 1}}, FormRowKind::Plain}); }
-    Timer timer{"tmrOdd", 10};
-  } form;
-  EXPECT_THROW(QtForms().ShowModal(form), Error);
-  EXPECT_FALSE(form.IsOpen());
-}
-
 TEST(QtMessageBoxes, EnterGivesTheDefaultButtonAndEscapeRefuses) {
   const Message question{.text = "Delete <this>?\r\rReally?",
                          .title = "Planner",
