@@ -123,5 +123,16 @@ TEST_F(IcsReaderTest, BrokenAnswersAreRefusedWhateverTheyHold) {
   EXPECT_THAT(FaultOf(path, Script("cat '" + cut + "'")), HasSubstr("answer is not whole"));
 }
 
+TEST_F(IcsReaderTest, AnOpenedCalendarReadsItsFileAgainForOtherYears) {
+  Write(Calendar(Event(WeeklyEvent)));
+  CalendarStore store("store");
+  OpenIcsCalendar(store, path_, Year(2026));
+  CalendarFolder& folder = *store.DefaultCalendar();
+  const std::string entryId = folder.AllItems().at(0)->entryId;
+  folder.Load(Year(2030));
+  EXPECT_EQ(folder.AllItems().at(0)->entryId, entryId);
+  EXPECT_GE(Words(folder.AllItems()[0]->occurrences.back().start), "2030-12-01");
+}
+
 }  // namespace
 }  // namespace velkor

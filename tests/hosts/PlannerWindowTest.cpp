@@ -96,6 +96,7 @@ TEST_F(PlannerWindow, ShowsTheYearOfTheCalendarThroughTheCacheUtility) {
   EXPECT_THAT(Grid().accessibleDescription().toStdString(), HasSubstr("2 appointments"));
   EXPECT_TRUE(Plan().AllEvents());
   EXPECT_TRUE(Plan().DisplaySubject());
+  EXPECT_THAT(Plan().GetStringList(), testing::ElementsAre("Leave", "Other"));
   QTest::keyClick(&Grid(), Qt::Key_PageDown);
   EXPECT_EQ(Plan().DisplayedYear(), Year + 1);
   EXPECT_TRUE(Shows(1));

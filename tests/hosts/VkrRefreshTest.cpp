@@ -36,6 +36,10 @@ class VkrRefresh : public RefreshCase {
     const auto report = refresh_protocol::DecodeReport(line.toStdString());
     return report ? report->synchResult : short{0};
   }
+  void End() {
+    process_.closeWriteChannel();
+    EXPECT_TRUE(process_.waitForFinished(20'000));
+  }
   /// The cache utility beside a reader that never ends, which notes its process number in "pids".
   std::string UtilityWithSlowReader() const {
     QFile::copy(VKR_REFRESH, File("vkrRefresh"));
@@ -59,8 +63,7 @@ TEST_F(VkrRefresh, DoesOneRefreshAfterAnotherAndEndsWhenItsClientHasNothingMoreT
   Send(Encode(refresh_protocol::Command{}));
   Send(start);
   EXPECT_EQ(Answer(), 1);
-  process_.closeWriteChannel();
-  EXPECT_TRUE(process_.waitForFinished(20'000));
+  End();
   EXPECT_EQ(process_.exitCode(), 0);
 }
 
@@ -71,8 +74,7 @@ TEST_F(VkrRefresh, AClientThatGoesAwayEndsItInTheMiddleOfReading) {
   ASSERT_TRUE(Await([&] { return Processes().size() == 1; }));
   const pid_t reader = Processes()[0];
   EXPECT_TRUE(IsRunning(reader));
-  process_.closeWriteChannel();
-  EXPECT_TRUE(process_.waitForFinished(20'000));
+  End();
   EXPECT_TRUE(AwaitEnd(reader)) << "its reader ends with it";
   EXPECT_THAT(CacheFolder(), IsEmpty());
 }
@@ -111,8 +113,7 @@ TEST_F(VkrRefresh, AKillAtAnyMomentLeavesTheOldOrTheNewCacheFile) {
   const auto refreshWhole = [&](const QByteArray& calendar) {
     refresh(calendar);
     EXPECT_EQ(Answer(), 1);
-    process_.closeWriteChannel();
-    process_.waitForFinished();
+    End();
     EXPECT_THAT(CacheFolder(), ElementsAre("c.tmp"));
     return Bytes("cache/c.tmp");
   };
@@ -126,8 +127,7 @@ TEST_F(VkrRefresh, AKillAtAnyMomentLeavesTheOldOrTheNewCacheFile) {
     clock.start();
     EXPECT_EQ(Answer(), 1);
     longest = std::min(longest, clock.nsecsElapsed() / 1000);
-    process_.closeWriteChannel();
-    process_.waitForFinished();
+    End();
   }
 
   std::mt19937 random(2026);

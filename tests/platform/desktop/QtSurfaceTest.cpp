@@ -53,13 +53,6 @@ TEST(QtSurface, PutsColoursWhereEverySurfaceDoes) {
   scene::ExpectClippedText(at);
 }
 
-TEST(QtSurface, HigherResolutionRepeatsTheSamePixels) {
-  const QImage image = Drawn(scene::Width, scene::Height, 3, scene::Draw);
-  for (const int corner : {0, 2}) {
-    scene::ExpectColours([&](int x, int y) { return At(image, 3 * x + corner, 3 * y + corner); });
-  }
-}
-
 TEST(QtSurface, LongTextEndsInAnEllipsisAndShortTextDoesNot) {
   constexpr TextFlags Cut = text_flags::NoPrefix | text_flags::WordEllipsis;
   const QImage shortText = Line("Meeting", Cut);

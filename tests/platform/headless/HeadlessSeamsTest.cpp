@@ -10,6 +10,15 @@ namespace {
 
 using testing::ElementsAre;
 
+TEST(MemoryFiles, AFailedWriteLeavesWhatWasWrittenBefore) {
+  MemoryFiles files;
+  files.fail.writeAfter = 4;
+  const auto file = files.OpenForWriting("a");
+  file->Write("abc");
+  EXPECT_THROW(file->Write("def"), Error);
+  EXPECT_EQ(files.Read("a"), "abcd");
+}
+
 TEST(MemoryFiles, MovingOverReplacesUnlessItFailsOrAnotherWriterHoldsTheTarget) {
   MemoryFiles files;
   files.contents["b"] = "old";
