@@ -64,7 +64,6 @@ TEST(QtSurface, LongTextEndsInAnEllipsisAndShortTextDoesNot) {
     EXPECT_NE(cut, Line(text, text_flags::NoPrefix, 80)) << text;
     EXPECT_GT(LastInk(cut), 40) << text;
   }
-  QImage image(1, 1, QImage::Format_RGB32);
   const QtFont font({"", 12}, 20.0 / 15);
   const QString all = QStringLiteral("A meeting that takes far too long");
   const QString cut = font.WithEllipsis(all, 100);
