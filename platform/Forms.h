@@ -22,6 +22,8 @@ enum class FormRowKind { Plain, Heading, Buttons };
 struct FormRow {
   std::vector<FormCell> cells;
   FormRowKind kind = FormRowKind::Plain;
+  /// Caption of the frame around this row and its neighbours of the same group; empty for none.
+  std::string group = {};
 };
 
 /// A dialog: its elements are members of the class that derives from it, its layout is rows from

@@ -92,6 +92,38 @@ class OptionButton : public CaptionedElement {
   bool chosen_ = false;
 };
 
+/// A list of texts of which one may be selected.
+class ComboBox : public Element {
+ public:
+  using Element::Element;
+  static constexpr int None = -1;
+
+  const std::vector<std::string>& Items() const { return items_; }
+  /// Replaces all entries; none is selected then.
+  void SetItems(std::vector<std::string> items) {
+    items_ = std::move(items);
+    index_ = None;
+    Notify();
+  }
+  /// Counted from 0; None without a selection.
+  int Index() const { return index_; }
+  /// An index that no entry has selects none.
+  void SetIndex(int index) {
+    Set(index_, index >= 0 && index < static_cast<int>(items_.size()) ? index : int{None});
+  }
+  /// What the user does: selects an entry, then onClick. A disabled box does nothing.
+  void Choose(int index) {
+    if (!Enabled()) return;
+    SetIndex(index);
+    if (onClick) onClick();
+  }
+  std::function<void()> onClick;
+
+ private:
+  std::vector<std::string> items_;
+  int index_ = None;
+};
+
 /// A list whose entries each have a check box.
 class CheckListBox : public Element {
  public:

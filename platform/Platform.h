@@ -13,6 +13,7 @@ class InputBoxes;
 class LocaleApi;
 class MessageBoxes;
 class OutlookApplication;
+class Printer;
 class ProgressReports;
 class Registry;
 class Settings;

@@ -27,6 +27,8 @@ class Shell {
   virtual void ProcessMessages() = 0;
   /// Shows the wait pointer, or the normal one again; calls nest.
   virtual void SetWaitPointer(bool wait) = 0;
+  /// The sound for a key that is refused.
+  virtual void Beep() = 0;
   /// Opens a web page or a local page in the user's browser.
   virtual void OpenPage(const std::string& address) = 0;
 };

@@ -11,12 +11,13 @@ bool IsShown(const CalEvent& event, const CategoryFilter& filter) {
   return event.CatIndex >= 0 && TouchesSpan(event) && !filter.IsFilteredOut(event.Categories);
 }
 
-BandLayout LayOutBands(EventCollection& events, const BarRule& rule, const CategoryFilter& filter) {
+BandLayout LayOutBands(EventCollection& events, const BarRule& rule, const CategoryFilter& filter,
+                       int leastBands) {
   BandLayout layout;
   // Cell b - FirstBand of a row holds the last column that band b has occupied there.
   std::array<BandTree, MonthRows + 1> occupied;
   auto& bands = layout.BandsInRow;
-  std::fill(bands.begin() + 1, bands.end(), LeastBands);
+  std::fill(bands.begin() + 1, bands.end(), leastBands);
   layout.bars.reserve(events.Count());
 
   for (std::size_t i = 0; i < events.Count(); ++i) {

@@ -32,6 +32,8 @@ bool IsShown(const CalEvent& event, const CategoryFilter& filter);
 /// Gives each shown event its Band (0 to the others), the first that is free where the event
 /// begins, in the order of the collection. A band is chosen by the event's first row alone: further
 /// down, a long event may share it with another bar.
-BandLayout LayOutBands(EventCollection& events, const BarRule& rule, const CategoryFilter& filter);
+/// @param leastBands  of every row, whether there are events or not
+BandLayout LayOutBands(EventCollection& events, const BarRule& rule, const CategoryFilter& filter,
+                       int leastBands = LeastBands);
 
 }  // namespace velkor

@@ -28,6 +28,10 @@ void DesktopShell::SetWaitPointer(bool wait) {
   }
 }
 
+void DesktopShell::Beep() {
+  QApplication::beep();
+}
+
 void DesktopShell::OpenPage(const std::string& address) {
   QDesktopServices::openUrl(QUrl::fromUserInput(ToQt(address)));
 }

@@ -13,6 +13,7 @@ class DesktopShell : public Shell {
   /// at once when the application is about to quit.
   void ProcessMessages() override;
   void SetWaitPointer(bool wait) override;
+  void Beep() override;
   void OpenPage(const std::string& address) override;
 };
 

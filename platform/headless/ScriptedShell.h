@@ -16,12 +16,14 @@ class ScriptedShell : public Shell {
   int rounds = 0;
   int waitPointers = 0;
   std::vector<std::string> pages;
+  int beeps = 0;
 
   void ProcessMessages() override {
     ++rounds;
     if (onMessages) onMessages(rounds);
   }
   void SetWaitPointer(bool wait) override { waitPointers += wait ? 1 : -1; }
+  void Beep() override { ++beeps; }
   void OpenPage(const std::string& address) override { pages.push_back(address); }
 };
 

@@ -1,0 +1,104 @@
+// print/PagePlan.h: which months and which part of the legend go on which page, and how large.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "print/PrintOptionSet.h"
+#include "support/values/Twips.h"
+#include "view/span/DisplaySpan.h"
+
+namespace velkor {
+
+/// What a layout of pages is made for, in twips.
+struct PageMetrics {
+  /// What can be printed on.
+  Extent page;
+  Twips monthLabelWidth = 0;
+  Twips dayHeaderHeight = 0;
+  Twips titleHeight = 0;
+};
+
+/// Where things stand on every page, in twips; sizes may be 0 or less where the margins leave no
+/// room.
+struct PageGeometry {
+  Twips gridWidth = 0;
+  Twips columnWidth = 0;
+  Twips legendTextWidth = 0;
+  std::int32_t bodyHeight = 0;
+  std::int32_t bandAreaHeight = 0;
+};
+
+/// Positions of months in the order of the span, 1 to 12; a page without months has 1 to 0.
+struct PageMonths {
+  std::int16_t first = 1;
+  std::int16_t last = 0;
+};
+
+/// Entries of the legend, counted from 1.
+struct LegendSlice {
+  std::int16_t first = 1;
+  std::int16_t last = 0;
+};
+
+/// Why there is no plan to print by.
+struct PageFailure {
+  /// The text for the user.
+  std::string message;
+};
+
+struct PagePlan {
+  PageGeometry geometry;
+  /// As far as it was built where there is a failure.
+  std::vector<PageMonths> pages;
+  std::vector<LegendSlice> legend;
+  float bandHeight = 0;
+  /// Height of the months of the first page.
+  float firstPageBody = 0;
+  std::optional<PageFailure> failure;
+};
+
+/// Running totals of band rows by position, entry 0 is 0.
+using BandRows = std::array<int, MonthRows + 1>;
+
+/// Lays the pages out. Work grows with months and legend entries.
+/// @param legendHeights  running totals of the entries' heights, one for each entry
+PagePlan PlanPages(const PrintOptionSet& options, const PageMetrics& metrics,
+                   const DisplaySpan& span, const BandRows& rows,
+                   const std::vector<Twips>& legendHeights);
+
+/// "Year " and the year, a carriage return, then the header with another one unless it is empty.
+std::string PageTitle(int viewYear, const std::string& header);
+
+/// The slice of the legend that page `page`, counted from 1, carries: its own while there is one,
+/// later those from the beginning again when the legend is printed on every page.
+LegendSlice LegendOfPage(const PagePlan& plan, int page, bool reprintLegend);
+
+/// The page on show, and which ways lead from it.
+class PageTurner {
+ public:
+  /// Begins at page 1 of `count`.
+  void Begin(int count);
+  int Page() const { return page_; }
+  int Count() const { return count_; }
+  bool BackEnabled() const { return backEnabled_; }
+  bool NextEnabled() const { return nextEnabled_; }
+  /// Each does nothing while its button is disabled.
+  void Back();
+  void Next();
+
+ private:
+  int page_ = 1;
+  int count_ = 0;
+  bool backEnabled_ = false;
+  bool nextEnabled_ = false;
+};
+
+/// "Page 1 of 3  Landscape A4, 210 x 297 mm"; unknown codes have empty names.
+/// @param orientation, paperSize  codes of the device mode
+std::string PrintStatus(int page, int count, int orientation, int paperSize);
+
+}  // namespace velkor
