@@ -1,6 +1,7 @@
 // platform/desktop/DesktopShell.cpp: the event loop, the pointer and the browser by Qt.
 #include "platform/desktop/DesktopShell.h"
 
+#include <QApplication>
 #include <QCursor>
 #include <QDesktopServices>
 #include <QEventLoop>
