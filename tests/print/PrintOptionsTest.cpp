@@ -34,22 +34,11 @@ class PrintOptionsTest : public testing::Test {
   ScriptedMessageBoxes messages_{[](const std::string& failure) { FAIL() << failure; }};
 };
 
-TEST_F(PrintOptionsTest, AnEmptyStoreGivesTheDefaultsOfThePlanner) {
-  PrintOptions options = Options(4);
-  EXPECT_FALSE(options.Load(messages_));
-  EXPECT_EQ(options.MinBandNo(), 3);
-  EXPECT_EQ(options.Values().MinBands, 4);
-  EXPECT_EQ(options.FilterStartMonth(), 4);
-  EXPECT_EQ(options.FilterEndMonth(), 3);
-  EXPECT_TRUE(options.VisibleText() && options.ReprintLegend());
-  EXPECT_EQ(options.PrintFormat(), print_formats::SingleLine);
-  EXPECT_EQ(options.PaperSize(), std::nullopt);
-  EXPECT_EQ(options.Orientation(), device_mode::Landscape);
-  EXPECT_THAT(Stored(), ElementsAre(Pair("EndMonth", "3"), Pair("StartMonth", "4")));
-}
-
 TEST_F(PrintOptionsTest, EverySetterWritesItsKeyAtOnceAndLoadReadsItAgain) {
   PrintOptions options = Options();
+  EXPECT_TRUE(options.VisibleText() && options.ReprintLegend());
+  EXPECT_EQ(options.PaperSize(), std::nullopt);
+  EXPECT_EQ(options.Orientation(), device_mode::Landscape);
   options.SetUnits("Inch");
   options.SetLength(PrintLength::LeftMargin, 1.5F);
   options.SetLength(PrintLength::RightMargin, -1);

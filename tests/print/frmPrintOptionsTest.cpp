@@ -16,9 +16,6 @@ class frmPrintOptionsTest : public testing::Test {
   frmPrintOptionsTest() {
     options_.Load(messages_);
     form_.onOptionsChanged = [this] { ++layouts_; };
-    Show();
-  }
-  void Show() {
     form_.Load();
     form_.Open();
   }

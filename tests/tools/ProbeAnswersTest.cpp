@@ -149,5 +149,18 @@ TEST(ProbeAnswers, PointerTellsTheEventThatAClickOpensWhereNothingIsSelected) {
   }
 }
 
+TEST(ProbeAnswers, OptionsAreTypedAndAcceptedAndFailWhereTheyCannotBeLoaded) {
+  Json probeCase = Json::parse(R"({"kind": "options", "store": {}, "title": "", "firstMonth": 1,
+      "displaySubject": false, "actions": [{"do": "key", "box": "Bands", "text": "1a.5"},
+      {"do": "ok", "boxes": {"Left Margin": "abc"}, "start": 10, "end": 3}, {"do": "cancel"}]})");
+  const Json answer = Json::parse(AnswerCase(probeCase.dump()));
+  EXPECT_EQ(answer.at(2).at("store").at("Bands"), "315");
+  EXPECT_EQ(answer.at(2).at("shown").at("Left Margin"), "0");
+  EXPECT_EQ(answer.at(2).at("told").size(), 1U);
+  EXPECT_EQ(answer.at(3).at("shown").at("Left Margin"), "20.0");
+  probeCase["store"] = {{"Bands", "32767"}};
+  EXPECT_EQ(AnswerCase(probeCase.dump()), R"({"failure":"overflow"})");
+}
+
 }  // namespace
 }  // namespace velkor
