@@ -29,8 +29,8 @@ class TextBox : public Element {
     if (onChange) onChange();
   }
   std::function<void()> onChange;
-  /// A character was typed, key_codes included; false keeps it from the text. Without a handler
-  /// Enter and Escape are left to the form.
+  /// A character was typed, key_codes included; false keeps it from the text. Enter and Escape that
+  /// are not kept go on to the form.
   std::function<bool(int code)> onKeyPress;
   std::function<void()> onLostFocus;
 

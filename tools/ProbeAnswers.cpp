@@ -21,6 +21,7 @@
 #include "tools/IsoDate.h"
 #include "tools/LayoutJson.h"
 #include "tools/PagesAnswer.h"
+#include "tools/OptionsAnswer.h"
 #include "tools/PointerAnswer.h"
 #include "tools/ProbeCase.h"
 #include "tools/SilentPlanner.h"
@@ -194,7 +195,7 @@ Json AnswerLayout(const Json& json) {
 }
 
 using Answer = Json (*)(const Json&);
-constexpr std::array<std::pair<std::string_view, Answer>, 16> Kinds{{
+constexpr std::array<std::pair<std::string_view, Answer>, 17> Kinds{{
     {"dates", AnswerDates},
     {"filter", AnswerFilter},
     {"storedfilter", AnswerStoredFilter},
@@ -211,6 +212,7 @@ constexpr std::array<std::pair<std::string_view, Answer>, 16> Kinds{{
     {"edits", AnswerEdits},
     {"xml", AnswerXml},
     {"pages", AnswerPages},
+    {"options", AnswerOptions},
 }};
 
 Json AnswerOf(std::string_view line) {

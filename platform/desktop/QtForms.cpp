@@ -3,11 +3,15 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <cstddef>
+#include <map>
+#include <string>
 #include <vector>
 
 #include "platform/desktop/QtPeers.h"
@@ -34,7 +38,8 @@ QWidget* MakeWidgetOf(Element& element, QWidget* parent) {
 
 bool IsInput(const Element& element) {
   return dynamic_cast<const TextBox*>(&element) || dynamic_cast<const CheckBox*>(&element) ||
-         dynamic_cast<const OptionButton*>(&element) || dynamic_cast<const CheckListBox*>(&element);
+         dynamic_cast<const OptionButton*>(&element) || dynamic_cast<const ComboBox*>(&element) ||
+         dynamic_cast<const CheckListBox*>(&element);
 }
 
 /// Lays out the rows of one form in its dialog.
@@ -62,6 +67,7 @@ class FormLayout {
 
  private:
   void AddRow(const FormRow& row) {
+    EnterGroup(row.group);
     auto* const line = new QHBoxLayout;
     if (row.kind == FormRowKind::Buttons) {
       rows_->addStretch();
@@ -77,17 +83,31 @@ class FormLayout {
       Fit(*widget, row, share);
       Connect(element, *widget, row);
       if (i == 0) Begin(*widget, row);
+      if (IsLeading(*widget, row, i)) leading_[i].push_back(qobject_cast<QLabel*>(widget));
       grows = grows || dynamic_cast<CheckListBox*>(&element);
       line->addWidget(widget, share);
     }
     if (row.kind == FormRowKind::Plain && shares == 0) line->addStretch();
-    rows_->addLayout(line, grows ? 1 : 0);
+    QVBoxLayout* const lines = frame_ ? frame_ : rows_;
+    lines->addLayout(line, grows ? 1 : 0);
+  }
+
+  /// What follows stands in the frame with this caption, a new one unless the last row stands
+  /// there.
+  void EnterGroup(const std::string& group) {
+    if (group == group_) return;
+    AlignLabels();
+    group_ = group;
+    frame_ = nullptr;
+    if (group.empty()) return;
+    auto* const frame = new QGroupBox(ToQt(group), &dialog_);
+    frame_ = new QVBoxLayout(frame);
+    rows_->addWidget(frame);
   }
 
   QWidget* MakeWidget(Element& element) {
-    QWidget* const widget =
-        MakeWidgetOf<Label, CommandButton, Image, TextBox, CheckBox, OptionButton, CheckListBox>(
-            element, &dialog_);
+    QWidget* const widget = MakeWidgetOf<Label, CommandButton, Image, TextBox, CheckBox,
+                                         OptionButton, ComboBox, CheckListBox>(element, &dialog_);
     if (widget) return widget;
     throw Error(errors::InvalidProcedureCall, "A form cannot show the element " + element.Name(),
                 "QtForms");
@@ -126,26 +146,36 @@ class FormLayout {
     }
   }
 
-  void Begin(QWidget& first, const FormRow& row) {
-    if (row.kind == FormRowKind::Buttons) {
-      if (auto* const button = qobject_cast<QPushButton*>(&first)) button->setDefault(true);
-    } else if (auto* const label = qobject_cast<QLabel*>(&first);
-               label && !label->wordWrap() && row.cells.size() > 1) {
-      leading_.push_back(label);
-    }
+  static void Begin(QWidget& first, const FormRow& row) {
+    if (row.kind != FormRowKind::Buttons) return;
+    if (auto* const button = qobject_cast<QPushButton*>(&first)) button->setDefault(true);
   }
 
-  /// What follows the labels at the beginning of rows stands in one column.
+  /// Whether this is a label in front of something else.
+  static bool IsLeading(const QWidget& widget, const FormRow& row, std::size_t place) {
+    const auto* const label = qobject_cast<const QLabel*>(&widget);
+    return label && !label->wordWrap() && row.kind != FormRowKind::Buttons &&
+           place + 1 < row.cells.size();
+  }
+
+  /// What follows the labels of a frame, or of the rows between two frames, stands in columns.
   void AlignLabels() {
-    int widest = 0;
-    for (const QLabel* label : leading_) widest = std::max(widest, label->sizeHint().width());
-    for (QLabel* label : leading_) label->setMinimumWidth(widest);
+    for (const auto& [place, labels] : leading_) {
+      int widest = 0;
+      for (const QLabel* label : labels) widest = std::max(widest, label->sizeHint().width());
+      for (QLabel* label : labels) label->setMinimumWidth(widest);
+    }
+    leading_.clear();
   }
 
   QDialog& dialog_;
   QVBoxLayout* rows_;
+  /// The rows of the frame in hand; null outside of one.
+  QVBoxLayout* frame_ = nullptr;
+  std::string group_;
   QLabel* pending_ = nullptr;
-  std::vector<QLabel*> leading_;
+  /// By their places in their rows.
+  std::map<std::size_t, std::vector<QLabel*>> leading_;
   std::vector<Element*> inputs_;
 };
 

@@ -1,5 +1,7 @@
-// platform/desktop/QtInputPeers.cpp: text boxes, check boxes, option buttons and check lists.
+// platform/desktop/QtInputPeers.cpp: text boxes, check boxes, option buttons, combo boxes and check
+// lists.
 #include <QCheckBox>
+#include <QComboBox>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -229,6 +231,32 @@ class OptionButtonPeer : public QtPeer<QRadioButton, OptionButton> {
   }
 };
 
+class ComboBoxPeer : public QtPeer<QComboBox, ComboBox> {
+ public:
+  ComboBoxPeer(ComboBox& box, QWidget* parent, Placement placement)
+      : QtPeer(box, parent, placement) {
+    connect(this, &QComboBox::activated, this, [this](int index) {
+      Mirrored().Choose(index);
+      Mirror();
+    });
+    Changed();
+  }
+
+ protected:
+  void Mirror() override {
+    const std::vector<std::string>& items = Mirrored().Items();
+    if (shown_ != items) {
+      clear();
+      for (const std::string& item : items) addItem(ToQt(item));
+      shown_ = items;
+    }
+    setCurrentIndex(Mirrored().Index());
+  }
+
+ private:
+  std::vector<std::string> shown_;
+};
+
 /// Rows with some air; a press on an entry's text counts for its box.
 class WholeRowDelegate : public QStyledItemDelegate {
  public:
@@ -336,6 +364,10 @@ QWidget* MakePeer(CheckBox& box, QWidget* parent, Placement placement) {
 
 QWidget* MakePeer(OptionButton& button, QWidget* parent, Placement placement) {
   return new OptionButtonPeer(button, parent, placement);
+}
+
+QWidget* MakePeer(ComboBox& box, QWidget* parent, Placement placement) {
+  return new ComboBoxPeer(box, parent, placement);
 }
 
 QWidget* MakePeer(CheckListBox& list, QWidget* parent, Placement placement) {

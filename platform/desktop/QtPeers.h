@@ -61,6 +61,7 @@ QWidget* MakePeer(Toolbar& toolbar, QWidget* parent, Placement placement = Place
 QWidget* MakePeer(TextBox& box, QWidget* parent, Placement placement = Placement::Bounds);
 QWidget* MakePeer(CheckBox& box, QWidget* parent, Placement placement = Placement::Bounds);
 QWidget* MakePeer(OptionButton& button, QWidget* parent, Placement placement = Placement::Bounds);
+QWidget* MakePeer(ComboBox& box, QWidget* parent, Placement placement = Placement::Bounds);
 QWidget* MakePeer(CheckListBox& list, QWidget* parent, Placement placement = Placement::Bounds);
 
 /// These have no place of their own. `control` is the widget whose points a menu pops up at.

@@ -5,7 +5,7 @@
 
 #include "calendar/EmbeddedOutlook.h"
 #include "platform/headless/FixedLocale.h"
-#include "support/values/Error.h"
+#include "tests/calendar/CalendarDoubles.h"
 
 namespace velkor {
 namespace {
@@ -34,53 +34,6 @@ CalendarItem Weekly() {
   return item;
 }
 
-/// Keeps what it was asked to write, or refuses.
-class ScriptedWriter : public CalendarWriter {
- public:
-  CalendarItem WriteNew(const CalendarItem& item, bool /*reminder*/) override {
-    Note("new " + item.fields.subject);
-    CalendarItem saved = item;
-    saved.entryId = "file " + std::to_string(++count_);
-    return saved;
-  }
-  CalendarItem WriteChange(const CalendarItem& after, const ItemChange& /*change*/) override {
-    Note("change " + after.fields.subject);
-    return after;
-  }
-  void WriteDeletion(const CalendarItem& item) override { Note("delete " + item.fields.subject); }
-  void Refresh() override {
-    if (onRefresh) onRefresh();
-  }
-
-  Texts written;
-  bool refuses = false;
-  std::function<void()> onRefresh;
-
- private:
-  void Note(const std::string& text) {
-    if (refuses) throw Error(errors::CalendarFailed, "The disk is full.", "Calendar");
-    written.push_back(text);
-  }
-  int count_ = 0;
-};
-
-class EventLog : public OutlookItemEvents {
- public:
-  void ItemAdd(OutlookItem& item) override { Note("add " + item.Subject()); }
-  void ItemChange(OutlookItem& item) override { Note("change " + item.Subject()); }
-  void ItemRemove() override { Note("remove"); }
-  Texts Take() { return std::exchange(events_, {}); }
-
-  std::function<void()> inEvent;
-
- private:
-  void Note(const std::string& text) {
-    events_.push_back(text);
-    if (inEvent) inEvent();
-  }
-  Texts events_;
-};
-
 class EmbeddedSaving : public testing::Test {
  protected:
   EmbeddedSaving() {
@@ -101,11 +54,8 @@ class EmbeddedSaving : public testing::Test {
   CalendarFolder* inbox_;
   FixedLocale locale_;
   Date now_ = At(1, 1, 9, 10);
-  OutlookItem* shown_ = nullptr;
-  EmbeddedOutlookOptions options_{.userName = "Ann",
-                                  .listSeparator = ";",
-                                  .inspector = [this](OutlookItem& item) { shown_ = &item; },
-                                  .clock = [this] { return now_; }};
+  EmbeddedOutlookOptions options_{
+      .userName = "Ann", .listSeparator = ";", .clock = [this] { return now_; }};
   EmbeddedOutlook outlook_{store_, locale_, options_};
   ScriptedWriter writer_;
   EventLog log_;
@@ -151,7 +101,6 @@ TEST_F(EmbeddedSaving, WhatIsSetStaysWithItsObjectUntilItIsSaved) {
   mine->Save();
   EXPECT_EQ(ById("lunch")->Subject(), "Dinner");
   EXPECT_EQ(ById("lunch")->Location(), "Ghent") << "a save overwrote what it did not set";
-  EXPECT_EQ(mine->Location(), "Ghent");
 }
 
 TEST_F(EmbeddedSaving, EverySaveOfAChangeGivesALaterTimeOfModification) {
@@ -342,24 +291,6 @@ TEST_F(EmbeddedSaving, AnUnsavedRecordCanBeOfferedAgainUnderItsOldIdentifier) {
   EXPECT_EQ(writer_.written, (Texts{"new Lunch", "delete Lunch", "new Lunch", "delete Lunch"}));
 }
 
-TEST_F(EmbeddedSaving, AnUnsavedRecordGivesWayToOneThatAnotherSaved) {
-  folder_->Replace({Lunch()}, {At(1, 1), At(12, 31)});
-  folder_->SetWriter(&writer_);
-  CalendarItem record = Lunch();
-  record.fields.subject = "Record";
-  record.entryId.clear();
-  folder_->AddUnsaved(record);
-  const auto item = Items()->Find("[Subject]='Record'");
-  record.entryId = "theirs";
-  writer_.onRefresh = [&] { folder_->Replace({Lunch(), record}, {At(1, 1), At(12, 31)}); };
-  item->SetBody("mine");
-  item->Save();
-  EXPECT_EQ(writer_.written, Texts{"change Record"}) << "there are two records now";
-  EXPECT_EQ(item->EntryID(), "theirs");
-  folder_->AddUnsaved(record);
-  EXPECT_EQ(folder_->AllItems().size(), 2U);
-}
-
 TEST_F(EmbeddedSaving, AMeetingItemOfAMailFolderLeadsToTheAppointmentAsItStandsNow) {
   folder_->Add(Lunch());
   CalendarItem meeting = Lunch();
@@ -370,6 +301,7 @@ TEST_F(EmbeddedSaving, AMeetingItemOfAMailFolderLeadsToTheAppointmentAsItStandsN
   const auto item = ById("lunch");
   item->SetSubject("Dinner");
   item->Save();
+  EXPECT_EQ(item->GetAssociatedAppointment(false), nullptr);
   const auto found = ById("invitation");
   EXPECT_EQ(found->Class(), outlook::ClassMeetingRequest);
   const auto appointment = found->GetAssociatedAppointment(false);
@@ -380,13 +312,9 @@ TEST_F(EmbeddedSaving, AMeetingItemOfAMailFolderLeadsToTheAppointmentAsItStandsN
   EXPECT_THROW(outlook_.GetNamespace("MAPI")->GetItemFromID("invitation", "elsewhere"), Error);
 }
 
-TEST_F(EmbeddedSaving, DisplayShowsTheItemInTheInspector) {
+TEST_F(EmbeddedSaving, AnItemIsNotDisplayedWhereThereIsNoInspector) {
   folder_->Add(Lunch());
-  const auto item = ById("lunch");
-  item->Display(true);
-  EXPECT_EQ(shown_, item.get());
-  EmbeddedOutlook bare(store_, locale_, {.userName = "Ann"});
-  EXPECT_THROW(bare.GetNamespace("MAPI")->GetItemFromID("lunch", "store")->Display(true), Error);
+  EXPECT_THROW(ById("lunch")->Display(true), Error);
 }
 
 }  // namespace

@@ -2,41 +2,25 @@
 #include "calendar/IcsCalendar.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
-#include <signal.h>
+#include <gmock/gmock.h>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "calendar/EmbeddedOutlook.h"
 #include "calendar/IcsEditor.h"
 #include "calendar/ShortHash.h"
 #include "platform/headless/FixedLocale.h"
-#include "support/values/Error.h"
 #include "support/values/Text.h"
-#include "tests/calendar/IcsCase.h"
+#include "tests/calendar/CalendarDoubles.h"
+#include "tests/calendar/CalendarFileCase.h"
+#include "tests/platform/desktop/ChildProcess.h"
 
 namespace velkor {
 namespace {
 
+using testing::HasSubstr;
 using Texts = std::vector<std::string>;
 namespace fs = std::filesystem;
-
-class EventLog : public OutlookItemEvents {
- public:
-  void ItemAdd(OutlookItem& item) override { events_.push_back("add " + item.Subject()); }
-  void ItemChange(OutlookItem& item) override { events_.push_back("change " + item.Subject()); }
-  void ItemRemove() override { events_.push_back("remove"); }
-  Texts Take() { return std::exchange(events_, {}); }
-
- private:
-  Texts events_;
-};
 
 /// A window of its own on a calendar file.
 struct Window {
@@ -73,34 +57,14 @@ struct Window {
   std::unique_ptr<OutlookItems> items;
 };
 
-std::string Named(const std::string& subject) {
-  return Event("UID:" + subject + "\nSUMMARY:" + subject + "\nDTSTART:20260301\n");
-}
-
-class IcsCalendarTest : public testing::Test {
+class IcsCalendarTest : public CalendarFileCase {
  protected:
-  IcsCalendarTest()
-      : folder_(testing::TempDir() + "calendar-" + std::to_string(getpid()) + "-" +
-                testing::UnitTest::GetInstance()->current_test_info()->name()),
-        path_(folder_ + "/team.ics") {
-    fs::create_directories(folder_);
-    Write(Calendar(Named("a") + Named("b")));
-  }
-  ~IcsCalendarTest() override { fs::remove_all(folder_); }
+  IcsCalendarTest() { Write(Calendar(Named("a") + Named("b"))); }
 
-  /// As another program would, into the file itself.
-  void Write(const std::string& text) const { std::ofstream(path_, std::ios::binary) << text; }
-  std::string Read() const {
-    std::ifstream file(path_, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
   std::size_t FilesInFolder() const {
     return static_cast<std::size_t>(
         std::distance(fs::directory_iterator(folder_), fs::directory_iterator()));
   }
-
-  std::string folder_;
-  std::string path_;
 };
 
 TEST_F(IcsCalendarTest, WhatIsSavedIsInTheFileAndIsNoNewsToItself) {
@@ -168,8 +132,7 @@ TEST_F(IcsCalendarTest, TwoWindowsSaveInTurnAndLoseNothing) {
   first.Item("a2")->Delete();
   const auto gone = second.Item("a2");
   gone->SetSubject("a3");
-  EXPECT_NE(FaultOf([&] { gone->Save(); }).find("no longer in the calendar file"),
-            std::string::npos);
+  EXPECT_THAT(FaultOf([&] { gone->Save(); }), HasSubstr("no longer in the calendar file"));
   EXPECT_EQ(first.events.Take(), Texts{"remove"});
 }
 
@@ -189,7 +152,7 @@ TEST_F(IcsCalendarTest, ASaveMergesWithWhatAnotherProgramDidToTheSameEvent) {
   Window window(path_);
   Write(Calendar(Replace(Named("a"), "SUMMARY", "LOCATION:Ghent\nSUMMARY") + Named("c")));
   window.Rename("a", "A");
-  EXPECT_NE(Read().find("LOCATION:Ghent\nSUMMARY:A\n"), std::string::npos);
+  EXPECT_THAT(Read(), HasSubstr("LOCATION:Ghent\nSUMMARY:A\n"));
   EXPECT_EQ(window.Item("A")->Location(), "Ghent");
   EXPECT_TRUE(window.calendar.CheckForChanges());
   EXPECT_EQ(window.events.Take(), (Texts{"change A", "add c", "remove"}));
@@ -205,13 +168,13 @@ TEST_F(IcsCalendarTest, AFileThatChangesDuringASaveIsReadAgain) {
   EXPECT_EQ(calls, 2);
   EXPECT_EQ(Read(), Calendar(Named("a") + Named("b")) + "theirs\nours\n");
   EXPECT_EQ(file.Mark(), replaced.after);
-  EXPECT_NE(FaultOf([&] {
-              file.Replace([&](const std::string& bytes) {
-                Write(bytes + "again\n");
-                return bytes + "ours\n";
-              });
-            }).find("keeps changing"),
-            std::string::npos);
+  EXPECT_THAT(FaultOf([&] {
+                file.Replace([&](const std::string& bytes) {
+                  Write(bytes + "again\n");
+                  return bytes + "ours\n";
+                });
+              }),
+              HasSubstr("keeps changing"));
   EXPECT_EQ(FilesInFolder(), 1U);
 }
 
@@ -219,12 +182,10 @@ TEST_F(IcsCalendarTest, ABrokenFileKeepsTheLastGoodItemsAndIsReportedOnce) {
   Window window(path_);
   const std::string good = Read();
   const auto isReportedOnce = [&](const std::string& what) {
-    EXPECT_NE(FaultOf([&] { window.calendar.CheckForChanges(); }).find("team.ics"),
-              std::string::npos)
-        << what;
+    EXPECT_THAT(FaultOf([&] { window.calendar.CheckForChanges(); }), HasSubstr("team.ics")) << what;
     EXPECT_FALSE(window.calendar.CheckForChanges()) << what;
     EXPECT_EQ(window.Subjects(), (Texts{"a", "b"})) << what;
-    EXPECT_NE(FaultOf([&] { window.Rename("a", "x"); }).find("team.ics"), std::string::npos);
+    EXPECT_THAT(FaultOf([&] { window.Rename("a", "x"); }), HasSubstr("team.ics"));
     EXPECT_EQ(window.events.Take(), Texts{}) << what;
   };
   Write("");
@@ -248,9 +209,8 @@ TEST_F(IcsCalendarTest, AFileThatMayNotBeWrittenRefusesAndNothingIsLost) {
   const auto refuses = [&](const std::string& why) {
     const auto item = window.Item("a");
     item->SetSubject("x");
-    EXPECT_NE(FaultOf([&] { item->Save(); }).find(why), std::string::npos)
-        << FaultOf([&] { item->Save(); });
-    EXPECT_NE(FaultOf([&] { item->Delete(); }).find(why), std::string::npos);
+    EXPECT_THAT(FaultOf([&] { item->Save(); }), HasSubstr(why)) << FaultOf([&] { item->Save(); });
+    EXPECT_THAT(FaultOf([&] { item->Delete(); }), HasSubstr(why));
     EXPECT_EQ(window.Subjects(), (Texts{"a", "b"}));
     EXPECT_EQ(window.events.Take(), Texts{});
     EXPECT_EQ(Read(), good);
@@ -269,10 +229,9 @@ TEST_F(IcsCalendarTest, AFileThatMayNotBeWrittenRefusesAndNothingIsLost) {
     const int held = open(place.c_str(), O_RDONLY | O_CLOEXEC);
     ASSERT_EQ(flock(held, LOCK_EX), 0);
     CalendarFile impatient(path_, {.patience = std::chrono::milliseconds(50)});
-    EXPECT_NE(FaultOf([&] {
-                impatient.Replace([](const std::string& bytes) { return bytes + "x"; });
-              }).find("another program holds it"),
-              std::string::npos);
+    EXPECT_THAT(
+        FaultOf([&] { impatient.Replace([](const std::string& bytes) { return bytes + "x"; }); }),
+        HasSubstr("another program holds it"));
     close(held);
   }
   EXPECT_EQ(Read(), good);
@@ -285,7 +244,7 @@ TEST_F(IcsCalendarTest, PermissionsAndSymbolicLinksStay) {
   Window window(link);
   window.Rename("a", "c");
   EXPECT_TRUE(fs::is_symlink(link));
-  EXPECT_NE(Read().find("SUMMARY:c"), std::string::npos);
+  EXPECT_THAT(Read(), HasSubstr("SUMMARY:c"));
   struct stat status {};
   ASSERT_EQ(stat(path_.c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 07777, 0640U);
@@ -328,19 +287,16 @@ TEST_F(IcsCalendarTest, AnyEndOfTheSavingProcessLeavesAWholeFile) {
   Write(Calendar(text));
   const std::size_t size = Read().size();
   for (int round = 0; round < 20; ++round) {
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
+    ChildProcess child([&] {
       for (int i = 0;; ++i) {
         CalendarFile(path_).Replace([&](const std::string& bytes) {
           return bytes.substr(0, size) + std::string(static_cast<std::size_t>(i % 7), '\n');
         });
       }
-    }
+      return 0;
+    });
     usleep(static_cast<useconds_t>(3000 + 1700 * round));
-    kill(child, SIGKILL);
-    int state = 0;
-    waitpid(child, &state, 0);
+    child.Kill();
     const std::string bytes = Read();
     ASSERT_EQ(bytes.substr(0, size), Calendar(text));
     ASSERT_LE(FilesInFolder(), 2U);
@@ -353,11 +309,9 @@ TEST_F(IcsCalendarTest, AnyEndOfTheSavingProcessLeavesAWholeFile) {
 TEST_F(IcsCalendarTest, ManyProcessesSavingAtOnceLoseNoSave) {
   constexpr int Writers = 4;
   constexpr int Saves = 15;
-  std::vector<pid_t> children;
+  std::vector<ChildProcess> children;
   for (int writer = 0; writer < Writers; ++writer) {
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
+    children.emplace_back([&] {
       CalendarFile file(path_, {.patience = std::chrono::seconds(60)});
       for (int i = 0; i < Saves; ++i) {
         CalendarItem item;
@@ -367,15 +321,10 @@ TEST_F(IcsCalendarTest, ManyProcessesSavingAtOnceLoseNoSave) {
           return AddToIcs(bytes, "team.ics", item, false, item.fields.subject).bytes;
         });
       }
-      _exit(0);
-    }
-    children.push_back(child);
+      return 0;
+    });
   }
-  for (const pid_t child : children) {
-    int state = 0;
-    waitpid(child, &state, 0);
-    EXPECT_EQ(state, 0);
-  }
+  for (ChildProcess& child : children) EXPECT_EQ(child.Wait(), 0);
   EXPECT_EQ(Parse(Read()).items.size(), 2U + Writers * Saves);
 }
 

@@ -1,13 +1,11 @@
 // tests/calendar/IcsEditorTest.cpp: saves into the text of a file, byte for byte.
 #include "calendar/IcsEditor.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <ctime>
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <random>
 
@@ -18,6 +16,9 @@
 
 namespace velkor {
 namespace {
+
+using testing::HasSubstr;
+using testing::Not;
 
 const Date Saved = Date::FromFields({2026, 2, 3, 12, 0, 0});
 /// Newfoundland's clock is three and a half hours behind Greenwich's.
@@ -92,7 +93,7 @@ TEST(IcsEditor, EveryFieldComesBackAsItWasSet) {
   EXPECT_EQ(after.fields.body, *change.body);
   EXPECT_EQ(after.fields.categories, *change.categories);
   EXPECT_EQ(after.fields.location, "");
-  EXPECT_EQ(edit.bytes.find("LOCATION"), std::string::npos);
+  EXPECT_THAT(edit.bytes, Not(HasSubstr("LOCATION")));
   for (std::size_t at = 0, end = 0; end != std::string::npos; at = end + 1) {
     end = edit.bytes.find('\n', at);
     EXPECT_LE(std::min(end, edit.bytes.size()) - at, 75U);
@@ -125,14 +126,12 @@ TEST(IcsEditor, ALatin1FileStaysOne) {
   const std::string text = Calendar(Event("UID:1\nSUMMARY:Caf\xE9\nDTSTART:20260101\n") +
                                     Event("UID:2\nSUMMARY:b\nDTSTART:20260101\n"));
   const IcsEdit edit = Change(text, "b", NewSubject("Größe"));
-  EXPECT_NE(edit.bytes.find("SUMMARY:Gr\xF6\xDF"
-                            "e\n"),
-            std::string::npos);
+  EXPECT_THAT(edit.bytes, HasSubstr("SUMMARY:Gr\xF6\xDF"
+                                    "e\n"));
   EXPECT_EQ(ItemOf(edit.bytes, "Café").entryId, ItemOf(text, "Café").entryId);
-  EXPECT_NE(FaultOf([&] { Change(text, "b", NewSubject("a → b")); }).find("lacks the character"),
-            std::string::npos);
-  EXPECT_NE(FaultOf([&] { Change(text, "b", NewSubject("Ã©")); }).find("nothing was saved"),
-            std::string::npos)
+  EXPECT_THAT(FaultOf([&] { Change(text, "b", NewSubject("a → b")); }),
+              HasSubstr("lacks the character"));
+  EXPECT_THAT(FaultOf([&] { Change(text, "b", NewSubject("Ã©")); }), HasSubstr("nothing was saved"))
       << "the whole file would be taken for UTF-8";
 }
 
@@ -195,15 +194,15 @@ TEST(IcsEditor, AllDayAppointmentsAreDates) {
 TEST(IcsEditor, RemindersAreTouchedOnlyWhenTheyWereSet) {
   const std::string alarm = "BEGIN:VALARM\nACTION:AUDIO\nTRIGGER:-PT5M\nEND:VALARM\n";
   const std::string text = Calendar(Event("UID:1\nSUMMARY:a\nDTSTART:20260301\n" + alarm));
-  EXPECT_NE(Change(text, "a", NewSubject("b")).bytes.find(alarm), std::string::npos);
+  EXPECT_THAT(Change(text, "a", NewSubject("b")).bytes, HasSubstr(alarm));
   ItemChange change;
   change.reminder = true;
-  EXPECT_NE(Change(text, "a", change).bytes.find(alarm), std::string::npos);
+  EXPECT_THAT(Change(text, "a", change).bytes, HasSubstr(alarm));
   change.reminder = false;
   const std::string without = Change(text, "a", change).bytes;
-  EXPECT_EQ(without.find("VALARM"), std::string::npos);
+  EXPECT_THAT(without, Not(HasSubstr("VALARM")));
   change.reminder = true;
-  EXPECT_NE(Change(without, "a", change).bytes.find("END:VALARM\nEND:VEVENT\n"), std::string::npos);
+  EXPECT_THAT(Change(without, "a", change).bytes, HasSubstr("END:VALARM\nEND:VEVENT\n"));
 }
 
 TEST(IcsEditor, AReminderThatEndsNowhereGoesWithoutItsEvent) {
@@ -215,8 +214,8 @@ TEST(IcsEditor, AReminderThatEndsNowhereGoesWithoutItsEvent) {
   const IcsEdit edit = Change(text, "a", change);
   EXPECT_EQ(ItemOf(edit.bytes, "a").fields.body, "") << edit.bytes;
   EXPECT_EQ(ItemOf(edit.bytes, "a").contentMark, edit.item.contentMark);
-  EXPECT_EQ(edit.bytes.find("BEGIN:VALARM"), std::string::npos);
-  EXPECT_NE(edit.bytes.find("END:VEVENT\n" + tail), std::string::npos) << edit.bytes;
+  EXPECT_THAT(edit.bytes, Not(HasSubstr("BEGIN:VALARM")));
+  EXPECT_THAT(edit.bytes, HasSubstr("END:VEVENT\n" + tail)) << edit.bytes;
 }
 
 /// The system's clock in another zone.
@@ -257,8 +256,8 @@ TEST(IcsEditor, TimesThatTheClockSkipsAndDaysThatItShortens) {
             "2026-10-24 09:00 to 2026-10-25 08:00");
   EXPECT_EQ(span("DTSTART:20260301T080000Z\nDURATION:P1D\n", At(3, 28, 9), At(3, 29, 10)),
             "2026-03-28 09:00 to 2026-03-29 10:00");
-  EXPECT_NE(FaultOf([&] { span(utc, At(3, 29, 2, 30), At(3, 29, 3)); }).find("nothing was saved"),
-            std::string::npos)
+  EXPECT_THAT(FaultOf([&] { span(utc, At(3, 29, 2, 30), At(3, 29, 3)); }),
+              HasSubstr("nothing was saved"))
       << "the end would be moved";
 }
 
@@ -272,8 +271,8 @@ TEST(IcsEditor, RecurringAppointmentsKeepTheirTimesAndTheirExceptions) {
   const CalendarItem weekly = ItemOf(text, "Weekly");
   const IcsEdit edit = Change(text, "Weekly", NewSubject("Standup"));
   EXPECT_EQ(StartsOf(ItemOf(edit.bytes, "Standup")), StartsOf(weekly));
-  EXPECT_NE(edit.bytes.find(moved), std::string::npos);
-  EXPECT_EQ(edit.bytes.find("SEQUENCE"), std::string::npos);
+  EXPECT_THAT(edit.bytes, HasSubstr(moved));
+  EXPECT_THAT(edit.bytes, Not(HasSubstr("SEQUENCE")));
   EXPECT_THROW(Change(text, "Weekly", NewTimes(At(2, 1), At(2, 2))), Error);
   CalendarItem stale = weekly;
   stale.recurring = false;
@@ -309,8 +308,8 @@ TEST(IcsEditor, EventsThatShareAUidByMistakeDoNotLoseEachOther) {
   ItemChange same = NewSubject("c");
   after = WithChange(Parse(text).items[1], same);
   after.lastModified = Saved;
-  EXPECT_NE(FaultOf([&] { ChangeInIcs(text, "team.ics", after, same); }).find("shares its UID"),
-            std::string::npos);
+  EXPECT_THAT(FaultOf([&] { ChangeInIcs(text, "team.ics", after, same); }),
+              HasSubstr("shares its UID"));
 }
 
 TEST(IcsEditor, IdentifiersOutliveEditsOfEventsWithoutAUid) {
@@ -377,8 +376,8 @@ TEST(IcsEditor, AnAppointmentWithoutLengthIsWrittenWithoutAnEnd) {
   item.fields.allDay = false;
   item.start = item.end = Date::FromFields({2011, 1, 1, 1, 30, 0});
   const IcsEdit edit = AddToIcs(Calendar(""), "team.ics", item, true, "new");
-  EXPECT_EQ(edit.bytes.find("DTEND"), std::string::npos);
-  EXPECT_NE(edit.bytes.find("BEGIN:VALARM"), std::string::npos);
+  EXPECT_THAT(edit.bytes, Not(HasSubstr("DTEND")));
+  EXPECT_THAT(edit.bytes, HasSubstr("BEGIN:VALARM"));
   EXPECT_EQ(ItemOf(edit.bytes, "Trip, long").start, item.start);
   EXPECT_EQ(ItemOf(edit.bytes, "Trip, long").end, item.start);
 }
@@ -391,28 +390,6 @@ TEST(IcsEditor, TextsThatNoReadingWouldGiveBackAreRefused) {
   CalendarItem gone = ItemOf(text, "a");
   EXPECT_THROW(ChangeInIcs(Calendar(""), "team.ics", gone, NewSubject("b")), Error);
   EXPECT_THROW(DeleteFromIcs(Calendar(""), "team.ics", gone.entryId), Error);
-}
-
-TEST(IcsEditor, AppointmentsOfTheSampleCanBeChangedAndNothingElseMoves) {
-  std::ifstream file(SAMPLES "team.ics", std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(file), {}};
-  const std::vector<CalendarItem> before = Parse(text).items;
-  ASSERT_GT(before.size(), 50U);
-  for (std::size_t edited = 0; edited < before.size(); edited += 7) {
-    const CalendarItem& item = before[edited];
-    CalendarItem after = item;
-    after.fields.subject = "Changed";
-    after.lastModified = Saved;
-    const std::string bytes = ChangeInIcs(text, "team.ics", after, NewSubject("Changed")).bytes;
-    const std::vector<CalendarItem> items = Parse(bytes).items;
-    ASSERT_EQ(items.size(), before.size());
-    for (std::size_t i = 0; i < items.size(); ++i) {
-      EXPECT_EQ(items[i].entryId, before[i].entryId);
-      const bool isChanged = before[i].entryId == item.entryId;
-      EXPECT_EQ(SameContent(items[i], before[i]), !isChanged) << before[i].fields.subject;
-      EXPECT_EQ(items[i].occurrences, before[i].occurrences);
-    }
-  }
 }
 
 /// An event of properties that odd files hold, in any order.

@@ -1,5 +1,5 @@
 // tests/calendar/IcsLookTest.cpp: looks at a calendar file that leave the event loop running.
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <signal.h>
 #include <sys/stat.h>
 
@@ -7,41 +7,25 @@
 #include <QDeadlineTimer>
 #include <QTimer>
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 
 #include "calendar/IcsCalendar.h"
-#include "tests/calendar/IcsCase.h"
+#include "tests/calendar/CalendarFileCase.h"
 
 namespace velkor {
 namespace {
 
+using testing::HasSubstr;
 using Texts = std::vector<std::string>;
 using namespace std::chrono_literals;
 namespace fs = std::filesystem;
 
-std::string Named(const std::string& subject) {
-  return Event("UID:" + subject + "\nSUMMARY:" + subject + "\nDTSTART:20260301\n");
-}
-
 /// A calendar whose reader takes the file as it is, then waits for as long as there is a file
 /// "hold", and only then answers. Its log has "begin <process>" and "end" of each reading.
-class IcsLook : public testing::Test {
+class IcsLook : public CalendarFileCase {
  protected:
-  IcsLook()
-      : application_(argumentCount_, arguments_),
-        folder_(testing::TempDir() + "look-" + std::to_string(getpid()) + "-" +
-                testing::UnitTest::GetInstance()->current_test_info()->name()),
-        path_(folder_ + "/team.ics") {
-    fs::create_directories(folder_);
-    Write("team.ics", Calendar(Named("a") + Named("b")));
-  }
-  ~IcsLook() override { fs::remove_all(folder_); }
+  IcsLook() : application_(argumentCount_, arguments_) { Write(Calendar(Named("a") + Named("b"))); }
 
-  void Write(const std::string& name, const std::string& text) const {
-    std::ofstream(folder_ + "/" + name, std::ios::binary) << text;
-  }
-  void Hold() const { Write("hold", ""); }
+  void Hold() const { WriteTo("hold", ""); }
   void Release() const { fs::remove(folder_ + "/hold"); }
   Texts Log() const {
     std::ifstream file(folder_ + "/log");
@@ -58,16 +42,24 @@ class IcsLook : public testing::Test {
     return kill(std::stoi(beginning.substr(beginning.find(' '))), 0) == 0;
   }
 
+  /// Opens the calendar, and has a reading of these bytes begun but not answered.
+  void OpenAndHold(const std::string& bytes, std::chrono::milliseconds timeLimit = 20s) {
+    Open(timeLimit);
+    Hold();
+    Write(bytes);
+    Look();
+    ASSERT_TRUE(RunUntil([&] { return Begun() == 2; }));
+  }
   void Open(std::chrono::milliseconds timeLimit = 20s) {
     IcsReaderOptions options;
     options.timeLimit = timeLimit;
     options.program = folder_ + "/reader";
     const std::string real = QCoreApplication::applicationDirPath().toStdString();
-    Write("reader", "#!/bin/sh\ncd '" + folder_ + "'\n'" + real +
-                        "/yearplan-read' \"$@\" >answer$$\ncode=$?\n"
-                        "echo begin $$ >>log\n"
-                        "while [ -e hold ]; do sleep 0.01; done\n"
-                        "cat answer$$\necho end >>log\nexit $code\n");
+    WriteTo("reader", "#!/bin/sh\ncd '" + folder_ + "'\n'" + real +
+                          "/yearplan-read' \"$@\" >answer$$\ncode=$?\n"
+                          "echo begin $$ >>log\n"
+                          "while [ -e hold ]; do sleep 0.01; done\n"
+                          "cat answer$$\necho end >>log\nexit $code\n");
     chmod(options.program.c_str(), 0700);
     calendar_ = std::make_unique<IcsCalendar>(path_, Year(2026), options);
     listening_ = calendar_->Folder().Listen([this](const FolderEvent& event) {
@@ -106,8 +98,6 @@ class IcsLook : public testing::Test {
   char* arguments_[2] = {name_, nullptr};
   int argumentCount_ = 1;
   QCoreApplication application_;
-  std::string folder_;
-  std::string path_;
   std::unique_ptr<IcsCalendar> calendar_;
   std::shared_ptr<const CalendarFolder::Listener> listening_;
   Texts events_;
@@ -117,7 +107,7 @@ class IcsLook : public testing::Test {
 TEST_F(IcsLook, TimersRunWhileASlowReaderReadsAndItsAnswerThenArrives) {
   Open();
   Hold();
-  Write("team.ics", Calendar(Named("a") + Named("c")));
+  Write(Calendar(Named("a") + Named("c")));
   int ticks = 0;
   QTimer timer;
   QObject::connect(&timer, &QTimer::timeout, [&] {
@@ -136,11 +126,7 @@ TEST_F(IcsLook, TimersRunWhileASlowReaderReadsAndItsAnswerThenArrives) {
 }
 
 TEST_F(IcsLook, AnswerFromBeforeASaveIsDroppedAndTheFileReadAgain) {
-  Open();
-  Hold();
-  Write("team.ics", Calendar(Named("a") + Named("b") + Named("c")));
-  Look();
-  ASSERT_TRUE(RunUntil([&] { return Begun() == 2; }));
+  OpenAndHold(Calendar(Named("a") + Named("b") + Named("c")));
   Rename(0, "A");
   Release();
   ASSERT_TRUE(RunUntilTold(1));
@@ -151,29 +137,21 @@ TEST_F(IcsLook, AnswerFromBeforeASaveIsDroppedAndTheFileReadAgain) {
 }
 
 TEST_F(IcsLook, AnswerThatAnotherReadingOvertookIsDropped) {
-  Open();
-  Hold();
-  Write("team.ics", "garbage");
-  Look();
-  ASSERT_TRUE(RunUntil([&] { return Begun() == 2; }));
-  Write("team.ics", Calendar(Named("d")));
+  OpenAndHold("garbage");
+  Write(Calendar(Named("d")));
   Release();
   calendar_->Folder().Load(Year(2031));
   EXPECT_EQ(Subjects(), Texts{"d"});
-  Write("team.ics", Calendar(Named("d") + Named("e")));
+  Write(Calendar(Named("d") + Named("e")));
   ASSERT_TRUE(RunUntilTold(1));
   EXPECT_EQ(told_, Texts{""}) << "trouble that is over already";
   EXPECT_EQ(Subjects(), (Texts{"d", "e"}));
 }
 
 TEST_F(IcsLook, ChangesInQuickSuccessionEndWithTheLastOneReadOneAtATime) {
-  Open();
-  Hold();
-  Write("team.ics", Calendar(Named("first")));
-  Look();
-  ASSERT_TRUE(RunUntil([&] { return Begun() == 2; }));
+  OpenAndHold(Calendar(Named("first")));
   for (const char* next : {"second", "third", "the last"}) {
-    Write("team.ics", Calendar(Named(next)));
+    Write(Calendar(Named(next)));
     Look();
   }
   Release();
@@ -185,12 +163,9 @@ TEST_F(IcsLook, ChangesInQuickSuccessionEndWithTheLastOneReadOneAtATime) {
 }
 
 TEST_F(IcsLook, ReaderThatHangsIsKilledAtItsLimitAndToldOnce) {
-  Open(1500ms);
-  Hold();
-  Write("team.ics", Calendar(Named("c")));
-  Look();
+  OpenAndHold(Calendar(Named("c")), 1500ms);
   ASSERT_TRUE(RunUntilTold(1));
-  EXPECT_NE(told_[0].find("took longer than 1500 ms"), std::string::npos) << told_[0];
+  EXPECT_THAT(told_[0], HasSubstr("took longer than 1500 ms")) << told_[0];
   EXPECT_FALSE(IsAlive(Log().back()));
   for (int i = 0; i < 10; ++i) {
     Look();
@@ -201,7 +176,7 @@ TEST_F(IcsLook, ReaderThatHangsIsKilledAtItsLimitAndToldOnce) {
   EXPECT_EQ(events_, Texts{});
 
   Release();
-  Write("team.ics", Calendar(Named("c") + Named("d")));
+  Write(Calendar(Named("c") + Named("d")));
   Look();
   ASSERT_TRUE(RunUntilTold(2));
   EXPECT_EQ(told_[1], "");
@@ -221,7 +196,7 @@ TEST_F(IcsLook, BrokenStatesAreToldOnceEachAndSoIsTheirEnd) {
     Look();
     QCoreApplication::processEvents();
     ASSERT_EQ(told_.size(), 1U);
-    EXPECT_NE(told_[0].find(words), std::string::npos) << told_[0];
+    EXPECT_THAT(told_[0], HasSubstr(words)) << told_[0];
     EXPECT_EQ(Subjects(), (Texts{"a", "b"}));
   };
   fs::rename(folder_ + "/in", folder_ + "/out");
@@ -229,23 +204,19 @@ TEST_F(IcsLook, BrokenStatesAreToldOnceEachAndSoIsTheirEnd) {
   fs::rename(folder_ + "/out", folder_ + "/in");
   isToldOnce("");
   EXPECT_EQ(told_, Texts{""});
-  Write("in/team.ics", "garbage");
+  WriteTo("in/team.ics", "garbage");
   isToldOnce("holds no calendar");
-  Write("in/team.ics", "more garbage");
+  WriteTo("in/team.ics", "more garbage");
   isToldOnce("holds no calendar");
 
   fs::remove(folder_ + "/reader");
-  Write("in/team.ics", Calendar(Named("c")));
+  WriteTo("in/team.ics", Calendar(Named("c")));
   isToldOnce("could not be started");
   EXPECT_EQ(events_, Texts{});
 }
 
 TEST_F(IcsLook, CalendarThatGoesDuringAReadingKillsTheReaderAndHearsNoMore) {
-  Open();
-  Hold();
-  Write("team.ics", Calendar(Named("c")));
-  Look();
-  ASSERT_TRUE(RunUntil([&] { return Begun() == 2; }));
+  OpenAndHold(Calendar(Named("c")));
   const std::string reader = Log().back();
   EXPECT_TRUE(IsAlive(reader));
   const QDeadlineTimer soon(5s);

@@ -36,11 +36,6 @@ TEST(IcsParser, TimedEventsShowLocalWallClockTime) {
   EXPECT_FALSE(OnlyItem("DTSTART:20260715T120000Z\n").fields.allDay);
 }
 
-TEST(IcsParser, AnEventWithoutEndTakesOneDayOrNoTime) {
-  EXPECT_EQ(SpanOf("DTSTART;VALUE=DATE:20260228\n"), "2026-02-28 00:00 to 2026-03-01 00:00");
-  EXPECT_EQ(SpanOf("DTSTART:20260228T100000\n"), "2026-02-28 10:00 to 2026-02-28 10:00");
-}
-
 TEST(IcsParser, ZonesAreFoundUnderAllTheirNames) {
   for (const char* tzid : {"Asia/Tokyo", "/mozilla.org/20070129_1/Asia/Tokyo",
                            "Tokyo Standard Time", "\"Asia/Tokyo\""}) {
@@ -95,16 +90,6 @@ TEST(IcsParser, TextsLoseTheirFoldsAndEscapes) {
   EXPECT_EQ(item.fields.body, "first\r\nsecond\\n\r\nthird");
   EXPECT_EQ(item.fields.location, "Ghent, Belgium");
   EXPECT_EQ(item.fields.categories, (Texts{"Trips", "Sales, North", "Leave"}));
-}
-
-TEST(IcsParser, AColourRecordIsAnOrdinaryAppointment) {
-  const CalendarItem item = OnlyItem(
-      "UID:colours\nDTSTART:20110101T013000\nDTEND:20110101T013000\n"
-      "SUMMARY:PLEASE IGNORE - Velkor Category Colours: \n"
-      "DESCRIPTION:--DO NOT EDIT LIST MANUALLY--\\nLeave|255\\nOther|13421772\n");
-  EXPECT_EQ(item.fields.subject, "PLEASE IGNORE - Velkor Category Colours: ");
-  EXPECT_EQ(item.fields.body, "--DO NOT EDIT LIST MANUALLY--\r\nLeave|255\r\nOther|13421772");
-  EXPECT_EQ(Words(item.start, item.end), "2011-01-01 01:30 to 2011-01-01 01:30");
 }
 
 TEST(IcsParser, SeveralCalendarsShowAsOneAndOtherComponentsAreSkipped) {

@@ -1,41 +1,24 @@
 // tests/calendar/IcsReaderTest.cpp: the reading process, its answers and its ways to fail.
 #include "calendar/IcsReader.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <sys/stat.h>
 
-#include <filesystem>
-#include <fstream>
-
-#include "calendar/EmbeddedOutlook.h"
 #include "calendar/IcsAnswer.h"
-#include "support/values/Error.h"
-#include "tests/calendar/IcsCase.h"
+#include "tests/calendar/CalendarFileCase.h"
 
 namespace velkor {
 namespace {
 
+using testing::HasSubstr;
 using Texts = std::vector<std::string>;
 
-class IcsReaderTest : public testing::Test {
+class IcsReaderTest : public CalendarFileCase {
  protected:
-  IcsReaderTest() : folder_(testing::TempDir() + "ics-" + std::to_string(getpid()) + "-" + Name()) {
-    std::filesystem::create_directories(folder_);
-  }
-  ~IcsReaderTest() override { std::filesystem::remove_all(folder_); }
-
-  static std::string Name() {
-    return testing::UnitTest::GetInstance()->current_test_info()->name();
-  }
-  std::string Write(const std::string& name, const std::string& text) const {
-    const std::string path = folder_ + "/" + name;
-    std::ofstream(path, std::ios::binary) << text;
-    return path;
-  }
   /// A reader that is this shell script.
   IcsReaderOptions Script(const std::string& lines) const {
     IcsReaderOptions options;
-    options.program = Write("reader", "#!/bin/sh\n" + lines + "\n");
+    options.program = WriteTo("reader", "#!/bin/sh\n" + lines + "\n");
     chmod(options.program.c_str(), 0700);
     return options;
   }
@@ -44,13 +27,11 @@ class IcsReaderTest : public testing::Test {
       ReadIcsFile(path, Year(2026), options);
     } catch (const Error& error) {
       EXPECT_EQ(error.Number(), errors::CalendarFailed);
-      EXPECT_NE(error.Description().find(path), std::string::npos) << error.Description();
+      EXPECT_THAT(error.Description(), HasSubstr(path)) << error.Description();
       return error.Description();
     }
     return "no error";
   }
-
-  std::string folder_;
 };
 
 const std::string WeeklyEvent =
@@ -62,53 +43,44 @@ TEST_F(IcsReaderTest, TheProcessGivesWhatTheParserGives) {
       "X-WR-CALNAME:Team\n" + Event(WeeklyEvent) +
       Event("UID:w\nSUMMARY:moved\nRECURRENCE-ID:20260108T120000Z\nDTSTART:20260109T120000Z\n") +
       Event("SUMMARY:broken\n"));
-  const std::string path = Write("Team – year.ics", text);
-  const ParsedCalendar here = ParseIcs(text, path, Year(2026));
+  const std::string path = WriteTo("Team – year.ics", text);
   const ParsedCalendar there = ReadIcsFile(path, Year(2026));
-  EXPECT_EQ(there.name, "Team");
-  EXPECT_EQ(there.diagnostics, here.diagnostics);
+  EXPECT_EQ(EncodeAnswer(there), EncodeAnswer(ParseIcs(text, path, Year(2026))));
   ASSERT_EQ(there.items.size(), 1U);
-  const CalendarItem& item = there.items[0];
-  EXPECT_EQ(item.entryId, here.items[0].entryId);
-  EXPECT_EQ(item.fields.subject, "Größe");
-  EXPECT_EQ(item.fields.body, "x\r\ny");
-  EXPECT_EQ(item.fields.location, "Ghent");
-  EXPECT_EQ(item.fields.categories, (Texts{"a", "b"}));
-  EXPECT_EQ(StartsOf(item), StartsOf(here.items[0]));
-  EXPECT_EQ(item.occurrences.size(), 52U + 1U);
+  EXPECT_EQ(there.items[0].fields.body, "x\r\ny");
+  EXPECT_EQ(there.items[0].occurrences.size(), 52U + 1U);
 }
 
 TEST_F(IcsReaderTest, FilesThatAreNoCalendarAreNamed) {
-  EXPECT_NE(FaultOf(folder_ + "/none.ics").find("does not exist"), std::string::npos);
-  EXPECT_NE(FaultOf(folder_).find("is a folder"), std::string::npos);
-  EXPECT_NE(FaultOf(Write("text.ics", "hello")).find("holds no calendar"), std::string::npos);
+  EXPECT_THAT(FaultOf(folder_ + "/none.ics"), HasSubstr("does not exist"));
+  EXPECT_THAT(FaultOf(folder_), HasSubstr("is a folder"));
+  EXPECT_THAT(FaultOf(WriteTo("text.ics", "hello")), HasSubstr("holds no calendar"));
   const std::string pipe = folder_ + "/pipe";
   ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-  EXPECT_NE(FaultOf(pipe).find("is no ordinary file"), std::string::npos);
-  const std::string huge = Write("huge.ics", Calendar(""));
+  EXPECT_THAT(FaultOf(pipe), HasSubstr("is no ordinary file"));
+  const std::string huge = WriteTo("huge.ics", Calendar(""));
   std::filesystem::resize_file(huge, IcsLimits{}.fileSize + 1);
-  EXPECT_NE(FaultOf(huge).find("is larger than 64 MiB"), std::string::npos);
+  EXPECT_THAT(FaultOf(huge), HasSubstr("is larger than 64 MiB"));
 }
 
 TEST_F(IcsReaderTest, AReaderThatFailsBecomesAMessage) {
-  const std::string path = Write("team.ics", Calendar(Event(WeeklyEvent)));
+  const std::string path = WriteTo("team.ics", Calendar(Event(WeeklyEvent)));
   EXPECT_EQ(FaultOf(path, Script("kill -SEGV $$")),
             "The calendar file " + path + " could not be read: the reader stopped with signal 11.");
-  EXPECT_NE(FaultOf(path, Script("exit 3")).find("exit code 3"), std::string::npos);
-  EXPECT_NE(FaultOf(path, Script("exit 0")).find("gave no answer"), std::string::npos);
-  EXPECT_NE(FaultOf(path, Script("echo hello; echo trouble >&2")).find("gave no answer"),
-            std::string::npos);
+  EXPECT_THAT(FaultOf(path, Script("exit 3")), HasSubstr("exit code 3"));
+  EXPECT_THAT(FaultOf(path, Script("exit 0")), HasSubstr("gave no answer"));
+  EXPECT_THAT(FaultOf(path, Script("echo hello; echo trouble >&2")), HasSubstr("gave no answer"));
   IcsReaderOptions missing;
   missing.program = folder_ + "/no-such-reader";
-  EXPECT_NE(FaultOf(path, missing).find("could not be started"), std::string::npos);
+  EXPECT_THAT(FaultOf(path, missing), HasSubstr("could not be started"));
 }
 
 TEST_F(IcsReaderTest, AReaderThatHangsIsStopped) {
-  const std::string path = Write("team.ics", Calendar(""));
+  const std::string path = WriteTo("team.ics", Calendar(""));
   for (const char* script : {"sleep 1000", "exec >&-; exec sleep 1000", "while :; do :; done"}) {
     IcsReaderOptions options = Script(script);
     options.timeLimit = std::chrono::milliseconds{200};
-    EXPECT_NE(FaultOf(path, options).find("took longer than 200 ms"), std::string::npos) << script;
+    EXPECT_THAT(FaultOf(path, options), HasSubstr("took longer than 200 ms")) << script;
   }
 }
 
@@ -120,12 +92,11 @@ TEST_F(IcsReaderTest, AReaderThatNeedsTooMuchMemoryBecomesAMessage) {
   for (int i = 0; i < 200'000; ++i) events += "BEGIN:VEVENT\nDTSTART:20260101\nEND:VEVENT\n";
   IcsReaderOptions options;
   options.memoryLimit = std::size_t{200} << 20;
-  EXPECT_NE(FaultOf(Write("many.ics", Calendar(events)), options).find("memory"),
-            std::string::npos);
+  EXPECT_THAT(FaultOf(WriteTo("many.ics", Calendar(events)), options), HasSubstr("memory"));
 }
 
 TEST_F(IcsReaderTest, BrokenAnswersAreRefusedWhateverTheyHold) {
-  const std::string path = Write("team.ics", Calendar(""));
+  const std::string path = WriteTo("team.ics", Calendar(""));
   const std::string answer = EncodeAnswer(Parse(
       Calendar(Event(WeeklyEvent + "EXDATE:20260108T120000Z\n") + Event("SUMMARY:broken\n"))));
   EXPECT_EQ(DecodeAnswer(answer).items.size(), 1U);
@@ -148,28 +119,19 @@ TEST_F(IcsReaderTest, BrokenAnswersAreRefusedWhateverTheyHold) {
       }
     }
   }
-  const std::string cut = Write("answer", answer.substr(0, answer.size() - 20));
-  EXPECT_NE(FaultOf(path, Script("cat '" + cut + "'")).find("answer is not whole"),
-            std::string::npos);
+  const std::string cut = WriteTo("answer", answer.substr(0, answer.size() - 20));
+  EXPECT_THAT(FaultOf(path, Script("cat '" + cut + "'")), HasSubstr("answer is not whole"));
 }
 
 TEST_F(IcsReaderTest, AnOpenedCalendarReadsItsFileAgainForOtherYears) {
-  const std::string path = Write("Team.ics", Calendar(Event(WeeklyEvent) + Event("SUMMARY:x\n")));
+  Write(Calendar(Event(WeeklyEvent)));
   CalendarStore store("store");
-  const std::vector<Diagnostic> diagnostics = OpenIcsCalendar(store, path, Year(2026));
-  EXPECT_EQ(diagnostics.size(), 1U);
+  OpenIcsCalendar(store, path_, Year(2026));
   CalendarFolder& folder = *store.DefaultCalendar();
-  EXPECT_EQ(folder.Name(), "Team");
-  EXPECT_EQ(folder.ItemType(), outlook::ItemTypeAppointment);
-  EXPECT_EQ(store.FolderById(folder.EntryID()), &folder);
   const std::string entryId = folder.AllItems().at(0)->entryId;
   folder.Load(Year(2030));
   EXPECT_EQ(folder.AllItems().at(0)->entryId, entryId);
   EXPECT_GE(Words(folder.AllItems()[0]->occurrences.back().start), "2030-12-01");
-
-  std::filesystem::remove(path);
-  EXPECT_THROW(folder.Load(Year(2100)), Error);
-  EXPECT_EQ(folder.AllItems().size(), 1U);
 }
 
 }  // namespace

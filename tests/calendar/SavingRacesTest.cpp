@@ -1,19 +1,15 @@
 // tests/calendar/SavingRacesTest.cpp: saves while other programs write the same file.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <thread>
 
 #include "calendar/CalendarFile.h"
 #include "calendar/ShortHash.h"
-#include "support/values/Error.h"
+#include "tests/calendar/CalendarFileCase.h"
+#include "tests/platform/desktop/ChildProcess.h"
 
 namespace velkor {
 namespace {
@@ -22,29 +18,12 @@ namespace fs = std::filesystem;
 using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
 
-class SavingRaces : public testing::Test {
+class SavingRaces : public CalendarFileCase {
  protected:
-  SavingRaces()
-      : folder_(testing::TempDir() + "races-" + std::to_string(getpid()) + "-" +
-                testing::UnitTest::GetInstance()->current_test_info()->name()),
-        path_(folder_ + "/team.ics") {
-    fs::create_directories(folder_);
-  }
-  ~SavingRaces() override { fs::remove_all(folder_); }
-
-  void Write(const std::string& text) const { std::ofstream(path_, std::ios::binary) << text; }
   /// As a program does that knows nothing of our locks.
   void ReplaceAsAForeignProgram(const std::string& text) const {
-    std::ofstream(path_ + ".foreign", std::ios::binary) << text;
-    fs::rename(path_ + ".foreign", path_);
+    fs::rename(WriteTo("foreign", text), path_);
   }
-  std::string Read() const {
-    std::ifstream file(path_, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-
-  std::string folder_;
-  std::string path_;
 };
 
 TEST_F(SavingRaces, AForeignReplacementLetsNoSecondSaveOfOursIn) {
@@ -75,40 +54,32 @@ TEST_F(SavingRaces, BesideAForeignWriterEverySaveIsWholeOrSaysThatTheFileKeepsCh
   const std::string body(std::size_t{1} << 20, 'x');
   Write(body);
   const auto end = Clock::now() + milliseconds(1200);
-  std::vector<pid_t> ours;
+  std::vector<ChildProcess> ours;
   for (const char own : {'a', 'b'}) {
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child != 0) {
-      ours.push_back(child);
-      continue;
-    }
-    int faults = 0;
-    while (Clock::now() < end) {
-      try {
-        CalendarFile(path_, {.patience = std::chrono::seconds(20)})
-            .Replace([&](const std::string& bytes) {
-              if (bytes.compare(0, body.size(), body) != 0) ++faults;
-              std::string other = body;
-              if (bytes.back() != own) other += own;
-              return other;
-            });
-      } catch (const Error& error) {
-        if (error.Description().find("keeps changing it") == std::string::npos) ++faults;
+    ours.emplace_back([&, own] {
+      int faults = 0;
+      while (Clock::now() < end) {
+        try {
+          CalendarFile(path_, {.patience = std::chrono::seconds(20)})
+              .Replace([&](const std::string& bytes) {
+                if (bytes.compare(0, body.size(), body) != 0) ++faults;
+                std::string other = body;
+                if (bytes.back() != own) other += own;
+                return other;
+              });
+        } catch (const Error& error) {
+          if (error.Description().find("keeps changing it") == std::string::npos) ++faults;
+        }
       }
-    }
-    _exit(std::min(faults, 100));
+      return std::min(faults, 90);
+    });
   }
   while (Clock::now() < end) {
     ReplaceAsAForeignProgram(body + "f");
     std::this_thread::sleep_for(milliseconds(15));
     EXPECT_EQ(Read().compare(0, body.size(), body), 0) << "the file is not whole";
   }
-  for (const pid_t child : ours) {
-    int state = 0;
-    waitpid(child, &state, 0);
-    EXPECT_EQ(state, 0);
-  }
+  for (ChildProcess& child : ours) EXPECT_EQ(child.Wait(), 0);
   EXPECT_FALSE(fs::exists(folder_ + "/.velkor-" + ShortHash("team.ics")));
 }
 

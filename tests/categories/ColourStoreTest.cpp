@@ -2,7 +2,8 @@
 #include "categories/ColourStore.h"
 
 #include "categories/ColourList.h"
-#include "tests/model/CalendarCase.h"
+#include "categories/ColourRecords.h"
+#include "tests/categories/CategoryCase.h"
 
 namespace velkor {
 namespace {
@@ -18,15 +19,11 @@ constexpr auto Created = ColourRecordChange::Created;
 constexpr auto Migrated = ColourRecordChange::Migrated;
 constexpr auto Deleted = ColourRecordChange::Deleted;
 
-class ColourStoreTest : public CalendarCase {
+class ColourStoreTest : public CategoryCase {
  protected:
-  ColourStoreTest() { access_.ResolveFolder(""); }
-
-  void Put(const std::string& subject, const std::string& body) {
-    CalendarItem item = SampleItem("record " + std::to_string(calendar_.AllItems().size()),
-                                   At(2011, 1, 1, 1, 30), At(2011, 1, 1, 1, 30));
-    item.fields.subject = subject;
-    item.fields.body = body;
+  void Put(const std::string& subject, const std::string& body, Date at = At(2011, 1, 1, 1, 30)) {
+    CalendarItem item = SampleRecord(subject, body, at);
+    item.entryId += std::to_string(calendar_.AllItems().size());
     calendar_.Add(item);
   }
   /// Subject and body of each item, a bar between them.
@@ -37,8 +34,6 @@ class ColourStoreTest : public CalendarCase {
     }
     return stored;
   }
-
-  ColourStore colours_{[this] { return access_.ReopenFolder(); }, seams_.locale, messages_};
 };
 
 TEST_F(ColourStoreTest, AnEmptyFolderGetsARecordWithTheDefaultsOutOfEveryonesWay) {
@@ -145,16 +140,34 @@ TEST_F(ColourStoreTest, WhatIsSavedIsFetchedAgainAndTheLastOfTwoPlannersWins) {
               ElementsAre(testing::StartsWith(Legacy), Prefix + "Team / " + ColourListText(mine)));
 }
 
+TEST_F(ColourStoreTest, ATitleFindsItsOwnListBeforeTheOlderFormWhateverTheDateFormat) {
+  using Lines = std::vector<std::string>;
+  const auto find = [&](const char* title) {
+    return ColourRecords(*access_.ReopenFolder(), seams_.locale).FindList(title);
+  };
+  Put("Holiday", "h\r\nno|1");
+  Put(Legacy, "h\r\nOld|1\r\nOther|2");
+  EXPECT_EQ(find("Team"), (Lines{"h", "Old|1", "Other|2"}));
+  Put(Prefix + "Team", "h\r\nTeam|1\r\n");
+  Put(Prefix, "h\r\nNone|2");
+  Put(Prefix + "Short", "h\r\n \r\n");
+  Put(Prefix + "Early", "h\r\nEarly|1", At(2010, 1, 1, 1, 30));
+  for (const char* format : {"M/d/y", "d/M/y", "y/M/d"}) {
+    seams_.locale.dates = DatePattern(format);
+    EXPECT_EQ(find("Team"), (Lines{"h", "Team|1"}));
+    EXPECT_EQ(find(""), (Lines{"h", "None|2"}));
+    EXPECT_EQ(find("Short"), std::nullopt);
+    EXPECT_EQ(find("Early"), (Lines{"h", "Old|1", "Other|2"})) << "before the last day of 2010";
+  }
+}
+
 TEST_F(ColourStoreTest, AllListsAreCollectedRecordAfterRecord) {
   Put(Prefix + "Team", "\r\n" + Header + "\r\nA|1\r\nOther|2\r\n\r\n");
   Put("Holiday", Header + "\r\nNo|1");
   Put(Prefix, Header);
   Put(Legacy, Header + "\r\nOld|1\r\nOlder|1");
   Put("Copy of " + Prefix + "Ann's", Header + "\r\nOther|3");
-  CalendarItem late = SampleItem("late", At(2011, 1, 2), At(2011, 1, 2));
-  late.fields.subject = Prefix;
-  late.fields.body = Header + "\r\nLate|1";
-  calendar_.Add(late);
+  Put(Prefix, Header + "\r\nLate|1", At(2011, 1, 2));
   for (const char* format : {"M/d/y", "d/M/y"}) {
     seams_.locale.dates = DatePattern(format);
     const auto lines = colours_.CollectAllLists();

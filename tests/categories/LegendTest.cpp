@@ -4,6 +4,7 @@
 #include "categories/LegendElements.h"
 #include "platform/headless/RecordingSurface.h"
 #include "tests/categories/CategoryCase.h"
+#include "tests/platform/headless/CountingPeer.h"
 #include "view/LegendPainter.h"
 
 namespace velkor {
@@ -12,14 +13,6 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::SizeIs;
-
-/// Keeps where a menu was called for.
-class MenuPeer : public ElementPeer {
- public:
-  std::vector<Point> popUps;
-  void Changed() override {}
-  void PopUp(Point position) override { popUps.push_back(position); }
-};
 
 constexpr Twips Row = LegendRowHeight;
 
@@ -65,7 +58,7 @@ class LegendTest : public CategoryCase {
     EXPECT_EQ(elements_.txtEdit.Text(), "");
   }
 
-  MenuPeer menu_;
+  CountingPeer menu_;
   RecordingSurface surface_;
   LegendElements elements_;
   Legend legend_{elements_, shown_, commands_};

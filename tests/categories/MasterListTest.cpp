@@ -1,12 +1,7 @@
 // tests/categories/MasterListTest.cpp: the master category list as the registry holds it.
 #include "categories/MasterList.h"
 
-#include <gmock/gmock.h>
-
-#include "calendar/EmbeddedOutlook.h"
-#include "platform/headless/FixedLocale.h"
-#include "platform/headless/MemoryRegistry.h"
-#include "platform/headless/ScriptedMessageBoxes.h"
+#include "tests/model/CalendarInMemory.h"
 
 namespace velkor {
 namespace {
@@ -14,15 +9,16 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class MasterListTest : public testing::Test {
+class MasterListTest : public CalendarInMemory {
  protected:
   std::vector<std::string> Names(const std::string& version = "11.0.5608") {
-    EmbeddedOutlook outlook(store_, locale_, {.userName = {}, .version = version});
-    return MasterCategories(outlook, registry_, messages_);
+    EmbeddedOutlook outlook(store_, seams_.locale, {.userName = {}, .version = version});
+    return MasterCategories(outlook, seams_.registry, messages_);
   }
   std::vector<std::string> NamesIn(std::string bytes) {
-    registry_.Set(RootKey::CurrentUser, "Software\\Microsoft\\Office\\11.0\\Outlook\\Categories",
-                  "MasterList", std::move(bytes));
+    seams_.registry.Set(RootKey::CurrentUser,
+                        "Software\\Microsoft\\Office\\11.0\\Outlook\\Categories", "MasterList",
+                        std::move(bytes));
     return Names();
   }
   /// UTF-16 with the low byte first.
@@ -34,11 +30,6 @@ class MasterListTest : public testing::Test {
     }
     return bytes;
   }
-
-  CalendarStore store_{"store"};
-  FixedLocale locale_;
-  MemoryRegistry registry_;
-  ScriptedMessageBoxes messages_{[](const std::string& failure) { FAIL() << failure; }};
 };
 
 TEST_F(MasterListTest, IsReadForTheMajorVersionAndSplitAtSemicolons) {

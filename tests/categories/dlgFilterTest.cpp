@@ -40,18 +40,15 @@ class dlgFilterTest : public testing::Test {
     }
     FAIL() << name << " is not offered";
   }
-  Names Offered() const {
-    Names names;
-    for (const Item& item : dialog_->lbCategories.Items()) names.push_back(item.text);
-    return names;
-  }
-  Names Checked() const {
+  Names Listed(bool checkedAlone) const {
     Names names;
     for (const Item& item : dialog_->lbCategories.Items()) {
-      if (item.checked) names.push_back(item.text);
+      if (item.checked || !checkedAlone) names.push_back(item.text);
     }
     return names;
   }
+  Names Offered() const { return Listed(false); }
+  Names Checked() const { return Listed(true); }
 
   MemorySettings settings_;
   ScriptedMessageBoxes messages_{[](const std::string& failure) { FAIL() << failure; }};

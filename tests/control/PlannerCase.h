@@ -1,50 +1,44 @@
 // tests/control/PlannerCase.h: a planner on scripted seams over a calendar in memory.
 #pragma once
 
-#include <gmock/gmock.h>
-
 #include <string>
-#include <utility>
 #include <vector>
 
-#include "calendar/EmbeddedOutlook.h"
 #include "control/YearPlan.h"
 #include "model/CacheRecord.h"
 #include "model/SynchResult.h"
-#include "platform/headless/HeadlessSeams.h"
 #include "platform/headless/ScriptedHost.h"
 #include "tests/control/LoggedOutlook.h"
-#include "tests/model/SampleEvents.h"
-#include "view/YearGrid.h"
+#include "tests/model/CalendarInMemory.h"
+#include "tests/platform/headless/CountingPeer.h"
+#include "tests/view/SampleGrid.h"
 
 namespace velkor {
 
-/// Counts what a native window would be asked to do.
-class CountingPeer : public ElementPeer {
- public:
-  int changes = 0;
-  std::vector<Rect> parts;
-  std::vector<Point> popUps;
-
-  void Changed() override { ++changes; }
-  void Invalidate(const Rect& part) override { parts.push_back(part); }
-  void PopUp(Point position) override { popUps.push_back(position); }
-};
-
 /// Today is 18 April 2005; the calendar's default folder is empty at first.
-class PlannerCase : public testing::Test {
+class PlannerCase : public CalendarInMemory {
  protected:
   PlannerCase() {
-    store_.SetDefaultCalendar(&calendar_);
+    inspect_ = [](OutlookItem&) { ADD_FAILURE() << "Nothing should be shown"; };
     bag_.values["AllEvents"] = true;
   }
+
+  /// On show in 2005 for two days, without a category.
+  const CalEvent EventA = SampleEvent("a", At(2005, 3, 3), At(2005, 3, 5));
 
   Platform On(OutlookApplication& outlook) { return seams_.On(outlook, messages_); }
   /// Reads the bag and runs the start-up sequence.
   void Start() {
     plan_.Resize({15000, 9000}, {});
-    plan_.ReadProperties(bag_);
-    plan_.Elements().tmrStart.Tick();
+    Start(plan_);
+  }
+  void Start(YearPlan& plan) {
+    plan.ReadProperties(bag_);
+    plan.Elements().tmrStart.Tick();
+  }
+  /// Every wait for a refresh ends at once.
+  void AnswerEveryStop() {
+    seams_.shell.onMessages = [&](int) { seams_.cacheUtilities.Complete(6); };
   }
   static std::string CacheFileOf(int year) { return "/temp/Ann" + std::to_string(year) + "0.tmp"; }
   std::string Records(const std::vector<CalEvent>& events) {
@@ -60,26 +54,13 @@ class PlannerCase : public testing::Test {
     seams_.files.contents[seams_.cacheUtilities.started.back().cacheFile] = Records(events);
     seams_.cacheUtilities.Complete(static_cast<short>(SynchResult::CacheWritten));
   }
-  CalendarItem Item(const std::string& id, Date start, Date end) {
-    CalendarItem item;
-    item.entryId = id;
-    item.fields.subject = "Subject of " + id;
-    item.start = start;
-    item.end = end;
-    return item;
-  }
-  /// The middle of a cell, in the coordinates of pic1.
-  Point CellPoint(int row, int column, int band) {
-    const GridGeometry& geometry = plan_.Grid().Geometry();
-    const double offset =
-        plan_.Elements().VScroll1.Value() * static_cast<double>(geometry.pixel.height);
-    return {(geometry.ColumnEdge(column - 1) + geometry.ColumnEdge(column)) / 2,
-            geometry.RowTop(plan_.Grid().Layout(), row) + geometry.BandEdge(band) -
-                geometry.BandEdge(1) / 2 - offset};
-  }
+  /// The middle of a day's cell, in the coordinates of pic1.
   Point DayPoint(Date day, int band) {
     const GridCell cell = *plan_.Grid().Columns().CellOf(day);
-    return CellPoint(cell.row, cell.column, band);
+    Point point = CentreOf(plan_.Grid(), cell.row, cell.column, band);
+    point.y -= plan_.Elements().VScroll1.Value() *
+               static_cast<double>(plan_.Grid().Geometry().pixel.height);
+    return point;
   }
   void Click(MouseButton button, Point at) {
     PictureBox& pic1 = plan_.Elements().pic1;
@@ -95,18 +76,6 @@ class PlannerCase : public testing::Test {
     pic1.onMouseUp(MouseButton::Left, to);
   }
 
-  HeadlessSeams seams_;
-  ScriptedMessageBoxes messages_{[](const std::string& what) { ADD_FAILURE() << what; }};
-  CalendarStore store_{"store"};
-  CalendarFolder& calendar_ =
-      store_.AddFolder("Calendar", "calendar", outlook::ItemTypeAppointment);
-  std::function<void(OutlookItem&)> inspect_ = [](OutlookItem&) {
-    ADD_FAILURE() << "Nothing should be shown";
-  };
-  EmbeddedOutlook embedded_{
-      store_, seams_.locale, {.userName = "Ann", .inspector = [this](OutlookItem& item) {
-                                inspect_(item);
-                              }}};
   LoggedOutlook outlook_{embedded_};
   ScriptedHost host_;
   MemoryPropertyBag bag_;

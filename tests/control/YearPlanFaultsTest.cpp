@@ -1,19 +1,14 @@
 // tests/control/YearPlanFaultsTest.cpp: what goes wrong half-way, and what comes in between.
 #include "control/YearPlan.h"
 #include "tests/control/PlannerCase.h"
+#include "tests/model/RefreshDoubles.h"
 
 namespace velkor {
 namespace {
 
 using testing::IsEmpty;
 
-class YearPlanFaultsTest : public PlannerCase {
- protected:
-  /// Every wait for a refresh ends at once.
-  void AnswerEveryStop() {
-    seams_.shell.onMessages = [&](int) { seams_.cacheUtilities.Complete(6); };
-  }
-};
+class YearPlanFaultsTest : public PlannerCase {};
 
 class ReactingHost : public ControlHost {
  public:
@@ -24,19 +19,9 @@ class ReactingHost : public ControlHost {
   }
 };
 
-/// Lets something happen while a message is on show.
-class HookedBoxes : public MessageBoxes {
- public:
-  std::function<void()> whileOpen;
-  MessageAnswer Show(const Message&) override {
-    if (const auto once = std::exchange(whileOpen, nullptr)) once();
-    return MessageAnswer::Ok;
-  }
-};
-
 TEST_F(YearPlanFaultsTest, AYearChangeThatFailsKeepsTheYearAndItsCacheFile) {
   Start();
-  Refreshed({SampleEvent("a", At(2005, 3, 3), At(2005, 3, 5))});
+  Refreshed({EventA});
   outlook_.failing = "CurrentUserName";
   messages_.Expect("Error changing the year 440 CurrentUserName was refused.");
   plan_.Elements().Toolbar1.ClickButton("Next");
@@ -50,8 +35,7 @@ TEST_F(YearPlanFaultsTest, AYearChangeThatFailsKeepsTheYearAndItsCacheFile) {
 
 TEST_F(YearPlanFaultsTest, AYearThatTheHostChangesDuringALoadHasItsOwnEvents) {
   Start();
-  seams_.files.contents[seams_.cacheUtilities.started.back().cacheFile] =
-      Records({SampleEvent("a", At(2005, 3, 3), At(2005, 3, 5))});
+  seams_.files.contents[seams_.cacheUtilities.started.back().cacheFile] = Records({EventA});
   AnswerEveryStop();
   // A load reports its begin and its end.
   for (const int report : {1, 2}) {
@@ -71,45 +55,42 @@ TEST_F(YearPlanFaultsTest, AYearThatTheHostChangesDuringALoadHasItsOwnEvents) {
 }
 
 TEST_F(YearPlanFaultsTest, OccurrencesThatWereReadForAnotherYearStayOut) {
-  HookedBoxes boxes;
+  OpenMessageBoxes boxes;
   YearPlan plan(seams_.On(outlook_, boxes), host_);
-  plan.ReadProperties(bag_);
-  plan.Elements().tmrStart.Tick();
+  Start(plan);
   AnswerEveryStop();
   outlook_.failing = "GetNext";
   boxes.whileOpen = [&] {
     outlook_.failing.clear();
     plan.ChangeYear(1);
   };
-  calendar_.SaveNew(Item("a", At(2005, 3, 3), At(2005, 3, 5)), false, At(2005, 1, 1));
+  calendar_.SaveNew(SampleItem("a", At(2005, 3, 3), At(2005, 3, 5)), false, At(2005, 1, 1));
   EXPECT_EQ(plan.DisplayedYear(), 2006);
   EXPECT_EQ(plan.Grid().Events().Count(), 0u);
 }
 
 TEST_F(YearPlanFaultsTest, ACategoryThatGoesWhileAnAppointmentIsReadColoursNoEvent) {
-  HookedBoxes boxes;
+  OpenMessageBoxes boxes;
   YearPlan plan(seams_.On(outlook_, boxes), host_);
-  plan.ReadProperties(bag_);
-  plan.Elements().tmrStart.Tick();
+  Start(plan);
   AnswerEveryStop();
   outlook_.failing = "GetNext";
   boxes.whileOpen = [&] {
     outlook_.failing.clear();
     plan.CatDelete("Unused 01");
   };
-  calendar_.SaveNew(Item("a", At(2005, 3, 3), At(2005, 3, 5)), false, At(2005, 1, 1));
+  calendar_.SaveNew(SampleItem("a", At(2005, 3, 3), At(2005, 3, 5)), false, At(2005, 1, 1));
   ASSERT_EQ(plan.Grid().Events().Count(), 1u);
   EXPECT_EQ(plan.Grid().Events()[0].CatIndex, plan.Grid().Categories().Count());
 }
 
 TEST_F(YearPlanFaultsTest, ASecondStartWithoutItsFolderLeavesTheControlEmpty) {
   Start();
-  Refreshed({SampleEvent("a", At(2005, 3, 3), At(2005, 3, 5))});
+  Refreshed({EventA});
   Drag(DayPoint(At(2005, 3, 10), 3), DayPoint(At(2005, 3, 14), 3));
   bag_.values["Folder"] = std::string("Mailbox\\Gone");
   messages_.Expect("Unable to access specified calendar folder.");
-  plan_.ReadProperties(bag_);
-  plan_.Elements().tmrStart.Tick();
+  Start(plan_);
   EXPECT_FALSE(plan_.Elements().Command1.Enabled());
   EXPECT_EQ(plan_.Grid().Events().Count(), 0u);
   plan_.Elements().mnuNew.Click();
@@ -118,12 +99,11 @@ TEST_F(YearPlanFaultsTest, ASecondStartWithoutItsFolderLeavesTheControlEmpty) {
 
 TEST_F(YearPlanFaultsTest, AWarmCacheIsShownThoughTheColoursCannotBeRead) {
   Start();
-  Refreshed({SampleEvent("a", At(2005, 3, 3), At(2005, 3, 5))});
+  Refreshed({EventA});
   YearPlan second(On(outlook_), host_);
   outlook_.failing = "Find";
   messages_.Expect("Error fetching category colours 440 ");
-  second.ReadProperties(bag_);
-  second.Elements().tmrStart.Tick();
+  Start(second);
   EXPECT_EQ(second.Grid().Layout().bars.size(), 1u);
   EXPECT_EQ(second.Grid().Categories().Count(), 15);
 }
@@ -137,16 +117,6 @@ TEST_F(YearPlanFaultsTest, AnUtilityThatCannotStartIsToldAndTheCacheShownAllTheS
   seams_.cacheUtilities.failsToStart = false;
   plan_.Elements().Command1.Click();
   EXPECT_EQ(seams_.cacheUtilities.started.size(), 1u);
-}
-
-TEST_F(YearPlanFaultsTest, ATornCacheFileShowsWhatItHolds) {
-  Start();
-  std::string bytes = Records({SampleEvent("a", At(2005, 3, 3), At(2005, 3, 5)),
-                               SampleEvent("b", At(2005, 3, 4), At(2005, 3, 6))});
-  bytes.resize(bytes.size() - 3);
-  seams_.files.contents[seams_.cacheUtilities.started.back().cacheFile] = bytes;
-  plan_.ChangeYear(0);
-  EXPECT_EQ(plan_.Grid().Layout().bars.size(), 1u);
 }
 
 TEST_F(YearPlanFaultsTest, AControlOfAnySizeTakesPointerAndKeys) {

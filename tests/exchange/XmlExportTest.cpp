@@ -7,6 +7,7 @@
 #include "exchange/dlgSaveType.h"
 #include "platform/headless/HeadlessSeams.h"
 #include "support/values/Error.h"
+#include "tests/model/SampleEvents.h"
 #include "tools/GivenYears.h"
 
 namespace velkor {
@@ -21,12 +22,8 @@ constexpr const char* FileName = "C:\\out\\data.xml";
 constexpr const char* OlderFile = "older";
 
 CalEvent EventOf(std::string id, std::string subject, Date start, std::int16_t catIndex = 1) {
-  CalEvent event;
-  event.EventID = std::move(id);
+  CalEvent event = SampleEvent(std::move(id), start, start.AddDays(1), "Work");
   event.Subject = std::move(subject);
-  event.Categories = "Work";
-  event.StartDate = start;
-  event.EndDate = start.AddDays(1);
   event.CatIndex = catIndex;
   return event;
 }

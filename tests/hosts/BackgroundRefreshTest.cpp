@@ -24,8 +24,7 @@ class Window : public QObject {
 class RealBackgroundRefresh : public RefreshCase {
  protected:
   RealBackgroundRefresh() {
-    Write("a.ics", Calendar(5));
-    inputs_ = InputsFor("a.ics");
+    inputs_ = InputsFor(Calendar(5));
     refresh_.CreateCacheUtility();
   }
 
@@ -58,8 +57,8 @@ class RealBackgroundRefresh : public RefreshCase {
   ProcessCacheUtilities processes_{[this](const Error& error) { raised_.push_back(error); },
                                    NumberedUtility()};
   Platform platform_ = around_.With(processes_, shell_);
-  StatusPlanner planner_;
-  CountingView view_;
+  WatchedView planner_;
+  WatchedView view_;
   Timer tmrBackground_{"tmrBackground", 50000};
   BackgroundRefresh refresh_{planner_, view_, platform_, tmrBackground_,
                              [this] { return inputs_; }};
@@ -97,18 +96,6 @@ TEST_F(RealBackgroundRefresh, TheWindowHandlesInputWhileTheProcessWorksAndWhenIt
   EXPECT_EQ(view_.reloads, 2);
 }
 
-TEST_F(RealBackgroundRefresh, AHungProcessIsReplacedAtTheFourthAttempt) {
-  const pid_t hung = StartAndHang();
-  for (int attempt = 1; attempt <= 3; ++attempt) refresh_.StartRefresh(false);
-  EXPECT_EQ(Processes().size(), 1U);
-  refresh_.StartRefresh(false);
-  ASSERT_TRUE(AwaitIdle());
-  EXPECT_EQ(Processes().size(), 2U);
-  EXPECT_EQ(view_.reloads, 1);
-  EXPECT_TRUE(Await([&] { return !IsRunning(hung); }));
-  EXPECT_THAT(around_.boxes.texts, IsEmpty());
-}
-
 TEST_F(RealBackgroundRefresh, AForcedStartWaitsSomeSecondsForAHungProcessAndHandlesInputMeanwhile) {
   const pid_t hung = StartAndHang();
   Window window;
@@ -120,27 +107,6 @@ TEST_F(RealBackgroundRefresh, AForcedStartWaitsSomeSecondsForAHungProcessAndHand
   ASSERT_TRUE(AwaitIdle());
   EXPECT_EQ(view_.reloads, 1);
   EXPECT_TRUE(Await([&] { return !IsRunning(hung); }));
-}
-
-TEST_F(RealBackgroundRefresh, AForcedStartStopsAWorkingProcessWithoutAMessage) {
-  Write("a.ics", Calendar(50'000));
-  refresh_.StartRefresh(false);
-  ASSERT_TRUE(Await([&] { return Processes().size() == 1; }));
-  Write("a.ics", Calendar(5));
-  refresh_.StartRefresh(true);
-  ASSERT_TRUE(AwaitIdle());
-  EXPECT_THAT(around_.boxes.texts, IsEmpty());
-  EXPECT_THAT(CacheFolder(), ElementsAre("c.tmp"));
-}
-
-TEST_F(RealBackgroundRefresh, AFailureRaisesTheWordsOfTheProcessAfterTheMessage) {
-  QFile::remove(QString::fromStdString(Path("a.ics")));
-  refresh_.StartRefresh(false);
-  ASSERT_TRUE(AwaitIdle());
-  EXPECT_THAT(around_.boxes.texts, ElementsAre("Error occured while fetching events."));
-  ASSERT_EQ(raised_.size(), 1U);
-  EXPECT_EQ(raised_[0].Number(), errors::CalendarFailed);
-  EXPECT_THAT(raised_[0].Description(), testing::HasSubstr(Path("a.ics")));
 }
 
 }  // namespace

@@ -32,14 +32,14 @@ TEST_F(CategoriesCommand, ChangesAreThereInTheNextRun) {
   const char* const odd = "\"Q\" | 'x', A,B; \\n 🎉";
   const std::string cleaned = "\"Q\"  'x', A,B; \\n 🎉";
   Write("team.ics", Calendar(2, "CATEGORIES:Leave\r\n"));
-  const QByteArray calendar = Bytes(Path("team.ics"));
+  const QByteArray calendar = Bytes("team.ics");
   EXPECT_EQ(Categories({}).out, "#128AFF  Leave\n#CCCCCC  Other\n");
-  EXPECT_EQ(Bytes(Path("team.ics")), calendar);
+  EXPECT_EQ(Bytes("team.ics"), calendar);
 
   const auto now = [&] { return Categories({"list"}).out; };
   EXPECT_EQ(Categories({"new", odd}).out,
             "#128AFF  Leave\n#0000FF  " + cleaned + "\n#CCCCCC  Other\n");
-  EXPECT_EQ(Bytes(Path("team.ics")).count("BEGIN:VEVENT"), 3);
+  EXPECT_EQ(Bytes("team.ics").count("BEGIN:VEVENT"), 3);
   EXPECT_EQ(Categories({"recolour", cleaned.c_str(), "#fe00a0"}).code, 0);
   EXPECT_EQ(now(), "#128AFF  Leave\n#FE00A0  " + cleaned + "\n#CCCCCC  Other\n");
   EXPECT_EQ(Categories({"rename", "Leave", "-休暇", "--hide-non-category"}).code, 2);
@@ -47,7 +47,7 @@ TEST_F(CategoriesCommand, ChangesAreThereInTheNextRun) {
   EXPECT_EQ(Categories({"--hide-non-category", "new", "Last"}).code, 0);
   EXPECT_EQ(Categories({"delete", cleaned.c_str()}).code, 0);
   EXPECT_EQ(now(), "#128AFF  -休暇\n#CCCCCC  Other\n#0000FF  Last\n");
-  EXPECT_EQ(Bytes(Path("team.ics")).count("BEGIN:VEVENT"), 3);
+  EXPECT_EQ(Bytes("team.ics").count("BEGIN:VEVENT"), 3);
   EXPECT_EQ(Categories({"--title", "Rooms"}).out, "#128AFF  Leave\n#CCCCCC  Other\n");
 }
 
@@ -58,19 +58,19 @@ TEST_F(CategoriesCommand, OfTwoNamesThatAreAlikeTheFirstIsMeant) {
 
 TEST_F(CategoriesCommand, ARecordInTheOlderFormBecomesTheTitlesOwnWithTheFirstChange) {
   WriteWithRecord(colour_record::LegacySubject, "A|1\\nB|2");
-  const QByteArray calendar = Bytes(Path("team.ics"));
+  const QByteArray calendar = Bytes("team.ics");
   EXPECT_EQ(Categories({"rename", "A", "B"}).code, 1);
-  EXPECT_EQ(Bytes(Path("team.ics")), calendar);
+  EXPECT_EQ(Bytes("team.ics"), calendar);
   EXPECT_EQ(Categories({"rename", "A", "C"}).out, "#010000  C\n#020000  B\n");
   EXPECT_EQ(Categories({}).out, "#010000  C\n#020000  B\n");
-  EXPECT_EQ(Bytes(Path("team.ics")).count("BEGIN:VEVENT"), 2);
+  EXPECT_EQ(Bytes("team.ics").count("BEGIN:VEVENT"), 2);
 }
 
 TEST_F(CategoriesCommand, WhatIsRefusedLeavesTheCalendarAsItWas) {
   Write("one.ics", "");
   WriteWithRecord(colour_record::SubjectOf("Default"), "A|1\\nB|2");
-  QFile file(Path("team.ics"));
-  const QByteArray calendar = Bytes(file.fileName());
+  QFile file(File("team.ics"));
+  const QByteArray calendar = Bytes("team.ics");
   const std::pair<QStringList, const char*> refusals[] = {
       {{"delete", "a"}, "There is no category \"a\""},
       {{"rename", "a", "C"}, "There is no category \"a\""},
@@ -89,7 +89,7 @@ TEST_F(CategoriesCommand, WhatIsRefusedLeavesTheCalendarAsItWas) {
   EXPECT_EQ(locked.code, 1);
   EXPECT_THAT(locked.messages, HasSubstr("team.ics could not be saved"));
   file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-  EXPECT_EQ(Bytes(file.fileName()), calendar);
+  EXPECT_EQ(Bytes("team.ics"), calendar);
 
   WriteWithRecord(colour_record::SubjectOf("Default"), "A|1");
   EXPECT_THAT(Categories({"delete", "A"}).messages, HasSubstr("at least one must be retained"));
@@ -97,7 +97,7 @@ TEST_F(CategoriesCommand, WhatIsRefusedLeavesTheCalendarAsItWas) {
 
 TEST_F(CategoriesCommand, ABrokenListIsShownAsFarAsItGoesAndNeverSavedOver) {
   WriteWithRecord(colour_record::SubjectOf("Default"), "A|1\\nB\\nC|3");
-  const QByteArray calendar = Bytes(Path("team.ics"));
+  const QByteArray calendar = Bytes("team.ics");
   Outcome outcome = Categories({"list"});
   EXPECT_EQ(outcome.code, 1);
   EXPECT_EQ(outcome.out, "#010000  A\n");
@@ -105,7 +105,7 @@ TEST_F(CategoriesCommand, ABrokenListIsShownAsFarAsItGoesAndNeverSavedOver) {
   outcome = Categories({"delete", "A"});
   EXPECT_EQ(outcome.code, 1);
   EXPECT_EQ(outcome.out, "");
-  EXPECT_EQ(Bytes(Path("team.ics")), calendar);
+  EXPECT_EQ(Bytes("team.ics"), calendar);
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ class ExportCommand : public Yearplan {
  protected:
   /// The texts of all elements of a name, in order. Fails the test where the file is no XML.
   std::vector<std::string> Texts(const QString& name, const char* element) const {
-    QXmlStreamReader xml(Bytes(Path(name)));
+    QXmlStreamReader xml(Bytes(name));
     std::vector<std::string> texts;
     while (!xml.atEnd()) {
       if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == QString(element)) {
@@ -55,8 +55,8 @@ TEST_F(ExportCommand, HoldsYearsThatWereNeverShownAndWhatTheirItemsSay) {
   const Outcome outcome =
       Run({"export", "team.ics", "--from", "2024", "--to", "2025", "-o", "out.xml"});
   EXPECT_EQ(outcome.code, 0);
-  EXPECT_EQ(outcome.out, "Years 2024 to 2025, 3 appointments, 2 categories: " +
-                             Path("out.xml").toStdString() + "\n");
+  EXPECT_EQ(outcome.out,
+            "Years 2024 to 2025, 3 appointments, 2 categories: " + Path("out.xml") + "\n");
   EXPECT_EQ(std::count(outcome.messages.begin(), outcome.messages.end(), '\n'), 1)
       << "told once, not once a year: " << outcome.messages;
   EXPECT_THAT(Texts("out.xml", "Text"), ElementsAre("Travel", "Other"));
@@ -110,15 +110,15 @@ TEST_F(ExportCommand, TakesWhatTheFilterAndTheLegendLetThrough) {
   EXPECT_THAT(misspelt.messages, HasSubstr("\"hall\""));
   EXPECT_THAT(Texts("a", "Subject"), IsEmpty());
   EXPECT_THAT(Run(QStringList(command) << "--categories-only").out, HasSubstr("2 categories: "));
-  EXPECT_FALSE(Bytes(Path("a")).contains("<Appointments>"));
+  EXPECT_FALSE(Bytes("a").contains("<Appointments>"));
 }
 
 TEST_F(ExportCommand, FailsWithoutLeavingAFile) {
   const QByteArray calendar = Calendar(3);
   Write("team.ics", calendar);
   Write("file", "kept");
-  ASSERT_TRUE(QDir(Path("")).mkpath("folder/inside"));
-  ASSERT_TRUE(QFile::link(Path("team.ics"), Path("link.xml")));
+  ASSERT_TRUE(QDir(File("")).mkpath("folder/inside"));
+  ASSERT_TRUE(QFile::link(File("team.ics"), File("link.xml")));
   const std::pair<const char*, const char*> failures[] = {
       {"file/below.xml", "Failed to save file. "},
       {"absent/a.xml", "Failed to save file. "},
@@ -131,11 +131,11 @@ TEST_F(ExportCommand, FailsWithoutLeavingAFile) {
     EXPECT_EQ(outcome.out, "") << target;
     EXPECT_THAT(outcome.messages, HasSubstr(words)) << target;
   }
-  EXPECT_EQ(Bytes(Path("team.ics")), calendar);
-  EXPECT_EQ(Bytes(Path("file")), "kept");
-  EXPECT_TRUE(QFile::exists(Path("folder/inside")));
+  EXPECT_EQ(Bytes("team.ics"), calendar);
+  EXPECT_EQ(Bytes("file"), "kept");
+  EXPECT_TRUE(QFile::exists(File("folder/inside")));
   EXPECT_EQ(Run({"export", "absent.ics", "-o", "a.xml"}).code, 1);
-  EXPECT_FALSE(QFile::exists(Path("a.xml")));
+  EXPECT_FALSE(QFile::exists(File("a.xml")));
 }
 
 }  // namespace

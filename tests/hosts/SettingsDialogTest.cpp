@@ -24,10 +24,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-void Press(QDialog& dialog, QDialogButtonBox::StandardButton button) {
-  QTest::mouseClick(dialog.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
-}
-
 TEST(SettingsDialog, OkGivesWhatWasSetAndCancelNothing) {
   const PlannerProperties shown{"Team", true, false, true, "Mine", "IPM.Appointment", 4};
   WhenOpen([](QDialog& dialog) {
@@ -74,27 +70,6 @@ class StoredProperties : public testing::Test {
     return {settings_, calendar, [this](const std::string& text) { reports_.push_back(text); }};
   }
 };
-
-TEST_F(StoredProperties, NewCalendarShowsAllEventsWithSubjects) {
-  velkor::StoredProperties bag = Of("a.ics");
-  EXPECT_EQ(bag.ReadProperty("AllEvents", false), PropertyValue(true));
-  EXPECT_EQ(bag.ReadProperty("DisplaySubject", false), PropertyValue(true));
-  EXPECT_EQ(bag.ReadProperty("HideNonCategoryItems", false), PropertyValue(false));
-  EXPECT_EQ(bag.ReadProperty("StartMonth", std::int16_t{1}), PropertyValue(std::int16_t{1}));
-  EXPECT_THAT(reports_, IsEmpty());
-}
-
-TEST_F(StoredProperties, EachCalendarKeepsItsOwn) {
-  Of("a.ics").WriteProperty("AllEvents", false, false);
-  Of("a.ics").WriteProperty("StartMonth", std::int16_t{12}, std::int16_t{1});
-  Of("b.ics").WriteProperty("TitleName", std::string("B"), std::string("Default"));
-  EXPECT_EQ(Of("a.ics").ReadProperty("AllEvents", false), PropertyValue(false));
-  EXPECT_EQ(Of("a.ics").ReadProperty("StartMonth", std::int16_t{1}),
-            PropertyValue(std::int16_t{12}));
-  EXPECT_EQ(Of("b.ics").ReadProperty("AllEvents", false), PropertyValue(true));
-  EXPECT_EQ(Of("b.ics").ReadProperty("TitleName", std::string("Default")),
-            PropertyValue(std::string("B")));
-}
 
 TEST_F(StoredProperties, WhatMakesNoSenseIsPassedOverAndReported) {
   velkor::StoredProperties bag = Of("a.ics");

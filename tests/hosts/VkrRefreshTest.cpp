@@ -36,9 +36,13 @@ class VkrRefresh : public RefreshCase {
     const auto report = refresh_protocol::DecodeReport(line.toStdString());
     return report ? report->synchResult : short{0};
   }
+  void End() {
+    process_.closeWriteChannel();
+    EXPECT_TRUE(process_.waitForFinished(20'000));
+  }
   /// The cache utility beside a reader that never ends, which notes its process number in "pids".
   std::string UtilityWithSlowReader() const {
-    QFile::copy(VKR_REFRESH, QString::fromStdString(Path("vkrRefresh")));
+    QFile::copy(VKR_REFRESH, File("vkrRefresh"));
     Script("yearplan-read",
            "echo $$ >>'" + QByteArray::fromStdString(Path("pids")) + "'\nexec sleep 60\n");
     return Path("vkrRefresh");
@@ -51,8 +55,7 @@ class VkrRefresh : public RefreshCase {
 };
 
 TEST_F(VkrRefresh, DoesOneRefreshAfterAnotherAndEndsWhenItsClientHasNothingMoreToAsk) {
-  Write("a.ics", Calendar(3));
-  const std::string start = Encode({InputsFor("a.ics")});
+  const std::string start = Encode({InputsFor(Calendar(3))});
   Start();
   Send(start);
   EXPECT_EQ(Answer(), 1);
@@ -60,28 +63,24 @@ TEST_F(VkrRefresh, DoesOneRefreshAfterAnotherAndEndsWhenItsClientHasNothingMoreT
   Send(Encode(refresh_protocol::Command{}));
   Send(start);
   EXPECT_EQ(Answer(), 1);
-  process_.closeWriteChannel();
-  EXPECT_TRUE(process_.waitForFinished(20'000));
+  End();
   EXPECT_EQ(process_.exitCode(), 0);
 }
 
 TEST_F(VkrRefresh, AClientThatGoesAwayEndsItInTheMiddleOfReading) {
-  Write("a.ics", Calendar(3));
-  const RefreshInputs inputs = InputsFor("a.ics");
+  const RefreshInputs inputs = InputsFor(Calendar(3));
   Start(UtilityWithSlowReader());
   Send(Encode({inputs}));
   ASSERT_TRUE(Await([&] { return Processes().size() == 1; }));
   const pid_t reader = Processes()[0];
   EXPECT_TRUE(IsRunning(reader));
-  process_.closeWriteChannel();
-  EXPECT_TRUE(process_.waitForFinished(20'000));
+  End();
   EXPECT_TRUE(AwaitEnd(reader)) << "its reader ends with it";
   EXPECT_THAT(CacheFolder(), IsEmpty());
 }
 
 TEST_F(VkrRefresh, AStopInTheMiddleOfReadingCompletesWithNothingToReport) {
-  Write("a.ics", Calendar(3));
-  const RefreshInputs inputs = InputsFor("a.ics");
+  const RefreshInputs inputs = InputsFor(Calendar(3));
   Create(UtilityWithSlowReader());
   utility_->Start(inputs);
   ASSERT_TRUE(Await([&] { return Processes().size() == 1; }));
@@ -105,8 +104,7 @@ TEST_F(VkrRefresh, NonsenseFromTheClientEndsIt) {
 TEST_F(VkrRefresh, AKillAtAnyMomentLeavesTheOldOrTheNewCacheFile) {
   const int kills = std::max(25, qEnvironmentVariableIntValue("VELKOR_KILLS"));
   const QByteArray calendars[] = {Calendar(1500), Calendar(1500, "CATEGORIES:Leave\r\n")};
-  Write("a.ics", calendars[0]);
-  const RefreshInputs inputs = InputsFor("a.ics");
+  const RefreshInputs inputs = InputsFor(calendars[0]);
   const auto refresh = [&](const QByteArray& calendar) {
     Write("a.ics", calendar);
     Start();
@@ -115,8 +113,7 @@ TEST_F(VkrRefresh, AKillAtAnyMomentLeavesTheOldOrTheNewCacheFile) {
   const auto refreshWhole = [&](const QByteArray& calendar) {
     refresh(calendar);
     EXPECT_EQ(Answer(), 1);
-    process_.closeWriteChannel();
-    process_.waitForFinished();
+    End();
     EXPECT_THAT(CacheFolder(), ElementsAre("c.tmp"));
     return Bytes("cache/c.tmp");
   };
@@ -130,8 +127,7 @@ TEST_F(VkrRefresh, AKillAtAnyMomentLeavesTheOldOrTheNewCacheFile) {
     clock.start();
     EXPECT_EQ(Answer(), 1);
     longest = std::min(longest, clock.nsecsElapsed() / 1000);
-    process_.closeWriteChannel();
-    process_.waitForFinished();
+    End();
   }
 
   std::mt19937 random(2026);

@@ -1,14 +1,11 @@
 // tests/hosts/YearplanCase.h: the program run in a folder of its own.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QByteArray>
 #include <QDirIterator>
-#include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
 #include <string>
+
+#include "tests/platform/desktop/FolderCase.h"
 
 namespace velkor {
 
@@ -18,24 +15,12 @@ struct Outcome {
   std::string messages;
 };
 
-class Yearplan : public testing::Test {
+class Yearplan : public FolderCase {
  protected:
-  QString Path(const QString& name) const { return folder_.filePath(name); }
-
-  void Write(const QString& name, const QByteArray& bytes) const {
-    QFile file(Path(name));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-  }
-  QByteArray Bytes(const QString& path) const {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-  }
-
   void Start(QProcess& process, const QStringList& arguments) const {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("XDG_CACHE_HOME", Path("cache"));
-    environment.insert("XDG_CONFIG_HOME", Path("config"));
+    environment.insert("XDG_CACHE_HOME", File("cache"));
+    environment.insert("XDG_CONFIG_HOME", File("config"));
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(folder_.path());
     process.start(YEARPLAN, arguments);
@@ -51,7 +36,7 @@ class Yearplan : public testing::Test {
 
   /// The one cache file, work files not counted; empty when there is none.
   QString CacheFile() const {
-    QDirIterator files(Path("cache/outlookvelkor"), {"*.tmp"}, QDir::Files | QDir::Hidden,
+    QDirIterator files(File("cache/outlookvelkor"), {"*.tmp"}, QDir::Files | QDir::Hidden,
                        QDirIterator::Subdirectories);
     while (files.hasNext()) {
       const QString path = files.next();
@@ -59,9 +44,6 @@ class Yearplan : public testing::Test {
     }
     return {};
   }
-
- private:
-  QTemporaryDir folder_;
 };
 
 }  // namespace velkor

@@ -88,17 +88,6 @@ TEST_F(AppointmentCommandsTest, WhatIsGoneOrNoAppointmentIsTold) {
   EXPECT_THAT(view_.Shown(), SizeIs(3));
 }
 
-TEST_F(AppointmentCommandsTest, AMeetingItemOpensTheAppointmentBehindIt) {
-  CalendarItem meeting = SampleItem("meeting", At(2006, 3, 4), At(2006, 3, 5));
-  meeting.itemClass = outlook::ClassMeetingRequest;
-  meeting.appointment =
-      std::make_shared<const CalendarItem>(SampleItem("behind", At(2006, 3, 4), At(2006, 3, 5)));
-  std::string shown;
-  inspect_ = [&](OutlookItem& item) { shown = item.EntryID(); };
-  commands_.Edit(Put(meeting));
-  EXPECT_EQ(shown, "behind");
-}
-
 TEST_F(AppointmentCommandsTest, ACalendarWithoutInspectorSaysSo) {
   inspect_ = [](OutlookItem&) { throw Error(440, "No window."); };
   messages_.Expect("Error opening appointment 440 No window.");

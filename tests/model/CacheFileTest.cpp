@@ -4,40 +4,16 @@
 #include <gmock/gmock.h>
 
 #include <functional>
-#include <utility>
 
 #include "model/CacheRecord.h"
 #include "model/Status.h"
 #include "platform/headless/HeadlessSeams.h"
-#include "tests/model/SampleEvents.h"
+#include "tests/model/WatchedView.h"
 
 namespace velkor {
 namespace {
 
 using testing::ElementsAre;
-
-/// Writes down what it is asked to do.
-class RecordingPlanner : public Planner {
- public:
-  void ReportStatus(Colour colour) override {
-    statuses.push_back(colour);
-    if (const auto once = std::exchange(onStatus, nullptr)) once();
-  }
-  bool RefreshOutstanding() const override { return outstanding; }
-  void CancelRefresh() override {
-    outstanding = false;
-    calls.emplace_back("cancel");
-    if (onCancel) onCancel();
-  }
-  void StartRefresh(bool force) override { calls.emplace_back(force ? "start forced" : "start"); }
-
-  bool outstanding = false;
-  std::vector<Colour> statuses;
-  std::vector<std::string> calls;
-  /// Called once, by the next status.
-  std::function<void()> onStatus;
-  std::function<void()> onCancel;
-};
 
 class CacheFileTest : public testing::Test {
  protected:
@@ -56,7 +32,7 @@ class CacheFileTest : public testing::Test {
   }
 
   HeadlessSeams seams_;
-  RecordingPlanner planner_;
+  WatchedView planner_;
   CacheFile cache_{seams_.files, seams_.locale, planner_};
   CategoryTable categories_ = SampleCategories();
   DisplaySpan span_{2005, 1};
@@ -124,7 +100,7 @@ TEST_F(CacheFileTest, RewriteCancelsAnOutstandingRefreshBeforeItTouchesTheFiles)
   EventCollection events({SampleEvent("b", At(2005, 3, 10), At(2005, 3, 11), "Leave"),
                           SampleEvent("a", At(2005, 2, 1), At(2005, 2, 2))});
   EXPECT_TRUE(cache_.Rewrite(paths_, events));
-  EXPECT_THAT(planner_.calls, ElementsAre("cancel"));
+  EXPECT_THAT(planner_.Take(), ElementsAre("cancel"));
   EXPECT_FALSE(seams_.files.Exists(paths_.workFile));
   EXPECT_TRUE(seams_.files.Held().empty());
   EXPECT_EQ(Load(events_), LoadOutcome::Loaded);
@@ -137,7 +113,7 @@ TEST_F(CacheFileTest, RewriteMakesAFileWhereThereWasNone) {
   const CachePaths paths{"/temp/new.tmp", "/temp/~new.tmp"};
   EXPECT_TRUE(cache_.Rewrite(paths, {}));
   EXPECT_EQ(seams_.files.Read(paths.cacheFile), "");
-  EXPECT_TRUE(planner_.calls.empty());
+  EXPECT_THAT(planner_.Take(), testing::IsEmpty());
 }
 
 TEST_F(CacheFileTest, ARewriteThatFailsKeepsTheOldFileAndForcesARefresh) {
@@ -157,11 +133,10 @@ TEST_F(CacheFileTest, ARewriteThatFailsKeepsTheOldFileAndForcesARefresh) {
   for (const auto& failAt : failures) {
     seams_.files.fail = {};
     seams_.files.contents = {{paths_.cacheFile, "old"}};
-    planner_.calls.clear();
     failAt(seams_.files.fail);
     EXPECT_FALSE(cache_.Rewrite(paths_, events));
     EXPECT_EQ(seams_.files.Read(paths_.cacheFile), "old");
-    EXPECT_THAT(planner_.calls, ElementsAre("start forced"));
+    EXPECT_THAT(planner_.Take(), ElementsAre("force"));
     EXPECT_TRUE(seams_.files.Held().empty());
   }
 }

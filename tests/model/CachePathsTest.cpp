@@ -17,12 +17,6 @@ TEST(CachePaths, TheNameIsMadeOfUserYearFolderAndChecksum) {
   EXPECT_EQ(CacheFileName(" a/b:c ", 2005, "x\\y?<z", locale), "a_b_c 2005y__z456.tmp");
 }
 
-TEST(CachePaths, FoldersOfOneNameDifferByTheirChecksum) {
-  FixedLocale locale;
-  EXPECT_NE(CacheFileName("u", 2005, "Ann\\Calendar", locale),
-            CacheFileName("u", 2005, "Bob\\Calendar", locale));
-}
-
 TEST(CachePaths, TheChecksumAddsAnsiCodesOfAllCharactersButTheLast) {
   FixedLocale locale;
   EXPECT_EQ(FolderChecksum("", locale), 0);

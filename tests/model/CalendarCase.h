@@ -1,15 +1,11 @@
 // tests/model/CalendarCase.h: a calendar in memory, connected to a view of 2006.
 #pragma once
 
-#include <gmock/gmock.h>
-
 #include <string>
-#include <utility>
 
-#include "calendar/EmbeddedOutlook.h"
 #include "model/CalendarAccess.h"
-#include "platform/headless/HeadlessSeams.h"
 #include "support/values/Error.h"
+#include "tests/model/CalendarInMemory.h"
 #include "tests/model/WatchedView.h"
 
 namespace velkor {
@@ -39,21 +35,9 @@ class RefusingWriter : public CalendarWriter {
   int count_ = 0;
 };
 
-inline CalendarItem SampleItem(std::string id, Date start, Date end) {
-  CalendarItem item;
-  item.fields.subject = "Subject of " + id;
-  item.entryId = std::move(id);
-  item.start = start;
-  item.end = end;
-  return item;
-}
-
-class CalendarCase : public testing::Test {
+class CalendarCase : public CalendarInMemory {
  protected:
-  CalendarCase() {
-    store_.SetDefaultCalendar(&calendar_);
-    access_.Open();
-  }
+  CalendarCase() { access_.Open(); }
 
   /// At 9 o'clock on Thursdays of 2006, and on one before it.
   static CalendarItem Weekly() {
@@ -70,20 +54,10 @@ class CalendarCase : public testing::Test {
   }
   std::string Told() { return messages_.Shown().back().text; }
 
-  HeadlessSeams seams_;
-  ScriptedMessageBoxes messages_{[](const std::string& what) { ADD_FAILURE() << what; }};
-  CalendarStore store_{"store"};
-  CalendarFolder& root_ = store_.AddFolder("Mailbox", "root", outlook::ItemTypeMail);
-  CalendarFolder& calendar_ = root_.AddFolder("Calendar", "calendar", outlook::ItemTypeAppointment);
-  std::function<void(OutlookItem&)> inspect_ = [](OutlookItem&) {};
-  EmbeddedOutlook outlook_{
-      store_, seams_.locale, {.userName = "Ann", .inspector = [this](OutlookItem& item) {
-                                inspect_(item);
-                              }}};
   RefusingWriter writer_;
   WatchedView view_;
   std::string appointmentForm_ = "IPM.Appointment";
-  const Platform platform_ = seams_.On(outlook_, messages_);
+  const Platform platform_ = seams_.On(embedded_, messages_);
   CalendarAccess access_{view_, view_, platform_, appointmentForm_};
 };
 

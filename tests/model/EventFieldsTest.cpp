@@ -57,16 +57,5 @@ TEST(EventFields, OfASpanFromJulyToJune) {
                             {At(2006, 8, 1), At(2006, 9, 1), 14, 0, 15, 0}});
 }
 
-TEST(EventFields, ACategorylessEventIsLeftOutOnlyWhenToldTo) {
-  const CategoryTable categories = SampleCategories();
-  EventFields fields{{2005, 1}, MonthColumns({2005, 1}), categories, "; ", false};
-  CalEvent event = SampleEvent("id", At(2005, 1, 1), At(2005, 1, 2), "Leave, Key Customer");
-  fields.Derive(event);
-  EXPECT_EQ(event.CatIndex, 4);
-  fields.hideNonCategoryItems = true;
-  fields.Derive(event);
-  EXPECT_EQ(event.CatIndex, -1);
-}
-
 }  // namespace
 }  // namespace velkor

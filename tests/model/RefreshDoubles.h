@@ -5,44 +5,17 @@
 
 #include <functional>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "model/EventCollection.h"
-#include "model/EventFields.h"
-#include "model/EventView.h"
-#include "model/Planner.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Outlook.h"
 #include "platform/headless/HeadlessSeams.h"
-#include "view/span/CategoryFilter.h"
+#include "support/values/Error.h"
+#include "tests/model/WatchedView.h"
 
 namespace velkor {
-
-class StatusPlanner : public Planner {
- public:
-  std::vector<Colour> statuses;
-
-  void ReportStatus(Colour colour) override { statuses.push_back(colour); }
-  bool RefreshOutstanding() const override { return false; }
-  void CancelRefresh() override {}
-  void StartRefresh(bool) override {}
-};
-
-class CountingView : public EventView {
- public:
-  int reloads = 0;
-
-  const EventCollection& Events() const override { throw std::logic_error("not asked for"); }
-  EventFields Fields() const override { throw std::logic_error("not asked for"); }
-  const CategoryFilter& Filter() const override { throw std::logic_error("not asked for"); }
-  void ChangeEvents(const std::function<void(EventCollection&)>&) override {}
-  void ReloadEvents() override { ++reloads; }
-  void RewriteCache() override {}
-  void ReloadCategories() override {}
-};
 
 /// A message box that stays open while `whileOpen` runs.
 class OpenMessageBoxes : public MessageBoxes {
@@ -59,11 +32,14 @@ class OpenMessageBoxes : public MessageBoxes {
   }
 };
 
+/// A calendar program that refuses the session.
 class NoOutlook : public OutlookApplication {
  public:
   std::string Version() override { return {}; }
   std::string CurrentUserName() override { return {}; }
-  std::unique_ptr<OutlookNamespace> GetNamespace(std::string_view) override { return nullptr; }
+  std::unique_ptr<OutlookNamespace> GetNamespace(std::string_view) override {
+    throw Error(1234, "network");
+  }
 };
 
 /// The scripted seams but for those that matter to a refresh.

@@ -1,6 +1,7 @@
 // tests/model/WatchedView.h: a view of 2006 that writes down what it is asked to do.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,6 +22,12 @@ class WatchedView : public EventView, public Planner {
   CategoryTable categories = SampleCategories();
   CategoryFilter filter;
   bool hideNonCategoryItems = false;
+  int reloads = 0;
+  bool outstanding = false;
+  std::vector<Colour> statuses;
+  /// Called once, by the next status.
+  std::function<void()> onStatus;
+  std::function<void()> onCancel;
 
   const EventCollection& Events() const override { return events; }
   EventFields Fields() const override {
@@ -31,13 +38,23 @@ class WatchedView : public EventView, public Planner {
     change(events);
     log_.emplace_back("change");
   }
-  void ReloadEvents() override { log_.emplace_back("reload"); }
+  void ReloadEvents() override {
+    ++reloads;
+    log_.emplace_back("reload");
+  }
   void RewriteCache() override { log_.emplace_back("rewrite"); }
   void ReloadCategories() override { log_.emplace_back("colours"); }
 
-  void ReportStatus(Colour) override {}
-  bool RefreshOutstanding() const override { return false; }
-  void CancelRefresh() override {}
+  void ReportStatus(Colour colour) override {
+    statuses.push_back(colour);
+    if (const auto once = std::exchange(onStatus, nullptr)) once();
+  }
+  bool RefreshOutstanding() const override { return outstanding; }
+  void CancelRefresh() override {
+    outstanding = false;
+    log_.emplace_back("cancel");
+    if (onCancel) onCancel();
+  }
   void StartRefresh(bool force) override { log_.emplace_back(force ? "force" : "refresh"); }
 
   /// What was asked since the last call.

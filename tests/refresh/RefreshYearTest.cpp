@@ -3,12 +3,10 @@
 
 #include <gmock/gmock.h>
 
-#include "calendar/EmbeddedOutlook.h"
 #include "model/CacheRecord.h"
 #include "model/ColourRecord.h"
-#include "platform/headless/HeadlessSeams.h"
-#include "support/values/Error.h"
-#include "tests/model/SampleEvents.h"
+#include "tests/model/CalendarInMemory.h"
+#include "tests/model/RefreshDoubles.h"
 
 namespace velkor {
 namespace {
@@ -16,30 +14,12 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// A calendar program that refuses the session.
-class LoggedOff : public OutlookApplication {
- public:
-  std::string Version() override { return "11.0"; }
-  std::string CurrentUserName() override { return "Ann"; }
-  std::unique_ptr<OutlookNamespace> GetNamespace(std::string_view /*type*/) override {
-    throw Error(1234, "network");
-  }
-};
-
-class RefreshYearTest : public testing::Test {
+class RefreshYearTest : public CalendarInMemory {
  protected:
   RefreshYearTest() { seams_.files.contents[request_.paths.cacheFile] = "old"; }
 
-  static CalendarItem Item(std::string subject, Date start, Date end) {
-    CalendarItem item;
-    item.entryId = "id of " + subject;
-    item.fields.subject = std::move(subject);
-    item.start = start;
-    item.end = end;
-    return item;
-  }
   RefreshAnswer Refresh(const std::function<bool()>& proceed = {}) {
-    return RefreshYear(request_, outlook_, seams_.files, seams_.locale, proceed);
+    return RefreshYear(request_, embedded_, seams_.files, seams_.locale, proceed);
   }
   std::string CacheBytes() { return seams_.files.Read(request_.paths.cacheFile).value_or("none"); }
   std::vector<CalEvent> Cached() {
@@ -62,30 +42,27 @@ class RefreshYearTest : public testing::Test {
     return static_cast<int>(answer.result);
   }
 
-  HeadlessSeams seams_;
-  CalendarStore store_{"store"};
-  CalendarFolder& folder_ = store_.AddFolder("Calendar", "f1", outlook::ItemTypeAppointment);
-  EmbeddedOutlook outlook_{store_, seams_.locale, {"Ann", ",", "11.0"}};
-  RefreshRequest request_{{2005, 7}, {"/temp/c.tmp", "/temp/~c.tmp"}, "f1", "store"};
+  RefreshRequest request_{{2005, 7}, {"/temp/c.tmp", "/temp/~c.tmp"}, "calendar", "store"};
 };
 
 TEST_F(RefreshYearTest, WritesWhatTouchesTheSpanInOrderOfStart) {
   EXPECT_EQ(Refresh().result, SynchResult::CacheWritten);
   EXPECT_EQ(CacheBytes(), "");
-  folder_.Add(Item("after", At(2006, 7, 1), At(2006, 7, 2)));
-  folder_.Add(Item("last day", At(2006, 6, 30, 23), At(2006, 7, 1)));
-  folder_.Add(Item("before", At(2005, 6, 30), At(2005, 7, 1)));
-  folder_.Add(Item("across", At(2005, 6, 1), At(2005, 7, 1, 1)));
-  CalendarItem trip = Item("Trip – Zürich", At(2005, 12, 24, 9, 30), At(2005, 12, 26));
+  calendar_.Add(SampleItem("after", At(2006, 7, 1), At(2006, 7, 2)));
+  calendar_.Add(SampleItem("last day", At(2006, 6, 30, 23), At(2006, 7, 1)));
+  calendar_.Add(SampleItem("before", At(2005, 6, 30), At(2005, 7, 1)));
+  calendar_.Add(SampleItem("across", At(2005, 6, 1), At(2005, 7, 1, 1)));
+  CalendarItem trip = SampleItem("Trip – Zürich", At(2005, 12, 24, 9, 30), At(2005, 12, 26));
   trip.fields.categories = {"Leave", "Key Customer"};
-  folder_.Add(trip);
+  calendar_.Add(trip);
   const RefreshAnswer answer = Refresh();
   EXPECT_EQ(answer.result, SynchResult::CacheWritten);
   EXPECT_EQ(answer.error, 0);
   EXPECT_EQ(answer.count, 3U);
-  ASSERT_THAT(Subjects(), ElementsAre("across", "Trip – Zürich", "last day"));
+  ASSERT_THAT(Subjects(),
+              ElementsAre("Subject of across", "Subject of Trip – Zürich", "Subject of last day"));
   const CalEvent event = Cached()[1];
-  EXPECT_EQ(event.EventID, "id of Trip – Zürich");
+  EXPECT_EQ(event.EventID, "Trip – Zürich");
   EXPECT_EQ(event.Categories, "Leave, Key Customer");
   EXPECT_EQ(event.StartDate, At(2005, 12, 24, 9, 30));
   EXPECT_EQ(event.EndDate, At(2005, 12, 26));
@@ -94,49 +71,50 @@ TEST_F(RefreshYearTest, WritesWhatTouchesTheSpanInOrderOfStart) {
 }
 
 TEST_F(RefreshYearTest, WritesEachOccurrenceOfTheSpanWithItsOwnFields) {
-  CalendarItem weekly = Item("Weekly", At(2005, 6, 29, 9), At(2005, 6, 29, 10));
+  CalendarItem weekly = SampleItem("Weekly", At(2005, 6, 29, 9), At(2005, 6, 29, 10));
   weekly.recurring = true;
   weekly.changed.push_back({.subject = "Moved", .categories = {}, .location = {}, .body = {}});
   for (int week = 0; week < 3; ++week) {
     weekly.occurrences.push_back(
         {At(2005, 6, 29 + 7 * week, 9), At(2005, 6, 29 + 7 * week, 10), week == 2 ? 0 : -1});
   }
-  folder_.Add(weekly);
+  calendar_.Add(weekly);
   EXPECT_EQ(Refresh().count, 2U);
-  EXPECT_THAT(Subjects(), ElementsAre("Weekly", "Moved"));
+  EXPECT_THAT(Subjects(), ElementsAre("Subject of Weekly", "Moved"));
   EXPECT_EQ(Cached()[0].EventID, Cached()[1].EventID);
 }
 
 TEST_F(RefreshYearTest, AMeetingItemBringsItsAppointmentAndOtherItemsBringNothing) {
-  CalendarItem meeting = Item("Invitation", At(2006, 1, 5), At(2006, 1, 6));
+  CalendarItem meeting = SampleItem("Invitation", At(2006, 1, 5), At(2006, 1, 6));
   meeting.itemClass = outlook::ClassMeetingRequest;
   meeting.appointment =
-      std::make_shared<CalendarItem>(Item("Budget", At(2006, 1, 7), At(2006, 1, 8)));
-  folder_.Add(meeting);
+      std::make_shared<CalendarItem>(SampleItem("Budget", At(2006, 1, 7), At(2006, 1, 8)));
+  calendar_.Add(meeting);
   meeting.appointment = nullptr;
-  folder_.Add(meeting);
-  CalendarItem note = Item("Note", At(2006, 1, 5), At(2006, 1, 6));
+  calendar_.Add(meeting);
+  CalendarItem note = SampleItem("Note", At(2006, 1, 5), At(2006, 1, 6));
   note.itemClass = 44;
-  folder_.Add(note);
+  calendar_.Add(note);
   EXPECT_EQ(Refresh().count, 1U);
-  ASSERT_THAT(Subjects(), ElementsAre("Budget"));
+  ASSERT_THAT(Subjects(), ElementsAre("Subject of Budget"));
   EXPECT_EQ(Cached()[0].StartDate, At(2006, 1, 7));
 }
 
 TEST_F(RefreshYearTest, ColourRecordsStayOut) {
   request_.span = {2011, 1};
-  const Date hidden = colour_record::HiddenInstant();
-  EXPECT_EQ(hidden, At(2011, 1, 1, 1, 30));
-  folder_.Add(Item("PLEASE IGNORE - Velkor Category Colours: Team", hidden, hidden));
-  folder_.Add(Item("PLEASE IGNORE - Velkor Category Colours: ", hidden, hidden));
-  folder_.Add(Item("Please Ignore - Holds Category Colours for the Year Planner", hidden, hidden));
-  folder_.Add(Item("Please ignore", hidden, hidden));
+  EXPECT_EQ(colour_record::HiddenInstant(), At(2011, 1, 1, 1, 30));
+  for (const char* subject :
+       {"PLEASE IGNORE - Velkor Category Colours: Team",
+        "PLEASE IGNORE - Velkor Category Colours: ",
+        "Please Ignore - Holds Category Colours for the Year Planner", "Please ignore"}) {
+    calendar_.Add(SampleRecord(subject, ""));
+  }
   Refresh();
   EXPECT_THAT(Subjects(), ElementsAre("Please ignore"));
 }
 
 TEST_F(RefreshYearTest, EachFailureHasItsResultAndLeavesTheOldFile) {
-  folder_.Add(Item("a", At(2006, 1, 5), At(2006, 1, 6)));
+  calendar_.Add(SampleItem("a", At(2006, 1, 5), At(2006, 1, 6)));
   MemoryFiles::Failures& fail = seams_.files.fail;
 
   fail.open.insert(request_.paths.workFile);
@@ -156,38 +134,34 @@ TEST_F(RefreshYearTest, EachFailureHasItsResultAndLeavesTheOldFile) {
   EXPECT_EQ(FailedWith(gone), 7);
   EXPECT_EQ(gone.error, errors::CalendarFailed);
   EXPECT_NE(gone.description, "");
-  request_.folderId = "f1";
+  request_.folderId = "calendar";
+
+  NoOutlook outlook;
+  const RefreshAnswer loggedOff = RefreshYear(request_, outlook, seams_.files, seams_.locale);
+  EXPECT_EQ(FailedWith(loggedOff), 5);
+  EXPECT_EQ(loggedOff.error, 1234);
 
   EXPECT_EQ(FailedWith(Refresh([] { return false; })), 6);
   EXPECT_EQ(Refresh([] { return true; }).result, SynchResult::CacheWritten);
-}
 
-TEST_F(RefreshYearTest, ACalendarThatFailsWhileItIsReadLeavesTheOldFile) {
-  folder_.SetLoader([](const DateWindow&) -> std::vector<CalendarItem> {
+  seams_.files.contents[request_.paths.cacheFile] = "old";
+  calendar_.SetLoader([](const DateWindow&) -> std::vector<CalendarItem> {
     throw Error(1234, "line 7 of team.ics");
   });
-  const RefreshAnswer answer = Refresh();
-  EXPECT_EQ(FailedWith(answer), 7);
-  EXPECT_EQ(answer.error, 1234);
-  EXPECT_EQ(answer.description, "line 7 of team.ics");
+  const RefreshAnswer unread = Refresh();
+  EXPECT_EQ(FailedWith(unread), 7);
+  EXPECT_EQ(unread.error, 1234);
+  EXPECT_EQ(unread.description, "line 7 of team.ics");
 }
 
 TEST_F(RefreshYearTest, AStopIsHeardBeforeALargeCalendarIsReadToItsEnd) {
   for (int i = 0; i < 5000; ++i) {
-    folder_.Add(Item("appointment " + std::to_string(i), At(2006, 1, 5), At(2006, 1, 6)));
+    calendar_.Add(SampleItem("appointment " + std::to_string(i), At(2006, 1, 5), At(2006, 1, 6)));
   }
   int asked = 0;
   const RefreshAnswer answer = Refresh([&] { return ++asked < 2; });
   EXPECT_EQ(FailedWith(answer), 6);
   EXPECT_LT(answer.count, 5000U);
-}
-
-TEST_F(RefreshYearTest, WithoutASessionNoFileIsTouched) {
-  LoggedOff outlook;
-  const RefreshAnswer answer = RefreshYear(request_, outlook, seams_.files, seams_.locale);
-  EXPECT_EQ(FailedWith(answer), 5);
-  EXPECT_EQ(answer.error, 1234);
-  EXPECT_FALSE(seams_.files.Exists(request_.paths.workFile));
 }
 
 }  // namespace

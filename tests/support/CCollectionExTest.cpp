@@ -46,16 +46,6 @@ TEST(CCollectionEx, EntriesStandWhereTheyWerePut) {
   EXPECT_EQ(collection.Count(), 3);
 }
 
-TEST(CCollectionEx, ClearOfAnEmptyCollectionDoesNothing) {
-  CCollectionEx collection;
-  collection.Clear();
-  collection.Add("x", "key");
-  collection.Clear();
-  EXPECT_EQ(collection.Count(), 0);
-  collection.Add("x", "key");
-  EXPECT_EQ(collection.Count(), 1);
-}
-
 TEST(CCollectionEx, FailuresNameTheCollectionAndChangeNothing) {
   CCollectionEx collection;
   collection.Add("x", "key");

@@ -8,6 +8,7 @@
 #include <fstream>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 namespace velkor {
 namespace {
@@ -43,7 +44,7 @@ TEST(ProbeAnswers, AgreeWithTheRecordedOnes) {
   std::map<std::string, int> cases{
       {"dates", 0},  {"filter", 0},       {"catindex", 0},   {"text", 0},
       {"sort", 0},   {"cachename", 0},    {"cachewrite", 0}, {"cacheread", 0},
-      {"layout", 0}, {"pointer", 0},      {"colours", 0},    {"alllists", 0},
+      {"layout", 0}, {"pointer", 0},      {"colours", 0},    {"alllists", 0}, {"options", 0},
       {"xml", 0},    {"storedfilter", 0}, {"edits", 0},      {"pages", 0}};
   std::ifstream file(TEST_DATA "probe-examples.jsonl", std::ios::binary);
   for (std::string line; std::getline(file, line);) {
@@ -59,26 +60,25 @@ TEST(ProbeAnswers, AgreeWithTheRecordedOnes) {
 }
 
 TEST(ProbeAnswers, WhatIsNoCaseIsAnsweredWithAnErrorAndTheNextLineGoesOn) {
-  const std::string deep(100'000, '[');
-  for (const std::string& line :
-       {std::string(), std::string("{"), std::string("[]"), std::string("3"), deep,
-        std::string("\xFF"), std::string(R"({"kind": 3})"), std::string(R"({"kind": "\ud800"})"),
-        std::string(R"({"kind": "no such kind"})"), std::string(R"({"kind": "dates"})"),
-        std::string(R"({"kind": "sort", "texts": "a"})"),
-        std::string(R"({"kind": "sort", "texts": [1]})"),
-        std::string(R"({"kind": "cacheread", "bytes": "\u0100"})"),
-        std::string(R"({"kind": "dates", "view": {"year": 2005, "firstMonth": 13},
-                        "dates": [], "cells": []})"),
-        std::string(R"({"kind": "dates", "view": {"year": 2005, "firstMonth": 1},
-                        "dates": ["2005-02-29"], "cells": []})"),
-        std::string(R"({"kind": "dates", "view": {"year": 2005, "firstMonth": 1},
-                        "dates": [], "cells": [[38, 1]]})"),
-        std::string(R"({"kind": "dates", "view": {"year": 4294969301, "firstMonth": 1},
-                        "dates": [], "cells": []})"),
-        std::string(R"({"kind": "dates", "view": {"year": 2005, "firstMonth": 1.5},
-                        "dates": [], "cells": []})"),
-        std::string(R"({"kind": "dates", "view": {"year": 9999, "firstMonth": 2},
-                        "dates": [], "cells": []})")}) {
+  std::istringstream lines("\xFF\n" + std::string(100'000, '[') + R"(
+
+{
+[]
+3
+{"kind": 3}
+{"kind": "\ud800"}
+{"kind": "no such kind"}
+{"kind": "dates"}
+{"kind": "sort", "texts": "a"}
+{"kind": "sort", "texts": [1]}
+{"kind": "cacheread", "bytes": "\u0100"}
+{"kind": "dates", "view": {"year": 2005, "firstMonth": 13}, "dates": [], "cells": []}
+{"kind": "dates", "view": {"year": 2005, "firstMonth": 1}, "dates": ["2005-02-29"], "cells": []}
+{"kind": "dates", "view": {"year": 2005, "firstMonth": 1}, "dates": [], "cells": [[38, 1]]}
+{"kind": "dates", "view": {"year": 4294969301, "firstMonth": 1}, "dates": [], "cells": []}
+{"kind": "dates", "view": {"year": 2005, "firstMonth": 1.5}, "dates": [], "cells": []}
+{"kind": "dates", "view": {"year": 9999, "firstMonth": 2}, "dates": [], "cells": []})");
+  for (std::string line; std::getline(lines, line);) {
     const Json answer = Json::parse(AnswerCase(line));
     ASSERT_TRUE(answer.is_object()) << line;
     EXPECT_EQ(answer.size(), 1U) << line;
@@ -87,10 +87,10 @@ TEST(ProbeAnswers, WhatIsNoCaseIsAnsweredWithAnErrorAndTheNextLineGoesOn) {
   EXPECT_EQ(AnswerCase(R"({"kind": "sort", "texts": ["b", "a"]})"), R"(["a","b"])");
 }
 
-// A surface on which a column is 300 twips wide and a band 300 high; January 2006 takes columns 1
-// to 31.
-TEST(ProbeAnswers, LayoutTellsBarsWithTheirRectanglesAndWhatLiesUnderAPoint) {
-  const Json answer = Json::parse(AnswerCase(R"({"kind": "layout",
+/// A surface on which a column is 300 twips wide and a band 300 high; January 2006 takes columns 1
+/// to 31. One event is on the 3rd and the 4th.
+Json YearCase(const char* kind) {
+  Json probeCase = Json::parse(R"({
       "view": {"year": 2006, "firstMonth": 1}, "separator": ",", "hideNonCategory": false,
       "allEvents": false, "filter": {"text": "", "matchAll": false},
       "categories": [{"name": "Other", "colour": 255}],
@@ -98,9 +98,15 @@ TEST(ProbeAnswers, LayoutTellsBarsWithTheirRectanglesAndWhatLiesUnderAPoint) {
                   "end": "2006-01-05T00:00:00"}],
       "surface": {"width": 11550, "height": 14685, "pixelWidth": 15, "pixelHeight": 15,
                   "scrollWidth": 255},
-      "today": "2007-01-01T00:00:00", "points": [[750, 450], [750, 750], [-600, 450]]})"));
-  EXPECT_EQ(answer.at("grid").at("columnWidth"), 300.0);
-  EXPECT_EQ(answer.at("grid").at("bandHeight"), 300.0);
+      "today": "2007-01-01T00:00:00"})");
+  probeCase["kind"] = kind;
+  return probeCase;
+}
+
+TEST(ProbeAnswers, LayoutTellsBarsWithTheirRectanglesAndWhatLiesUnderAPoint) {
+  Json probeCase = YearCase("layout");
+  probeCase["points"] = Json::parse("[[750, 450], [750, 750], [-600, 450]]");
+  const Json answer = Json::parse(AnswerCase(probeCase.dump()));
   EXPECT_EQ(answer.at("events").at(0).at("segments"), Json::parse("[[1, 2, 4]]"));
   EXPECT_EQ(answer.at("bars"),
             Json::parse(R"([{"event": 0, "row": 1, "band": 2, "rect": [615, 315, 1185, 585]}])"));
@@ -110,18 +116,11 @@ TEST(ProbeAnswers, LayoutTellsBarsWithTheirRectanglesAndWhatLiesUnderAPoint) {
                                                null])"));
 }
 
-// The same surface; 3 January 2006 stands in column 3.
 TEST(ProbeAnswers, PointerTellsTheEventThatAClickOpensWhereNothingIsSelected) {
-  Json probeCase = Json::parse(R"({"kind": "pointer",
-      "view": {"year": 2006, "firstMonth": 1}, "separator": ",", "hideNonCategory": false,
-      "allEvents": false, "filter": {"text": "", "matchAll": false},
-      "categories": [{"name": "Other", "colour": 255}],
-      "events": [{"id": "A", "subject": "", "categories": "", "start": "2006-01-03T00:00:00",
-                  "end": "2006-01-04T00:00:00"}],
-      "surface": {"width": 11550, "height": 14685, "pixelWidth": 15, "pixelHeight": 15,
-                  "scrollWidth": 255},
-      "today": "2007-01-01T00:00:00", "selectionEnabled": false,
-      "actions": [["release"], ["move", 750, 450], ["menu"], ["press"], ["release"]]})");
+  Json probeCase = YearCase("pointer");
+  probeCase["selectionEnabled"] = false;
+  probeCase["actions"] =
+      Json::parse(R"([["release"], ["move", 750, 450], ["menu"], ["press"], ["release"]])");
   const Json answer = Json::parse(AnswerCase(probeCase.dump()));
   const Json menu{{"mnuDelete", true}, {"mnuEdit", true}, {"mnuClear", false}};
   const Json results{nullptr, nullptr, menu, nullptr, {{"open", 0}}};
@@ -150,10 +149,16 @@ TEST(ProbeAnswers, PointerTellsTheEventThatAClickOpensWhereNothingIsSelected) {
   }
 }
 
-TEST(ProbeAnswers, MoreCategoriesThanAnIndexCountsOverflow) {
-  Json probeCase{{"kind", "catindex"}, {"separator", ","}, {"hideNonCategory", false}};
-  probeCase["names"] = std::vector<std::string>(32768, "name");
-  probeCase["categories"] = Json::array({"name"});
+TEST(ProbeAnswers, OptionsAreTypedAndAcceptedAndFailWhereTheyCannotBeLoaded) {
+  Json probeCase = Json::parse(R"({"kind": "options", "store": {}, "title": "", "firstMonth": 1,
+      "displaySubject": false, "actions": [{"do": "key", "box": "Bands", "text": "1a.5"},
+      {"do": "ok", "boxes": {"Left Margin": "abc"}, "start": 10, "end": 3}, {"do": "cancel"}]})");
+  const Json answer = Json::parse(AnswerCase(probeCase.dump()));
+  EXPECT_EQ(answer.at(2).at("store").at("Bands"), "315");
+  EXPECT_EQ(answer.at(2).at("shown").at("Left Margin"), "0");
+  EXPECT_EQ(answer.at(2).at("told").size(), 1U);
+  EXPECT_EQ(answer.at(3).at("shown").at("Left Margin"), "20.0");
+  probeCase["store"] = {{"Bands", "32767"}};
   EXPECT_EQ(AnswerCase(probeCase.dump()), R"({"failure":"overflow"})");
 }
 

@@ -185,12 +185,6 @@ TEST(BandLayout, RandomYearsComeOutAsByTheTable) {
   EXPECT_GT(highest, 100);
 }
 
-TEST(BandLayout, AnEmptyYearHasFourBandsInEachRow) {
-  const BandLayout layout = LayOut({}).layout;
-  EXPECT_THAT(layout.BandsInRow, ElementsAre(0, 4, 8, 12, 16, 20, 24, 28, 32, 36, 40, 44, 48));
-  EXPECT_EQ(layout.BandsOf(12), 4);
-}
-
 // The 1st of January 2006 is a Sunday: the columns of January are its days.
 TEST(BandLayout, EventStartingInAnOccupiedColumnTakesTheNextBand) {
   const Year year = LayOut({SampleEvent("a", At(2006, 1, 3), At(2006, 1, 13)),
@@ -198,62 +192,6 @@ TEST(BandLayout, EventStartingInAnOccupiedColumnTakesTheNextBand) {
                             SampleEvent("c", At(2006, 1, 13), At(2006, 1, 14))});
   EXPECT_THAT(year.Bars(), ElementsAre(BarValues{0, 2, 1, 2, 12}, BarValues{1, 3, 1, 11, 13},
                                        BarValues{2, 2, 1, 12, 13}));
-}
-
-TEST(BandLayout, ABandIsChosenByTheFirstMonthAlone) {
-  const Year year = LayOut({SampleEvent("short", At(2006, 2, 5), At(2006, 2, 8)),
-                            SampleEvent("long", At(2006, 1, 20), At(2006, 2, 10))});
-  EXPECT_THAT(year.Bands(), ElementsAre(2, 2));
-  EXPECT_THAT(year.Bars(), ElementsAre(BarValues{0, 2, 2, 7, 10}, BarValues{1, 2, 1, 19, 31},
-                                       BarValues{1, 2, 2, 3, 12}));
-}
-
-TEST(BandLayout, EventsAcrossTheEndsOfTheSpanAreCutThere) {
-  const Year year = LayOut({SampleEvent("before", At(2005, 12, 20), At(2006, 2, 10)),
-                            SampleEvent("after", At(2006, 12, 30), At(2007, 3, 1))});
-  EXPECT_THAT(year.Bars(), ElementsAre(BarValues{0, 2, 1, 0, 31}, BarValues{0, 2, 2, 3, 12},
-                                       BarValues{1, 2, 12, 34, 36}));
-}
-
-TEST(BandLayout, WhatIsHiddenOrOutsideOrEndsBeforeItStartsTakesNoBand) {
-  YearSettings settings;
-  settings.filter.SetCategoryFilter("Leave");
-  settings.allEvents = true;
-  std::vector<CalEvent> events;
-  for (int copy = 0; copy < 5; ++copy) {
-    const std::string id = std::to_string(copy);
-    events.push_back(SampleEvent("other" + id, At(2006, 5, 1), At(2006, 5, 2), "Key Customer"));
-    events.push_back(SampleEvent("none" + id, At(2006, 5, 1), At(2006, 5, 2)));
-    events.push_back(SampleEvent("before" + id, At(2005, 5, 1), At(2005, 12, 31), "Leave"));
-    events.push_back(SampleEvent("after" + id, At(2007, 1, 1), At(2007, 5, 1), "Leave"));
-    events.push_back(SampleEvent("backwards" + id, At(2006, 5, 9), At(2006, 4, 1), "Leave"));
-    events.push_back(SampleEvent("day" + id, At(2006, 5, 9, 10), At(2006, 5, 9, 9), "Leave"));
-  }
-  Year year = LayOut(events, settings);
-  EXPECT_THAT(year.Bands(), testing::Each(0));
-  EXPECT_TRUE(year.Bars().empty());
-  EXPECT_EQ(year.layout.TotalBands(), 48);
-
-  settings.filter = CategoryFilter();
-  settings.hideNonCategoryItems = true;
-  year = LayOut({SampleEvent("none", At(2006, 5, 1), At(2006, 5, 2), "Unknown")}, settings);
-  EXPECT_EQ(year.events[0].CatIndex, -1);
-  EXPECT_THAT(year.Bands(), ElementsAre(0));
-}
-
-TEST(BandLayout, TimedAndEmptyEventsCoverTheirDayOnlyWithAllEvents) {
-  const std::vector<CalEvent> events = {
-      SampleEvent("timed", At(2006, 1, 10, 9), At(2006, 1, 10, 17)),
-      SampleEvent("empty", At(2006, 1, 10), At(2006, 1, 10)),
-      SampleEvent("day", At(2006, 1, 10), At(2006, 1, 11))};
-  YearSettings settings;
-  // Without a bar of their own the first two leave their band free.
-  EXPECT_THAT(LayOut(events, settings).Bands(), ElementsAre(2, 2, 2));
-  EXPECT_THAT(LayOut(events, settings).Bars(), ElementsAre(BarValues{2, 2, 1, 9, 10}));
-  settings.allEvents = true;
-  EXPECT_THAT(
-      LayOut(events, settings).Bars(),
-      ElementsAre(BarValues{0, 2, 1, 9, 10}, BarValues{1, 3, 1, 9, 10}, BarValues{2, 4, 1, 9, 10}));
 }
 
 // The rule that gives an event without length its day is kept for every row, so an event that ends
@@ -265,22 +203,6 @@ TEST(BandLayout, WithAllEventsAnEndAtTheFirstMidnightOfAMonthTakesAColumnThere) 
   settings.allEvents = true;
   EXPECT_THAT(LayOut(events, settings).Bars(),
               ElementsAre(BarValues{0, 2, 1, 30, 31}, BarValues{0, 2, 2, 3, 4}));
-}
-
-// July 2006 takes columns 7 to 37.
-TEST(BandLayout, ABarMayReachColumn38WhichTheCellMapLeavesOut) {
-  YearSettings settings;
-  settings.allEvents = true;
-  const Year year = LayOut({SampleEvent("a", At(2006, 7, 31, 9), At(2006, 8, 2, 17)),
-                            SampleEvent("b", At(2006, 7, 31), At(2006, 8, 1))},
-                           settings);
-  EXPECT_THAT(year.Bars(), ElementsAre(BarValues{0, 2, 7, 36, 38}, BarValues{0, 2, 8, 2, 4},
-                                       BarValues{1, 3, 7, 36, 37}, BarValues{1, 3, 8, 2, 3}));
-  const CellMap cells(year.layout);
-  EXPECT_EQ(cells.At(7, 37, 2), 0U);
-  EXPECT_EQ(cells.At(7, 38, 2), std::nullopt);
-  EXPECT_EQ(cells.At(8, 1, 2), std::nullopt);
-  EXPECT_EQ(cells.At(7, 37, 3), 1U);
 }
 
 TEST(BandLayout, MoreBandsThanSixteenBitsCountDoNotOverflow) {

@@ -31,15 +31,5 @@ TEST(BandTree, FindsTheCellThatAWalkFinds) {
   }
 }
 
-TEST(BandTree, BeginsEmptyAndGrowsWithoutEnd) {
-  BandTree tree;
-  EXPECT_EQ(tree.FirstBelow(1), 0U);
-  for (std::size_t i = 0; i < 5000; ++i) {
-    ASSERT_EQ(tree.FirstBelow(37), i);
-    tree.Set(i, 37);
-  }
-  EXPECT_EQ(tree.FirstBelow(38), 0U);
-}
-
 }  // namespace
 }  // namespace velkor

@@ -46,9 +46,5 @@ TEST(CellMap, HoldsInEachCellTheLastEventThatCoversIt) {
   }
 }
 
-TEST(CellMap, AnEmptyOneHoldsNothing) {
-  EXPECT_EQ(CellMap().At(1, 1, 2), std::nullopt);
-}
-
 }  // namespace
 }  // namespace velkor

@@ -68,33 +68,6 @@ TEST(GridPainter, ShadesWeekendsAndTheCellsOutsideEachMonth) {
   }
 }
 
-// February 2009 begins on a Sunday and has 28 days.
-TEST(GridPainter, FillsToTheRightEndOfTheGridAndOutlinesTheMonths) {
-  const YearGrid grid = SampleGrid({}, {}, 300, 300, {2009, 1});
-  RecordingSurface surface;
-  GridPainter(surface, grid, Font{}, Everything).DrawBackground();
-  EXPECT_THAT(With(surface.Calls("fill"), " 2400 #E0E0E0"),
-              testing::ElementsAre("fill 8400 1200 11145 2400 #E0E0E0"));
-  const auto outlines = surface.Calls("outline");
-  ASSERT_THAT(outlines, SizeIs(12));
-  EXPECT_EQ(outlines[0], "outline 1200 0 10500 1200 #FF0000 pen 1");
-  EXPECT_EQ(outlines[1], "outline 0 1200 8400 2400 #FF0000 pen 1");
-  EXPECT_EQ(surface.ColourAt({8400, 1800}), Colour::FromRgb(255, 0, 0));
-}
-
-TEST(GridPainter, FillsEachBarWithItsCategorysColourAndLeavesAPixelFree) {
-  const YearGrid grid =
-      SampleGrid({SampleEvent("a", At(2006, 1, 30), At(2006, 2, 3), "Leave"),
-                  SampleEvent("b", At(2006, 1, 31), At(2006, 2, 1), "Key Customer"),
-                  SampleEvent("c", At(2006, 5, 9), At(2006, 5, 10), "?")});
-  RecordingSurface surface;
-  GridPainter(surface, grid, Font{}, Everything).DrawEvents();
-  EXPECT_THAT(
-      surface.Log(),
-      testing::ElementsAre("fill 8715 315 9285 585 #0A7828", "fill 915 1515 1485 1785 #0A7828",
-                           "fill 9015 615 9285 885 #1E3CC8", "fill 2715 5115 2985 5385 #CCCCCC"));
-}
-
 TEST(GridPainter, WithoutSubjectsNoTextIsDrawnOrMeasured) {
   const YearGrid grid = SampleGrid({SampleEvent("a", At(2006, 1, 30), At(2006, 2, 3))});
   RecordingSurface surface;
@@ -103,32 +76,23 @@ TEST(GridPainter, WithoutSubjectsNoTextIsDrawnOrMeasured) {
   EXPECT_EQ(surface.Measured(), 0);
 }
 
-// A line of the surface is 24 twips high for each point.
-TEST(GridPainter, SubjectsTakeTheLargestSizeWhoseLineFitsABand) {
+// A line of the surface is 24 twips high for each point, times the factor.
+TEST(GridPainter, SubjectsTakeTheLargestSizeOfTwoPointsOrMoreWhoseLineFitsABand) {
   const struct {
     int bandHeight;
+    double factor;
     int size;
-  } cases[] = {{300, 7}, {168, 7}, {167, 6}, {144, 6}, {143, 5}, {119, 4}, {100, 4}};
-  for (const auto& [bandHeight, size] : cases) {
+  } cases[] = {{300, 1, 7}, {168, 1, 7}, {167, 1, 6}, {143, 1, 5}, {119, 1, 4},
+               {100, 1, 4}, {150, 2, 3}, {150, 3, 2}, {150, 50, 2}};
+  for (const auto& [bandHeight, factor, size] : cases) {
     const YearGrid grid = SampleGrid({SampleEvent("a", At(2006, 1, 30), At(2006, 2, 3))},
                                      {.DisplaySubject = true}, bandHeight);
-    RecordingSurface surface;
-    Draw(surface, grid);
+    TallSurface surface(factor);
+    GridPainter(surface, grid, Font{}, Everything).DrawEvents();
+    EXPECT_THAT(surface.Calls("text"), SizeIs(2));
     for (const std::string& text : surface.Calls("text")) {
       EXPECT_THAT(text, HasSubstr("font " + std::to_string(size) + " flags 0x40800"));
     }
-    EXPECT_THAT(surface.Calls("text"), SizeIs(2));
-  }
-}
-
-TEST(GridPainter, SubjectsOfTallTextShrinkToTwoPointsAtMost) {
-  const YearGrid grid = SampleGrid({SampleEvent("a", At(2006, 1, 30), At(2006, 1, 31))},
-                                   {.DisplaySubject = true}, 150);
-  for (const auto& [factor, size] : {std::pair(2.0, 3), std::pair(3.0, 2), std::pair(50.0, 2)}) {
-    TallSurface surface(factor);
-    GridPainter(surface, grid, Font{}, Everything).DrawEvents();
-    ASSERT_THAT(surface.Calls("text"), SizeIs(1));
-    EXPECT_THAT(surface.Calls("text")[0], HasSubstr("font " + std::to_string(size) + " flags"));
   }
 }
 
@@ -142,24 +106,6 @@ TEST(GridPainter, SubjectsStandOnTheirBarsWithoutControlCharacters) {
               testing::ElementsAre("text 8715 315 8985 585 \"R&Dweekly\" #000000 font 7 flags "
                                    "0x40800"));
   EXPECT_EQ(grid.Events()[0].Subject, event.Subject);
-}
-
-TEST(GridPainter, MarksTodayOverEverythingInItsColumn) {
-  const YearGrid grid = SampleGrid({SampleEvent("a", At(2006, 3, 1), At(2006, 4, 1))});
-  RecordingSurface surface;
-  Draw(surface, grid, Everything, At(2006, 3, 10, 15));
-  const auto outlines = surface.Calls("outline");
-  ASSERT_THAT(outlines, SizeIs(14));
-  EXPECT_EQ(outlines[12], "outline 3600 2400 3930 3630 #808080 pen 1");
-  EXPECT_EQ(outlines[13], "outline 3585 2385 3915 3615 #FF0000 pen 2");
-  EXPECT_EQ(surface.Log().back(), outlines[13]);
-  EXPECT_EQ(surface.ColourAt({3585, 3000}), grid_colours::TodayFrame);
-  EXPECT_EQ(surface.ColourAt({3937, 3000}), grid_colours::TodayShadow);
-  for (const Date outside : {At(2005, 12, 31), At(2007, 1, 1)}) {
-    RecordingSurface unmarked;
-    Draw(unmarked, grid, Everything, outside);
-    EXPECT_THAT(unmarked.Calls("outline"), SizeIs(12));
-  }
 }
 
 TEST(GridPainter, PaintsOnlyTheRowsAndBarsThatAreInSight) {

@@ -32,12 +32,6 @@ CalEvent OneDay(const std::string& id, int month, int day) {
   return SampleEvent(id, At(2006, month, day), At(2006, month, day + 1));
 }
 
-void SetEvents(YearGrid& grid, std::vector<CalEvent> events) {
-  const EventFields fields = grid.Fields();
-  for (CalEvent& event : events) fields.Derive(event);
-  grid.SetEvents(EventCollection(std::move(events)));
-}
-
 /// As many events on one day as make its row taller.
 std::vector<CalEvent> Pile(int month, int day) {
   std::vector<CalEvent> events;
@@ -52,107 +46,34 @@ PointerRelease Drag(GridPointer& pointer, Point from, Point to) {
   return pointer.MouseUp(Left);
 }
 
-TEST(GridPointer, ADragHandsOnTheDaysInOrderWithTheDayAfterTheLast) {
-  const YearGrid grid = SampleGrid({});
-  const struct {
-    int fromMonth, fromDay, toMonth, toDay;
-    Date start, end;
-  } cases[] = {
-      {3, 5, 3, 5, At(2006, 3, 5), At(2006, 3, 6)},
-      {3, 5, 3, 20, At(2006, 3, 5), At(2006, 3, 21)},
-      {3, 20, 3, 5, At(2006, 3, 5), At(2006, 3, 21)},
-      {4, 2, 2, 25, At(2006, 2, 25), At(2006, 4, 3)},
-      // Below the start nothing is swapped, however far left.
-      {2, 25, 4, 2, At(2006, 2, 25), At(2006, 4, 3)},
-      {3, 5, 3, 31, At(2006, 3, 5), At(2006, 4, 1)},
-      {12, 1, 12, 31, At(2006, 12, 1), At(2007, 1, 1)},
-      // Grey cells count as the nearest day of their row's month.
-      {3, 5, 3, 32, At(2006, 3, 5), At(2006, 4, 1)},
-      {3, 5, 3, -1, At(2006, 3, 1), At(2006, 3, 6)},
-      {3, 5, 2, 30, At(2006, 2, 28), At(2006, 3, 6)},
-  };
-  for (const auto& c : cases) {
-    GridPointer pointer(grid);
-    const PointerRelease release =
-        Drag(pointer, DayAt(grid, c.fromMonth, c.fromDay), DayAt(grid, c.toMonth, c.toDay));
-    EXPECT_EQ(release.range, Days(c.start, c.end)) << c.fromMonth << ' ' << c.fromDay;
-    EXPECT_EQ(pointer.SelectedRange(), release.range);
-    EXPECT_EQ(release.open, std::nullopt);
-    EXPECT_FALSE(pointer.Dragging());
-  }
-}
-
-TEST(GridPointer, TheLabelNamesTheDayOrTheDraggedDaysAsTheyWereDragged) {
+TEST(GridPointer, TheLabelSaysWhetherItsDaysAreSelected) {
   const YearGrid grid = SampleGrid({});
   GridPointer pointer(grid);
   EXPECT_EQ(pointer.Label(), std::nullopt);
   EXPECT_TRUE(pointer.MouseMove(DayAt(grid, 3, 20)).label);
   EXPECT_EQ(pointer.Label(), (PointerLabel{0, At(2006, 3, 20), std::nullopt}));
   EXPECT_FALSE(pointer.MouseMove(DayAt(grid, 3, 20, 4)).label);
-
   pointer.MouseDown(Left);
   EXPECT_EQ(pointer.PrefixIndex(), PointerLabel::SelectedPrefix);
-  pointer.MouseMove(DayAt(grid, 3, 20));
-  EXPECT_EQ(pointer.Label(), (PointerLabel{1, At(2006, 3, 20), std::nullopt}));
   EXPECT_TRUE(pointer.MouseMove(DayAt(grid, 3, 5)).label);
-  const PointerLabel dragged{1, At(2006, 3, 20), At(2006, 3, 5)};
-  EXPECT_EQ(pointer.Label(), dragged);
   pointer.MouseUp(Left);
   EXPECT_EQ(pointer.PrefixIndex(), PointerLabel::DatePrefix);
-  EXPECT_EQ(pointer.Label(), dragged);
+  EXPECT_EQ(pointer.Label(), (PointerLabel{1, At(2006, 3, 20), At(2006, 3, 5)}));
   pointer.MouseMove(DayAt(grid, 3, 6));
   EXPECT_EQ(pointer.Label(), (PointerLabel{0, At(2006, 3, 6), std::nullopt}));
 }
 
-TEST(GridPointer, GreyCellsShowTheNeighboursDateAndStartNoDrag) {
-  const YearGrid grid = SampleGrid({});
-  GridPointer pointer(grid);
-  const std::optional<DateRange> range = Drag(pointer, DayAt(grid, 5, 1), DayAt(grid, 5, 2)).range;
-  for (const int day : {0, 32}) {
-    pointer.MouseMove(DayAt(grid, 3, day));
-    EXPECT_EQ(pointer.CurrentColumn(), 0);
-    EXPECT_EQ(pointer.CurrentRow(), 3);
-    EXPECT_EQ(pointer.Label()->from, day == 0 ? At(2006, 2, 28) : At(2006, 4, 1));
-    EXPECT_EQ(pointer.DayUnderPointer(), std::nullopt);
-    const PointerPress press = pointer.MouseDown(Left);
-    EXPECT_FALSE(press.dragStarted);
-    EXPECT_FALSE(press.selection.Changed());
-    EXPECT_EQ(pointer.MouseUp(Left).range, std::nullopt);
-    EXPECT_EQ(pointer.SelectedRange(), range);
-  }
-}
-
-TEST(GridPointer, AMoveOutsideTheGridChangesTheRowAlone) {
-  const YearGrid grid = SampleGrid({OneDay("a", 3, 5)});
-  const struct {
-    Point point;
-    int row;
-  } cases[] = {{{900, 14'400}, 13}, {{900, 1e12}, 13},      {{900, -300}, 13},
-               {{11'100, 400}, 1},  {{11'100, 14'399}, 12}, {{-600, 5000}, 5}};
-  for (const auto& [point, row] : cases) {
-    GridPointer pointer(grid);
-    pointer.MouseMove(DayAt(grid, 3, 4));
-    pointer.MouseDown(Left);
-    pointer.MouseMove(DayAt(grid, 3, 5, 2));
-    const PointerMove move = pointer.MouseMove(point);
-    EXPECT_FALSE(move.hover || move.label || move.selection.Changed());
-    EXPECT_EQ(pointer.CurrentRow(), row) << point.x << ", " << point.y;
-    EXPECT_EQ(pointer.CurrentColumn(), 8);
-    EXPECT_EQ(pointer.CurrentBand(), 2);
-    EXPECT_EQ(pointer.HoverEvent(), 0U);
-    EXPECT_EQ(pointer.MouseUp(Left).range, Days(At(2006, 3, 4), At(2006, 3, 6)));
-  }
-}
-
-TEST(GridPointer, BelowTheLastRowNoDragStarts) {
+TEST(GridPointer, OnGreyCellsAndBelowTheLastRowThereIsNoDayAndNoDragStarts) {
   const YearGrid grid = SampleGrid({});
   GridPointer pointer(grid);
   pointer.MouseMove(DayAt(grid, 12, 4));
-  pointer.MouseMove({900, 14'400});
-  EXPECT_FALSE(pointer.MouseDown(Left).dragStarted);
-  EXPECT_EQ(pointer.DayUnderPointer(), std::nullopt);
-  EXPECT_EQ(pointer.MouseUp(Left).range, std::nullopt);
-  EXPECT_EQ(pointer.DrawnSelection(), std::nullopt);
+  for (const Point noDay : {DayAt(grid, 3, 0), DayAt(grid, 3, 32), Point{900, 14'400}}) {
+    pointer.MouseMove(noDay);
+    EXPECT_FALSE(pointer.MouseDown(Left).dragStarted);
+    EXPECT_EQ(pointer.DayUnderPointer(), std::nullopt);
+    EXPECT_EQ(pointer.MouseUp(Left).range, std::nullopt);
+    EXPECT_EQ(pointer.DrawnSelection(), std::nullopt);
+  }
 }
 
 TEST(GridPointer, ByItselfAClickOpensAnEventAndADragOnFreeDaysSelects) {
@@ -173,23 +94,6 @@ TEST(GridPointer, ByItselfAClickOpensAnEventAndADragOnFreeDaysSelects) {
   EXPECT_EQ(pointer.HoverEvent(), 0U);
   EXPECT_EQ(pointer.ShownEvent(), std::nullopt);
   EXPECT_EQ(pointer.MouseUp(Left).range, Days(At(2006, 3, 4), At(2006, 3, 6)));
-}
-
-TEST(GridPointer, AModeOfItsOwnHoldsOverEventsAndFreeDaysAlike) {
-  const YearGrid grid = SampleGrid({OneDay("a", 3, 5)});
-  GridPointer pointer(grid);
-  for (const int day : {4, 5}) {
-    pointer.SetMode(SelectionMode::AlwaysOpen);
-    pointer.MouseMove(DayAt(grid, 3, day, 2));
-    EXPECT_FALSE(pointer.MouseDown(Left).dragStarted);
-    EXPECT_EQ(pointer.MouseUp(Left).open.has_value(), day == 5);
-    EXPECT_EQ(pointer.Label(), std::nullopt);
-  }
-  pointer.SetMode(SelectionMode::AlwaysSelect);
-  EXPECT_EQ(Drag(pointer, DayAt(grid, 3, 5, 2), DayAt(grid, 3, 5, 2)).range,
-            Days(At(2006, 3, 5), At(2006, 3, 6)));
-  pointer.SetMode(SelectionMode::Automatic);
-  EXPECT_EQ(pointer.MouseUp(Left).open, 0U);
 }
 
 TEST(GridPointer, TheMenuOffersWhatThePlaceAllows) {

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/model/SampleEvents.h"
 #include "view/Face.h"
 #include "view/GridPainter.h"
 #include "view/LegendPainter.h"
@@ -29,13 +30,15 @@ class YearPicture {
         grid_({2026, 1}, CategoryTable({{"Leave", Leave}, {"Travel", Travel}, {"Other", Other}}),
               CategoryFilter(), {.AllEvents = true, .DisplaySubject = true}) {
     std::vector<CalEvent> events{
-        Event("A", "Leave", Date::FromYmd(2026, 3, 9), Date::FromYmd(2026, 3, 14)),
-        Event("B", "Travel", Date::FromYmd(2026, 2, 26), Date::FromYmd(2026, 3, 12)),
-        Event("C", "", Date::FromFields({2026, 6, 10, 9, 0, 0}),
-              Date::FromFields({2026, 6, 10, 17, 0, 0})),
+        SampleEvent("A", At(2026, 3, 9), At(2026, 3, 14), "Leave"),
+        SampleEvent("B", At(2026, 2, 26), At(2026, 3, 12), "Travel"),
+        SampleEvent("C", At(2026, 6, 10, 9), At(2026, 6, 10, 17)),
     };
     const EventFields fields = grid_.Fields();
-    for (CalEvent& event : events) fields.Derive(event);
+    for (CalEvent& event : events) {
+      event.Subject = event.EventID;
+      fields.Derive(event);
+    }
     grid_.SetEvents(EventCollection(std::move(events)));
     grid_.Resize({face_.picParent.Width(), face_.picParent.Height()}, 255, {});
   }
@@ -89,15 +92,6 @@ class YearPicture {
   }
 
  private:
-  static CalEvent Event(std::string id, std::string categories, Date start, Date end) {
-    CalEvent event;
-    event.EventID = event.Subject = std::move(id);
-    event.Categories = std::move(categories);
-    event.StartDate = start;
-    event.EndDate = end;
-    return event;
-  }
-
   /// Top left corner of a day's cell.
   Point Corner(int row, int day) const {
     const int column = grid_.Columns().RowDayOffset[row] + day;

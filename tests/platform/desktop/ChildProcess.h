@@ -1,6 +1,7 @@
 // tests/platform/desktop/ChildProcess.h: a part of a test in a process of its own.
 #pragma once
 
+#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -26,6 +27,10 @@ class ChildProcess {
   ChildProcess(ChildProcess&& other) noexcept : child_(other.child_) { other.child_ = -1; }
   ChildProcess& operator=(ChildProcess&&) = delete;
 
+  void Kill() {
+    ::kill(child_, SIGKILL);
+    Wait();
+  }
   /// The exit code, or minus the signal that ended it; -1000 when there is none left.
   int Wait() {
     int status = 0;

@@ -5,7 +5,10 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QDialogButtonBox>
 #include <QPointer>
+#include <QPushButton>
+#include <QTest>
 #include <QTimer>
 #include <functional>
 
@@ -31,6 +34,11 @@ inline void WhenOpen(const std::function<void(QDialog&)>& steps, int patience = 
       dialog->reject();
     });
   });
+}
+
+/// Clicks a button of a dialog or of a message box.
+inline void Press(QDialog& dialog, QDialogButtonBox::StandardButton button) {
+  QTest::mouseClick(dialog.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
 }
 
 }  // namespace velkor

@@ -1,34 +1,23 @@
 // tests/platform/desktop/PictureFileTest.cpp: picture files are whole, sized right and readable.
 #include "platform/desktop/PictureFile.h"
 
-#include <gmock/gmock.h>
-
-#include <QDir>
-#include <QFile>
 #include <QImage>
 #include <QProcess>
 #include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QXmlStreamReader>
 #include <stdexcept>
 
 #include "support/values/Error.h"
 #include "tests/platform/SurfaceScene.h"
+#include "tests/platform/desktop/FolderCase.h"
 
 namespace velkor {
 namespace {
 
 using testing::HasSubstr;
 
-class PictureFile : public testing::Test {
+class PictureFile : public FolderCase {
  protected:
-  QTemporaryDir folder_;
-
-  std::string Path(const char* name) const { return folder_.filePath(name).toStdString(); }
-  QByteArray Bytes(const char* name) const {
-    QFile file(folder_.filePath(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-  }
   /// What a program of the machine prints about a file; none when it is not installed.
   std::optional<QByteArray> Output(const char* program, const QStringList& arguments) const {
     if (QStandardPaths::findExecutable(program).isEmpty()) return std::nullopt;
@@ -51,7 +40,7 @@ std::function<Colour(int, int)> PixelsOf(const QImage& image) {
 
 TEST_F(PictureFile, PngHasTheSceneAtTheScaledSize) {
   RenderToPng(Path("a.png"), scene::Size, scene::Draw, {.scale = 2, .title = {}});
-  const QImage image(folder_.filePath("a.png"));
+  const QImage image(File("a.png"));
   EXPECT_EQ(image.size(), QSize(2 * scene::Width, 2 * scene::Height));
   scene::ExpectColours([at = PixelsOf(image)](int x, int y) { return at(2 * x, 2 * y); });
 }
@@ -64,7 +53,7 @@ TEST_F(PictureFile, PdfPageHasTheDrawingsSizeAndItsText) {
   EXPECT_THAT(info->toStdString(), HasSubstr("A planner"));
   EXPECT_THAT(Output("pdftotext", {"a.pdf", "-"})->toStdString(), HasSubstr("MW"));
   Output("pdftoppm", {"-r", "96", "-png", "-singlefile", "-aaVector", "no", "a.pdf", "page"});
-  const QImage page(folder_.filePath("page.png"));
+  const QImage page(File("page.png"));
   EXPECT_EQ(page.size(), QSize(scene::Width, scene::Height));
   scene::ExpectColours(PixelsOf(page));
   // Whoever shows the page smooths the edge of the clip.

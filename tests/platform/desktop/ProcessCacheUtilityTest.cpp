@@ -30,8 +30,7 @@ class ProcessCacheUtilityTest : public RefreshCase {
 };
 
 TEST_F(ProcessCacheUtilityTest, OneProcessWritesTheCacheFilesOfSeveralRefreshes) {
-  QFile::copy(SAMPLE_CALENDAR, QString::fromStdString(Path("a.ics")));
-  RefreshInputs inputs = InputsFor("a.ics");
+  RefreshInputs inputs = InputsFor(Bytes(SAMPLE_CALENDAR));
   Create(NumberedUtility());
   EXPECT_THAT(Refresh(inputs), Pair(1, 0));
   EXPECT_GT(RecordsInCache(), 10);
@@ -43,13 +42,12 @@ TEST_F(ProcessCacheUtilityTest, OneProcessWritesTheCacheFilesOfSeveralRefreshes)
 }
 
 TEST_F(ProcessCacheUtilityTest, AFailureKeepsTheOldCacheFileAndRaisesTheWordsOfTheProcess) {
-  Write("a.ics", Calendar(3));
-  const RefreshInputs inputs = InputsFor("a.ics");
+  const RefreshInputs inputs = InputsFor(Calendar(3));
   Create();
   ASSERT_THAT(Refresh(inputs), Pair(1, 0));
   const QByteArray before = Bytes("cache/c.tmp");
 
-  QFile::remove(QString::fromStdString(Path("a.ics")));
+  QFile::remove(File("a.ics"));
   EXPECT_THAT(Refresh(inputs), Pair(7, errors::CalendarFailed));
   Write("a.ics", "no calendar\n");
   EXPECT_THAT(Refresh(inputs), Pair(7, errors::CalendarFailed));
@@ -65,8 +63,7 @@ TEST_F(ProcessCacheUtilityTest, AFailureKeepsTheOldCacheFileAndRaisesTheWordsOfT
 }
 
 TEST_F(ProcessCacheUtilityTest, WhatCannotBeWrittenHasItsOwnResult) {
-  Write("a.ics", Calendar(2000));
-  RefreshInputs inputs = InputsFor("a.ics");
+  RefreshInputs inputs = InputsFor(Calendar(2000));
   Create();
   inputs.workFile = Path("no/such/folder/~c.tmp");
   EXPECT_THAT(Refresh(inputs), Pair(2, 0));
@@ -82,8 +79,7 @@ TEST_F(ProcessCacheUtilityTest, WhatCannotBeWrittenHasItsOwnResult) {
 }
 
 TEST_F(ProcessCacheUtilityTest, AWorkFileThatAnotherWindowHoldsIsWaitedFor) {
-  Write("a.ics", Calendar(3));
-  const RefreshInputs inputs = InputsFor("a.ics");
+  const RefreshInputs inputs = InputsFor(Calendar(3));
   DesktopFiles files;
   auto held = files.OpenForWriting(inputs.workFile);
   Create();
@@ -98,8 +94,7 @@ TEST_F(ProcessCacheUtilityTest, AWorkFileThatAnotherWindowHoldsIsWaitedFor) {
 }
 
 TEST_F(ProcessCacheUtilityTest, AStopIsHeardWhileItWaits) {
-  Write("a.ics", Calendar(3));
-  const RefreshInputs inputs = InputsFor("a.ics");
+  const RefreshInputs inputs = InputsFor(Calendar(3));
   const auto held = DesktopFiles().OpenForWriting(inputs.workFile);
   Create();
   utility_->Stop();
@@ -111,8 +106,7 @@ TEST_F(ProcessCacheUtilityTest, AStopIsHeardWhileItWaits) {
 }
 
 TEST_F(ProcessCacheUtilityTest, AProcessThatIsKilledCompletesOnceAndTheNextStartMakesAnother) {
-  Write("a.ics", Calendar(3));
-  const RefreshInputs inputs = InputsFor("a.ics");
+  const RefreshInputs inputs = InputsFor(Calendar(3));
   Create(NumberedUtility());
   for (const int expected : {7, 6}) {
     const auto held = DesktopFiles().OpenForWriting(inputs.workFile);
@@ -135,8 +129,7 @@ TEST_F(ProcessCacheUtilityTest, AProcessThatIsKilledCompletesOnceAndTheNextStart
 }
 
 TEST_F(ProcessCacheUtilityTest, AProgramThatIsNoCacheUtilityCompletesAsFailed) {
-  Write("a.ics", Calendar(3));
-  const RefreshInputs inputs = InputsFor("a.ics");
+  const RefreshInputs inputs = InputsFor(Calendar(3));
   const std::pair<const char*, Completion> programs[] = {
       {"read line\necho '{\"synchResult\":42,\"synchError\":9}'\nread line", {42, 9}},
       {"read line\necho '{\"synchResult\":1.5,\"synchError\":0}'\nread line", {7, 0}},
@@ -158,8 +151,7 @@ TEST_F(ProcessCacheUtilityTest, AProgramThatIsNoCacheUtilityCompletesAsFailed) {
 }
 
 TEST_F(ProcessCacheUtilityTest, OneThatIsDestroyedKillsAHungProcessAtOnceAndReportsNothing) {
-  Write("a.ics", Calendar(3));
-  const RefreshInputs inputs = InputsFor("a.ics");
+  const RefreshInputs inputs = InputsFor(Calendar(3));
   Create(NumberedUtility());
   utility_->Start(inputs);
   ASSERT_TRUE(Await([&] { return Processes().size() == 1; }));
@@ -173,8 +165,7 @@ TEST_F(ProcessCacheUtilityTest, OneThatIsDestroyedKillsAHungProcessAtOnceAndRepo
 }
 
 TEST_F(ProcessCacheUtilityTest, ACompletionMayDestroyTheUtility) {
-  Write("a.ics", Calendar(3));
-  const RefreshInputs inputs = InputsFor("a.ics");
+  const RefreshInputs inputs = InputsFor(Calendar(3));
   for (const char* lines : {"exec '" VKR_REFRESH "'", "exit 0"}) {
     bool completed = false;
     ProcessCacheUtilities utilities({}, Script("any", lines));

@@ -1,20 +1,17 @@
 // tests/platform/desktop/QtDialogsTest.cpp: file, colour and input dialogs, and progress.
 #include "platform/desktop/QtDialogs.h"
 
-#include <gtest/gtest.h>
-
 #include <QColorDialog>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QProgressDialog>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
 #include <sstream>
 
 #include "platform/desktop/TerminalDialogs.h"
+#include "tests/platform/desktop/FolderCase.h"
 #include "tests/platform/desktop/OpenDialog.h"
 
 namespace velkor {
@@ -27,15 +24,13 @@ void Name(QDialog& dialog, const QString& name) {
   QTest::keyClick(&line, Qt::Key_Return);
 }
 
-class QtFileDialog : public testing::Test {
+class QtFileDialog : public FolderCase {
  protected:
   std::string Save(const std::function<void(QDialog&)>& steps) {
     WhenOpen(steps);
     return dialogs.ShowSave(dialog);
   }
-  std::string Path(const char* name) const { return folder.filePath(name).toStdString(); }
 
-  QTemporaryDir folder;
   QtCommonDialogs dialogs{nullptr, Path("calendar.ics")};
   FileDialog dialog{.filter = "Velkor Data(*.xml)|*.xml|Plain|*.txt|All Files(*.*)|*.*",
                     .title = "Save Velkor Data",
@@ -44,10 +39,10 @@ class QtFileDialog : public testing::Test {
 };
 
 TEST_F(QtFileDialog, SavesUnderANameWithASuffixAndStartsWhereItEndedLast) {
-  ASSERT_TRUE(QDir(folder.path()).mkdir("sub"));
+  ASSERT_TRUE(QDir(folder_.path()).mkdir("sub"));
   EXPECT_EQ(Save([&](QDialog& window) {
               EXPECT_EQ(window.windowTitle(), "Save Velkor Data");
-              Name(window, folder.filePath("sub/year"));
+              Name(window, File("sub/year"));
             }),
             Path("sub/year.xml"));
   EXPECT_EQ(Save([](QDialog& window) {
@@ -68,26 +63,22 @@ TEST_F(QtFileDialog, SavesUnderANameWithASuffixAndStartsWhereItEndedLast) {
 }
 
 TEST_F(QtFileDialog, AsksBeforeAFileIsReplacedWhenItShould) {
-  QFile file(folder.filePath("year.xml"));
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
+  Write("year.xml", {});
+  for (const auto answer : {QDialogButtonBox::No, QDialogButtonBox::Yes}) {
     const std::string name = Save([&](QDialog& window) {
-      WhenOpen([&](QDialog& question) {
-        QTest::mouseClick(dynamic_cast<QMessageBox&>(question).button(answer), Qt::LeftButton);
-      });
-      Name(window, folder.filePath("year"));
-      if (answer == QMessageBox::No) window.reject();
+      WhenOpen([&](QDialog& question) { Press(question, answer); });
+      Name(window, File("year"));
+      if (answer == QDialogButtonBox::No) window.reject();
     });
-    EXPECT_EQ(name, answer == QMessageBox::Yes ? Path("year.xml") : "");
+    EXPECT_EQ(name, answer == QDialogButtonBox::Yes ? Path("year.xml") : "");
   }
   dialog.flags = 0;
-  EXPECT_EQ(Save([&](QDialog& window) { Name(window, folder.filePath("year")); }),
-            Path("year.xml"));
+  EXPECT_EQ(Save([&](QDialog& window) { Name(window, File("year")); }), Path("year.xml"));
 }
 
 TEST_F(QtFileDialog, NothingIsSavedOverTheCalendarInUse) {
   dialog.flags = 0;
-  ASSERT_TRUE(QFile(folder.filePath("calendar.ics")).open(QIODevice::WriteOnly));
+  Write("calendar.ics", {});
   EXPECT_EQ(Save([&](QDialog& window) {
               WhenOpen([](QDialog& warning) {
                 WhenOpen([](QDialog& again) { again.reject(); });

@@ -119,15 +119,6 @@ TEST(QtForms, TheFirstInputHasTheKeyboardAndLabelsLeadToTheirs) {
   QtForms().ShowModal(form);
 }
 
-TEST(QtForms, RefusesAnElementThatNoWidgetMirrors) {
-  struct OddForm : Form {
-    OddForm() : Form("frmOdd", "Odd") { AddRow({{{&timer, 1}}, FormRowKind::Plain}); }
-    Timer timer{"tmrOdd", 10};
-  } form;
-  EXPECT_THROW(QtForms().ShowModal(form), Error);
-  EXPECT_FALSE(form.IsOpen());
-}
-
 TEST(QtMessageBoxes, EnterGivesTheDefaultButtonAndEscapeRefuses) {
   const Message question{.text = "Delete <this>?\r\rReally?",
                          .title = "Planner",
@@ -144,9 +135,7 @@ TEST(QtMessageBoxes, EnterGivesTheDefaultButtonAndEscapeRefuses) {
   EXPECT_EQ(QtMessageBoxes().Show(question), MessageAnswer::No);
   WhenOpen([](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
   EXPECT_EQ(QtMessageBoxes().Show(question), MessageAnswer::No);
-  WhenOpen([](QDialog& dialog) {
-    QTest::mouseClick(dynamic_cast<QMessageBox&>(dialog).button(QMessageBox::Yes), Qt::LeftButton);
-  });
+  WhenOpen([](QDialog& dialog) { Press(dialog, QDialogButtonBox::Yes); });
   EXPECT_EQ(QtMessageBoxes().Show(question), MessageAnswer::Yes);
 }
 

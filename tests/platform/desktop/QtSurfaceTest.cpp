@@ -53,13 +53,6 @@ TEST(QtSurface, PutsColoursWhereEverySurfaceDoes) {
   scene::ExpectClippedText(at);
 }
 
-TEST(QtSurface, HigherResolutionRepeatsTheSamePixels) {
-  const QImage image = Drawn(scene::Width, scene::Height, 3, scene::Draw);
-  for (const int corner : {0, 2}) {
-    scene::ExpectColours([&](int x, int y) { return At(image, 3 * x + corner, 3 * y + corner); });
-  }
-}
-
 TEST(QtSurface, LongTextEndsInAnEllipsisAndShortTextDoesNot) {
   constexpr TextFlags Cut = text_flags::NoPrefix | text_flags::WordEllipsis;
   const QImage shortText = Line("Meeting", Cut);
@@ -71,7 +64,6 @@ TEST(QtSurface, LongTextEndsInAnEllipsisAndShortTextDoesNot) {
     EXPECT_NE(cut, Line(text, text_flags::NoPrefix, 80)) << text;
     EXPECT_GT(LastInk(cut), 40) << text;
   }
-  QImage image(1, 1, QImage::Format_RGB32);
   const QtFont font({"", 12}, 20.0 / 15);
   const QString all = QStringLiteral("A meeting that takes far too long");
   const QString cut = font.WithEllipsis(all, 100);

@@ -1,13 +1,11 @@
 // tests/platform/desktop/RefreshCase.h: a calendar file and the real cache utility at work on it.
 #pragma once
 
-#include <gmock/gmock.h>
 #include <signal.h>
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -21,28 +19,16 @@
 #include "platform/desktop/DesktopShell.h"
 #include "platform/desktop/ProcessCacheUtility.h"
 #include "tests/platform/desktop/CalendarText.h"
+#include "tests/platform/desktop/FolderCase.h"
 
 namespace velkor {
 
-/// Files lie in a folder of the test's own.
-class RefreshCase : public testing::Test {
+class RefreshCase : public FolderCase {
  protected:
   using Completion = std::pair<short, long>;
 
   RefreshCase() { QDir(folder_.path()).mkdir("cache"); }
 
-  std::string Path(const char* name) const {
-    return folder_.filePath(QString::fromLatin1(name)).toStdString();
-  }
-  void Write(const char* name, const QByteArray& bytes) const {
-    QFile file(QString::fromStdString(Path(name)));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-  }
-  QByteArray Bytes(const char* name) const {
-    QFile file(QString::fromStdString(Path(name)));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
-  }
   /// Where the cache and work files lie.
   QStringList CacheFolder() const {
     return QDir(folder_.filePath("cache")).entryList(QDir::Files | QDir::Hidden);
@@ -50,8 +36,7 @@ class RefreshCase : public testing::Test {
   /// A shell script that can be run.
   std::string Script(const char* name, const QByteArray& lines) const {
     Write(name, "#!/bin/sh\n" + lines);
-    QFile::setPermissions(QString::fromStdString(Path(name)),
-                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QFile::setPermissions(File(name), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     return Path(name);
   }
   /// The cache utility, after it has added its process number to the file "pids".
@@ -75,9 +60,10 @@ class RefreshCase : public testing::Test {
     return state.mid(state.lastIndexOf(')') + 2, 1) != "Z";
   }
 
-  /// A refresh of 2026, as a window on the calendar names it to the cache utility.
-  RefreshInputs InputsFor(const char* calendar) const {
-    IcsCalendar window(Path(calendar), WindowOf({2026, 1}));
+  /// A refresh of 2026, as a window on this calendar, in "a.ics", names it to the cache utility.
+  RefreshInputs InputsFor(const QByteArray& calendar) const {
+    Write("a.ics", calendar);
+    IcsCalendar window(Path("a.ics"), WindowOf({2026, 1}));
     return {2026,
             1,
             Path("cache/c.tmp"),
@@ -115,7 +101,6 @@ class RefreshCase : public testing::Test {
     return AwaitCompletion();
   }
 
-  QTemporaryDir folder_;
   DesktopShell shell_;
   std::vector<Completion> completions_;
   std::vector<Error> errors_;

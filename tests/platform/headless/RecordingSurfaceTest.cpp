@@ -26,20 +26,6 @@ TEST(RecordingSurface, LogsEachCallInOneLineWithTrimmedNumbers) {
                           "text 0 0 1 1 \"\" #000000 font 8 flags 0x0"));
 }
 
-TEST(RecordingSurface, PositionsCountFromTheSurfacesOwnOriginInEveryView) {
-  RecordingSurface surface;
-  {
-    const ViewScope outer(surface, {100, 100, 1000, 1000}, {100, 40});
-    const ViewScope inner(surface, {0, 0, 50, 50}, {5, -5});
-    surface.Fill({1, 2, 3, 4}, colours::Black);
-    EXPECT_EQ(surface.Depth(), 2U);
-  }
-  EXPECT_THAT(surface.Calls("fill"), ElementsAre("fill 106 37 108 39 #000000"));
-  EXPECT_THAT(surface.Calls("view"), ElementsAre("view 100 100 1000 1000 origin 100 40",
-                                                 "view 100 40 150 90 origin 105 35"));
-  EXPECT_EQ(surface.Calls("leave").size(), 2U);
-}
-
 // A character of 10 points is 100 twips wide, a line 240 high.
 TEST(RecordingSurface, MeasuresTheLinesOfWrappedText) {
   const struct {
