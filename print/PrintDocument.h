@@ -4,11 +4,13 @@
 #include <string>
 #include <vector>
 
+#include "model/CategoryTable.h"
 #include "model/EventCollection.h"
 #include "print/PagePlan.h"
 #include "print/PrintOptionSet.h"
 #include "support/values/Twips.h"
 #include "view/BandLayout.h"
+#include "view/Bar.h"
 #include "view/span/Locale.h"
 
 namespace velkor {
@@ -36,14 +38,16 @@ class PrintDocument {
   /// The same calls for every surface. Nothing is drawn of a plan that failed.
   void DrawPage(Surface& surface, int page) const;
 
-  /// Prints every page of the plan. Throws Error when the printer fails or there is none; the
-  /// document is given up then.
+  /// Prints every page of the plan; nothing of one that failed. Throws Error when the printer fails
+  /// or there is none; the document is given up then.
   void Print(Printer& printer, const std::string& name) const;
 
  private:
   const YearGrid& grid_;
   CalendarNames names_;
   PrintOptionSet options_;
+  BarRule rule_;
+  CategoryTable categories_;
   EventCollection events_;
   BandLayout layout_;
   PageMetrics metrics_;
