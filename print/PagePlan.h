@@ -9,6 +9,7 @@
 
 #include "print/PrintOptionSet.h"
 #include "support/values/Twips.h"
+#include "view/BandLayout.h"
 #include "view/span/DisplaySpan.h"
 
 namespace velkor {
@@ -23,7 +24,7 @@ struct PageMetrics {
 };
 
 /// Where things stand on every page, in twips; sizes may be 0 or less where the margins leave no
-/// room.
+/// room. What is a whole number was rounded, ties to the even one.
 struct PageGeometry {
   Twips gridWidth = 0;
   Twips columnWidth = 0;
@@ -34,14 +35,14 @@ struct PageGeometry {
 
 /// Positions of months in the order of the span, 1 to 12; a page without months has 1 to 0.
 struct PageMonths {
-  std::int16_t first = 1;
-  std::int16_t last = 0;
+  int first = 1;
+  int last = 0;
 };
 
-/// Entries of the legend, counted from 1.
+/// Entries of the legend, counted from 1; a page without entries has 1 to 0.
 struct LegendSlice {
-  std::int16_t first = 1;
-  std::int16_t last = 0;
+  int first = 1;
+  int last = 0;
 };
 
 /// Why there is no plan to print by.
@@ -50,21 +51,29 @@ struct PageFailure {
   std::string message;
 };
 
+/// As far as it was built where there is a failure; no page at all is to be printed then.
 struct PagePlan {
   PageGeometry geometry;
-  /// As far as it was built where there is a failure.
+  /// Pages that carry nothing but a part of the legend have no months.
   std::vector<PageMonths> pages;
   std::vector<LegendSlice> legend;
   float bandHeight = 0;
-  /// Height of the months of the first page.
+  /// Height of the months of the first page, in twips.
   float firstPageBody = 0;
   std::optional<PageFailure> failure;
 };
 
-/// Running totals of band rows by position, entry 0 is 0.
-using BandRows = std::array<int, MonthRows + 1>;
+/// Running totals of band rows by position in the span, entry 0 is 0: what a layout of bands gives.
+using BandRows = decltype(BandLayout::BandsInRow);
+
+/// Running totals of the rows that each position needs.
+/// @param needed      by position less 1
+/// @param leastBands  of every position, whatever it needs
+BandRows TotalBandRows(const std::array<int, MonthRows>& needed, int leastBands);
 
 /// Lays the pages out. Work grows with months and legend entries.
+/// A legend entry or a month that is too large for any page is a failure, as is a range of months
+/// without rows, a page without room, and a month outside the year.
 /// @param legendHeights  running totals of the entries' heights, one for each entry
 PagePlan PlanPages(const PrintOptionSet& options, const PageMetrics& metrics,
                    const DisplaySpan& span, const BandRows& rows,

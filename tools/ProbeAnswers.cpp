@@ -20,6 +20,7 @@
 #include "tools/EditAnswers.h"
 #include "tools/IsoDate.h"
 #include "tools/LayoutJson.h"
+#include "tools/PagesAnswer.h"
 #include "tools/PointerAnswer.h"
 #include "tools/ProbeCase.h"
 #include "tools/SilentPlanner.h"
@@ -193,7 +194,7 @@ Json AnswerLayout(const Json& json) {
 }
 
 using Answer = Json (*)(const Json&);
-constexpr std::array<std::pair<std::string_view, Answer>, 15> Kinds{{
+constexpr std::array<std::pair<std::string_view, Answer>, 16> Kinds{{
     {"dates", AnswerDates},
     {"filter", AnswerFilter},
     {"storedfilter", AnswerStoredFilter},
@@ -209,6 +210,7 @@ constexpr std::array<std::pair<std::string_view, Answer>, 15> Kinds{{
     {"alllists", AnswerAllLists},
     {"edits", AnswerEdits},
     {"xml", AnswerXml},
+    {"pages", AnswerPages},
 }};
 
 Json AnswerOf(std::string_view line) {

@@ -82,7 +82,7 @@ std::string TextOfBytes(std::string_view bytes) {
   return text;
 }
 
-YearGrid GridOf(const Json& json) {
+YearGrid YearOf(const Json& json) {
   const Json& filter = json.at("filter");
   YearGrid grid(SpanOf(json.at("view")), TableOf(json.at("categories")),
                 FilterOf(json.at("separator"), filter.at("text").get<std::string>(),
@@ -93,7 +93,11 @@ YearGrid GridOf(const Json& json) {
   const EventFields fields = grid.Fields();
   for (CalEvent& event : events) fields.Derive(event);
   grid.SetEvents(EventCollection(std::move(events)));
+  return grid;
+}
 
+YearGrid GridOf(const Json& json) {
+  YearGrid grid = YearOf(json);
   const Json& surface = json.at("surface");
   const PixelSize pixel{surface.at("pixelWidth").get<float>(),
                         surface.at("pixelHeight").get<float>()};

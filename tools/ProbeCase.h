@@ -39,8 +39,10 @@ std::vector<CalEvent> EventsOf(const nlohmann::ordered_json& json);
 CategoryTable TableOf(const nlohmann::ordered_json& json);
 /// One character for each byte.
 std::string TextOfBytes(std::string_view bytes);
-/// The laid-out year of a case with `view`, `separator`, `filter`, `categories`, `events`,
-/// `surface` and the options.
+/// The laid-out year of a case with `view`, `separator`, `filter`, `categories`, `events` and the
+/// options; it has no size yet.
+YearGrid YearOf(const nlohmann::ordered_json& json);
+/// The same, sized to the case's `surface`.
 YearGrid GridOf(const nlohmann::ordered_json& json);
 
 }  // namespace velkor
