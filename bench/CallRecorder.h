@@ -52,6 +52,10 @@ class CallRecorder : public Surface {
   Extent Measure(std::string_view text, const Font& font) override {
     return measure_.Measure(text, font);
   }
+  Extent MeasureLines(std::string_view text, const Font& font, Twips width,
+                      TextFlags flags) override {
+    return measure_.MeasureLines(text, font, width, flags);
+  }
   void Line(Point, Point, Colour, int) override {}
   void EnterView(const Rect&, Point) override {}
   void LeaveView() override {}

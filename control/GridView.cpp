@@ -181,7 +181,7 @@ void GridView::pic1_Paint(Surface& surface, const Rect& visible) {
 }
 
 void GridView::picHeadCol_Paint(Surface& surface) {
-  DrawHeaderRow(surface, grid_, names_, font_);
+  DrawHeaderRow(surface, grid_.Geometry(), names_, font_);
 }
 
 void GridView::picHeadRow_Paint(Surface& surface, const Rect& visible) {
@@ -189,7 +189,8 @@ void GridView::picHeadRow_Paint(Surface& surface, const Rect& visible) {
   const Rect whole{0, 0, elements_.picHeadRow.Bounds().Width(),
                    elements_.picHeadRow.Bounds().Height()};
   const ViewScope scope(surface, visible, {0, -offset});
-  DrawMonthColumn(surface, grid_, names_, font_, {0, offset, whole.right, whole.bottom + offset});
+  DrawMonthColumn(surface, SceneOf(grid_), names_, font_,
+                  {0, offset, whole.right, whole.bottom + offset});
 }
 
 void GridView::picParent_Paint(Surface& surface) {

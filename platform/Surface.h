@@ -18,9 +18,14 @@ inline constexpr TextFlags Centre = 0x1;
 inline constexpr TextFlags Right = 0x2;
 /// Vertically centred; only together with SingleLine.
 inline constexpr TextFlags VerticalCentre = 0x4;
+/// Several lines: broken at CR, LF and CR LF, and at blanks where a line would be too wide.
+inline constexpr TextFlags WordBreak = 0x10;
 inline constexpr TextFlags SingleLine = 0x20;
 /// Ampersands are drawn as they are.
 inline constexpr TextFlags NoPrefix = 0x800;
+/// With WordBreak: a word wider than the rectangle is broken too, and a last line that would be
+/// visible only in part is left out, unless it is the first.
+inline constexpr TextFlags EditControl = 0x2000;
 /// Text that is too long ends in an ellipsis.
 inline constexpr TextFlags WordEllipsis = 0x40000;
 }  // namespace text_flags
@@ -47,6 +52,11 @@ class Surface {
                     TextFlags flags) = 0;
   /// Width and height of one line of text.
   virtual Extent Measure(std::string_view text, const Font& font) = 0;
+  /// Width of the widest line and height of all lines that Text makes of a text in a rectangle of
+  /// this width, which is high enough. A line end that ends the text begins no line.
+  /// @param flags  as for Text, with WordBreak
+  virtual Extent MeasureLines(std::string_view text, const Font& font, Twips width,
+                              TextFlags flags) = 0;
 
   /// From here to the matching LeaveView, positions count from `origin` and drawing is clipped to
   /// `clip`; both are given in the view in force before. Views nest.

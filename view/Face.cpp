@@ -66,12 +66,12 @@ void DrawFace(Surface& surface, const FaceLayout& layout, const YearGrid& grid,
   {
     const ViewScope scope(surface, layout.picHeadCol,
                           {layout.picHeadCol.left, layout.picHeadCol.top});
-    DrawHeaderRow(surface, grid, content.names, content.font);
+    DrawHeaderRow(surface, grid.Geometry(), content.names, content.font);
   }
   {
     const Rect& view = layout.picHeadRow;
     const ViewScope scope(surface, view, {view.left, view.top});
-    DrawMonthColumn(surface, grid, content.names, content.font,
+    DrawMonthColumn(surface, SceneOf(grid), content.names, content.font,
                     {0, 0, view.Width(), view.Height()});
   }
   {

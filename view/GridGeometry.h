@@ -26,7 +26,10 @@ struct GridGeometry {
   int GridWidth = 0;
   /// The bands do not fit: VScroll1 is shown.
   bool scroll = false;
+  /// What a bar leaves free at each side.
   PixelSize pixel;
+  /// Width of lines; 0 for one pixel of the surface.
+  Twips pen = 0;
 
   /// Left edge of column 1 + `column`.
   Twips ColumnEdge(int column) const { return column * static_cast<Twips>(ColumnWidth); }

@@ -5,12 +5,12 @@
 #include <array>
 #include <string>
 
+#include "view/Frame.h"
 #include "view/span/Globals.h"
 
 namespace velkor {
 namespace {
 
-constexpr TextFlags SubjectFlags = text_flags::NoPrefix | text_flags::WordEllipsis;
 constexpr TextFlags DayNumberFlags =
     text_flags::Right | text_flags::SingleLine | text_flags::VerticalCentre | text_flags::NoPrefix;
 
@@ -22,12 +22,12 @@ Colour ReadableOn(Colour back) {
   return brightness < 140'000 ? colours::White : colours::Black;
 }
 
-GridPainter::GridPainter(Surface& surface, const YearGrid& grid, const Font& font,
+GridPainter::GridPainter(Surface& surface, const GridScene& scene, const Font& font,
                          const Rect& visible)
     : surface_(surface),
-      grid_(grid),
-      geometry_(grid.Geometry()),
-      layout_(grid.Layout()),
+      scene_(scene),
+      geometry_(scene.geometry),
+      layout_(scene.layout),
       font_(font),
       visible_(visible) {}
 
@@ -41,7 +41,7 @@ void GridPainter::DrawBackground() {
         {geometry_.ColumnEdge(before), visible_.top, geometry_.ColumnEdge(column), visible_.bottom},
         grid_colours::Weekend);
   }
-  const MonthColumns& columns = grid_.Columns();
+  const MonthColumns& columns = scene_.rule.columns;
   for (int row = 1; row <= MonthRows; ++row) {
     const Twips top = geometry_.RowTop(layout_, row);
     const Twips bottom = geometry_.RowBottom(layout_, row);
@@ -49,17 +49,21 @@ void GridPainter::DrawBackground() {
     const Twips monthStart = geometry_.ColumnEdge(columns.RowDayOffset[row]);
     const Twips monthEnd = geometry_.ColumnEdge(columns.RowLastColumn[row]);
     if (monthStart > 0) surface_.Fill({0, top, monthStart, bottom}, grid_colours::OutOfMonth);
-    surface_.Fill({monthEnd, top, static_cast<Twips>(geometry_.GridWidth), bottom},
-                  grid_colours::OutOfMonth);
+    const Twips gridEnd = geometry_.GridWidth;
+    if (monthEnd < gridEnd) {
+      surface_.Fill({monthEnd, top, gridEnd, bottom}, grid_colours::OutOfMonth);
+    }
   }
   for (int row = 1; row <= MonthRows; ++row) {
     const Twips top = geometry_.RowTop(layout_, row);
     const Twips bottom = geometry_.RowBottom(layout_, row);
-    // The outline's pen reaches a pixel beyond the row.
-    if (!InSight(top, bottom + geometry_.pixel.height)) continue;
-    surface_.Outline({geometry_.ColumnEdge(columns.RowDayOffset[row]), top,
-                      geometry_.ColumnEdge(columns.RowLastColumn[row]), bottom},
-                     grid_colours::MonthOutline, 1);
+    // The outline's pen reaches a pixel beyond the row; a page has whole rows.
+    const Twips reach = geometry_.pen > 0 ? 0 : double{geometry_.pixel.height};
+    if (!InSight(top, bottom + reach)) continue;
+    DrawFrame(surface_,
+              {geometry_.ColumnEdge(columns.RowDayOffset[row]), top,
+               geometry_.ColumnEdge(columns.RowLastColumn[row]), bottom},
+              grid_colours::MonthOutline, geometry_.pen);
   }
 }
 
@@ -79,7 +83,7 @@ std::optional<Font> GridPainter::FontForDayNumbers() const {
 void GridPainter::DrawDayNumbers() {
   const std::optional<Font> font = FontForDayNumbers();
   if (!font) return;
-  const MonthColumns& columns = grid_.Columns();
+  const MonthColumns& columns = scene_.rule.columns;
   for (int row = 1; row <= MonthRows; ++row) {
     const Twips top = geometry_.RowTop(layout_, row);
     const Twips bottom = top + geometry_.BandHeight;
@@ -94,9 +98,13 @@ void GridPainter::DrawDayNumbers() {
   }
 }
 
-Font GridPainter::FontForBand() const {
+Font GridPainter::FontForSubjects() const {
   constexpr std::array<int, 6> Sizes{7, 6, 5, 4, 3, 2};
   Font font = font_;
+  if (scene_.subjects.size) {
+    font.size = *scene_.subjects.size;
+    return font;
+  }
   for (const int size : Sizes) {
     font.size = size;
     if (surface_.Measure("0", font).height <= geometry_.BandHeight) break;
@@ -105,29 +113,30 @@ Font GridPainter::FontForBand() const {
 }
 
 void GridPainter::DrawEvents() {
-  const bool displaySubject = grid_.Options().DisplaySubject;
-  const Font font = displaySubject ? FontForBand() : font_;
+  const SubjectStyle& subjects = scene_.subjects;
+  const Font font = subjects.shown ? FontForSubjects() : font_;
   for (const Bar& bar : layout_.bars) {
     const Rect rect = BarRect(bar, geometry_, layout_);
     if (!InSight(rect.top, rect.bottom)) continue;
-    const CalEvent& event = grid_.Events()[bar.event];
-    const Colour colour = grid_.Categories().At(event.CatIndex).colour;
+    const CalEvent& event = scene_.events[bar.event];
+    const Colour colour = scene_.categories.At(event.CatIndex).colour;
     surface_.Fill(rect, colour);
-    if (displaySubject) {
+    if (subjects.shown) {
       surface_.Text(rect, Globals::StripControlChars(event.Subject), font, ReadableOn(colour),
-                    SubjectFlags);
+                    subjects.flags);
     }
   }
 }
 
 void GridPainter::DrawToday(Date today) {
-  const auto mark = grid_.TodayMarkAt(today);
-  if (!mark) return;
+  const std::optional<GridCell> cell = scene_.rule.columns.CellOf(today);
+  if (!cell) return;
+  const TodayMark mark = TodayMarkOf(cell->row, cell->column, geometry_, layout_);
   // The pens reach a pixel beyond the frame and the shadow.
   const Twips pen = geometry_.pixel.height;
-  if (!InSight(mark->frame.top - pen, mark->shadow.bottom + pen)) return;
-  surface_.Outline(mark->shadow, grid_colours::TodayShadow, 1);
-  surface_.Outline(mark->frame, grid_colours::TodayFrame, 2);
+  if (!InSight(mark.frame.top - pen, mark.shadow.bottom + pen)) return;
+  surface_.Outline(mark.shadow, grid_colours::TodayShadow, 1);
+  surface_.Outline(mark.frame, grid_colours::TodayFrame, 2);
 }
 
 }  // namespace velkor

@@ -5,7 +5,7 @@
 
 #include "platform/Surface.h"
 #include "support/values/Date.h"
-#include "view/YearGrid.h"
+#include "view/GridScene.h"
 
 namespace velkor {
 
@@ -22,18 +22,20 @@ inline constexpr Colour TodayFrame = Colour::FromRgb(255, 0, 0);
 /// Black or white, whichever can be read better on a colour.
 Colour ReadableOn(Colour back);
 
-/// Draws one year grid on one surface. `visible` is the part of the grid that is in sight, in the
+/// Draws one year on one surface. `visible` is the part of the grid that is in sight, in the
 /// grid's own coordinates; what lies outside it is not drawn.
 class GridPainter {
  public:
-  GridPainter(Surface& surface, const YearGrid& grid, const Font& font, const Rect& visible);
+  GridPainter(Surface& surface, const GridScene& scene, const Font& font, const Rect& visible);
+  GridPainter(Surface& surface, const YearGrid& grid, const Font& font, const Rect& visible)
+      : GridPainter(surface, SceneOf(grid), font, visible) {}
 
   /// Clears, then shades the weekends and the cells outside each month and outlines the months.
   void DrawBackground();
   /// Writes each day's number into the band that no event takes, where they can be
   /// read.
   void DrawDayNumbers();
-  /// One filled bar for each event and row, with its subject when the grid displays subjects.
+  /// One filled bar for each event and row, with its subject when subjects are shown.
   void DrawEvents();
   void DrawToday(Date today);
 
@@ -41,14 +43,14 @@ class GridPainter {
   bool InSight(Twips top, Twips bottom) const {
     return bottom > visible_.top && top < visible_.bottom;
   }
-  /// The grid's font at the largest of its sizes that fits a band.
-  Font FontForBand() const;
+  /// The grid's font at the subjects' size.
+  Font FontForSubjects() const;
   /// The largest font whose day numbers fit a band and a column; none when they are too small.
   std::optional<Font> FontForDayNumbers() const;
   Twips DayNumberMargin() const { return 2 * Twips{geometry_.pixel.width}; }
 
   Surface& surface_;
-  const YearGrid& grid_;
+  GridScene scene_;
   const GridGeometry& geometry_;
   const BandLayout& layout_;
   Font font_;

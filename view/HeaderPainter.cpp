@@ -42,37 +42,33 @@ std::array<std::string_view, DaysOfWeek> WeekdayCaptions(Surface& surface,
 
 }  // namespace
 
-void DrawHeaderRow(Surface& surface, const YearGrid& grid, const CalendarNames& names,
-                   const Font& font) {
-  const GridGeometry& geometry = grid.Geometry();
-  surface.Fill({0, 0, static_cast<Twips>(geometry.GridWidth), HeaderRowHeight},
-               header_colours::Back);
+void DrawHeaderRow(Surface& surface, const GridGeometry& geometry, const CalendarNames& names,
+                   const Font& font, Twips height) {
+  surface.Fill({0, 0, static_cast<Twips>(geometry.GridWidth), height}, header_colours::Back);
   const Twips margin = 2 * Twips{geometry.pixel.width};
   const auto captions = WeekdayCaptions(surface, names, font, geometry.ColumnWidth - margin);
   for (int column = 1; column <= GridColumns; ++column) {
-    const Rect cell{geometry.ColumnEdge(column - 1), 0, geometry.ColumnEdge(column),
-                    HeaderRowHeight};
+    const Rect cell{geometry.ColumnEdge(column - 1), 0, geometry.ColumnEdge(column), height};
     if (IsWeekend(column)) surface.Fill(cell, grid_colours::Weekend);
     surface.Text(cell, captions[(column - 1) % DaysOfWeek], font, header_colours::Text,
                  CentredFlags);
   }
 }
 
-void DrawMonthColumn(Surface& surface, const YearGrid& grid, const CalendarNames& names,
-                     const Font& font, const Rect& visible) {
-  const GridGeometry& geometry = grid.Geometry();
-  surface.Fill({0, visible.top, MonthColumnWidth, visible.bottom}, header_colours::Back);
+void DrawMonthColumn(Surface& surface, const GridScene& scene, const CalendarNames& names,
+                     const Font& font, const Rect& visible, Twips width) {
+  const GridGeometry& geometry = scene.geometry;
+  const Twips edge = geometry.pen > 0 ? geometry.pen : double{geometry.pixel.height};
+  surface.Fill({0, visible.top, width, visible.bottom}, header_colours::Back);
   for (int row = 1; row <= MonthRows; ++row) {
-    const Twips rowBottom = geometry.RowBottom(grid.Layout(), row);
-    const Twips top = std::max(geometry.RowTop(grid.Layout(), row), visible.top);
+    const Twips rowBottom = geometry.RowBottom(scene.layout, row);
+    const Twips top = std::max(geometry.RowTop(scene.layout, row), visible.top);
     const Twips bottom = std::min(rowBottom, visible.bottom);
     if (bottom <= top) continue;
-    surface.Text({0, top, MonthColumnWidth, bottom},
-                 names.abbreviatedMonths[grid.Span().MonthOfRow(row)], font, header_colours::Text,
-                 CentredFlags);
+    surface.Text({0, top, width, bottom}, names.abbreviatedMonths[scene.rule.span.MonthOfRow(row)],
+                 font, header_colours::Text, CentredFlags);
     if (rowBottom > visible.bottom) continue;
-    surface.Fill({0, rowBottom, MonthColumnWidth, rowBottom + geometry.pixel.height},
-                 header_colours::Edge);
+    surface.Fill({0, rowBottom, width, rowBottom + edge}, header_colours::Edge);
   }
 }
 

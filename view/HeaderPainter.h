@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/Surface.h"
-#include "view/YearGrid.h"
+#include "view/GridScene.h"
 #include "view/span/Locale.h"
 
 namespace velkor {
@@ -15,12 +15,12 @@ inline constexpr Colour Edge = Colour::FromRgb(200, 200, 196);
 
 /// Draws `picHeadCol`: the weekday above each column, as long a name as fits. Positions count from
 /// the header's top left corner, which stands above the grid's.
-void DrawHeaderRow(Surface& surface, const YearGrid& grid, const CalendarNames& names,
-                   const Font& font);
+void DrawHeaderRow(Surface& surface, const GridGeometry& geometry, const CalendarNames& names,
+                   const Font& font, Twips height = HeaderRowHeight);
 
 /// Draws `picHeadRow`: the month beside each row. Positions are the grid's own from top to bottom;
 /// a row that is only partly in sight has its name in the part that is.
-void DrawMonthColumn(Surface& surface, const YearGrid& grid, const CalendarNames& names,
-                     const Font& font, const Rect& visible);
+void DrawMonthColumn(Surface& surface, const GridScene& scene, const CalendarNames& names,
+                     const Font& font, const Rect& visible, Twips width = MonthColumnWidth);
 
 }  // namespace velkor

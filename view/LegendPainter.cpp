@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "view/Frame.h"
 #include "view/span/Globals.h"
 
 namespace velkor {
@@ -40,12 +41,12 @@ Rect LegendNameRect(const Rect& row) {
 }
 
 void DrawLegendRow(Surface& surface, const Category& category, const Font& font, const Rect& row,
-                   bool selected) {
+                   bool selected, Twips pen) {
   if (selected) surface.Fill(row, legend_colours::Selected);
   const Rect swatch{row.left + Margin, row.top + Margin / 2, row.left + Margin + SwatchWidth,
                     row.bottom - Margin / 2};
   surface.Fill(swatch, category.colour);
-  surface.Outline(swatch, selected ? colours::White : SwatchEdge, 1);
+  DrawFrame(surface, swatch, selected ? colours::White : SwatchEdge, pen);
   surface.Text(LegendNameRect(row), LegendText(category), font,
                selected ? colours::White : colours::Black, NameFlags);
 }

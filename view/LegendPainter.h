@@ -33,8 +33,9 @@ Rect LegendNameRect(const Rect& row);
 
 /// Draws one row into its rectangle; what stands behind it shows through unless it is selected. A
 /// name that is too long ends in an ellipsis.
+/// @param pen  of the swatch, as DrawFrame takes it
 void DrawLegendRow(Surface& surface, const Category& category, const Font& font, const Rect& row,
-                   bool selected);
+                   bool selected, Twips pen = 0);
 
 /// Draws the part `visible` of the legend, of its rows only those that lie in it.
 /// @param visible   counted from the top left corner of row 1

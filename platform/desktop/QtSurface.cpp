@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "support/TextLines.h"
 #include "support/TextPrefixes.h"
 
 namespace velkor {
@@ -28,6 +29,11 @@ QString Readable(std::string_view text) {
     std::replace_if(result.begin(), result.end(), isControl, QChar(u' '));
   }
   return result;
+}
+
+/// A line that is too high gives up the room above its letters before it loses their feet.
+int TopOfFirstLine(const PixelRect& rect, const QtFont& font) {
+  return rect.top - std::clamp(font.Height() - rect.Height(), 0, font.Leading());
 }
 
 }  // namespace
@@ -92,13 +98,15 @@ void QtSurface::Text(const Rect& rect, std::string_view text, const Font& font, 
   const QtFont& face = fonts_.For(font);
   Use(face, colour);
   const bool literal = (flags & text_flags::NoPrefix) != 0;
+  if ((flags & text_flags::WordBreak) != 0) {
+    if (literal) return DrawLines(pixels, text, face, flags);
+    return DrawLines(pixels, WithoutPrefixes(text), face, flags);
+  }
   QString all = Readable(literal ? text : WithoutPrefixes(text));
   if ((flags & text_flags::SingleLine) != 0 || !all.contains(u'\n')) {
     const bool centred = (flags & text_flags::VerticalCentre) != 0;
-    // A line that is too high gives up the room above its letters before it loses their feet.
-    const int excess = std::clamp(face.Height() - pixels.Height(), 0, face.Leading());
     const int top =
-        centred ? pixels.top + (pixels.Height() - face.Height()) / 2 : pixels.top - excess;
+        centred ? pixels.top + (pixels.Height() - face.Height()) / 2 : TopOfFirstLine(pixels, face);
     DrawLine(pixels, top, std::move(all), face, flags);
     return;
   }
@@ -108,6 +116,19 @@ void QtSurface::Text(const Rect& rect, std::string_view text, const Font& font, 
     DrawLine(pixels, top, line, face, flags);
     top += face.Height();
   }
+}
+
+void QtSurface::DrawLines(const PixelRect& rect, std::string_view text, const QtFont& font,
+                          TextFlags flags) {
+  const int end = views_.Clipped(rect).bottom;
+  const bool wholeLinesOnly = (flags & text_flags::EditControl) != 0;
+  int top = TopOfFirstLine(rect, font);
+  const auto widthOf = [&](std::string_view piece) { return font.Width(Readable(piece)); };
+  ForEachLine(text, rect.Width(), widthOf, [&](std::string_view line) {
+    DrawLine(rect, top, Readable(line), font, flags);
+    top += font.Height();
+    return top < end && !(wholeLinesOnly && top + font.Height() > rect.bottom);
+  });
 }
 
 void QtSurface::DrawLine(const PixelRect& rect, int top, QString line, const QtFont& font,
@@ -143,6 +164,18 @@ Extent QtSurface::Measure(std::string_view text, const Font& font) {
   const PixelSize pixel = Pixel();
   return {pixels * static_cast<double>(pixel.width),
           face.Height() * static_cast<double>(pixel.height)};
+}
+
+Extent QtSurface::MeasureLines(std::string_view text, const Font& font, Twips width,
+                               TextFlags flags) {
+  const QtFont& face = fonts_.For(font);
+  const bool literal = (flags & text_flags::NoPrefix) != 0;
+  const std::string all = literal ? std::string(text) : WithoutPrefixes(text);
+  const PixelSize pixel = Pixel();
+  const auto widthOf = [&](std::string_view piece) { return face.Width(Readable(piece)); };
+  const Extent pixels = LinesExtent(all, ToPixel(width, pixel.width), face.Height(), widthOf);
+  return {std::ceil(pixels.width - 1e-3) * static_cast<double>(pixel.width),
+          pixels.height * static_cast<double>(pixel.height)};
 }
 
 }  // namespace velkor

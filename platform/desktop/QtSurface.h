@@ -26,11 +26,14 @@ class QtSurface : public Surface {
   void Text(const Rect& rect, std::string_view text, const Font& font, Colour colour,
             TextFlags flags) override;
   Extent Measure(std::string_view text, const Font& font) override;
+  Extent MeasureLines(std::string_view text, const Font& font, Twips width,
+                      TextFlags flags) override;
   void EnterView(const Rect& clip, Point origin) override { views_.Enter(clip, origin); }
   void LeaveView() override { views_.Leave(); }
 
  private:
   void Paint(const PixelRect& area, Colour colour);
+  void DrawLines(const PixelRect& rect, std::string_view text, const QtFont& font, TextFlags flags);
   void DrawLine(const PixelRect& rect, int top, QString line, const QtFont& font, TextFlags flags);
   void Use(const QtFont& font, Colour colour);
 

@@ -6,6 +6,8 @@
 #include <cstdio>
 #include <stdexcept>
 
+#include "support/TextLines.h"
+#include "support/TextPrefixes.h"
 #include "support/values/Text.h"
 
 namespace velkor {
@@ -47,6 +49,12 @@ std::string Quoted(std::string_view text) {
     quoted.push_back(c);
   }
   return quoted + '"';
+}
+
+double CharacterCount(std::string_view text) {
+  int characters = 0;
+  for (; !text.empty(); ++characters) TakeCharacter(text);
+  return characters;
 }
 
 std::string Name(const Font& font) {
@@ -98,9 +106,17 @@ void RecordingSurface::Text(const Rect& rect, std::string_view text, const Font&
 
 Extent RecordingSurface::Measure(std::string_view text, const Font& font) {
   ++measured_;
-  int characters = 0;
-  for (; !text.empty(); ++characters) TakeCharacter(text);
-  return {characters * font.size * 20 / 2, font.size * 20 * 1.2};
+  return {CharacterCount(text) * font.size * 20 / 2, font.size * 20 * 1.2};
+}
+
+Extent RecordingSurface::MeasureLines(std::string_view text, const Font& font, Twips width,
+                                      TextFlags flags) {
+  ++measured_;
+  const bool literal = (flags & text_flags::NoPrefix) != 0;
+  const std::string all = literal ? std::string(text) : WithoutPrefixes(text);
+  const Twips character = font.size * 20 / 2;
+  return LinesExtent(all, width, font.size * 20 * 1.2,
+                     [&](std::string_view piece) { return CharacterCount(piece) * character; });
 }
 
 void RecordingSurface::EnterView(const Rect& clip, Point origin) {

@@ -24,7 +24,8 @@ namespace velkor {
 /// `bold`, the charset other than the default one and empty faces are shown only where they apply.
 /// In texts quotes and backslashes are escaped, control characters become \xHH.
 ///
-/// Text metrics: a line is size * 20 * 1.2 twips high, a character half its size wide.
+/// Text metrics: a line is size * 20 * 1.2 twips high, a character half its size wide. Texts are
+/// logged whole, whatever lines they are broken into.
 class RecordingSurface : public Surface {
  public:
   explicit RecordingSurface(PixelSize pixel = {}) : pixels_(pixel) {}
@@ -36,6 +37,8 @@ class RecordingSurface : public Surface {
   void Text(const Rect& rect, std::string_view text, const Font& font, Colour colour,
             TextFlags flags) override;
   Extent Measure(std::string_view text, const Font& font) override;
+  Extent MeasureLines(std::string_view text, const Font& font, Twips width,
+                      TextFlags flags) override;
   void EnterView(const Rect& clip, Point origin) override;
   void LeaveView() override;
 

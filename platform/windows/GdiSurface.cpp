@@ -119,4 +119,17 @@ Extent GdiSurface::Measure(std::string_view text, const Font& font) {
           metrics.tmHeight * static_cast<double>(Pixel().height)};
 }
 
+Extent GdiSurface::MeasureLines(std::string_view text, const Font& font, Twips width,
+                                TextFlags flags) {
+  if (text.empty()) return {};
+  Use(font);
+  const bool literal = (flags & text_flags::NoPrefix) != 0;
+  const std::wstring wide = ToWide(literal ? text : WithoutPrefixes(text));
+  RECT area{0, 0, ToPixel(width, Pixel().width), 0};
+  ::DrawTextW(dc_, wide.c_str(), static_cast<int>(wide.size()), &area,
+              flags | DT_NOPREFIX | DT_CALCRECT);
+  return {(area.right - area.left) * static_cast<double>(Pixel().width),
+          (area.bottom - area.top) * static_cast<double>(Pixel().height)};
+}
+
 }  // namespace velkor

@@ -23,6 +23,8 @@ class GdiSurface : public Surface {
   void Text(const Rect& rect, std::string_view text, const Font& font, Colour colour,
             TextFlags flags) override;
   Extent Measure(std::string_view text, const Font& font) override;
+  Extent MeasureLines(std::string_view text, const Font& font, Twips width,
+                      TextFlags flags) override;
   void EnterView(const Rect& clip, Point origin) override { views_.Enter(clip, origin); }
   void LeaveView() override { views_.Leave(); }
 

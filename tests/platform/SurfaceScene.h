@@ -112,4 +112,40 @@ inline void ExpectClippedText(const std::function<Colour(int x, int y)>& at, int
   EXPECT_EQ(spilled, 0);
 }
 
+/// Checks that lines are broken where there is no room, and that what is drawn takes the measured
+/// height. `inkBelow(flags, height)` draws Lines in 100 pixels by `height` and answers the
+/// number of rows down to the last one with ink.
+inline constexpr std::string_view Lines = "HH HH HH HHHHHHHHHHHHHHHH\rH\r\nH\nH\r";
+inline void ExpectLines(Surface& surface,
+                        const std::function<int(TextFlags flags, int height)>& inkBelow) {
+  constexpr TextFlags Wrapped =
+      text_flags::WordBreak | text_flags::NoPrefix | text_flags::EditControl;
+  const Font font{"", 12};
+  const Twips width = 100 * TwipsPerPixel;
+  const auto linesOf = [&](std::string_view text) {
+    const Twips one = surface.Measure("H", font).height;
+    return surface.MeasureLines(text, font, width, Wrapped).height / one;
+  };
+  EXPECT_EQ(linesOf("H"), 1);
+  EXPECT_EQ(linesOf("H\r"), 1) << "a line end that ends the text";
+  EXPECT_EQ(linesOf("H\r\rH"), 3) << "an empty line";
+  EXPECT_EQ(linesOf("H\rH\r\nH\nH"), 4);
+  EXPECT_EQ(linesOf("HH HH HH HH HH HH"), 2);
+  EXPECT_EQ(linesOf("HH HHHHHHHH"), 2) << "a word without room beside another";
+  EXPECT_GE(linesOf("HHHHHHHHHHHHHHHH"), 2) << "a word wider than the line";
+  EXPECT_LE(surface.MeasureLines(Lines, font, width, Wrapped).width, width);
+
+  const int line = static_cast<int>(surface.Measure("H", font).height / TwipsPerPixel);
+  const int all = static_cast<int>(linesOf(Lines));
+  const int whole = inkBelow(Wrapped, 200);
+  EXPECT_GT(whole, (all - 1) * line);
+  EXPECT_LE(whole, all * line);
+  // Two lines and most of the third.
+  const int partial = 3 * line - 3;
+  EXPECT_LE(inkBelow(Wrapped, partial), 2 * line);
+  EXPECT_GT(inkBelow(Wrapped & ~text_flags::EditControl, partial), 2 * line);
+  EXPECT_LE(inkBelow(Wrapped & ~text_flags::EditControl, partial), partial);
+  EXPECT_GT(inkBelow(Wrapped, line - 3), 0) << "a first line that is visible in part";
+}
+
 }  // namespace velkor::scene

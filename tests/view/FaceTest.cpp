@@ -83,7 +83,7 @@ TEST(HeaderPainter, WeekdaysStandOverTheirColumnsFromSundayAsLongAsTheyFit) {
        {std::tuple(270, "\"Sun\"", "\"Mon\""), std::tuple(269, "\"S\"", "\"M\"")}) {
     const YearGrid grid = SampleGrid({}, {}, 300, columnWidth);
     RecordingSurface surface;
-    DrawHeaderRow(surface, grid, names, Font{});
+    DrawHeaderRow(surface, grid.Geometry(), names, Font{});
     const auto texts = surface.Calls("text");
     ASSERT_EQ(texts.size(), 37U);
     EXPECT_THAT(texts[0], HasSubstr(sunday));
@@ -100,7 +100,7 @@ TEST(HeaderPainter, MonthsStandBesideTheirRowsInThePartThatIsInSight) {
   const YearGrid grid = SampleGrid({}, {}, 300, 300, {2005, 7});
   RecordingSurface surface;
   // Rows are 1200 high: the end of row 6 and the beginning of row 7.
-  DrawMonthColumn(surface, grid, names, Font{}, {0, 7000, 405, 7500});
+  DrawMonthColumn(surface, SceneOf(grid), names, Font{}, {0, 7000, 405, 7500});
   const auto texts = surface.Calls("text");
   ASSERT_EQ(texts.size(), 2U);
   EXPECT_THAT(texts[0], HasSubstr("text 0 7000 405 7200 \"Dec\""));

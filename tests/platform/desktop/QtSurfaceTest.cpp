@@ -110,6 +110,18 @@ TEST(QtSurface, MeasuresWhatItDraws) {
   });
 }
 
+TEST(QtSurface, BreaksLinesAndMeasuresThem) {
+  Drawn(10, 10, 1, [](Surface& measuring) {
+    scene::ExpectLines(measuring, [](TextFlags flags, int height) {
+      const QImage image = Drawn(100, 220, 1, [&](Surface& surface) {
+        surface.Text(scene::InPixels(0, 0, 100, height), scene::Lines, {"", 12}, colours::Black,
+                     flags);
+      });
+      return LastInk(image.transformed(QTransform().rotate(-90))) + 1;
+    });
+  });
+}
+
 TEST(QtSurface, LeavesOutWhatCannotBeDrawn) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   const QImage image = Drawn(20, 20, 1, [&](Surface& surface) {

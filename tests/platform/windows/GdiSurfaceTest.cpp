@@ -88,6 +88,21 @@ TEST(GdiSurface, MeasuresWhatItDraws) {
   EXPECT_EQ(surface.Measure("", {"", 7}).width, 0);
 }
 
+TEST(GdiSurface, BreaksLinesAndMeasuresThem) {
+  const DibSection picture(100, 220);
+  GdiSurface surface(picture.Dc());
+  scene::ExpectLines(surface, [&](TextFlags flags, int height) {
+    surface.Fill(scene::InPixels(0, 0, 100, 220), colours::White);
+    surface.Text(scene::InPixels(0, 0, 100, height), scene::Lines, {"", 12}, colours::Black, flags);
+    for (int y = 219; y >= 0; --y) {
+      for (int x = 0; x < 100; ++x) {
+        if (picture.At(x, y) != colours::White) return y + 1;
+      }
+    }
+    return 0;
+  });
+}
+
 TEST(GdiSurface, LeavesOutWhatCannotBeDrawn) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   const DibSection picture(20, 20);
