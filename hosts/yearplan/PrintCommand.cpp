@@ -63,7 +63,7 @@ std::string LegendOf(const LegendSlice& slice, const CategoryTable& categories) 
   if (slice.last < slice.first) return "none";
   std::string all;
   for (int i = slice.first; i <= slice.last; ++i) {
-    all += (i == slice.first ? "" : ", ") + categories.Name(i);
+    all += (i == slice.first ? "" : ", ") + categories.At(i).name;
   }
   return all;
 }

@@ -114,6 +114,10 @@ class KeptPage : public Surface {
   Extent Measure(std::string_view text, const Font& font) override {
     return measuring_.Page().Measure(text, font);
   }
+  Extent MeasureLines(std::string_view text, const Font& font, Twips width,
+                      TextFlags flags) override {
+    return measuring_.Page().MeasureLines(text, font, width, flags);
+  }
   void EnterView(const Rect& clip, Point origin) override {
     Keep([=](Surface& on) { on.EnterView(clip, origin); });
   }
