@@ -22,22 +22,35 @@ std::string_view FirstCharacter(std::string_view text) {
   return text.substr(0, text.size() - rest.size());
 }
 
+using Captions = std::array<std::string_view, DaysOfWeek>;
+
+bool Fit(Surface& surface, const Captions& captions, const Font& font, Twips width) {
+  return std::all_of(captions.begin(), captions.end(), [&](std::string_view caption) {
+    return surface.Measure(caption, font).width <= width;
+  });
+}
+
+Captions Initials(const CalendarNames& names) {
+  Captions captions;
+  std::transform(names.abbreviatedDays.begin(), names.abbreviatedDays.begin() + DaysOfWeek,
+                 captions.begin(), FirstCharacter);
+  return captions;
+}
+
 /// The seven captions from Sunday on: the abbreviated names if all of them fit, else initials, else
 /// nothing.
-std::array<std::string_view, DaysOfWeek> WeekdayCaptions(Surface& surface,
-                                                         const CalendarNames& names,
-                                                         const Font& font, Twips width) {
-  std::array<std::string_view, DaysOfWeek> captions;
+Captions WeekdayCaptions(Surface& surface, const CalendarNames& names, const Font& font,
+                         Twips width) {
+  Captions captions;
   std::copy_n(names.abbreviatedDays.begin(), DaysOfWeek, captions.begin());
-  const auto fit = [&] {
-    return std::all_of(captions.begin(), captions.end(), [&](std::string_view caption) {
-      return surface.Measure(caption, font).width <= width;
-    });
-  };
-  if (fit()) return captions;
-  std::transform(captions.begin(), captions.end(), captions.begin(), FirstCharacter);
-  if (!fit()) captions.fill({});
+  if (Fit(surface, captions, font, width)) return captions;
+  captions = Initials(names);
+  if (!Fit(surface, captions, font, width)) captions.fill({});
   return captions;
+}
+
+Twips CaptionWidth(const GridGeometry& geometry) {
+  return geometry.ColumnWidth - 2 * Twips{geometry.pixel.width};
 }
 
 }  // namespace
@@ -45,14 +58,18 @@ std::array<std::string_view, DaysOfWeek> WeekdayCaptions(Surface& surface,
 void DrawHeaderRow(Surface& surface, const GridGeometry& geometry, const CalendarNames& names,
                    const Font& font, Twips height) {
   surface.Fill({0, 0, static_cast<Twips>(geometry.GridWidth), height}, header_colours::Back);
-  const Twips margin = 2 * Twips{geometry.pixel.width};
-  const auto captions = WeekdayCaptions(surface, names, font, geometry.ColumnWidth - margin);
+  const Captions captions = WeekdayCaptions(surface, names, font, CaptionWidth(geometry));
   for (int column = 1; column <= GridColumns; ++column) {
     const Rect cell{geometry.ColumnEdge(column - 1), 0, geometry.ColumnEdge(column), height};
     if (IsWeekend(column)) surface.Fill(cell, grid_colours::Weekend);
     surface.Text(cell, captions[(column - 1) % DaysOfWeek], font, header_colours::Text,
                  CentredFlags);
   }
+}
+
+bool WeekdayInitialsFit(Surface& surface, const GridGeometry& geometry, const CalendarNames& names,
+                        const Font& font) {
+  return Fit(surface, Initials(names), font, CaptionWidth(geometry));
 }
 
 void DrawMonthColumn(Surface& surface, const GridScene& scene, const CalendarNames& names,

@@ -18,6 +18,10 @@ inline constexpr Colour Edge = Colour::FromRgb(200, 200, 196);
 void DrawHeaderRow(Surface& surface, const GridGeometry& geometry, const CalendarNames& names,
                    const Font& font, Twips height = HeaderRowHeight);
 
+/// True when a column has room for the first character of every weekday.
+bool WeekdayInitialsFit(Surface& surface, const GridGeometry& geometry, const CalendarNames& names,
+                        const Font& font);
+
 /// Draws `picHeadRow`: the month beside each row. Positions are the grid's own from top to bottom;
 /// a row that is only partly in sight has its name in the part that is.
 void DrawMonthColumn(Surface& surface, const GridScene& scene, const CalendarNames& names,
