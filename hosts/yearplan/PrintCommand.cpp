@@ -102,6 +102,10 @@ void Print(const CommandLine& line, std::ostream& out, std::ostream& messages) {
   if (const auto& failure = document.Plan().failure) {
     throw Error(errors::InvalidProcedureCall, OneLine(failure->message, "\n"));
   }
+  if (!(document.Plan().geometry.columnWidth > 0)) {
+    throw Error(errors::InvalidProcedureCall,
+                "Margins and legend leave no room for the days across the page");
+  }
   if (task.pages) return TellPages(task, year, document, out);
   const std::string caption = YearCaption(year.grid.Span().ViewYear);
   document.Print(printer, caption);

@@ -70,6 +70,7 @@ TEST_F(PrintCommand, FailuresAreToldAndLeaveTheOlderFile) {
       {{"-o", "a.pdf", "--min-band-height", "150"}, 1, "will not all fit onto the page\n"},
       {{"-o", "a.pdf", "--margins", "9999"}, 1, "will not"},
       {{"-o", "a.pdf", "--margins", "20,150,20,150"}, 1, "will not"},
+      {{"-o", "a.pdf", "--legend-width", "500"}, 1, "no room for the days"},
       {{"-o", "absent/a.pdf"}, 1, "absent/a.pdf"},
       {{"-o", "link.pdf"}, 1, "the calendar itself"},
       {{"-o", "a.png"}, 2, ".pdf"},
