@@ -19,11 +19,12 @@ constexpr int LeastSide = 200;
 constexpr int LeastYear = 100;
 constexpr int MostYear = 9999;
 
-constexpr std::array<std::pair<std::string_view, Command>, 5> Commands{{
+constexpr std::array<std::pair<std::string_view, Command>, 6> Commands{{
     {"render", Command::Render},
     {"refresh", Command::Refresh},
     {"inspect", Command::Inspect},
     {"export", Command::Export},
+    {"print", Command::Print},
     {"categories", Command::Categories},
 }};
 
@@ -42,6 +43,8 @@ constexpr const char* Description =
     "  yearplan export CALENDAR -o FILE        write categories and appointments to an XML\n"
     "                                          file, over an earlier one; --from and --to\n"
     "                                          tell of which years\n"
+    "  yearplan print CALENDAR -o FILE.pdf     print the year to a PDF file, page by page\n"
+    "  yearplan print CALENDAR --pages         tell what each page would hold\n"
     "  yearplan categories CALENDAR [list]     print colour and name of each category\n"
     "  yearplan categories CALENDAR new NAME   add a category, in blue\n"
     "  yearplan categories CALENDAR rename OLD NEW\n"
@@ -83,7 +86,8 @@ void AddOptions(QCommandLineParser& parser) {
        "The year in which the twelve months begin, 100 to 9999; without it, today's.",
        "year"},
       {{"o", names::Output},
-       "render: the picture, ending in .png, .svg or .pdf. export: the XML file.",
+       "render: the picture, ending in .png, .svg or .pdf. export: the XML file. print: the PDF "
+       "file.",
        "file"},
       {names::Cache, "inspect: read this cache file instead of a calendar.", "file"},
       {names::Json, "inspect: print JSON, the only format."},
@@ -111,6 +115,7 @@ void AddOptions(QCommandLineParser& parser) {
        "WxH", "1920x1200"},
       {"today", "The day to mark instead of today, as in 2026-07-01.", "date"},
   });
+  AddPrintOptions(parser);
 }
 
 int WholeNumber(const QString& text, const char* option, int least, int most) {
@@ -172,21 +177,21 @@ struct OptionUse {
 const std::vector<OptionUse>& OptionUses() {
   using enum Command;
   static const std::vector<OptionUse> uses{
-      {names::Output, {Render, Export}},
+      {names::Output, {Render, Export, Print}},
       {names::Cache, {Inspect}},
       {names::Json, {Inspect}},
       {names::PointOption, {Inspect}},
       {names::From, {Export}},
       {names::To, {Export}},
       {names::CategoriesOnly, {Export}},
-      {"year", {Open, Render, Refresh, Inspect}},
-      {"no-all-events", {Open, Render, Refresh, Inspect}},
+      {"year", {Open, Render, Refresh, Inspect, Print}},
+      {"no-all-events", {Open, Render, Refresh, Inspect, Print}},
       {"no-subjects", {Open, Render, Refresh, Inspect}},
       {"size", {Open, Render, Refresh, Inspect}},
-      {"today", {Open, Render, Refresh, Inspect}},
-      {"first-month", {Open, Render, Refresh, Inspect, Export}},
-      {"filter", {Open, Render, Refresh, Inspect, Export}},
-      {"match-all", {Open, Render, Refresh, Inspect, Export}},
+      {"today", {Open, Render, Refresh, Inspect, Print}},
+      {"first-month", {Open, Render, Refresh, Inspect, Export, Print}},
+      {"filter", {Open, Render, Refresh, Inspect, Export, Print}},
+      {"match-all", {Open, Render, Refresh, Inspect, Export, Print}},
   };
   return uses;
 }
@@ -202,18 +207,26 @@ std::string CommandNames(const std::vector<Command>& commands) {
   return (count == 1 ? "the command " : "the commands ") + all;
 }
 
-void CheckOptions(const QCommandLineParser& parser, Command command) {
-  for (const auto& [option, commands] : OptionUses()) {
-    const bool fits = std::find(commands.begin(), commands.end(), command) != commands.end();
-    if (!fits && parser.isSet(option)) {
-      throw UsageError(std::string("--") + option + " belongs to " + CommandNames(commands));
-    }
+void CheckUse(const QCommandLineParser& parser, Command command, const OptionUse& use) {
+  const auto& [option, commands] = use;
+  const bool fits = std::find(commands.begin(), commands.end(), command) != commands.end();
+  if (!fits && parser.isSet(option)) {
+    throw UsageError(std::string("--") + option + " belongs to " + CommandNames(commands));
   }
+}
+
+void CheckOptions(const QCommandLineParser& parser, Command command) {
+  for (const OptionUse& use : OptionUses()) CheckUse(parser, command, use);
+  for (const char* option : PrintOptionNames())
+    CheckUse(parser, command, {option, {Command::Print}});
   if (command == Command::Render && !parser.isSet(names::Output)) {
     throw UsageError("render needs -o and the name of the picture");
   }
   if (command == Command::Export && parser.value(names::Output).isEmpty()) {
     throw UsageError("export needs -o and the name of the XML file");
+  }
+  if (command == Command::Print && parser.isSet(names::Output) == parser.isSet("pages")) {
+    throw UsageError("print needs either -o and the name of the PDF file, or --pages");
   }
   if (command == Command::Inspect && !parser.isSet(names::Json)) {
     throw UsageError("inspect needs --json");
@@ -282,6 +295,7 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   line.firstMonth = WholeNumber(parser.value("first-month"), "first-month", 1, 12);
   CheckSpan(line.year, line.firstMonth);
   ReadExportYears(parser, line);
+  line.printTask = ReadPrintTask(parser, line.firstMonth);
   line.categoriesOnly = parser.isSet(names::CategoriesOnly);
   if (parser.isSet("today")) {
     line.today = ParseIso(parser.value("today").toStdString());

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "hosts/yearplan/CategoryTask.h"
+#include "hosts/yearplan/PrintTask.h"
 #include "support/values/Date.h"
 #include "support/values/Twips.h"
 #include "view/YearGrid.h"
@@ -21,6 +22,7 @@ enum class Command {
   Refresh,
   Inspect,
   Export,
+  Print,
   Categories,
   Help,
   Version,
@@ -32,7 +34,7 @@ struct CommandLine {
   /// open last.
   std::string calendar;
   std::string cacheFile;
-  /// The picture that `render` draws, the document that `export` writes.
+  /// The picture that `render` draws, the document that `export` or `print` writes.
   std::string output;
   /// None: the year that today lies in.
   std::optional<int> year;
@@ -42,6 +44,7 @@ struct CommandLine {
   std::optional<int> toYear;
   bool categoriesOnly = false;
   CategoryTask categoryTask;
+  PrintTask printTask;
   int firstMonth = 1;
   GridOptions grid;
   std::string titleName;

@@ -10,6 +10,7 @@
 #include "hosts/yearplan/CalendarSession.h"
 #include "hosts/yearplan/CategoriesCommand.h"
 #include "hosts/yearplan/ExportCommand.h"
+#include "hosts/yearplan/PrintCommand.h"
 #include "platform/desktop/PictureFile.h"
 #include "support/values/Error.h"
 #include "tools/LayoutJson.h"
@@ -111,6 +112,8 @@ void RunCommand(const CommandLine& line, std::ostream& out, std::ostream& messag
       return Inspect(line, out, messages);
     case Command::Export:
       return Export(line, out, messages);
+    case Command::Print:
+      return Print(line, out, messages);
     case Command::Categories:
       return Categories(line, out, messages);
     case Command::Help:

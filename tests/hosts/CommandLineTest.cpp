@@ -35,6 +35,85 @@ TEST(CommandLine, OptionsMayStandAnywhere) {
   EXPECT_EQ(line.points[1].y, 4);
 }
 
+TEST(CommandLine, PrintsAYearOnLandscapeA4UnlessToldOtherwise) {
+  const PrintTask plain = ParseCommandLine({"print", "a.ics", "-o", "a.pdf"}).printTask;
+  const PrintOptionSet defaults;
+  EXPECT_EQ(plain.paper, device_mode::PaperA4);
+  EXPECT_EQ(plain.orientation, device_mode::Landscape);
+  EXPECT_EQ(plain.options.LeftMargin, defaults.LeftMargin);
+  EXPECT_EQ(plain.options.LegendWidth, defaults.LegendWidth);
+  EXPECT_EQ(plain.options.MinBands, defaults.MinBands);
+  EXPECT_EQ(plain.options.MinBandHeight, defaults.MinBandHeight);
+  EXPECT_EQ(plain.options.EndMonth, 12);
+
+  const PrintTask task = ParseCommandLine({"print",
+                                           "a.ics",
+                                           "--pages",
+                                           "--first-month",
+                                           "7",
+                                           "--paper",
+                                           "letter",
+                                           "--portrait",
+                                           "--months",
+                                           "oct-3",
+                                           "--margins",
+                                           "1, 2.5,3,0",
+                                           "--subjects",
+                                           "--multiline",
+                                           "--no-legend-repeat",
+                                           "--min-bands",
+                                           "0",
+                                           "--min-band-height",
+                                           "10",
+                                           "--legend-width",
+                                           "50"})
+                             .printTask;
+  EXPECT_TRUE(task.pages);
+  EXPECT_EQ(task.paper, device_mode::PaperLetter);
+  EXPECT_EQ(task.orientation, device_mode::Portrait);
+  EXPECT_EQ(task.options.StartMonth, 10);
+  EXPECT_EQ(task.options.EndMonth, 3);
+  EXPECT_EQ(task.options.LeftMargin, 57);
+  EXPECT_EQ(task.options.TopMargin, 142);
+  EXPECT_EQ(task.options.RightMargin, 170);
+  EXPECT_EQ(task.options.BottomMargin, 0);
+  EXPECT_TRUE(task.options.VisibleText);
+  EXPECT_EQ(task.options.PrintFormat, print_formats::Multiline);
+  EXPECT_FALSE(task.options.ReprintLegend);
+  EXPECT_EQ(task.options.MinBands, 1);
+  EXPECT_FLOAT_EQ(task.options.MinBandHeight, 567);
+  EXPECT_EQ(task.options.LegendWidth, 2835);
+}
+
+TEST(CommandLine, PrintOptionsThatMakeNoSenseAreNamed) {
+  const std::pair<std::vector<std::string>, const char*> wrong[] = {
+      {{}, "--pages"},
+      {{"-o", "a.pdf", "--pages"}, "either -o"},
+      {{"--pages", "--landscape", "--portrait"}, "not both"},
+      {{"--pages", "--multiline"}, "--subjects"},
+      {{"--pages", "--paper", "A"}, "Tabloid"},
+      {{"--pages", "--months", "Oct-Mar"}, "from January to December"},
+      {{"--pages", "--months", "1-2-3"}, "1-2-3"},
+      {{"--pages", "--months", ""}, "--months"},
+      {{"--pages", "--months", "Ja"}, "Ja"},
+      {{"--pages", "--months", "13"}, "13"},
+      {{"--pages", "--margins", "1,2"}, "20,15,20,15"},
+      {{"--pages", "--margins", "1,,2,3"}, "1,,2,3"},
+      {{"--pages", "--margins", "-1"}, "-1"},
+      {{"--pages", "--legend-width", "nan"}, "nan"},
+      {{"--pages", "--min-bands", "32767"}, "32767"},
+      {{"--pages", "--min-band-height", "1e9"}, "1e9"},
+      {{"--pages", "--size", "800x600"}, "--size"},
+  };
+  for (const auto& [options, words] : wrong) {
+    std::vector<std::string> arguments{"print", "a.ics"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    EXPECT_THAT(WhatIsWrong(arguments), HasSubstr(words));
+  }
+  EXPECT_THAT(WhatIsWrong({"render", "a.ics", "-o", "a.png", "--paper", "A4"}),
+              HasSubstr("--paper belongs to the command print"));
+}
+
 TEST(CommandLine, WhatMakesNoSenseIsNamed) {
   const std::pair<std::vector<std::string>, const char*> cases[] = {
       {{"refresh"}, "Which calendar"},

@@ -1,0 +1,117 @@
+// hosts/yearplan/PrintCommand.cpp: the year on the pages of a PDF file.
+#include "hosts/yearplan/PrintCommand.h"
+
+#include <QFileInfo>
+#include <algorithm>
+#include <cstdio>
+#include <ostream>
+
+#include "hosts/yearplan/CalendarSession.h"
+#include "platform/desktop/PdfPrinter.h"
+#include "print/PrintDocument.h"
+#include "support/values/Error.h"
+#include "view/Face.h"
+
+namespace velkor {
+namespace {
+
+/// Without the line ends that the page needs.
+std::string OneLine(std::string text, const std::string& between) {
+  while (!text.empty() && text.back() == '\r') text.pop_back();
+  std::string line;
+  for (const char c : text) {
+    if (c == '\r' || c == '\n') {
+      if (!line.ends_with(between)) line += between;
+    } else {
+      line += c;
+    }
+  }
+  return line;
+}
+
+void CheckTarget(const CommandLine& line) {
+  if (line.printTask.pages) return;
+  const QFileInfo output(QString::fromStdString(line.output));
+  if (output.suffix().toLower() != "pdf") {
+    throw UsageError("print writes a file that ends in .pdf, unlike \"" + line.output + "\"");
+  }
+  const QString target = output.canonicalFilePath();
+  if (!target.isEmpty() &&
+      target == QFileInfo(QString::fromStdString(line.calendar)).canonicalFilePath()) {
+    throw Error(errors::BadFileName, line.output + " is the calendar itself; nothing was written");
+  }
+}
+
+std::string Millimetres(double twips) {
+  constexpr double TwipsPerMillimetre = 56.7;
+  std::array<char, 32> text{};
+  std::snprintf(text.data(), text.size(), "%.1f mm", twips / TwipsPerMillimetre);
+  return text.data();
+}
+
+/// "March to May 2026", "none".
+std::string MonthsOf(const PageMonths& months, const YearGrid& grid, const CalendarNames& names) {
+  if (months.last < months.first) return "none";
+  const auto name = [&](int row) {
+    return names.months.at(static_cast<std::size_t>(grid.Span().MonthOfRow(row)));
+  };
+  const std::string first = name(months.first);
+  return months.first == months.last ? first : first + " to " + name(months.last);
+}
+
+std::string LegendOf(const LegendSlice& slice, const CategoryTable& categories) {
+  if (slice.last < slice.first) return "none";
+  std::string all;
+  for (int i = slice.first; i <= slice.last; ++i) {
+    all += (i == slice.first ? "" : ", ") + categories.At(i).name;
+  }
+  return all;
+}
+
+void TellPages(const PrintTask& task, const PlannedYear& year, const PrintDocument& document,
+               std::ostream& out) {
+  const PagePlan& plan = document.Plan();
+  out << "Title: " << OneLine(document.Title(), " / ") << '\n'
+      << "Row height: " << Millimetres(static_cast<double>(plan.bandHeight)) << '\n';
+  const int count = static_cast<int>(plan.pages.size());
+  for (int page = 1; page <= count; ++page) {
+    const LegendSlice legend = LegendOfPage(plan, page, task.options.ReprintLegend);
+    out << PrintStatus(page, count, task.orientation, task.paper) << '\n'
+        << "  months: "
+        << MonthsOf(plan.pages[static_cast<std::size_t>(page) - 1], year.grid, year.names) << '\n'
+        << "  legend: " << LegendOf(legend, year.grid.Categories()) << '\n';
+  }
+}
+
+}  // namespace
+
+void Print(const CommandLine& line, std::ostream& out, std::ostream& messages) {
+  CheckTarget(line);
+  const PrintTask& task = line.printTask;
+  const PlannedYear year = CalendarSession(line, messages).Plan();
+  const QFileInfo target(QString::fromStdString(line.output));
+  PdfPrinter printer(target.absoluteFilePath().toStdString());
+  printer.Apply({.device = {},
+                 .driver = {},
+                 .port = {},
+                 .orientation = task.orientation,
+                 .paperSize = task.paper});
+
+  PrintDocument document(year.grid, year.names);
+  document.LayOut(task.options, printer.PageSize(), printer.MeasuringSurface());
+  if (const auto& failure = document.Plan().failure) {
+    throw Error(errors::InvalidProcedureCall, OneLine(failure->message, "\n"));
+  }
+  if (!(document.Plan().geometry.columnWidth > 0)) {
+    throw Error(errors::InvalidProcedureCall,
+                "Margins and legend leave no room for the days across the page");
+  }
+  if (task.pages) return TellPages(task, year, document, out);
+  const std::string caption = YearCaption(year.grid.Span().ViewYear);
+  document.Print(printer, caption);
+  const std::size_t pages = document.Plan().pages.size();
+  out << caption << ", " << pages << (pages == 1 ? " page: " : " pages: ")
+      << target.absoluteFilePath().toStdString() << '\n';
+}
+
+}  // namespace velkor

@@ -1,0 +1,51 @@
+// platform/desktop/QtPages.h: pages of a Qt device as surfaces, and texts measured for them.
+#pragma once
+
+#include <QImage>
+#include <QPagedPaintDevice>
+#include <QPainter>
+#include <optional>
+
+#include "platform/desktop/QtSurface.h"
+
+namespace velkor {
+
+/// Logical pixel of a page, 288 to the inch: fonts of whole points have a whole number of them, and
+/// a line one pixel wide is thin but never lost.
+inline constexpr PixelSize PagePixel{5, 5};
+
+/// Begins with the first page. Throws Error (DeviceInputOutput) where the device fails.
+class QtPages {
+ public:
+  /// @param device  with its layout set; outlives this
+  /// @param resolution  its units for an inch
+  QtPages(QPagedPaintDevice& device, int resolution);
+
+  Surface& Page() { return *surface_; }
+  void NewPage();
+  /// Hands everything to the device; no page is valid after it.
+  void End();
+
+ private:
+  void BeginPage();
+
+  QPagedPaintDevice& device_;
+  double scale_;
+  QPainter painter_;
+  std::optional<QtSurface> surface_;
+};
+
+/// Measures as every QtPages draws. What is drawn on it is lost.
+class QtMeasuringPage {
+ public:
+  QtMeasuringPage() : painter_(&image_), surface_(painter_, PagePixel) {}
+
+  Surface& Page() { return surface_; }
+
+ private:
+  QImage image_{1, 1, QImage::Format_RGB32};
+  QPainter painter_;
+  QtSurface surface_;
+};
+
+}  // namespace velkor

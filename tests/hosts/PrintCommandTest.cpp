@@ -1,0 +1,90 @@
+// tests/hosts/PrintCommandTest.cpp: `yearplan print` as its users start it.
+#include <gmock/gmock.h>
+
+#include <QDir>
+#include <QStandardPaths>
+
+#include "tests/hosts/YearplanCase.h"
+#include "tests/platform/desktop/CalendarText.h"
+
+namespace velkor {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+class PrintCommand : public Yearplan {
+ protected:
+  void SetUp() override { Write("team.ics", Calendar(40)); }
+
+  Outcome Print(const QStringList& options) const {
+    return Run(QStringList{"print", "team.ics", "--year", "2026"} + options);
+  }
+  std::string Output(const char* program, const QStringList& arguments) const {
+    QProcess process;
+    process.setWorkingDirectory(Path(""));
+    process.start(program, arguments);
+    EXPECT_TRUE(process.waitForFinished() && process.exitCode() == 0) << program;
+    return process.readAllStandardOutput().toStdString();
+  }
+};
+
+TEST_F(PrintCommand, WritesPagesWithTitleMonthsLegendAndSubjects) {
+  if (QStandardPaths::findExecutable("pdftotext").isEmpty()) GTEST_SKIP() << "no PDF tools";
+  const Outcome outcome = Print({"-o", "a.PDF", "--header", "Räume", "--subjects"});
+  EXPECT_EQ(outcome.code, 0) << outcome.messages;
+  EXPECT_EQ(outcome.out, "Year 2026, 1 page: " + Path("a.PDF").toStdString() + "\n");
+  EXPECT_THAT(Output("pdfinfo", {"a.PDF"}), HasSubstr("842 x 595 pts (A4)"));
+  const std::string plain = Output("pdftotext", {"a.PDF", "-"});
+  EXPECT_THAT(plain, AllOf(HasSubstr("Year 2026"), HasSubstr("Räume"), HasSubstr("Dec")));
+  Print({"-o", "b.pdf", "--paper", "letter", "--portrait", "--months", "Mar-Oct",
+         "--min-band-height", "12"});
+  EXPECT_THAT(Output("pdfinfo", {"b.pdf"}), HasSubstr("612 x 792 pts (letter)"));
+  const std::string pages = Output("pdftotext", {"b.pdf", "-"});
+  EXPECT_THAT(pages, AllOf(HasSubstr("Oct"), Not(HasSubstr("Nov")), HasSubstr("\f")));
+}
+
+TEST_F(PrintCommand, TellsThePagesWithoutAFile) {
+  const Outcome one = Print({"--pages", "--months", "3-4", "--header", "Rooms"});
+  EXPECT_EQ(one.code, 0) << one.messages;
+  EXPECT_THAT(one.out, AllOf(HasSubstr("Title: Year 2026 / Rooms\n"),
+                             HasSubstr("Page 1 of 1  Landscape A4, 210 x 297 mm\n"),
+                             HasSubstr("months: March to April\n")));
+  const Outcome many = Print({"--pages", "--min-band-height", "12", "--no-legend-repeat",
+                              "--first-month", "7", "--portrait"});
+  EXPECT_THAT(many.out,
+              AllOf(HasSubstr("Row height: 12.0 mm\n"), HasSubstr("Page 2 of "),
+                    HasSubstr("months: July"), HasSubstr("June\n"), HasSubstr("legend: none\n")));
+  EXPECT_EQ(QDir(Path("")).entryList({"*.pdf"}).size(), 0);
+}
+
+TEST_F(PrintCommand, FailuresAreToldAndLeaveTheOlderFile) {
+  Write("a.pdf", "older");
+  ASSERT_TRUE(QFile::link(Path("team.ics"), Path("link.pdf")));
+  const struct {
+    QStringList options;
+    int code;
+    const char* words;
+  } failures[] = {
+      {{"-o", "a.pdf", "--min-band-height", "150"}, 1, "will not all fit onto the page\n"},
+      {{"-o", "a.pdf", "--margins", "9999"}, 1, "will not"},
+      {{"-o", "a.pdf", "--margins", "20,150,20,150"}, 1, "will not"},
+      {{"-o", "a.pdf", "--legend-width", "500"}, 1, "no room for the days"},
+      {{"-o", "absent/a.pdf"}, 1, "absent/a.pdf"},
+      {{"-o", "link.pdf"}, 1, "the calendar itself"},
+      {{"-o", "a.png"}, 2, ".pdf"},
+      {{"-o", "a.pdf", "--paper", "A99"}, 2, "Letter"},
+  };
+  for (const auto& [options, code, words] : failures) {
+    const Outcome outcome = Print(options);
+    EXPECT_EQ(outcome.code, code) << words;
+    EXPECT_EQ(outcome.out, "") << words;
+    EXPECT_THAT(outcome.messages, HasSubstr(words));
+  }
+  EXPECT_EQ(Bytes(Path("a.pdf")), "older");
+  EXPECT_TRUE(Bytes(Path("team.ics")).startsWith("BEGIN:VCALENDAR"));
+}
+
+}  // namespace
+}  // namespace velkor

@@ -1,0 +1,151 @@
+// tests/platform/desktop/QtPrinterTest.cpp: PDF files as printed, paper by its codes, and a desktop
+// without printers.
+#include "platform/desktop/QtPrinter.h"
+
+#include <gmock/gmock.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QPrinterInfo>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+#include "platform/desktop/PaperSizes.h"
+#include "support/values/Error.h"
+
+namespace velkor {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr Colour Green = Colour::FromRgb(0, 128, 0);
+
+PrinterSettings PaperOf(int paper, int orientation) {
+  return {.device = {}, .driver = {}, .port = {}, .orientation = orientation, .paperSize = paper};
+}
+
+class Pdf : public testing::Test {
+ protected:
+  QTemporaryDir folder_;
+
+  std::string Path(const char* name) const { return folder_.filePath(name).toStdString(); }
+  QByteArray Bytes(const char* name) const {
+    QFile file(folder_.filePath(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+  std::string Output(const char* program, const QStringList& arguments) const {
+    QProcess process;
+    process.setWorkingDirectory(folder_.path());
+    process.start(program, arguments);
+    EXPECT_TRUE(process.waitForFinished() && process.exitCode() == 0) << program;
+    return process.readAllStandardOutput().toStdString();
+  }
+  bool HasTools() const { return !QStandardPaths::findExecutable("pdftotext").isEmpty(); }
+
+  /// A bar of 2 inches and a word on the first page, a word on the second one.
+  static void Draw(PrintJob& job) {
+    const Font font{.face = "Arial", .size = 6};
+    job.Page().Fill({1440, 1440, 4320, 2880}, Green);
+    job.Page().Text({1440, 3000, 9000, 4000}, "first page", font, colours::Black,
+                    text_flags::NoPrefix);
+    job.NewPage();
+    job.Page().Text({0, 0, 9000, 4000}, "second page", font, colours::Black, text_flags::NoPrefix);
+  }
+};
+
+TEST_F(Pdf, HasPagesOfItsPaperWithColoursAndTextThatIsFound) {
+  if (!HasTools()) GTEST_SKIP() << "no PDF tools";
+  PdfPrinter printer(Path("a.pdf"));
+  printer.Apply(PaperOf(device_mode::PaperA4, device_mode::Landscape));
+  const Extent size = printer.PageSize();
+  EXPECT_NEAR(size.width, 16838, 20);
+  EXPECT_NEAR(size.height, 11906, 20);
+  const auto job = printer.Begin("Year 2026");
+  EXPECT_FALSE(QFile::exists(folder_.filePath("a.pdf")));
+  Draw(*job);
+  job->EndDocument();
+
+  EXPECT_THAT(Output("pdfinfo", {"a.pdf"}),
+              AllOf(HasSubstr("842 x 595 pts (A4)"), HasSubstr("Year 2026"),
+                    testing::ContainsRegex("Pages: +2")));
+  EXPECT_THAT(Output("pdftotext", {"-l", "1", "a.pdf", "-"}),
+              AllOf(HasSubstr("first page"), Not(HasSubstr("second"))));
+  EXPECT_THAT(Output("pdffonts", {"a.pdf"}), testing::ContainsRegex("LiberationSans.* yes +(yes|no) +yes"));
+  Output("pdftoppm", {"-r", "72", "-png", "-singlefile", "-aaVector", "no", "a.pdf", "page"});
+  const QImage page(folder_.filePath("page.png"));
+  ASSERT_EQ(page.size(), QSize(842, 595));
+  const auto green = qRgb(Green.Red(), Green.Green(), Green.Blue());
+  for (const QPoint inside : {QPoint(73, 73), QPoint(214, 142)}) {
+    EXPECT_EQ(page.pixel(inside), green) << inside.x();
+  }
+  EXPECT_EQ(page.pixel(70, 73), qRgb(255, 255, 255));
+  EXPECT_EQ(page.pixel(218, 142), qRgb(255, 255, 255));
+}
+
+TEST_F(Pdf, GivenUpOrFailedDocumentsLeaveTheOlderFileAndNothingElse) {
+  QFile older(folder_.filePath("a.pdf"));
+  ASSERT_TRUE(older.open(QIODevice::WriteOnly) && older.write("older") == 5);
+  older.close();
+  PdfPrinter printer(Path("a.pdf"));
+  Draw(*printer.Begin("given up"));
+  EXPECT_EQ(Bytes("a.pdf"), "older");
+  EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+  EXPECT_THAT(
+      [&] { PdfPrinter(Path("absent/a.pdf")).Begin("a"); },
+      testing::Throws<Error>(testing::Property(&Error::Description, HasSubstr("absent/a.pdf"))));
+}
+
+TEST_F(Pdf, MeasuresAsItDraws) {
+  PdfPrinter printer(Path("a.pdf"));
+  const auto job = printer.Begin("a");
+  const Font font{.face = "Arial", .size = 6};
+  const Extent measured = printer.MeasuringSurface().Measure("Täglich, jeden Tag", font);
+  const Extent drawn = job->Page().Measure("Täglich, jeden Tag", font);
+  EXPECT_EQ(measured.width, drawn.width);
+  EXPECT_EQ(measured.height, drawn.height);
+}
+
+TEST_F(Pdf, TakesEveryPaperWithACodeAndReadsItBack) {
+  PdfPrinter printer(Path("a.pdf"));
+  for (int paper = 1; paper <= 41; ++paper) {
+    printer.Apply(PaperOf(paper, device_mode::Portrait));
+    EXPECT_EQ(printer.Current().paperSize, paper);
+    EXPECT_EQ(PaperOfPageSize(PageSizeOfPaper(paper), paper), paper);
+  }
+  for (const int unknown : {0, -1, 42, 256, 1 << 30}) {
+    printer.Apply(PaperOf(unknown, 3));
+    EXPECT_EQ(printer.Current().paperSize, 41) << unknown;
+    EXPECT_EQ(printer.Current().orientation, device_mode::Portrait);
+  }
+  const auto named = [](QPageSize::PageSizeId id) { return PaperOfPageSize(QPageSize(id), 0); };
+  EXPECT_EQ(named(QPageSize::A4), 9);
+  EXPECT_EQ(named(QPageSize::Letter), 1);
+  EXPECT_EQ(named(QPageSize::Ledger), 4);
+  EXPECT_EQ(named(QPageSize::Tabloid), 3);
+  EXPECT_EQ(named(QPageSize::Legal), 5);
+  EXPECT_EQ(named(QPageSize::A3), 8);
+  EXPECT_EQ(named(QPageSize::C5E), 28);
+  EXPECT_EQ(named(QPageSize::A0), UserPaper);
+}
+
+TEST(QtPrinter, SaysThatThereIsNoPrinter) {
+  if (!QPrinterInfo::availablePrinterNames().isEmpty()) GTEST_SKIP() << "there are printers";
+  QtPrinter printer;
+  PrinterSettings settings;
+  EXPECT_TRUE(printer.Devices().empty());
+  for (const std::function<void()>& call : std::initializer_list<std::function<void()>>{
+           [&] { printer.Current(); }, [&] { printer.SelectDevice("Office"); },
+           [&] { printer.Apply(settings); }, [&] { printer.PageSize(); },
+           [&] { printer.MeasuringSurface(); }, [&] { printer.ShowDialog(settings); },
+           [&] { printer.Begin("a"); }}) {
+    EXPECT_THAT(
+        call, testing::Throws<Error>(testing::Property(&Error::Number, errors::DeviceUnavailable)));
+  }
+}
+
+}  // namespace
+}  // namespace velkor
