@@ -23,7 +23,7 @@ class PrintCommand : public Yearplan {
   }
   std::string Output(const char* program, const QStringList& arguments) const {
     QProcess process;
-    process.setWorkingDirectory(Path(""));
+    process.setWorkingDirectory(File(""));
     process.start(program, arguments);
     EXPECT_TRUE(process.waitForFinished() && process.exitCode() == 0) << program;
     return process.readAllStandardOutput().toStdString();
@@ -34,7 +34,7 @@ TEST_F(PrintCommand, WritesPagesWithTitleMonthsLegendAndSubjects) {
   if (QStandardPaths::findExecutable("pdftotext").isEmpty()) GTEST_SKIP() << "no PDF tools";
   const Outcome outcome = Print({"-o", "a.PDF", "--header", "Räume", "--subjects"});
   EXPECT_EQ(outcome.code, 0) << outcome.messages;
-  EXPECT_EQ(outcome.out, "Year 2026, 1 page: " + Path("a.PDF").toStdString() + "\n");
+  EXPECT_EQ(outcome.out, "Year 2026, 1 page: " + Path("a.PDF") + "\n");
   EXPECT_THAT(Output("pdfinfo", {"a.PDF"}), HasSubstr("842 x 595 pts (A4)"));
   const std::string plain = Output("pdftotext", {"a.PDF", "-"});
   EXPECT_THAT(plain, AllOf(HasSubstr("Year 2026"), HasSubstr("Räume"), HasSubstr("Dec")));
@@ -56,12 +56,12 @@ TEST_F(PrintCommand, TellsThePagesWithoutAFile) {
   EXPECT_THAT(many.out,
               AllOf(HasSubstr("Row height: 12.0 mm\n"), HasSubstr("Page 2 of "),
                     HasSubstr("months: July"), HasSubstr("June\n"), HasSubstr("legend: none\n")));
-  EXPECT_EQ(QDir(Path("")).entryList({"*.pdf"}).size(), 0);
+  EXPECT_EQ(QDir(File("")).entryList({"*.pdf"}).size(), 0);
 }
 
 TEST_F(PrintCommand, FailuresAreToldAndLeaveTheOlderFile) {
   Write("a.pdf", "older");
-  ASSERT_TRUE(QFile::link(Path("team.ics"), Path("link.pdf")));
+  ASSERT_TRUE(QFile::link(File("team.ics"), File("link.pdf")));
   const struct {
     QStringList options;
     int code;
@@ -82,8 +82,8 @@ TEST_F(PrintCommand, FailuresAreToldAndLeaveTheOlderFile) {
     EXPECT_EQ(outcome.out, "") << words;
     EXPECT_THAT(outcome.messages, HasSubstr(words));
   }
-  EXPECT_EQ(Bytes(Path("a.pdf")), "older");
-  EXPECT_TRUE(Bytes(Path("team.ics")).startsWith("BEGIN:VCALENDAR"));
+  EXPECT_EQ(Bytes(File("a.pdf")), "older");
+  EXPECT_TRUE(Bytes(File("team.ics")).startsWith("BEGIN:VCALENDAR"));
 }
 
 }  // namespace
