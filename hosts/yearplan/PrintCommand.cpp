@@ -3,11 +3,11 @@
 
 #include <QFileInfo>
 #include <algorithm>
-#include <cstdio>
 #include <ostream>
 
 #include "hosts/yearplan/CalendarSession.h"
 #include "platform/desktop/PdfPrinter.h"
+#include "print/NumberText.h"
 #include "print/PrintDocument.h"
 #include "support/values/Error.h"
 #include "view/Face.h"
@@ -44,12 +44,10 @@ void CheckTarget(const CommandLine& line) {
 
 std::string Millimetres(double twips) {
   constexpr double TwipsPerMillimetre = 56.7;
-  std::array<char, 32> text{};
-  std::snprintf(text.data(), text.size(), "%.1f mm", twips / TwipsPerMillimetre);
-  return text.data();
+  return OneDecimal(static_cast<float>(twips / TwipsPerMillimetre)) + " mm";
 }
 
-/// "March to May 2026", "none".
+/// "March to May", "none".
 std::string MonthsOf(const PageMonths& months, const YearGrid& grid, const CalendarNames& names) {
   if (months.last < months.first) return "none";
   const auto name = [&](int row) {

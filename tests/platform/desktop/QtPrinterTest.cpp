@@ -74,7 +74,8 @@ TEST_F(Pdf, HasPagesOfItsPaperWithColoursAndTextThatIsFound) {
                     testing::ContainsRegex("Pages: +2")));
   EXPECT_THAT(Output("pdftotext", {"-l", "1", "a.pdf", "-"}),
               AllOf(HasSubstr("first page"), Not(HasSubstr("second"))));
-  EXPECT_THAT(Output("pdffonts", {"a.pdf"}), testing::ContainsRegex("LiberationSans.* yes +(yes|no) +yes"));
+  EXPECT_THAT(Output("pdffonts", {"a.pdf"}),
+              testing::ContainsRegex("LiberationSans.* yes +(yes|no) +yes"));
   Output("pdftoppm", {"-r", "72", "-png", "-singlefile", "-aaVector", "no", "a.pdf", "page"});
   const QImage page(folder_.filePath("page.png"));
   ASSERT_EQ(page.size(), QSize(842, 595));
