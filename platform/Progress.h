@@ -20,6 +20,7 @@ class ProgressReport {
 class ProgressReports {
  public:
   virtual ~ProgressReports() = default;
+  /// The report must not outlive this.
   virtual std::unique_ptr<ProgressReport> Begin(std::string_view title) = 0;
 };
 

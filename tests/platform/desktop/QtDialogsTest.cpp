@@ -123,8 +123,10 @@ TEST(QtProgress, OpensAfterAMomentAndEndsByEscapeButtonOrClosing) {
       [](QDialog& window) { QTest::mouseClick(window.findChild<QPushButton*>(), Qt::LeftButton); },
       [](QDialog& window) { window.close(); },
   };
+  QtProgress progress;
   for (const auto& way : ways) {
-    const auto report = QtProgress().Begin("Export");
+    const auto report = progress.Begin("Export");
+    EXPECT_TRUE(progress.IsOpen());
     QElapsedTimer time;
     time.start();
     qint64 opened = 0;
@@ -135,7 +137,7 @@ TEST(QtProgress, OpensAfterAMomentAndEndsByEscapeButtonOrClosing) {
       way(window);
     });
     int done = 0;
-    while (report->Step(done % 1000, 1000, "Year 2026") && time.elapsed() < 5000) ++done;
+    while (report->Step(1 + done % 999, 1000, "Year 2026") && time.elapsed() < 5000) ++done;
     EXPECT_GE(opened, 300);
     EXPECT_FALSE(report->Step(1, 1000, "once more"));
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
@@ -146,7 +148,8 @@ TEST(TerminalProgress, WritesOneLineNowAndThenAndClearsIt) {
   std::ostringstream terminal;
   std::ostringstream file;
   for (auto* stream : {&terminal, &file}) {
-    const auto report = TerminalProgress(*stream, stream == &terminal).Begin("Export");
+    TerminalProgress progress(*stream, stream == &terminal);
+    const auto report = progress.Begin("Export");
     for (int i = 0; i < 1000; ++i) EXPECT_TRUE(report->Step(i, 1000, "a\nb"));
   }
   EXPECT_EQ(terminal.str().substr(0, 17), "\rExport: 0% a b\x1B[");
