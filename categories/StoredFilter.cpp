@@ -8,11 +8,12 @@
 namespace velkor {
 namespace {
 
-constexpr std::string_view Application = "Year Planner";
+using stored_settings::Application;
+using stored_settings::False;
+using stored_settings::True;
+
 constexpr std::string_view ActiveKey = "Active";
 constexpr std::string_view ModeKey = "UsingAND";
-constexpr std::string_view True = "True";
-constexpr std::string_view False = "False";
 
 std::string SectionOf(std::string_view titleName) {
   return "Filtering " + std::string(titleName);

@@ -6,6 +6,14 @@
 
 namespace velkor {
 
+/// What the product's settings are stored under, and how truth values are written.
+namespace stored_settings {
+inline constexpr std::string_view Application = "Year Planner";
+inline constexpr std::string_view PrintingSection = "Printing";
+inline constexpr std::string_view True = "True";
+inline constexpr std::string_view False = "False";
+}  // namespace stored_settings
+
 /// Text values by application, section and key. A value that was saved is stored when Save
 /// returns. Save throws Error when the store cannot be written.
 class Settings {

@@ -83,20 +83,8 @@ PageFailure MonthFailure(int month) {
           std::string(Advice)};
 }
 
-/// A month as it may have been stored by hand, which is no month of the year.
-std::optional<PageFailure> RangeFailure(const PrintOptionSet& options, const DisplaySpan& span) {
-  for (const int month : {options.StartMonth, options.EndMonth}) {
-    const int position = span.RowOfMonth(month);
-    if (position >= 1 && position <= MonthRows) continue;
-    return PageFailure{"There is no month " + std::to_string(month) +
-                       " to print\r\rYou can choose other months in the print options."};
-  }
-  return std::nullopt;
-}
-
 std::optional<PageFailure> CutMonths(const PrintOptionSet& options, const DisplaySpan& span,
                                      const BandRows& rows, PagePlan& plan) {
-  if (std::optional<PageFailure> failure = RangeFailure(options, span)) return failure;
   const int start = span.RowOfMonth(options.StartMonth);
   const int end = span.RowOfMonth(options.EndMonth);
   const auto totalOf = [&rows](int position) { return position < 1 ? 0 : rows[position]; };

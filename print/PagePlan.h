@@ -73,7 +73,8 @@ BandRows TotalBandRows(const std::array<int, MonthRows>& needed, int leastBands)
 
 /// Lays the pages out. Work grows with months and legend entries.
 /// A legend entry or a month that is too large for any page is a failure, as is a range of months
-/// without rows, a page without room, and a month outside the year.
+/// without rows or a page without room for bands.
+/// @param options  start and end are months, 1 to 12
 /// @param legendHeights  running totals of the entries' heights, one for each entry
 PagePlan PlanPages(const PrintOptionSet& options, const PageMetrics& metrics,
                    const DisplaySpan& span, const BandRows& rows,

@@ -12,8 +12,11 @@
 namespace velkor {
 namespace {
 
-constexpr std::string_view Application = "Year Planner";
-constexpr std::string_view Section = "Printing";
+using stored_settings::Application;
+using stored_settings::False;
+using stored_settings::True;
+constexpr std::string_view Section = stored_settings::PrintingSection;
+
 constexpr std::string_view LoadingFailed = "Error loading the print options ";
 
 constexpr std::string_view BandsKey = "Bands";
@@ -23,8 +26,6 @@ constexpr std::string_view StartMonthKey = "StartMonth";
 constexpr std::string_view EndMonthKey = "EndMonth";
 constexpr std::string_view PrintTextFormatKey = "PrintTextFormat";
 constexpr std::string_view PrintTextKey = "PrintText";
-constexpr std::string_view True = "True";
-constexpr std::string_view False = "False";
 
 constexpr double TwipsPerInch = 1440;
 constexpr double TwipsPerMillimetre = 56.7;

@@ -20,9 +20,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr const char* Application = "Year Planner";
-constexpr const char* Section = "Printing";
-
 /// The boxes by the names that their values have in the store.
 constexpr std::array<std::pair<std::string_view, TextBox frmPrintOptions::*>, 7> Boxes{{
     {"Left Margin", &frmPrintOptions::txtMLeft},
@@ -101,10 +98,7 @@ Json StateOf(const frmPrintOptions& form, const PrintOptions& options,
 }  // namespace
 
 Json AnswerOptions(const Json& json) {
-  MemorySettings settings;
-  for (const auto& [key, value] : ObjectOf(json.at("store")).items()) {
-    settings.Save(Application, Section, key, value.get<std::string>());
-  }
+  MemorySettings settings = PrintSettingsOf(json.at("store"));
   KeptMessages messages;
   ScriptedShell shell;
   PrintOptions options(settings, {.titleName = json.at("title").get<std::string>(),

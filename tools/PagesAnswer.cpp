@@ -6,8 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "platform/headless/MemorySettings.h"
 #include "print/PagePlan.h"
-#include "support/values/Error.h"
+#include "print/PrintOptions.h"
+#include "tools/ColourCalendar.h"
 #include "tools/ProbeCase.h"
 #include "view/BandLayout.h"
 
@@ -19,22 +21,13 @@ using Json = nlohmann::ordered_json;
 /// More bands than a year of events ever takes.
 constexpr int MostBands = 1'000'000;
 
+/// What the planner titled "Default" prints by.
 PrintOptionSet OptionsOf(const Json& store, const DisplaySpan& span) {
-  const auto number = [&store](const char* key, double fallback) {
-    return store.contains(key) ? std::stod(store.at(key).get<std::string>()) : fallback;
-  };
-  PrintOptionSet options;
-  options.LeftMargin = static_cast<std::int32_t>(number("Left Margin", 1134));
-  options.TopMargin = static_cast<std::int32_t>(number("Top Margin", 1134));
-  options.RightMargin = static_cast<std::int32_t>(number("Right Margin", 1134));
-  options.BottomMargin = static_cast<std::int32_t>(number("Bottom Margin", 1134));
-  options.LegendWidth = static_cast<std::int32_t>(number("Legend Width", 2268));
-  options.MinBands = static_cast<std::int16_t>(number("Bands", 3) + 1);
-  options.MinBandHeight = static_cast<float>(number("Band Height", 142));
-  options.Header = store.value("DefaultHeader", "");
-  options.StartMonth = static_cast<std::int16_t>(number("StartMonth", span.FirstMonth));
-  options.EndMonth = static_cast<std::int16_t>(number("EndMonth", span.LastMonthOfView()));
-  return options;
+  MemorySettings settings = PrintSettingsOf(store);
+  KeptMessages messages;
+  PrintOptions options(settings, {.titleName = "Default", .firstMonth = span.FirstMonth});
+  if (const auto failure = options.Load(messages)) throw *failure;
+  return options.Values();
 }
 
 /// By `rows`, the bands that each position needs, or else by `events`.
@@ -88,7 +81,7 @@ Json RunsJson(const Runs& runs) {
 
 Json AnswerPages(const Json& json) {
   const DisplaySpan span = SpanOf(json.at("view"));
-  const PrintOptionSet options = OptionsOf(ObjectOf(json.at("store")), span);
+  const PrintOptionSet options = OptionsOf(json.at("store"), span);
   const Json& page = json.at("page");
   const PagePlan plan = PlanPages(options, MetricsOf(page), span, RowsOf(json, options.MinBands),
                                   LegendHeightsOf(json.at("legendHeights")));

@@ -32,6 +32,15 @@ const Json& ObjectOf(const Json& json) {
   return json;
 }
 
+MemorySettings PrintSettingsOf(const Json& store) {
+  MemorySettings settings;
+  for (const auto& [key, value] : ObjectOf(store).items()) {
+    settings.Save(stored_settings::Application, stored_settings::PrintingSection, key,
+                  value.get<std::string>());
+  }
+  return settings;
+}
+
 Date DateOf(const Json& json) {
   const std::string text = json.get<std::string>();
   const std::optional<Date> date = ParseIso(text);

@@ -10,6 +10,7 @@
 
 #include "model/CalEvent.h"
 #include "model/CategoryTable.h"
+#include "platform/headless/MemorySettings.h"
 #include "support/values/Date.h"
 #include "view/YearGrid.h"
 #include "view/span/CategoryFilter.h"
@@ -29,6 +30,8 @@ int WholeNumber(const nlohmann::ordered_json& json, int least = std::numeric_lim
 /// The list or object itself; its entries may be walked.
 const nlohmann::ordered_json& ListOf(const nlohmann::ordered_json& json);
 const nlohmann::ordered_json& ObjectOf(const nlohmann::ordered_json& json);
+/// A settings store that holds these print settings by their keys.
+MemorySettings PrintSettingsOf(const nlohmann::ordered_json& store);
 Date DateOf(const nlohmann::ordered_json& json);
 DisplaySpan SpanOf(const nlohmann::ordered_json& view);
 CategoryFilter FilterOf(const nlohmann::ordered_json& separator, const std::string& text,

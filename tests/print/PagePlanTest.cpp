@@ -108,12 +108,6 @@ TEST(PagePlan, WhatLeavesNothingToPrintOnIsAFailure) {
   backwards.options.StartMonth = 8;
   backwards.options.EndMonth = 3;
   EXPECT_THAT(backwards.Message(), HasSubstr("August"));
-
-  for (const int month : {-32768, 13, 32767}) {
-    PageCase noMonth;
-    noMonth.options.StartMonth = static_cast<std::int16_t>(month);
-    EXPECT_THAT(noMonth.Message(), HasSubstr("no month " + std::to_string(month)));
-  }
 }
 
 TEST(PagePlan, TheLegendIsCutByItsHeightsOnlyWhereHardlyAnyBodyIsLeft) {
