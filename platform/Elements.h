@@ -60,6 +60,8 @@ class Element {
 
   /// The peer outlives its attachment; null detaches it.
   void Attach(ElementPeer* peer) { peer_ = peer; }
+  /// Null when there is none.
+  ElementPeer* Peer() const { return peer_; }
 
  protected:
   template <typename Value>
@@ -77,7 +79,6 @@ class Element {
   void Notify() {
     if (peer_) peer_->Changed();
   }
-  ElementPeer* Peer() const { return peer_; }
 
  private:
   std::string name_;
@@ -184,6 +185,9 @@ inline constexpr int Filter = 4;
 inline constexpr int ActiveFilter = 5;
 inline constexpr int Open = 6;
 inline constexpr int Save = 7;
+inline constexpr int PrintSetup = 8;
+inline constexpr int PageSetup = 9;
+inline constexpr int Zoom = 10;
 }  // namespace toolbar_images
 
 class Toolbar : public Element {

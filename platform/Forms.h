@@ -19,6 +19,14 @@ struct FormCell {
 /// How a row stands in its form.
 enum class FormRowKind { Plain, Heading, Buttons };
 
+/// An element that stands where its bounds say.
+struct PlacedElement {
+  Element* element = nullptr;
+  /// A picture of the form, placed before it, that its bounds count from and that clips it; null
+  /// for the form itself.
+  Element* holder = nullptr;
+};
+
 struct FormRow {
   std::vector<FormCell> cells;
   FormRowKind kind = FormRowKind::Plain;
@@ -26,8 +34,9 @@ struct FormRow {
   std::string group = {};
 };
 
-/// A dialog: its elements are members of the class that derives from it, its layout is rows from
-/// top to bottom. A face shows it; the form closes itself.
+/// A dialog: its elements are members of the class that derives from it. Either its layout is rows
+/// from top to bottom, or it is a window that the user may enlarge, in which it places its elements
+/// itself. A face shows it; the form closes itself.
 class Form {
  public:
   Form(std::string name, std::string title) : name_(std::move(name)), title_(std::move(title)) {}
@@ -38,6 +47,14 @@ class Form {
   const std::string& Name() const { return name_; }
   const std::string& Title() const { return title_; }
   const std::vector<FormRow>& Rows() const { return rows_; }
+  const std::vector<PlacedElement>& Placed() const { return placed_; }
+  /// Size of the area of placed elements when the form is shown first.
+  Extent OpeningSize() const { return openingSize_; }
+
+  /// Places the elements. Called by the face when the form is on show, and whenever its area has
+  /// another size; it may show other forms and messages, and unload this one.
+  /// @param pixel  of the screen
+  virtual void Form_Resize(Extent /*size*/, PixelSize /*pixel*/) {}
 
   /// Ends Forms::ShowModal. The user who closes the window or presses Escape does no more than
   /// this: what a form hands on is set by its own buttons.
@@ -53,11 +70,17 @@ class Form {
 
  protected:
   void AddRow(FormRow row) { rows_.push_back(std::move(row)); }
+  void Place(std::vector<PlacedElement> elements, Extent openingSize) {
+    placed_ = std::move(elements);
+    openingSize_ = openingSize;
+  }
 
  private:
   std::string name_;
   std::string title_;
   std::vector<FormRow> rows_;
+  std::vector<PlacedElement> placed_;
+  Extent openingSize_;
   bool open_ = false;
 };
 

@@ -16,6 +16,7 @@ class OutlookApplication;
 class Printer;
 class ProgressReports;
 class Registry;
+class ScrollBars;
 class Settings;
 class Shell;
 
@@ -31,8 +32,10 @@ struct Platform {
   LocaleApi& locale;
   MessageBoxes& messages;
   OutlookApplication& outlook;
+  Printer& printer;
   ProgressReports& progress;
   Registry& registry;
+  ScrollBars& scrollBars;
   Settings& settings;
   Shell& shell;
 };

@@ -9,6 +9,7 @@
 
 namespace velkor {
 
+class OffscreenPicture;
 class Surface;
 
 /// Values of the device mode (wingdi.h).
@@ -65,6 +66,9 @@ class Printer {
   virtual Extent PageSize() = 0;
   /// Something to measure texts on as the printer draws them; valid until another member is called.
   virtual Surface& MeasuringSurface() = 0;
+  /// A picture of a page, as large as PageSize says, on which everything falls as on the printer's
+  /// own pages.
+  virtual std::unique_ptr<OffscreenPicture> PagePicture() = 0;
   /// Shows the platform's print dialog, filled with the settings.
   /// @return false when the user cancels; `settings` are as they were then
   virtual bool ShowDialog(PrinterSettings& settings) = 0;

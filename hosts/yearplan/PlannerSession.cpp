@@ -49,6 +49,7 @@ PlannerSession::PlannerSession(const std::string& calendar, SessionSurroundings 
       dialogs_(surroundings_.window, calendar),
       inputs_(surroundings_.window),
       progress_(surroundings_.window),
+      printer_(surroundings_.window),
       environment_(calendar),
       cacheUtilities_([this](const Error& error) { Tell(troubles_.other, error.Description()); },
                       surroundings_.cacheUtility),
@@ -73,19 +74,11 @@ PlannerSession::PlannerSession(const std::string& calendar, SessionSurroundings 
 }
 
 Platform PlannerSession::MakePlatform() {
-  return {cacheUtilities_,
-          clock_,
-          dialogs_,
-          environment_,
-          files_,
-          surroundings_.forms,
-          inputs_,
-          locale_,
-          surroundings_.messages,
-          outlook_,
-          progress_,
-          registry_,
-          surroundings_.settings,
+  return {cacheUtilities_, clock_,      dialogs_,
+          environment_,    files_,      surroundings_.forms,
+          inputs_,         locale_,     surroundings_.messages,
+          outlook_,        printer_,    progress_,
+          registry_,       scrollBars_, surroundings_.settings,
           shell_};
 }
 

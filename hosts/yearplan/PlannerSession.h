@@ -24,6 +24,8 @@
 #include "platform/desktop/DesktopSystem.h"
 #include "platform/desktop/ProcessCacheUtility.h"
 #include "platform/desktop/QtDialogs.h"
+#include "platform/desktop/QtPrinter.h"
+#include "platform/headless/ScriptedScrollBars.h"
 
 class QWidget;
 
@@ -107,6 +109,8 @@ class PlannerSession : public ControlHost {
   QtCommonDialogs dialogs_;
   QtInputBoxes inputs_;
   QtProgress progress_;
+  QtPrinter printer_;
+  ScriptedScrollBars scrollBars_;
   DesktopClock clock_;
   CalendarEnvironment environment_;
   DesktopFiles files_;

@@ -29,8 +29,8 @@ TerminalSeams::TerminalSeams(const std::string& calendar, std::ostream& stream)
 }
 
 Platform TerminalSeams::On(OutlookApplication& outlook) {
-  return {cacheUtilities, clock,    dialogs, environment, files,    forms,    inputs,
-          locale,         messages, outlook, progress,    registry, settings, shell};
+  return {cacheUtilities, clock,   dialogs, environment, files,    forms,      inputs,   locale,
+          messages,       outlook, printer, progress,    registry, scrollBars, settings, shell};
 }
 
 }  // namespace velkor

@@ -15,9 +15,11 @@
 #include "platform/desktop/DesktopSystem.h"
 #include "platform/desktop/TerminalDialogs.h"
 #include "platform/headless/MemorySettings.h"
+#include "platform/headless/RecordingPrinter.h"
 #include "platform/headless/ScriptedCacheUtility.h"
 #include "platform/headless/ScriptedDialogs.h"
 #include "platform/headless/ScriptedForms.h"
+#include "platform/headless/ScriptedScrollBars.h"
 
 namespace velkor {
 
@@ -52,6 +54,8 @@ struct TerminalSeams {
   ScriptedDialogs dialogs;
   ScriptedForms forms;
   ScriptedInputBoxes inputs;
+  RecordingPrinter printer;
+  ScriptedScrollBars scrollBars;
   TerminalProgress progress;
   std::string listSeparator;
 

@@ -102,6 +102,10 @@ Surface& PdfPrinter::MeasuringSurface() {
   return measuring_->Page();
 }
 
+std::unique_ptr<OffscreenPicture> PdfPrinter::PagePicture() {
+  return std::make_unique<QtPagePicture>(PageSize());
+}
+
 bool PdfPrinter::ShowDialog(PrinterSettings& /*settings*/) {
   return false;
 }

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <optional>
 
+#include "platform/OffscreenPicture.h"
 #include "platform/desktop/QtSurface.h"
 
 namespace velkor {
@@ -46,6 +47,26 @@ class QtMeasuringPage {
   QImage image_{1, 1, QImage::Format_RGB32};
   QPainter painter_;
   QtSurface surface_;
+};
+
+/// A page in memory, drawn as every QtPages draws it. One of the usual sizes has all its logical
+/// pixels; larger ones have fewer, so that a picture needs at most 64 MB.
+class QtPagePicture : public OffscreenPicture {
+ public:
+  /// @param page  in twips
+  explicit QtPagePicture(Extent page);
+
+  Surface& Drawing() override { return surface_; }
+  /// Onto a QtSurface only.
+  void CopyTo(Surface& surface, const Rect& rect) override;
+
+ private:
+  double scale_;
+  QImage image_;
+  QPainter painter_;
+  QtSurface surface_;
+  /// As it was shown last.
+  QImage shown_;
 };
 
 }  // namespace velkor

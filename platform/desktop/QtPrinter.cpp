@@ -215,6 +215,10 @@ Surface& QtPrinter::MeasuringSurface() {
   return measuring_->Page();
 }
 
+std::unique_ptr<OffscreenPicture> QtPrinter::PagePicture() {
+  return std::make_unique<QtPagePicture>(PageSize());
+}
+
 bool QtPrinter::ShowDialog(PrinterSettings& settings) {
   QPrinter chosen(QPrinterInfo(Device()), QPrinter::HighResolution);
   Set(chosen, settings);

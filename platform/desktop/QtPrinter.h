@@ -32,6 +32,7 @@ class QtPrinter : public Printer {
   void Apply(const PrinterSettings& settings) override;
   Extent PageSize() override;
   Surface& MeasuringSurface() override;
+  std::unique_ptr<OffscreenPicture> PagePicture() override;
   bool ShowDialog(PrinterSettings& settings) override;
   std::unique_ptr<PrintJob> Begin(const std::string& documentName) override;
 

@@ -79,6 +79,22 @@ void QtSurface::Line(Point from, Point to, Colour colour, int pen) {
   painter_.restore();
 }
 
+QSize QtSurface::DevicePixels(const Rect& rect) const {
+  const QRectF device = painter_.deviceTransform().mapRect(QRectF(ToQt(views_.Pixels(rect))));
+  return device.size().toSize();
+}
+
+void QtSurface::DrawPicture(const Rect& rect, const QImage& picture) {
+  const PixelRect pixels = views_.Pixels(rect);
+  const PixelRect seen = views_.Clipped(pixels);
+  if (seen.Width() <= 0 || seen.Height() <= 0) return;
+  painter_.save();
+  painter_.setClipRect(ToQt(seen), Qt::IntersectClip);
+  painter_.setRenderHint(QPainter::SmoothPixmapTransform);
+  painter_.drawImage(ToQt(pixels), picture);
+  painter_.restore();
+}
+
 void QtSurface::Use(const QtFont& font, Colour colour) {
   if (font_ != nullptr && colour_ == colour) {
     if (font_ != &font) painter_.setFont(font.Face());

@@ -1,6 +1,7 @@
 // platform/desktop/QtSurface.h: a surface over a painter, for windows, pictures and pages.
 #pragma once
 
+#include <QImage>
 #include <QPainter>
 
 #include "platform/Surface.h"
@@ -30,6 +31,10 @@ class QtSurface : public Surface {
                       TextFlags flags) override;
   void EnterView(const Rect& clip, Point origin) override { views_.Enter(clip, origin); }
   void LeaveView() override { views_.Leave(); }
+  /// Draws a picture over a rectangle; it has the painter's own pixels where it is to be sharp.
+  void DrawPicture(const Rect& rect, const QImage& picture);
+  /// The pixels that the painter's device has for a rectangle of the current view.
+  QSize DevicePixels(const Rect& rect) const;
 
  private:
   void Paint(const PixelRect& area, Colour colour);

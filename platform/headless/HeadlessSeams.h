@@ -6,10 +6,12 @@
 #include "platform/headless/MemoryFiles.h"
 #include "platform/headless/MemoryRegistry.h"
 #include "platform/headless/MemorySettings.h"
+#include "platform/headless/RecordingPrinter.h"
 #include "platform/headless/ScriptedCacheUtility.h"
 #include "platform/headless/ScriptedDialogs.h"
 #include "platform/headless/ScriptedForms.h"
 #include "platform/headless/ScriptedMessageBoxes.h"
+#include "platform/headless/ScriptedScrollBars.h"
 #include "platform/headless/ScriptedShell.h"
 #include "platform/headless/ScriptedSystem.h"
 
@@ -27,15 +29,17 @@ struct HeadlessSeams {
   FixedLocale locale;
   ScriptedMessageBoxes messages;
   ScriptedProgress progress;
+  RecordingPrinter printer;
   MemoryRegistry registry;
+  ScriptedScrollBars scrollBars;
   MemorySettings settings;
   ScriptedShell shell;
 
   Platform On(OutlookApplication& outlook) { return On(outlook, messages); }
   /// With other message boxes.
   Platform On(OutlookApplication& outlook, MessageBoxes& boxes) {
-    return {cacheUtilities, clock, dialogs, environment, files,    forms,    inputs,
-            locale,         boxes, outlook, progress,    registry, settings, shell};
+    return {cacheUtilities, clock,   dialogs, environment, files,    forms,      inputs,   locale,
+            boxes,          outlook, printer, progress,    registry, scrollBars, settings, shell};
   }
 };
 

@@ -46,6 +46,11 @@ class Job : public PrintJob {
 
 }  // namespace
 
+void RecordingPicture::CopyTo(Surface& surface, const Rect& rect) {
+  if (auto* const recording = dynamic_cast<RecordingSurface*>(&surface))
+    recording->LogPicture(rect);
+}
+
 PrinterSettings& RecordingPrinter::CurrentDevice() {
   if (current_ >= devices.size()) Fail("There is no printer");
   return devices[current_];
@@ -92,6 +97,11 @@ Surface& RecordingPrinter::MeasuringSurface() {
   CurrentDevice();
   measuring_ = std::make_unique<RecordingSurface>(pixel);
   return *measuring_;
+}
+
+std::unique_ptr<OffscreenPicture> RecordingPrinter::PagePicture() {
+  CurrentDevice();
+  return std::make_unique<RecordingPicture>(pixel);
 }
 
 bool RecordingPrinter::ShowDialog(PrinterSettings& settings) {

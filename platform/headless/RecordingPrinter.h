@@ -7,10 +7,24 @@
 #include <string>
 #include <vector>
 
+#include "platform/OffscreenPicture.h"
 #include "platform/Printer.h"
 #include "platform/headless/RecordingSurface.h"
 
 namespace velkor {
+
+/// Keeps the log of what is drawn on it.
+class RecordingPicture : public OffscreenPicture {
+ public:
+  explicit RecordingPicture(PixelSize pixel) : drawing_(pixel) {}
+
+  RecordingSurface& Drawing() override { return drawing_; }
+  /// Logged where the surface keeps a log.
+  void CopyTo(Surface& surface, const Rect& rect) override;
+
+ private:
+  RecordingSurface drawing_;
+};
 
 /// The first of `devices` is current at first. Devices print on the whole sheet.
 class RecordingPrinter : public Printer {
@@ -52,6 +66,7 @@ class RecordingPrinter : public Printer {
   void Apply(const PrinterSettings& settings) override;
   Extent PageSize() override;
   Surface& MeasuringSurface() override;
+  std::unique_ptr<OffscreenPicture> PagePicture() override;
   bool ShowDialog(PrinterSettings& settings) override;
   std::unique_ptr<PrintJob> Begin(const std::string& documentName) override;
 

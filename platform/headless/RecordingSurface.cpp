@@ -134,6 +134,10 @@ void RecordingSurface::LeaveView() {
   log_.emplace_back("leave");
 }
 
+void RecordingSurface::LogPicture(const Rect& rect) {
+  log_.push_back("picture " + Numbers(Absolute(rect)));
+}
+
 std::vector<std::string> RecordingSurface::Calls(std::string_view kind) const {
   std::vector<std::string> calls;
   std::copy_if(log_.begin(), log_.end(), std::back_inserter(calls), [&](const std::string& line) {

@@ -20,6 +20,7 @@ namespace velkor {
 ///     text LEFT TOP RIGHT BOTTOM "subject" #000000 font "Arial" 8 bold charset 0 flags 0x40800
 ///     view LEFT TOP RIGHT BOTTOM origin X Y
 ///     leave
+///     picture LEFT TOP RIGHT BOTTOM
 ///
 /// `bold`, the charset other than the default one and empty faces are shown only where they apply.
 /// In texts quotes and backslashes are escaped, control characters become \xHH.
@@ -41,6 +42,8 @@ class RecordingSurface : public Surface {
                       TextFlags flags) override;
   void EnterView(const Rect& clip, Point origin) override;
   void LeaveView() override;
+  /// A picture that was copied here; what is painted on it cannot be asked by ColourAt.
+  void LogPicture(const Rect& rect);
 
   const std::vector<std::string>& Log() const { return log_; }
   /// The lines that begin with this word.

@@ -23,6 +23,7 @@ void ScriptedForms::ShowModal(Form& form) {
   const Steps steps = std::move(expected_.front().steps);
   expected_.pop_front();
   form.Open();
+  if (!form.Placed().empty()) form.Form_Resize(form.OpeningSize(), {});
   if (steps) steps(form);
   form.Unload();
 }

@@ -50,8 +50,9 @@ struct RefreshSeams {
 
   Platform With(CacheUtilities& utilities, Shell& shell) {
     const Platform on = seams.On(outlook, boxes);
-    return {utilities, on.clock,    on.dialogs, on.environment, on.files,    on.forms,    on.inputs,
-            on.locale, on.messages, on.outlook, on.progress,    on.registry, on.settings, shell};
+    return {utilities,   on.clock,      on.dialogs,  on.environment, on.files,   on.forms,
+            on.inputs,   on.locale,     on.messages, on.outlook,     on.printer, on.progress,
+            on.registry, on.scrollBars, on.settings, shell};
   }
 };
 
