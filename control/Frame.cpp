@@ -86,7 +86,7 @@ void YearPlan::Frame::SetLive(bool live) {
   live_ = live;
   elements.Command1.SetEnabled(live);
   for (const std::string_view key : {toolbar_keys::Back, toolbar_keys::Next, toolbar_keys::Filter,
-                                     toolbar_keys::Open, toolbar_keys::Save}) {
+                                     toolbar_keys::Print, toolbar_keys::Open, toolbar_keys::Save}) {
     elements.Toolbar1.SetButtonEnabled(key, live);
   }
   legend_.SetLive(live);

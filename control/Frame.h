@@ -94,6 +94,7 @@ class YearPlan::Frame : public Planner, public EventView, public CategoryView, p
   void Command1_Click();
   void Toolbar1_ButtonClick(std::string_view key);
   void Filter_Click();
+  void Print_Click();
   void mnuNew_Click();
   void mnuAbout_Click();
   void mnuSelection_Click(int index);

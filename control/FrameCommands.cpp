@@ -9,27 +9,12 @@
 #include "exchange/CategoryImport.h"
 #include "exchange/XmlExport.h"
 #include "model/Guard.h"
+#include "model/WaitPointer.h"
 #include "platform/Forms.h"
-#include "platform/System.h"
+#include "print/frmPrint.h"
 #include "support/values/Error.h"
 
 namespace velkor {
-namespace {
-
-/// The wait pointer for as long as it lives.
-class WaitPointer {
- public:
-  explicit WaitPointer(Shell& shell) : shell_(shell) { shell_.SetWaitPointer(true); }
-  ~WaitPointer() { shell_.SetWaitPointer(false); }
-  WaitPointer(const WaitPointer&) = delete;
-  WaitPointer& operator=(const WaitPointer&) = delete;
-
- private:
-  Shell& shell_;
-};
-
-}  // namespace
-
 void YearPlan::Frame::Command1_Click() {
   if (!live_) return;
   Guard(platform_.messages, "Error refreshing the year ", [&] {
@@ -42,6 +27,7 @@ void YearPlan::Frame::Toolbar1_ButtonClick(std::string_view key) {
   if (key == toolbar_keys::Back) ChangeYear(-1);
   if (key == toolbar_keys::Next) ChangeYear(1);
   if (key == toolbar_keys::Filter) Filter_Click();
+  if (key == toolbar_keys::Print) Print_Click();
   if (key == toolbar_keys::Open) ImportCategories(platform_);
   if (key == toolbar_keys::Save) XmlExport(*this, platform_).Run();
 }
@@ -66,6 +52,18 @@ void YearPlan::Frame::Filter_Click() {
     filter.SetCategoryFilter(form.FilterText());
     filter.SetFilterMode(form.MatchAll());
     ApplyFilter(std::move(filter));
+  });
+}
+
+void YearPlan::Frame::Print_Click() {
+  Guard(platform_.messages, "Error printing ", [&] {
+    frmPrint form(grid_, names_, {TitleName, grid_.Span().FirstMonth, options.DisplaySubject},
+                  platform_);
+    {
+      const WaitPointer wait(platform_.shell);
+      if (!form.Load()) return;
+    }
+    platform_.forms.ShowModal(form);
   });
 }
 

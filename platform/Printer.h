@@ -69,10 +69,12 @@ class Printer {
   /// A picture of a page, as large as PageSize says, on which everything falls as on the printer's
   /// own pages.
   virtual std::unique_ptr<OffscreenPicture> PagePicture() = 0;
-  /// Shows the platform's print dialog, filled with the settings.
+  /// Shows the platform's print dialog, filled with the settings; also where the current printer is
+  /// gone.
   /// @return false when the user cancels; `settings` are as they were then
   virtual bool ShowDialog(PrinterSettings& settings) = 0;
   /// Begins a document; its name is what a print queue shows.
+  /// @return null when the user was asked where to, and cancelled
   virtual std::unique_ptr<PrintJob> Begin(const std::string& documentName) = 0;
 };
 

@@ -97,18 +97,13 @@ void Print(const CommandLine& line, std::ostream& out, std::ostream& messages) {
 
   PrintDocument document(year.grid, year.names);
   document.LayOut(task.options, printer.PageSize(), printer.MeasuringSurface());
-  if (const auto& failure = document.Plan().failure) {
+  if (const auto& failure = document.Failure()) {
     throw Error(errors::InvalidProcedureCall, OneLine(failure->message, "\n"));
   }
-  if (!(document.Plan().geometry.columnWidth > 0)) {
-    throw Error(errors::InvalidProcedureCall,
-                "Margins and legend leave no room for the days across the page");
-  }
   if (task.pages) return TellPages(task, year, document, out);
-  const std::string caption = YearCaption(year.grid.Span().ViewYear);
-  document.Print(printer, caption);
-  const std::size_t pages = document.Plan().pages.size();
-  out << caption << ", " << pages << (pages == 1 ? " page: " : " pages: ")
+  document.Print(*printer.Begin(document.Name()));
+  const int pages = document.PageCount();
+  out << document.Name() << ", " << pages << (pages == 1 ? " page: " : " pages: ")
       << target.absoluteFilePath().toStdString() << '\n';
 }
 

@@ -105,7 +105,7 @@ std::unique_ptr<OffscreenPicture> RecordingPrinter::PagePicture() {
 }
 
 bool RecordingPrinter::ShowDialog(PrinterSettings& settings) {
-  CurrentDevice();
+  if (devices.empty()) Fail("There is no printer");
   shown.push_back(settings);
   if (answers.empty()) return false;
   settings = answers.front();
