@@ -25,9 +25,9 @@ inline constexpr int DuplexHorizontal = 3;
 
 struct PrinterSettings {
   /// Names of the device, its driver and its port, UTF-8.
-  std::string device;
-  std::string driver;
-  std::string port;
+  std::string device = {};
+  std::string driver = {};
+  std::string port = {};
   int orientation = device_mode::Portrait;
   int copies = 1;
   /// A DMPAPER code.
