@@ -84,13 +84,13 @@ TEST_F(frmPrintTest, EveryPageIsPrintedAsItIsShown) {
   Store("Band Height", "500");
   Store("TeamHeader", "Our year");
   Show();
-  EXPECT_EQ(Status(), "Page 1 of 3  Landscape A4, 210 x 297 mm");
+  EXPECT_EQ(Status(), "Page 1 of 4  Landscape A4, 210 x 297 mm");
   std::vector<std::vector<std::string>> shown{PageLog()};
   while (IsEnabled(preview_keys::Next)) {
     Click(preview_keys::Next);
     shown.push_back(PageLog());
   }
-  EXPECT_EQ(Status(), "Page 3 of 3  Landscape A4, 210 x 297 mm");
+  EXPECT_EQ(Status(), "Page 4 of 4  Landscape A4, 210 x 297 mm");
   Click(preview_keys::Print);
   ASSERT_EQ(seams_.printer.documents.size(), 1U);
   const RecordingPrinter::Document& printed = *seams_.printer.documents[0];
