@@ -72,6 +72,10 @@ void PlannerWindow::MakeMenus() {
   };
   QMenu& file = *menuBar()->addMenu(tr("&File"));
   add(file, tr("&Open Calendar..."), QKeySequence::Open, [this] { AskForCalendar(); });
+  calendarActions_ << add(file, tr("&Print..."), QKeySequence::Print,
+                          element([](YearPlanElements& elements) {
+                            elements.Toolbar1.ClickButton(toolbar_keys::Print);
+                          }));
   file.addSeparator();
   add(file, tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { close(); });
 
