@@ -15,14 +15,17 @@ constexpr const char* PageFace = "Arial";
 constexpr double TitlePoints = 13;
 constexpr double LabelPoints = 8;
 constexpr double PageNumberPoints = 7;
+constexpr Twips PageNumberHeight = 170;
 constexpr double SubjectPoints = 6;
 
 /// Room below the title's last line, also for a surface whose lines are a little higher than those
 /// that were measured.
 constexpr Twips TitleGap = 90;
 constexpr Twips LabelMargin = 60;
-/// What a bar leaves free at each side. Two of them keep bars apart on a preview's pixels too.
+/// What a bar leaves free at each side, in very low rows and narrow columns a smaller share of
+/// them. Two of them keep bars apart on a preview's pixels too.
 constexpr float BarGap = 8;
+constexpr float BarGapShare = 0.1F;
 /// Width of lines: one pixel of a preview.
 constexpr Twips LinePen = TwipsPerPixel;
 
@@ -56,6 +59,21 @@ Font HeaderFont(Surface& surface, const GridGeometry& geometry, const CalendarNa
   for (const double size : {LabelPoints, 7.0, 6.0, 5.0, 4.0}) {
     font = PageFontOf(size);
     if (WeekdayInitialsFit(surface, geometry, names, font)) break;
+  }
+  return font;
+}
+
+/// The largest that the lowest of a page's months has room for; the smallest where none fits.
+Font MonthFont(Surface& surface, const PrintedYear& year, const PageMonths& months,
+               float bandHeight) {
+  int bands = year.layout.BandsOf(months.first);
+  for (int row = months.first + 1; row <= months.last; ++row) {
+    bands = std::min(bands, year.layout.BandsOf(row));
+  }
+  Font font;
+  for (const double size : {LabelPoints, 7.0, 6.0, 5.0, 4.0}) {
+    font = PageFontOf(size);
+    if (surface.Measure("0", font).height <= bands * double{bandHeight}) break;
   }
   return font;
 }
@@ -128,11 +146,12 @@ void PagePainter::DrawMonths(Surface& surface, const PageMonths& months) const {
   geometry.ColumnWidth = static_cast<float>(plan_.geometry.columnWidth);
   geometry.BandHeight = plan_.bandHeight;
   geometry.GridWidth = static_cast<int>(geometry.ColumnEdge(GridColumns));
-  geometry.pixel = {BarGap, BarGap};
+  if (geometry.ColumnWidth <= 0) return;
+  geometry.pixel = {std::min(BarGap, BarGapShare * geometry.ColumnWidth),
+                    std::min(BarGap, BarGapShare * geometry.BandHeight)};
   geometry.pen = LinePen;
   const GridScene scene{year_.rule,   year_.categories, year_.events,
                         year_.layout, geometry,         SubjectsBy(options_)};
-  const Font label = PageFontOf(LabelPoints);
 
   // The months' rows as they stand in the whole year, moved up to the body's top.
   const Twips top = geometry.RowTop(year_.layout, months.first);
@@ -152,6 +171,7 @@ void PagePainter::DrawMonths(Surface& surface, const PageMonths& months) const {
   {
     const ViewScope view(surface, {body_.left, grid.top, grid.left, grid.bottom},
                          {body_.left, grid.top - top});
+    const Font label = MonthFont(surface, year_, months, plan_.bandHeight);
     DrawMonthColumn(surface, scene, year_.names, label, {0, top, labelWidth, bottom}, labelWidth);
   }
   // The pen of the outermost lines reaches beyond the grid, on a preview by a whole pixel.
@@ -159,15 +179,17 @@ void PagePainter::DrawMonths(Surface& surface, const PageMonths& months) const {
   const ViewScope view(
       surface, {grid.left - Reach, grid.top - Reach, grid.right + Reach, grid.bottom + Reach},
       {grid.left, grid.top - top});
-  GridPainter painter(surface, scene, label, {0, top, grid.Width(), bottom});
-  painter.DrawBackground();
+  GridPainter painter(surface, scene, PageFontOf(LabelPoints), {0, top, grid.Width(), bottom});
+  painter.DrawShading();
   painter.DrawDayNumbers();
   painter.DrawEvents();
+  // Last, as bars reach up to them: where pixels are coarse, one would cover the other.
+  painter.DrawMonthOutlines();
 }
 
 void PagePainter::DrawLegendPart(Surface& surface, const LegendSlice& slice) const {
   const int count = slice.last - slice.first + 1;
-  if (count <= 0) return;
+  if (count <= 0 || plan_.geometry.legendTextWidth <= 0) return;
   const Twips left = body_.right - options_.LegendWidth;
   const Twips width = plan_.geometry.legendTextWidth;
   const Rect column{left, body_.top, left + width, body_.bottom};
@@ -193,7 +215,7 @@ void PagePainter::DrawLegendPart(Surface& surface, const LegendSlice& slice) con
 }
 
 void PagePainter::DrawPageNumber(Surface& surface, int page) const {
-  surface.Text({printed_.left, body_.bottom, printed_.right, printed_.bottom},
+  surface.Text({printed_.left, printed_.bottom - PageNumberHeight, printed_.right, printed_.bottom},
                "Page " + std::to_string(page) + " of " + std::to_string(PageCount()),
                PageFontOf(PageNumberPoints), colours::Black, NumberFlags);
 }

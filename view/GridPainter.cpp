@@ -14,6 +14,9 @@ namespace {
 constexpr TextFlags DayNumberFlags =
     text_flags::Right | text_flags::SingleLine | text_flags::VerticalCentre | text_flags::NoPrefix;
 
+/// What must be seen of a line of text: down to the baseline, which most fonts have at four fifths.
+constexpr double LeastPartOfLine = 0.8;
+
 }  // namespace
 
 Colour ReadableOn(Colour back) {
@@ -32,6 +35,11 @@ GridPainter::GridPainter(Surface& surface, const GridScene& scene, const Font& f
       visible_(visible) {}
 
 void GridPainter::DrawBackground() {
+  DrawShading();
+  DrawMonthOutlines();
+}
+
+void GridPainter::DrawShading() {
   surface_.Fill(visible_, grid_colours::Back);
   for (int column = 1; column <= GridColumns; ++column) {
     if (!IsWeekend(column)) continue;
@@ -54,6 +62,10 @@ void GridPainter::DrawBackground() {
       surface_.Fill({monthEnd, top, gridEnd, bottom}, grid_colours::OutOfMonth);
     }
   }
+}
+
+void GridPainter::DrawMonthOutlines() {
+  const MonthColumns& columns = scene_.rule.columns;
   for (int row = 1; row <= MonthRows; ++row) {
     const Twips top = geometry_.RowTop(layout_, row);
     const Twips bottom = geometry_.RowBottom(layout_, row);
@@ -112,16 +124,23 @@ Font GridPainter::FontForSubjects() const {
   return font;
 }
 
+bool GridPainter::SubjectsCanBeRead(const Font& font) const {
+  if (!scene_.subjects.size) return true;
+  const double bar = double{geometry_.BandHeight} - 2 * double{geometry_.pixel.height};
+  return bar >= LeastPartOfLine * surface_.Measure("0", font).height;
+}
+
 void GridPainter::DrawEvents() {
   const SubjectStyle& subjects = scene_.subjects;
   const Font font = subjects.shown ? FontForSubjects() : font_;
+  const bool shown = subjects.shown && SubjectsCanBeRead(font);
   for (const Bar& bar : layout_.bars) {
     const Rect rect = BarRect(bar, geometry_, layout_);
     if (!InSight(rect.top, rect.bottom)) continue;
     const CalEvent& event = scene_.events[bar.event];
     const Colour colour = scene_.categories.At(event.CatIndex).colour;
     surface_.Fill(rect, colour);
-    if (subjects.shown) {
+    if (shown) {
       surface_.Text(rect, Globals::StripControlChars(event.Subject), font, ReadableOn(colour),
                     subjects.flags);
     }

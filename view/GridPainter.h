@@ -30,12 +30,16 @@ class GridPainter {
   GridPainter(Surface& surface, const YearGrid& grid, const Font& font, const Rect& visible)
       : GridPainter(surface, SceneOf(grid), font, visible) {}
 
-  /// Clears, then shades the weekends and the cells outside each month and outlines the months.
+  /// Shading, then the months' outlines.
   void DrawBackground();
+  /// Clears, then shades the weekends and the cells outside each month.
+  void DrawShading();
+  void DrawMonthOutlines();
   /// Writes each day's number into the band that no event takes, where they can be
   /// read.
   void DrawDayNumbers();
-  /// One filled bar for each event and row, with its subject when subjects are shown.
+  /// One filled bar for each event and row, with its subject when subjects are shown. Subjects of a
+  /// fixed size that bars are too low for are left out.
   void DrawEvents();
   void DrawToday(Date today);
 
@@ -45,9 +49,12 @@ class GridPainter {
   }
   /// The grid's font at the subjects' size.
   Font FontForSubjects() const;
+  bool SubjectsCanBeRead(const Font& font) const;
   /// The largest font whose day numbers fit a band and a column; none when they are too small.
   std::optional<Font> FontForDayNumbers() const;
-  Twips DayNumberMargin() const { return 2 * Twips{geometry_.pixel.width}; }
+  Twips DayNumberMargin() const {
+    return 2 * (geometry_.pen > 0 ? geometry_.pen : double{geometry_.pixel.width});
+  }
 
   Surface& surface_;
   GridScene scene_;
