@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QApplication>
 #include <QScrollBar>
 #include <QStyle>
 #include <QTest>
@@ -59,7 +60,9 @@ class QtScrollBarsCase : public testing::Test {
     const QPointF at(5, 5);
     QWheelEvent event(at, widget->mapToGlobal(at), {}, angle, Qt::NoButton, keys, Qt::NoScrollPhase,
                       false);
-    QCoreApplication::sendEvent(widget, &event);
+    // Only events of the system go on to the parent of who ignores them.
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    qApp->notify(widget, &event);
   }
 
   PictureBox picture{"picParent"};
@@ -162,7 +165,8 @@ TEST_F(QtScrollBarsCase, WheelsOfTheWidgetItsChildrenAndItsBarsAreHeard) {
   for (QWidget* const widget : {peer, child, static_cast<QWidget*>(Widget(Horizontal))}) {
     for (const Row& row : rows) {
       Turn(widget, row.angle, row.keys);
-      EXPECT_EQ(TakeEvents(), row.events) << row.angle.x() << ' ' << row.angle.y();
+      EXPECT_EQ(TakeEvents(), row.events)
+          << widget->objectName().toStdString() << ' ' << row.angle.x() << ' ' << row.angle.y();
     }
   }
   EXPECT_EQ(bars.Value(Horizontal), 0);
@@ -180,6 +184,7 @@ TEST_F(QtScrollBarsCase, BarsAndWidgetMayEndInAnyOrder) {
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   EXPECT_EQ(peer->findChildren<QScrollBar*>().size(), 2);
   bars.SetMax(Vertical, 1000);
+  bars.onChange = nullptr;
   delete peer;
   bars.SetVisible(Vertical, true);
   bars.SetValue(Vertical, 40);
