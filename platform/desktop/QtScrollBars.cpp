@@ -67,6 +67,7 @@ class Bars : public QObject, public WindowScrollBars {
     corner_->setAutoFillBackground(true);
     corner_->setAttribute(Qt::WA_NoMousePropagation);
     corner_->setCursor(Qt::ArrowCursor);
+    corner_->installEventFilter(this);
     corner_->hide();
     window_->installEventFilter(this);
   }
