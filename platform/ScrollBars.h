@@ -59,6 +59,8 @@ inline constexpr std::uint32_t VerticalScroll = 0x0115;
 inline constexpr std::uint32_t MouseWheel = 0x020A;
 /// The wheel is tilted.
 inline constexpr std::uint32_t HorizontalWheel = 0x020E;
+/// What a wheel's message counts for one notch (WHEEL_DELTA).
+inline constexpr int DeltaPerNotch = 120;
 }  // namespace window_messages
 
 /// Low words of a scroll message's wParam (winuser.h, SB_LINEUP and its neighbours); "back" is up
@@ -77,6 +79,22 @@ inline constexpr std::uint64_t Last = 7;
 inline constexpr std::uint64_t EndScroll = 8;
 }  // namespace scroll_requests
 
+/// What a window hears when its own bar asks for something, one of scroll_requests.
+constexpr WindowMessage ScrollMessage(ScrollBarSide side, std::uint64_t request) {
+  return {.id = side == ScrollBarSide::Vertical ? window_messages::VerticalScroll
+                                                : window_messages::HorizontalScroll,
+          .wParam = request};
+}
+
+/// What a window hears when the wheel turns, or is tilted for the horizontal side; above 0: away
+/// from the user or to the right. The message has 16 bits for it, so that more ends there.
+constexpr WindowMessage WheelMessage(ScrollBarSide side, int delta) {
+  const auto kept = static_cast<std::uint16_t>(std::clamp(delta, INT16_MIN, INT16_MAX));
+  return {.id = side == ScrollBarSide::Vertical ? window_messages::MouseWheel
+                                                : window_messages::HorizontalWheel,
+          .wParam = std::uint64_t{kept} << 16};
+}
+
 /// The two bars of one window. Like a window's own, they do not move by themselves: whoever hears
 /// onMessage sets the position. A window that is gone keeps its values and shows nothing.
 class WindowScrollBars {
@@ -92,7 +110,8 @@ class WindowScrollBars {
   /// Room that a bar takes when it is visible: width of the vertical one, height of the other.
   virtual Extent Thickness() = 0;
 
-  /// Every scroll and wheel message of the window, and those that were registered.
+  /// Every scroll and wheel message of the window, and those that were registered. Who hears it may
+  /// destroy these bars: they call a copy, and touch nothing of their own afterwards.
   std::function<void(const WindowMessage&)> onMessage;
 };
 

@@ -25,7 +25,7 @@
 #include "platform/desktop/ProcessCacheUtility.h"
 #include "platform/desktop/QtDialogs.h"
 #include "platform/desktop/QtPrinter.h"
-#include "platform/headless/ScriptedScrollBars.h"
+#include "platform/desktop/QtScrollBars.h"
 
 class QWidget;
 
@@ -110,7 +110,7 @@ class PlannerSession : public ControlHost {
   QtInputBoxes inputs_;
   QtProgress progress_;
   QtPrinter printer_;
-  ScriptedScrollBars scrollBars_;
+  QtScrollBars scrollBars_;
   DesktopClock clock_;
   CalendarEnvironment environment_;
   DesktopFiles files_;

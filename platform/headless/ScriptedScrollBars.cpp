@@ -2,6 +2,7 @@
 #include "platform/headless/ScriptedScrollBars.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "platform/Elements.h"
@@ -15,7 +16,8 @@ class Bars : public WindowScrollBars {
       : window_(std::move(window)), thickness_(thickness) {
     window_->attached = true;
     window_->hear = [this](const WindowMessage& message) {
-      if (onMessage) onMessage(message);
+      const auto heard = onMessage;
+      if (heard) heard(message);
     };
   }
   ~Bars() override {
@@ -43,7 +45,34 @@ class Bars : public WindowScrollBars {
 
 void ScriptedScrollBars::Send(const std::string& element, const WindowMessage& message) {
   const auto found = windows.find(element);
-  if (found != windows.end() && found->second->hear) found->second->hear(message);
+  if (found == windows.end()) return;
+  const auto hear = found->second->hear;
+  if (hear) hear(message);
+}
+
+void ScriptedScrollBars::Click(const std::string& element, ScrollBarSide side,
+                               std::uint64_t request) {
+  Send(element, ScrollMessage(side, request));
+  Send(element, ScrollMessage(side, scroll_requests::EndScroll));
+}
+
+void ScriptedScrollBars::Drag(const std::string& element, ScrollBarSide side,
+                              std::int32_t position) {
+  const auto found = windows.find(element);
+  if (found == windows.end()) return;
+  (*found->second)[side].info.trackPosition = position;
+  // Messages carry 16 bits of the position.
+  const std::uint64_t bits = static_cast<std::uint16_t>(position);
+  Send(element, ScrollMessage(side, bits << 16 | scroll_requests::ThumbTrack));
+}
+
+void ScriptedScrollBars::LetGo(const std::string& element, ScrollBarSide side) {
+  Click(element, side, scroll_requests::ThumbPosition);
+}
+
+void ScriptedScrollBars::Turn(const std::string& element, ScrollBarSide side, double notches) {
+  const double delta = notches * window_messages::DeltaPerNotch;
+  Send(element, WheelMessage(side, static_cast<int>(std::lround(delta))));
 }
 
 std::unique_ptr<WindowScrollBars> ScriptedScrollBars::Attach(Element& window) {

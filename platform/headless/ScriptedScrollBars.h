@@ -42,6 +42,15 @@ class ScriptedScrollBars : public ScrollBars {
 
   /// A message to the window of an attached element; nothing happens to others.
   void Send(const std::string& element, const WindowMessage& message);
+  /// What a click on an arrow or the track sends, `request` being one of scroll_requests.
+  void Click(const std::string& element, ScrollBarSide side, std::uint64_t request);
+  /// Drags the thumb to a position, and again to the next one.
+  void Drag(const std::string& element, ScrollBarSide side, std::int32_t position);
+  /// Lets a dragged thumb go.
+  void LetGo(const std::string& element, ScrollBarSide side);
+  /// Turns the wheel, or tilts it for the horizontal side, by notches; above 0: away from the user
+  /// or to the right.
+  void Turn(const std::string& element, ScrollBarSide side, double notches);
 
   std::unique_ptr<WindowScrollBars> Attach(Element& window) override;
   CommonControlsVersion CommonControls() override { return commonControls; }
