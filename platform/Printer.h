@@ -73,6 +73,7 @@ class Printer {
   /// @return false when the user cancels; `settings` are as they were then
   virtual bool ShowDialog(PrinterSettings& settings) = 0;
   /// Begins a document; its name is what a print queue shows.
+  /// @return null when the user was asked where to and cancelled
   virtual std::unique_ptr<PrintJob> Begin(const std::string& documentName) = 0;
 };
 

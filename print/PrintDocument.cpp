@@ -29,15 +29,17 @@ void PrintDocument::DrawPage(Surface& surface, int page) const {
   PagePainter(year, options_, metrics_, plan_).Draw(surface, page);
 }
 
-void PrintDocument::Print(Printer& printer, const std::string& name) const {
-  if (plan_.failure) return;
+bool PrintDocument::Print(Printer& printer, const std::string& name) const {
+  if (plan_.failure) return false;
   const auto job = printer.Begin(name);
+  if (!job) return false;
   const int count = static_cast<int>(plan_.pages.size());
   for (int page = 1; page <= count; ++page) {
     if (page > 1) job->NewPage();
     DrawPage(job->Page(), page);
   }
   job->EndDocument();
+  return true;
 }
 
 }  // namespace velkor

@@ -40,7 +40,8 @@ class PrintDocument {
 
   /// Prints every page of the plan; nothing of one that failed. Throws Error when the printer fails
   /// or there is none; the document is given up then.
-  void Print(Printer& printer, const std::string& name) const;
+  /// @return whether it was printed
+  bool Print(Printer& printer, const std::string& name) const;
 
  private:
   const YearGrid& grid_;
