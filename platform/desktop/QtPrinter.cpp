@@ -257,7 +257,11 @@ bool QtPrinter::ShowDialog(PrinterSettings& settings) {
   // Without a printer it is a PDF file, too.
   QPrinter chosen(QPrinter::HighResolution);
   File();
-  if (printer_) chosen.setPrinterName(Device().printerName());
+  if (printer_) {
+    chosen.setPrinterName(Device().printerName());
+  } else {
+    chosen.setOutputFileName(ToQt(file_->Current().port));
+  }
   Set(chosen, settings);
   QWidget* const open = QApplication::activeModalWidget();
   QPrintDialog dialog(&chosen, open != nullptr ? open : parent_.data());
