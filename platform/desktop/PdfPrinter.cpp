@@ -13,7 +13,6 @@
 namespace velkor {
 namespace {
 
-constexpr const char* Device = "PDF file";
 constexpr double TwipsPerPoint = 20;
 
 class Job : public PrintJob {
@@ -58,15 +57,20 @@ class Job : public PrintJob {
 }  // namespace
 
 PdfPrinter::PdfPrinter(std::string path)
-    : path_(std::move(path)),
+    : PdfPrinter([path](const std::string& /*documentName*/) { return path; }) {
+  path_ = std::move(path);
+}
+
+PdfPrinter::PdfPrinter(FileQuestion ask)
+    : ask_(std::move(ask)),
       layout_(PageSizeOfPaper(paper_), QPageLayout::Portrait, QMarginsF(0, 0, 0, 0)) {}
 
 std::vector<std::string> PdfPrinter::Devices() {
-  return {Device};
+  return {DeviceName};
 }
 
 PrinterSettings PdfPrinter::Current() {
-  return {.device = Device,
+  return {.device = DeviceName,
           .driver = "PDF",
           .port = path_,
           .orientation = FromQtOrientation(layout_.orientation()),
@@ -76,7 +80,7 @@ PrinterSettings PdfPrinter::Current() {
 }
 
 void PdfPrinter::SelectDevice(const std::string& device) {
-  if (device != Device) {
+  if (device != DeviceName) {
     throw Error(errors::DeviceUnavailable, "There is no printer " + device, "Printer");
   }
 }
@@ -111,7 +115,9 @@ bool PdfPrinter::ShowDialog(PrinterSettings& /*settings*/) {
 }
 
 std::unique_ptr<PrintJob> PdfPrinter::Begin(const std::string& documentName) {
-  return std::make_unique<Job>(path_, layout_, documentName);
+  const std::string path = ask_(documentName);
+  if (path.empty()) return nullptr;
+  return std::make_unique<Job>(path, layout_, documentName);
 }
 
 }  // namespace velkor

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <QPageLayout>
+#include <functional>
 #include <optional>
+#include <string>
 
 #include "platform/Printer.h"
 #include "platform/desktop/QtPages.h"
@@ -16,8 +18,14 @@ namespace velkor {
 /// Needs a QGuiApplication.
 class PdfPrinter : public Printer {
  public:
+  static constexpr const char* DeviceName = "PDF file";
+  /// The file for a document of this name, UTF-8; empty for one that is not to be printed.
+  using FileQuestion = std::function<std::string(const std::string& documentName)>;
+
   /// @param path  UTF-8
   explicit PdfPrinter(std::string path);
+  /// Has no file until a document begins.
+  explicit PdfPrinter(FileQuestion ask);
 
   std::vector<std::string> Devices() override;
   PrinterSettings Current() override;
@@ -30,6 +38,7 @@ class PdfPrinter : public Printer {
   std::unique_ptr<PrintJob> Begin(const std::string& documentName) override;
 
  private:
+  FileQuestion ask_;
   std::string path_;
   int paper_ = device_mode::PaperA4;
   QPageLayout layout_;

@@ -53,7 +53,7 @@ QString DocumentsFolder() {
 
 /// Empty when the user cancels.
 QString Show(const FileDialog& dialog, const QString& folder, QWidget* parent,
-             QFileDialog::AcceptMode mode) {
+             QFileDialog::AcceptMode mode, const std::string& proposed = {}) {
   QFileDialog window(parent, ToQt(dialog.title), folder);
   window.setOption(QFileDialog::DontUseNativeDialog);
   window.setOption(QFileDialog::DontConfirmOverwrite,
@@ -67,6 +67,7 @@ QString Show(const FileDialog& dialog, const QString& folder, QWidget* parent,
   for (const NameFilter& filter : filters) texts << filter.text;
   window.setNameFilters(texts);
   window.setDefaultSuffix(ToQt(dialog.defaultExtension));
+  if (!proposed.empty()) window.selectFile(ToQt(proposed));
   QObject::connect(&window, &QFileDialog::filterSelected, &window, [&](const QString& text) {
     QString suffix = ToQt(dialog.defaultExtension);
     for (const NameFilter& filter : filters) {
@@ -160,8 +161,12 @@ std::string QtCommonDialogs::ShowOpen(const FileDialog& dialog) {
 }
 
 std::string QtCommonDialogs::ShowSave(const FileDialog& dialog) {
+  return ShowSave(dialog, {});
+}
+
+std::string QtCommonDialogs::ShowSave(const FileDialog& dialog, const std::string& proposed) {
   while (true) {
-    const QString chosen = Show(dialog, folder_, Over(parent_), QFileDialog::AcceptSave);
+    const QString chosen = Show(dialog, folder_, Over(parent_), QFileDialog::AcceptSave, proposed);
     if (chosen.isEmpty()) return {};
     folder_ = QFileInfo(chosen).absolutePath();
     const QString existing = QFileInfo(chosen).canonicalFilePath();

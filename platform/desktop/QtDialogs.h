@@ -22,6 +22,8 @@ class QtCommonDialogs : public CommonDialogs {
 
   std::string ShowOpen(const FileDialog& dialog) override;
   std::string ShowSave(const FileDialog& dialog) override;
+  /// Begins with a file name, UTF-8, without a folder; empty for none.
+  std::string ShowSave(const FileDialog& dialog, const std::string& proposed);
   std::optional<Colour> ShowColour(Colour current) override;
 
  private:

@@ -14,27 +14,15 @@
 #include <string>
 #include <vector>
 
-#include "platform/desktop/QtPeers.h"
+#include "platform/desktop/QtElementWidgets.h"
+#include "platform/desktop/QtFormWindow.h"
 #include "platform/desktop/QtText.h"
-#include "support/values/Error.h"
 
 namespace velkor {
 namespace {
 
 constexpr int LeastTextWidth = 360;
 constexpr double HeadingScale = 1.6;
-
-/// The widget of an element of one of these kinds; null when it is of none of them.
-template <typename... Kinds>
-QWidget* MakeWidgetOf(Element& element, QWidget* parent) {
-  QWidget* widget = nullptr;
-  const auto attempt = [&](auto* mirrored) {
-    if (mirrored) widget = MakePeer(*mirrored, parent, Placement::Layout);
-    return mirrored != nullptr;
-  };
-  (attempt(dynamic_cast<Kinds*>(&element)) || ...);
-  return widget;
-}
 
 bool IsInput(const Element& element) {
   return dynamic_cast<const TextBox*>(&element) || dynamic_cast<const CheckBox*>(&element) ||
@@ -77,7 +65,9 @@ class FormLayout {
     bool grows = false;
     for (std::size_t i = 0; i < row.cells.size(); ++i) {
       Element& element = *row.cells[i].element;
-      QWidget* const widget = MakeWidget(element);
+      QWidget* const widget =
+          MakePeerOf<Label, CommandButton, Image, TextBox, CheckBox, OptionButton, ComboBox,
+                     CheckListBox>(element, &dialog_, Placement::Layout);
       const int share = ShareOf(row, row.cells[i]);
       shares += share;
       Fit(*widget, row, share);
@@ -103,14 +93,6 @@ class FormLayout {
     auto* const frame = new QGroupBox(ToQt(group), &dialog_);
     frame_ = new QVBoxLayout(frame);
     rows_->addWidget(frame);
-  }
-
-  QWidget* MakeWidget(Element& element) {
-    QWidget* const widget = MakeWidgetOf<Label, CommandButton, Image, TextBox, CheckBox,
-                                         OptionButton, ComboBox, CheckListBox>(element, &dialog_);
-    if (widget) return widget;
-    throw Error(errors::InvalidProcedureCall, "A form cannot show the element " + element.Name(),
-                "QtForms");
   }
 
   /// Pictures and the buttons at the bottom keep their size.
@@ -182,8 +164,10 @@ class FormLayout {
 }  // namespace
 
 void QtForms::ShowModal(Form& form) {
-  QWidget* const above = QApplication::activeModalWidget();
-  QDialog dialog(above ? above : parent_.data());
+  QWidget* const open = QApplication::activeModalWidget();
+  QWidget* const parent = open ? open : parent_.data();
+  if (!form.Placed().empty()) return QtFormWindow(form, parent).ShowModal();
+  QDialog dialog(parent);
   dialog.setObjectName(ToQt(form.Name()));
   dialog.setWindowTitle(ToQt(form.Title()));
   dialog.setAccessibleName(ToQt(form.Title()));

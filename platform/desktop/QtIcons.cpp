@@ -52,6 +52,35 @@ void DrawPrint(QPainter& painter) {
   painter.drawRect(QRectF(7, 14, 10, 7));
 }
 
+/// With a gear that its lines make room for.
+void DrawPrintSetup(QPainter& painter) {
+  Polyline(painter, {{7, 8}, {7, 3}, {17, 3}, {17, 8}});
+  Polyline(painter, {{7, 17}, {3, 17}, {3, 8}, {21, 8}, {21, 10}});
+  Polyline(painter, {{10, 14}, {7, 14}, {7, 21}, {10, 21}});
+  const QPointF centre(17, 17);
+  painter.drawEllipse(centre, 3, 3);
+  constexpr int Teeth = 8;
+  for (int tooth = 0; tooth < Teeth; ++tooth) {
+    const QLineF spoke = QLineF::fromPolar(1, tooth * 360.0 / Teeth);
+    painter.drawLine(centre + spoke.p2() * 4, centre + spoke.p2() * 5.3);
+  }
+}
+
+/// A sheet with its margins.
+void DrawPageSetup(QPainter& painter) {
+  painter.drawRect(QRectF(4, 3, 16, 18));
+  QPen margin = painter.pen();
+  margin.setWidthF(LineWidth / 2);
+  painter.setPen(margin);
+  for (const double x : {7.5, 16.5}) painter.drawLine(QPointF(x, 4), QPointF(x, 20));
+  for (const double y : {6.5, 17.5}) painter.drawLine(QPointF(5, y), QPointF(19, y));
+}
+
+void DrawZoom(QPainter& painter) {
+  painter.drawEllipse(QPointF(10, 10), 6.5, 6.5);
+  painter.drawLine(QPointF(15, 15), QPointF(21, 21));
+}
+
 void DrawOpen(QPainter& painter) {
   Polyline(painter, {{4, 19}, {3, 19}, {3, 5}, {9, 5}, {11, 8}, {19, 8}, {19, 11}});
   painter.drawPolygon(QPolygonF({{4, 19}, {7, 11}, {22, 11}, {19, 19}}));
@@ -124,7 +153,7 @@ class LineIcon : public QIconEngine {
 }  // namespace
 
 QIcon IconFor(int image, const QPalette& palette) {
-  static constexpr std::array<std::pair<int, Draw>, 7> Icons{{
+  static constexpr std::array<std::pair<int, Draw>, 10> Icons{{
       {toolbar_images::Back, DrawBack},
       {toolbar_images::Next, DrawNext},
       {toolbar_images::Print, DrawPrint},
@@ -132,6 +161,9 @@ QIcon IconFor(int image, const QPalette& palette) {
       {toolbar_images::ActiveFilter, DrawActiveFilter},
       {toolbar_images::Open, DrawOpen},
       {toolbar_images::Save, DrawSave},
+      {toolbar_images::PrintSetup, DrawPrintSetup},
+      {toolbar_images::PageSetup, DrawPageSetup},
+      {toolbar_images::Zoom, DrawZoom},
   }};
   for (const auto& [number, draw] : Icons) {
     if (number == image) return QIcon(new LineIcon(draw, palette));

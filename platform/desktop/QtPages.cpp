@@ -15,17 +15,28 @@ constexpr double TwipsPerInch = 1440;
   throw Error(errors::DeviceInputOutput, reason, "Printer");
 }
 
+/// Logical pixels of a page's side.
+double PictureSide(Twips length, float pixel) {
+  // 17 metres.
+  constexpr double Longest = 200000;
+  const double pixels = RoundHalfEven(length / static_cast<double>(pixel));
+  return std::fmin(std::fmax(pixels, 1), Longest);
+}
+
 /// Device pixels to a logical one.
 double PictureScale(Extent page) {
   constexpr double MostPixels = 1 << 24;
-  const double pixels = page.width / static_cast<double>(PagePixel.width) * page.height /
-                        static_cast<double>(PagePixel.height);
-  return pixels > MostPixels ? std::sqrt(MostPixels / pixels) : 1;
+  // A painter's limit for either side.
+  constexpr double MostInLine = 32767;
+  const double width = PictureSide(page.width, PagePixel.width);
+  const double height = PictureSide(page.height, PagePixel.height);
+  return std::min(
+      {1.0, std::sqrt(MostPixels / (width * height)), MostInLine / std::max(width, height)});
 }
 
 QImage WhitePicture(Extent page, double scale) {
   const auto side = [scale](Twips length, float pixel) {
-    return std::max(1, static_cast<int>(std::ceil(ToPixel(length, pixel) * scale)));
+    return std::max(1, static_cast<int>(PictureSide(length, pixel) * scale));
   };
   QImage image(side(page.width, PagePixel.width), side(page.height, PagePixel.height),
                QImage::Format_RGB32);
@@ -44,10 +55,13 @@ QtPagePicture::QtPagePicture(Extent page)
 
 void QtPagePicture::CopyTo(Surface& surface, const Rect& rect) {
   auto& target = dynamic_cast<QtSurface&>(surface);
-  const QSize size = target.DevicePixels(rect);
+  // Larger than it is, only what is seen is scaled, when it is drawn.
+  const QSize size = target.DevicePixels(rect).boundedTo(image_.size());
   if (size.isEmpty()) return;
-  if (shown_.size() != size) {
+  if (size == image_.size()) return target.DrawPicture(rect, image_);
+  if (shown_.size() != size || shownDrawings_ != surface_.Drawings()) {
     shown_ = image_.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    shownDrawings_ = surface_.Drawings();
   }
   target.DrawPicture(rect, shown_);
 }

@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QPagedPaintDevice>
 #include <QPainter>
+#include <cstdint>
 #include <optional>
 
 #include "platform/OffscreenPicture.h"
@@ -53,11 +54,11 @@ class QtMeasuringPage {
 /// pixels; larger ones have fewer, so that a picture needs at most 64 MB.
 class QtPagePicture : public OffscreenPicture {
  public:
-  /// @param page  in twips
+  /// @param page  in twips; a side that no page has is taken as the nearest one that a page has
   explicit QtPagePicture(Extent page);
 
   Surface& Drawing() override { return surface_; }
-  /// Onto a QtSurface only.
+  /// Onto a QtSurface only. The last size is kept until something is drawn, and copied at once.
   void CopyTo(Surface& surface, const Rect& rect) override;
 
  private:
@@ -65,8 +66,9 @@ class QtPagePicture : public OffscreenPicture {
   QImage image_;
   QPainter painter_;
   QtSurface surface_;
-  /// As it was shown last.
+  /// As it was shown last, and of which drawing that was.
   QImage shown_;
+  std::uint64_t shownDrawings_ = 0;
 };
 
 }  // namespace velkor

@@ -3,8 +3,10 @@
 #include "platform/desktop/QtPrinter.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QPrintDialog>
 #include <QPrinterInfo>
+#include <QPushButton>
 #include <algorithm>
 #include <functional>
 #include <utility>
@@ -42,6 +44,15 @@ int FromQtDuplex(QPrinter::DuplexMode duplex, int orientation) {
   // The long side of upright pages, the short one of others.
   return orientation == device_mode::Landscape ? device_mode::DuplexHorizontal
                                                : device_mode::DuplexVertical;
+}
+
+/// A document's name as that of a file.
+std::string FileNameOf(const std::string& documentName) {
+  QString name = ToQt(documentName);
+  for (QChar& c : name) {
+    if (c.unicode() < u' ' || QStringLiteral("\\/:*?\"<>|").contains(c)) c = u'-';
+  }
+  return (name.isEmpty() ? "Document" : name.toStdString()) + ".pdf";
 }
 
 /// The printer's own sheet of a size, whose name it knows; none where it has no such sheet.
@@ -153,20 +164,42 @@ class Job : public PrintJob {
 
 }  // namespace
 
-QPrinter& QtPrinter::Device() {
-  if (printer_) {
-    const QString name = printer_->printerName();
-    if (QPrinterInfo::printerInfo(name).isNull()) {
-      FailWithout("The printer " + name.toStdString() + " is not there any more");
+PdfPrinter* QtPrinter::File() {
+  if (!printer_ && !file_) {
+    QPrinterInfo info = QPrinterInfo::defaultPrinter();
+    if (info.isNull()) info = QPrinterInfo::availablePrinters().value(0);
+    if (info.isNull()) {
+      AskForFiles();
+    } else {
+      SetDevice(info);
     }
-    return *printer_;
   }
-  QPrinterInfo info = QPrinterInfo::defaultPrinter();
-  if (info.isNull()) info = QPrinterInfo::availablePrinters().value(0);
-  if (info.isNull()) FailWithout("There is no printer");
+  return file_ ? &*file_ : nullptr;
+}
+
+QPrinter& QtPrinter::Device() {
+  const QString name = printer_->printerName();
+  if (QPrinterInfo::printerInfo(name).isNull()) {
+    FailWithout("The printer " + name.toStdString() + " is not there any more");
+  }
+  return *printer_;
+}
+
+void QtPrinter::SetDevice(const QPrinterInfo& info) {
+  file_.reset();
   printer_ = std::make_unique<QPrinter>(info, QPrinter::HighResolution);
   UseWholePrintableArea(*printer_);
-  return *printer_;
+}
+
+void QtPrinter::AskForFiles() {
+  printer_.reset();
+  file_.emplace([this](const std::string& documentName) {
+    const FileDialog dialog{.filter = "PDF Files(*.pdf)|*.pdf",
+                            .title = "Print to a PDF file",
+                            .flags = file_dialog_flags::OverwritePrompt,
+                            .defaultExtension = "pdf"};
+    return fileDialogs_.ShowSave(dialog, FileNameOf(documentName));
+  });
 }
 
 std::vector<std::string> QtPrinter::Devices() {
@@ -174,43 +207,44 @@ std::vector<std::string> QtPrinter::Devices() {
   for (const QString& name : QPrinterInfo::availablePrinterNames()) {
     names.push_back(name.toStdString());
   }
+  if (names.empty()) names.emplace_back(PdfPrinter::DeviceName);
   return names;
 }
 
 PrinterSettings QtPrinter::Current() {
-  PrinterSettings settings = SettingsOf(Device(), paper_);
-  if (file_) {
-    const PrinterSettings ofFile = file_->Current();
-    settings.orientation = ofFile.orientation;
-    settings.copies = ofFile.copies;
-    settings.paperSize = ofFile.paperSize;
-    settings.duplex = ofFile.duplex;
+  PdfPrinter* const file = File();
+  if (!file) return SettingsOf(Device(), paper_);
+  PrinterSettings settings = file->Current();
+  if (printer_) {
+    const PrinterSettings instead = SettingsOf(*printer_, paper_);
+    settings.device = instead.device;
+    settings.driver = instead.driver;
+    settings.port = instead.port;
   }
   return settings;
 }
 
 void QtPrinter::SelectDevice(const std::string& device) {
   const QPrinterInfo info = QPrinterInfo::printerInfo(ToQt(device));
-  if (info.isNull()) FailWithout("There is no printer " + device);
-  file_.reset();
-  printer_ = std::make_unique<QPrinter>(info, QPrinter::HighResolution);
-  UseWholePrintableArea(*printer_);
+  if (!info.isNull()) return SetDevice(info);
+  if (device != PdfPrinter::DeviceName) FailWithout("There is no printer " + device);
+  AskForFiles();
 }
 
 void QtPrinter::Apply(const PrinterSettings& settings) {
-  if (file_) return file_->Apply(settings);
+  if (PdfPrinter* const file = File()) return file->Apply(settings);
   Set(Device(), settings);
   paper_ = settings.paperSize;
 }
 
 Extent QtPrinter::PageSize() {
-  if (file_) return file_->PageSize();
+  if (PdfPrinter* const file = File()) return file->PageSize();
   const QRectF area = Device().pageLayout().paintRect(QPageLayout::Point);
   return {area.width() * TwipsPerPoint, area.height() * TwipsPerPoint};
 }
 
 Surface& QtPrinter::MeasuringSurface() {
-  Device();
+  if (!File()) Device();
   if (!measuring_) measuring_.emplace();
   return measuring_->Page();
 }
@@ -220,26 +254,39 @@ std::unique_ptr<OffscreenPicture> QtPrinter::PagePicture() {
 }
 
 bool QtPrinter::ShowDialog(PrinterSettings& settings) {
-  QPrinter chosen(QPrinterInfo(Device()), QPrinter::HighResolution);
+  // Without a printer it is a PDF file, too.
+  QPrinter chosen(QPrinter::HighResolution);
+  File();
+  if (printer_) {
+    chosen.setPrinterName(Device().printerName());
+  } else {
+    chosen.setOutputFileName(ToQt(file_->Current().port));
+  }
   Set(chosen, settings);
   QWidget* const open = QApplication::activeModalWidget();
   QPrintDialog dialog(&chosen, open != nullptr ? open : parent_.data());
   dialog.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintShowPageSize |
                     QAbstractPrintDialog::PrintCollateCopies);
+  dialog.setWindowTitle(QStringLiteral("Printer setup"));
+  // Nothing is printed yet.
+  const auto* const buttons = dialog.findChild<QDialogButtonBox*>();
+  QPushButton* const accept = buttons ? buttons->button(QDialogButtonBox::Ok) : nullptr;
+  if (accept) accept->setText(QStringLiteral("OK"));
   if (dialog.exec() != QDialog::Accepted) return false;
 
-  const std::string device = settings.device;
-  settings = SettingsOf(chosen, settings.paperSize);
+  const PrinterSettings before = std::exchange(settings, SettingsOf(chosen, settings.paperSize));
   file_.reset();
   if (chosen.outputFormat() == QPrinter::PdfFormat) {
-    settings.device = device;
+    settings.device = before.device;
+    settings.driver = before.driver;
+    settings.port = before.port;
     file_.emplace(chosen.outputFileName().toStdString());
   }
   return true;
 }
 
 std::unique_ptr<PrintJob> QtPrinter::Begin(const std::string& documentName) {
-  if (file_) return file_->Begin(documentName);
+  if (PdfPrinter* const file = File()) return file->Begin(documentName);
   Device();
   return std::make_unique<Job>([this, documentName](const auto& pages) {
     QPrinter& printer = Device();

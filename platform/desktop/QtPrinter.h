@@ -10,6 +10,7 @@
 
 #include "platform/Printer.h"
 #include "platform/desktop/PdfPrinter.h"
+#include "platform/desktop/QtDialogs.h"
 #include "platform/desktop/QtPages.h"
 
 namespace velkor {
@@ -20,11 +21,15 @@ namespace velkor {
 ///
 /// Where the user chooses a PDF file in the print dialog, the current printer keeps its name, and
 /// paper, page size and documents are those of that file until a printer is chosen again.
+/// A desktop without printers has a PDF file as its printer: each document asks for the file that
+/// it goes to, unless one was chosen in the print dialog.
 /// Needs a QApplication.
 class QtPrinter : public Printer {
  public:
-  /// @param parent  what the dialog opens over, unless another dialog is open
-  explicit QtPrinter(QWidget* parent = nullptr) : parent_(parent) {}
+  /// @param parent  what dialogs open over, unless another dialog is open
+  explicit QtPrinter(QWidget* parent = nullptr) : parent_(parent), fileDialogs_(parent) {}
+  QtPrinter(const QtPrinter&) = delete;
+  QtPrinter& operator=(const QtPrinter&) = delete;
 
   std::vector<std::string> Devices() override;
   PrinterSettings Current() override;
@@ -37,14 +42,20 @@ class QtPrinter : public Printer {
   std::unique_ptr<PrintJob> Begin(const std::string& documentName) override;
 
  private:
+  /// What stands in for a printer, or null where Device is current.
+  PdfPrinter* File();
   /// The current printer, which is still there.
   QPrinter& Device();
+  void SetDevice(const QPrinterInfo& info);
+  void AskForFiles();
 
   QPointer<QWidget> parent_;
+  QtCommonDialogs fileDialogs_;
+  /// Null where there was none.
   std::unique_ptr<QPrinter> printer_;
   /// The paper asked for last, since sheets of one size have several codes.
   int paper_ = device_mode::PaperA4;
-  /// What the user chose instead of the printer.
+  /// Instead of the printer.
   std::optional<PdfPrinter> file_;
   std::optional<QtMeasuringPage> measuring_;
 };

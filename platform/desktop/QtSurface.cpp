@@ -21,6 +21,15 @@ QRect ToQt(const PixelRect& rect) {
   return QRect(rect.left, rect.top, rect.Width(), rect.Height());
 }
 
+/// From one pixel of the device to another, at least one apart; in logical ones.
+QRectF OnDevicePixels(const PixelRect& rect, double scale) {
+  const auto from = [scale](int edge) { return std::round(edge * scale); };
+  const double left = from(rect.left);
+  const double top = from(rect.top);
+  return QRectF(left / scale, top / scale, std::max(1.0, from(rect.right) - left) / scale,
+                std::max(1.0, from(rect.bottom) - top) / scale);
+}
+
 /// The text of a call; control characters, which no file format takes, become blanks.
 QString Readable(std::string_view text) {
   QString result = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
@@ -42,9 +51,11 @@ QtSurface::QtSurface(QPainter& painter, PixelSize pixel, double scale)
     : painter_(painter),
       views_(pixel),
       fonts_(TwipsPerPoint / static_cast<double>(pixel.height)),
+      deviceScale_(scale),
       clips_(painter.paintEngine()->type() != QPaintEngine::SVG) {
   painter_.save();
   painter_.scale(scale, scale);
+  deviceScale_ = painter_.deviceTransform().m11();
   painter_.setRenderHint(QPainter::Antialiasing, false);
   painter_.setRenderHint(QPainter::TextAntialiasing, true);
 }
@@ -55,7 +66,13 @@ QtSurface::~QtSurface() {
 
 void QtSurface::Paint(const PixelRect& area, Colour colour) {
   const PixelRect seen = views_.Clipped(area);
-  if (seen.Width() > 0 && seen.Height() > 0) painter_.fillRect(ToQt(seen), ToQt(colour));
+  if (seen.Width() <= 0 || seen.Height() <= 0) return;
+  ++drawings_;
+  if (deviceScale_ < 1) {
+    painter_.fillRect(OnDevicePixels(seen, deviceScale_), ToQt(colour));
+  } else {
+    painter_.fillRect(ToQt(seen), ToQt(colour));
+  }
 }
 
 void QtSurface::Fill(const Rect& rect, Colour colour) {
@@ -72,6 +89,7 @@ void QtSurface::Line(Point from, Point to, Colour colour, int pen) {
     Paint(LineBar(ends, pen), colour);
     return;
   }
+  ++drawings_;
   painter_.save();
   painter_.setClipRect(ToQt(views_.Clip()), Qt::IntersectClip);
   painter_.setPen(QPen(ToQt(colour), pen));
@@ -88,6 +106,7 @@ void QtSurface::DrawPicture(const Rect& rect, const QImage& picture) {
   const PixelRect pixels = views_.Pixels(rect);
   const PixelRect seen = views_.Clipped(pixels);
   if (seen.Width() <= 0 || seen.Height() <= 0) return;
+  ++drawings_;
   painter_.save();
   painter_.setClipRect(ToQt(seen), Qt::IntersectClip);
   painter_.setRenderHint(QPainter::SmoothPixmapTransform);
@@ -111,6 +130,7 @@ void QtSurface::Text(const Rect& rect, std::string_view text, const Font& font, 
   const PixelRect pixels = views_.Pixels(rect);
   const PixelRect seen = views_.Clipped(pixels);
   if (seen.Width() <= 0 || seen.Height() <= 0) return;
+  ++drawings_;
   const QtFont& face = fonts_.For(font);
   Use(face, colour);
   const bool literal = (flags & text_flags::NoPrefix) != 0;

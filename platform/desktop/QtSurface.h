@@ -3,6 +3,7 @@
 
 #include <QImage>
 #include <QPainter>
+#include <cstdint>
 
 #include "platform/Surface.h"
 #include "platform/desktop/QtFonts.h"
@@ -12,7 +13,8 @@ namespace velkor {
 
 /// Draws with a painter that its owner keeps open and leaves alone for as long as the surface
 /// lives. One logical pixel, `pixel` twips in size, is drawn as `scale` units of the painter.
-/// Fonts count 96 pixels to the inch at the usual pixel, whatever resolution the device claims.
+/// Fonts count 96 pixels to the inch at the usual pixel, whatever resolution the device claims. On
+/// a device with larger pixels than the logical ones every bar has at least one of them.
 class QtSurface : public Surface {
  public:
   explicit QtSurface(QPainter& painter, PixelSize pixel = {}, double scale = 1);
@@ -35,6 +37,8 @@ class QtSurface : public Surface {
   void DrawPicture(const Rect& rect, const QImage& picture);
   /// The pixels that the painter's device has for a rectangle of the current view.
   QSize DevicePixels(const Rect& rect) const;
+  /// Another number after each call that may have drawn something.
+  std::uint64_t Drawings() const { return drawings_; }
 
  private:
   void Paint(const PixelRect& area, Colour colour);
@@ -45,6 +49,9 @@ class QtSurface : public Surface {
   QPainter& painter_;
   PixelViews views_;
   QtFonts fonts_;
+  /// Device pixels to a logical one.
+  double deviceScale_;
+  std::uint64_t drawings_ = 0;
   /// Qt's SVG painter draws text whole whatever the clip.
   bool clips_;
   const QtFont* font_ = nullptr;

@@ -16,6 +16,17 @@ namespace {
 constexpr int LargestSide = 32;
 constexpr int IconMargin = 6;
 
+/// "PrintSetup" as "Print setup".
+QString InWords(const std::string& key) {
+  QString words;
+  for (const QChar c : ToQt(key)) {
+    const bool begins = c.isUpper() && !words.isEmpty();
+    if (begins) words += u' ';
+    words += begins ? c.toLower() : c;
+  }
+  return words;
+}
+
 class ToolbarPeer : public QtPeer<QWidget, Toolbar> {
  public:
   ToolbarPeer(Toolbar& toolbar, QWidget* parent, Placement placement)
@@ -46,7 +57,7 @@ class ToolbarPeer : public QtPeer<QWidget, Toolbar> {
       native.setCheckable(button.checked);
       native.setChecked(button.checked);
       native.setToolTip(ToolTipText(button.toolTip));
-      native.setAccessibleDescription(ToQt(button.toolTip));
+      native.setAccessibleName(button.toolTip.empty() ? InWords(button.key) : ToQt(button.toolTip));
     }
   }
 
@@ -63,7 +74,6 @@ class ToolbarPeer : public QtPeer<QWidget, Toolbar> {
   QToolButton* MakeButton(const std::string& key) {
     auto* const button = new QToolButton(this);
     button->setObjectName(QString::fromStdString(key));
-    button->setAccessibleName(QString::fromStdString(key));
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::TabFocus);
     connect(button, &QToolButton::clicked, this, [this, key] {

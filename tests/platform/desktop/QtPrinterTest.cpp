@@ -6,14 +6,18 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileDialog>
 #include <QImage>
+#include <QLineEdit>
 #include <QPrinterInfo>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include "platform/desktop/PaperSizes.h"
 #include "support/values/Error.h"
+#include "tests/platform/desktop/OpenDialog.h"
 
 namespace velkor {
 namespace {
@@ -133,19 +137,66 @@ TEST_F(Pdf, TakesEveryPaperWithACodeAndReadsItBack) {
   EXPECT_EQ(named(QPageSize::A0), UserPaper);
 }
 
-TEST(QtPrinter, SaysThatThereIsNoPrinter) {
-  if (!QPrinterInfo::availablePrinterNames().isEmpty()) GTEST_SKIP() << "there are printers";
-  QtPrinter printer;
-  PrinterSettings settings;
-  EXPECT_TRUE(printer.Devices().empty());
-  for (const std::function<void()>& call : std::initializer_list<std::function<void()>>{
-           [&] { printer.Current(); }, [&] { printer.SelectDevice("Office"); },
-           [&] { printer.Apply(settings); }, [&] { printer.PageSize(); },
-           [&] { printer.MeasuringSurface(); }, [&] { printer.ShowDialog(settings); },
-           [&] { printer.Begin("a"); }}) {
-    EXPECT_THAT(
-        call, testing::Throws<Error>(testing::Property(&Error::Number, errors::DeviceUnavailable)));
+/// A desktop that has no printer.
+class QtPrinterWithoutPrinters : public Pdf {
+ protected:
+  void SetUp() override {
+    if (!QPrinterInfo::availablePrinterNames().isEmpty()) GTEST_SKIP() << "there are printers";
   }
+  /// Answers the file dialog that opens next; no file cancels it.
+  static void WhenAsked(const QString& file) {
+    WhenOpen([file](QDialog& dialog) {
+      auto& files = dynamic_cast<QFileDialog&>(dialog);
+      EXPECT_EQ(QFileInfo(files.selectedFiles().value(0)).fileName(), "Year 1-2.pdf");
+      if (file.isEmpty()) return files.reject();
+      files.selectFile(file);
+      QTest::keyClick(&files, Qt::Key_Return);
+    });
+  }
+};
+
+TEST_F(QtPrinterWithoutPrinters, AsksForAFileWhenADocumentBegins) {
+  QtPrinter printer;
+  EXPECT_THAT(printer.Devices(), testing::ElementsAre(printer.Current().device));
+  printer.SelectDevice(printer.Current().device);
+  EXPECT_THROW(printer.SelectDevice("Office"), Error);
+  printer.Apply(PaperOf(device_mode::PaperLetter, device_mode::Landscape));
+  EXPECT_NEAR(printer.PageSize().width, 11 * 1440, 20);
+  EXPECT_GT(printer.MeasuringSurface().Measure("Year", {}).width, 0);
+  EXPECT_TRUE(printer.PagePicture());
+
+  WhenAsked(folder_.filePath("year"));
+  const auto job = printer.Begin("Year 1/2");
+  ASSERT_TRUE(job);
+  Draw(*job);
+  job->EndDocument();
+  EXPECT_TRUE(Bytes("year.pdf").startsWith("%PDF"));
+  WhenAsked({});
+  EXPECT_FALSE(printer.Begin("Year 1/2"));
+  EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+}
+
+TEST_F(QtPrinterWithoutPrinters, TakesPaperAndFileFromTheDialog) {
+  QtPrinter printer;
+  PrinterSettings settings = printer.Current();
+  settings.paperSize = device_mode::PaperLetter;
+  settings.orientation = device_mode::Landscape;
+  const PrinterSettings before = settings;
+  WhenOpen([](QDialog& dialog) { dialog.reject(); });
+  EXPECT_FALSE(printer.ShowDialog(settings));
+  EXPECT_EQ(settings, before);
+  WhenOpen([&](QDialog& dialog) {
+    dialog.findChild<QLineEdit*>("filename")->setText(folder_.filePath("chosen.pdf"));
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  EXPECT_TRUE(printer.ShowDialog(settings));
+  EXPECT_EQ(settings, before);
+  printer.Apply(settings);
+  EXPECT_EQ(printer.Current().orientation, device_mode::Landscape);
+  const auto job = printer.Begin("Year 1/2");
+  Draw(*job);
+  job->EndDocument();
+  EXPECT_TRUE(Bytes("chosen.pdf").startsWith("%PDF"));
 }
 
 }  // namespace

@@ -1,0 +1,146 @@
+// tests/platform/desktop/QtFormWindowTest.cpp: forms that place their elements, as a user sizes
+// and closes them.
+#include "platform/desktop/QtFormWindow.h"
+
+#include <gmock/gmock.h>
+
+#include <QScreen>
+#include <QTest>
+
+#include "platform/InputElements.h"
+#include "platform/desktop/QtForms.h"
+#include "platform/desktop/QtMessageBoxes.h"
+#include "support/values/Error.h"
+#include "tests/platform/desktop/OpenDialog.h"
+
+namespace velkor {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// A button over a view that clips a page.
+struct PageForm : Form {
+  explicit PageForm(Extent opening = {9000, 7500}) : Form("frmPage", "A page") {
+    pic1.onKeyDown = [this](Key key) {
+      keys.push_back(key);
+      return true;
+    };
+    cmdPress.onClick = [this] { ++presses; };
+    Place({{&cmdPress}, {&picParent}, {&pic1, &picParent}}, opening);
+  }
+  void Form_Resize(Extent size, PixelSize pixel) override {
+    widths.push_back(static_cast<int>(size.width));
+    EXPECT_EQ(pixel.width, 15);
+    picParent.SetBounds({0, 600, size.width, size.height});
+    pic1.SetBounds({300, 300, 9999999, 9999999});
+    if (onResize) onResize();
+  }
+  CommandButton cmdPress{"cmdPress"};
+  PictureBox picParent{"picParent"};
+  PictureBox pic1{"pic1"};
+  std::function<void()> onResize;
+  std::vector<int> widths;
+  std::vector<Key> keys;
+  int presses = 0;
+};
+
+TEST(QtFormWindow, TellsTheFormEachOfItsSizesOnce) {
+  PageForm form;
+  WhenOpen([&](QDialog& window) {
+    EXPECT_THAT(form.widths, ElementsAre(9000));
+    EXPECT_TRUE(window.windowFlags() & Qt::WindowMaximizeButtonHint);
+    const auto* const page = window.findChild<QWidget*>("pic1");
+    ASSERT_EQ(page->parentWidget(), window.findChild<QWidget*>("picParent"));
+    EXPECT_EQ(page->mapTo(&window, QPoint(0, 0)), QPoint(20, 60));
+    window.resize(650, 500);
+    window.resize(700, 500);
+    QTest::qWait(20);
+    window.resize(700, 500);
+    QTest::qWait(20);
+    EXPECT_THAT(form.widths, ElementsAre(9000, 10500));
+    window.close();
+  });
+  QtForms().ShowModal(form);
+  EXPECT_FALSE(form.IsOpen());
+}
+
+TEST(QtFormWindow, KeysGoToThePictureThatHearsThemAndEscapeUnloadsTheForm) {
+  PageForm form;
+  QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+  WhenOpen([&](QDialog& window) {
+    EXPECT_FALSE(QGuiApplication::overrideCursor());
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_PageDown}) {
+      QTest::keyClick(window.focusWidget(), key);
+    }
+    QTest::keyClick(&window, Qt::Key_Return);
+    QTest::keyClick(window.focusWidget(), Qt::Key_Escape);
+    EXPECT_FALSE(form.IsOpen());
+  });
+  QtForms().ShowModal(form);
+  EXPECT_TRUE(QGuiApplication::overrideCursor());
+  QGuiApplication::restoreOverrideCursor();
+  EXPECT_THAT(form.keys, ElementsAre(Key::Enter, Key::PageDown));
+  EXPECT_EQ(form.presses, 0);
+}
+
+TEST(QtFormWindow, ShowsMessagesWhileItIsArrangedAndDoesLaterSizesAfterThem) {
+  PageForm form;
+  form.onResize = [&] {
+    if (form.widths.size() > 1) return form.Unload();
+    QWidget* const window = QApplication::activeModalWidget();
+    ASSERT_TRUE(window && window->isVisible());
+    WhenOpen([&](QDialog& box) {
+      EXPECT_EQ(box.parentWidget(), window);
+      window->resize(650, 500);
+      QTest::qWait(20);
+      EXPECT_EQ(form.widths.size(), 1U) << "arranged while it is being arranged";
+      QTest::keyClick(&box, Qt::Key_Return);
+    });
+    QtMessageBoxes().Show({.text = "No room", .title = "A page"});
+  };
+  QtForms().ShowModal(form);
+  EXPECT_THAT(form.widths, ElementsAre(9000, 9750));
+}
+
+TEST(QtFormWindow, IsGoneWhenTheFormUnloadsItselfInItsFirstSize) {
+  PageForm form;
+  for (std::size_t round = 1; round <= 2; ++round) {
+    form.onResize = [&] { form.Unload(); };
+    QtForms().ShowModal(form);
+    EXPECT_EQ(form.widths.size(), round);
+    EXPECT_FALSE(form.pic1.Peer());
+  }
+}
+
+TEST(QtFormWindow, FitsTheScreenAndStaysLargeEnoughToUse) {
+  for (const Extent wanted : {Extent{1e9, 1e9}, Extent{0, 0}}) {
+    PageForm form(wanted);
+    WhenOpen([&](QDialog& window) {
+      const QSize available = window.screen()->availableSize();
+      EXPECT_TRUE(window.size().boundedTo(available) == window.size());
+      EXPECT_GE(window.width(), 300);
+      window.close();
+    });
+    QtForms().ShowModal(form);
+  }
+}
+
+TEST(QtFormWindow, RefusesElementsThatItCannotShow) {
+  struct BoxForm : Form {
+    explicit BoxForm(bool held) : Form("frmBox", "Box") {
+      Place({{held ? static_cast<Element*>(&lblText) : &tbText, held ? &picHolder : nullptr}}, {});
+    }
+    TextBox tbText{"tbText"};
+    Label lblText{"lblText"};
+    PictureBox picHolder{"picHolder"};
+  };
+  for (const bool held : {false, true}) {
+    BoxForm form(held);
+    EXPECT_THROW(QtForms().ShowModal(form), Error);
+    EXPECT_FALSE(form.IsOpen() || form.lblText.Peer());
+  }
+}
+
+}  // namespace
+}  // namespace velkor
