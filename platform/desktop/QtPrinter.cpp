@@ -3,10 +3,12 @@
 #include "platform/desktop/QtPrinter.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QPrintDialog>
 #include <QPrinterInfo>
 #include <QPushButton>
+#include <QTimer>
 #include <algorithm>
 #include <functional>
 #include <utility>
@@ -100,6 +102,40 @@ PrinterSettings SettingsOf(const QPrinter& printer, int preferredPaper) {
           .paperSize = PaperOfPageSize(layout.pageSize(), preferredPaper),
           .duplex = FromQtDuplex(printer.duplex(), orientation)};
 }
+
+/// The page that the dialog calls properties begins with the printer's usual paper, which is what
+/// the dialog hands on even where nobody saw that page.
+class PaperOfDialog {
+ public:
+  PaperOfDialog(QPrintDialog& dialog, const QPrinter& printer)
+      : dialog_(dialog), printer_(printer.printerName()), paper_(printer.pageLayout().pageSize()) {
+    const auto* const properties = dialog.findChild<QPushButton*>("properties");
+    if (properties == nullptr) return;
+    QObject::connect(properties, &QPushButton::released, &dialog,
+                     [this] { QTimer::singleShot(0, &dialog_, [this] { ShowOnce(); }); });
+  }
+
+  /// Gives the printer that was accepted the paper that the user saw last.
+  void HandOn(QPrinter& printer) const {
+    const bool same =
+        printer.outputFormat() == QPrinter::NativeFormat && printer.printerName() == printer_;
+    if (same && !seen_) printer.setPageSize(paper_);
+  }
+
+ private:
+  void ShowOnce() {
+    auto* const sizes = dialog_.findChild<QComboBox*>("pageSizeCombo");
+    if (seen_ || sizes == nullptr) return;
+    seen_ = true;
+    const int place = sizes->findText(paper_.name());
+    if (place >= 0) sizes->setCurrentIndex(place);
+  }
+
+  QPrintDialog& dialog_;
+  QString printer_;
+  QPageSize paper_;
+  bool seen_ = false;
+};
 
 /// Keeps what is drawn, to draw it later; the toolkit cannot take back what a printer was given.
 class KeptPage : public Surface {
@@ -268,11 +304,13 @@ bool QtPrinter::ShowDialog(PrinterSettings& settings) {
   dialog.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintShowPageSize |
                     QAbstractPrintDialog::PrintCollateCopies);
   dialog.setWindowTitle(QStringLiteral("Printer setup"));
+  const PaperOfDialog paper(dialog, chosen);
   // Nothing is printed yet.
   const auto* const buttons = dialog.findChild<QDialogButtonBox*>();
   QPushButton* const accept = buttons ? buttons->button(QDialogButtonBox::Ok) : nullptr;
   if (accept) accept->setText(QStringLiteral("OK"));
   if (dialog.exec() != QDialog::Accepted) return false;
+  paper.HandOn(chosen);
 
   const PrinterSettings before = std::exchange(settings, SettingsOf(chosen, settings.paperSize));
   file_.reset();

@@ -126,7 +126,8 @@ TEST(QtPeers, ToolbarButtonsTellTheirKeysAndStayAsTheElementSays) {
   std::vector<std::string> keys;
   Toolbar toolbar("Toolbar1",
                   {{.key = "Back", .toolTip = "Year before", .image = toolbar_images::Back},
-                   {.key = "Filter", .toolTip = "", .image = toolbar_images::Filter}});
+                   {.key = "Filter", .toolTip = "", .image = toolbar_images::Filter},
+                   {.key = "PageSetup", .toolTip = "", .image = toolbar_images::PageSetup}});
   toolbar.onButtonClick = [&](std::string_view key) { keys.emplace_back(key); };
   toolbar.SetBounds({0, 0, 3000, 450});
   Control control;
@@ -137,6 +138,8 @@ TEST(QtPeers, ToolbarButtonsTellTheirKeysAndStayAsTheElementSays) {
   ASSERT_TRUE(back && filter);
   EXPECT_FALSE(back->icon().isNull());
   EXPECT_TRUE(back->toolTip().contains("Year before"));
+  EXPECT_EQ(back->accessibleName(), "Year before");
+  EXPECT_EQ(peer->findChild<QToolButton*>("PageSetup")->accessibleName(), "Page setup");
   QTest::mouseClick(back, Qt::LeftButton);
   toolbar.SetButtonChecked("Filter", true);
   EXPECT_TRUE(filter->isChecked());
