@@ -300,11 +300,13 @@ TEST(PagePainter, AMonthOf500BandsFailsOrHasEveryBarOnALargeSheet) {
   }
 }
 
-TEST(PagePainter, MonthNamesHaveRoomInTheLowestRow) {
+TEST(PagePainter, MonthNamesHaveRoomInTheLowestRowOrAreLeftOut) {
   PrintOptionSet options;
   options.MinBands = 1;
-  for (const std::int32_t height : {1300, 2000, 8000}) {
+  options.MinBandHeight = 0;
+  for (const std::int32_t height : {700, 1300, 2000, 8000}) {
     const RecordingSurface surface = Pages({}, options, {A4.width, height + 3200.0}).Draw(1);
+    EXPECT_EQ(testing::Value(Texts(surface), Contains("\"Apr\"")), height > 700) << height;
     for (const std::string& call : surface.Calls("text")) {
       if (call.find("\"Apr\"") == std::string::npos) continue;
       double top = 0, bottom = 0, size = 0;
