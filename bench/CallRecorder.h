@@ -8,7 +8,7 @@
 
 namespace velkor {
 
-/// Measures by another surface and draws nothing itself. For passes without views and lines.
+/// Measures by another surface and draws nothing itself. For passes without lines.
 class CallRecorder : public Surface {
  public:
   /// `measure` outlives this.
@@ -26,6 +26,12 @@ class CallRecorder : public Surface {
           break;
         case Kind::Text:
           surface.Text(call.rect, call.text, fonts_[call.font], call.colour, call.flags);
+          break;
+        case Kind::View:
+          surface.EnterView(call.rect, call.origin);
+          break;
+        case Kind::Leave:
+          surface.LeaveView();
           break;
       }
     }
@@ -57,19 +63,22 @@ class CallRecorder : public Surface {
     return measure_.MeasureLines(text, font, width, flags);
   }
   void Line(Point, Point, Colour, int) override {}
-  void EnterView(const Rect&, Point) override {}
-  void LeaveView() override {}
+  void EnterView(const Rect& clip, Point origin) override {
+    calls_.push_back({.kind = Kind::View, .rect = clip, .origin = origin});
+  }
+  void LeaveView() override { calls_.push_back({.kind = Kind::Leave}); }
 
  private:
-  enum class Kind { Fill, Outline, Text };
+  enum class Kind { Fill, Outline, Text, View, Leave };
   struct Call {
     Kind kind;
-    Rect rect;
-    Colour colour;
+    Rect rect = {};
+    Colour colour = {};
     int pen = 0;
     std::string text = {};
     std::size_t font = 0;
     TextFlags flags = 0;
+    Point origin = {};
   };
 
   Surface& measure_;

@@ -103,8 +103,10 @@ class ExportFixture {
             headless.locale,
             headless.messages,
             headless.outlook,
+            headless.printer,
             headless.progress,
             headless.registry,
+            headless.scrollBars,
             headless.settings,
             headless.shell};
   }

@@ -9,5 +9,6 @@ void RegisterDrawingFigures();
 void RegisterPointerFigures();
 void RegisterFilterFigures();
 void RegisterExportFigures();
+void RegisterPrintFigures();
 
 }  // namespace velkor

@@ -24,6 +24,7 @@ int main(int argc, char** argv) {
   velkor::RegisterPointerFigures();
   velkor::RegisterFilterFigures();
   velkor::RegisterExportFigures();
+  velkor::RegisterPrintFigures();
   velkor::FigureReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
   if (reporter.Missed() > 0) {

@@ -25,7 +25,7 @@ constexpr Twips LabelMargin = 60;
 /// What a bar leaves free at each side, in very low rows and narrow columns a smaller share of
 /// them. Two of them keep bars apart on a preview's pixels too.
 constexpr float BarGap = 8;
-constexpr float BarGapShare = 0.1F;
+constexpr float BarGapShare = 0.15F;
 /// Width of lines: one pixel of a preview.
 constexpr Twips LinePen = TwipsPerPixel;
 

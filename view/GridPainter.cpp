@@ -14,15 +14,18 @@ namespace {
 constexpr TextFlags DayNumberFlags =
     text_flags::Right | text_flags::SingleLine | text_flags::VerticalCentre | text_flags::NoPrefix;
 
-/// What must be seen of a line of text: down to the baseline, which most fonts have at four fifths.
-constexpr double LeastPartOfLine = 0.8;
-
 }  // namespace
 
 Colour ReadableOn(Colour back) {
   // Perceived brightness in thousandths (ITU-R BT.601 weights).
   const int brightness = 299 * back.Red() + 587 * back.Green() + 114 * back.Blue();
   return brightness < 140'000 ? colours::White : colours::Black;
+}
+
+Twips LeastReadableHeight(Surface& surface, const Font& font) {
+  // Most fonts have their baseline at four fifths of a line.
+  constexpr double DownToBaseline = 0.8;
+  return DownToBaseline * surface.Measure("0", font).height;
 }
 
 GridPainter::GridPainter(Surface& surface, const GridScene& scene, const Font& font,
@@ -124,16 +127,12 @@ Font GridPainter::FontForSubjects() const {
   return font;
 }
 
-bool GridPainter::SubjectsCanBeRead(const Font& font) const {
-  if (!scene_.subjects.size) return true;
-  const double bar = double{geometry_.BandHeight} - 2 * double{geometry_.pixel.height};
-  return bar >= LeastPartOfLine * surface_.Measure("0", font).height;
-}
-
 void GridPainter::DrawEvents() {
   const SubjectStyle& subjects = scene_.subjects;
   const Font font = subjects.shown ? FontForSubjects() : font_;
-  const bool shown = subjects.shown && SubjectsCanBeRead(font);
+  const Twips barHeight = double{geometry_.BandHeight} - 2 * double{geometry_.pixel.height};
+  const bool shown =
+      subjects.shown && (!subjects.size || barHeight >= LeastReadableHeight(surface_, font));
   for (const Bar& bar : layout_.bars) {
     const Rect rect = BarRect(bar, geometry_, layout_);
     if (!InSight(rect.top, rect.bottom)) continue;

@@ -22,6 +22,9 @@ inline constexpr Colour TodayFrame = Colour::FromRgb(255, 0, 0);
 /// Black or white, whichever can be read better on a colour.
 Colour ReadableOn(Colour back);
 
+/// The height that a line of text needs to be read: down to the baseline.
+Twips LeastReadableHeight(Surface& surface, const Font& font);
+
 /// Draws one year on one surface. `visible` is the part of the grid that is in sight, in the
 /// grid's own coordinates; what lies outside it is not drawn.
 class GridPainter {
@@ -49,7 +52,6 @@ class GridPainter {
   }
   /// The grid's font at the subjects' size.
   Font FontForSubjects() const;
-  bool SubjectsCanBeRead(const Font& font) const;
   /// The largest font whose day numbers fit a band and a column; none when they are too small.
   std::optional<Font> FontForDayNumbers() const;
   Twips DayNumberMargin() const {

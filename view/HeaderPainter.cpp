@@ -76,14 +76,18 @@ void DrawMonthColumn(Surface& surface, const GridScene& scene, const CalendarNam
                      const Font& font, const Rect& visible, Twips width) {
   const GridGeometry& geometry = scene.geometry;
   const Twips edge = geometry.pen > 0 ? geometry.pen : double{geometry.pixel.height};
+  const Twips leastHeight = geometry.pen > 0 ? LeastReadableHeight(surface, font) : 0;
   surface.Fill({0, visible.top, width, visible.bottom}, header_colours::Back);
   for (int row = 1; row <= MonthRows; ++row) {
     const Twips rowBottom = geometry.RowBottom(scene.layout, row);
     const Twips top = std::max(geometry.RowTop(scene.layout, row), visible.top);
     const Twips bottom = std::min(rowBottom, visible.bottom);
     if (bottom <= top) continue;
-    surface.Text({0, top, width, bottom}, names.abbreviatedMonths[scene.rule.span.MonthOfRow(row)],
-                 font, header_colours::Text, CentredFlags);
+    if (bottom - top >= leastHeight) {
+      surface.Text({0, top, width, bottom},
+                   names.abbreviatedMonths[scene.rule.span.MonthOfRow(row)], font,
+                   header_colours::Text, CentredFlags);
+    }
     if (rowBottom > visible.bottom) continue;
     surface.Fill({0, rowBottom, width, rowBottom + edge}, header_colours::Edge);
   }

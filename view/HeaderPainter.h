@@ -23,7 +23,8 @@ bool WeekdayInitialsFit(Surface& surface, const GridGeometry& geometry, const Ca
                         const Font& font);
 
 /// Draws `picHeadRow`: the month beside each row. Positions are the grid's own from top to bottom;
-/// a row that is only partly in sight has its name in the part that is.
+/// a row that is only partly in sight has its name in the part that is. On paper, whose rows may be
+/// very low, a name that could not be read is left out.
 void DrawMonthColumn(Surface& surface, const GridScene& scene, const CalendarNames& names,
                      const Font& font, const Rect& visible, Twips width = MonthColumnWidth);
 

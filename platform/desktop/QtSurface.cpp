@@ -174,8 +174,9 @@ void QtSurface::DrawLine(const PixelRect& rect, int top, QString line, const QtF
   const bool ellipsis = (flags & text_flags::WordEllipsis) != 0 || !clips_;
   const bool leftAligned = (flags & (text_flags::Centre | text_flags::Right)) == 0;
   if (!fits && ellipsis) line = font.WithEllipsis(line, width);
-  // What stands at the left and is known to fit need not be measured.
-  const double drawn = leftAligned && (fits || ellipsis) ? width : font.Width(line);
+  // What stands at the left and is known to fit need not be measured. A lone ellipsis may not fit.
+  const bool inside = fits || (ellipsis && line.size() > 1);
+  const double drawn = leftAligned && inside ? width : font.Width(line);
   double left = rect.left;
   if ((flags & text_flags::Centre) != 0) left += std::floor((width - drawn) / 2);
   if ((flags & text_flags::Right) != 0) left += width - drawn;

@@ -252,6 +252,85 @@ TEST(PagePainter, WeekdaysHaveTheirInitialsInNarrowColumnsToo) {
   }
 }
 
+TEST(PagePainter, BarsInNarrowColumnsLeaveTheirMonthsOutlineWhole) {
+  const std::vector<CalEvent> events{SampleEvent("a", At(2006, 3, 1), At(2006, 4, 1), "Leave")};
+  PrintOptionSet options;
+  options.LegendWidth = 7300;
+  const Pages pages(events, options);
+  const Twips half = pages.plan.geometry.columnWidth / 2;
+  ASSERT_LT(half, 25);
+  const RecordingSurface surface = pages.Draw(1, {1, 1});
+  const Point first = pages.Middle(3, 1, 2, 1);
+  const Point last = pages.Middle(3, 31, 2, 1);
+  EXPECT_EQ(surface.ColourAt(first), LeaveColour);
+  for (const Twips reach : {-6, 0, 6}) {
+    EXPECT_EQ(surface.ColourAt({first.x - half + reach, first.y}), grid_colours::MonthOutline);
+    EXPECT_EQ(surface.ColourAt({last.x + half + reach, last.y}), grid_colours::MonthOutline);
+  }
+}
+
+TEST(PagePainter, AMonthOf500BandsFailsOrHasEveryBarOnALargeSheet) {
+  std::vector<CalEvent> events;
+  for (int i = 0; i < 500; ++i) {
+    events.push_back(SampleEvent(std::to_string(i), At(2006, 6, 14), At(2006, 6, 15), "Leave"));
+  }
+  PrintOptionSet options;
+  options.VisibleText = true;
+  EXPECT_THAT(Pages(events, options).plan.failure->message,
+              testing::StartsWith("Events for June will not all fit onto the page"));
+  options.MinBandHeight = 10;
+  options.StartMonth = options.EndMonth = 6;
+  for (const auto& [sheet, written] :
+       {std::pair(Extent{16838, 11906}, false), std::pair(Extent{48960, 93600}, true)}) {
+    const Pages pages(events, options, sheet);
+    ASSERT_EQ(pages.plan.failure, std::nullopt);
+    ASSERT_THAT(pages.plan.pages, SizeIs(1));
+    const RecordingSurface surface = pages.Draw(1, {5, 5});
+    for (int band = 2; band <= 501; ++band) {
+      ASSERT_EQ(surface.ColourAt(pages.Middle(6, 14, band, 6)), LeaveColour) << band;
+      Point edge = pages.Middle(6, 14, band, 6);
+      edge.y += static_cast<double>(pages.plan.bandHeight) / 2;
+      const auto isBar = [&](Twips off) {
+        return surface.ColourAt({edge.x, edge.y + off}) == LeaveColour;
+      };
+      ASSERT_FALSE(isBar(-4) && isBar(0) && isBar(4)) << band;
+    }
+    // Where a bar is lower than its letters, there are none.
+    EXPECT_EQ(testing::Value(Texts(surface), Contains("\"Subject of 7\"")), written);
+  }
+}
+
+TEST(PagePainter, MonthNamesHaveRoomInTheLowestRowOrAreLeftOut) {
+  PrintOptionSet options;
+  options.MinBands = 1;
+  options.MinBandHeight = 0;
+  for (const std::int32_t height : {700, 1300, 2000, 8000}) {
+    const RecordingSurface surface = Pages({}, options, {A4.width, height + 3200.0}).Draw(1);
+    EXPECT_EQ(testing::Value(Texts(surface), Contains("\"Apr\"")), height > 700) << height;
+    for (const std::string& call : surface.Calls("text")) {
+      if (call.find("\"Apr\"") == std::string::npos) continue;
+      double top = 0, bottom = 0, size = 0;
+      std::sscanf(call.c_str(), "text %*f %lf %*f %lf", &top, &bottom);
+      std::sscanf(call.c_str() + call.find("Arial"), "Arial\" %lf", &size);
+      EXPECT_LE(size * 20 * 1.2, bottom - top) << height;
+      EXPECT_EQ(size == 8, height == 8000) << height;
+    }
+  }
+}
+
+TEST(PagePainter, PagesWithoutRoomForDaysOrLegendDrawNeither) {
+  PrintOptionSet options;
+  options.LegendWidth = 9000;
+  EXPECT_THAT(Texts(Pages(BusyYear(), options).Draw(1)),
+              testing::AllOf(Not(Contains("\"Jan\"")), Contains("\"leave\"")));
+  options.LegendWidth = 80;
+  EXPECT_THAT(Texts(Pages(BusyYear(), options).Draw(1)),
+              testing::AllOf(Contains("\"Jan\""), Not(Contains("\"leave\""))));
+  options.LeftMargin = options.RightMargin = 8000;
+  for (const std::string& fill : Pages(BusyYear(), options).Draw(1).Calls("fill"))
+    ADD_FAILURE() << fill;
+}
+
 TEST(PagePainter, APageIsTheSameCallsWhateverThePixels) {
   PrintOptionSet options;
   options.VisibleText = true;

@@ -73,6 +73,16 @@ TEST(QtSurface, LongTextEndsInAnEllipsisAndShortTextDoesNot) {
   EXPECT_EQ(font.WithEllipsis(all, font.Width(all) + 0.01), all);
 }
 
+TEST(QtSurface, AnEllipsisThatIsTooWideEndsAtItsRectangle) {
+  const QImage image = Drawn(100, 30, 1, [](Surface& surface) {
+    for (const char* text : {"Meeting", "\xE4\xBC\x9A\xE8\xAD\xB0"}) {
+      surface.Text(scene::InPixels(10, 0, 15, 30), text, {"", 20}, colours::Black,
+                   text_flags::WordEllipsis);
+    }
+  });
+  EXPECT_LT(LastInk(image), 15);
+}
+
 TEST(QtSurface, AlignsTextInItsRectangle) {
   const int left = FirstInk(Line("lll", text_flags::NoPrefix));
   EXPECT_LT(left, 4);
