@@ -21,9 +21,14 @@ if(NOT EXISTS ${VELKOR_TEST_LOCALES}/${VELKOR_TEST_LOCALE}/LC_TIME)
                   "tests run in the C locale.")
 endif()
 
+# A test's own code runs for moments; most of its time goes into its compilation. What is precompiled
+# serves only programs of equal options, so all take the one that Qt demands of its users.
+function(velkor_compile_as_test target)
+  target_compile_options(${target} PRIVATE -O0 $<$<NOT:$<BOOL:${WIN32}>>:-fPIC>)
+endfunction()
+
 function(velkor_add_test target)
-  # A test's own code runs for moments; most of its time goes into its compilation.
-  target_compile_options(${target} PRIVATE -O0)
+  velkor_compile_as_test(${target})
   add_test(NAME ${target}
            COMMAND ${target} --gtest_output=json:test-results/${target}.json --gtest_brief=1
            WORKING_DIRECTORY ${CMAKE_BINARY_DIR})
