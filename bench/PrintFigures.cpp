@@ -32,7 +32,7 @@ class PrintFixture {
   void LayOut() { document_.LayOut(options_, printer_.PageSize(), printer_.MeasuringSurface()); }
   void PrintYear() {
     LayOut();
-    document_.Print(printer_, JobName);
+    document_.Print(*printer_.Begin(JobName));
   }
   void PrintBare() {
     const auto job = printer_.Begin(JobName);
