@@ -49,7 +49,7 @@ PlannerSession::PlannerSession(const std::string& calendar, SessionSurroundings 
       dialogs_(surroundings_.window, calendar),
       inputs_(surroundings_.window),
       progress_(surroundings_.window),
-      printer_(surroundings_.window),
+      printer_(surroundings_.window, calendar),
       environment_(calendar),
       cacheUtilities_([this](const Error& error) { Tell(troubles_.other, error.Description()); },
                       surroundings_.cacheUtility),

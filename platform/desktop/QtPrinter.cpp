@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QFileInfo>
 #include <QPrintDialog>
 #include <QPrinterInfo>
 #include <QPushButton>
@@ -24,6 +25,10 @@ constexpr double TwipsPerPoint = 20;
 
 [[noreturn]] void FailWithout(const std::string& what) {
   throw Error(errors::DeviceUnavailable, what, "Printer");
+}
+
+bool IsThere(const QPrinter& printer) {
+  return !QPrinterInfo::printerInfo(printer.printerName()).isNull();
 }
 
 QPrinter::DuplexMode ToQtDuplex(int duplex) {
@@ -214,9 +219,8 @@ PdfPrinter* QtPrinter::File() {
 }
 
 QPrinter& QtPrinter::Device() {
-  const QString name = printer_->printerName();
-  if (QPrinterInfo::printerInfo(name).isNull()) {
-    FailWithout("The printer " + name.toStdString() + " is not there any more");
+  if (!IsThere(*printer_)) {
+    FailWithout("The printer " + printer_->printerName().toStdString() + " is not there any more");
   }
   return *printer_;
 }
@@ -290,13 +294,14 @@ std::unique_ptr<OffscreenPicture> QtPrinter::PagePicture() {
 }
 
 bool QtPrinter::ShowDialog(PrinterSettings& settings) {
-  // Without a printer it is a PDF file, too.
   QPrinter chosen(QPrinter::HighResolution);
   File();
-  if (printer_) {
-    chosen.setPrinterName(Device().printerName());
-  } else {
+  if (!printer_) {
     chosen.setOutputFileName(ToQt(file_->Current().port));
+  } else if (IsThere(*printer_)) {
+    chosen.setPrinterName(printer_->printerName());
+  } else if (QPrinterInfo::availablePrinters().isEmpty()) {
+    chosen.setOutputFormat(QPrinter::PdfFormat);
   }
   Set(chosen, settings);
   QWidget* const open = QApplication::activeModalWidget();
@@ -311,16 +316,24 @@ bool QtPrinter::ShowDialog(PrinterSettings& settings) {
   if (accept) accept->setText(QStringLiteral("OK"));
   if (dialog.exec() != QDialog::Accepted) return false;
   paper.HandOn(chosen);
+  const bool toFile = chosen.outputFormat() == QPrinter::PdfFormat;
+  if (toFile) CheckFile(chosen.outputFileName());
 
   const PrinterSettings before = std::exchange(settings, SettingsOf(chosen, settings.paperSize));
   file_.reset();
-  if (chosen.outputFormat() == QPrinter::PdfFormat) {
+  if (toFile) {
     settings.device = before.device;
     settings.driver = before.driver;
     settings.port = before.port;
     file_.emplace(chosen.outputFileName().toStdString());
   }
   return true;
+}
+
+void QtPrinter::CheckFile(const QString& path) const {
+  const QString target = QFileInfo(path).canonicalFilePath();
+  if (target.isEmpty() || target != QFileInfo(ToQt(fileInUse_)).canonicalFilePath()) return;
+  throw Error(errors::BadFileName, path.toStdString() + " is the calendar itself", "Printer");
 }
 
 std::unique_ptr<PrintJob> QtPrinter::Begin(const std::string& documentName) {

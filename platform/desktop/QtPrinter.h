@@ -7,6 +7,8 @@
 #include <QWidget>
 #include <memory>
 #include <optional>
+#include <string>
+#include <utility>
 
 #include "platform/Printer.h"
 #include "platform/desktop/PdfPrinter.h"
@@ -27,7 +29,9 @@ namespace velkor {
 class QtPrinter : public Printer {
  public:
   /// @param parent  what dialogs open over, unless another dialog is open
-  explicit QtPrinter(QWidget* parent = nullptr) : parent_(parent), fileDialogs_(parent) {}
+  /// @param fileInUse  a path that no PDF file is written to; empty for none
+  explicit QtPrinter(QWidget* parent = nullptr, std::string fileInUse = {})
+      : parent_(parent), fileInUse_(std::move(fileInUse)), fileDialogs_(parent, fileInUse_) {}
   QtPrinter(const QtPrinter&) = delete;
   QtPrinter& operator=(const QtPrinter&) = delete;
 
@@ -48,8 +52,11 @@ class QtPrinter : public Printer {
   QPrinter& Device();
   void SetDevice(const QPrinterInfo& info);
   void AskForFiles();
+  /// Throws Error (BadFileName) for the file in use.
+  void CheckFile(const QString& path) const;
 
   QPointer<QWidget> parent_;
+  std::string fileInUse_;
   QtCommonDialogs fileDialogs_;
   /// Null where there was none.
   std::unique_ptr<QPrinter> printer_;

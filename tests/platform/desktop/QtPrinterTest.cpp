@@ -12,11 +12,11 @@
 #include <QPrinterInfo>
 #include <QProcess>
 #include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QTest>
 
 #include "platform/desktop/PaperSizes.h"
 #include "support/values/Error.h"
+#include "tests/platform/desktop/FolderCase.h"
 #include "tests/platform/desktop/OpenDialog.h"
 
 namespace velkor {
@@ -32,15 +32,8 @@ PrinterSettings PaperOf(int paper, int orientation) {
   return {.device = {}, .driver = {}, .port = {}, .orientation = orientation, .paperSize = paper};
 }
 
-class Pdf : public testing::Test {
+class Pdf : public FolderCase {
  protected:
-  QTemporaryDir folder_;
-
-  std::string Path(const char* name) const { return folder_.filePath(name).toStdString(); }
-  QByteArray Bytes(const char* name) const {
-    QFile file(folder_.filePath(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-  }
   std::string Output(const char* program, const QStringList& arguments) const {
     QProcess process;
     process.setWorkingDirectory(folder_.path());
@@ -149,8 +142,9 @@ class QtPrinterWithoutPrinters : public Pdf {
       auto& files = dynamic_cast<QFileDialog&>(dialog);
       EXPECT_EQ(QFileInfo(files.selectedFiles().value(0)).fileName(), "Year 1-2.pdf");
       if (file.isEmpty()) return files.reject();
-      files.selectFile(file);
-      QTest::keyClick(&files, Qt::Key_Return);
+      auto& line = *files.findChild<QLineEdit*>("fileNameEdit");
+      line.setText(file);
+      QTest::keyClick(&line, Qt::Key_Return);
     });
   }
 };
@@ -174,6 +168,20 @@ TEST_F(QtPrinterWithoutPrinters, AsksForAFileWhenADocumentBegins) {
   WhenAsked({});
   EXPECT_FALSE(printer.Begin("Year 1/2"));
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+}
+
+TEST_F(QtPrinterWithoutPrinters, NeverWritesToTheFileInUse) {
+  Write("calendar.ics", "appointments");
+  QtPrinter printer(nullptr, Path("calendar.ics"));
+  PrinterSettings settings = printer.Current();
+  WhenOpen([&](QDialog& dialog) {
+    // The dialog asks whether the file may be overwritten.
+    WhenOpen([](QDialog& question) { Press(question, QDialogButtonBox::Yes); });
+    dialog.findChild<QLineEdit*>("filename")->setText(folder_.filePath("calendar.ics"));
+    Press(dialog, QDialogButtonBox::Ok);
+  });
+  EXPECT_THROW(printer.ShowDialog(settings), Error);
+  EXPECT_EQ(Bytes("calendar.ics"), "appointments");
 }
 
 TEST_F(QtPrinterWithoutPrinters, TakesPaperAndFileFromTheDialog) {
