@@ -1,6 +1,8 @@
 // tests/support/ScrollBarLog.h: the events of scroll bars as texts, with the value at that time.
 #pragma once
 
+#include <locale>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -22,7 +24,7 @@ class ScrollBarLog {
     bars.onChange = note("change");
     bars.onScrollClick = note("click");
     bars.onMouseWheel = [this](ScrollBarSide side, double notches) {
-      events_.push_back("wheel" + Name(side) + std::to_string(notches).substr(0, 5));
+      events_.push_back("wheel" + Name(side) + Text(notches));
     };
   }
   std::vector<std::string> Take() { return std::exchange(events_, {}); }
@@ -31,6 +33,15 @@ class ScrollBarLog {
   static std::string Name(ScrollBarSide side) {
     return side == ScrollBarSide::Vertical ? " v " : " h ";
   }
+  /// Whatever the locale.
+  static std::string Text(double notches) {
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text.precision(3);
+    text << notches;
+    return text.str();
+  }
+
   std::vector<std::string> events_;
 };
 
