@@ -57,6 +57,7 @@ void YearPlan::Frame::Filter_Click() {
 
 void YearPlan::Frame::Print_Click() {
   Guard(platform_.messages, "Error printing ", [&] {
+    if (grid_.Options() != options) Redraw(false);
     frmPrint form(grid_, names_, {TitleName, grid_.Span().FirstMonth, options.DisplaySubject},
                   platform_);
     {

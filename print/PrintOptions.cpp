@@ -28,7 +28,6 @@ constexpr std::string_view PrintTextFormatKey = "PrintTextFormat";
 constexpr std::string_view PrintTextKey = "PrintText";
 
 constexpr double TwipsPerInch = 1440;
-constexpr double TwipsPerMillimetre = 56.7;
 
 struct LengthField {
   std::string_view key;

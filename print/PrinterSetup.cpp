@@ -13,14 +13,15 @@
 namespace velkor {
 namespace {
 
-/// Those of no device where the current printer is gone.
-PrinterSettings CurrentSettings(Printer& printer) {
+PrinterSettings CurrentSettings(Printer& printer, const PrinterSettings& known) {
   try {
     return printer.Current();
   } catch (const Error& error) {
     if (error.Number() != errors::DeviceUnavailable) throw;
-    return {};
   }
+  PrinterSettings settings = known;
+  settings.device.clear();
+  return settings;
 }
 
 void SelectByName(Printer& printer, const std::string& name) {
@@ -40,12 +41,19 @@ void ApplyStoredSettings(Printer& printer, const PrintOptions& options) {
   printer.Apply(settings);
 }
 
-bool SetUpPrinter(Printer& printer) {
-  const PrinterSettings before = CurrentSettings(printer);
+bool SetUpPrinter(Printer& printer, const PrinterSettings& known) {
+  const PrinterSettings before = CurrentSettings(printer, known);
   PrinterSettings chosen = before;
   if (!printer.ShowDialog(chosen)) return false;
   if (chosen.device != before.device) SelectByName(printer, chosen.device);
   printer.Apply(chosen);
+  return true;
+}
+
+bool SelectAnyPrinter(Printer& printer) {
+  const std::vector<std::string> devices = printer.Devices();
+  if (devices.empty()) return false;
+  printer.SelectDevice(devices.front());
   return true;
 }
 

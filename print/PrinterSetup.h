@@ -5,6 +5,7 @@ namespace velkor {
 
 class Printer;
 class PrintOptions;
+struct PrinterSettings;
 
 /// Sets the current printer's paper and orientation to those stored last. Throws Error where there
 /// is no printer.
@@ -13,7 +14,12 @@ void ApplyStoredSettings(Printer& printer, const PrintOptions& options);
 /// Shows the print dialog filled with the current printer's settings, then makes the printer
 /// current that the user chose, its name matched without regard to case, and gives it the settings
 /// chosen. A printer that is gone does not keep the user from choosing another one.
+/// @param known  settings that the dialog is filled with where the current printer is gone
 /// @return false when the user cancels; nothing has changed then
-bool SetUpPrinter(Printer& printer);
+bool SetUpPrinter(Printer& printer, const PrinterSettings& known);
+
+/// Makes the first printer current, for one that is gone.
+/// @return false where there is none
+bool SelectAnyPrinter(Printer& printer);
 
 }  // namespace velkor

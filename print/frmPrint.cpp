@@ -39,6 +39,18 @@ ToolbarButton ButtonOf(std::string_view key, int image, std::string_view toolTip
   return {std::string(key), std::string(toolTip), enabled, false, image};
 }
 
+/// A mark that something is going on.
+class WhileTrue {
+ public:
+  explicit WhileTrue(bool& mark) : mark_(mark) { mark_ = true; }
+  ~WhileTrue() { mark_ = false; }
+  WhileTrue(const WhileTrue&) = delete;
+  WhileTrue& operator=(const WhileTrue&) = delete;
+
+ private:
+  bool& mark_;
+};
+
 int WholeTwips(Twips length) {
   return static_cast<int>(RoundHalfEven(length));
 }
@@ -77,8 +89,11 @@ void frmPrint::Connect() {
 
 bool frmPrint::Load() {
   options_.Load(platform_.messages);
-  const auto failure = Guard(platform_.messages, SetupFailed,
-                             [this] { ApplyStoredSettings(platform_.printer, options_); });
+  const auto apply = [this] { ApplyStoredSettings(platform_.printer, options_); };
+  auto failure = Guard(platform_.messages, SetupFailed, apply);
+  if (failure && SelectAnyPrinter(platform_.printer)) {
+    failure = Guard(platform_.messages, SetupFailed, apply);
+  }
   return !failure;
 }
 
@@ -105,11 +120,12 @@ void frmPrint::tbPreview_ButtonClick(std::string_view key) {
 }
 
 void frmPrint::Print_Click() {
-  // A layout that failed says once more why there is nothing to print.
-  if (document_.PageCount() == 0) return LayOut();
   Guard(platform_.messages, "Error printing ", [this] {
+    // A layout that failed says once more why there is nothing to print.
+    if (document_.PageCount() == 0 || platform_.printer.Current() != printer_) LayOut();
+    if (document_.PageCount() == 0) return;
     const auto job = platform_.printer.Begin(document_.Name());
-    if (!job) return;
+    if (!job || document_.PageCount() == 0) return;
     const WaitPointer wait(platform_.shell);
     document_.Print(*job);
   });
@@ -117,68 +133,68 @@ void frmPrint::Print_Click() {
 
 void frmPrint::PrintSetup_Click() {
   bool chosen = false;
-  Guard(platform_.messages, SetupFailed, [&] {
-    chosen = SetUpPrinter(platform_.printer);
-    if (!chosen) return;
+  Guard(platform_.messages, SetupFailed,
+        [&] { chosen = SetUpPrinter(platform_.printer, printer_); });
+  if (!chosen) return;
+  Guard(platform_.messages, "Error saving the printer settings ", [this] {
     const PrinterSettings settings = platform_.printer.Current();
     options_.SetPaperSize(settings.paperSize);
     options_.SetOrientation(settings.orientation);
   });
-  if (!chosen || !Load()) return;
+  options_.Load(platform_.messages);
   Arrange();
   LayOut();
 }
 
 void frmPrint::PageSetup_Click() {
   // The dialog itself lays out: where that fails, it is wanted once more when it has closed.
-  if (optionsOpen_) {
-    optionsAgain_ = true;
-    return;
-  }
-  optionsOpen_ = true;
-  do {
-    optionsAgain_ = false;
+  optionsAgain_ = true;
+  if (optionsOpen_) return;
+  const WhileTrue open(optionsOpen_);
+  while (std::exchange(optionsAgain_, false) && IsOpen()) {
     frmPrintOptions form(options_, platform_.messages, platform_.shell);
     form.onOptionsChanged = [this] { OptionsChanged(); };
     form.Load();
     platform_.forms.ShowModal(form);
-  } while (optionsAgain_ && IsOpen());
-  optionsOpen_ = false;
+  }
 }
 
 void frmPrint::Zoom_Click() {
   zoom_ = !zoom_;
   tbPreview.SetButtonChecked(preview_keys::Zoom, zoom_);
+  wheelRest_ = {};
   Arrange();
 }
 
-void frmPrint::Turn(void (PageTurner::*way)()) {
-  PageTurner turned = turner_;
-  (turned.*way)();
-  if (turned.Page() != turner_.Page()) ShowPage(turned);
-}
-
 void frmPrint::LayOut() {
+  if (telling_) return;
   const auto failure = Guard(platform_.messages, "Error laying out the pages ", [this] {
     Printer& printer = platform_.printer;
-    printer_ = printer.Current();
-    page_ = printer.PageSize();
-    document_.LayOut(options_.Values(), page_, printer.MeasuringSurface());
+    // All that can fail comes first.
+    const PrinterSettings settings = printer.Current();
+    const Extent page = printer.PageSize();
+    auto picture = printer.PagePicture();
+    document_.LayOut(options_.Values(), page, printer.MeasuringSurface());
+    printer_ = settings;
+    page_ = page;
     SetScrollRanges();
-    picTemp.reset();
-    txtStatus.SetCaption({});
     PageTurner turner;
     turner.Begin(document_.PageCount());
-    ShowPage(turner);
+    ShowPage(turner, std::move(picture));
   });
   if (!failure && document_.Failure()) TellFailure(*document_.Failure());
 }
 
 void frmPrint::TellFailure(const PageFailure& failure) {
-  const MessageAnswer answer = platform_.messages.Show({.text = failure.message,
-                                                        .title = "Print",
-                                                        .buttons = MessageButtons::OkCancel,
-                                                        .icon = MessageIcon::Information});
+  MessageAnswer answer = MessageAnswer::Cancel;
+  {
+    const WhileTrue telling(telling_);
+    answer = platform_.messages.Show({.text = failure.message,
+                                      .title = "Print",
+                                      .buttons = MessageButtons::OkCancel,
+                                      .icon = MessageIcon::Information});
+  }
+  if (!IsOpen()) return;
   if (answer == MessageAnswer::Ok) {
     PageSetup_Click();
   } else {
@@ -186,19 +202,24 @@ void frmPrint::TellFailure(const PageFailure& failure) {
   }
 }
 
-void frmPrint::ShowPage(const PageTurner& turner) {
-  Guard(platform_.messages, "Error drawing the page ", [&] {
-    if (turner.Count() > 0) {
-      auto picture = platform_.printer.PagePicture();
-      document_.DrawPage(picture->Drawing(), turner.Page());
-      picTemp = std::move(picture);
-      txtStatus.SetCaption(
-          PrintStatus(turner.Page(), turner.Count(), printer_.orientation, printer_.paperSize));
-    }
-    turner_ = turner;
-    tbPreview.SetButtonEnabled(preview_keys::Back, turner_.BackEnabled());
-    tbPreview.SetButtonEnabled(preview_keys::Next, turner_.NextEnabled());
-  });
+void frmPrint::Turn(void (PageTurner::*way)()) {
+  PageTurner turned = turner_;
+  (turned.*way)();
+  if (turned.Page() == turner_.Page()) return;
+  Guard(platform_.messages, "Error drawing the page ",
+        [&] { ShowPage(turned, platform_.printer.PagePicture()); });
+}
+
+void frmPrint::ShowPage(const PageTurner& turner, std::unique_ptr<OffscreenPicture> picture) {
+  turner_ = turner;
+  const bool any = turner_.Count() > 0;
+  if (any) document_.DrawPage(picture->Drawing(), turner_.Page());
+  picTemp = any ? std::move(picture) : nullptr;
+  txtStatus.SetCaption(
+      any ? PrintStatus(turner_.Page(), turner_.Count(), printer_.orientation, printer_.paperSize)
+          : std::string());
+  tbPreview.SetButtonEnabled(preview_keys::Back, turner_.BackEnabled());
+  tbPreview.SetButtonEnabled(preview_keys::Next, turner_.NextEnabled());
   PlacePage();
 }
 
@@ -295,9 +316,10 @@ bool frmPrint::ScrollBy(ScrollBarSide side, double way) {
 void frmPrint::m_cScroll_MouseWheel(ScrollBarSide side, double notches) {
   // Away from the user is back, tilted to the right is onwards.
   const double steps = side == ScrollBarSide::Horizontal ? notches : -notches;
-  wheelRest_ += zoom_ ? steps * StepsPerNotch * ScrollStep : steps;
-  const double whole = std::trunc(wheelRest_);
-  wheelRest_ -= whole;
+  double& rest = wheelRest_[static_cast<std::size_t>(side)];
+  rest += zoom_ ? steps * StepsPerNotch * ScrollStep : steps;
+  const double whole = std::trunc(rest);
+  rest -= whole;
   if (whole == 0 || ScrollBy(side, whole)) return;
   Turn(whole < 0 ? &PageTurner::Back : &PageTurner::Next);
 }

@@ -1,6 +1,7 @@
 // print/frmPrint.h: the print preview: the printed year page by page, its printer and its options.
 #pragma once
 
+#include <array>
 #include <memory>
 
 #include "platform/Forms.h"
@@ -24,10 +25,10 @@ inline constexpr std::string_view Back = "Back";
 inline constexpr std::string_view Next = "Next";
 }  // namespace preview_keys
 
-/// Pages are laid out for the current printer whenever the window has another size, so that the
-/// year on show is printed as it is then. A layout that fails is told; OK leads to the options,
-/// Cancel closes the preview. What the printer or the settings store fail at is told and leaves the
-/// preview as it was.
+/// Pages are laid out for the current printer, from the year as it is then, when the window opens
+/// or gets another size and when printer or options have changed. A layout that fails is told; OK
+/// leads to the options, Cancel closes the preview. What the printer or the settings store fail at
+/// is told and leaves the preview as it was.
 class frmPrint : public Form {
  public:
   /// The grid, and what the platform refers to, outlive this.
@@ -75,7 +76,8 @@ class frmPrint : public Form {
   void LayOut();
   void TellFailure(const PageFailure& failure);
   void Turn(void (PageTurner::*way)());
-  void ShowPage(const PageTurner& turner);
+  /// @param picture  a white one of the page
+  void ShowPage(const PageTurner& turner, std::unique_ptr<OffscreenPicture> picture);
   /// The page in pic1's coordinates.
   Rect PageRect() const;
 
@@ -94,7 +96,9 @@ class frmPrint : public Form {
   Extent viewport_;
   PixelSize pixel_;
   /// Of turns of the wheel that came to no whole step yet.
-  double wheelRest_ = 0;
+  std::array<double, 2> wheelRest_{};
+  /// A failed layout is being told.
+  bool telling_ = false;
   bool optionsOpen_ = false;
   /// The options are wanted once more when they have closed.
   bool optionsAgain_ = false;

@@ -186,7 +186,7 @@ void cScrollBars::Hear(const WindowMessage& message) {
       HearWheel(Side::Horizontal, SignedHighWord(message.wParam));
       return;
   }
-  if (driver_.roll != 0 && message.id == driver_.roll && DriverSupportsWheel()) {
+  if (driver_.roll != 0 && message.id == driver_.roll && DriverAllowsWheel()) {
     HearWheel(Side::Vertical,
               static_cast<std::int32_t>(static_cast<std::uint32_t>(message.wParam)));
   }
@@ -237,10 +237,11 @@ void cScrollBars::HearWheel(Side side, std::int32_t delta) {
   if (delta != 0) Raise(onMouseWheel, side, delta / OneNotch);
 }
 
-/// Asked at each turn, since a driver may come and go.
-bool cScrollBars::DriverSupportsWheel() {
+/// Whether its window does not say that the wheel is off; asked at each turn, since a driver may
+/// come and go.
+bool cScrollBars::DriverAllowsWheel() {
   return driver_.support != 0 &&
-         bars_.Ask(DriverClass, DriverTitle, driver_.support).value_or(0) != 0;
+         bars_.Ask(DriverClass, DriverTitle, driver_.support).value_or(1) != 0;
 }
 
 }  // namespace velkor

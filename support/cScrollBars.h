@@ -109,7 +109,7 @@ class cScrollBars {
   void HearClick(Side side, std::int64_t change);
   void HearEndOfDrag(Side side);
   void HearWheel(Side side, std::int32_t delta);
-  bool DriverSupportsWheel();
+  bool DriverAllowsWheel();
 
   ScrollBars& bars_;
   std::unique_ptr<WindowScrollBars> window_;

@@ -22,12 +22,6 @@ Colour ReadableOn(Colour back) {
   return brightness < 140'000 ? colours::White : colours::Black;
 }
 
-Twips LeastReadableHeight(Surface& surface, const Font& font) {
-  // Most fonts have their baseline at four fifths of a line.
-  constexpr double DownToBaseline = 0.8;
-  return DownToBaseline * surface.Measure("0", font).height;
-}
-
 GridPainter::GridPainter(Surface& surface, const GridScene& scene, const Font& font,
                          const Rect& visible)
     : surface_(surface),
@@ -130,16 +124,13 @@ Font GridPainter::FontForSubjects() const {
 void GridPainter::DrawEvents() {
   const SubjectStyle& subjects = scene_.subjects;
   const Font font = subjects.shown ? FontForSubjects() : font_;
-  const Twips barHeight = double{geometry_.BandHeight} - 2 * double{geometry_.pixel.height};
-  const bool shown =
-      subjects.shown && (!subjects.size || barHeight >= LeastReadableHeight(surface_, font));
   for (const Bar& bar : layout_.bars) {
     const Rect rect = BarRect(bar, geometry_, layout_);
     if (!InSight(rect.top, rect.bottom)) continue;
     const CalEvent& event = scene_.events[bar.event];
     const Colour colour = scene_.categories.At(event.CatIndex).colour;
     surface_.Fill(rect, colour);
-    if (shown) {
+    if (subjects.shown) {
       surface_.Text(rect, Globals::StripControlChars(event.Subject), font, ReadableOn(colour),
                     subjects.flags);
     }

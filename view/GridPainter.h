@@ -22,9 +22,6 @@ inline constexpr Colour TodayFrame = Colour::FromRgb(255, 0, 0);
 /// Black or white, whichever can be read better on a colour.
 Colour ReadableOn(Colour back);
 
-/// The height that a line of text needs to be read: down to the baseline.
-Twips LeastReadableHeight(Surface& surface, const Font& font);
-
 /// Draws one year on one surface. `visible` is the part of the grid that is in sight, in the
 /// grid's own coordinates; what lies outside it is not drawn.
 class GridPainter {

@@ -53,6 +53,13 @@ Twips CaptionWidth(const GridGeometry& geometry) {
   return geometry.ColumnWidth - 2 * Twips{geometry.pixel.width};
 }
 
+/// The height that a line of text needs to be read: down to the baseline.
+Twips LeastReadableHeight(Surface& surface, const Font& font) {
+  // Most fonts have their baseline at four fifths of a line.
+  constexpr double DownToBaseline = 0.8;
+  return DownToBaseline * surface.Measure("0", font).height;
+}
+
 }  // namespace
 
 void DrawHeaderRow(Surface& surface, const GridGeometry& geometry, const CalendarNames& names,

@@ -186,7 +186,7 @@ const std::vector<OptionUse>& OptionUses() {
       {names::CategoriesOnly, {Export}},
       {"year", {Open, Render, Refresh, Inspect, Print}},
       {"no-all-events", {Open, Render, Refresh, Inspect, Print}},
-      {"no-subjects", {Open, Render, Refresh, Inspect}},
+      {"no-subjects", {Open, Render, Refresh, Inspect, Print}},
       {"size", {Open, Render, Refresh, Inspect}},
       {"today", {Open, Render, Refresh, Inspect, Print}},
       {"first-month", {Open, Render, Refresh, Inspect, Export, Print}},

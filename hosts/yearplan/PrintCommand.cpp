@@ -43,7 +43,6 @@ void CheckTarget(const CommandLine& line) {
 }
 
 std::string Millimetres(double twips) {
-  constexpr double TwipsPerMillimetre = 56.7;
   return OneDecimal(static_cast<float>(twips / TwipsPerMillimetre)) + " mm";
 }
 

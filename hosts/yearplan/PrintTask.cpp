@@ -19,6 +19,8 @@ constexpr const char* Months = "months";
 constexpr const char* Margins = "margins";
 constexpr const char* Header = "header";
 constexpr const char* Subjects = "subjects";
+/// An option that other commands have, too.
+constexpr const char* NoSubjects = "no-subjects";
 constexpr const char* Multiline = "multiline";
 constexpr const char* NoLegendRepeat = "no-legend-repeat";
 constexpr const char* MinBands = "min-bands";
@@ -32,10 +34,9 @@ struct PaperName {
   const char* name;
   int code;
 };
-constexpr std::array<PaperName, 15> Papers{{
+constexpr std::array<PaperName, 14> Papers{{
     {"Letter", device_mode::PaperLetter},
     {"Tabloid", 3},
-    {"Ledger", 4},
     {"Legal", 5},
     {"Statement", 6},
     {"Executive", 7},
@@ -73,7 +74,6 @@ std::optional<double> ReadNumber(const QString& text, double most) {
 }
 
 constexpr double MostMillimetres = 10000;
-constexpr double TwipsPerMillimetre = 56.7;
 
 double Millimetres(const QCommandLineParser& parser, const char* option) {
   const QString text = parser.value(option);
@@ -178,8 +178,10 @@ void AddPrintOptions(QCommandLineParser& parser) {
       {names::Margins, "print: margins in millimetres (20), one number or left,top,right,bottom.",
        "mm", "20"},
       {names::Header, "print: a line below the year on every page.", "text"},
-      {names::Subjects, "print: write subjects into the bars, one line with an ellipsis each."},
-      {names::Multiline, "print: with --subjects, wrap them and crop what goes beyond the bar."},
+      {names::Subjects, "print: write subjects into the bars, as without this."},
+      {names::Multiline,
+       "print: wrap subjects and crop what goes beyond the bar; else each is one line with an "
+       "ellipsis."},
       {names::NoLegendRepeat, "print: the legend once, not on every page."},
       {names::MinBands, "print: rows that every month has at least (3).", "number", "3"},
       {names::MinBandHeight,
@@ -195,8 +197,9 @@ PrintTask ReadPrintTask(const QCommandLineParser& parser, int firstMonth) {
   if (parser.isSet(names::Landscape) && parser.isSet(names::Portrait)) {
     throw UsageError("Either --landscape or --portrait, not both");
   }
-  if (parser.isSet(names::Multiline) && !parser.isSet(names::Subjects)) {
-    throw UsageError("--multiline goes with --subjects");
+  const bool withoutSubjects = parser.isSet(names::NoSubjects);
+  if (withoutSubjects && (parser.isSet(names::Multiline) || parser.isSet(names::Subjects))) {
+    throw UsageError("--no-subjects goes neither with --subjects nor with --multiline");
   }
   PrintTask task;
   task.paper = ReadPaper(parser.value(names::Paper));
@@ -207,7 +210,7 @@ PrintTask ReadPrintTask(const QCommandLineParser& parser, int firstMonth) {
   ReadMargins(parser.value(names::Margins), options);
   ReadMonths(parser.value(names::Months), firstMonth, options);
   options.Header = parser.value(names::Header).toStdString();
-  options.VisibleText = parser.isSet(names::Subjects);
+  options.VisibleText = !withoutSubjects;
   options.PrintFormat =
       parser.isSet(names::Multiline) ? print_formats::Multiline : print_formats::SingleLine;
   options.ReprintLegend = !parser.isSet(names::NoLegendRepeat);

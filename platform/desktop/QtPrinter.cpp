@@ -14,6 +14,7 @@
 #include <functional>
 #include <utility>
 
+#include "platform/desktop/KeptPage.h"
 #include "platform/desktop/PaperSizes.h"
 #include "platform/desktop/QtText.h"
 #include "support/values/Error.h"
@@ -142,55 +143,21 @@ class PaperOfDialog {
   bool seen_ = false;
 };
 
-/// Keeps what is drawn, to draw it later; the toolkit cannot take back what a printer was given.
-class KeptPage : public Surface {
- public:
-  void DrawOn(Surface& surface) const {
-    for (const Call& call : calls_) call(surface);
-  }
+using KeptPages = std::vector<std::unique_ptr<KeptPage>>;
 
-  PixelSize Pixel() const override { return PagePixel; }
-  void Fill(const Rect& rect, Colour colour) override {
-    Keep([=](Surface& on) { on.Fill(rect, colour); });
+void PrintPages(const KeptPages& pages, QPrinter& printer) {
+  QtPages target(printer, printer.resolution());
+  for (std::size_t i = 0; i < pages.size(); ++i) {
+    if (i > 0) target.NewPage();
+    pages[i]->DrawOn(target.Page());
   }
-  void Outline(const Rect& rect, Colour colour, int pen) override {
-    Keep([=](Surface& on) { on.Outline(rect, colour, pen); });
-  }
-  void Line(Point from, Point to, Colour colour, int pen) override {
-    Keep([=](Surface& on) { on.Line(from, to, colour, pen); });
-  }
-  void Text(const Rect& rect, std::string_view text, const Font& font, Colour colour,
-            TextFlags flags) override {
-    Keep([=, kept = std::string(text)](Surface& on) { on.Text(rect, kept, font, colour, flags); });
-  }
-  Extent Measure(std::string_view text, const Font& font) override {
-    return measuring_.Page().Measure(text, font);
-  }
-  Extent MeasureLines(std::string_view text, const Font& font, Twips width,
-                      TextFlags flags) override {
-    return measuring_.Page().MeasureLines(text, font, width, flags);
-  }
-  void EnterView(const Rect& clip, Point origin) override {
-    Keep([=](Surface& on) { on.EnterView(clip, origin); });
-  }
-  void LeaveView() override {
-    Keep([](Surface& on) { on.LeaveView(); });
-  }
-
- private:
-  using Call = std::function<void(Surface&)>;
-
-  void Keep(Call call) { calls_.push_back(std::move(call)); }
-
-  std::vector<Call> calls_;
-  QtMeasuringPage measuring_;
-};
+  target.End();
+}
 
 class Job : public PrintJob {
  public:
   /// @param print  takes the pages at the end
-  explicit Job(std::function<void(const std::vector<std::unique_ptr<KeptPage>>&)> print)
-      : print_(std::move(print)) {
+  explicit Job(std::function<void(const KeptPages&)> print) : print_(std::move(print)) {
     NewPage();
   }
 
@@ -199,8 +166,8 @@ class Job : public PrintJob {
   void EndDocument() override { print_(pages_); }
 
  private:
-  std::function<void(const std::vector<std::unique_ptr<KeptPage>>&)> print_;
-  std::vector<std::unique_ptr<KeptPage>> pages_;
+  std::function<void(const KeptPages&)> print_;
+  KeptPages pages_;
 };
 
 }  // namespace
@@ -343,12 +310,12 @@ std::unique_ptr<PrintJob> QtPrinter::Begin(const std::string& documentName) {
     QPrinter& printer = Device();
     printer.setDocName(ToQt(documentName));
     printer.setCreator(QStringLiteral("OutlookVelkor"));
-    QtPages target(printer, printer.resolution());
-    for (std::size_t i = 0; i < pages.size(); ++i) {
-      if (i > 0) target.NewPage();
-      pages[i]->DrawOn(target.Page());
+    try {
+      PrintPages(pages, printer);
+    } catch (...) {
+      printer.abort();
+      throw;
     }
-    target.End();
   });
 }
 

@@ -114,6 +114,7 @@ bool RecordingPrinter::ShowDialog(PrinterSettings& settings) {
 }
 
 std::unique_ptr<PrintJob> RecordingPrinter::Begin(const std::string& documentName) {
+  if (cancelsDocuments) return nullptr;
   documents.push_back(std::make_shared<Document>(
       Document{.name = documentName, .settings = CurrentDevice(), .pages = {}}));
   return std::make_unique<Job>(*this, documents.back());

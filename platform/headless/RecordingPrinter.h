@@ -52,6 +52,8 @@ class RecordingPrinter : public Printer {
   /// The settings that dialogs were filled with.
   std::vector<PrinterSettings> shown;
 
+  /// The user is asked where a document goes to, and cancels.
+  bool cancelsDocuments = false;
   /// The page, counted from 1, on which every document fails when it is begun; 0 for none.
   int failingPage = 0;
   /// Documents that were begun, the given-up ones too.

@@ -13,6 +13,9 @@ using Twips = double;
 /// Twips to one pixel of an ordinary screen (96 pixels to the inch).
 inline constexpr Twips TwipsPerPixel = 15;
 
+/// As print settings are converted.
+inline constexpr double TwipsPerMillimetre = 56.7;
+
 struct Point {
   Twips x = 0;
   Twips y = 0;

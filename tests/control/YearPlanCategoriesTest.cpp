@@ -1,9 +1,10 @@
-// tests/control/YearPlanCategoriesTest.cpp: categories, filter and export as the control's user
-// meets them.
+// tests/control/YearPlanCategoriesTest.cpp: categories, filter, export and print as the
+// control's user meets them.
 #include "categories/dlgFilter.h"
 #include "exchange/dlgSaveType.h"
 #include "model/ColourRecord.h"
 #include "platform/Forms.h"
+#include "print/frmPrint.h"
 #include "tests/control/PlannerCase.h"
 #include "view/LegendPainter.h"
 
@@ -226,6 +227,27 @@ TEST_F(YearPlanCategoriesTest, TheImportNamesTheFile) {
   seams_.dialogs.fileNames = {"C:\\data\\cats.txt"};
   messages_.Expect("To Do: C:\\data\\cats.txt");
   plan_.Elements().Toolbar1.ClickButton("Open");
+}
+
+TEST_F(YearPlanCategoriesTest, PrintsTheYearByThePropertiesAsTheyAreThen) {
+  seams_.files.contents[CacheFileOf(2005)] = Records({Event("a", "")});
+  Start();
+  plan_.SetTitleName("Team");
+  plan_.SetDisplaySubject(true);
+  seams_.forms.Expect("frmPrint", [&](Form& form) {
+    auto& preview = dynamic_cast<frmPrint&>(form);
+    const auto log = [&] { return dynamic_cast<RecordingSurface&>(preview.picTemp->Drawing()); };
+    EXPECT_THAT(log().Calls("text"), testing::Contains(HasSubstr("\"Subject of a\"")));
+    preview.Options().SetHeader("Ours");
+    preview.OptionsChanged();
+    EXPECT_THAT(log().Calls("text")[0], HasSubstr("Year 2005\\x0DOurs"));
+  });
+  plan_.Elements().Toolbar1.ClickButton(toolbar_keys::Print);
+  EXPECT_EQ(seams_.settings.Get("Year Planner", "Printing", "TeamHeader", ""), "Ours");
+  EXPECT_EQ(seams_.shell.waitPointers, 0);
+  seams_.printer.Disappear();
+  messages_.Expect("Error setting up the printer 68 ");
+  plan_.Elements().Toolbar1.ClickButton(toolbar_keys::Print);
 }
 
 }  // namespace

@@ -90,7 +90,7 @@ TEST(CommandLine, PrintOptionsThatMakeNoSenseAreNamed) {
       {{}, "--pages"},
       {{"-o", "a.pdf", "--pages"}, "either -o"},
       {{"--pages", "--landscape", "--portrait"}, "not both"},
-      {{"--pages", "--multiline"}, "--subjects"},
+      {{"--pages", "--multiline", "--no-subjects"}, "--no-subjects"},
       {{"--pages", "--paper", "A"}, "Tabloid"},
       {{"--pages", "--months", "Oct-Mar"}, "from January to December"},
       {{"--pages", "--months", "1-2-3"}, "1-2-3"},

@@ -45,9 +45,9 @@ class PdfReaders : public Yearplan {
 TEST_F(PdfReaders, BothFindEveryPageSubjectAndColour) {
   const QStringList year{SAMPLE_CALENDAR, "--year", "2026"};
   // Sheets on which the longest subjects of single days have room.
-  const Outcome printed = Run(QStringList{"print"} + year +
-                              QStringList{"-o", "a.pdf", "--paper", "E", "--subjects",
-                                          "--multiline", "--min-band-height", "15"});
+  const Outcome printed =
+      Run(QStringList{"print"} + year +
+          QStringList{"-o", "a.pdf", "--paper", "E", "--multiline", "--min-band-height", "15"});
   QPdfDocument document;
   ASSERT_EQ(document.load(File("a.pdf")), QPdfDocument::Error::None) << printed.messages;
   const int pages = document.pageCount();

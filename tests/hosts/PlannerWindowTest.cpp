@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QDateEdit>
 #include <QDropEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
@@ -300,6 +301,18 @@ TEST_F(PlannerWindow, DroppedCalendarIsOpenedAndNothingElse) {
     QCoreApplication::sendEvent(&window_, &drop);
     EXPECT_EQ(window_.Session() != nullptr, std::string(name) == "team.ics");
   }
+}
+
+TEST_F(PlannerWindow, CtrlPShowsThePreviewUntilEscape) {
+  OpenWith({{"20260504", "Away"}});
+  bool shown = false;
+  WhenOpen([&](QDialog& preview) {
+    auto& status = *preview.findChild<QLabel*>("txtStatus");
+    shown = QTest::qWaitFor([&] { return status.text().startsWith("Page 1 of 1"); });
+    QTest::keyClick(&preview, Qt::Key_Escape);
+  });
+  QTest::keyClick(&window_, Qt::Key_P, Qt::ControlModifier);
+  EXPECT_TRUE(shown);
 }
 
 }  // namespace

@@ -275,13 +275,11 @@ TEST(PagePainter, AMonthOf500BandsFailsOrHasEveryBarOnALargeSheet) {
     events.push_back(SampleEvent(std::to_string(i), At(2006, 6, 14), At(2006, 6, 15), "Leave"));
   }
   PrintOptionSet options;
-  options.VisibleText = true;
   EXPECT_THAT(Pages(events, options).plan.failure->message,
               testing::StartsWith("Events for June will not all fit onto the page"));
   options.MinBandHeight = 10;
   options.StartMonth = options.EndMonth = 6;
-  for (const auto& [sheet, written] :
-       {std::pair(Extent{16838, 11906}, false), std::pair(Extent{48960, 93600}, true)}) {
+  for (const Extent sheet : {Extent{16838, 11906}, Extent{48960, 93600}}) {
     const Pages pages(events, options, sheet);
     ASSERT_EQ(pages.plan.failure, std::nullopt);
     ASSERT_THAT(pages.plan.pages, SizeIs(1));
@@ -295,8 +293,6 @@ TEST(PagePainter, AMonthOf500BandsFailsOrHasEveryBarOnALargeSheet) {
       };
       ASSERT_FALSE(isBar(-4) && isBar(0) && isBar(4)) << band;
     }
-    // Where a bar is lower than its letters, there are none.
-    EXPECT_EQ(testing::Value(Texts(surface), Contains("\"Subject of 7\"")), written);
   }
 }
 

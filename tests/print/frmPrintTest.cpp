@@ -34,6 +34,9 @@ class frmPrintTest : public testing::Test {
   }
   void Click(std::string_view key) { form_.tbPreview.ClickButton(key); }
   bool IsEnabled(std::string_view key) { return form_.tbPreview.Button(key)->enabled; }
+  void Wheel(double notches) {
+    seams_.scrollBars.Turn("picParent", ScrollBarSide::Vertical, notches);
+  }
   std::string Status() { return form_.txtStatus.Caption(); }
   std::vector<std::string> PageLog() {
     return static_cast<RecordingSurface&>(form_.picTemp->Drawing()).Log();
@@ -72,6 +75,7 @@ TEST_F(frmPrintTest, OpensInLandscapeOnThePrintersPaperUnlessOthersWereStored) {
                {"1", "1", "Page 1 of 1  Portrait Letter, 8 1/2 x 11 in."},
                {"42", "2", "Page 1 of 1  Landscape Letter, 8 1/2 x 11 in."}};
   for (const auto& stored : cases) {
+    seams_.printer.devices[0].orientation = device_mode::Portrait;
     if (!stored.paper.empty()) Store("PaperSize", stored.paper);
     if (!stored.paper.empty()) Store("Orientation", stored.orientation);
     Show();
@@ -103,6 +107,30 @@ TEST_F(frmPrintTest, EveryPageIsPrintedAsItIsShown) {
   EXPECT_EQ(seams_.shell.waitPointers, 0);
 }
 
+TEST_F(frmPrintTest, WhatIsOnShowIsPrintedWhateverChangesInTheYearMeanwhile) {
+  Show();
+  const std::vector<std::string> shown = PageLog();
+  SetEvents(grid_, {});
+  Click(preview_keys::Print);
+  EXPECT_EQ(seams_.printer.documents[0]->pages[0]->Log(), shown);
+  form_.OptionsChanged();
+  EXPECT_NE(PageLog(), shown);
+}
+
+TEST_F(frmPrintTest, ADocumentThatFailsOrIsCancelledIsGivenUpAndThePreviewGoesOn) {
+  Store("Band Height", "500");
+  Show();
+  seams_.printer.failingPage = 2;
+  messages_.Expect("Error printing 57 The paper is jammed");
+  Click(preview_keys::Print);
+  EXPECT_FALSE(seams_.printer.documents[0]->ended);
+  EXPECT_EQ(seams_.shell.waitPointers, 0);
+  seams_.printer.cancelsDocuments = true;
+  Click(preview_keys::Print);
+  EXPECT_EQ(seams_.printer.documents.size(), 1U);
+  EXPECT_TRUE(form_.IsOpen() && IsEnabled(preview_keys::Next));
+}
+
 TEST_F(frmPrintTest, PagesAreTurnedByButtonsKeysAndWheelAndNotBeyondTheEnds) {
   Store("Band Height", "500");
   Show();
@@ -111,13 +139,9 @@ TEST_F(frmPrintTest, PagesAreTurnedByButtonsKeysAndWheelAndNotBeyondTheEnds) {
     return Status().substr(5, 1) + (IsEnabled(preview_keys::Back) ? "<" : "") +
            (IsEnabled(preview_keys::Next) ? ">" : "");
   };
-  const auto wheel = [&](int clicks) {
-    seams_.scrollBars.Send("picParent", {.id = window_messages::MouseWheel,
-                                         .wParam = static_cast<std::uint32_t>(clicks * 120) << 16});
-  };
   EXPECT_EQ(turned([&] { Click(preview_keys::Back); }), "1>");
   EXPECT_EQ(turned([&] { form_.pic1.onKeyDown(Key::PageDown); }), "2<>");
-  EXPECT_EQ(turned([&] { wheel(-1); }), "3<");
+  EXPECT_EQ(turned([&] { Wheel(-1); }), "3<");
   EXPECT_EQ(turned([&] { form_.pic1.onKeyDown(Key::PageDown); }), "3<");
   EXPECT_EQ(turned([&] { form_.pic1.onKeyDown(Key::PageUp); }), "2<>");
   EXPECT_EQ(turned([&] { form_.Form_Resize(Window, {}); }), "1>");
@@ -154,6 +178,14 @@ TEST_F(frmPrintTest, AFailedLayoutShowsNoPagePrintsNoneAndClosesOnCancel) {
   EXPECT_TRUE(seams_.printer.documents.empty());
 }
 
+TEST_F(frmPrintTest, OpensWithDefaultsWhenAStoredSettingIsNoNumber) {
+  Store("Top Margin", "wide");
+  messages_.Expect("Error loading the print options 13 ");
+  Show();
+  EXPECT_EQ(Status(), "Page 1 of 1  Landscape A4, 210 x 297 mm");
+  EXPECT_EQ(Stored("Top Margin"), "wide");
+}
+
 TEST_F(frmPrintTest, WithoutAPrinterItDoesNotOpen) {
   seams_.printer.Disappear();
   messages_.Expect("Error setting up the printer 68 There is no printer");
@@ -174,6 +206,15 @@ TEST_F(frmPrintTest, APrinterThatIsGoneIsToldAndAnotherOneCanBeChosen) {
   Click(preview_keys::Print);
   EXPECT_EQ(seams_.printer.documents.back()->settings.device, "Recorder");
   EXPECT_TRUE(seams_.printer.documents.back()->ended);
+  EXPECT_EQ(seams_.printer.shown[0].orientation, device_mode::Landscape);
+}
+
+TEST_F(frmPrintTest, OpensOnAnotherPrinterWhenTheCurrentOneIsGone) {
+  seams_.printer.SelectDevice("Plotter");
+  seams_.printer.devices.pop_back();
+  messages_.Expect("Error setting up the printer 68 ");
+  Show();
+  EXPECT_EQ(seams_.printer.Current().device, "Recorder");
 }
 
 TEST_F(frmPrintTest, PrinterSetupTakesTheChosenPrinterAndRemembersPaperAndOrientation) {
@@ -198,6 +239,13 @@ TEST_F(frmPrintTest, PrinterSetupTakesTheChosenPrinterAndRemembersPaperAndOrient
   EXPECT_EQ(after.duplex, device_mode::DuplexVertical);
   EXPECT_EQ(Stored("PaperSize") + Stored("Orientation"), "11");
   EXPECT_EQ(Status(), "Page 1 of 1  Portrait Letter, 8 1/2 x 11 in.");
+
+  seams_.settings.readOnly = true;
+  seams_.printer.answers = {{.orientation = device_mode::Landscape}};
+  messages_.Expect("Error saving the printer settings 5 ");
+  messages_.Expect("Error loading the print options 5 ");
+  Click(preview_keys::PrintSetup);
+  EXPECT_EQ(Status(), "Page 1 of 1  Landscape A4, 210 x 297 mm");
 }
 
 TEST_F(frmPrintTest, ZoomShowsThePageInItsOwnSizeAndScrollsIt) {
@@ -212,6 +260,10 @@ TEST_F(frmPrintTest, ZoomShowsThePageInItsOwnSizeAndScrollsIt) {
   EXPECT_EQ(bars[ScrollBarSide::Horizontal].info.page, 15000 - 255);
   form_.pic1.onKeyDown(Key::Down);
   EXPECT_EQ(form_.pic1.Bounds().top, -300);
+  Wheel(-1);
+  EXPECT_EQ(form_.pic1.Bounds().top, -1200);
+  seams_.scrollBars.Drag("picParent", ScrollBarSide::Vertical, 500);
+  EXPECT_EQ(form_.pic1.Bounds().top, -500);
   for (int i = 0; i < 100; ++i) form_.pic1.onKeyDown(Key::Right);
   // The desk's right edge meets the viewport's.
   EXPECT_NEAR(form_.pic1.Bounds().right, 15000 - 255, 1);

@@ -93,7 +93,7 @@ TEST_F(ScrollBarsCase, AnyRangeKeepsValueAndPageAndDoesNotOverflow) {
   EXPECT_EQ(bars.LargeChange(), 100) << "more than the shorter range, and kept";
 }
 
-TEST_F(ScrollBarsCase, EveryWheelIsHeardAndThatOfAnOlderDriverWhereItsWindowSupportsIt) {
+TEST_F(ScrollBarsCase, EveryWheelIsHeardUnlessTheWindowOfAnOlderDriverDeniesIt) {
   Create(0, 999, 100, 500);
   ASSERT_THAT(scripted.registered,
               ElementsAre("MSWHEEL_ROLLMSG", "MSH_WHEELSUPPORT_MSG", "MSH_SCROLL_LINES_MSG"));
@@ -111,9 +111,9 @@ TEST_F(ScrollBarsCase, EveryWheelIsHeardAndThatOfAnOlderDriverWhereItsWindowSupp
   for (const Row& row :
        {Row{{}, {522, 0x0078'0000, 0}, {"wheel v 1"}},
         Row{{}, {522, 0xFF88'0008, 0x0010'0020}, {"wheel v -1"}}, Row{{}, {522, 0x0008, 0}, {}},
-        Row{{}, {0x020E, 0x003C'0000, 0}, {"wheel h 0.5"}}, Row{{}, {0xC000, 120, 0}, {}},
-        Row{0, {0xC000, 120, 0}, {}}, Row{1, {0xC000, 240, 0}, {"wheel v 2"}},
-        Row{1, {0xC000, 0xFFFF'FF88, 0}, {"wheel v -1"}},
+        Row{{}, {0x020E, 0x003C'0000, 0}, {"wheel h 0.5"}},
+        Row{{}, {0xC000, 120, 0}, {"wheel v 1"}}, Row{0, {0xC000, 120, 0}, {}},
+        Row{1, {0xC000, 240, 0}, {"wheel v 2"}}, Row{1, {0xC000, 0xFFFF'FF88, 0}, {"wheel v -1"}},
         Row{1, {0xC000, 0xFFFF'FFFF'FFFF'FF88, 0}, {"wheel v -1"}}, Row{1, {0xC001, 120, 0}, {}},
         Row{1, {0xC002, 3, 0}, {}}}) {
     support = row.support;

@@ -1,7 +1,8 @@
-// tests/platform/desktop/PrintedAlikeTest.cpp: preview and document get the same calls.
+// tests/platform/desktop/PrintedAlikeTest.cpp: preview, file and printer get the same calls.
 #include <gtest/gtest.h>
 
 #include "platform/OffscreenPicture.h"
+#include "platform/desktop/KeptPage.h"
 #include "platform/desktop/PdfPrinter.h"
 #include "print/PrintDocument.h"
 #include "tests/platform/desktop/FolderCase.h"
@@ -42,7 +43,7 @@ class LoggedSurface : public RecordingSurface {
 
 class PrintedAlike : public FolderCase {};
 
-TEST_F(PrintedAlike, EveryPageOfThePreviewAndOfThePdfFileGetsTheSameCalls) {
+TEST_F(PrintedAlike, EveryPageOfPreviewPdfFileAndPrinterGetsTheSameCalls) {
   const YearGrid grid = SampleGrid({SampleEvent("a", At(2006, 1, 3), At(2006, 2, 9), "Holiday"),
                                     SampleEvent("b", At(2006, 7, 3), At(2006, 7, 4))});
   PdfPrinter printer(Path("year.pdf"));
@@ -64,6 +65,11 @@ TEST_F(PrintedAlike, EveryPageOfThePreviewAndOfThePdfFileGetsTheSameCalls) {
       document.DrawPage(shown, page);
       EXPECT_FALSE(printed.Log().empty());
       EXPECT_EQ(printed.Log(), shown.Log()) << "page " << page;
+      KeptPage kept;
+      document.DrawPage(kept, page);
+      LoggedSurface queued(picture->Drawing());
+      kept.DrawOn(queued);
+      EXPECT_EQ(queued.Log(), shown.Log()) << "page " << page;
     }
     job->EndDocument();
   }
