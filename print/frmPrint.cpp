@@ -15,6 +15,7 @@
 #include "print/PageView.h"
 #include "print/PrinterSetup.h"
 #include "print/frmPrintOptions.h"
+#include "support/values/FlagScope.h"
 
 namespace velkor {
 namespace {
@@ -37,10 +38,6 @@ constexpr Colour PageEdgeColour = Colour::FromRgb(96, 96, 96);
 
 ToolbarButton ButtonOf(std::string_view key, int image, std::string_view toolTip, bool enabled) {
   return {std::string(key), std::string(toolTip), enabled, false, image};
-}
-
-int WholeTwips(Twips length) {
-  return static_cast<int>(RoundHalfEven(length));
 }
 
 }  // namespace
@@ -106,25 +103,34 @@ void frmPrint::tbPreview_ButtonClick(std::string_view key) {
 
 void frmPrint::Print_Click() {
   // A layout that failed says once more why there is nothing to print.
-  if (document_.PageCount() == 0) return LayOut();
-  Guard(platform_.messages, "Error printing ", [this] {
-    const auto job = platform_.printer.Begin(document_.Name());
-    if (!job) return;
-    const WaitPointer wait(platform_.shell);
-    document_.Print(*job);
-  });
+  bool ready = document_.PageCount() > 0;
+  if (ready) {
+    Guard(platform_.messages, "Error printing ", [&] {
+      // A setup that failed halfway may have left another page than the one on show.
+      const Extent page = platform_.printer.PageSize();
+      ready = page.width == page_.width && page.height == page_.height;
+      if (!ready) return;
+      const auto job = platform_.printer.Begin(document_.Name());
+      if (!job) return;
+      const WaitPointer wait(platform_.shell);
+      document_.Print(*job);
+    });
+  }
+  if (!ready) LayOut();
 }
 
 void frmPrint::PrintSetup_Click() {
   bool chosen = false;
-  Guard(platform_.messages, SetupFailed, [&] {
+  const auto failure = Guard(platform_.messages, SetupFailed, [&] {
     chosen = SetUpPrinter(platform_.printer);
     if (!chosen) return;
     const PrinterSettings settings = platform_.printer.Current();
     options_.SetPaperSize(settings.paperSize);
     options_.SetOrientation(settings.orientation);
   });
-  if (!chosen || !Load()) return;
+  if (!chosen) return;
+  // What could not be stored holds as long as the preview is open.
+  if (!failure && !Load()) return;
   Arrange();
   LayOut();
 }
@@ -135,7 +141,7 @@ void frmPrint::PageSetup_Click() {
     optionsAgain_ = true;
     return;
   }
-  optionsOpen_ = true;
+  const FlagScope open(optionsOpen_);
   do {
     optionsAgain_ = false;
     frmPrintOptions form(options_, platform_.messages, platform_.shell);
@@ -143,7 +149,6 @@ void frmPrint::PageSetup_Click() {
     form.Load();
     platform_.forms.ShowModal(form);
   } while (optionsAgain_ && IsOpen());
-  optionsOpen_ = false;
 }
 
 void frmPrint::Zoom_Click() {
@@ -161,15 +166,16 @@ void frmPrint::Turn(void (PageTurner::*way)()) {
 void frmPrint::LayOut() {
   const auto failure = Guard(platform_.messages, "Error laying out the pages ", [this] {
     Printer& printer = platform_.printer;
-    printer_ = printer.Current();
-    page_ = printer.PageSize();
-    document_.LayOut(options_.Values(), page_, printer.MeasuringSurface());
+    const PrinterSettings settings = printer.Current();
+    const Extent page = printer.PageSize();
+    document_.LayOut(options_.Values(), page, printer.MeasuringSurface());
+    printer_ = settings;
+    page_ = page;
     SetScrollRanges();
     picTemp.reset();
     txtStatus.SetCaption({});
-    PageTurner turner;
-    turner.Begin(document_.PageCount());
-    ShowPage(turner);
+    turner_.Begin(document_.PageCount());
+    ShowPage(turner_);
   });
   if (!failure && document_.Failure()) TellFailure(*document_.Failure());
 }
@@ -179,10 +185,10 @@ void frmPrint::TellFailure(const PageFailure& failure) {
                                                         .title = "Print",
                                                         .buttons = MessageButtons::OkCancel,
                                                         .icon = MessageIcon::Information});
-  if (answer == MessageAnswer::Ok) {
-    PageSetup_Click();
-  } else {
+  if (answer != MessageAnswer::Ok) {
     Unload();
+  } else if (IsOpen()) {
+    PageSetup_Click();
   }
 }
 
@@ -196,9 +202,9 @@ void frmPrint::ShowPage(const PageTurner& turner) {
           PrintStatus(turner.Page(), turner.Count(), printer_.orientation, printer_.paperSize));
     }
     turner_ = turner;
-    tbPreview.SetButtonEnabled(preview_keys::Back, turner_.BackEnabled());
-    tbPreview.SetButtonEnabled(preview_keys::Next, turner_.NextEnabled());
   });
+  tbPreview.SetButtonEnabled(preview_keys::Back, turner_.BackEnabled());
+  tbPreview.SetButtonEnabled(preview_keys::Next, turner_.NextEnabled());
   PlacePage();
 }
 
@@ -254,7 +260,7 @@ Rect frmPrint::PageRect() const {
 void frmPrint::pic1_Paint(Surface& surface, const Rect& visible) {
   surface.Fill(visible, DeskColour);
   const Rect page = PageRect();
-  if (page.Width() <= 0 || page.Height() <= 0) return;
+  if (!(page.Width() > 0 && page.Height() > 0)) return;
   surface.Outline({page.left - pixel_.width, page.top - pixel_.height, page.right, page.bottom},
                   PageEdgeColour, 1);
   if (picTemp) {
