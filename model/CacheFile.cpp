@@ -9,23 +9,9 @@
 #include "model/Status.h"
 #include "support/modFileIO.h"
 #include "support/values/Error.h"
+#include "support/values/FlagScope.h"
 
 namespace velkor {
-namespace {
-
-/// Sets a flag for as long as it lives, whatever a host's status handler throws.
-class FlagScope {
- public:
-  explicit FlagScope(bool& flag) : flag_(flag) { flag_ = true; }
-  ~FlagScope() { flag_ = false; }
-  FlagScope(const FlagScope&) = delete;
-  FlagScope& operator=(const FlagScope&) = delete;
-
- private:
-  bool& flag_;
-};
-
-}  // namespace
 
 LoadOutcome CacheFile::Load(const std::string& path, const EventFields& fields,
                             EventCollection& events) {

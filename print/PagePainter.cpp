@@ -145,7 +145,7 @@ void PagePainter::DrawMonths(Surface& surface, const PageMonths& months) const {
   GridGeometry geometry;
   geometry.ColumnWidth = static_cast<float>(plan_.geometry.columnWidth);
   geometry.BandHeight = plan_.bandHeight;
-  geometry.GridWidth = static_cast<int>(geometry.ColumnEdge(GridColumns));
+  geometry.GridWidth = WholeTwips(std::trunc(geometry.ColumnEdge(GridColumns)));
   if (geometry.ColumnWidth <= 0) return;
   geometry.pixel = {std::min(BarGap, BarGapShare * geometry.ColumnWidth),
                     std::min(BarGap, BarGapShare * geometry.BandHeight)};

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <string_view>
 #include <utility>
 
@@ -26,13 +25,6 @@ constexpr std::array<std::string_view, 13> MonthNames{
 constexpr std::string_view Advice =
     "\r\rYou can increase the printing area by reducing the minimum band height, the top and "
     "bottom margins or the header.";
-
-/// Lengths beyond what can be counted stop there.
-std::int32_t WholeTwips(Twips length) {
-  using Limits = std::numeric_limits<std::int32_t>;
-  return static_cast<std::int32_t>(
-      std::clamp<double>(RoundHalfEven(length), Limits::min(), Limits::max()));
-}
 
 PageGeometry GeometryOf(const PrintOptionSet& options, const PageMetrics& metrics) {
   PageGeometry geometry;

@@ -50,11 +50,4 @@ bool SetUpPrinter(Printer& printer, const PrinterSettings& known) {
   return true;
 }
 
-bool SelectAnyPrinter(Printer& printer) {
-  const std::vector<std::string> devices = printer.Devices();
-  if (devices.empty()) return false;
-  printer.SelectDevice(devices.front());
-  return true;
-}
-
 }  // namespace velkor

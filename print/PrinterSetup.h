@@ -18,8 +18,4 @@ void ApplyStoredSettings(Printer& printer, const PrintOptions& options);
 /// @return false when the user cancels; nothing has changed then
 bool SetUpPrinter(Printer& printer, const PrinterSettings& known);
 
-/// Makes the first printer current, for one that is gone.
-/// @return false where there is none
-bool SelectAnyPrinter(Printer& printer);
-
 }  // namespace velkor

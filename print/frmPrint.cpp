@@ -15,6 +15,7 @@
 #include "print/PageView.h"
 #include "print/PrinterSetup.h"
 #include "print/frmPrintOptions.h"
+#include "support/values/FlagScope.h"
 
 namespace velkor {
 namespace {
@@ -37,22 +38,6 @@ constexpr Colour PageEdgeColour = Colour::FromRgb(96, 96, 96);
 
 ToolbarButton ButtonOf(std::string_view key, int image, std::string_view toolTip, bool enabled) {
   return {std::string(key), std::string(toolTip), enabled, false, image};
-}
-
-/// A mark that something is going on.
-class WhileTrue {
- public:
-  explicit WhileTrue(bool& mark) : mark_(mark) { mark_ = true; }
-  ~WhileTrue() { mark_ = false; }
-  WhileTrue(const WhileTrue&) = delete;
-  WhileTrue& operator=(const WhileTrue&) = delete;
-
- private:
-  bool& mark_;
-};
-
-int WholeTwips(Twips length) {
-  return static_cast<int>(RoundHalfEven(length));
 }
 
 }  // namespace
@@ -91,8 +76,12 @@ bool frmPrint::Load() {
   options_.Load(platform_.messages);
   const auto apply = [this] { ApplyStoredSettings(platform_.printer, options_); };
   auto failure = Guard(platform_.messages, SetupFailed, apply);
-  if (failure && SelectAnyPrinter(platform_.printer)) {
-    failure = Guard(platform_.messages, SetupFailed, apply);
+  if (failure && failure->Number() == errors::DeviceUnavailable &&
+      !platform_.printer.Devices().empty()) {
+    failure = Guard(platform_.messages, SetupFailed, [&] {
+      platform_.printer.SelectDevice(platform_.printer.Devices().front());
+      apply();
+    });
   }
   return !failure;
 }
@@ -150,7 +139,7 @@ void frmPrint::PageSetup_Click() {
   // The dialog itself lays out: where that fails, it is wanted once more when it has closed.
   optionsAgain_ = true;
   if (optionsOpen_) return;
-  const WhileTrue open(optionsOpen_);
+  const FlagScope open(optionsOpen_);
   while (std::exchange(optionsAgain_, false) && IsOpen()) {
     frmPrintOptions form(options_, platform_.messages, platform_.shell);
     form.onOptionsChanged = [this] { OptionsChanged(); };
@@ -188,7 +177,7 @@ void frmPrint::LayOut() {
 void frmPrint::TellFailure(const PageFailure& failure) {
   MessageAnswer answer = MessageAnswer::Cancel;
   {
-    const WhileTrue telling(telling_);
+    const FlagScope telling(telling_);
     answer = platform_.messages.Show({.text = failure.message,
                                       .title = "Print",
                                       .buttons = MessageButtons::OkCancel,
@@ -275,7 +264,7 @@ Rect frmPrint::PageRect() const {
 void frmPrint::pic1_Paint(Surface& surface, const Rect& visible) {
   surface.Fill(visible, DeskColour);
   const Rect page = PageRect();
-  if (page.Width() <= 0 || page.Height() <= 0) return;
+  if (!(page.Width() > 0 && page.Height() > 0)) return;
   surface.Outline({page.left - pixel_.width, page.top - pixel_.height, page.right, page.bottom},
                   PageEdgeColour, 1);
   if (picTemp) {

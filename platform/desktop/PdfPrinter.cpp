@@ -8,6 +8,7 @@
 
 #include "platform/desktop/PaperSizes.h"
 #include "platform/desktop/QtText.h"
+#include "platform/desktop/SaveAll.h"
 #include "support/values/Error.h"
 
 namespace velkor {
@@ -36,8 +37,7 @@ class Job : public PrintJob {
   void NewPage() override { pages_->NewPage(); }
   void EndDocument() override {
     pages_->End();
-    const QByteArray& bytes = buffer_.data();
-    if (file_.write(bytes) != bytes.size() || !file_.commit()) Fail();
+    if (!SaveAll(file_, buffer_.data())) Fail();
   }
 
  private:

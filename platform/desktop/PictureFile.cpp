@@ -10,6 +10,7 @@
 #include <cmath>
 
 #include "platform/desktop/QtSurface.h"
+#include "platform/desktop/SaveAll.h"
 #include "support/values/Error.h"
 
 namespace velkor {
@@ -37,9 +38,7 @@ void Replace(const std::string& path, Paint&& paint) {
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
   paint(buffer);
-  if (file.write(bytes) != bytes.size() || !file.commit()) {
-    Fail(path, file.errorString().toStdString());
-  }
+  if (!SaveAll(file, bytes)) Fail(path, file.errorString().toStdString());
 }
 
 }  // namespace

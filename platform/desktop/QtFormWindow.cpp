@@ -9,6 +9,7 @@
 
 #include "platform/desktop/QtElementWidgets.h"
 #include "platform/desktop/QtText.h"
+#include "support/values/FlagScope.h"
 
 namespace velkor {
 namespace {
@@ -122,7 +123,7 @@ void QtFormWindow::FitSoon() {
 
 void QtFormWindow::Fit() {
   if (fitting_) return;
-  fitting_ = true;
+  const FlagScope fitting(fitting_);
   for (Area area{size(), devicePixelRatioF()}; form_.IsOpen() && area != fitted_;
        area = {size(), devicePixelRatioF()}) {
     fitted_ = area;
@@ -130,7 +131,6 @@ void QtFormWindow::Fit() {
     form_.Form_Resize({area.size.width() * TwipsPerPixel, area.size.height() * TwipsPerPixel},
                       {pixel, pixel});
   }
-  fitting_ = false;
 }
 
 }  // namespace velkor

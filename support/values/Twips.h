@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
+#include <limits>
 
 namespace velkor {
 
@@ -64,6 +66,13 @@ constexpr PixelRect Intersection(const PixelRect& a, const PixelRect& b) {
 /// To the nearest whole number, ties to the even one.
 inline double RoundHalfEven(double value) {
   return std::nearbyint(value);
+}
+
+/// To the nearest whole twip; lengths beyond what can be counted stop there.
+inline std::int32_t WholeTwips(Twips length) {
+  using Limits = std::numeric_limits<std::int32_t>;
+  return static_cast<std::int32_t>(
+      std::fmin(std::fmax(RoundHalfEven(length), Limits::min()), Limits::max()));
 }
 
 /// The pixel whose edge is nearest to a length; lengths beyond what a raster can hold stop there.

@@ -3,6 +3,7 @@
 #include "platform/desktop/QtPrinter.h"
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 
 #include <QDir>
 #include <QFile>
@@ -13,9 +14,13 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTest>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
 
 #include "platform/desktop/PaperSizes.h"
 #include "support/values/Error.h"
+#include "tests/platform/desktop/ChildProcess.h"
 #include "tests/platform/desktop/FolderCase.h"
 #include "tests/platform/desktop/OpenDialog.h"
 
@@ -90,6 +95,21 @@ TEST_F(Pdf, GivenUpOrFailedDocumentsLeaveTheOlderFileAndNothingElse) {
   older.close();
   PdfPrinter printer(Path("a.pdf"));
   Draw(*printer.Begin("given up"));
+  // A limit on the file's size stands for the full disk.
+  ChildProcess full([&] {
+    ::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{1000, 1000};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    const auto job = printer.Begin("too large");
+    Draw(*job);
+    try {
+      job->EndDocument();
+    } catch (const Error& error) {
+      return error.Description().find(std::strerror(EFBIG)) == std::string::npos ? 1 : 2;
+    }
+    return 0;
+  });
+  EXPECT_EQ(full.Wait(), 2);
   EXPECT_EQ(Bytes("a.pdf"), "older");
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
   EXPECT_THAT(

@@ -1,0 +1,21 @@
+// platform/desktop/SaveAll.h: bytes into a file that takes another one's place when it is whole.
+#pragma once
+
+#include <QByteArray>
+#include <QSaveFile>
+
+namespace velkor {
+
+/// Writes everything and puts the file in place.
+/// @return false where that failed; the file says why, and what stood in its place still does
+inline bool SaveAll(QSaveFile& file, const QByteArray& bytes) {
+  // A disk that becomes full takes a part, and says so only when it is given the rest.
+  for (qint64 at = 0; at < bytes.size();) {
+    const qint64 written = file.write(bytes.constData() + at, bytes.size() - at);
+    if (written <= 0) return false;
+    at += written;
+  }
+  return file.commit();
+}
+
+}  // namespace velkor
