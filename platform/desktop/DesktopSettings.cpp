@@ -50,7 +50,9 @@ void DesktopSettings::Save(std::string_view application, std::string_view sectio
   };
   if (!QDir().mkpath(QFileInfo(path).path())) fail("its folder cannot be made");
   QLockFile lock(path + QLatin1String(".saving"));
-  if (!lock.tryLock(Patience)) fail("another program holds it");
+  if (!lock.tryLock(Patience))
+    fail(lock.error() == QLockFile::LockFailedError ? "another program holds it"
+                                                    : "its folder cannot be written");
   QSettings file(path, QSettings::IniFormat);
   // What another process saved meanwhile is read before this key is merged in.
   file.sync();

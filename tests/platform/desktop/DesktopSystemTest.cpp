@@ -113,6 +113,13 @@ TEST_F(DesktopSystem, SettingsThatCannotBeWrittenAreAnError) {
   DesktopSettings settings("/dev/null/settings.ini");
   EXPECT_THROW(settings.Save("a", "s", "k", "v"), Error);
   EXPECT_EQ(settings.Get("a", "s", "k", "fallback"), "fallback");
+  // Not even root makes a file here; another program is not to blame.
+  try {
+    DesktopSettings("/proc/settings.ini").Save("a", "s", "k", "v");
+    ADD_FAILURE();
+  } catch (const Error& error) {
+    EXPECT_THAT(error.what(), HasSubstr("its folder cannot be written"));
+  }
 }
 
 TEST_F(DesktopSystem, RegistryAnswersValuesOfItsFileInAnyCase) {
