@@ -112,7 +112,7 @@ void frmPrint::Print_Click() {
   Guard(platform_.messages, "Error printing ", [this] {
     // A layout that failed says once more why there is nothing to print.
     if (document_.PageCount() == 0 || platform_.printer.Current() != printer_) LayOut();
-    if (document_.PageCount() == 0) return;
+    if (document_.PageCount() == 0 || platform_.printer.Current() != printer_) return;
     const auto job = platform_.printer.Begin(document_.Name());
     if (!job || document_.PageCount() == 0) return;
     const WaitPointer wait(platform_.shell);

@@ -21,7 +21,7 @@ class Job : public PrintJob {
   Job(const std::string& path, const QPageLayout& layout, const std::string& name)
       : path_(path), file_(ToQt(path)) {
     // What cannot be written is told before anything is drawn.
-    if (!file_.open(QIODevice::WriteOnly)) Fail();
+    if (!OpenToSave(file_)) Fail();
     buffer_.open(QIODevice::WriteOnly);
     // Fine enough for letters to stand where their widths put them.
     constexpr int Resolution = 1440;

@@ -33,7 +33,7 @@ int Pixels(Twips side) {
 template <typename Paint>
 void Replace(const std::string& path, Paint&& paint) {
   QSaveFile file(QString::fromStdString(path));
-  if (!file.open(QIODevice::WriteOnly)) Fail(path, file.errorString().toStdString());
+  if (!OpenToSave(file)) Fail(path, file.errorString().toStdString());
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);

@@ -6,7 +6,12 @@
 
 namespace velkor {
 
-/// Writes everything and puts the file in place.
+/// Without a buffer: Qt 6.4 puts a file in place even when emptying its buffer has failed.
+inline bool OpenToSave(QSaveFile& file) {
+  return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+}
+
+/// Writes everything into a file from OpenToSave and puts it in place.
 /// @return false where that failed; the file says why, and what stood in its place still does
 inline bool SaveAll(QSaveFile& file, const QByteArray& bytes) {
   // A disk that becomes full takes a part, and says so only when it is given the rest.

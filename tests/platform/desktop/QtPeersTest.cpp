@@ -53,9 +53,9 @@ TEST(QtPeers, WhatAllElementsHaveIsMirrored) {
 }
 
 TEST(QtPeers, ALabelThatIsTooLongForItsPlaceTellsTheRestInItsToolTip) {
-  QWidget control;
   Label label("lblDate");
   label.SetBounds({0, 0, 900, 300});
+  QWidget control;
   QWidget* const peer = MakePeer(label, &control);
   control.show();
   const auto toolTip = [&] {
