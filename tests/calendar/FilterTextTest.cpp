@@ -3,7 +3,7 @@
 
 #include <gmock/gmock.h>
 
-#include "support/values/Error.h"
+#include "tests/support/ErrorOf.h"
 
 namespace velkor {
 namespace {
@@ -19,13 +19,9 @@ Date DateIn(const std::string& value, DateOrder order = DateOrder::MonthDayYear)
 }
 
 std::string FaultOf(std::string_view text) {
-  try {
-    ParseFilter(text, DateOrder::MonthDayYear);
-  } catch (const Error& error) {
-    EXPECT_EQ(error.Number(), errors::CalendarFailed);
-    return error.Description();
-  }
-  return "no error";
+  const Error error = ErrorOf([&] { ParseFilter(text, DateOrder::MonthDayYear); });
+  EXPECT_EQ(error.Number(), errors::CalendarFailed);
+  return error.Description();
 }
 
 TEST(FilterText, ReadsTheRestrictionOfASpanFollowedByASubject) {

@@ -7,18 +7,13 @@
 #include <vector>
 
 #include "calendar/IcsParser.h"
-#include "support/values/Error.h"
+#include "tests/support/ErrorOf.h"
 
 namespace velkor {
 
 /// What a call says against itself.
 inline std::string FaultOf(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const Error& error) {
-    return error.Description();
-  }
-  return "no error";
+  return ErrorOf(call).Description();
 }
 
 /// "2026-03-05 09:30".

@@ -205,19 +205,6 @@ TEST(IcsEditor, RemindersAreTouchedOnlyWhenTheyWereSet) {
   EXPECT_THAT(Change(without, "a", change).bytes, HasSubstr("END:VALARM\nEND:VEVENT\n"));
 }
 
-TEST(IcsEditor, AReminderThatEndsNowhereGoesWithoutItsEvent) {
-  const std::string open = "UID:1\nSUMMARY:a\nDTSTART:20260301\nBEGIN:VALARM\n";
-  const std::string tail = "DESCRIPTION:x\nEND:VALARM\nEND:VEVENT\n";
-  const std::string text = Calendar(Event(open) + tail);
-  ItemChange change;
-  change.reminder = false;
-  const IcsEdit edit = Change(text, "a", change);
-  EXPECT_EQ(ItemOf(edit.bytes, "a").fields.body, "") << edit.bytes;
-  EXPECT_EQ(ItemOf(edit.bytes, "a").contentMark, edit.item.contentMark);
-  EXPECT_THAT(edit.bytes, Not(HasSubstr("BEGIN:VALARM")));
-  EXPECT_THAT(edit.bytes, HasSubstr("END:VEVENT\n" + tail)) << edit.bytes;
-}
-
 /// The system's clock in another zone.
 class Zone {
  public:
@@ -310,20 +297,6 @@ TEST(IcsEditor, EventsThatShareAUidByMistakeDoNotLoseEachOther) {
   after.lastModified = Saved;
   EXPECT_THAT(FaultOf([&] { ChangeInIcs(text, "team.ics", after, same); }),
               HasSubstr("shares its UID"));
-}
-
-TEST(IcsEditor, IdentifiersOutliveEditsOfEventsWithoutAUid) {
-  const std::string event = Event("SUMMARY:a\nDTSTART:20260301\n");
-  std::string text = Calendar(event + event + event);
-  std::vector<std::string> ids;
-  for (const CalendarItem& item : Parse(text).items) ids.push_back(item.entryId);
-  for (const std::size_t edited : {1, 0, 2, 1}) {
-    CalendarItem after = Parse(text).items.at(edited);
-    after.fields.subject += "b";
-    after.lastModified = Saved;
-    text = ChangeInIcs(text, "team.ics", after, NewSubject(after.fields.subject)).bytes;
-    for (std::size_t i = 0; i < ids.size(); ++i) EXPECT_EQ(Parse(text).items[i].entryId, ids[i]);
-  }
 }
 
 CalendarItem NewItem() {

@@ -159,6 +159,7 @@ TEST_F(CategoryCommandsTest, CategoriesThatAreNotKnownAreNeitherAskedForNorChang
 TEST_F(CategoryCommandsTest, ASaveThatFailsIsToldAndTheListStaysAsItWasChanged) {
   List({"A", "B"});
   calendar_.SetWriter(&writer_);
+  writer_.refuses = true;
   messages_.Expect("Error saving category colours 440 The disk is full.");
   commands_.CatDelete("A");
   EXPECT_EQ(Listed(), Names{"B"});

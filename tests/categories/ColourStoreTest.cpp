@@ -94,6 +94,7 @@ TEST_F(ColourStoreTest, ABodyEditedByHandKeepsTheEntriesBeforeTheFaultAndIsNotTo
 
 TEST_F(ColourStoreTest, ACalendarThatRefusesToSaveIsToldAndStillPlannedInColours) {
   calendar_.SetWriter(&writer_);
+  writer_.refuses = true;
   messages_.Expect("Error fetching category colours 440 The disk is full.");
   EXPECT_EQ(colours_.Fetch("").categories, DefaultCategories());
   messages_.Expect("Error saving category colours 440 The disk is full.");

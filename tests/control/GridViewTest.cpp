@@ -53,9 +53,9 @@ TEST_F(GridViewTest, IsBlankUntilItIsLiveAndThenShowsBarsSelectionAndCursor) {
   EXPECT_EQ(Painted(Pic1()).ColourAt(bar), CategoryColour());
   const Point free = DayPoint(At(2005, 3, 15), 3);
   EXPECT_EQ(Painted(Pic1()).ColourAt(free), grid_colours::Back);
-  Drag(DayPoint(At(2005, 3, 14), 3), DayPoint(At(2005, 3, 16), 3));
+  Drag(DayPoint(At(2005, 3, 7), 3), DayPoint(At(2005, 3, 16), 3));
   EXPECT_EQ(Painted(Pic1()).ColourAt(free), selection_colours::Fill);
-  EXPECT_EQ(Painted(Pic1()).ColourAt(bar), CategoryColour());
+  EXPECT_EQ(Painted(Pic1()).ColourAt(bar), CategoryColour()) << "bars stay readable";
   plan_.Elements().mnuClear.Click();
   EXPECT_EQ(Painted(Pic1()).ColourAt(free), grid_colours::Back);
   const std::size_t outlines = Painted(Pic1()).Calls("outline").size();
@@ -124,17 +124,7 @@ TEST_F(GridViewTest, DraggedDaysTakeANewAppointment) {
   Start();
   Drag(DayPoint(At(2005, 3, 14), 3), DayPoint(At(2005, 3, 10), 3));
   EXPECT_EQ(Label(), "Selected:  3/14/2005 to 3/10/2005");
-  inspect_ = [&](OutlookItem& item) {
-    EXPECT_TRUE(item.AllDayEvent());
-    item.SetSubject("New one");
-    item.Save();
-  };
-  plan_.Elements().mnuNew.Click();
-  ASSERT_EQ(plan_.Grid().Events().Count(), 1u);
-  const CalEvent& event = plan_.Grid().Events()[0];
-  EXPECT_EQ(event.Subject, "New one");
-  EXPECT_EQ(event.StartDate, At(2005, 3, 10));
-  EXPECT_EQ(event.EndDate, At(2005, 3, 15));
+  EXPECT_THAT(StartsOfNew(), testing::ElementsAre(At(2005, 3, 10)));
 }
 
 TEST_F(GridViewTest, APressOnAMonthsNameSelectsTheMonth) {
@@ -184,20 +174,6 @@ TEST_F(GridViewTest, TheToolTipNamesAnAppointmentWhereAClickOpensIt) {
   plan_.Elements().mnuSelectionAlways.Click();
   Pic1().onMouseMove(DayPoint(At(2005, 3, 8), 2));
   EXPECT_EQ(Pic1().onToolTip(), "") << "a click selects the day";
-}
-
-TEST_F(GridViewTest, AReloadDuringADragThatMovesRowsEndsIt) {
-  Start();
-  const Point from = DayPoint(At(2005, 6, 1), 2);
-  Pic1().onMouseMove(from);
-  Pic1().onMouseDown(MouseButton::Left, from);
-  Refreshed(Bars(40, At(2005, 1, 3)));
-  const Point to = DayPoint(At(2005, 6, 4), 2);
-  Pic1().onMouseMove(to);
-  Pic1().onMouseUp(MouseButton::Left, to);
-  EXPECT_THAT(Painted(Pic1()).Log(), Each(Not(HasSubstr("#BED6F4")))) << "nothing is selected";
-  Pic1().onMouseMove(DayPoint(At(2005, 1, 3), 5));
-  EXPECT_THAT(Pic1().onToolTip(), StartsWith("Subject of 3\n"));
 }
 
 TEST_F(GridViewTest, TheKeyboardMovesADayCursor) {

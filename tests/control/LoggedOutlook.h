@@ -15,10 +15,21 @@ namespace velkor {
 /// Called with the name of each call before it is passed on; may throw.
 using CallLog = std::function<void(const std::string& call)>;
 
-class LoggedItems : public OutlookItems {
+/// A part of the program, with what its calls are passed on to.
+template <typename Seam>
+class LoggedSeam : public Seam {
  public:
-  LoggedItems(std::unique_ptr<OutlookItems> inner, CallLog log)
+  LoggedSeam(std::unique_ptr<Seam> inner, CallLog log)
       : inner_(std::move(inner)), log_(std::move(log)) {}
+
+ protected:
+  std::unique_ptr<Seam> inner_;
+  CallLog log_;
+};
+
+class LoggedItems : public LoggedSeam<OutlookItems> {
+ public:
+  using LoggedSeam::LoggedSeam;
 
   std::unique_ptr<OutlookItems> Restrict(std::string_view filter) override {
     log_("Restrict");
@@ -45,14 +56,11 @@ class LoggedItems : public OutlookItems {
     log_(name);
     return item;
   }
-  std::unique_ptr<OutlookItems> inner_;
-  CallLog log_;
 };
 
-class LoggedFolder : public OutlookFolder {
+class LoggedFolder : public LoggedSeam<OutlookFolder> {
  public:
-  LoggedFolder(std::unique_ptr<OutlookFolder> inner, CallLog log)
-      : inner_(std::move(inner)), log_(std::move(log)) {}
+  using LoggedSeam::LoggedSeam;
 
   std::string Name() override { return inner_->Name(); }
   std::string EntryID() override { return inner_->EntryID(); }
@@ -69,16 +77,11 @@ class LoggedFolder : public OutlookFolder {
                                                const CallLog& log) {
     return folder ? std::make_unique<LoggedFolder>(std::move(folder), log) : nullptr;
   }
-
- private:
-  std::unique_ptr<OutlookFolder> inner_;
-  CallLog log_;
 };
 
-class LoggedNamespace : public OutlookNamespace {
+class LoggedNamespace : public LoggedSeam<OutlookNamespace> {
  public:
-  LoggedNamespace(std::unique_ptr<OutlookNamespace> inner, CallLog log)
-      : inner_(std::move(inner)), log_(std::move(log)) {}
+  using LoggedSeam::LoggedSeam;
 
   std::unique_ptr<OutlookFolder> Folder(std::string_view name) override {
     log_("Folder");
@@ -98,10 +101,6 @@ class LoggedNamespace : public OutlookNamespace {
     log_("GetItemFromID");
     return inner_->GetItemFromID(entryId, storeId);
   }
-
- private:
-  std::unique_ptr<OutlookNamespace> inner_;
-  CallLog log_;
 };
 
 class LoggedOutlook : public OutlookApplication {

@@ -59,10 +59,8 @@ TEST_F(YearPlanCategoriesTest, EveryCommandGivesTheEventsTheirCategoriesAnew) {
 
   SelectRow(1);
   legend.mnuCatRename.Click();
-  ASSERT_TRUE(legend.txtEdit.Visible());
   legend.txtEdit.SetText("Office");
   EXPECT_FALSE(legend.txtEdit.onKeyPress(key_codes::Enter));
-  EXPECT_FALSE(legend.txtEdit.Visible());
   EXPECT_THAT(Indices(), ElementsAre(3, 2, 2));
 
   plan_.CatDelete("no such");
@@ -213,12 +211,6 @@ TEST_F(YearPlanCategoriesTest, AnExportReadsItsYearsAndLeavesTheDisplayedOne) {
   messages_.Expect("Error whilst performing Export: 62 The year 2004 has no whole cache file");
   plan_.Elements().Toolbar1.ClickButton("Save");
   EXPECT_FALSE(seams_.files.contents.contains("/out/half.xml"));
-
-  seams_.forms.Expect("dlgSaveType", choose("1/1/2005", "31/12/2005"));
-  seams_.dialogs.fileNames = {"/out/second.xml"};
-  messages_.Expect("Error whilst performing Export: ");
-  plan_.Elements().Toolbar1.ClickButton("Save");
-  EXPECT_FALSE(seams_.files.contents.contains("/out/second.xml"));
   EXPECT_TRUE(timer.Enabled());
 }
 

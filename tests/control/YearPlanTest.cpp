@@ -163,18 +163,6 @@ TEST_F(YearPlanTest, NoYearBeyondTheCalendarIsShown) {
   EXPECT_EQ(plan_.DisplayedYear(), 9999);
 }
 
-TEST_F(YearPlanTest, AFailedRefreshIsToldAndTheLastGoodYearStays) {
-  Start();
-  Refreshed({EventA});
-  plan_.Elements().Command1.Click();
-  messages_.Expect("Error occured while fetching events.");
-  seams_.cacheUtilities.Complete(static_cast<short>(SynchResult::FetchingFailed));
-  EXPECT_FALSE(plan_.Elements().tmrBackground.Enabled());
-  EXPECT_EQ(plan_.Grid().Layout().bars.size(), 1u);
-  plan_.Elements().Command1.Click();
-  EXPECT_TRUE(plan_.Elements().tmrBackground.Enabled());
-}
-
 TEST_F(YearPlanTest, OptionsCountFromTheNextDrawingOrLoad) {
   bag_.values["AllEvents"] = false;
   Start();
@@ -192,26 +180,6 @@ TEST_F(YearPlanTest, OptionsCountFromTheNextDrawingOrLoad) {
   plan_.SetHideNonCategoryItems(false);
   plan_.ChangeYear(0);
   EXPECT_EQ(plan_.Grid().Layout().bars.size(), 1u);
-}
-
-TEST_F(YearPlanTest, AClickOpensAnAppointmentAndItsChangeArrives) {
-  calendar_.Add(SampleItem("a", At(2005, 3, 3), At(2005, 3, 5)));
-  Start();
-  Refreshed({EventA});
-  std::string shown;
-  inspect_ = [&](OutlookItem& item) { shown = item.Subject(); };
-  Click(MouseButton::Left, DayPoint(At(2005, 3, 3), 2));
-  EXPECT_EQ(shown, "Subject of a");
-  EXPECT_EQ(seams_.cacheUtilities.started.size(), 1u) << "nothing was changed";
-
-  inspect_ = [&](OutlookItem& item) {
-    item.SetSubject("Moved");
-    item.Save();
-  };
-  Click(MouseButton::Left, DayPoint(At(2005, 3, 3), 2));
-  EXPECT_EQ(seams_.cacheUtilities.started.size(), 2u);
-  Refreshed({EventA});
-  ASSERT_EQ(plan_.Grid().Events().Count(), 1u);
 }
 
 TEST_F(YearPlanTest, AnItemThatArrivesDuringARefreshIsSavedAndTheRefreshBegunAnew) {
@@ -244,17 +212,6 @@ TEST_F(YearPlanTest, TheMenuActsOnTheAppointmentItWasCalledFor) {
   EXPECT_EQ(plan_.Grid().Events().Count(), 0u);
   EXPECT_THAT(calendar_.AllItems(), testing::SizeIs(1)) << "the colour record stays";
   elements.mnuPop.Attach(nullptr);
-}
-
-TEST_F(YearPlanTest, TwoPlannersWithTwoTitlesKeepTheirOwnColoursInOneProcess) {
-  Start();
-  YearPlan other(On(outlook_), host_);
-  bag_.values["TitleName"] = std::string("Rooms");
-  Start(other);
-  EXPECT_EQ(calendar_.AllItems().size(), 2u);
-  EXPECT_EQ(other.Grid().Categories().Count(), 15);
-  EXPECT_EQ(plan_.GetStringList().size(), 30u);
-  EXPECT_EQ(plan_.GetStringList().front(), "Unused 01");
 }
 
 TEST_F(YearPlanTest, TheAboutBoxTellsTheProductAndOpensTheMakersPage) {

@@ -6,8 +6,8 @@
 #include "exchange/CategoryImport.h"
 #include "exchange/dlgSaveType.h"
 #include "platform/headless/HeadlessSeams.h"
-#include "support/values/Error.h"
 #include "tests/model/SampleEvents.h"
+#include "tests/support/ErrorOf.h"
 #include "tools/GivenYears.h"
 
 namespace velkor {
@@ -52,6 +52,14 @@ class XmlExportCase : public testing::Test {
     source_.categories = CategoryTable({{"Work", Colour{255}}});
     source_.AddItem("A", "body", "place");
     seams_.files.contents[FileName] = OlderFile;
+  }
+  /// An event on each of so many days.
+  static std::vector<CalEvent> Days(int count) {
+    std::vector<CalEvent> events;
+    for (int day = 0; day < count; ++day) {
+      events.push_back(EventOf("A", "Shown", Date::FromYmd(2026, 1, 1).AddDays(day)));
+    }
+    return events;
   }
   /// Events whose items are there, unless they were given another identifier.
   void Give(int year, std::vector<CalEvent> events) {
@@ -132,10 +140,7 @@ TEST_F(XmlExportCase, AnAppointmentOfTwoYearsStandsTwiceWithItsTextsInUtf8AndIts
 }
 
 TEST_F(XmlExportCase, ChangesOfTheViewWhileMessagesAreProcessedDoNotReachTheExport) {
-  std::vector<CalEvent> events;
-  for (int day = 0; day < 40; ++day) {
-    events.push_back(EventOf("A", "Shown", Date::FromYmd(2026, 1, 1).AddDays(day)));
-  }
+  std::vector<CalEvent> events = Days(40);
   CalEvent hidden = EventOf("gone", "Hidden", Date::FromYmd(2026, 12, 1));
   hidden.Categories = "Home";
   events.push_back(hidden);
@@ -165,11 +170,7 @@ TEST_F(XmlExportCase, AnAppointmentThatCannotBeFetchedIsNamedAndTheOlderFileStay
 }
 
 TEST_F(XmlExportCase, CancelledProgressLeavesTheOlderFileWithoutAWord) {
-  std::vector<CalEvent> events;
-  for (int day = 0; day < 320; ++day) {
-    events.push_back(EventOf("A", "Day", Date::FromYmd(2026, 1, 1).AddDays(day)));
-  }
-  Give(2026, std::move(events));
+  Give(2026, Days(320));
   seams_.progress.onStep = [](const auto& step) { return step.done < 110; };
   EXPECT_EQ(Write({.firstYear = 2025, .lastYear = 2027}), ExportOutcome::Cancelled);
   EXPECT_THAT(seams_.progress.steps, ElementsAre(ScriptedProgress::Step{0, 300, "Year 2025"},
@@ -189,14 +190,10 @@ TEST_F(XmlExportCase, AFullDiskLeavesNoPartOfTheFile) {
 
 TEST_F(XmlExportCase, AFolderThatCannotBeWrittenIsTold) {
   seams_.files.fail.remove.insert(FileName);
-  try {
-    Write(ThisYear);
-    ADD_FAILURE() << "an older file was deleted";
-  } catch (const Error& error) {
-    EXPECT_EQ(error.Number(), 70);
-    EXPECT_THAT(error.Description(), StartsWith("Permission denied"));
-    EXPECT_THAT(error.Description(), HasSubstr(FileName));
-  }
+  const Error error = ErrorOf([&] { Write(ThisYear); });
+  EXPECT_EQ(error.Number(), 70);
+  EXPECT_THAT(error.Description(), StartsWith("Permission denied"));
+  EXPECT_THAT(error.Description(), HasSubstr(FileName));
   EXPECT_EQ(File(), OlderFile);
   seams_.files = {};
   seams_.files.fail.open.insert(FileName);

@@ -86,27 +86,6 @@ TEST_F(RealBackgroundRefresh, TheWindowHandlesInputWhileTheProcessWorksAndWhenIt
   EXPECT_THAT(around_.boxes.texts, ElementsAre("Error occured while fetching events."));
   EXPECT_FALSE(tmrBackground_.Enabled());
   EXPECT_EQ(Bytes("cache/c.tmp"), written);
-
-  // A start makes another process and runs the timer again.
-  Write("a.ics", Calendar(7));
-  refresh_.StartRefresh(false);
-  EXPECT_TRUE(tmrBackground_.Enabled());
-  ASSERT_TRUE(AwaitIdle());
-  EXPECT_EQ(Processes().size(), 2U);
-  EXPECT_EQ(view_.reloads, 2);
-}
-
-TEST_F(RealBackgroundRefresh, AForcedStartWaitsSomeSecondsForAHungProcessAndHandlesInputMeanwhile) {
-  const pid_t hung = StartAndHang();
-  Window window;
-  QCoreApplication::postEvent(&window, new QEvent(QEvent::User));
-  const auto began = std::chrono::steady_clock::now();
-  refresh_.StartRefresh(true);
-  EXPECT_LT(std::chrono::steady_clock::now() - began, std::chrono::seconds(12));
-  EXPECT_EQ(window.handled, 1);
-  ASSERT_TRUE(AwaitIdle());
-  EXPECT_EQ(view_.reloads, 1);
-  EXPECT_TRUE(Await([&] { return !IsRunning(hung); }));
 }
 
 }  // namespace

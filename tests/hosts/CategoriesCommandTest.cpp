@@ -18,13 +18,11 @@ class CategoriesCommand : public Yearplan {
   /// A calendar with one event in Leave and a colour record.
   void WriteWithRecord(std::string_view subject, const QByteArray& lines) const {
     Write("team.ics",
-          Calendar(1, "CATEGORIES:Leave\r\n")
-              .replace("END:VCALENDAR", "BEGIN:VEVENT\r\nUID:c\r\nSUMMARY:" +
-                                            QByteArray::fromStdString(std::string(subject)) +
-                                            "\r\nDTSTART:20110101T013000\r\n"
-                                            "DESCRIPTION:--DO NOT EDIT LIST MANUALLY--"
-                                            "\\n" +
-                                            lines + "\r\nEND:VEVENT\r\nEND:VCALENDAR"));
+          CalendarOf(Event("a", "DTSTART;VALUE=DATE:20260101\r\nCATEGORIES:Leave\r\n") +
+                     Event("c", "SUMMARY:" + QByteArray::fromStdString(std::string(subject)) +
+                                    "\r\nDTSTART:20110101T013000\r\n"
+                                    "DESCRIPTION:--DO NOT EDIT LIST MANUALLY--\\n" +
+                                    lines + "\r\n")));
   }
 };
 
@@ -67,7 +65,6 @@ TEST_F(CategoriesCommand, ARecordInTheOlderFormBecomesTheTitlesOwnWithTheFirstCh
 }
 
 TEST_F(CategoriesCommand, WhatIsRefusedLeavesTheCalendarAsItWas) {
-  Write("one.ics", "");
   WriteWithRecord(colour_record::SubjectOf("Default"), "A|1\\nB|2");
   QFile file(File("team.ics"));
   const QByteArray calendar = Bytes("team.ics");

@@ -4,14 +4,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "support/values/Text.h"
+
 namespace velkor {
 namespace {
 
 using testing::HasSubstr;
 
-std::string WhatIsWrong(const std::vector<std::string>& arguments) {
+/// What is said against the words of a line; a blank at its end stands for an empty last one.
+std::string WhatIsWrong(const std::string& line) {
   try {
-    ParseCommandLine(arguments);
+    ParseCommandLine(Split(line, " "));
   } catch (const UsageError& error) {
     return error.what();
   }
@@ -46,28 +49,13 @@ TEST(CommandLine, PrintsAYearOnLandscapeA4UnlessToldOtherwise) {
   EXPECT_EQ(plain.options.MinBandHeight, defaults.MinBandHeight);
   EXPECT_EQ(plain.options.EndMonth, 12);
 
-  const PrintTask task = ParseCommandLine({"print",
-                                           "a.ics",
-                                           "--pages",
-                                           "--first-month",
-                                           "7",
-                                           "--paper",
-                                           "letter",
-                                           "--portrait",
-                                           "--months",
-                                           "oct-3",
-                                           "--margins",
-                                           "1, 2.5,3,0",
-                                           "--subjects",
-                                           "--multiline",
-                                           "--no-legend-repeat",
-                                           "--min-bands",
-                                           "0",
-                                           "--min-band-height",
-                                           "10",
-                                           "--legend-width",
-                                           "50"})
-                             .printTask;
+  std::vector<std::string> words = Split(
+      "print a.ics --pages --first-month 7 --paper letter --portrait --months oct-3 --subjects "
+      "--multiline --no-legend-repeat --min-bands 0 --min-band-height 10 --legend-width 50 "
+      "--margins",
+      " ");
+  words.emplace_back("1, 2.5,3,0");
+  const PrintTask task = ParseCommandLine(words).printTask;
   EXPECT_TRUE(task.pages);
   EXPECT_EQ(task.paper, device_mode::PaperLetter);
   EXPECT_EQ(task.orientation, device_mode::Portrait);
@@ -85,70 +73,57 @@ TEST(CommandLine, PrintsAYearOnLandscapeA4UnlessToldOtherwise) {
   EXPECT_EQ(task.options.LegendWidth, 2835);
 }
 
-TEST(CommandLine, PrintOptionsThatMakeNoSenseAreNamed) {
-  const std::pair<std::vector<std::string>, const char*> wrong[] = {
-      {{}, "--pages"},
-      {{"-o", "a.pdf", "--pages"}, "either -o"},
-      {{"--pages", "--landscape", "--portrait"}, "not both"},
-      {{"--pages", "--multiline", "--no-subjects"}, "--no-subjects"},
-      {{"--pages", "--paper", "A"}, "Tabloid"},
-      {{"--pages", "--months", "Oct-Mar"}, "from January to December"},
-      {{"--pages", "--months", "1-2-3"}, "1-2-3"},
-      {{"--pages", "--months", ""}, "--months"},
-      {{"--pages", "--months", "Ja"}, "Ja"},
-      {{"--pages", "--months", "13"}, "13"},
-      {{"--pages", "--margins", "1,2"}, "20,15,20,15"},
-      {{"--pages", "--margins", "1,,2,3"}, "1,,2,3"},
-      {{"--pages", "--margins", "-1"}, "-1"},
-      {{"--pages", "--legend-width", "nan"}, "nan"},
-      {{"--pages", "--min-bands", "32767"}, "32767"},
-      {{"--pages", "--min-band-height", "1e9"}, "1e9"},
-      {{"--pages", "--size", "800x600"}, "--size"},
-  };
-  for (const auto& [options, words] : wrong) {
-    std::vector<std::string> arguments{"print", "a.ics"};
-    arguments.insert(arguments.end(), options.begin(), options.end());
-    EXPECT_THAT(WhatIsWrong(arguments), HasSubstr(words));
-  }
-  EXPECT_THAT(WhatIsWrong({"render", "a.ics", "-o", "a.png", "--paper", "A4"}),
-              HasSubstr("--paper belongs to the command print"));
-}
-
 TEST(CommandLine, WhatMakesNoSenseIsNamed) {
-  const std::pair<std::vector<std::string>, const char*> cases[] = {
-      {{"refresh"}, "Which calendar"},
-      {{"a.ics", "b.ics"}, "b.ics"},
-      {{"render", "a.ics"}, "-o"},
-      {{"refresh", "a.ics", "-o", "x.png"}, "render"},
-      {{"inspect", "a.ics"}, "--json"},
-      {{"inspect", "a.ics", "--cache", "c", "--json"}, "not both"},
-      {{"a.ics", "--year", "99"}, "100 to 9999"},
-      {{"a.ics", "--year", "9999", "--first-month", "2"}, "9999"},
-      {{"a.ics", "--year", "20x6"}, "20x6"},
-      {{"a.ics", "--first-month", "13"}, "1 to 12"},
-      {{"a.ics", "--size", "800"}, "1920x1200"},
-      {{"a.ics", "--size", "800x99999"}, "99999"},
-      {{"a.ics", "--today", "2026-02-30"}, "--today"},
-      {{"a.ics", "--bogus"}, "bogus"},
-      {{"export", "a.ics"}, "-o"},
-      {{"export", "a.ics", "-o", "x", "--from", "2025", "--to", "2024"}, "2025 lies after"},
-      {{"export", "a.ics", "-o", "x", "--to", "99"}, "--to takes"},
-      {{"export", "a.ics", "-o", "x", "--from", "9999", "--first-month", "2"}, "9999"},
-      {{"export", "a.ics", "-o", "x", "--year", "2025"}, "--year"},
-      {{"render", "a.ics", "-o", "x.png", "--from", "2025"}, "command export"},
-      {{"categories", "a.ics", "--filter", "A"}, "--filter"},
-      {{"categories", "a.ics", "paint", "A"}, "paint"},
-      {{"categories", "a.ics", "rename", "A"}, "rename OLD NEW"},
-      {{"categories", "a.ics", "list", "A"}, "list"},
-      {{"categories", "a.ics", "new", ""}, "needs a name"},
-      {{"categories", "a.ics", "recolour", "A", "#12345"}, "#12345"},
-      {{"categories", "a.ics", "recolour", "A", "#12345G"}, "#12345G"},
-      {{"categories", "a.ics", "recolour", "A", "#-12345"}, "#-12345"},
+  const std::pair<const char*, const char*> cases[] = {
+      {"refresh", "Which calendar"},
+      {"a.ics b.ics", "b.ics"},
+      {"render a.ics", "-o"},
+      {"refresh a.ics -o x.png", "render"},
+      {"inspect a.ics", "--json"},
+      {"inspect a.ics --cache c --json", "not both"},
+      {"a.ics --year 99", "100 to 9999"},
+      {"a.ics --year 9999 --first-month 2", "9999"},
+      {"a.ics --year 20x6", "20x6"},
+      {"a.ics --first-month 13", "1 to 12"},
+      {"a.ics --size 800", "1920x1200"},
+      {"a.ics --size 800x99999", "99999"},
+      {"a.ics --today 2026-02-30", "--today"},
+      {"a.ics --bogus", "bogus"},
+      {"export a.ics", "-o"},
+      {"export a.ics -o x --from 2025 --to 2024", "2025 lies after"},
+      {"export a.ics -o x --to 99", "--to takes"},
+      {"export a.ics -o x --from 9999 --first-month 2", "9999"},
+      {"export a.ics -o x --year 2025", "--year"},
+      {"render a.ics -o x.png --from 2025", "command export"},
+      {"categories a.ics --filter A", "--filter"},
+      {"categories a.ics paint A", "paint"},
+      {"categories a.ics rename A", "rename OLD NEW"},
+      {"categories a.ics list A", "list"},
+      {"categories a.ics new ", "needs a name"},
+      {"categories a.ics recolour A #12345", "#12345"},
+      {"categories a.ics recolour A #12345G", "#12345G"},
+      {"categories a.ics recolour A #-12345", "#-12345"},
+      {"print a.ics", "--pages"},
+      {"print a.ics -o a.pdf --pages", "either -o"},
+      {"print a.ics --pages --landscape --portrait", "not both"},
+      {"print a.ics --pages --multiline --no-subjects", "--no-subjects"},
+      {"print a.ics --pages --paper A", "Tabloid"},
+      {"print a.ics --pages --months Oct-Mar", "from January to December"},
+      {"print a.ics --pages --months 1-2-3", "1-2-3"},
+      {"print a.ics --pages --months ", "--months"},
+      {"print a.ics --pages --months Ja", "Ja"},
+      {"print a.ics --pages --months 13", "13"},
+      {"print a.ics --pages --margins 1,2", "20,15,20,15"},
+      {"print a.ics --pages --margins 1,,2,3", "1,,2,3"},
+      {"print a.ics --pages --margins -1", "-1"},
+      {"print a.ics --pages --legend-width nan", "nan"},
+      {"print a.ics --pages --min-bands 32767", "32767"},
+      {"print a.ics --pages --min-band-height 1e9", "1e9"},
+      {"print a.ics --pages --size 800x600", "--size"},
+      {"render a.ics -o a.png --paper A4", "--paper belongs to the command print"},
   };
-  for (const auto& [arguments, words] : cases) {
-    EXPECT_THAT(WhatIsWrong(arguments), HasSubstr(words));
-  }
-  EXPECT_EQ(WhatIsWrong({"a.ics", "--year", "9999"}), "");
+  for (const auto& [line, words] : cases) EXPECT_THAT(WhatIsWrong(line), HasSubstr(words)) << line;
+  EXPECT_EQ(WhatIsWrong("a.ics --year 9999"), "");
   EXPECT_EQ(ParseCommandLine({"render", "--help"}).command, Command::Help);
   const CategoryTask task =
       ParseCommandLine({"categories", "a.ics", "recolour", "A", "#0a80FF"}).categoryTask;
@@ -156,16 +131,14 @@ TEST(CommandLine, WhatMakesNoSenseIsNamed) {
 }
 
 TEST(CommandLine, OneYearOfAnExportStandsForBoth) {
-  const auto years = [](const std::vector<std::string>& options) {
-    std::vector<std::string> arguments{"export", "a.ics", "-o", "a.xml"};
-    arguments.insert(arguments.end(), options.begin(), options.end());
-    const CommandLine line = ParseCommandLine(arguments);
+  const auto years = [](const std::string& options) {
+    const CommandLine line = ParseCommandLine(Split("export a.ics -o a.xml" + options, " "));
     return std::pair(line.fromYear.value_or(0), line.toYear.value_or(0));
   };
-  EXPECT_EQ(years({}), std::pair(0, 0));
-  EXPECT_EQ(years({"--from", "2024"}), std::pair(2024, 2024));
-  EXPECT_EQ(years({"--to", "2025"}), std::pair(2025, 2025));
-  EXPECT_EQ(years({"--from", "2024", "--to", "2025"}), std::pair(2024, 2025));
+  EXPECT_EQ(years(""), std::pair(0, 0));
+  EXPECT_EQ(years(" --from 2024"), std::pair(2024, 2024));
+  EXPECT_EQ(years(" --to 2025"), std::pair(2025, 2025));
+  EXPECT_EQ(years(" --from 2024 --to 2025"), std::pair(2024, 2025));
 }
 
 }  // namespace

@@ -32,12 +32,8 @@ class ExportCommand : public Yearplan {
   }
 };
 
-QByteArray Event(const QByteArray& uid, const QByteArray& lines) {
-  return "BEGIN:VEVENT\r\nUID:" + uid + "\r\nSUMMARY:" + uid + "\r\n" + lines + "END:VEVENT\r\n";
-}
-
-QByteArray CalendarOf(const QByteArray& events) {
-  return "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//test//\r\n" + events + "END:VCALENDAR\r\n";
+QByteArray Named(const QByteArray& uid, const QByteArray& lines) {
+  return Event(uid, "SUMMARY:" + uid + "\r\n" + lines);
 }
 
 QByteArray OneADay(const QByteArray& since) {
@@ -46,11 +42,11 @@ QByteArray OneADay(const QByteArray& since) {
 
 TEST_F(ExportCommand, HoldsYearsThatWereNeverShownAndWhatTheirItemsSay) {
   Write("team.ics",
-        CalendarOf(Event("Trip & <more>",
+        CalendarOf(Named("Trip & <more>",
                          "DTSTART:20250203T090500\r\nDTEND:20250203T100000\r\n"
                          "CATEGORIES:Travel\r\nLOCATION:Köln\r\n"
                          "DESCRIPTION:two\\nlines\r\n") +
-                   Event("Yearly", OneADay("20240105")) + "BEGIN:VEVENT\r\nEND:VEVENT\r\n"));
+                   Named("Yearly", OneADay("20240105")) + "BEGIN:VEVENT\r\nEND:VEVENT\r\n"));
   Write("out.xml", QByteArray(100'000, 'x'));
   const Outcome outcome =
       Run({"export", "team.ics", "--from", "2024", "--to", "2025", "-o", "out.xml"});
@@ -68,7 +64,7 @@ TEST_F(ExportCommand, HoldsYearsThatWereNeverShownAndWhatTheirItemsSay) {
 }
 
 TEST_F(ExportCommand, LongSpansAreWholeAndYearsBeginWithTheFirstMonth) {
-  Write("team.ics", CalendarOf(Event("Yearly", OneADay("19000601"))));
+  Write("team.ics", CalendarOf(Named("Yearly", OneADay("19000601"))));
   ASSERT_EQ(Run({"export", "team.ics", "--from", "1989", "--to", "2030", "-o", "a.xml"}).code, 0);
   const auto starts = Texts("a.xml", "StartDateTime");
   ASSERT_EQ(starts.size(), 42U);
@@ -80,15 +76,12 @@ TEST_F(ExportCommand, LongSpansAreWholeAndYearsBeginWithTheFirstMonth) {
 }
 
 TEST_F(ExportCommand, TakesWhatTheFilterAndTheLegendLetThrough) {
-  Write("team.ics", CalendarOf(Event("colours",
+  Write("team.ics", CalendarOf(Named(QByteArray::fromStdString(colour_record::SubjectOf("Rooms")),
                                      "DTSTART:20110101T013000\r\nDESCRIPTION:"
-                                     "--DO NOT EDIT LIST MANUALLY--\\nLab|255\\nRest|9\r\n")
-                                   .replace("SUMMARY:colours",
-                                            "SUMMARY:" + QByteArray::fromStdString(
-                                                             colour_record::SubjectOf("Rooms"))) +
-                               Event("a", OneADay("20260105") + "CATEGORIES:Lab,Hall\r\n") +
-                               Event("b", OneADay("20260106") + "CATEGORIES:Hall\r\n") +
-                               Event("c", OneADay("20260107"))));
+                                     "--DO NOT EDIT LIST MANUALLY--\\nLab|255\\nRest|9\r\n") +
+                               Named("a", OneADay("20260105") + "CATEGORIES:Lab,Hall\r\n") +
+                               Named("b", OneADay("20260106") + "CATEGORIES:Hall\r\n") +
+                               Named("c", OneADay("20260107"))));
   const QStringList command{"export", "team.ics", "--from", "2026", "--title", "Rooms", "-o", "a"};
   EXPECT_EQ(Run(QStringList(command) << "--filter"
                                      << "Hall")

@@ -34,14 +34,13 @@ class PlannerWindow : public FolderCase {
   using Days = std::vector<std::pair<const char*, const char*>>;
 
   static QByteArray CalendarOf(const Days& days) {
-    QByteArray text = "BEGIN:VCALENDAR\r\nVERSION:2.0\r\nPRODID:-//test//\r\n";
-    int number = 0;
+    QByteArray events;
     for (const auto& [day, subject] : days) {
-      text += "BEGIN:VEVENT\r\nUID:u" + QByteArray::number(++number) +
-              "\r\nDTSTAMP:20260101T000000Z\r\nDTSTART;VALUE=DATE:" + day +
-              "\r\nCATEGORIES:Leave\r\nSUMMARY:" + subject + "\r\nEND:VEVENT\r\n";
+      events += Event(QByteArray::number(events.size()),
+                      QByteArray("DTSTART;VALUE=DATE:") + day +
+                          "\r\nCATEGORIES:Leave\r\nSUMMARY:" + subject + "\r\n");
     }
-    return text + "END:VCALENDAR\r\n";
+    return velkor::CalendarOf(events);
   }
   void Open(velkor::PlannerWindow& window, const char* name = "team.ics") {
     window.resize(1200, 700);

@@ -62,25 +62,19 @@ TEST(SettingsDialog, EmptyTitleAndMessageClassAreRefused) {
   EXPECT_EQ(AskForSettings(nullptr, {}), PlannerProperties());
 }
 
-class StoredProperties : public testing::Test {
- protected:
-  MemorySettings settings_;
-  std::vector<std::string> reports_;
-  velkor::StoredProperties Of(const std::string& calendar) {
-    return {settings_, calendar, [this](const std::string& text) { reports_.push_back(text); }};
-  }
-};
-
-TEST_F(StoredProperties, WhatMakesNoSenseIsPassedOverAndReported) {
-  velkor::StoredProperties bag = Of("a.ics");
+TEST(StoredProperties, WhatMakesNoSenseIsPassedOverAndReported) {
+  MemorySettings settings;
+  std::vector<std::string> reports;
+  StoredProperties bag(settings, "a.ics",
+                       [&](const std::string& text) { reports.push_back(text); });
   for (const char* month : {"13", "0", "May", "99999999999999999999", ""}) {
-    settings_.Save(SettingsName, "Calendar a.ics", "StartMonth", month);
+    settings.Save(SettingsName, "Calendar a.ics", "StartMonth", month);
     EXPECT_EQ(bag.ReadProperty("StartMonth", std::int16_t{1}), PropertyValue(std::int16_t{1}));
   }
-  settings_.Save(SettingsName, "Calendar a.ics", "DisplaySubject", "perhaps");
+  settings.Save(SettingsName, "Calendar a.ics", "DisplaySubject", "perhaps");
   EXPECT_EQ(bag.ReadProperty("DisplaySubject", false), PropertyValue(true));
-  ASSERT_EQ(reports_.size(), 6U);
-  EXPECT_THAT(reports_.back(), HasSubstr("DisplaySubject"));
+  ASSERT_EQ(reports.size(), 6U);
+  EXPECT_THAT(reports.back(), HasSubstr("DisplaySubject"));
 }
 
 TEST(SleepWatch, WakesAfterAJumpOfTheClockAndNotAfterABusyMinute) {

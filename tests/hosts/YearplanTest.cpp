@@ -82,12 +82,11 @@ TEST_F(Yearplan, ErrorsSayWhatAndExitCodesSayWhichKind) {
 TEST_F(Yearplan, APictureGrowsWithTheGridUpToItsLimit) {
   // 200 bands at their least height are taller than 500 pixels; 4000 go beyond any picture.
   const auto crowded = [](int events) {
-    QByteArray text = "BEGIN:VCALENDAR\r\n";
+    QByteArray text;
     for (int i = 0; i < events; ++i) {
-      text += "BEGIN:VEVENT\r\nUID:" + QByteArray::number(i) +
-              "\r\nDTSTART;VALUE=DATE:20260105\r\nEND:VEVENT\r\n";
+      text += Event(QByteArray::number(i), "DTSTART;VALUE=DATE:20260105\r\n");
     }
-    return text + "END:VCALENDAR\r\n";
+    return CalendarOf(text);
   };
   Write("a.ics", crowded(200));
   ASSERT_EQ(Run({"render", "a.ics", "--year", "2026", "--size", "800x500", "-o", "a.png"}).code, 0);

@@ -136,6 +136,7 @@ TEST_F(AppointmentCommandsTest, DeletingTakesTheEventOrAllItsOccurrencesOut) {
 TEST_F(AppointmentCommandsTest, ACalendarThatRefusesToDeleteLeavesViewAndCacheAsTheyAre) {
   const std::string key = PutAppointment();
   calendar_.SetWriter(&writer_);
+  writer_.refuses = true;
   messages_.Expect("Delete this appointment", MessageAnswer::Yes);
   messages_.Expect("Error deleting appointment 440 The disk is full.");
   commands_.Delete(key);

@@ -10,6 +10,7 @@
 #include "model/Status.h"
 #include "platform/Elements.h"
 #include "tests/model/RefreshDoubles.h"
+#include "tests/support/ErrorOf.h"
 
 namespace velkor {
 namespace {
@@ -27,12 +28,7 @@ class BackgroundRefreshTest : public testing::Test {
   }
   /// The number that a completion raised; 0 for none.
   long Complete(short synchResult, long synchError = 0) {
-    try {
-      utilities_.Complete(synchResult, synchError);
-    } catch (const Error& error) {
-      return error.Number();
-    }
-    return 0;
+    return ErrorOf([&] { utilities_.Complete(synchResult, synchError); }).Number();
   }
   std::vector<Colour> Statuses() { return std::exchange(planner_.statuses, {}); }
 
@@ -71,27 +67,32 @@ TEST_F(BackgroundRefreshTest, ARefreshIsCountedHandedOverAndCompleted) {
   EXPECT_TRUE(tmrBackground_.Enabled());
 }
 
-TEST_F(BackgroundRefreshTest, EachResultHasItsReactionAndOnlyMessagesStopTheTimer) {
-  const std::pair<short, const char*> results[] = {
-      {1, nullptr},
-      {2, "Unable to open temp file, /temp/~c.tmp for updating"},
-      {3, "Unable to clear old cache file, /temp/c.tmp before updating"},
-      {4, "An error starting the background timer, check that the kestimer dll exists."},
-      {5, "Could not log on to MAPI, probably due to a network problem.  Error code: 0"},
-      {6, nullptr},
-      {7, "Error occured while fetching events."},
-      {8, "An error occured while updating the cache file"},
-      {0, "An error occured while updating the cache file"},
-      {-32768, "An error occured while updating the cache file"},
+TEST_F(BackgroundRefreshTest, EachResultHasItsReactionAndItsErrorNumberIsRaised) {
+  const struct {
+    short result;
+    const char* text;
+    long error;
+  } results[] = {
+      {1, nullptr, 0},
+      {2, "Unable to open temp file, /temp/~c.tmp for updating", 0},
+      {3, "Unable to clear old cache file, /temp/c.tmp before updating", 0},
+      {4, "An error starting the background timer, check that the kestimer dll exists.", 0},
+      {5, "Could not log on to MAPI, probably due to a network problem.  Error code: 1234", 1234},
+      {6, nullptr, 0},
+      {6, nullptr, 77},
+      {7, "Error occured while fetching events.", 0},
+      {8, "An error occured while updating the cache file", 0},
+      {0, "An error occured while updating the cache file", 0},
+      {-32768, "An error occured while updating the cache file", 0},
   };
-  for (const auto& [result, text] : results) {
+  for (const auto& [result, text, error] : results) {
     boxes_.texts.clear();
     refresh_->StartRefresh(false);
     EXPECT_TRUE(tmrBackground_.Enabled()) << "a start runs the timer again";
     // The message names the files that the refresh had, whatever year is on show by now.
     inputs_.cacheFile = inputs_.workFile = "other";
     boxes_.whileOpen = [&] { EXPECT_FALSE(tmrBackground_.Enabled()); };
-    EXPECT_EQ(Complete(result), 0);
+    EXPECT_EQ(Complete(result, error), error);
     inputs_.cacheFile = "/temp/c.tmp";
     inputs_.workFile = "/temp/~c.tmp";
     EXPECT_FALSE(refresh_->Outstanding());
@@ -103,16 +104,6 @@ TEST_F(BackgroundRefreshTest, EachResultHasItsReactionAndOnlyMessagesStopTheTime
     }
   }
   EXPECT_EQ(view_.reloads, 1);
-}
-
-TEST_F(BackgroundRefreshTest, AnErrorNumberIsRaisedAfterItsMessage) {
-  refresh_->StartRefresh(false);
-  EXPECT_EQ(Complete(5, 1234), 1234);
-  EXPECT_THAT(boxes_.texts, ElementsAre("Could not log on to MAPI, probably due to a network "
-                                        "problem.  Error code: 1234"));
-  refresh_->StartRefresh(false);
-  EXPECT_EQ(Complete(6, 77), 77);
-  EXPECT_EQ(boxes_.texts.size(), 1U);
 }
 
 TEST_F(BackgroundRefreshTest, EveryEleventhTickStartsARefresh) {

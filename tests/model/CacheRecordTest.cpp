@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <bit>
 #include <cmath>
 #include <limits>
 
@@ -37,17 +36,6 @@ TEST(CacheRecord, IsThreeCountedAnsiTextsAndTwoDoublesLittleEndian) {
   EXPECT_EQ(Record(locale, "é€日", 1.0, -1.25),
             "\x02\0ID\x03\0\xE9\x80?\x05\0Leave"s
             "\0\0\0\0\0\0\xF0\x3F\0\0\0\0\0\0\xF4\xBF"s);
-}
-
-TEST(CacheRecord, DatesAreReadBackBitForBit) {
-  FixedLocale locale;
-  const double start = std::nextafter(38461.1, 0);
-  const std::string bytes = Record(locale, "", start, -0.75);
-  CalEvent event;
-  ASSERT_TRUE(CacheRecordReader(bytes, locale).Next(event));
-  EXPECT_EQ(std::bit_cast<std::uint64_t>(event.StartDate.Days()),
-            std::bit_cast<std::uint64_t>(start));
-  EXPECT_EQ(event.EndDate.Days(), -0.75);
 }
 
 TEST(CacheRecord, ATextOverTheLongestLengthIsCutAtACharacter) {

@@ -4,36 +4,11 @@
 #include <string>
 
 #include "model/CalendarAccess.h"
-#include "support/values/Error.h"
+#include "tests/calendar/CalendarDoubles.h"
 #include "tests/model/CalendarInMemory.h"
 #include "tests/model/WatchedView.h"
 
 namespace velkor {
-
-/// Keeps items in memory until it is told to refuse.
-class RefusingWriter : public CalendarWriter {
- public:
-  bool refuses = true;
-
-  CalendarItem WriteNew(const CalendarItem& item, bool /*reminder*/) override {
-    Check();
-    CalendarItem saved = item;
-    saved.entryId = "saved " + std::to_string(++count_);
-    return saved;
-  }
-  CalendarItem WriteChange(const CalendarItem& after, const ItemChange& /*change*/) override {
-    Check();
-    return after;
-  }
-  void WriteDeletion(const CalendarItem& /*item*/) override { Check(); }
-  void Refresh() override {}
-
- private:
-  void Check() const {
-    if (refuses) throw Error(errors::CalendarFailed, "The disk is full.");
-  }
-  int count_ = 0;
-};
 
 class CalendarCase : public CalendarInMemory {
  protected:
@@ -54,7 +29,7 @@ class CalendarCase : public CalendarInMemory {
   }
   std::string Told() { return messages_.Shown().back().text; }
 
-  RefusingWriter writer_;
+  ScriptedWriter writer_;
   WatchedView view_;
   std::string appointmentForm_ = "IPM.Appointment";
   const Platform platform_ = seams_.On(embedded_, messages_);

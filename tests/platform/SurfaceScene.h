@@ -4,6 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <limits>
+#include <string>
+#include <utility>
 
 #include "platform/Surface.h"
 
@@ -110,6 +113,28 @@ inline void ExpectClippedText(const std::function<Colour(int x, int y)>& at, int
   }
   EXPECT_GT(inked, 50);
   EXPECT_EQ(spilled, 0);
+}
+
+/// Fills with Sand, then draws what cannot be drawn.
+inline void DrawNonsense(Surface& surface) {
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  surface.Fill({-1e300, -1e300, 1e300, 1e300}, Sand);
+  surface.Fill({300, 300, 0, 0}, Red);
+  surface.LeaveView();
+  surface.Text({0, 0, 300, 300}, "\xFF\xC3 \x01", {"No such face", nan}, Red, 0);
+  surface.Text({0, 0, nan, 300}, std::string(70000, 'x'), {"", 1e9}, Red, 0);
+}
+
+/// Checks where one line of text has ink in 200 pixels; `inkOf` answers its first and last column.
+inline void ExpectAlignedText(
+    const std::function<std::pair<int, int>(std::string_view text, TextFlags flags)>& inkOf) {
+  using namespace text_flags;
+  EXPECT_LT(inkOf("lll", NoPrefix).first, 4);
+  EXPECT_GT(inkOf("lll", Right | NoPrefix).second, 190);
+  const auto [first, last] = inkOf("lll", Centre | NoPrefix);
+  EXPECT_NEAR(first, 200 - last, 6);
+  EXPECT_EQ(inkOf("R&D", Left), inkOf("RD", NoPrefix));
+  EXPECT_GT(inkOf("R&D", NoPrefix).second, inkOf("R&D", Left).second) << "a character, no prefix";
 }
 
 inline constexpr std::string_view Lines = "HH HH HH HHHHHHHHHHHHHHHH\rH\r\nH\nH\r";

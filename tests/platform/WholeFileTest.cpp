@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/ErrorOf.h"
 namespace velkor {
 namespace {
 
@@ -21,13 +22,11 @@ TEST(WholeFile, FileThatGrowsOrShrinksMeanwhileIsReadToItsEnd) {
 }
 
 TEST(WholeFile, LackOfMemoryIsAnErrorThatNamesTheFile) {
-  try {
+  const Error error = ErrorOf([] {
     ReadWhole("big.dat", 1, [](char*, std::size_t) -> std::size_t { throw std::bad_alloc(); });
-    ADD_FAILURE() << "no error";
-  } catch (const Error& error) {
-    EXPECT_EQ(error.Number(), errors::DeviceInputOutput);
-    EXPECT_EQ(error.Description(), "Cannot read big.dat: it is too large");
-  }
+  });
+  EXPECT_EQ(error.Number(), errors::DeviceInputOutput);
+  EXPECT_EQ(error.Description(), "Cannot read big.dat: it is too large");
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include "tests/support/ErrorOf.h"
 namespace velkor {
 namespace {
 
@@ -18,16 +19,11 @@ std::vector<std::string> Texts(const CCollectionEx& collection) {
 }
 
 /// The number of the error that a call fails with, which must name the collection as its source.
-template <typename Call>
-long FailureOf(Call&& call) {
-  try {
-    call();
-  } catch (const Error& error) {
-    EXPECT_EQ(error.Source(), "CCollectionEx");
-    EXPECT_FALSE(error.Description().empty());
-    return error.Number();
-  }
-  return 0;
+long FailureOf(const std::function<void()>& call) {
+  const Error error = ErrorOf(call);
+  EXPECT_EQ(error.Source(), "CCollectionEx");
+  EXPECT_FALSE(error.Description().empty());
+  return error.Number();
 }
 
 TEST(CCollectionEx, EntriesStandWhereTheyWerePut) {

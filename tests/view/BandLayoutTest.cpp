@@ -194,17 +194,6 @@ TEST(BandLayout, EventStartingInAnOccupiedColumnTakesTheNextBand) {
                                        BarValues{2, 2, 1, 12, 13}));
 }
 
-// The rule that gives an event without length its day is kept for every row, so an event that ends
-// at the first midnight of a month is seen there too. February 2006 begins in column 4.
-TEST(BandLayout, WithAllEventsAnEndAtTheFirstMidnightOfAMonthTakesAColumnThere) {
-  const std::vector<CalEvent> events = {SampleEvent("a", At(2006, 1, 31), At(2006, 2, 1))};
-  YearSettings settings;
-  EXPECT_THAT(LayOut(events, settings).Bars(), ElementsAre(BarValues{0, 2, 1, 30, 31}));
-  settings.allEvents = true;
-  EXPECT_THAT(LayOut(events, settings).Bars(),
-              ElementsAre(BarValues{0, 2, 1, 30, 31}, BarValues{0, 2, 2, 3, 4}));
-}
-
 TEST(BandLayout, MoreBandsThanSixteenBitsCountDoNotOverflow) {
   std::vector<CalEvent> events;
   for (int i = 0; i < 70'000; ++i) {

@@ -81,18 +81,6 @@ TEST(GridGeometry, APointHitsTheCellThatBeginsThere) {
   }
 }
 
-TEST(GridGeometry, APointOutsideTheGridHitsNoCell) {
-  const BandLayout layout = Rows(6);
-  const MonthColumns columns(DisplaySpan{2006, 1});
-  const GridGeometry geometry = SizeGrid({11550, 285 + 50 * 300}, 255, {}, layout);
-  for (const Point point : {Point{100, 15000}, Point{100, -300}, Point{11100, 100},
-                            Point{-600, 100}, Point{1e300, 100}, Point{100, 1e300}}) {
-    EXPECT_FALSE(HitTest(point, geometry, layout, columns)) << point.x << ", " << point.y;
-  }
-  const GridGeometry tooNarrow = SizeGrid({300, 5000}, 255, {}, layout);
-  EXPECT_FALSE(HitTest({1, 1}, tooNarrow, layout, columns));
-}
-
 TEST(GridGeometry, ARowIsFoundByTheHeightAlone) {
   const BandLayout layout = Rows(6);
   const GridGeometry geometry = SizeGrid({11550, 285 + 50 * 300}, 255, {}, layout);

@@ -46,36 +46,6 @@ PointerRelease Drag(GridPointer& pointer, Point from, Point to) {
   return pointer.MouseUp(Left);
 }
 
-TEST(GridPointer, TheLabelSaysWhetherItsDaysAreSelected) {
-  const YearGrid grid = SampleGrid({});
-  GridPointer pointer(grid);
-  EXPECT_EQ(pointer.Label(), std::nullopt);
-  EXPECT_TRUE(pointer.MouseMove(DayAt(grid, 3, 20)).label);
-  EXPECT_EQ(pointer.Label(), (PointerLabel{0, At(2006, 3, 20), std::nullopt}));
-  EXPECT_FALSE(pointer.MouseMove(DayAt(grid, 3, 20, 4)).label);
-  pointer.MouseDown(Left);
-  EXPECT_EQ(pointer.PrefixIndex(), PointerLabel::SelectedPrefix);
-  EXPECT_TRUE(pointer.MouseMove(DayAt(grid, 3, 5)).label);
-  pointer.MouseUp(Left);
-  EXPECT_EQ(pointer.PrefixIndex(), PointerLabel::DatePrefix);
-  EXPECT_EQ(pointer.Label(), (PointerLabel{1, At(2006, 3, 20), At(2006, 3, 5)}));
-  pointer.MouseMove(DayAt(grid, 3, 6));
-  EXPECT_EQ(pointer.Label(), (PointerLabel{0, At(2006, 3, 6), std::nullopt}));
-}
-
-TEST(GridPointer, OnGreyCellsAndBelowTheLastRowThereIsNoDayAndNoDragStarts) {
-  const YearGrid grid = SampleGrid({});
-  GridPointer pointer(grid);
-  pointer.MouseMove(DayAt(grid, 12, 4));
-  for (const Point noDay : {DayAt(grid, 3, 0), DayAt(grid, 3, 32), Point{900, 14'400}}) {
-    pointer.MouseMove(noDay);
-    EXPECT_FALSE(pointer.MouseDown(Left).dragStarted);
-    EXPECT_EQ(pointer.DayUnderPointer(), std::nullopt);
-    EXPECT_EQ(pointer.MouseUp(Left).range, std::nullopt);
-    EXPECT_EQ(pointer.DrawnSelection(), std::nullopt);
-  }
-}
-
 TEST(GridPointer, ByItselfAClickOpensAnEventAndADragOnFreeDaysSelects) {
   const YearGrid grid = SampleGrid({OneDay("a", 3, 5)});
   GridPointer pointer(grid);

@@ -49,22 +49,6 @@ TEST(SelectionPainter, ARangeRunsRowByRowOverTheDaysOfEachMonth) {
               ElementsAre(Rect{9900, 2400, 10200, 3600}));
 }
 
-TEST(SelectionPainter, BarsStayReadableBetweenTheFillAndTheFrame) {
-  const YearGrid grid = SampleGrid({SampleEvent("a", At(2006, 3, 1), At(2006, 4, 1), "Leave")});
-  RecordingSurface surface;
-  Draw(surface, grid, Selection{{3, 20}, {3, 22}});
-  const auto at = [&](int column, int band) {
-    return surface.ColourAt(CentreOf(grid, 3, column, band));
-  };
-  EXPECT_EQ(at(21, 2), Colour::FromRgb(10, 120, 40));
-  for (const int band : {1, 3, 4}) {
-    EXPECT_EQ(at(19, band), grid_colours::Back);
-    EXPECT_EQ(at(20, band), selection_colours::Fill);
-    EXPECT_EQ(at(22, band), selection_colours::Fill);
-    EXPECT_EQ(at(23, band), grid_colours::Back);
-  }
-}
-
 TEST(SelectionPainter, OnlyRowsInSightAreDrawn) {
   const YearGrid grid = SampleGrid({});
   RecordingSurface surface;

@@ -10,9 +10,9 @@
 #include <csignal>
 #include <vector>
 
-#include "support/values/Error.h"
 #include "tests/platform/desktop/ChildProcess.h"
 #include "tests/platform/desktop/FolderCase.h"
+#include "tests/support/ErrorOf.h"
 
 namespace velkor {
 namespace {
@@ -113,12 +113,8 @@ TEST_F(DesktopFilesTest, FailedWriteIsReportedWithANumberAndTheFile) {
     const rlimit limit{100000, 100000};
     ::setrlimit(RLIMIT_FSIZE, &limit);
     const auto file = files_.OpenForWriting(work_);
-    try {
-      file->Write(std::string(300000, 'x'));
-    } catch (const Error& error) {
-      return error.Description().find(work_) == std::string::npos ? 1 : int(error.Number());
-    }
-    return 0;
+    const Error error = ErrorOf([&] { file->Write(std::string(300000, 'x')); });
+    return error.Description().find(work_) == std::string::npos ? 1 : int(error.Number());
   });
   EXPECT_EQ(writer.Wait(), errors::DeviceInputOutput);
   EXPECT_EQ(FileErrorOf(ENOSPC), errors::DeviceInputOutput);
@@ -141,12 +137,8 @@ TEST_F(DesktopFilesTest, WhatCannotBeOpenedIsAnAnswer) {
 TEST_F(DesktopFilesTest, FileBeyondTheLimitIsAnErrorWithItsName) {
   Put(work_, "");
   ASSERT_EQ(::truncate(work_.c_str(), off_t{1} << 33), 0);
-  try {
-    files_.Read(work_);
-    ADD_FAILURE() << "no error";
-  } catch (const Error& error) {
-    EXPECT_EQ(error.Description(), "Cannot read " + work_ + ": it is too large");
-  }
+  EXPECT_EQ(ErrorOf([&] { files_.Read(work_); }).Description(),
+            "Cannot read " + work_ + ": it is too large");
 }
 
 TEST_F(DesktopFilesTest, NewFilesAreForWhomTheUmaskSays) {

@@ -12,8 +12,8 @@
 #include "platform/desktop/DesktopRegistry.h"
 #include "platform/desktop/DesktopSettings.h"
 #include "platform/desktop/TerminalMessageBoxes.h"
-#include "support/values/Error.h"
 #include "tests/platform/desktop/ChildProcess.h"
+#include "tests/support/ErrorOf.h"
 
 namespace velkor {
 namespace {
@@ -32,12 +32,7 @@ class DesktopSystem : public testing::Test {
   const std::string cacheFolder_ = folder_.filePath("cache/outlookvelkor").toStdString();
 
   std::string Refusal() {
-    try {
-      environment_.Variable("TMP");
-    } catch (const Error& error) {
-      return error.Description();
-    }
-    return "no error";
+    return ErrorOf([&] { environment_.Variable("TMP"); }).Description();
   }
 };
 

@@ -7,9 +7,9 @@
 #include <QXmlStreamReader>
 #include <stdexcept>
 
-#include "support/values/Error.h"
 #include "tests/platform/SurfaceScene.h"
 #include "tests/platform/desktop/FolderCase.h"
+#include "tests/support/ErrorOf.h"
 
 namespace velkor {
 namespace {
@@ -90,12 +90,7 @@ TEST_F(PictureFile, FailureLeavesTheOldFileAndNothingElse) {
 
 TEST_F(PictureFile, ErrorsNameTheFileAndTheReason) {
   const auto reason = [&](const std::string& path, Extent size, const auto& render) {
-    try {
-      render(path, size, scene::Draw, PictureOptions{});
-    } catch (const Error& error) {
-      return error.Description();
-    }
-    return std::string("no error");
+    return ErrorOf([&] { render(path, size, scene::Draw, PictureOptions{}); }).Description();
   };
   const std::string absent = Path("absent/a.png");
   EXPECT_THAT(reason(absent, scene::Size, RenderToPng), HasSubstr(absent));

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
-#include <limits>
 
 #include "tests/platform/SurfaceScene.h"
 
@@ -83,21 +82,15 @@ TEST(QtSurface, AnEllipsisThatIsTooWideEndsAtItsRectangle) {
   EXPECT_LT(LastInk(image), 15);
 }
 
-TEST(QtSurface, AlignsTextInItsRectangle) {
-  const int left = FirstInk(Line("lll", text_flags::NoPrefix));
-  EXPECT_LT(left, 4);
-  EXPECT_GT(LastInk(Line("lll", text_flags::Right | text_flags::NoPrefix)), 195);
-  const QImage centre = Line("lll", text_flags::Centre | text_flags::NoPrefix);
-  EXPECT_NEAR(FirstInk(centre), 200 - LastInk(centre), 3);
+TEST(QtSurface, AlignsTextAndShowsAmpersandsOnlyWithoutPrefixes) {
+  scene::ExpectAlignedText([](std::string_view text, TextFlags flags) {
+    const QImage image = Line(text, flags);
+    return std::pair(FirstInk(image), LastInk(image));
+  });
   const QImage high = Line("x", text_flags::Left).transformed(QTransform().rotate(90));
   const QImage middle = Line("x", text_flags::SingleLine | text_flags::VerticalCentre)
                             .transformed(QTransform().rotate(90));
   EXPECT_LT(LastInk(middle), LastInk(high));
-}
-
-TEST(QtSurface, ShowsAmpersandsOnlyWithoutPrefixes) {
-  EXPECT_GT(LastInk(Line("R&D", text_flags::NoPrefix)), LastInk(Line("R&D", text_flags::Left)));
-  EXPECT_EQ(Line("R&D", text_flags::Left), Line("RD", text_flags::NoPrefix));
   EXPECT_EQ(Line("R&&D", text_flags::Left), Line("R&D", text_flags::NoPrefix));
 }
 
@@ -130,14 +123,7 @@ TEST(QtSurface, BreaksLinesAndMeasuresThem) {
 }
 
 TEST(QtSurface, LeavesOutWhatCannotBeDrawn) {
-  const double nan = std::numeric_limits<double>::quiet_NaN();
-  const QImage image = Drawn(20, 20, 1, [&](Surface& surface) {
-    surface.Fill({-1e300, -1e300, 1e300, 1e300}, scene::Sand);
-    surface.Fill({300, 300, 0, 0}, scene::Red);
-    surface.LeaveView();
-    surface.Text({0, 0, 300, 300}, "\xFF\xC3 \x01", {"No such face", nan}, scene::Red, 0);
-    surface.Text({0, 0, nan, 300}, std::string(70000, 'x'), {"", 1e9}, scene::Red, 0);
-  });
+  const QImage image = Drawn(20, 20, 1, scene::DrawNonsense);
   EXPECT_EQ(At(image, 19, 19), scene::Sand);
 }
 

@@ -1,30 +1,12 @@
-// tests/platform/headless/RecordingSurfaceTest.cpp: what the log says, and where colours lie.
+// tests/platform/headless/RecordingSurfaceTest.cpp: lines that are measured, and where colours lie.
 #include "platform/headless/RecordingSurface.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include "tests/platform/SurfaceScene.h"
 
 namespace velkor {
 namespace {
-
-using testing::ElementsAre;
-
-TEST(RecordingSurface, LogsEachCallInOneLineWithTrimmedNumbers) {
-  RecordingSurface surface;
-  surface.Fill({0, -0.0001, 330.5, 480.25}, Colour::FromRgb(0xEE, 0xE8, 0xAA));
-  surface.Outline({15, 15, 30, 30}, Colour::FromRgb(255, 0, 0), 2);
-  surface.Line({0, 1.0 / 3}, {10, 20}, colours::Black, 1);
-  surface.Text({0, 0, 300, 150}, "say \"é\"\n", {"Arial", 7.5, charsets::Ansi, true},
-               colours::White, text_flags::NoPrefix | text_flags::WordEllipsis);
-  surface.Text({0, 0, 1, 1}, "", {}, Colour{0x12000000}, text_flags::Left);
-  EXPECT_THAT(surface.Log(),
-              ElementsAre("fill 0 0 330.5 480.25 #EEE8AA", "outline 15 15 30 30 #FF0000 pen 2",
-                          "line 0 0.333 10 20 #000000 pen 1",
-                          "text 0 0 300 150 \"say \\\"é\\\"\\x0A\" #FFFFFF font \"Arial\" 7.5 bold "
-                          "charset 0 flags 0x40800",
-                          "text 0 0 1 1 \"\" #000000 font 8 flags 0x0"));
-}
 
 // A character of 10 points is 100 twips wide, a line 240 high.
 TEST(RecordingSurface, MeasuresTheLinesOfWrappedText) {

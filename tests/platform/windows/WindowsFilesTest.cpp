@@ -6,7 +6,7 @@
 #include "platform/windows/Wide.h"
 #include "platform/windows/Win32.h"
 #include "platform/windows/WindowsSystem.h"
-#include "support/values/Error.h"
+#include "tests/support/ErrorOf.h"
 
 namespace velkor {
 namespace {
@@ -113,12 +113,8 @@ TEST_F(WindowsFilesTest, FileBeyondTheLimitIsAnErrorWithItsName) {
   end.QuadPart = LONGLONG{1} << 33;
   EXPECT_TRUE(::SetFilePointerEx(file, end, nullptr, FILE_BEGIN) && ::SetEndOfFile(file));
   ::CloseHandle(file);
-  try {
-    files_.Read(work_);
-    ADD_FAILURE() << "no error";
-  } catch (const Error& error) {
-    EXPECT_EQ(error.Description(), "Cannot read " + work_ + ": it is too large");
-  }
+  EXPECT_EQ(ErrorOf([&] { files_.Read(work_); }).Description(),
+            "Cannot read " + work_ + ": it is too large");
 }
 
 TEST_F(WindowsFilesTest, WhatCannotBeOpenedIsAnAnswer) {
