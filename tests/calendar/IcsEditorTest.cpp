@@ -205,6 +205,19 @@ TEST(IcsEditor, RemindersAreTouchedOnlyWhenTheyWereSet) {
   EXPECT_THAT(Change(without, "a", change).bytes, HasSubstr("END:VALARM\nEND:VEVENT\n"));
 }
 
+TEST(IcsEditor, AReminderThatEndsNowhereGoesWithoutItsEvent) {
+  const std::string open = "UID:1\nSUMMARY:a\nDTSTART:20260301\nBEGIN:VALARM\n";
+  const std::string tail = "DESCRIPTION:x\nEND:VALARM\nEND:VEVENT\n";
+  const std::string text = Calendar(Event(open) + tail);
+  ItemChange change;
+  change.reminder = false;
+  const IcsEdit edit = Change(text, "a", change);
+  EXPECT_EQ(ItemOf(edit.bytes, "a").fields.body, "") << edit.bytes;
+  EXPECT_EQ(ItemOf(edit.bytes, "a").contentMark, edit.item.contentMark);
+  EXPECT_THAT(edit.bytes, Not(HasSubstr("BEGIN:VALARM")));
+  EXPECT_THAT(edit.bytes, HasSubstr("END:VEVENT\n" + tail)) << edit.bytes;
+}
+
 /// The system's clock in another zone.
 class Zone {
  public:
