@@ -7,7 +7,7 @@ export LC_ALL=C.UTF-8
 CMAKE_BUILD_PARALLEL_LEVEL=$(nproc)
 export CMAKE_BUILD_PARALLEL_LEVEL
 
-fuzz_runs=${VELKOR_FUZZ_RUNS:-3000}
+fuzz_runs=${VELKOR_FUZZ_RUNS:-2000}
 
 # shellcheck source=scripts/stages.sh
 source scripts/stages.sh
@@ -33,6 +33,15 @@ build() {
   cmake --preset "$1" && cmake --build --preset "$1"
 }
 
+# Wine's prefix is made while the compiler works.
+start_prefix() {
+  scripts/wine-run.sh --fresh >/dev/null 2>build/logs/wine.log &
+  prefix=$!
+}
+join_prefix() {
+  wait "$prefix" || { cat build/logs/wine.log && return 1; }
+}
+
 run_packages desktop test windows fuzz || give_up
 
 run_check "layout of the sources" scripts/format.sh
@@ -49,8 +58,8 @@ if [[ $(uname -m) != x86_64 ]]; then
     -not -path 'tests/platform/desktop/*' -exec grep -hE '^TEST(_F|_P)?\(' {} + | wc -l)
   echo "         Wine needs an x86-64 processor: the tests of the Windows build are skipped"
   skipped=$((skipped + unrun))
-elif run_stage "build mingw" build mingw; then
-  run_stage "wine prefix" scripts/wine-run.sh --fresh || give_up
+elif start_prefix && run_stage "build mingw" build mingw; then
+  run_stage "wine prefix" join_prefix || give_up
   run_tests "tests under Wine" mingw
   scripts/wine-run.sh --stop
 else
