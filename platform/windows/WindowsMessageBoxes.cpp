@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "platform/windows/DialogOwner.h"
 #include "platform/windows/Wide.h"
 
 namespace velkor {
@@ -64,7 +65,8 @@ MessageAnswer AnswerOf(int id) {
 MessageAnswer WindowsMessageBoxes::Show(const Message& message) {
   const UINT defaultButton = static_cast<UINT>(std::clamp(message.defaultButton, 1, 3) - 1) << 8;
   const std::string& title = message.title.empty() ? "OutlookVelkor" : message.title;
-  return AnswerOf(::MessageBoxW(owner_, ToWide(message.text).c_str(), ToWide(title).c_str(),
+  const ModalScope modal(owner_);
+  return AnswerOf(::MessageBoxW(modal.Window(), ToWide(message.text).c_str(), ToWide(title).c_str(),
                                 FlagsOf(message.buttons) | FlagsOf(message.icon) | defaultButton));
 }
 

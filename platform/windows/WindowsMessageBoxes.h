@@ -2,19 +2,19 @@
 #pragma once
 
 #include "platform/MessageBoxes.h"
-#include "platform/windows/Win32.h"
 
 namespace velkor {
 
+class DialogOwner;
+
 class WindowsMessageBoxes : public MessageBoxes {
  public:
-  /// `owner` is disabled while a message shows; may be null.
-  explicit WindowsMessageBoxes(HWND owner = nullptr) : owner_(owner) {}
+  explicit WindowsMessageBoxes(DialogOwner& owner) : owner_(owner) {}
 
   MessageAnswer Show(const Message& message) override;
 
  private:
-  HWND owner_;
+  DialogOwner& owner_;
 };
 
 }  // namespace velkor

@@ -1,0 +1,73 @@
+// platform/windows/ComObject.h: the part that all objects share which other programs hold.
+#pragma once
+
+#include <atomic>
+#include <tuple>
+#include <utility>
+
+#include "platform/windows/Win32.h"
+// After windows.h.
+#include <ocidl.h>
+#include <wrl/client.h>
+
+namespace velkor {
+
+/// Keeps a reference of an object of the component object model.
+template <typename Interface>
+using ComPtr = Microsoft::WRL::ComPtr<Interface>;
+
+/// Counts its references and answers with the interfaces that it is made of; the first of them is
+/// its identity. Made by `new` with no reference: whoever makes it takes the first one.
+///
+///   class Sink : public ComObject<IDispatch> {...};
+///   ComPtr<Sink> sink(new Sink);
+template <typename... Interfaces>
+class ComObject : public Interfaces... {
+ public:
+  ComObject() = default;
+  ComObject(const ComObject&) = delete;
+  ComObject& operator=(const ComObject&) = delete;
+
+  STDMETHODIMP QueryInterface(REFIID id, void** object) override {
+    if (object == nullptr) return E_POINTER;
+    *object = Find(id);
+    if (*object == nullptr) return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+  STDMETHODIMP_(ULONG) Release() override {
+    const ULONG left = --references_;
+    if (left == 0) {
+      // What an object does while it ends may ask for a reference and give it back.
+      references_ = 1;
+      delete this;
+    }
+    return left;
+  }
+
+ protected:
+  virtual ~ComObject() = default;
+
+  IUnknown* Identity() { return static_cast<First*>(this); }
+
+  /// An interface beside those of the list, as the base of one of them or an event interface; null
+  /// for none. No reference is added.
+  virtual void* FindOther(REFIID /*id*/) { return nullptr; }
+
+ private:
+  using First = std::tuple_element_t<0, std::tuple<Interfaces...>>;
+
+  void* Find(REFIID id) {
+    if (id == __uuidof(IUnknown)) return static_cast<First*>(this);
+    void* found = nullptr;
+    ((found == nullptr && id == __uuidof(Interfaces) ? void(found = static_cast<Interfaces*>(this))
+                                                     : void()),
+     ...);
+    return found != nullptr ? found : FindOther(id);
+  }
+
+  std::atomic<ULONG> references_ = 0;
+};
+
+}  // namespace velkor

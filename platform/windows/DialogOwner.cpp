@@ -1,0 +1,28 @@
+// platform/windows/DialogOwner.cpp: the window to open over, and the count of open dialogs.
+#include "platform/windows/DialogOwner.h"
+
+namespace velkor {
+
+HWND DialogOwner::Get() const {
+  const HWND active = ::GetActiveWindow();
+  if (active != nullptr && ::IsWindowEnabled(active) && ::IsWindowVisible(active)) return active;
+  return window_ != nullptr && ::IsWindow(window_) ? ::GetAncestor(window_, GA_ROOT) : nullptr;
+}
+
+BusyScope::BusyScope(DialogOwner& owner) : owner_(owner) {
+  if (owner_.depth_++ == 0 && owner_.onBusy) owner_.onBusy(true);
+}
+
+BusyScope::~BusyScope() {
+  if (--owner_.depth_ == 0 && owner_.onBusy) owner_.onBusy(false);
+}
+
+ModalScope::ModalScope(DialogOwner& owner) : busy_(owner), owner_(owner), window_(owner.Get()) {
+  if (owner_.onModal) owner_.onModal(true);
+}
+
+ModalScope::~ModalScope() {
+  if (owner_.onModal) owner_.onModal(false);
+}
+
+}  // namespace velkor
