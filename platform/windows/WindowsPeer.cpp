@@ -130,7 +130,7 @@ WindowsPeer::WindowsPeer(Element& element, HWND parent, Placement placement,
 }
 
 WindowsPeer::~WindowsPeer() {
-  element_.Attach(nullptr);
+  if (element_.Peer() == this) element_.Attach(nullptr);
   if (window_ == nullptr) return;
   ::RemoveWindowSubclass(window_, Subclass, SubclassId);
   if (toolTip_ != nullptr) ::DestroyWindow(toolTip_);
