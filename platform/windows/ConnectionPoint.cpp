@@ -58,8 +58,8 @@ void GivePoint(const ComPtr<IConnectionPoint>& kept, IConnectionPoint*& given) {
 }
 
 using Connections = Enumeration<IEnumConnections, CONNECTDATA, KeptConnection, GiveConnection>;
-using Points = Enumeration<IEnumConnectionPoints, IConnectionPoint*, ComPtr<IConnectionPoint>,
-                           GivePoint>;
+using Points =
+    Enumeration<IEnumConnectionPoints, IConnectionPoint*, ComPtr<IConnectionPoint>, GivePoint>;
 
 }  // namespace
 
@@ -143,7 +143,9 @@ HRESULT FindConnectionPoint(std::initializer_list<ConnectionPoint*> points, REFI
 HRESULT EnumerateConnectionPoints(std::initializer_list<ConnectionPoint*> points,
                                   IEnumConnectionPoints** enumeration) {
   if (enumeration == nullptr) return E_POINTER;
-  *enumeration = ComPtr<IEnumConnectionPoints>(new Points({points.begin(), points.end()})).Detach();
+  std::vector<ComPtr<IConnectionPoint>> kept;
+  for (ConnectionPoint* point : points) kept.emplace_back(point);
+  *enumeration = ComPtr<IEnumConnectionPoints>(new Points(std::move(kept))).Detach();
   return S_OK;
 }
 
