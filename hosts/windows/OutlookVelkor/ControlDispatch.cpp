@@ -17,8 +17,8 @@ STDMETHODIMP YearPlanControl::GetTypeInfo(UINT index, LCID /*locale*/, ITypeInfo
   return typeInfo_.CopyTo(info);
 }
 
-STDMETHODIMP YearPlanControl::GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count,
-                                            LCID /*locale*/, DISPID* members) {
+STDMETHODIMP YearPlanControl::GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID /*locale*/,
+                                            DISPID* members) {
   if (id != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
   return ::DispGetIDsOfNames(typeInfo_.Get(), names, count, members);
 }

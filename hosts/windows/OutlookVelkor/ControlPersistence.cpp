@@ -1,7 +1,7 @@
 // hosts/windows/OutlookVelkor/ControlPersistence.cpp: properties from and to the container.
-#include "hosts/windows/OutlookVelkor/ComCall.h"
 #include "hosts/windows/OutlookVelkor/PropertyBags.h"
 #include "hosts/windows/OutlookVelkor/YearPlanControl.h"
+#include "platform/windows/ComError.h"
 
 namespace velkor {
 
@@ -17,7 +17,7 @@ STDMETHODIMP YearPlanControl::InitNew() {
 }
 
 HRESULT YearPlanControl::ReadFrom(PropertyBag& bag) {
-  const HRESULT result = ComCall(__uuidof(IPersistPropertyBag), [&] {
+  const HRESULT result = Answer([&] {
     plan_.ReadProperties(bag);
     dirty_ = false;
   });
@@ -33,7 +33,7 @@ STDMETHODIMP YearPlanControl::Load(IPropertyBag* bag, IErrorLog* log) {
 
 STDMETHODIMP YearPlanControl::Save(IPropertyBag* bag, BOOL clearDirty, BOOL keepAll) {
   if (bag == nullptr) return E_POINTER;
-  return ComCall(__uuidof(IPersistPropertyBag), [&] {
+  return Answer([&] {
     ComPropertyBag properties(*bag, nullptr, keepAll != FALSE);
     plan_.WriteProperties(properties);
     if (clearDirty) dirty_ = false;
@@ -47,14 +47,13 @@ STDMETHODIMP YearPlanControl::IsDirty() {
 STDMETHODIMP YearPlanControl::Load(IStream* stream) {
   if (stream == nullptr) return E_POINTER;
   MemoryBag properties;
-  const HRESULT result =
-      ComCall(__uuidof(IPersistStreamInit), [&] { properties.Load(*stream); });
+  const HRESULT result = Answer([&] { properties.Load(*stream); });
   return FAILED(result) ? result : ReadFrom(properties);
 }
 
 STDMETHODIMP YearPlanControl::Save(IStream* stream, BOOL clearDirty) {
   if (stream == nullptr) return E_POINTER;
-  return ComCall(__uuidof(IPersistStreamInit), [&] {
+  return Answer([&] {
     MemoryBag properties;
     plan_.WriteProperties(properties);
     properties.Save(*stream);

@@ -13,8 +13,7 @@ namespace {
 /// Where the product's own pages lie: in the folder docs beside the library.
 std::string PagesFolder() {
   std::wstring path(32768, L'\0');
-  path.resize(
-      ::GetModuleFileNameW(ThisModule(), path.data(), static_cast<DWORD>(path.size())));
+  path.resize(::GetModuleFileNameW(ThisModule(), path.data(), static_cast<DWORD>(path.size())));
   const std::size_t end = path.find_last_of(L'\\');
   return ToUtf8(path.substr(0, end == path.npos ? 0 : end + 1)) + "docs";
 }
@@ -33,8 +32,8 @@ ControlSeams::ControlSeams(DialogOwner& owner, std::function<void(const Error&)>
       outlook_(owner) {}
 
 Platform ControlSeams::All() {
-  return {cacheUtilities_, clock_,      dialogs_,  environment_, files_,    forms_,
-          inputs_,         locale_,     messages_, outlook_,     printer_,  progress_,
+  return {cacheUtilities_, clock_,      dialogs_,  environment_, files_,   forms_,
+          inputs_,         locale_,     messages_, outlook_,     printer_, progress_,
           registry_,       scrollBars_, settings_, shell_};
 }
 

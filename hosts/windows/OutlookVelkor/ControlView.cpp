@@ -1,7 +1,7 @@
 // hosts/windows/OutlookVelkor/ControlView.cpp: the control drawn where the container wants it.
-#include "hosts/windows/OutlookVelkor/ComCall.h"
 #include "hosts/windows/OutlookVelkor/ControlPicture.h"
 #include "hosts/windows/OutlookVelkor/YearPlanControl.h"
+#include "platform/windows/ComError.h"
 
 namespace velkor {
 namespace {
@@ -17,7 +17,7 @@ STDMETHODIMP YearPlanControl::Draw(DWORD aspect, LONG /*index*/, void* /*aspectI
                                    ULONG_PTR /*token*/) {
   if (dc == nullptr || bounds == nullptr) return E_INVALIDARG;
   if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
-  return ComCall(__uuidof(IViewObject), [&] {
+  return Answer([&] {
     Extent size{extent_.cx * TwipsPerHimetric, extent_.cy * TwipsPerHimetric};
     RECT area{};
     const HWND window = window_ ? window_->Window() : nullptr;

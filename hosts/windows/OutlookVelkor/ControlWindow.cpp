@@ -161,8 +161,7 @@ void ControlWindow::Move(const RECT& place) {
 
 bool ControlWindow::HasFocus() const {
   const HWND focus = ::GetFocus();
-  return window_ != nullptr && focus != nullptr &&
-         (focus == window_ || ::IsChild(window_, focus));
+  return window_ != nullptr && focus != nullptr && (focus == window_ || ::IsChild(window_, focus));
 }
 
 void ControlWindow::Focus() {
@@ -172,8 +171,8 @@ void ControlWindow::Focus() {
 
 bool ControlWindow::TranslateKey(MSG& message) {
   if (window_ == nullptr || !::IsChild(window_, message.hwnd)) return false;
-  const LRESULT wanted =
-      ::SendMessageW(message.hwnd, WM_GETDLGCODE, message.wParam, reinterpret_cast<LPARAM>(&message));
+  const LRESULT wanted = ::SendMessageW(message.hwnd, WM_GETDLGCODE, message.wParam,
+                                        reinterpret_cast<LPARAM>(&message));
   const bool isTab = message.wParam == VK_TAB;
   if (!isTab && (wanted & (DLGC_WANTALLKEYS | DLGC_WANTARROWS | DLGC_WANTMESSAGE)) != 0 &&
       message.message == WM_KEYDOWN) {

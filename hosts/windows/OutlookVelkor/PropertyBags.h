@@ -1,4 +1,5 @@
-// hosts/windows/OutlookVelkor/PropertyBags.h: the containers' ways to keep the control's properties.
+// hosts/windows/OutlookVelkor/PropertyBags.h: the containers' ways to keep the control's
+// properties.
 #pragma once
 
 #include <map>

@@ -2,18 +2,15 @@
 // properties and methods, and what it tells its container.
 #include "hosts/windows/OutlookVelkor/YearPlanControl.h"
 
+#include "platform/windows/ComError.h"
+
 #include <utility>
 
-#include "hosts/windows/OutlookVelkor/ComCall.h"
 #include "platform/windows/Variant.h"
 #include "support/values/Error.h"
-// After windows.h.
-#include <commctrl.h>
-
 namespace velkor {
 namespace {
 
-constexpr UINT_PTR KeeperId = 1;
 constexpr UINT MessagesFlowAgain = WM_APP;
 /// Of the dispatch interface of the events.
 constexpr DISPID StatusChangeEvent = 1;
@@ -39,9 +36,11 @@ YearPlanControl::YearPlanControl(ComPtr<ITypeInfo> typeInfo)
       events_(new ConnectionPoint(*this, DIID__YearPlanEvents)),
       propertyEvents_(new ConnectionPoint(*this, __uuidof(IPropertyNotifySink))),
       extent_(FirstExtent),
+      keeper_([this](UINT message, WPARAM) {
+        if (message == MessagesFlowAgain) SettleAfterBusy();
+      }),
       seams_(owner_, [this](const Error& error) { TellError(error); }),
       plan_(seams_.All(), *this) {
-  MakeKeeper();
   owner_.onBusy = [this](bool busy) { KeepWhileBusy(busy); };
   owner_.onModal = [this](bool open) {
     if (frame_) frame_->EnableModeless(!open);
@@ -53,39 +52,24 @@ YearPlanControl::~YearPlanControl() {
   owner_.onModal = nullptr;
   events_->Detach();
   propertyEvents_->Detach();
-  if (keeper_ != nullptr) ::DestroyWindow(keeper_);
 }
 
 void* YearPlanControl::FindOther(REFIID id) {
   if (id == __uuidof(IDispatch)) return static_cast<IDispatch*>(this);
   if (id == __uuidof(IProvideClassInfo)) return static_cast<IProvideClassInfo*>(this);
-  if (id == __uuidof(IPersist)) return static_cast<IPersist*>(static_cast<IPersistStreamInit*>(this));
-  if (id == __uuidof(IOleWindow)) return static_cast<IOleWindow*>(static_cast<IOleInPlaceObject*>(this));
+  if (id == __uuidof(IPersist))
+    return static_cast<IPersist*>(static_cast<IPersistStreamInit*>(this));
+  if (id == __uuidof(IOleWindow))
+    return static_cast<IOleWindow*>(static_cast<IOleInPlaceObject*>(this));
   if (id == __uuidof(IViewObject)) return static_cast<IViewObject*>(this);
   return nullptr;
-}
-
-void YearPlanControl::MakeKeeper() {
-  keeper_ = ::CreateWindowExW(0, PaintedWindowClass(), L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
-                              ThisModule(), nullptr);
-  ::SetWindowSubclass(keeper_, Keeper, KeeperId, reinterpret_cast<DWORD_PTR>(this));
-}
-
-LRESULT CALLBACK YearPlanControl::Keeper(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                         UINT_PTR /*id*/, DWORD_PTR self) {
-  if (message == WM_NCDESTROY) ::RemoveWindowSubclass(window, Keeper, KeeperId);
-  if (message == MessagesFlowAgain) {
-    reinterpret_cast<YearPlanControl*>(self)->SettleAfterBusy();
-    return 0;
-  }
-  return ::DefSubclassProc(window, message, wParam, lParam);
 }
 
 /// Callers of a busy part are still at work when it ends: only the next message from the outermost
 /// loop finds none of them.
 void YearPlanControl::KeepWhileBusy(bool busy) {
   if (!busy) {
-    ::PostMessageW(keeper_, MessagesFlowAgain, 0, 0);
+    ::PostMessageW(keeper_.Get(), MessagesFlowAgain, 0, 0);
   } else if (!kept_) {
     kept_ = true;
     AddRef();
@@ -104,8 +88,9 @@ bool YearPlanControl::IsDesignMode() const {
   if (!site_ || FAILED(site_.As(&ambient))) return false;
   Variant value;
   DISPPARAMS none{};
-  const HRESULT result = ambient->Invoke(DISPID_AMBIENT_USERMODE, IID_NULL, LOCALE_USER_DEFAULT,
-                                         DISPATCH_PROPERTYGET, &none, value.Out(), nullptr, nullptr);
+  const HRESULT result =
+      ambient->Invoke(DISPID_AMBIENT_USERMODE, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET,
+                      &none, value.Out(), nullptr, nullptr);
   // A container that says nothing runs the control.
   return SUCCEEDED(result) && value.Get().vt == VT_BOOL && value.Get().boolVal == VARIANT_FALSE;
 }
@@ -150,7 +135,7 @@ void YearPlanControl::TellError(const Error& error) {
   descriptionByReference.pbstrVal = &description;
   VARIANT scode{};
   scode.vt = VT_ERROR;
-  scode.scode = ResultOf(error);
+  scode.scode = ToResult(error);
   VARIANT cancel{};
   cancel.vt = VT_BYREF | VT_BOOL;
   cancel.pboolVal = &cancelDisplay;
@@ -168,7 +153,7 @@ STDMETHODIMP YearPlanControl::get_Folder(BSTR* value) {
 }
 
 STDMETHODIMP YearPlanControl::put_Folder(BSTR value) {
-  return ComCall(IID_IYearPlan, [&] { plan_.SetFolder(ToUtf8(value)); });
+  return Answer([&] { plan_.SetFolder(ToUtf8(value)); });
 }
 
 STDMETHODIMP YearPlanControl::get_AllEvents(VARIANT_BOOL* value) {
@@ -176,7 +161,7 @@ STDMETHODIMP YearPlanControl::get_AllEvents(VARIANT_BOOL* value) {
 }
 
 STDMETHODIMP YearPlanControl::put_AllEvents(VARIANT_BOOL value) {
-  return ComCall(IID_IYearPlan, [&] { plan_.SetAllEvents(value != VARIANT_FALSE); });
+  return Answer([&] { plan_.SetAllEvents(value != VARIANT_FALSE); });
 }
 
 STDMETHODIMP YearPlanControl::get_HideNonCategoryItems(VARIANT_BOOL* value) {
@@ -184,7 +169,7 @@ STDMETHODIMP YearPlanControl::get_HideNonCategoryItems(VARIANT_BOOL* value) {
 }
 
 STDMETHODIMP YearPlanControl::put_HideNonCategoryItems(VARIANT_BOOL value) {
-  return ComCall(IID_IYearPlan, [&] { plan_.SetHideNonCategoryItems(value != VARIANT_FALSE); });
+  return Answer([&] { plan_.SetHideNonCategoryItems(value != VARIANT_FALSE); });
 }
 
 STDMETHODIMP YearPlanControl::get_DisplaySubject(VARIANT_BOOL* value) {
@@ -192,7 +177,7 @@ STDMETHODIMP YearPlanControl::get_DisplaySubject(VARIANT_BOOL* value) {
 }
 
 STDMETHODIMP YearPlanControl::put_DisplaySubject(VARIANT_BOOL value) {
-  return ComCall(IID_IYearPlan, [&] { plan_.SetDisplaySubject(value != VARIANT_FALSE); });
+  return Answer([&] { plan_.SetDisplaySubject(value != VARIANT_FALSE); });
 }
 
 STDMETHODIMP YearPlanControl::get_TitleName(BSTR* value) {
@@ -200,7 +185,7 @@ STDMETHODIMP YearPlanControl::get_TitleName(BSTR* value) {
 }
 
 STDMETHODIMP YearPlanControl::put_TitleName(BSTR value) {
-  return ComCall(IID_IYearPlan, [&] { plan_.SetTitleName(ToUtf8(value)); });
+  return Answer([&] { plan_.SetTitleName(ToUtf8(value)); });
 }
 
 STDMETHODIMP YearPlanControl::get_AppointmentForm(BSTR* value) {
@@ -208,24 +193,25 @@ STDMETHODIMP YearPlanControl::get_AppointmentForm(BSTR* value) {
 }
 
 STDMETHODIMP YearPlanControl::put_AppointmentForm(BSTR value) {
-  return ComCall(IID_IYearPlan, [&] { plan_.SetAppointmentForm(ToUtf8(value)); });
+  return Answer([&] { plan_.SetAppointmentForm(ToUtf8(value)); });
 }
 
 STDMETHODIMP YearPlanControl::CatDelete(BSTR name) {
-  return ComCall(IID_IYearPlan, [&] { plan_.CatDelete(ToUtf8(name)); });
+  return Answer([&] { plan_.CatDelete(ToUtf8(name)); });
 }
 
 STDMETHODIMP YearPlanControl::CatColour(BSTR name) {
-  return ComCall(IID_IYearPlan, [&] { plan_.CatColour(ToUtf8(name)); });
+  return Answer([&] { plan_.CatColour(ToUtf8(name)); });
 }
 
 /// An array of variants, which is what script languages index.
 STDMETHODIMP YearPlanControl::GetStringList(VARIANT* names) {
   if (names == nullptr) return E_POINTER;
   ::VariantInit(names);
-  return ComCall(IID_IYearPlan, [&] {
+  return Answer([&] {
     const std::vector<std::string> list = plan_.GetStringList();
-    SAFEARRAY* const array = ::SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(list.size()));
+    SAFEARRAY* const array =
+        ::SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(list.size()));
     if (array == nullptr) throw std::bad_alloc();
     for (LONG i = 0; i < static_cast<LONG>(list.size()); ++i) {
       Variant name(list[static_cast<std::size_t>(i)]);
@@ -237,7 +223,7 @@ STDMETHODIMP YearPlanControl::GetStringList(VARIANT* names) {
 }
 
 STDMETHODIMP YearPlanControl::AboutBox() {
-  return ComCall(IID_IYearPlan, [&] { plan_.Elements().mnuAbout.Click(); });
+  return Answer([&] { plan_.Elements().mnuAbout.Click(); });
 }
 
 }  // namespace velkor

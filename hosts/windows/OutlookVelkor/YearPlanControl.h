@@ -10,10 +10,11 @@
 #include "hosts/windows/OutlookVelkor/ControlWindow.h"
 #include "platform/Host.h"
 #include "platform/windows/ConnectionPoint.h"
+#include "platform/windows/MessageWindow.h"
 // After windows.h.
 #include <objsafe.h>
 
-#include "OutlookVelkor_h.h"
+#include "OutlookVelkor.h"
 
 namespace velkor {
 
@@ -22,12 +23,11 @@ class Error;
 /// One planner in one container, on the thread that made it. Starts up when its properties were
 /// loaded, or, newly placed, when it is activated; in design mode never. A container may let it go
 /// at any moment: while messages are processed in the middle of a call it lives on.
-class YearPlanControl
-    : public ComObject<IYearPlan, IProvideClassInfo2, IConnectionPointContainer,
-                       IPersistPropertyBag, IPersistStreamInit, IOleObject, IOleInPlaceObject,
-                       IOleInPlaceActiveObject, IOleControl, IViewObject2, IObjectSafety,
-                       ISupportErrorInfo>,
-      private ControlHost {
+class YearPlanControl : public ComObject<IYearPlan, IProvideClassInfo2, IConnectionPointContainer,
+                                         IPersistPropertyBag, IPersistStreamInit, IOleObject,
+                                         IOleInPlaceObject, IOleInPlaceActiveObject, IOleControl,
+                                         IViewObject2, IObjectSafety, ISupportErrorInfo>,
+                        private ControlHost {
  public:
   /// @param typeInfo  of IYearPlan
   explicit YearPlanControl(ComPtr<ITypeInfo> typeInfo);
@@ -148,9 +148,6 @@ class YearPlanControl
   void UiActivate();
   HRESULT ReadFrom(PropertyBag& bag);
   void KeepWhileBusy(bool busy);
-  void MakeKeeper();
-  static LRESULT CALLBACK Keeper(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                 UINT_PTR id, DWORD_PTR self);
   void SettleAfterBusy();
   void TellView();
 
@@ -172,7 +169,7 @@ class YearPlanControl
   int frozen_ = 0;
   /// A reference to itself, from the beginning of a busy time until messages flow again.
   bool kept_ = false;
-  HWND keeper_ = nullptr;
+  MessageWindow keeper_;
   ControlSeams seams_;
   YearPlan plan_;
   std::vector<std::unique_ptr<ElementPeer>> timers_;
