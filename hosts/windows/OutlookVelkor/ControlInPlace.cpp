@@ -8,6 +8,10 @@ namespace {
 
 constexpr int HimetricPerInch = 2540;
 constexpr int TwipsPerInch = 1440;
+/// Values of KEYMODIFIERS (ocidl.idl), which the cross compiler's headers lack.
+constexpr DWORD ShiftKey = 1;
+constexpr DWORD ControlKey = 2;
+constexpr DWORD AltKey = 4;
 
 SIZEL ToHimetric(const RECT& place) {
   const PixelSize pixel = ScreenPixel();
@@ -139,9 +143,9 @@ STDMETHODIMP YearPlanControl::TranslateAccelerator(LPMSG message) {
   ComPtr<IOleControlSite> site;
   if (!site_ || FAILED(site_.As(&site))) return S_FALSE;
   DWORD modifiers = 0;
-  if (::GetKeyState(VK_SHIFT) < 0) modifiers |= KEYMOD_SHIFT;
-  if (::GetKeyState(VK_CONTROL) < 0) modifiers |= KEYMOD_CONTROL;
-  if (::GetKeyState(VK_MENU) < 0) modifiers |= KEYMOD_ALT;
+  if (::GetKeyState(VK_SHIFT) < 0) modifiers |= ShiftKey;
+  if (::GetKeyState(VK_CONTROL) < 0) modifiers |= ControlKey;
+  if (::GetKeyState(VK_MENU) < 0) modifiers |= AltKey;
   return site->TranslateAccelerator(message, modifiers);
 }
 
