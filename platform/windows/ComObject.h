@@ -8,6 +8,7 @@
 #include "platform/windows/Win32.h"
 // After windows.h.
 #include <ocidl.h>
+#include <olectl.h>
 #include <wrl/client.h>
 
 namespace velkor {
@@ -15,6 +16,10 @@ namespace velkor {
 /// Keeps a reference of an object of the component object model.
 template <typename Interface>
 using ComPtr = Microsoft::WRL::ComPtr<Interface>;
+
+// Interfaces are never destroyed through a pointer of theirs: Release does it.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
 /// Counts its references and answers with the interfaces that it is made of; the first of them is
 /// its identity. Made by `new` with no reference: whoever makes it takes the first one.
@@ -69,5 +74,7 @@ class ComObject : public Interfaces... {
 
   std::atomic<ULONG> references_ = 0;
 };
+
+#pragma GCC diagnostic pop
 
 }  // namespace velkor

@@ -133,7 +133,7 @@ WindowsPeer::WindowsPeer(Element& element, HWND parent, Placement placement,
 }
 
 WindowsPeer::~WindowsPeer() {
-  element_.Attach(nullptr);
+  if (element_.Peer() == this) element_.Attach(nullptr);
   if (window_ == nullptr) return;
   ::RemoveWindowSubclass(window_, Subclass, SubclassId);
   EndToolTip();
