@@ -170,6 +170,11 @@ ComPtr<IDispatch> AutomationProgram::Join(std::string_view programId) {
   return SUCCEEDED(result) ? object : nullptr;
 }
 
+ComPtr<IDispatch> JoinOrCreate(AutomationProgram& program, std::string_view programId) {
+  if (ComPtr<IDispatch> running = program.Join(programId)) return running;
+  return program.Create(programId);
+}
+
 void AutomationObject::Fail(HRESULT result, std::string_view member, std::string_view text) const {
   program_->Fail(result, kind_->Name() + "." + std::string(member), text, kind_->Name());
 }

@@ -60,6 +60,12 @@ class AutomationProgram {
   int depth_ = 0;
 };
 
+/// Makes an object of its program identifier; throws Error when there is none.
+using OpenObject = std::function<ComPtr<IDispatch>(AutomationProgram&, std::string_view programId)>;
+
+/// The running program's object, else a new one.
+ComPtr<IDispatch> JoinOrCreate(AutomationProgram& program, std::string_view programId);
+
 /// The member identifiers of one class of objects, each looked up once. Outlives the objects.
 class AutomationClass {
  public:

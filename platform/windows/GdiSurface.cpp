@@ -44,6 +44,7 @@ GdiSurface::GdiSurface(HDC dc, PixelSize pixel) : dc_(dc), views_(pixel), saved_
 void GdiSurface::Paint(const PixelRect& area, Colour colour) {
   const PixelRect seen = views_.Clipped(area);
   if (seen.Width() <= 0 || seen.Height() <= 0) return;
+  ++drawings_;
   const RECT rect = ToWindows(seen);
   ::SetBkColor(dc_, ToWindows(colour));
   ::ExtTextOutW(dc_, 0, 0, ETO_OPAQUE, &rect, nullptr, 0, nullptr);
@@ -63,6 +64,7 @@ void GdiSurface::Line(Point from, Point to, Colour colour, int pen) {
     Paint(LineBar(ends, pen), colour);
     return;
   }
+  ++drawings_;
   const PenHandle handle(::CreatePen(PS_SOLID, pen, ToWindows(colour)));
   const SavedDc saved(dc_);
   const PixelRect& clip = views_.Clip();
@@ -91,6 +93,7 @@ void GdiSurface::Text(const Rect& rect, std::string_view text, const Font& font,
   const PixelRect pixels = views_.Pixels(rect);
   const PixelRect seen = views_.Clipped(pixels);
   if (text.empty() || seen.Width() <= 0 || seen.Height() <= 0) return;
+  ++drawings_;
   Use(font);
   ::SetTextColor(dc_, ToWindows(colour));
   const bool literal = (flags & text_flags::NoPrefix) != 0;
@@ -106,6 +109,16 @@ void GdiSurface::Text(const Rect& rect, std::string_view text, const Font& font,
   const SavedDc saved(dc_);
   ::IntersectClipRect(dc_, seen.left, seen.top, seen.right, seen.bottom);
   draw();
+}
+
+void GdiSurface::DrawBy(const Rect& rect, const std::function<void(HDC, const PixelRect&)>& draw) {
+  const PixelRect pixels = views_.Pixels(rect);
+  const PixelRect seen = views_.Clipped(pixels);
+  if (seen.Width() <= 0 || seen.Height() <= 0) return;
+  ++drawings_;
+  const SavedDc saved(dc_);
+  ::IntersectClipRect(dc_, seen.left, seen.top, seen.right, seen.bottom);
+  draw(dc_, pixels);
 }
 
 Extent GdiSurface::Measure(std::string_view text, const Font& font) {

@@ -1,6 +1,8 @@
 // platform/windows/GdiSurface.h: a surface over a device context.
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -28,12 +30,19 @@ class GdiSurface : public Surface {
   void EnterView(const Rect& clip, Point origin) override { views_.Enter(clip, origin); }
   void LeaveView() override { views_.Leave(); }
 
+  /// Has someone draw on the device context, clipped to the current view, for whom the pixels of a
+  /// rectangle are worked out; not where nothing of it is seen.
+  void DrawBy(const Rect& rect, const std::function<void(HDC, const PixelRect&)>& draw);
+  /// Counts what was drawn, so that copies know when they are old.
+  std::uint64_t Drawings() const { return drawings_; }
+
  private:
   void Paint(const PixelRect& area, Colour colour);
   void Use(const Font& font);
 
   HDC dc_;
   PixelViews views_;
+  std::uint64_t drawings_ = 0;
   /// Destroyed after `saved_` has taken them out of the device context.
   std::vector<std::pair<Font, FontHandle>> fonts_;
   HFONT font_ = nullptr;

@@ -13,7 +13,7 @@ namespace {
 constexpr UINT_PTR SubclassId = 1;
 
 /// Whether a message comes to a window because of its child, whose handle it carries.
-HWND ChildOf(UINT message, WPARAM wParam, LPARAM lParam) {
+HWND ChildOf(UINT message, LPARAM lParam) {
   switch (message) {
     case WM_COMMAND:
     case WM_HSCROLL:
@@ -26,8 +26,11 @@ HWND ChildOf(UINT message, WPARAM wParam, LPARAM lParam) {
       return reinterpret_cast<HWND>(lParam);
     case WM_NOTIFY:
       return reinterpret_cast<const NMHDR*>(lParam)->hwndFrom;
-    case WM_DRAWITEM:
-      return wParam != 0 ? reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)->hwndItem : nullptr;
+    case WM_DRAWITEM: {
+      // Of a menu it names the menu.
+      const auto& drawn = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+      return drawn.CtlType == ODT_MENU ? nullptr : drawn.hwndItem;
+    }
     default:
       return nullptr;
   }
@@ -110,7 +113,7 @@ FontHandle MakeDialogFont() {
 }
 
 std::optional<LRESULT> ReflectMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  const HWND child = ChildOf(message, wParam, lParam);
+  const HWND child = ChildOf(message, lParam);
   DWORD_PTR peer = 0;
   if (child == nullptr || !::GetWindowSubclass(child, WindowsPeer::Subclass, SubclassId, &peer)) {
     return std::nullopt;
@@ -133,8 +136,18 @@ WindowsPeer::~WindowsPeer() {
   if (element_.Peer() == this) element_.Attach(nullptr);
   if (window_ == nullptr) return;
   ::RemoveWindowSubclass(window_, Subclass, SubclassId);
-  if (toolTip_ != nullptr) ::DestroyWindow(toolTip_);
+  EndToolTip();
   ::DestroyWindow(window_);
+}
+
+/// The top-level window around a tool tip owns it, and may outlive what it tells about.
+void WindowsPeer::EndToolTip() {
+  if (toolTip_ != nullptr && ::IsWindow(toolTip_)) ::DestroyWindow(toolTip_);
+  toolTip_ = nullptr;
+}
+
+void WindowsPeer::RearmToolTip() {
+  if (toolTip_ != nullptr) ::SendMessageW(toolTip_, TTM_POP, 0, 0);
 }
 
 LRESULT CALLBACK WindowsPeer::Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
@@ -143,7 +156,7 @@ LRESULT CALLBACK WindowsPeer::Subclass(HWND window, UINT message, WPARAM wParam,
   if (message == WM_NCDESTROY) {
     ::RemoveWindowSubclass(window, Subclass, SubclassId);
     self.window_ = nullptr;
-    self.toolTip_ = nullptr;
+    self.EndToolTip();
     return ::DefSubclassProc(window, message, wParam, lParam);
   }
   if (message == WM_NOTIFY && self.toolTip_ != nullptr &&
@@ -198,8 +211,7 @@ void WindowsPeer::MirrorShared() {
 void WindowsPeer::MirrorToolTip() {
   if (HasToolTip() == (toolTip_ != nullptr)) return;
   if (toolTip_ != nullptr) {
-    ::DestroyWindow(toolTip_);
-    toolTip_ = nullptr;
+    EndToolTip();
     return;
   }
   toolTip_ = ::CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, L"",

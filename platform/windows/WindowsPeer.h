@@ -69,6 +69,8 @@ class WindowsPeer : public ElementPeer {
   virtual std::string ToolTipText() { return element_.ToolTip(); }
   /// Whether the pointer may bring a tool tip at all.
   virtual bool HasToolTip() const { return !element_.ToolTip().empty(); }
+  /// Takes a tool tip off, so that it is asked for anew when the pointer rests again.
+  void RearmToolTip();
   /// What the window procedure under this one does.
   LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam);
   /// Sets the window's text, unless it has it.
@@ -83,6 +85,7 @@ class WindowsPeer : public ElementPeer {
                                    UINT_PTR id, DWORD_PTR peer);
   void MirrorShared();
   void MirrorToolTip();
+  void EndToolTip();
   void GiveToolTip(LPARAM notice);
 
   Element& element_;
