@@ -14,15 +14,6 @@ namespace {
 
 constexpr DISPID WriteCompleteEvent = 1;
 
-VARIANT Argument(VARTYPE type, long value) {
-  VARIANT argument;
-  ::VariantInit(&argument);
-  argument.vt = type;
-  // Both members begin at the same byte; the lower half is the short one.
-  argument.lVal = value;
-  return argument;
-}
-
 /// Once the client is gone this process ends by itself as soon as it processes messages. A call
 /// into the calendar program that never returns must not keep it.
 void EndWith(KernelHandle client) {
@@ -45,7 +36,8 @@ CacheUtilityObject::CacheUtilityObject(const OpenOutlook& openOutlook)
   Check(library->GetTypeInfoOfGuid(IID_IVelkorCacheUtility, &members_), "Its interface is unknown");
   Check(library->GetTypeInfoOfGuid(CLSID_VelkorCacheUtility, &class_), "Its class is unknown");
   refresher_->onComplete = [events = events_](short synchResult, long synchError) {
-    events->Fire(WriteCompleteEvent, {Argument(VT_I2, synchResult), Argument(VT_I4, synchError)});
+    events->Fire(WriteCompleteEvent, {Variant(std::int16_t{synchResult}).Get(),
+                                      Variant(static_cast<std::int32_t>(synchError)).Get()});
   };
   ::CoAddRefServerProcess();
 }
