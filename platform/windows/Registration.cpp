@@ -78,11 +78,11 @@ void UnregisterTypes(Registration registration, const std::string& module) {
   Check(library->GetLibAttr(&found), "The type library of " + module + " cannot be read");
   const TLIBATTR types = *found;
   library->ReleaseTLibAttr(found);
+  if (!IsThere(registration, "TypeLib\\" + ToText(types.guid))) return;
   const auto unregister =
       registration == Registration::User ? ::UnRegisterTypeLibForUser : ::UnRegisterTypeLib;
   const HRESULT result =
       unregister(types.guid, types.wMajorVerNum, types.wMinorVerNum, types.lcid, types.syskind);
-  if (result == TYPE_E_REGISTRYACCESS || result == HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND)) return;
   Check(result, "The type library of " + module + " cannot be unregistered");
 }
 

@@ -45,7 +45,8 @@ void Tell(std::string_view text, DWORD stream = STD_OUTPUT_HANDLE) {
 std::string Option() {
   int count = 0;
   const auto arguments = ::CommandLineToArgvW(::GetCommandLineW(), &count);
-  std::string option = arguments != nullptr && count == 2 ? ToUtf8(arguments[1]) : std::string();
+  std::string option =
+      arguments != nullptr && count == 2 ? ToUtf8(std::wstring_view(arguments[1])) : std::string();
   ::LocalFree(arguments);
   if (option.empty() || (option[0] != '/' && option[0] != '-')) return {};
   option.erase(0, 1);
