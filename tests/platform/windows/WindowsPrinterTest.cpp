@@ -5,9 +5,9 @@
 
 #include "platform/windows/DialogOwner.h"
 #include "platform/windows/WindowsFiles.h"
+#include "platform/windows/WindowsPages.h"
 #include "platform/windows/WindowsSystem.h"
 #include "print/PrintDocument.h"
-#include "platform/windows/WindowsPages.h"
 #include "tests/platform/windows/DriveDialog.h"
 #include "tests/platform/windows/TestPrinter.h"
 #include "tests/support/ErrorOf.h"
@@ -30,20 +30,23 @@ TEST(WindowsPrinter, Probe) {
     const DriveDialog drive([] {
       const HWND d = WaitForWindow({});
       printf("title %ls\n", TitleOf(d).c_str());
-      ::EnumChildWindows(d, [](HWND w, LPARAM) -> BOOL {
-        wchar_t c[100], t[100];
-        ::GetClassNameW(w, c, 100);
-        ::GetWindowTextW(w, t, 100);
-        printf("%d %ls '%ls' en%d\n", ::GetDlgCtrlID(w), c, t, ::IsWindowEnabled(w));
-        return TRUE;
-      }, 0);
+      ::EnumChildWindows(
+          d,
+          [](HWND w, LPARAM) -> BOOL {
+            wchar_t c[100], t[100];
+            ::GetClassNameW(w, c, 100);
+            ::GetWindowTextW(w, t, 100);
+            printf("%d %ls '%ls' en%d\n", ::GetDlgCtrlID(w), c, t, ::IsWindowEnabled(w));
+            return TRUE;
+          },
+          0);
       fflush(stdout);
       Answer(d, IDOK);
     });
     printf("%d\n", printer.ShowDialog(s));
   }
-  printf("%s|%s|%s o%d c%d p%d d%d\n", s.device.c_str(), s.driver.c_str(),
-           s.port.c_str(), s.orientation, s.copies, s.paperSize, s.duplex);
+  printf("%s|%s|%s o%d c%d p%d d%d\n", s.device.c_str(), s.driver.c_str(), s.port.c_str(),
+         s.orientation, s.copies, s.paperSize, s.duplex);
 }
 
 TEST(WindowsPrinter, ProbePicture) {
@@ -66,10 +69,13 @@ TEST(WindowsPrinter, ProbePicture) {
   picture->CopyTo(surface, {300, 300, 300 + 8129, 300 + 11200});
   FILE* f = fopen("Z:\\tmp\\wt\\printer\\build\\pic.ppm", "wb");
   fprintf(f, "P6 600 800 255\n");
-  for (int y = 0; y < 800; ++y) for (int x = 0; x < 600; ++x) {
-    auto c = shown.At(x, y);
-    fputc(c.Red(), f); fputc(c.Green(), f); fputc(c.Blue(), f);
-  }
+  for (int y = 0; y < 800; ++y)
+    for (int x = 0; x < 600; ++x) {
+      auto c = shown.At(x, y);
+      fputc(c.Red(), f);
+      fputc(c.Green(), f);
+      fputc(c.Blue(), f);
+    }
   fclose(f);
 }
 
