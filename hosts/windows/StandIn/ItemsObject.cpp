@@ -39,10 +39,12 @@ ItemsObject::ItemsObject(StandInSession& session, std::unique_ptr<OutlookItems> 
                          bool includeRecurrences)
     : ServedObject(session, Tables::Items),
       items_(std::move(items)),
-      includeRecurrences_(includeRecurrences) {}
+      includeRecurrences_(includeRecurrences),
+      events_(new ConnectionPoint(*this, ItemsEvents)) {}
 
 ItemsObject::~ItemsObject() {
   items_->Connect(nullptr);
+  events_->Detach();
 }
 
 std::vector<std::unique_ptr<OutlookItem>> ItemsObject::All() {
@@ -122,70 +124,30 @@ Variant ItemsObject::Add(const Call& call) {
 }
 
 STDMETHODIMP ItemsObject::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
-  if (point == nullptr) return E_POINTER;
-  *point = nullptr;
-  if (id != ItemsEvents) return CONNECT_E_NOCONNECTION;
-  return QueryInterface(IID_PPV_ARGS(point));
-}
-
-STDMETHODIMP ItemsObject::GetConnectionInterface(IID* id) {
-  *id = ItemsEvents;
-  return S_OK;
-}
-
-STDMETHODIMP ItemsObject::GetConnectionPointContainer(IConnectionPointContainer** container) {
-  return QueryInterface(IID_PPV_ARGS(container));
-}
-
-STDMETHODIMP ItemsObject::Advise(IUnknown* sink, DWORD* cookie) {
-  if (sink == nullptr || cookie == nullptr) return E_POINTER;
-  ComPtr<IDispatch> events;
-  // Its own interface first; another process may not be able to carry it.
-  if (FAILED(sink->QueryInterface(ItemsEvents, reinterpret_cast<void**>(events.GetAddressOf()))) &&
-      FAILED(sink->QueryInterface(IID_PPV_ARGS(&events)))) {
-    return CONNECT_E_CANNOTCONNECT;
-  }
-  if (sinks_.empty()) items_->Connect(this);
-  *cookie = nextCookie_++;
-  sinks_[*cookie] = std::move(events);
-  return S_OK;
-}
-
-STDMETHODIMP ItemsObject::Unadvise(DWORD cookie) {
-  if (sinks_.erase(cookie) == 0) return CONNECT_E_NOCONNECTION;
-  if (sinks_.empty()) items_->Connect(nullptr);
-  return S_OK;
+  const HRESULT result = velkor::FindConnectionPoint({events_.Get()}, id, point);
+  if (SUCCEEDED(result)) items_->Connect(this);
+  return result;
 }
 
 void ItemsObject::ItemAdd(OutlookItem& item) {
-  Raise(ItemAddEvent, &item);
+  Fire(ItemAddEvent, item);
 }
 
 void ItemsObject::ItemChange(OutlookItem& item) {
-  Raise(ItemChangeEvent, &item);
+  Fire(ItemChangeEvent, item);
 }
 
 void ItemsObject::ItemRemove() {
-  Raise(ItemRemoveEvent, nullptr);
+  const ComPtr<ConnectionPoint> events = events_;
+  events->Fire(ItemRemoveEvent, {});
 }
 
-void ItemsObject::Raise(DISPID event, OutlookItem* item) {
-  const ComPtr<IConnectionPoint> self(this);
-  Variant argument;
-  if (item != nullptr) {
-    argument = ToObject(Shared(),
-                        Shared().space->GetItemFromID(item->EntryID(), Shared().store.StoreID()));
-  }
-  DISPPARAMS arguments = {argument.Out(), nullptr, item != nullptr ? 1U : 0U, 0};
-  // A sink may connect and disconnect meanwhile.
-  for (const auto& [cookie, sink] : std::map(sinks_)) {
-    const HRESULT result = sink->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD,
-                                        &arguments, nullptr, nullptr, nullptr);
-    const bool isGone = result == RPC_E_DISCONNECTED || result == CO_E_OBJNOTCONNECTED ||
-                        result == HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE) ||
-                        result == RPC_E_SERVER_DIED || result == RPC_E_SERVER_DIED_DNE;
-    if (isGone) Unadvise(cookie);
-  }
+void ItemsObject::Fire(DISPID event, OutlookItem& item) {
+  // A listener may let this object go.
+  const ComPtr<ConnectionPoint> events = events_;
+  const Variant argument =
+      ToObject(Shared(), Shared().space->GetItemFromID(item.EntryID(), Shared().store.StoreID()));
+  events->Fire(event, {argument.Get()});
 }
 
 }  // namespace velkor

@@ -3,29 +3,25 @@
 #pragma once
 
 #include <cstddef>
-#include <map>
 #include <memory>
 #include <vector>
 
 #include "hosts/windows/StandIn/NamedMembers.h"
+#include "platform/windows/ConnectionPoint.h"
 
 namespace velkor {
 
 /// Connects sinks of the items' events, which are raised for as long as a client holds the object.
-class ItemsObject : public ServedObject<IConnectionPointContainer, IConnectionPoint>,
-                    private OutlookItemEvents {
+class ItemsObject : public ServedObject<IConnectionPointContainer>, private OutlookItemEvents {
  public:
   ItemsObject(StandInSession& session, std::unique_ptr<OutlookItems> items,
               bool includeRecurrences = false);
   ~ItemsObject() override;
 
-  STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints**) override { return E_NOTIMPL; }
+  STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints** points) override {
+    return EnumerateConnectionPoints({events_.Get()}, points);
+  }
   STDMETHODIMP FindConnectionPoint(REFIID id, IConnectionPoint** point) override;
-  STDMETHODIMP GetConnectionInterface(IID* id) override;
-  STDMETHODIMP GetConnectionPointContainer(IConnectionPointContainer** container) override;
-  STDMETHODIMP Advise(IUnknown* sink, DWORD* cookie) override;
-  STDMETHODIMP Unadvise(DWORD cookie) override;
-  STDMETHODIMP EnumConnections(IEnumConnections**) override { return E_NOTIMPL; }
 
  private:
   struct Tables;
@@ -46,12 +42,11 @@ class ItemsObject : public ServedObject<IConnectionPointContainer, IConnectionPo
   void ItemAdd(OutlookItem& item) override;
   void ItemChange(OutlookItem& item) override;
   void ItemRemove() override;
-  void Raise(DISPID event, OutlookItem* item);
+  void Fire(DISPID event, OutlookItem& item);
 
   std::unique_ptr<OutlookItems> items_;
   bool includeRecurrences_;
-  std::map<DWORD, ComPtr<IDispatch>> sinks_;
-  DWORD nextCookie_ = 1;
+  ComPtr<ConnectionPoint> events_;
 };
 
 }  // namespace velkor

@@ -3,19 +3,13 @@
 
 #include <algorithm>
 
-#include "support/values/Error.h"
+#include "platform/windows/ComError.h"
 #include "support/values/Text.h"
 
 namespace velkor {
 namespace {
 
 constexpr long ArgumentNotOptional = 449;
-
-/// Numbers of the product's own become those that automation languages know them by.
-HRESULT CodeOf(long number) {
-  return number < 0 ? static_cast<HRESULT>(number)
-                    : MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, number);
-}
 
 HRESULT Raise(EXCEPINFO* exception, HRESULT code, const std::string& source,
               const std::string& text) {
@@ -89,7 +83,7 @@ HRESULT NamedMembers::Answer(DISPID id, WORD flags, const DISPPARAMS* arguments,
     if (result != nullptr) answer.MoveTo(result);
     return S_OK;
   } catch (const Error& error) {
-    return Raise(exception, CodeOf(error.Number()), kind_.name, error.Description());
+    return Raise(exception, ToResult(error), kind_.name, error.Description());
   } catch (const std::exception& error) {
     return Raise(exception, E_FAIL, kind_.name, error.what());
   }

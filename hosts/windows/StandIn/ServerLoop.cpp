@@ -9,48 +9,22 @@
 namespace velkor {
 namespace {
 
-constexpr UINT RunTaskMessage = WM_APP;
 constexpr UINT LookEvery = 250;
 constexpr ULONGLONG Linger = 1000;
 constexpr ULONGLONG IdleLimit = 3 * 60 * 1000;
-constexpr wchar_t WindowClass[] = L"StandInCalendarLoop";
 
 }  // namespace
 
-ServerLoop::ServerLoop() {
-  WNDCLASSW kind = {};
-  kind.lpfnWndProc = Handle;
-  kind.hInstance = ::GetModuleHandleW(nullptr);
-  kind.lpszClassName = WindowClass;
-  ::RegisterClassW(&kind);
-  window_ = ::CreateWindowExW(0, WindowClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
-                              kind.hInstance, nullptr);
-  ::SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-  ::SetTimer(window_, 1, LookEvery, nullptr);
+ServerLoop::ServerLoop()
+    : window_([this](UINT message, WPARAM) { message == WM_TIMER ? Look() : RunTask(); }) {
+  ::SetTimer(window_.Get(), 1, LookEvery, nullptr);
   // Its own hold, given back when it decides to end: then no new client is let in.
   ::CoAddRefServerProcess();
 }
 
-ServerLoop::~ServerLoop() {
-  ::DestroyWindow(window_);
-}
-
-LRESULT CALLBACK ServerLoop::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  auto* loop = reinterpret_cast<ServerLoop*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
-  if (loop != nullptr && message == RunTaskMessage) {
-    loop->RunTask();
-    return 0;
-  }
-  if (loop != nullptr && message == WM_TIMER) {
-    loop->Look();
-    return 0;
-  }
-  return ::DefWindowProcW(window, message, wParam, lParam);
-}
-
 void ServerLoop::Post(std::function<void()> task) {
   tasks_.push_back(std::move(task));
-  ::PostMessageW(window_, RunTaskMessage, 0, 0);
+  ::PostMessageW(window_.Get(), WM_APP, 0, 0);
 }
 
 void ServerLoop::RunTask() {

@@ -5,7 +5,7 @@
 #include <deque>
 #include <functional>
 
-#include "platform/windows/Win32.h"
+#include "platform/windows/MessageWindow.h"
 
 namespace velkor {
 
@@ -14,7 +14,6 @@ namespace velkor {
 class ServerLoop {
  public:
   ServerLoop();
-  ~ServerLoop();
   ServerLoop(const ServerLoop&) = delete;
   ServerLoop& operator=(const ServerLoop&) = delete;
 
@@ -29,17 +28,16 @@ class ServerLoop {
   bool Step();
 
  private:
-  static LRESULT CALLBACK Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   void RunTask();
   void Look();
 
-  HWND window_;
   std::deque<std::function<void()>> tasks_;
   int clients_ = 0;
   bool used_ = false;
   bool ended_ = false;
   ULONGLONG lastCall_ = ::GetTickCount64();
   ULONGLONG lastClient_ = 0;
+  MessageWindow window_;
 };
 
 }  // namespace velkor

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -53,6 +54,19 @@ CalendarItem Varied(int year, int number) {
 
 }  // namespace
 
+template <auto Function>
+Variant TestingObject::Tell(const Call& call) {
+  CallWatch& watch = Shared().watch;
+  if constexpr (std::is_invocable_v<decltype(Function), CallWatch&, std::int32_t>) {
+    (watch.*Function)(call[0].ToInt());
+  } else if constexpr (std::is_invocable_v<decltype(Function), CallWatch&, std::string>) {
+    (watch.*Function)(call[0].ToText());
+  } else {
+    (watch.*Function)();
+  }
+  return {};
+}
+
 struct TestingObject::Tables {
   using Self = TestingObject;
   static constexpr Member Members[] = {
@@ -60,14 +74,14 @@ struct TestingObject::Tables {
       {"Invokes", Bound<&Self::Invokes>},
       {"Lookups", Bound<&Self::Lookups>},
       {"MemberCounts", Bound<&Self::MemberCounts>},
-      {"Reset", Bound<&Self::Reset>},
-      {"Busy", Bound<&Self::Busy>},
-      {"Refuse", Bound<&Self::Refuse>},
+      {"Reset", Bound<&Self::Tell<&CallWatch::ResetCounts>>},
+      {"Busy", Bound<&Self::Tell<&CallWatch::PutOff>>},
+      {"Refuse", Bound<&Self::Tell<&CallWatch::Refuse>>},
       {"RefuseLogon", Bound<&Self::RefuseLogon>},
       {"FailMember", Bound<&Self::FailMember>},
-      {"ExitIn", Bound<&Self::ExitIn>},
-      {"Slow", Bound<&Self::Slow>},
-      {"ClearFaults", Bound<&Self::ClearFaults>},
+      {"ExitIn", Bound<&Self::Tell<&CallWatch::ExitIn>>},
+      {"Slow", Bound<&Self::Tell<&CallWatch::Slow>>},
+      {"ClearFaults", Bound<&Self::Tell<&CallWatch::ClearFaults>>},
       {"AddRecurring", Bound<&Self::AddRecurring>},
       {"AddMeeting", Bound<&Self::AddMeeting>},
       {"AddMany", Bound<&Self::AddMany>},
@@ -83,21 +97,6 @@ Variant TestingObject::ProcessId(const Call&) {
   return Variant(static_cast<std::int32_t>(::GetCurrentProcessId()));
 }
 
-Variant TestingObject::Reset(const Call&) {
-  Shared().watch.ResetCounts();
-  return {};
-}
-
-Variant TestingObject::Busy(const Call& call) {
-  Shared().watch.PutOff(call[0].ToInt());
-  return {};
-}
-
-Variant TestingObject::Refuse(const Call& call) {
-  Shared().watch.Refuse(call[0].ToInt());
-  return {};
-}
-
 Variant TestingObject::RefuseLogon(const Call& call) {
   // MAPI_E_FAILONEPROVIDER.
   Shared().watch.Fail("GetNamespace", call[0].ToBool() ? static_cast<std::int32_t>(0x8004011D) : 0);
@@ -106,21 +105,6 @@ Variant TestingObject::RefuseLogon(const Call& call) {
 
 Variant TestingObject::FailMember(const Call& call) {
   Shared().watch.Fail(call[0].ToText(), call[1].ToInt());
-  return {};
-}
-
-Variant TestingObject::ExitIn(const Call& call) {
-  Shared().watch.ExitIn(call[0].ToText());
-  return {};
-}
-
-Variant TestingObject::Slow(const Call& call) {
-  Shared().watch.Slow(call[0].ToInt());
-  return {};
-}
-
-Variant TestingObject::ClearFaults(const Call&) {
-  Shared().watch.ClearFaults();
   return {};
 }
 

@@ -21,15 +21,11 @@ class TestingObject : public ServedObject<> {
   Variant Invokes(const Call&) { return Variant(Shared().watch.Calls()); }
   Variant Lookups(const Call&) { return Variant(Shared().watch.Lookups()); }
   Variant MemberCounts(const Call&) { return Variant(Shared().watch.MemberCounts()); }
-  Variant Reset(const Call& call);
-
-  Variant Busy(const Call& call);
-  Variant Refuse(const Call& call);
+  /// Tells the watch what argument 0 says.
+  template <auto Function>
+  Variant Tell(const Call& call);
   Variant RefuseLogon(const Call& call);
   Variant FailMember(const Call& call);
-  Variant ExitIn(const Call& call);
-  Variant Slow(const Call& call);
-  Variant ClearFaults(const Call& call);
 
   /// Subject, start, end, number of weeks and, if given, categories; answers with the EntryID.
   Variant AddRecurring(const Call& call);

@@ -7,8 +7,9 @@
 #include <vector>
 
 #include "hosts/windows/StandIn/ApplicationObject.h"
-#include "hosts/windows/StandIn/Registration.h"
+#include "hosts/windows/StandIn/ServedClasses.h"
 #include "hosts/windows/StandIn/ZqObjects.h"
+#include "support/values/Error.h"
 
 namespace velkor {
 namespace {
@@ -90,30 +91,23 @@ int Serve() {
   return 0;
 }
 
-int RegisterClasses(bool withHelpers) {
-  std::vector<ServedClass> classes = {ApplicationClass};
-  if (withHelpers) classes.insert(classes.end(), {CurrentUserClass, AppointmentItemClass});
-  for (const ServedClass& served : classes) {
-    if (Register(served)) continue;
-    std::fprintf(stderr, "%ls is another program's, or the registry refuses.\n", served.programId);
-    return 1;
-  }
-  return 0;
-}
-
 int Run(const std::vector<std::string_view>& arguments) {
   const std::string_view command = arguments.empty() ? "-Embedding" : arguments[0];
+  const bool withHelpers = arguments.size() > 1 && arguments[1] == "zqcdo";
+  if (command == "-Embedding" || command == "/Embedding") return Serve();
   if (command == "/register") {
-    return RegisterClasses(arguments.size() > 1 && arguments[1] == "zqcdo");
+    Register(ApplicationClass);
+    if (withHelpers) {
+      Register(CurrentUserClass);
+      Register(AppointmentItemClass);
+    }
+    return 0;
   }
   if (command == "/unregister") {
     for (const auto& served : {ApplicationClass, CurrentUserClass, AppointmentItemClass}) {
       Unregister(served);
     }
     return 0;
-  }
-  if (command == "-Embedding" || command == "/Embedding" || command == "/automation") {
-    return Serve();
   }
   std::fputs("StandInCalendar [/register [zqcdo] | /unregister]\n", stderr);
   return 2;
@@ -123,5 +117,10 @@ int Run(const std::vector<std::string_view>& arguments) {
 }  // namespace velkor
 
 int main(int argc, char** argv) {
-  return velkor::Run({argv + 1, argv + argc});
+  try {
+    return velkor::Run({argv + 1, argv + argc});
+  } catch (const velkor::Error& error) {
+    std::fprintf(stderr, "StandInCalendar: %s\n", error.Description().c_str());
+    return 1;
+  }
 }
