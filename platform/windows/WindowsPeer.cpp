@@ -11,6 +11,8 @@ namespace velkor {
 namespace {
 
 constexpr UINT_PTR SubclassId = 1;
+/// The property of a window that names its peer; GetWindowSubclass is in no import library.
+constexpr const wchar_t* PeerProperty = L"VelkorPeer";
 
 /// Whether a message comes to a window because of its child, whose handle it carries.
 HWND ChildOf(UINT message, LPARAM lParam) {
@@ -114,11 +116,9 @@ FontHandle MakeDialogFont() {
 
 std::optional<LRESULT> ReflectMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   const HWND child = ChildOf(message, lParam);
-  DWORD_PTR peer = 0;
-  if (child == nullptr || !::GetWindowSubclass(child, WindowsPeer::Subclass, SubclassId, &peer)) {
-    return std::nullopt;
-  }
-  return reinterpret_cast<WindowsPeer*>(peer)->Handle(message + Reflected, wParam, lParam);
+  const HANDLE peer = child == nullptr ? nullptr : ::GetPropW(child, PeerProperty);
+  if (peer == nullptr) return std::nullopt;
+  return static_cast<WindowsPeer*>(peer)->Handle(message + Reflected, wParam, lParam);
 }
 
 WindowsPeer::WindowsPeer(Element& element, HWND parent, Placement placement,
@@ -127,6 +127,7 @@ WindowsPeer::WindowsPeer(Element& element, HWND parent, Placement placement,
   window_ = ::CreateWindowExW(extendedStyle, windowClass, L"", style | WS_CHILD | WS_CLIPSIBLINGS,
                               0, 0, 0, 0, parent, nullptr, ThisModule(), nullptr);
   ::SetWindowSubclass(window_, Subclass, SubclassId, reinterpret_cast<DWORD_PTR>(this));
+  ::SetPropW(window_, PeerProperty, this);
   const LRESULT font = ::SendMessageW(parent, WM_GETFONT, 0, 0);
   ::SendMessageW(window_, WM_SETFONT, static_cast<WPARAM>(font), FALSE);
   element_.Attach(this);
@@ -136,6 +137,7 @@ WindowsPeer::~WindowsPeer() {
   if (element_.Peer() == this) element_.Attach(nullptr);
   if (window_ == nullptr) return;
   ::RemoveWindowSubclass(window_, Subclass, SubclassId);
+  ::RemovePropW(window_, PeerProperty);
   EndToolTip();
   ::DestroyWindow(window_);
 }
@@ -155,6 +157,7 @@ LRESULT CALLBACK WindowsPeer::Subclass(HWND window, UINT message, WPARAM wParam,
   auto& self = *reinterpret_cast<WindowsPeer*>(peer);
   if (message == WM_NCDESTROY) {
     ::RemoveWindowSubclass(window, Subclass, SubclassId);
+    ::RemovePropW(window, PeerProperty);
     self.window_ = nullptr;
     self.EndToolTip();
     return ::DefSubclassProc(window, message, wParam, lParam);
