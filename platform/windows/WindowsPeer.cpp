@@ -12,6 +12,17 @@ namespace {
 
 constexpr UINT_PTR SubclassId = 1;
 
+/// Asks a child's peer what it answers (a Reflection in lParam). Only the peers of this module know
+/// its wParam; any other window passes it over.
+constexpr UINT ReflectionMessage = WM_APP + 0x1F00;
+
+struct Reflection {
+  UINT message;
+  WPARAM wParam;
+  LPARAM lParam;
+  std::optional<LRESULT> answer;
+};
+
 /// Whether a message comes to a window because of its child, whose handle it carries.
 HWND ChildOf(UINT message, LPARAM lParam) {
   switch (message) {
@@ -114,11 +125,11 @@ FontHandle MakeDialogFont() {
 
 std::optional<LRESULT> ReflectMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   const HWND child = ChildOf(message, lParam);
-  DWORD_PTR peer = 0;
-  if (child == nullptr || !::GetWindowSubclass(child, WindowsPeer::Subclass, SubclassId, &peer)) {
-    return std::nullopt;
-  }
-  return reinterpret_cast<WindowsPeer*>(peer)->Handle(message + Reflected, wParam, lParam);
+  if (child == nullptr) return std::nullopt;
+  Reflection reflection{message + Reflected, wParam, lParam, std::nullopt};
+  ::SendMessageW(child, ReflectionMessage, reinterpret_cast<WPARAM>(&WindowsPeer::Subclass),
+                 reinterpret_cast<LPARAM>(&reflection));
+  return reflection.answer;
 }
 
 WindowsPeer::WindowsPeer(Element& element, HWND parent, Placement placement,
@@ -162,6 +173,11 @@ LRESULT CALLBACK WindowsPeer::Subclass(HWND window, UINT message, WPARAM wParam,
   if (message == WM_NOTIFY && self.toolTip_ != nullptr &&
       reinterpret_cast<const NMHDR*>(lParam)->hwndFrom == self.toolTip_) {
     self.GiveToolTip(lParam);
+    return 0;
+  }
+  if (message == ReflectionMessage && wParam == reinterpret_cast<WPARAM>(&WindowsPeer::Subclass)) {
+    auto& reflection = *reinterpret_cast<Reflection*>(lParam);
+    reflection.answer = self.Handle(reflection.message, reflection.wParam, reflection.lParam);
     return 0;
   }
   if (const auto answer = ReflectMessage(message, wParam, lParam)) return *answer;
