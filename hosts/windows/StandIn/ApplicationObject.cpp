@@ -19,7 +19,7 @@ struct ApplicationObject::Tables {
       {"Testing", Bound<&Self::Testing>},
       {"Quit", Bound<&Self::Quit>},
   };
-  static constexpr ObjectClass Application = {"Application", 100, Members, true, false};
+  static constexpr WatchedClass Application = {"Application", 100, Members, true, false};
 };
 
 ApplicationObject::ApplicationObject(StandInSession& session)
@@ -74,7 +74,7 @@ struct NamespaceObject::Tables {
       {"Logon", Bound<&Self::Logon>},
       {"Logoff", Bound<&Self::Logoff>},
   };
-  static constexpr ObjectClass Namespace = {"NameSpace", 200, Members};
+  static constexpr WatchedClass Namespace = {"NameSpace", 200, Members};
 };
 
 NamespaceObject::NamespaceObject(StandInSession& session)
@@ -114,7 +114,7 @@ Variant NamespaceObject::CurrentUser(const Call&) {
 
 struct RecipientObject::Tables {
   static constexpr Member Members[] = {{"Name", Bound<&RecipientObject::Name>}};
-  static constexpr ObjectClass Recipient = {"Recipient", 800, Members};
+  static constexpr WatchedClass Recipient = {"Recipient", 800, Members};
 };
 
 RecipientObject::RecipientObject(StandInSession& session)

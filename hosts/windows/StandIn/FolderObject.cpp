@@ -14,7 +14,7 @@ struct FolderObject::Tables {
       {"StoreID", Bound<&Self::StoreID>}, {"DefaultItemType", Bound<&Self::DefaultItemType>},
       {"Folders", Bound<&Self::Folders>}, {"Items", Bound<&Self::Items>},
   };
-  static constexpr ObjectClass Folder = {"MAPIFolder", 400, Members};
+  static constexpr WatchedClass Folder = {"MAPIFolder", 400, Members};
 };
 
 FolderObject::FolderObject(StandInSession& session, CalendarFolder& folder)
@@ -37,7 +37,7 @@ struct FoldersObject::Tables {
       {"_NewEnum", Bound<&Self::NewEnum>},
       {"Add", Bound<&Self::Add>},
   };
-  static constexpr ObjectClass Folders = {"Folders", 300, Members};
+  static constexpr WatchedClass Folders = {"Folders", 300, Members};
 };
 
 FoldersObject::FoldersObject(StandInSession& session, CalendarFolder* parent)

@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include "hosts/windows/StandIn/NamedMembers.h"
+#include "hosts/windows/StandIn/ServedObject.h"
 
 namespace velkor {
 

@@ -88,7 +88,7 @@ struct TestingObject::Tables {
       {"ListItems", Bound<&Self::ListItems>},
       {"Clear", Bound<&Self::Clear>},
   };
-  static constexpr ObjectClass Testing = {"Testing", 900, Members, false};
+  static constexpr WatchedClass Testing = {"Testing", 900, Members, false};
 };
 
 TestingObject::TestingObject(StandInSession& session) : ServedObject(session, Tables::Testing) {}

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "hosts/windows/StandIn/NamedMembers.h"
+#include "hosts/windows/StandIn/ServedObject.h"
 
 namespace velkor {
 

@@ -11,7 +11,7 @@ struct zqCurrentUser::Tables {
       {"Name", Bound<&Self::Name>},
       {"Cleanup", Bound<&Self::Cleanup>},
   };
-  static constexpr ObjectClass CurrentUser = {"zqCurrentUser", 1000, Members};
+  static constexpr WatchedClass CurrentUser = {"zqCurrentUser", 1000, Members};
 };
 
 zqCurrentUser::zqCurrentUser(StandInSession& session)
@@ -24,7 +24,7 @@ struct zqAppointmentItem::Tables {
       {"Body", Bound<&Self::Body>},
       {"HTMLBody", Bound<&Self::HtmlBody>},
   };
-  static constexpr ObjectClass AppointmentItem = {"zqAppointmentItem", 1100, Members};
+  static constexpr WatchedClass AppointmentItem = {"zqAppointmentItem", 1100, Members};
 };
 
 zqAppointmentItem::zqAppointmentItem(StandInSession& session)

@@ -1,11 +1,9 @@
-// hosts/windows/StandIn/NamedMembers.h: objects that answer calls by name from a small table; part
-// of the calendar program for tests, never shipped.
+// platform/windows/NamedMembers.h: objects that answer calls by name from a small table.
 #pragma once
 
 #include <cstddef>
 #include <span>
 
-#include "hosts/windows/StandIn/StandInSession.h"
 #include "platform/windows/Variant.h"
 
 namespace velkor {
@@ -41,17 +39,14 @@ struct ObjectClass {
   const char* name;
   DISPID firstId;
   std::span<const Member> members;
-  /// Counted and open to faults that tests ask for.
-  bool watched = true;
-  /// The program runs on while there is such an object.
-  bool keepsRunning = true;
 };
 
 /// What IDispatch of each object does.
 class NamedMembers {
  public:
-  NamedMembers(StandInSession& session, const ObjectClass& kind);
-  virtual ~NamedMembers();
+  /// @param kind  outlives this
+  explicit NamedMembers(const ObjectClass& kind) : kind_(kind) {}
+  virtual ~NamedMembers() = default;
   NamedMembers(const NamedMembers&) = delete;
   NamedMembers& operator=(const NamedMembers&) = delete;
 
@@ -59,19 +54,22 @@ class NamedMembers {
   HRESULT Identify(LPOLESTR* names, UINT count, DISPID* ids);
   HRESULT Answer(DISPID id, WORD flags, const DISPPARAMS* arguments, VARIANT* result,
                  EXCEPINFO* exception);
-  StandInSession& Shared() const { return session_; }
+  /// A name is looked up.
+  virtual void OnLookup() {}
+  /// A member is about to answer; what this throws is its answer.
+  virtual void OnCall(const Member& /*member*/) {}
 
  private:
   const Member* Find(DISPID id) const;
 
-  StandInSession& session_;
   const ObjectClass& kind_;
 };
 
-template <typename... More>
-class ServedObject : public ComObject<IDispatch, More...>, public NamedMembers {
+/// An object over `Members`, which is NamedMembers or derives from it.
+template <typename Members, typename... More>
+class NamedObject : public ComObject<IDispatch, More...>, public Members {
  public:
-  using NamedMembers::NamedMembers;
+  using Members::Members;
 
   STDMETHODIMP GetTypeInfoCount(UINT* count) override {
     *count = 0;
@@ -79,11 +77,11 @@ class ServedObject : public ComObject<IDispatch, More...>, public NamedMembers {
   }
   STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
   STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
-    return Identify(names, count, ids);
+    return this->Identify(names, count, ids);
   }
   STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* arguments, VARIANT* result,
                       EXCEPINFO* exception, UINT*) override {
-    return Answer(id, flags, arguments, result, exception);
+    return this->Answer(id, flags, arguments, result, exception);
   }
 };
 

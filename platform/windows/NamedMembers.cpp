@@ -1,5 +1,5 @@
-// hosts/windows/StandIn/NamedMembers.cpp: from names to members, from errors to exceptions.
-#include "hosts/windows/StandIn/NamedMembers.h"
+// platform/windows/NamedMembers.cpp: from names to members, from errors to exceptions.
+#include "platform/windows/NamedMembers.h"
 
 #include <algorithm>
 
@@ -36,18 +36,8 @@ Variant Call::operator[](std::size_t index) const {
   return copy;
 }
 
-NamedMembers::NamedMembers(StandInSession& session, const ObjectClass& kind)
-    : session_(session), kind_(kind) {
-  if (kind_.keepsRunning) session_.loop.Enter();
-}
-
-NamedMembers::~NamedMembers() {
-  if (kind_.keepsRunning) session_.loop.Leave();
-}
-
 HRESULT NamedMembers::Identify(LPOLESTR* names, UINT count, DISPID* ids) {
-  session_.loop.NoteCall();
-  if (kind_.watched) session_.watch.CountLookup();
+  OnLookup();
   if (count == 0) return E_INVALIDARG;
   std::fill_n(ids, count, DISPID_UNKNOWN);
   const std::string name = ToUtf8(std::wstring_view(names[0]));
@@ -71,14 +61,13 @@ const Member* NamedMembers::Find(DISPID id) const {
 
 HRESULT NamedMembers::Answer(DISPID id, WORD flags, const DISPPARAMS* arguments, VARIANT* result,
                              EXCEPINFO* exception) {
-  session_.loop.NoteCall();
   const Member* member = Find(id);
   if (member == nullptr || arguments == nullptr) return DISP_E_MEMBERNOTFOUND;
   const Call call(*arguments, flags);
   if (call.IsPut() && !member->settable) return DISP_E_MEMBERNOTFOUND;
   if (arguments->cNamedArgs > (call.IsPut() ? 1U : 0U)) return DISP_E_NONAMEDARGS;
   try {
-    if (kind_.watched) session_.watch.BeginCall(kind_.name, member->name);
+    OnCall(*member);
     Variant answer = member->answer(*this, call);
     if (result != nullptr) answer.MoveTo(result);
     return S_OK;
