@@ -14,7 +14,8 @@ namespace velkor {
 /// throws Error when the system cannot make it.
 class DibSection {
  public:
-  DibSection(int width, int height) : dc_(::CreateCompatibleDC(nullptr)), width_(width) {
+  DibSection(int width, int height)
+      : dc_(::CreateCompatibleDC(nullptr)), width_(width), height_(height) {
     BITMAPINFO info{};
     info.bmiHeader.biSize = sizeof info.bmiHeader;
     info.bmiHeader.biWidth = width;
@@ -37,10 +38,16 @@ class DibSection {
   DibSection& operator=(const DibSection&) = delete;
 
   HDC Dc() const { return dc_.get(); }
+  int Width() const { return width_; }
+  int Height() const { return height_; }
+  /// The pixels of a row as 0x00RRGGBB. What was drawn is there after GdiFlush.
+  std::uint32_t* Row(int y) const {
+    return static_cast<std::uint32_t*>(bits_) + std::ptrdiff_t{y} * width_;
+  }
   /// The colour of a pixel that lies in the picture.
   Colour At(int x, int y) const {
     ::GdiFlush();
-    const auto pixel = static_cast<const std::uint32_t*>(bits_)[std::ptrdiff_t{y} * width_ + x];
+    const std::uint32_t pixel = Row(y)[x];
     return Colour::FromRgb(pixel >> 16 & 0xFF, pixel >> 8 & 0xFF, pixel & 0xFF);
   }
 
@@ -50,6 +57,7 @@ class DibSection {
   void* bits_ = nullptr;
   HGDIOBJ before_ = nullptr;
   int width_;
+  int height_;
 };
 
 }  // namespace velkor

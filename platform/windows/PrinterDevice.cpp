@@ -79,7 +79,7 @@ PrinterHandle PrinterDevice::Open() const {
   std::string name = ansi_;
   // Without a name the print server itself would be opened.
   if (name.empty() || !::OpenPrinterA(name.data(), &printer, nullptr)) {
-    throw PrinterError(errors::DeviceUnavailable, "The printer " + name_ + " cannot be reached",
+    throw PrinterError(errors::DeviceUnavailable, "The printer " + name_ + " cannot be used",
                        ::GetLastError());
   }
   return PrinterHandle(printer);
@@ -108,7 +108,7 @@ PrinterSettings PrinterDevice::Settings() const {
     return ::GetPrinterA(printer.get(), 2, room, size, needed) != FALSE;
   });
   if (bytes.empty()) {
-    throw PrinterError(errors::DeviceUnavailable, "The printer " + name_ + " tells nothing",
+    throw PrinterError(errors::DeviceUnavailable, "The printer " + name_ + " cannot be used",
                        ::GetLastError());
   }
   const auto& info = *reinterpret_cast<const PRINTER_INFO_2A*>(bytes.data());

@@ -22,13 +22,26 @@ void CheckCode(LSTATUS code, const std::string& doing) {
   throw Error(code, doing + ": " + SystemMessage(static_cast<DWORD>(code)), "Registration");
 }
 
+HKEY Root(Registration registration) {
+  return registration == Registration::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+}
+
+std::wstring Path(const std::string& key) {
+  return ToWide("Software\\Classes\\" + key);
+}
+
+bool IsThere(Registration registration, const std::string& key) {
+  HKEY opened = nullptr;
+  const LSTATUS code = ::RegOpenKeyExW(Root(registration), Path(key).c_str(), 0, KEY_READ, &opened);
+  const RegistryKey closing(opened);
+  return code != ERROR_FILE_NOT_FOUND;
+}
+
 RegistryKey CreateKey(Registration registration, const std::string& key) {
   HKEY opened = nullptr;
-  CheckCode(
-      ::RegCreateKeyExW(registration == Registration::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE,
-                        ToWide("Software\\Classes\\" + key).c_str(), 0, nullptr,
-                        REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, &opened, nullptr),
-      "The registry key " + key + " cannot be written");
+  CheckCode(::RegCreateKeyExW(Root(registration), Path(key).c_str(), 0, nullptr,
+                              REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, &opened, nullptr),
+            "The registry key " + key + " cannot be written");
   return RegistryKey(opened);
 }
 
@@ -55,9 +68,7 @@ void WriteClasses(Registration registration, std::span<const ClassesValue> value
 void RemoveClasses(Registration registration, const std::string& key) {
   // An empty key would be all classes.
   if (key.empty()) throw Error(errors::InvalidProcedureCall, "No registry key", "Registration");
-  const LSTATUS code =
-      ::RegDeleteTreeW(registration == Registration::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE,
-                       ToWide("Software\\Classes\\" + key).c_str());
+  const LSTATUS code = ::RegDeleteTreeW(Root(registration), Path(key).c_str());
   if (code != ERROR_FILE_NOT_FOUND) {
     CheckCode(code, "The registry key " + key + " cannot be removed");
   }
@@ -78,11 +89,11 @@ void UnregisterTypes(Registration registration, const std::string& module) {
   Check(library->GetLibAttr(&found), "The type library of " + module + " cannot be read");
   const TLIBATTR types = *found;
   library->ReleaseTLibAttr(found);
+  if (!IsThere(registration, "TypeLib\\" + ToText(types.guid))) return;
   const auto unregister =
       registration == Registration::User ? ::UnRegisterTypeLibForUser : ::UnRegisterTypeLib;
   const HRESULT result =
       unregister(types.guid, types.wMajorVerNum, types.wMinorVerNum, types.lcid, types.syskind);
-  if (result == TYPE_E_REGISTRYACCESS || result == HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND)) return;
   Check(result, "The type library of " + module + " cannot be unregistered");
 }
 

@@ -6,19 +6,9 @@
 #include <utility>
 
 #include "platform/windows/PrinterDevice.h"
+#include "platform/windows/ShrunkPicture.h"
 
 namespace velkor {
-namespace {
-
-void Stretch(HDC from, int width, int height, HDC to, const PixelRect& area) {
-  ::SetStretchBltMode(to, HALFTONE);
-  // As the mode asks for (wingdi.h, SetStretchBltMode).
-  ::SetBrushOrgEx(to, 0, 0, nullptr);
-  ::StretchBlt(to, area.left, area.top, area.Width(), area.Height(), from, 0, 0, width, height,
-               SRCCOPY);
-}
-
-}  // namespace
 
 WindowsPrintJob::WindowsPrintJob(MemoryDc dc, std::string what)
     : dc_(std::move(dc)), what_(std::move(what)) {
@@ -81,7 +71,8 @@ WindowsPagePicture::Raster WindowsPagePicture::RasterOf(Extent page, PixelSize p
   const auto shorter = [whole](double length) {
     return std::max(1, static_cast<int>(length / whole));
   };
-  return {.size = {shorter(width), shorter(height)},
+  return {.width = shorter(width),
+          .height = shorter(height),
           .pixel = {printer.width * static_cast<float>(whole),
                     printer.height * static_cast<float>(whole)}};
 }
@@ -90,39 +81,33 @@ WindowsPagePicture::WindowsPagePicture(Extent page, PixelSize printer)
     : WindowsPagePicture(RasterOf(page, printer)) {}
 
 WindowsPagePicture::WindowsPagePicture(const Raster& raster)
-    : size_(raster.size),
-      picture_(size_.width, size_.height),
-      surface_(picture_.Dc(), raster.pixel) {
-  ::PatBlt(picture_.Dc(), 0, 0, size_.width, size_.height, WHITENESS);
+    : picture_(raster.width, raster.height), surface_(picture_.Dc(), raster.pixel) {
+  ::PatBlt(picture_.Dc(), 0, 0, raster.width, raster.height, WHITENESS);
 }
 
-void WindowsPagePicture::Shrink(Size size) {
-  const DibSection* from = &picture_;
-  Size has = size_;
-  std::unique_ptr<DibSection> smaller;
-  // Systems differ in how many pixels they mix into one, but not below the half.
-  while (has != size) {
-    const Size next{std::max(size.width, has.width / 2), std::max(size.height, has.height / 2)};
-    auto half = std::make_unique<DibSection>(next.width, next.height);
-    Stretch(from->Dc(), has.width, has.height, half->Dc(), {0, 0, next.width, next.height});
-    smaller = std::move(half);
-    from = smaller.get();
-    has = next;
-  }
-  shown_ = std::move(smaller);
-  shownSize_ = size;
-  shownDrawings_ = surface_.Drawings();
+bool WindowsPagePicture::IsShown(int width, int height) const {
+  return shown_ && shown_->Width() == width && shown_->Height() == height &&
+         shownDrawings_ == surface_.Drawings();
 }
 
 void WindowsPagePicture::CopyTo(Surface& surface, const Rect& rect) {
   dynamic_cast<GdiSurface&>(surface).DrawBy(rect, [this](HDC dc, const PixelRect& area) {
-    const Size size{area.Width(), area.Height()};
-    if (size.width > size_.width || size.height > size_.height || size == size_) {
-      Stretch(picture_.Dc(), size_.width, size_.height, dc, area);
+    const int width = area.Width();
+    const int height = area.Height();
+    if (width > picture_.Width() || height > picture_.Height()) {
+      ::SetStretchBltMode(dc, HALFTONE);
+      // As the mode asks for (wingdi.h, SetStretchBltMode).
+      ::SetBrushOrgEx(dc, 0, 0, nullptr);
+      ::StretchBlt(dc, area.left, area.top, width, height, picture_.Dc(), 0, 0, picture_.Width(),
+                   picture_.Height(), SRCCOPY);
       return;
     }
-    if (!shown_ || shownSize_ != size || shownDrawings_ != surface_.Drawings()) Shrink(size);
-    ::BitBlt(dc, area.left, area.top, size.width, size.height, shown_->Dc(), 0, 0, SRCCOPY);
+    if (!IsShown(width, height)) {
+      shown_ = std::make_unique<DibSection>(width, height);
+      Shrink(picture_, *shown_);
+      shownDrawings_ = surface_.Drawings();
+    }
+    ::BitBlt(dc, area.left, area.top, width, height, shown_->Dc(), 0, 0, SRCCOPY);
   });
 }
 

@@ -53,26 +53,20 @@ class WindowsPagePicture : public OffscreenPicture {
   void CopyTo(Surface& surface, const Rect& rect) override;
 
  private:
-  struct Size {
+  struct Raster {
     int width = 0;
     int height = 0;
-    friend bool operator==(const Size&, const Size&) = default;
-  };
-  struct Raster {
-    Size size;
     PixelSize pixel;
   };
   static Raster RasterOf(Extent page, PixelSize printer);
   explicit WindowsPagePicture(const Raster& raster);
-  /// Smaller than the page is.
-  void Shrink(Size size);
+  /// Whether what was shown last is what a copy of this size would show.
+  bool IsShown(int width, int height) const;
 
-  Size size_;
   DibSection picture_;
   GdiSurface surface_;
   /// As it was shown last, and of which drawing that was.
   std::unique_ptr<DibSection> shown_;
-  Size shownSize_;
   std::uint64_t shownDrawings_ = 0;
 };
 

@@ -11,17 +11,8 @@ namespace velkor {
 namespace {
 
 constexpr UINT_PTR SubclassId = 1;
-
-/// Asks a child's peer what it answers (a Reflection in lParam). Only the peers of this module know
-/// its wParam; any other window passes it over.
-constexpr UINT ReflectionMessage = WM_APP + 0x1F00;
-
-struct Reflection {
-  UINT message;
-  WPARAM wParam;
-  LPARAM lParam;
-  std::optional<LRESULT> answer;
-};
+/// The property of a window that names its peer; GetWindowSubclass is in no import library.
+constexpr const wchar_t* PeerProperty = L"VelkorPeer";
 
 /// Whether a message comes to a window because of its child, whose handle it carries.
 HWND ChildOf(UINT message, LPARAM lParam) {
@@ -125,11 +116,9 @@ FontHandle MakeDialogFont() {
 
 std::optional<LRESULT> ReflectMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   const HWND child = ChildOf(message, lParam);
-  if (child == nullptr) return std::nullopt;
-  Reflection reflection{message + Reflected, wParam, lParam, std::nullopt};
-  ::SendMessageW(child, ReflectionMessage, reinterpret_cast<WPARAM>(&WindowsPeer::Subclass),
-                 reinterpret_cast<LPARAM>(&reflection));
-  return reflection.answer;
+  const HANDLE peer = child == nullptr ? nullptr : ::GetPropW(child, PeerProperty);
+  if (peer == nullptr) return std::nullopt;
+  return static_cast<WindowsPeer*>(peer)->Handle(message + Reflected, wParam, lParam);
 }
 
 WindowsPeer::WindowsPeer(Element& element, HWND parent, Placement placement,
@@ -138,6 +127,7 @@ WindowsPeer::WindowsPeer(Element& element, HWND parent, Placement placement,
   window_ = ::CreateWindowExW(extendedStyle, windowClass, L"", style | WS_CHILD | WS_CLIPSIBLINGS,
                               0, 0, 0, 0, parent, nullptr, ThisModule(), nullptr);
   ::SetWindowSubclass(window_, Subclass, SubclassId, reinterpret_cast<DWORD_PTR>(this));
+  ::SetPropW(window_, PeerProperty, this);
   const LRESULT font = ::SendMessageW(parent, WM_GETFONT, 0, 0);
   ::SendMessageW(window_, WM_SETFONT, static_cast<WPARAM>(font), FALSE);
   element_.Attach(this);
@@ -147,6 +137,7 @@ WindowsPeer::~WindowsPeer() {
   if (element_.Peer() == this) element_.Attach(nullptr);
   if (window_ == nullptr) return;
   ::RemoveWindowSubclass(window_, Subclass, SubclassId);
+  ::RemovePropW(window_, PeerProperty);
   EndToolTip();
   ::DestroyWindow(window_);
 }
@@ -166,6 +157,7 @@ LRESULT CALLBACK WindowsPeer::Subclass(HWND window, UINT message, WPARAM wParam,
   auto& self = *reinterpret_cast<WindowsPeer*>(peer);
   if (message == WM_NCDESTROY) {
     ::RemoveWindowSubclass(window, Subclass, SubclassId);
+    ::RemovePropW(window, PeerProperty);
     self.window_ = nullptr;
     self.EndToolTip();
     return ::DefSubclassProc(window, message, wParam, lParam);
@@ -173,11 +165,6 @@ LRESULT CALLBACK WindowsPeer::Subclass(HWND window, UINT message, WPARAM wParam,
   if (message == WM_NOTIFY && self.toolTip_ != nullptr &&
       reinterpret_cast<const NMHDR*>(lParam)->hwndFrom == self.toolTip_) {
     self.GiveToolTip(lParam);
-    return 0;
-  }
-  if (message == ReflectionMessage && wParam == reinterpret_cast<WPARAM>(&WindowsPeer::Subclass)) {
-    auto& reflection = *reinterpret_cast<Reflection*>(lParam);
-    reflection.answer = self.Handle(reflection.message, reflection.wParam, reflection.lParam);
     return 0;
   }
   if (const auto answer = ReflectMessage(message, wParam, lParam)) return *answer;
