@@ -11,9 +11,8 @@
 #include "platform/Host.h"
 #include "platform/windows/ConnectionPoint.h"
 #include "platform/windows/MessageWindow.h"
+#include "platform/windows/ObjectSafety.h"
 // After windows.h.
-#include <objsafe.h>
-
 #include "OutlookVelkor.h"
 
 namespace velkor {

@@ -43,6 +43,15 @@ class ControlLibrary {
   HMODULE library_;
 };
 
+/// A thread that containers live on.
+class ContainerThread {
+ public:
+  ContainerThread() { ::OleInitialize(nullptr); }
+  ~ContainerThread() { ::OleUninitialize(); }
+  ContainerThread(const ContainerThread&) = delete;
+  ContainerThread& operator=(const ContainerThread&) = delete;
+};
+
 /// Lets messages flow for a time, or until `holds`.
 inline bool Pump(int milliseconds, const std::function<bool()>& holds = {}) {
   const ULONGLONG end = ::GetTickCount64() + static_cast<ULONGLONG>(milliseconds);

@@ -1,19 +1,19 @@
 // tests/hosts/windows/OutlookVelkorTest.cpp: the control in containers, where there is no calendar
 // program.
 #include <gmock/gmock.h>
-// After windows.h.
-#include <objsafe.h>
-#include <psapi.h>
-#include <shlwapi.h>
 
 #include <set>
 #include <vector>
 
 #include "platform/windows/DibSection.h"
 #include "platform/windows/MessageWindow.h"
+#include "platform/windows/ObjectSafety.h"
 #include "platform/windows/WindowsRegistry.h"
 #include "tests/hosts/windows/ControlCase.h"
 #include "tests/platform/windows/DriveDialog.h"
+// After windows.h.
+#include <psapi.h>
+#include <shlwapi.h>
 
 namespace velkor {
 namespace {
@@ -39,6 +39,7 @@ class OutlookVelkor : public testing::Test {
     return answered;
   }
 
+  const ContainerThread thread_;
   ControlLibrary library_;
   DialogOwner owner_;
   AutomationProgram program_{"YearPlan", owner_};
@@ -179,9 +180,10 @@ TEST_F(OutlookVelkor, IsSafeForDataAndNotForScripts) {
   EXPECT_EQ(safety->GetInterfaceSafetyOptions(__uuidof(IPersistPropertyBag), &supported, &enabled),
             S_OK);
   EXPECT_EQ(supported, DWORD{INTERFACESAFE_FOR_UNTRUSTED_DATA});
-  EXPECT_EQ(safety->SetInterfaceSafetyOptions(__uuidof(IDispatch), INTERFACESAFE_FOR_UNTRUSTED_CALLER,
-                                              INTERFACESAFE_FOR_UNTRUSTED_CALLER),
-            E_FAIL);
+  EXPECT_EQ(
+      safety->SetInterfaceSafetyOptions(__uuidof(IDispatch), INTERFACESAFE_FOR_UNTRUSTED_CALLER,
+                                        INTERFACESAFE_FOR_UNTRUSTED_CALLER),
+      E_FAIL);
 }
 
 TEST_F(OutlookVelkor, DrawsItselfIntoAPartOfAnyDeviceContext) {
@@ -249,13 +251,14 @@ Held WhatIsHeld() {
   held.user = ::GetGuiResources(::GetCurrentProcess(), GR_USEROBJECTS);
   held.gdi = ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS);
   PROCESS_MEMORY_COUNTERS_EX memory{};
-  ::GetProcessMemoryInfo(::GetCurrentProcess(),
-                         reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory), sizeof memory);
+  ::GetProcessMemoryInfo(::GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory),
+                         sizeof memory);
   held.memory = memory.PrivateUsage;
   return held;
 }
 
 TEST(OutlookVelkorLoads, TwentyLoadsAndUnloadsLeaveNothingBehind) {
+  const ContainerThread thread;
   EXPECT_EQ(ControlLibrary().Call("DllRegisterServer"), S_OK);
   const auto load = [] {
     {
