@@ -15,9 +15,10 @@ namespace {
 
 constexpr int DialogPatience = 10000;
 
+/// One under the other; an empty text is an empty line.
 std::string Lines(std::span<const std::string> texts) {
   std::string lines;
-  for (const std::string& text : texts) lines += (lines.empty() ? "" : "\r\n") + text;
+  for (const std::string& text : texts) lines += text + "\r\n";
   return lines;
 }
 

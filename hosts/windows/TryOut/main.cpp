@@ -37,7 +37,7 @@ std::vector<std::string> Arguments() {
   int count = 0;
   LPWSTR* const given = ::CommandLineToArgvW(::GetCommandLineW(), &count);
   std::vector<std::string> arguments;
-  for (int i = 1; i < count; ++i) arguments.push_back(ToUtf8(given[i]));
+  for (int i = 1; i < count; ++i) arguments.push_back(ToUtf8(std::wstring_view(given[i])));
   ::LocalFree(given);
   return arguments;
 }
