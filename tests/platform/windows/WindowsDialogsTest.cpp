@@ -136,7 +136,7 @@ TEST_F(InputBoxTest, EndsEmptyWithTheProgramOrItsOwner) {
 
 class FileDialogTest : public WindowsDialogs {
  protected:
-  FileDialogTest() { fs::create_directories(folder_ / L"日本"); }
+  FileDialogTest() { fs::create_directories(folder_ / L"Ālt"); }
   ~FileDialogTest() override {
     std::error_code ignored;
     fs::remove_all(folder_, ignored);
@@ -205,19 +205,23 @@ TEST_F(FileDialogTest, ANameThatTheCodePageLacksIsAnErrorAndNeverTheNearestOther
   ASSERT_EQ(::GetACP(), 1252U);
   Write(L"A.xml");
   dialog_.flags = 0;
-  for (const wchar_t* name : {L"日.xml", L"Ā.xml", L"日本\\A.xml"}) {
+  for (const wchar_t* name : {L"日.xml", L"Ā.xml", L"Ālt\\A.xml"}) {
     const auto error = ErrorOf([&] { Save(folder_ / name); });
     EXPECT_EQ(error.Number(), errors::BadFileName);
     EXPECT_THAT(error.Description(), testing::HasSubstr("code page"));
   }
   const auto inFolder = ErrorOf([&] {
     Save([&](HWND window) {
-      Name(window, folder_ / L"日本");
-      ::Sleep(500);
+      Name(window, folder_ / L"Ālt");
+      WaitUntil("folder", [&] {
+        char path[MAX_PATH]{};
+        ::SendMessageW(window, CDM_GETFOLDERPATH, sizeof path, reinterpret_cast<LPARAM>(path));
+        return std::string_view(path).ends_with("lt");
+      });
       Name(window, L"A.xml");
     });
   });
-  EXPECT_THAT(inFolder.Description(), testing::HasSubstr("日本"));
+  EXPECT_THAT(inFolder.Description(), testing::HasSubstr("Ālt"));
   EXPECT_EQ(Save(folder_ / L"A.xml"), Path("A.xml"));
   ExpectClosed();
 }
@@ -320,11 +324,20 @@ TEST_F(ProgressTest, EndsWithTheProgramOrItsOwner) {
 
 TEST_F(ProgressTest, ShortWorkShowsNothingAndLetsNoInputBy) {
   const auto report = progress_.Begin("Short");
+  INPUT key{};
+  key.type = INPUT_KEYBOARD;
+  key.ki.wVk = 'A';
+  ::SetForegroundWindow(container_.window);
+  ASSERT_EQ(::SendInput(1, &key, sizeof key), 1U);
   ::PostMessageW(container_.window, WM_APP, 0, 0);
   const ULONGLONG begin = ::GetTickCount64();
   while (::GetTickCount64() - begin < 200) EXPECT_TRUE(report->Step(1, 2, "x"));
-  MSG message;
-  EXPECT_FALSE(::PeekMessageW(&message, container_.window, WM_APP, WM_APP, PM_NOREMOVE));
+  const auto waits = [&](UINT message) {
+    MSG found;
+    return ::PeekMessageW(&found, container_.window, message, message, PM_REMOVE) != 0;
+  };
+  EXPECT_FALSE(waits(WM_APP));
+  EXPECT_TRUE(waits(WM_KEYDOWN));
   EXPECT_EQ(FindOpenWindow({}), nullptr);
   EXPECT_TRUE(container_.modal.empty());
 }
