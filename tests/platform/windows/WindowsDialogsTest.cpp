@@ -105,26 +105,6 @@ TEST_F(InputBoxTest, HandsOnTheLineAsTypedAndNothingWhenCancelled) {
   ExpectClosed();
 }
 
-TEST_F(InputBoxTest, EverythingStandsInTheWindowOneBelowTheOther) {
-  Ask([&](HWND box) {
-    RECT inner;
-    ::GetClientRect(box, &inner);
-    std::vector<RECT> items;
-    for (HWND item = ::GetWindow(box, GW_CHILD); item; item = ::GetWindow(item, GW_HWNDNEXT)) {
-      RECT& place = items.emplace_back();
-      ::GetWindowRect(item, &place);
-      ::MapWindowPoints(nullptr, box, reinterpret_cast<POINT*>(&place), 2);
-      EXPECT_TRUE(place.left > 0 && place.right < inner.right && place.bottom < inner.bottom);
-    }
-    ASSERT_EQ(items.size(), 4U);
-    EXPECT_GT(items[0].bottom - items[0].top, 2 * (items[1].bottom - items[1].top));
-    EXPECT_GT(items[1].top, items[0].bottom);
-    EXPECT_GT(items[2].top, items[1].bottom);
-    EXPECT_GT(items[3].left, items[2].right);
-    Press(box, IDCANCEL);
-  });
-}
-
 TEST_F(InputBoxTest, EndsEmptyWithTheProgramOrItsOwner) {
   EXPECT_EQ(Ask([&](HWND) { ::PostThreadMessageW(thread_, WM_QUIT, 0, 0); }), "");
   EXPECT_TRUE(TakeQuit());
@@ -251,21 +231,35 @@ TEST_F(WindowsDialogs, APickerBeginsWithTheColourAndKeepsMadeUpOnes) {
   constexpr int Red = 706;
   constexpr int Green = 707;
   constexpr int Blue = 708;
+  constexpr int Add = 712;
+  constexpr int MadeUpColours = 721;
+  const auto shown = [&](HWND window) {
+    return TextOf(window, Red) + L"," + TextOf(window, Green) + L"," + TextOf(window, Blue);
+  };
+  const Colour odd{static_cast<std::int32_t>(0xFF123456)};
   WindowsCommonDialogs dialogs(container_.owner);
-  for (const bool accepted : {true, false}) {
+  {
     const DriveDialog drive([&] {
       const HWND window = WaitForWindow({});
-      EXPECT_EQ(TextOf(window, Red) + L"," + TextOf(window, Green) + L"," + TextOf(window, Blue),
-                L"86,52,18");
+      EXPECT_EQ(shown(window), L"86,52,18");
       SetText(window, Red, L"1");
       SetText(window, Green, L"2");
       SetText(window, Blue, L"3");
-      Press(window, accepted ? IDOK : IDCANCEL);
+      Press(window, Add);
+      Press(window, IDOK);
     });
-    const Colour odd{static_cast<std::int32_t>(0xFF123456)};
-    EXPECT_EQ(dialogs.ShowColour(odd),
-              accepted ? std::optional(Colour::FromRgb(1, 2, 3)) : std::nullopt);
+    EXPECT_EQ(dialogs.ShowColour(odd), Colour::FromRgb(1, 2, 3));
   }
+  const DriveDialog drive([&] {
+    const HWND window = WaitForWindow({});
+    EXPECT_EQ(shown(window), L"86,52,18");
+    POINT first{8, 8};
+    ::MapWindowPoints(::GetDlgItem(window, MadeUpColours), window, &first, 1);
+    ::SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(first.x, first.y));
+    EXPECT_EQ(shown(window), L"1,2,3");
+    Press(window, IDCANCEL);
+  });
+  EXPECT_EQ(dialogs.ShowColour(odd), std::nullopt);
   ExpectClosed();
 }
 
