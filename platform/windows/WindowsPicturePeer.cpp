@@ -98,7 +98,9 @@ class PicturePeer : public WindowsPeer {
     const auto ceil = [](double value) { return std::ceil(value); };
     const RECT pixels{edge(part.left, pixel_.width, floor), edge(part.top, pixel_.height, floor),
                       edge(part.right, pixel_.width, ceil), edge(part.bottom, pixel_.height, ceil)};
-    if (Window() != nullptr) ::InvalidateRect(Window(), &pixels, FALSE);
+    if (Window() != nullptr && !::IsRectEmpty(&pixels)) {
+      ::InvalidateRect(Window(), &pixels, FALSE);
+    }
   }
 
  protected:

@@ -236,10 +236,13 @@ TEST_F(WindowsToolbar, ButtonsFollowTheHeightWithPicturesOfTheirOwn) {
     int side = 0;
     ::ImageList_GetIconSize(list, &side, &side);
     const DibSection picture(side, side);
-    ::ImageList_Draw(list, toolbar_images::Zoom - 1, picture.Dc(), 0, 0, ILD_MASK);
+    ::SetDCBrushColor(picture.Dc(), RGB(1, 2, 3));
+    const RECT all{0, 0, side, side};
+    ::FillRect(picture.Dc(), &all, static_cast<HBRUSH>(::GetStockObject(DC_BRUSH)));
+    ::ImageList_Draw(list, toolbar_images::Zoom - 1, picture.Dc(), 0, 0, ILD_TRANSPARENT);
     int marked = 0;
     for (int i = 0; i < side * side; ++i) {
-      marked += picture.At(i % side, i / side) == colours::Black ? 1 : 0;
+      marked += picture.At(i % side, i / side) == Colour::FromRgb(1, 2, 3) ? 0 : 1;
     }
     return std::pair(side, marked * 100 / (side * side));
   };
@@ -377,8 +380,9 @@ TEST_F(WindowsMenu, ShowsItsEntriesAsTheyAreWhenItOpens) {
       const auto menu = reinterpret_cast<HMENU>(::SendMessageW(shown, MN_GETHMENU, 0, 0));
       const auto read = [](HMENU from, std::vector<UINT>& to) {
         for (int i = 0; i < ::GetMenuItemCount(from); ++i) {
-          to.push_back(::GetMenuState(from, static_cast<UINT>(i), MF_BYPOSITION) &
-                       (MF_GRAYED | MF_CHECKED | MF_SEPARATOR | MF_POPUP));
+          const UINT state = ::GetMenuState(from, static_cast<UINT>(i), MF_BYPOSITION);
+          to.push_back(state &
+                       (state & MF_SEPARATOR ? MF_SEPARATOR : MF_GRAYED | MF_CHECKED | MF_POPUP));
         }
       };
       read(menu, states);

@@ -161,9 +161,13 @@ TEST_F(WindowsPicture, MayEndInWhatItHears) {
   picture_.Refresh();
 }
 
-/// Where the system does not count, handles that are left push the numbers of new ones up.
+/// Where the system does not count, handles that are left push the numbers of others up.
 TEST(WindowsPeers, LeaveNoHandleBehind) {
-  const auto live = [] {
+  const PeersWindow outer;
+  const auto live = [&](bool windowsGoFirst) {
+    PictureBox control("Control");
+    const auto holder = MakePeer(control, outer.Get());
+    const HWND window = holder->Window();
     Label label("lblDate");
     label.SetToolTip("Tip");
     CommandButton button("Command1");
@@ -182,22 +186,21 @@ TEST(WindowsPeers, LeaveNoHandleBehind) {
          std::initializer_list<Element*>{&label, &button, &image, &picture, &scrollBar, &toolbar}) {
       element->SetBounds({0, 0, 1500, 450});
     }
-    const PeersWindow window;
-    DialogOwner owner(window.Get());
+    DialogOwner owner(window);
     std::vector<std::unique_ptr<ElementPeer>> peers;
-    peers.push_back(MakePeer(label, window.Get()));
-    peers.push_back(MakePeer(button, window.Get()));
-    peers.push_back(MakePeer(image, window.Get()));
-    peers.push_back(MakePeer(picture, window.Get()));
-    peers.push_back(MakePeer(scrollBar, window.Get()));
-    peers.push_back(MakePeer(toolbar, window.Get()));
-    peers.push_back(MakePeer(menu, window.Get(), owner));
+    peers.push_back(MakePeer(label, window));
+    peers.push_back(MakePeer(button, window));
+    peers.push_back(MakePeer(image, window));
+    peers.push_back(MakePeer(picture, window));
+    peers.push_back(MakePeer(scrollBar, window));
+    peers.push_back(MakePeer(toolbar, window));
+    peers.push_back(MakePeer(menu, window, owner));
     peers.push_back(MakePeer(timer));
     timer.SetEnabled(true);
-    timer.onTimer = [&] { ::SendMessageW(window.Get(), WM_CANCELMODE, 0, 0); };
+    timer.onTimer = [&] { ::SendMessageW(window, WM_CANCELMODE, 0, 0); };
     menu.PopUp({0, 0});
-    ::RedrawWindow(window.Get(), nullptr, nullptr,
-                   RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    if (windowsGoFirst) ::DestroyWindow(window);
   };
   const auto windows = [] {
     int count = 0;
@@ -214,8 +217,9 @@ TEST(WindowsPeers, LeaveNoHandleBehind) {
     return std::pair(::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS),
                      ::GetGuiResources(::GetCurrentProcess(), GR_USEROBJECTS));
   };
-  const auto nextNumber = [] {
-    std::vector<BitmapHandle> bitmaps(8);
+  const auto highestNumber = [] {
+    // More than there are free numbers below the highest.
+    std::vector<BitmapHandle> bitmaps(3000);
     DWORD_PTR highest = 0;
     for (BitmapHandle& bitmap : bitmaps) {
       bitmap.reset(::CreateBitmap(1, 1, 1, 1, nullptr));
@@ -223,14 +227,15 @@ TEST(WindowsPeers, LeaveNoHandleBehind) {
     }
     return highest;
   };
-  live();
+  live(true);
+  live(false);
   const auto before = objects();
-  const DWORD_PTR number = nextNumber();
+  const DWORD_PTR number = highestNumber();
   const int windowsBefore = windows();
-  for (int i = 0; i < 20; ++i) live();
+  for (int i = 0; i < 20; ++i) live(i % 2 == 0);
   EXPECT_EQ(objects(), before);
   EXPECT_EQ(windows(), windowsBefore);
-  EXPECT_LE(nextNumber(), number + 2);
+  EXPECT_LE(highestNumber(), number + 2);
 }
 
 }  // namespace
