@@ -127,6 +127,9 @@ class PicturePeer : public WindowsPeer {
         Paint(reinterpret_cast<HDC>(wParam), all);
         return 0;
       }
+      case WM_CTLCOLORSTATIC:
+        // What it holds has behind it what this has.
+        return ::SendMessageW(::GetParent(Window()), message, wParam, lParam);
       case WM_SIZE:
         ::InvalidateRect(Window(), nullptr, FALSE);
         return std::nullopt;

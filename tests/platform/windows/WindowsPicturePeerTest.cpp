@@ -166,6 +166,7 @@ TEST(WindowsPeers, LeaveNoHandleBehind) {
   const PeersWindow outer;
   const auto live = [&](bool windowsGoFirst) {
     PictureBox control("Control");
+    control.SetBounds({0, 0, 6000, 4500});
     const auto holder = MakePeer(control, outer.Get());
     const HWND window = holder->Window();
     Label label("lblDate");
@@ -217,25 +218,34 @@ TEST(WindowsPeers, LeaveNoHandleBehind) {
     return std::pair(::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS),
                      ::GetGuiResources(::GetCurrentProcess(), GR_USEROBJECTS));
   };
-  const auto highestNumber = [] {
+  const auto highestNumbers = [] {
     // More than there are free numbers below the highest.
     std::vector<BitmapHandle> bitmaps(3000);
-    DWORD_PTR highest = 0;
-    for (BitmapHandle& bitmap : bitmaps) {
-      bitmap.reset(::CreateBitmap(1, 1, 1, 1, nullptr));
-      highest = std::max(highest, reinterpret_cast<DWORD_PTR>(bitmap.get()) & 0xFFFF);
+    std::vector<HMENU> menus(500);
+    DWORD_PTR bitmap = 0;
+    DWORD_PTR menu = 0;
+    for (BitmapHandle& made : bitmaps) {
+      made.reset(::CreateBitmap(1, 1, 1, 1, nullptr));
+      bitmap = std::max(bitmap, reinterpret_cast<DWORD_PTR>(made.get()) & 0xFFFF);
     }
-    return highest;
+    for (HMENU& made : menus) {
+      made = ::CreateMenu();
+      menu = std::max(menu, reinterpret_cast<DWORD_PTR>(made) & 0xFFFF);
+    }
+    for (const HMENU made : menus) ::DestroyMenu(made);
+    return std::pair(bitmap, menu);
   };
   live(true);
   live(false);
   const auto before = objects();
-  const DWORD_PTR number = highestNumber();
+  const auto [bitmapBefore, menuBefore] = highestNumbers();
   const int windowsBefore = windows();
   for (int i = 0; i < 20; ++i) live(i % 2 == 0);
   EXPECT_EQ(objects(), before);
   EXPECT_EQ(windows(), windowsBefore);
-  EXPECT_LE(highestNumber(), number + 2);
+  const auto [bitmap, menu] = highestNumbers();
+  EXPECT_LE(bitmap, bitmapBefore + 2);
+  EXPECT_LE(menu, menuBefore + 10) << "other programs take of these numbers as well";
 }
 
 }  // namespace
