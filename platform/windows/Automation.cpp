@@ -129,6 +129,13 @@ std::string AutomationProgram::Explain(HRESULT result) const {
     case E_ACCESSDENIED:
     case CO_E_SERVER_EXEC_FAILURE:
       return name_ + " does not start, or runs with other rights than this program";
+    case DISP_E_UNKNOWNNAME:
+    case DISP_E_MEMBERNOTFOUND:
+      return "this version of " + name_ + " does not know it";
+    case DISP_E_TYPEMISMATCH:
+      return "Type mismatch";
+    case DISP_E_EXCEPTION:
+      return name_ + " did not say why it failed";
     default:
       return SystemMessage(static_cast<DWORD>(result));
   }
