@@ -35,7 +35,7 @@ class FakeOutlook : private IConnectionPointContainer {
     };
     folder->members["Items"] = [this](const FakeCall&) { return Items(); };
   }
-  ~FakeOutlook() { point->Detach(); }
+  virtual ~FakeOutlook() { point->Detach(); }
   FakeOutlook(const FakeOutlook&) = delete;
   FakeOutlook& operator=(const FakeOutlook&) = delete;
 
