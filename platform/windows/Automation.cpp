@@ -188,22 +188,24 @@ void AutomationObject::Fail(HRESULT result, std::string_view member, std::string
 
 DISPID AutomationObject::Identify(std::string_view member) const {
   const auto known = kind_->members_.find(member);
-  if (known != kind_->members_.end()) return known->second;
+  return known != kind_->members_.end() ? known->second : LookUp(member);
+}
 
+DISPID AutomationObject::LookUp(std::string_view member) const {
   std::wstring name = ToWide(member);
   LPOLESTR names[] = {name.data()};
   DISPID id = DISPID_UNKNOWN;
   const HRESULT result = program_->Attempt(
       [&] { return object_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id); });
   if (FAILED(result)) Fail(result, member);
-  kind_->members_.emplace(member, id);
+  kind_->members_.insert_or_assign(std::string(member), id);
   return id;
 }
 
 Variant AutomationObject::Invoke(AutomationObject self, std::string_view member, WORD flags,
                                  std::vector<VARIANT> arguments) {
   if (!self) self.Fail(CO_E_OBJNOTCONNECTED, member);
-  const DISPID id = self.Identify(member);
+  DISPID id = self.Identify(member);
   DISPID valueName = DISPID_PROPERTYPUT;
   DISPPARAMS parameters{};
   parameters.rgvarg = arguments.data();

@@ -49,6 +49,23 @@ TEST_F(Automation, ArgumentsArriveInOrderAndMembersAreLookedUpOnceForAllObjectsO
   EXPECT_EQ(server_.invokes, 3);
 }
 
+TEST_F(Automation, AnObjectThatKnowsAMemberByAnotherIdentifierIsAskedForIt) {
+  FakeProgram newer;
+  newer.ids["Items.Other"] = 1;
+  const auto other = MakeFake(newer, "Items");
+  fake_->Has("Count", 3);
+  other->Has("Count", 4);
+  EXPECT_EQ(Object().GetInt("Count"), 3);
+  EXPECT_EQ(AutomationObject(program_, kind_, other.Get()).GetInt("Count"), 4);
+  EXPECT_EQ(newer.lookups, 1);
+}
+
+TEST_F(Automation, AnAnswerOfAnotherKindNamesItsMember) {
+  fake_->Has("Count", "many");
+  EXPECT_THAT(ErrorOf([&] { Object().GetInt("Count"); }).Description(),
+              HasSubstr("Items.Count: Type mismatch"));
+}
+
 TEST_F(Automation, AnObjectThatTakesNoReferenceGetsTheValue) {
   std::vector<WORD> flags;
   fake_->members["item"] = [&](const FakeCall& call) {
