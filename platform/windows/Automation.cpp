@@ -218,11 +218,18 @@ Variant AutomationObject::Invoke(AutomationObject self, std::string_view member,
 
   Variant answer;
   Exception exception;
-  const HRESULT result = self.program_->Attempt([&] {
+  const auto invoke = [&] {
     UINT wrong = 0;
-    return self.object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, answer.Out(),
-                                exception.Out(), &wrong);
-  });
+    return self.object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
+                                puts ? nullptr : answer.Out(), exception.Out(), &wrong);
+  };
+  HRESULT result = self.program_->Attempt(invoke);
+  // One object of the class may know the member by another identifier than those before.
+  if (result == DISP_E_MEMBERNOTFOUND && flags != DISPATCH_PROPERTYPUTREF) {
+    const DISPID before = id;
+    id = self.LookUp(member);
+    if (id != before) result = self.program_->Attempt(invoke);
+  }
   if (result == DISP_E_MEMBERNOTFOUND && flags == DISPATCH_PROPERTYPUTREF) {
     return Invoke(std::move(self), member, DISPATCH_PROPERTYPUT, std::move(arguments));
   }
