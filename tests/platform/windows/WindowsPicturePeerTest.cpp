@@ -173,10 +173,8 @@ TEST(WindowsPeers, LeaveNoHandleBehind) {
     Toolbar toolbar("Toolbar1", {{.key = "Back", .toolTip = "", .image = 1}});
     Menu menu("mnuPop");
     Timer timer("tmrStart", 10);
-    for (Element* element :
-         std::initializer_list<Element*>{&label, &button, &image, &picture, &scrollBar, &toolbar}) {
-      element->SetBounds({0, 0, 1500, 450});
-    }
+    picture.SetBounds({0, 0, 1500, 450});
+    image.SetBounds({1500, 0, 3000, 450});
     DialogOwner owner(window);
     std::vector<std::unique_ptr<ElementPeer>> peers;
     peers.push_back(MakePeer(label, window));
@@ -192,17 +190,6 @@ TEST(WindowsPeers, LeaveNoHandleBehind) {
     menu.PopUp({0, 0});
     ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
     if (windowsGoFirst) ::DestroyWindow(window);
-  };
-  const auto windows = [] {
-    int count = 0;
-    ::EnumThreadWindows(
-        ::GetCurrentThreadId(),
-        [](HWND, LPARAM data) -> BOOL {
-          ++*reinterpret_cast<int*>(data);
-          return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&count));
-    return count;
   };
   const auto objects = [] {
     return std::pair(::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS),
@@ -229,10 +216,8 @@ TEST(WindowsPeers, LeaveNoHandleBehind) {
   live(false);
   const auto before = objects();
   const auto [bitmapBefore, menuBefore] = highestNumbers();
-  const int windowsBefore = windows();
   for (int i = 0; i < 20; ++i) live(i % 2 == 0);
   EXPECT_EQ(objects(), before);
-  EXPECT_EQ(windows(), windowsBefore);
   const auto [bitmap, menu] = highestNumbers();
   EXPECT_LE(bitmap, bitmapBefore + 2);
   EXPECT_LE(menu, menuBefore + 10) << "other programs take of these numbers as well";
