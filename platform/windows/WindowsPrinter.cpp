@@ -62,6 +62,7 @@ bool WindowsPrinter::ShowDialog(PrinterSettings& settings) {
   const std::vector<std::string> devices = Devices();
   if (std::find(devices.begin(), devices.end(), shown.device) == devices.end()) {
     shown.device = DefaultPrinterName();
+    // Without any printer the dialog would only say so.
     if (shown.device.empty()) throw PrinterError(errors::DeviceUnavailable, "There is no printer");
     const PrinterSettings instead = PrinterDevice(shown.device).Settings();
     shown.driver = instead.driver;
