@@ -49,10 +49,7 @@ std::size_t CountOf(std::string_view text, std::string_view part) {
 
 class WindowsPrinterTest : public testing::Test {
  protected:
-  ~WindowsPrinterTest() override {
-    WindowsFiles().Delete(output_);
-    WindowsFiles().Delete("printed.ps");
-  }
+  ~WindowsPrinterTest() override { WindowsFiles().Delete(output_); }
 
   const std::string output_ = WindowsEnvironment().Variable("TMP") + "\\velkor-printed-" +
                               std::to_string(::GetCurrentProcessId());
@@ -197,12 +194,22 @@ TEST_F(WindowsPrinterTest, PrinterThatIsGoneIsNamedAndAnotherOneCanBeChosen) {
   EXPECT_EQ(printer_.Current().device, "Velkor Second");
 }
 
-TEST_F(WindowsPrinterTest, PortThatIsAFileAsksForItsNameOnce) {
+TEST_F(WindowsPrinterTest, PortThatIsAFileAsksForItsName) {
+  constexpr int NameEdit = 201;
   {
     const DriveDialog drive([] { Answer(WaitForWindow({}), IDCANCEL); });
     EXPECT_EQ(printer_.Begin("a"), nullptr);
   }
   EXPECT_FALSE(owner_.IsBusy());
+  const DriveDialog drive([&] {
+    const HWND dialog = WaitForWindow({});
+    SetText(dialog, NameEdit, ToWide(output_));
+    Answer(dialog, IDOK);
+  });
+  const auto job = printer_.Begin("a");
+  ASSERT_NE(job, nullptr);
+  job->EndDocument();
+  EXPECT_THAT(WindowsFiles().Read(output_).value_or(""), testing::EndsWith("%%EOF\n"));
 }
 
 TEST_F(WindowsPrinterTest, PictureHasEverythingWhereThePrinterPutsIt) {
