@@ -17,11 +17,17 @@ BusyScope::~BusyScope() {
   if (--owner_.depth_ == 0 && owner_.onBusy) owner_.onBusy(false);
 }
 
-ModalScope::ModalScope(DialogOwner& owner) : busy_(owner), owner_(owner), window_(owner.Get()) {
+ModalScope::ModalScope(DialogOwner& owner)
+    : busy_(owner),
+      owner_(owner),
+      window_(owner.Get()),
+      wasEnabled_(window_ != nullptr && ::IsWindowEnabled(window_)) {
   if (owner_.onModal) owner_.onModal(true);
 }
 
 ModalScope::~ModalScope() {
+  // A dialog that WM_QUIT ends leaves it disabled.
+  if (wasEnabled_ && !::IsWindowEnabled(window_)) ::EnableWindow(window_, TRUE);
   if (owner_.onModal) owner_.onModal(false);
 }
 

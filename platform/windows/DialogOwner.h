@@ -52,7 +52,7 @@ class BusyScope {
   DialogOwner& owner_;
 };
 
-/// A dialog is open for as long as it lives.
+/// A dialog is open for as long as it lives; at its end the window under it is enabled as it was.
 class ModalScope {
  public:
   explicit ModalScope(DialogOwner& owner);
@@ -67,6 +67,7 @@ class ModalScope {
   BusyScope busy_;
   DialogOwner& owner_;
   HWND window_;
+  bool wasEnabled_;
 };
 
 }  // namespace velkor

@@ -11,9 +11,11 @@ namespace velkor {
 namespace {
 
 constexpr UINT_PTR SubclassId = 1;
+/// The property of a window that names its peer; GetWindowSubclass is in no import library.
+constexpr const wchar_t* PeerProperty = L"VelkorPeer";
 
 /// Whether a message comes to a window because of its child, whose handle it carries.
-HWND ChildOf(UINT message, WPARAM wParam, LPARAM lParam) {
+HWND ChildOf(UINT message, LPARAM lParam) {
   switch (message) {
     case WM_COMMAND:
     case WM_HSCROLL:
@@ -26,8 +28,11 @@ HWND ChildOf(UINT message, WPARAM wParam, LPARAM lParam) {
       return reinterpret_cast<HWND>(lParam);
     case WM_NOTIFY:
       return reinterpret_cast<const NMHDR*>(lParam)->hwndFrom;
-    case WM_DRAWITEM:
-      return wParam != 0 ? reinterpret_cast<const DRAWITEMSTRUCT*>(lParam)->hwndItem : nullptr;
+    case WM_DRAWITEM: {
+      // Of a menu it names the menu.
+      const auto& drawn = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+      return drawn.CtlType == ODT_MENU ? nullptr : drawn.hwndItem;
+    }
     default:
       return nullptr;
   }
@@ -110,12 +115,10 @@ FontHandle MakeDialogFont() {
 }
 
 std::optional<LRESULT> ReflectMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  const HWND child = ChildOf(message, wParam, lParam);
-  DWORD_PTR peer = 0;
-  if (child == nullptr || !::GetWindowSubclass(child, WindowsPeer::Subclass, SubclassId, &peer)) {
-    return std::nullopt;
-  }
-  return reinterpret_cast<WindowsPeer*>(peer)->Handle(message + Reflected, wParam, lParam);
+  const HWND child = ChildOf(message, lParam);
+  const HANDLE peer = child == nullptr ? nullptr : ::GetPropW(child, PeerProperty);
+  if (peer == nullptr) return std::nullopt;
+  return static_cast<WindowsPeer*>(peer)->Handle(message + Reflected, wParam, lParam);
 }
 
 WindowsPeer::WindowsPeer(Element& element, HWND parent, Placement placement,
@@ -124,17 +127,29 @@ WindowsPeer::WindowsPeer(Element& element, HWND parent, Placement placement,
   window_ = ::CreateWindowExW(extendedStyle, windowClass, L"", style | WS_CHILD | WS_CLIPSIBLINGS,
                               0, 0, 0, 0, parent, nullptr, ThisModule(), nullptr);
   ::SetWindowSubclass(window_, Subclass, SubclassId, reinterpret_cast<DWORD_PTR>(this));
+  ::SetPropW(window_, PeerProperty, this);
   const LRESULT font = ::SendMessageW(parent, WM_GETFONT, 0, 0);
   ::SendMessageW(window_, WM_SETFONT, static_cast<WPARAM>(font), FALSE);
   element_.Attach(this);
 }
 
 WindowsPeer::~WindowsPeer() {
-  element_.Attach(nullptr);
+  if (element_.Peer() == this) element_.Attach(nullptr);
   if (window_ == nullptr) return;
   ::RemoveWindowSubclass(window_, Subclass, SubclassId);
-  if (toolTip_ != nullptr) ::DestroyWindow(toolTip_);
+  ::RemovePropW(window_, PeerProperty);
+  EndToolTip();
   ::DestroyWindow(window_);
+}
+
+/// The top-level window around a tool tip owns it, and may outlive what it tells about.
+void WindowsPeer::EndToolTip() {
+  if (toolTip_ != nullptr && ::IsWindow(toolTip_)) ::DestroyWindow(toolTip_);
+  toolTip_ = nullptr;
+}
+
+void WindowsPeer::RearmToolTip() {
+  if (toolTip_ != nullptr) ::SendMessageW(toolTip_, TTM_POP, 0, 0);
 }
 
 LRESULT CALLBACK WindowsPeer::Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
@@ -142,8 +157,9 @@ LRESULT CALLBACK WindowsPeer::Subclass(HWND window, UINT message, WPARAM wParam,
   auto& self = *reinterpret_cast<WindowsPeer*>(peer);
   if (message == WM_NCDESTROY) {
     ::RemoveWindowSubclass(window, Subclass, SubclassId);
+    ::RemovePropW(window, PeerProperty);
     self.window_ = nullptr;
-    self.toolTip_ = nullptr;
+    self.EndToolTip();
     return ::DefSubclassProc(window, message, wParam, lParam);
   }
   if (message == WM_NOTIFY && self.toolTip_ != nullptr &&
@@ -198,8 +214,7 @@ void WindowsPeer::MirrorShared() {
 void WindowsPeer::MirrorToolTip() {
   if (HasToolTip() == (toolTip_ != nullptr)) return;
   if (toolTip_ != nullptr) {
-    ::DestroyWindow(toolTip_);
-    toolTip_ = nullptr;
+    EndToolTip();
     return;
   }
   toolTip_ = ::CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, L"",

@@ -69,6 +69,8 @@ class WindowsPeer : public ElementPeer {
   virtual std::string ToolTipText() { return element_.ToolTip(); }
   /// Whether the pointer may bring a tool tip at all.
   virtual bool HasToolTip() const { return !element_.ToolTip().empty(); }
+  /// Takes a tool tip off, so that it is asked for anew when the pointer rests again.
+  void RearmToolTip();
   /// What the window procedure under this one does.
   LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam);
   /// Sets the window's text, unless it has it.
@@ -83,6 +85,7 @@ class WindowsPeer : public ElementPeer {
                                    UINT_PTR id, DWORD_PTR peer);
   void MirrorShared();
   void MirrorToolTip();
+  void EndToolTip();
   void GiveToolTip(LPARAM notice);
 
   Element& element_;
@@ -107,7 +110,8 @@ FontHandle MakeDialogFont();
 /// The module that this code lies in: the program or the library.
 HINSTANCE ThisModule();
 
-/// Each makes the window of one element, a child of `parent`. The element outlives it.
+/// Each makes the window of one element, a child of `parent`. The element outlives it. Of windows
+/// that overlap the one made first lies on top, and is first in the order of the Tab key.
 std::unique_ptr<WindowsPeer> MakePeer(Label& label, HWND parent,
                                       Placement placement = Placement::Bounds);
 std::unique_ptr<WindowsPeer> MakePeer(CommandButton& button, HWND parent,

@@ -1,0 +1,59 @@
+// platform/windows/WindowText.cpp: text measured in a window's font.
+#include "platform/windows/WindowText.h"
+
+#include "platform/windows/GdiHandles.h"
+#include "platform/windows/Wide.h"
+#include "platform/windows/WindowsPeer.h"
+
+namespace velkor {
+namespace {
+
+/// The device context of a window with the window's font.
+class FontDc {
+ public:
+  explicit FontDc(HWND window) : window_(window), dc_(::GetDC(window)) {
+    const auto font = reinterpret_cast<HFONT>(::SendMessageW(window, WM_GETFONT, 0, 0));
+    if (font != nullptr) before_ = ::SelectObject(dc_, font);
+  }
+  ~FontDc() {
+    if (before_ != nullptr) ::SelectObject(dc_, before_);
+    ::ReleaseDC(window_, dc_);
+  }
+  FontDc(const FontDc&) = delete;
+  FontDc& operator=(const FontDc&) = delete;
+
+  HDC Get() const { return dc_; }
+
+ private:
+  HWND window_;
+  HDC dc_;
+  HGDIOBJ before_ = nullptr;
+};
+
+}  // namespace
+
+int ScreenLength(int pixelsAt96) {
+  return ToPixel(pixelsAt96 * TwipsPerPixel, ScreenPixel().width);
+}
+
+SIZE LineSize(HWND window, std::wstring_view text) {
+  const FontDc dc(window);
+  SIZE size{};
+  ::GetTextExtentPoint32W(dc.Get(), text.data(), static_cast<int>(text.size()), &size);
+  return size;
+}
+
+TEXTMETRICW MetricsOfFont(HWND window) {
+  const FontDc dc(window);
+  TEXTMETRICW metrics{};
+  ::GetTextMetricsW(dc.Get(), &metrics);
+  return metrics;
+}
+
+std::wstring ToCaption(std::string_view utf8) {
+  std::wstring caption;
+  for (const wchar_t c : ToWide(utf8)) caption.append(c == L'&' ? 2 : 1, c);
+  return caption;
+}
+
+}  // namespace velkor

@@ -1,0 +1,32 @@
+// platform/windows/WindowsDialogs.h: the system's dialogs for files and colours.
+#pragma once
+
+#include <array>
+
+#include "platform/CommonDialogs.h"
+#include "platform/windows/Win32.h"
+
+namespace velkor {
+
+class DialogOwner;
+
+/// Over the functions that take ANSI text: filters, titles and file names cross by the ANSI code
+/// page. A name with a character that this page lacks is an Error, never the name of another file.
+/// The current directory stays what it was; the system remembers the folder.
+class WindowsCommonDialogs : public CommonDialogs {
+ public:
+  explicit WindowsCommonDialogs(DialogOwner& owner) : owner_(owner) {
+    customColours_.fill(RGB(255, 255, 255));
+  }
+
+  std::string ShowOpen(const FileDialog& dialog) override;
+  std::string ShowSave(const FileDialog& dialog) override;
+  std::optional<Colour> ShowColour(Colour current) override;
+
+ private:
+  DialogOwner& owner_;
+  /// What the user made up, for the next time.
+  std::array<COLORREF, 16> customColours_;
+};
+
+}  // namespace velkor
