@@ -169,12 +169,19 @@ TEST_F(WindowsFormsTest, PrintOptionsStandInFramesAndLeaveTheStateThatCallsLeave
   EXPECT_EQ(shell_.beeps, 1);
   EXPECT_EQ(options.FilterStartMonth(), 5);
   EXPECT_EQ(settings_.Get("Year Planner", "Printing", "Left Margin", ""), "2160");
-  const UserSteps refused(L"Print Options", {[&](HWND) {
-                            PostText(::GetFocus(), L"7");
-                            PostKey(::GetFocus(), VK_ESCAPE);
-                          }});
+}
+
+TEST_F(WindowsFormsTest, EscapeInABoxForNumbersStoresNothing) {
+  PrintOptions options(settings_, {.titleName = "Team", .firstMonth = 4});
+  frmPrintOptions form(options, messages_, shell_);
+  form.Load();
+  const auto before = settings_.Values();
+  const UserSteps steps(L"Print Options", {[&](HWND) {
+                          PostText(::GetFocus(), L"7");
+                          PostKey(::GetFocus(), VK_ESCAPE);
+                        }});
   forms_.ShowModal(form);
-  EXPECT_EQ(settings_.Get("Year Planner", "Printing", "Left Margin", ""), "2160");
+  EXPECT_EQ(settings_.Values(), before);
 }
 
 TEST_F(WindowsFormsTest, AboutBoxOpensThePageAndEnterPressesItsButton) {
