@@ -28,6 +28,13 @@ FontHandle MakeCaptionFont(HFONT dialogFont) {
   return FontHandle(::CreateFontIndirectW(&font));
 }
 
+/// Whether the Tab key goes beyond the last window of a control, or with Shift before its first
+/// one: that is for the container.
+bool IsPastEnd(HWND control, HWND focus, bool backward) {
+  const HWND first = ::GetNextDlgTabItem(control, nullptr, FALSE);
+  return backward ? focus == first : ::GetNextDlgTabItem(control, focus, FALSE) == first;
+}
+
 }  // namespace
 
 ControlWindow::ControlWindow(YearPlan& plan, HWND parent, const RECT& place, DialogOwner& owner,
@@ -185,7 +192,8 @@ bool ControlWindow::TranslateKey(MSG& message) {
     ::DispatchMessageW(&message);
     return true;
   }
-  return isTab && ::IsDialogMessageW(window_, &message);
+  return isTab && !IsPastEnd(window_, message.hwnd, ::GetKeyState(VK_SHIFT) < 0) &&
+         ::IsDialogMessageW(window_, &message);
 }
 
 }  // namespace velkor

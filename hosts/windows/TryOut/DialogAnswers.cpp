@@ -43,8 +43,9 @@ std::string Quoted(const std::string& title) {
 
 DialogAnswers::DialogAnswers() : thread_([this](const std::stop_token& stop) { Work(stop); }) {}
 
-void DialogAnswers::Expect(std::string title, std::string_view steps, int milliseconds) {
-  Expectation expected{std::move(title), ParseDialogSteps(steps), milliseconds};
+void DialogAnswers::Expect(std::string title, std::string_view steps, int milliseconds,
+                           bool required) {
+  Expectation expected{std::move(title), ParseDialogSteps(steps), milliseconds, required};
   const std::scoped_lock lock(mutex_);
   expected_.push_back(std::move(expected));
 }
@@ -99,7 +100,8 @@ void DialogAnswers::Meet(const Expectation& expected, const std::stop_token& sto
   while ((dialog = FindDialog(expected.title)) == nullptr) {
     if (stop.stop_requested()) return;
     if (::GetTickCount64() > deadline) {
-      return Fail("The dialog " + Quoted(expected.title) + " never came.");
+      if (expected.required) Fail("The dialog " + Quoted(expected.title) + " never came.");
+      return;
     }
     ::Sleep(PollTime);
   }

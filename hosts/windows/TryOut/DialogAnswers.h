@@ -30,7 +30,8 @@ class DialogAnswers {
   /// The next dialog with this title is answered by these steps (see ParseDialogSteps). Throws
   /// Error for a step that is none.
   /// @param milliseconds  how long to wait for it, once those before it are done
-  void Expect(std::string title, std::string_view steps, int milliseconds);
+  /// @param required  whether it is a failure when it never comes
+  void Expect(std::string title, std::string_view steps, int milliseconds, bool required);
   /// Whether every dialog came and was answered, or was given up.
   bool IsDone() const;
   /// "Title: texts" of each dialog that was met, in that order.
@@ -43,6 +44,7 @@ class DialogAnswers {
     std::string title;
     std::vector<DialogStep> steps;
     int milliseconds = 0;
+    bool required = true;
   };
 
   void Work(const std::stop_token& stop);

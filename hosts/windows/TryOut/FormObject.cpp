@@ -35,36 +35,22 @@ Variant Number(std::int32_t number) {
 struct FormObject::Table {
   using Self = FormObject;
   static constexpr Member Members[] = {
-      {"YearPlan", Bound<&Self::YearPlan>},
-      {"Open", Bound<&Self::Open>},
-      {"Close", Bound<&Self::Close>},
-      {"Place", Bound<&Self::Place>},
-      {"Save", Bound<&Self::Save>},
-      {"Restore", Bound<&Self::Restore>},
-      {"Resize", Bound<&Self::Resize>},
-      {"Width", Bound<&Self::Width>},
-      {"Height", Bound<&Self::Height>},
-      {"Status", Bound<&Self::Status>},
-      {"Statuses", Bound<&Self::Statuses>},
-      {"Errors", Bound<&Self::Errors>},
-      {"PropertiesChanged", Bound<&Self::PropertiesChanged>},
-      {"Dialogs", Bound<&Self::Dialogs>},
-      {"Wait", Bound<&Self::Wait>},
-      {"WaitFor", Bound<&Self::WaitFor>},
-      {"Expect", Bound<&Self::Expect>},
-      {"WaitForDialogs", Bound<&Self::WaitForDialogs>},
-      {"Click", Bound<&Self::Click>},
-      {"RightClick", Bound<&Self::RightClick>},
-      {"Move", Bound<&Self::Move>},
-      {"Press", Bound<&Self::Press>},
-      {"Button", Bound<&Self::Button>},
-      {"Draw", Bound<&Self::Draw>},
-      {"Pixel", Bound<&Self::Pixel>},
-      {"CountPixels", Bound<&Self::CountPixels>},
-      {"Print", Bound<&Self::Print>},
-      {"Check", Bound<&Self::Check>},
-      {"Argument", Bound<&Self::Argument>},
-      {"ProcessId", Bound<&Self::ProcessId>},
+      {"YearPlan", Bound<&Self::YearPlan>}, {"Open", Bound<&Self::Open>},
+      {"Close", Bound<&Self::Close>},       {"Place", Bound<&Self::Place>},
+      {"Save", Bound<&Self::Save>},         {"Restore", Bound<&Self::Restore>},
+      {"Resize", Bound<&Self::Resize>},     {"Width", Bound<&Self::Width>},
+      {"Height", Bound<&Self::Height>},     {"HasKeyboard", Bound<&Self::HasKeyboard>},
+      {"Status", Bound<&Self::Status>},     {"Statuses", Bound<&Self::Statuses>},
+      {"Errors", Bound<&Self::Errors>},     {"PropertiesChanged", Bound<&Self::PropertiesChanged>},
+      {"Dialogs", Bound<&Self::Dialogs>},   {"Wait", Bound<&Self::Wait>},
+      {"WaitFor", Bound<&Self::WaitFor>},   {"Expect", Bound<&Self::Expect>},
+      {"Allow", Bound<&Self::Allow>},       {"WaitForDialogs", Bound<&Self::WaitForDialogs>},
+      {"Click", Bound<&Self::Click>},       {"RightClick", Bound<&Self::RightClick>},
+      {"Move", Bound<&Self::Move>},         {"Press", Bound<&Self::Press>},
+      {"Button", Bound<&Self::Button>},     {"Draw", Bound<&Self::Draw>},
+      {"Pixel", Bound<&Self::Pixel>},       {"CountPixels", Bound<&Self::CountPixels>},
+      {"Print", Bound<&Self::Print>},       {"Check", Bound<&Self::Check>},
+      {"Argument", Bound<&Self::Argument>}, {"ProcessId", Bound<&Self::ProcessId>},
       {"IsLoaded", Bound<&Self::IsLoaded>},
   };
   static constexpr ObjectClass Form = {"Form", 1, Members};
@@ -154,6 +140,11 @@ Variant FormObject::Height(const Call&) {
   return Number(form_.Host().Size().cy);
 }
 
+/// Whether one of the control's windows has the keyboard.
+Variant FormObject::HasKeyboard(const Call&) {
+  return Variant(::IsChild(form_.Host().ControlWindow(), ::GetFocus()) != FALSE);
+}
+
 Variant FormObject::Status(const Call&) {
   return Variant(statuses_.empty() ? std::string() : statuses_.back());
 }
@@ -192,9 +183,19 @@ Variant FormObject::WaitFor(const Call& call) {
   return Variant(came);
 }
 
-Variant FormObject::Expect(const Call& call) {
+void FormObject::AddDialog(const Call& call, bool required) {
   answers_.Expect(call[0].ToText(), call[1].ToText(),
-                  call.Has(2) ? call[2].ToInt() : DialogPatience);
+                  call.Has(2) ? call[2].ToInt() : DialogPatience, required);
+}
+
+Variant FormObject::Expect(const Call& call) {
+  AddDialog(call, true);
+  return {};
+}
+
+/// A dialog that may come.
+Variant FormObject::Allow(const Call& call) {
+  AddDialog(call, false);
   return {};
 }
 

@@ -42,6 +42,7 @@ class FormObject : public NamedObject<NamedMembers> {
   Variant Resize(const Call& call);
   Variant Width(const Call& call);
   Variant Height(const Call& call);
+  Variant HasKeyboard(const Call& call);
   // What it tells.
   Variant Status(const Call& call);
   Variant Statuses(const Call& call);
@@ -52,6 +53,7 @@ class FormObject : public NamedObject<NamedMembers> {
   Variant Wait(const Call& call);
   Variant WaitFor(const Call& call);
   Variant Expect(const Call& call);
+  Variant Allow(const Call& call);
   Variant WaitForDialogs(const Call& call);
   // What the user does.
   Variant Click(const Call& call);
@@ -70,6 +72,7 @@ class FormObject : public NamedObject<NamedMembers> {
   Variant ProcessId(const Call& call);
   Variant IsLoaded(const Call& call);
 
+  void AddDialog(const Call& call, bool required);
   void Fail(const std::string& what);
   void TakeFailures();
   const DibSection& Picture();
