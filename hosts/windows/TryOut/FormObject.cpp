@@ -265,7 +265,9 @@ Variant FormObject::CountPixels(const Call& call) {
 }
 
 Variant FormObject::Print(const Call& call) {
-  WriteLine(call[0].ToText());
+  const Variant text = call[0];
+  const bool truth = text.Get().vt == VT_BOOL;
+  WriteLine(!truth ? text.ToText() : text.ToBool() ? "True" : "False");
   return {};
 }
 
