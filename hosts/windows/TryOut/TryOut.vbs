@@ -22,9 +22,10 @@ Sub Form_PropertyChanged(Name)
   Form.Print "Changed: " & Name
 End Sub
 
-Dim shell, folder, saved, picture
-Set shell = CreateObject("WScript.Shell")
-folder = shell.ExpandEnvironmentStrings("%TEMP%")
+Const TemporaryFolder = 2
+
+Dim folder, saved, picture
+folder = CreateObject("Scripting.FileSystemObject").GetSpecialFolder(TemporaryFolder).Path
 saved = folder & "\TryOut.properties"
 picture = folder & "\TryOut.bmp"
 
