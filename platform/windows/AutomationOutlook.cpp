@@ -28,7 +28,8 @@ Variant AutomationOutlook::Ask(std::string_view member, AutomationObject::Argume
 }
 
 std::string AutomationOutlook::Version() {
-  return Ask("Version", {}, false).ToText();
+  const Variant version = Ask("Version", {}, false);
+  return application_.Converted("Version", version, &Variant::ToText);
 }
 
 AutomationObject AutomationOutlook::Session(std::string_view type) {
