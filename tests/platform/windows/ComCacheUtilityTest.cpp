@@ -35,6 +35,10 @@ class FakeCacheUtilityTest : public UtilityCase {
   FakeCacheUtilityTest() {
     fake_->values = {{"InterfaceVersion", 1}, {"ProcessId", process_.Id()}};
   }
+  ~FakeCacheUtilityTest() override {
+    fake_->onCall = [](const std::string&) {};
+    utility_.reset();
+  }
   SleepingProcess process_;
   const ComPtr<FakeUtility> fake_{new FakeUtility};
   const FakeOffer offer_{*fake_.Get()};
