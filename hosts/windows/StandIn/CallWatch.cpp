@@ -11,6 +11,7 @@ void CallWatch::BeginCall(std::string_view kind, std::string_view member) {
   ++calls_;
   ++members_[full];
   if (!exitIn_.empty() && (exitIn_ == name || exitIn_ == full)) {
+    if (onExit) onExit();
     ::TerminateProcess(::GetCurrentProcess(), 1);
   }
   if (slow_ > 0 && name == "GetNext") ::Sleep(static_cast<DWORD>(slow_));
@@ -19,18 +20,6 @@ void CallWatch::BeginCall(std::string_view kind, std::string_view member) {
       throw Error(fault->second, full + " failed as a test asked for.");
     }
   }
-}
-
-DWORD CallWatch::Admit() {
-  if (refused_ > 0) {
-    --refused_;
-    return SERVERCALL_REJECTED;
-  }
-  if (busy_ > 0) {
-    --busy_;
-    return SERVERCALL_RETRYLATER;
-  }
-  return SERVERCALL_ISHANDLED;
 }
 
 std::string CallWatch::MemberCounts() const {

@@ -47,6 +47,7 @@ NamedMembers::~NamedMembers() {
 
 HRESULT NamedMembers::Identify(LPOLESTR* names, UINT count, DISPID* ids) {
   session_.loop.NoteCall();
+  if (kind_.watched && session_.watch.PutsOff()) return RPC_E_SERVERCALL_RETRYLATER;
   if (kind_.watched) session_.watch.CountLookup();
   if (count == 0) return E_INVALIDARG;
   std::fill_n(ids, count, DISPID_UNKNOWN);
@@ -72,6 +73,7 @@ const Member* NamedMembers::Find(DISPID id) const {
 HRESULT NamedMembers::Answer(DISPID id, WORD flags, const DISPPARAMS* arguments, VARIANT* result,
                              EXCEPINFO* exception) {
   session_.loop.NoteCall();
+  if (kind_.watched && session_.watch.PutsOff()) return RPC_E_SERVERCALL_RETRYLATER;
   const Member* member = Find(id);
   if (member == nullptr || arguments == nullptr) return DISP_E_MEMBERNOTFOUND;
   const Call call(*arguments, flags);

@@ -9,7 +9,7 @@
 #include "hosts/windows/StandIn/ApplicationObject.h"
 #include "hosts/windows/StandIn/ServedClasses.h"
 #include "hosts/windows/StandIn/ZqObjects.h"
-#include "support/values/Error.h"
+#include "platform/windows/ComError.h"
 
 namespace velkor {
 namespace {
@@ -42,16 +42,10 @@ class ClassFactory : public ComObject<IClassFactory> {
 
 class Apartment {
  public:
-  Apartment() : result_(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)) {}
-  ~Apartment() {
-    if (IsOpen()) ::CoUninitialize();
-  }
+  Apartment() { Check(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), "COM"); }
+  ~Apartment() { ::CoUninitialize(); }
   Apartment(const Apartment&) = delete;
   Apartment& operator=(const Apartment&) = delete;
-  bool IsOpen() const { return SUCCEEDED(result_); }
-
- private:
-  HRESULT result_;
 };
 
 int Serve() {
@@ -59,25 +53,24 @@ int Serve() {
   StandInSession session(loop);
   // What clients still hold goes with the apartment, before the session.
   const Apartment apartment;
-  if (!apartment.IsOpen()) return 1;
   const ComPtr<CallFilter> filter(new CallFilter(session.watch));
   ::CoRegisterMessageFilter(filter.Get(), nullptr);
   const ComPtr<ApplicationObject> application(new ApplicationObject(session));
 
-  const std::vector<std::pair<CLSID, ClassFactory::Make>> classes = {
-      {ApplicationClass.id, [&] { return ComPtr<IDispatch>(application.Get()); }},
-      {CurrentUserClass.id, [&] { return ComPtr<IDispatch>(new zqCurrentUser(session)); }},
-      {AppointmentItemClass.id, [&] { return ComPtr<IDispatch>(new zqAppointmentItem(session)); }}};
   std::vector<DWORD> cookies;
-  for (const auto& [id, make] : classes) {
-    const ComPtr<ClassFactory> factory(new ClassFactory(loop, make));
-    DWORD cookie = 0;
-    if (FAILED(::CoRegisterClassObject(id, factory.Get(), CLSCTX_LOCAL_SERVER,
-                                       REGCLS_MULTIPLEUSE | REGCLS_SUSPENDED, &cookie))) {
-      return 1;
-    }
-    cookies.push_back(cookie);
-  }
+  const auto revoke = [&cookies] {
+    for (const DWORD cookie : cookies) ::CoRevokeClassObject(cookie);
+  };
+  session.watch.onExit = revoke;
+  const auto serve = [&](const ServedClass& served, ClassFactory::Make make) {
+    const ComPtr<ClassFactory> factory(new ClassFactory(loop, std::move(make)));
+    Check(::CoRegisterClassObject(served.id, factory.Get(), CLSCTX_LOCAL_SERVER,
+                                  REGCLS_MULTIPLEUSE | REGCLS_SUSPENDED, &cookies.emplace_back()),
+          served.programId);
+  };
+  serve(ApplicationClass, [&] { return ComPtr<IDispatch>(application.Get()); });
+  serve(CurrentUserClass, [&] { return ComPtr<IDispatch>(new zqCurrentUser(session)); });
+  serve(AppointmentItemClass, [&] { return ComPtr<IDispatch>(new zqAppointmentItem(session)); });
   DWORD active = 0;
   ::RegisterActiveObject(static_cast<IDispatch*>(application.Get()), ApplicationClass.id,
                          ACTIVEOBJECT_WEAK, &active);
@@ -85,7 +78,7 @@ int Serve() {
   while (loop.Step()) {
   }
   if (active != 0) ::RevokeActiveObject(active, nullptr);
-  for (const DWORD cookie : cookies) ::CoRevokeClassObject(cookie);
+  revoke();
   ::CoRegisterMessageFilter(nullptr, nullptr);
   ::CoDisconnectObject(static_cast<IDispatch*>(application.Get()), 0);
   return 0;
