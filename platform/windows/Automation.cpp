@@ -129,6 +129,13 @@ std::string AutomationProgram::Explain(HRESULT result) const {
     case E_ACCESSDENIED:
     case CO_E_SERVER_EXEC_FAILURE:
       return name_ + " does not start, or runs with other rights than this program";
+    case DISP_E_UNKNOWNNAME:
+    case DISP_E_MEMBERNOTFOUND:
+      return "this version of " + name_ + " does not know it";
+    case DISP_E_TYPEMISMATCH:
+      return "Type mismatch";
+    case DISP_E_EXCEPTION:
+      return name_ + " did not say why it failed";
     default:
       return SystemMessage(static_cast<DWORD>(result));
   }
@@ -181,22 +188,24 @@ void AutomationObject::Fail(HRESULT result, std::string_view member, std::string
 
 DISPID AutomationObject::Identify(std::string_view member) const {
   const auto known = kind_->members_.find(member);
-  if (known != kind_->members_.end()) return known->second;
+  return known != kind_->members_.end() ? known->second : LookUp(member);
+}
 
+DISPID AutomationObject::LookUp(std::string_view member) const {
   std::wstring name = ToWide(member);
   LPOLESTR names[] = {name.data()};
   DISPID id = DISPID_UNKNOWN;
   const HRESULT result = program_->Attempt(
       [&] { return object_->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id); });
   if (FAILED(result)) Fail(result, member);
-  kind_->members_.emplace(member, id);
+  kind_->members_.insert_or_assign(std::string(member), id);
   return id;
 }
 
 Variant AutomationObject::Invoke(AutomationObject self, std::string_view member, WORD flags,
                                  std::vector<VARIANT> arguments) {
   if (!self) self.Fail(CO_E_OBJNOTCONNECTED, member);
-  const DISPID id = self.Identify(member);
+  DISPID id = self.Identify(member);
   DISPID valueName = DISPID_PROPERTYPUT;
   DISPPARAMS parameters{};
   parameters.rgvarg = arguments.data();
@@ -209,11 +218,18 @@ Variant AutomationObject::Invoke(AutomationObject self, std::string_view member,
 
   Variant answer;
   Exception exception;
-  const HRESULT result = self.program_->Attempt([&] {
+  const auto invoke = [&] {
     UINT wrong = 0;
-    return self.object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, answer.Out(),
-                                exception.Out(), &wrong);
-  });
+    return self.object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
+                                puts ? nullptr : answer.Out(), exception.Out(), &wrong);
+  };
+  HRESULT result = self.program_->Attempt(invoke);
+  // One object of the class may know the member by another identifier than those before.
+  if (result == DISP_E_MEMBERNOTFOUND && flags != DISPATCH_PROPERTYPUTREF) {
+    const DISPID before = id;
+    id = self.LookUp(member);
+    if (id != before) result = self.program_->Attempt(invoke);
+  }
   if (result == DISP_E_MEMBERNOTFOUND && flags == DISPATCH_PROPERTYPUTREF) {
     return Invoke(std::move(self), member, DISPATCH_PROPERTYPUT, std::move(arguments));
   }

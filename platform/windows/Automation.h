@@ -12,6 +12,7 @@
 
 #include "platform/windows/DialogOwner.h"
 #include "platform/windows/Variant.h"
+#include "support/values/Error.h"
 
 namespace velkor {
 
@@ -100,12 +101,29 @@ class AutomationObject {
   Variant Get(std::string_view member, Arguments arguments = {}) const;
   Variant Call(std::string_view member, Arguments arguments = {}) const;
   void Put(std::string_view member, const Variant& value) const;
+  std::string GetText(std::string_view member) const {
+    return Converted(member, Get(member), &Variant::ToText);
+  }
+  std::int32_t GetInt(std::string_view member) const {
+    return Converted(member, Get(member), &Variant::ToInt);
+  }
+  /// What a member answered, as another type.
+  template <typename Result>
+  Result Converted(std::string_view member, const Variant& value,
+                   Result (Variant::*conversion)() const) const {
+    try {
+      return (value.*conversion)();
+    } catch (const Error&) {
+      Fail(DISP_E_TYPEMISMATCH, member);
+    }
+  }
   /// By reference, or by value where the object takes none.
   void PutReference(std::string_view member, IDispatch* value) const;
 
  private:
   [[noreturn]] void Fail(HRESULT result, std::string_view member, std::string_view text = {}) const;
   DISPID Identify(std::string_view member) const;
+  DISPID LookUp(std::string_view member) const;
   // Its own copy, as the holder may let go of the object while the call lets messages through.
   static Variant Invoke(AutomationObject self, std::string_view member, WORD flags,
                         std::vector<VARIANT> arguments);

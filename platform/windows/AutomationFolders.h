@@ -11,10 +11,10 @@ class AutomationFolder : public OutlookFolder {
   AutomationFolder(OutlookLink& link, AutomationObject folder)
       : link_(link), folder_(std::move(folder)) {}
 
-  std::string Name() override { return folder_.Get("Name").ToText(); }
-  std::string EntryID() override { return folder_.Get("EntryID").ToText(); }
-  std::string StoreID() override { return folder_.Get("StoreID").ToText(); }
-  int DefaultItemType() override { return folder_.Get("DefaultItemType").ToInt(); }
+  std::string Name() override { return folder_.GetText("Name"); }
+  std::string EntryID() override { return folder_.GetText("EntryID"); }
+  std::string StoreID() override { return folder_.GetText("StoreID"); }
+  int DefaultItemType() override { return folder_.GetInt("DefaultItemType"); }
   std::unique_ptr<OutlookFolder> Folder(std::string_view name) override;
   std::unique_ptr<OutlookItems> Items() override;
 

@@ -7,7 +7,7 @@ namespace velkor {
 
 int AutomationItem::Class() {
   if (!class_) {
-    class_ = AutomationObject(link_.program, link_.item, object_).Get("Class").ToInt();
+    class_ = AutomationObject(link_.program, link_.item, object_).GetInt("Class");
   }
   return *class_;
 }
@@ -39,7 +39,7 @@ std::string AutomationItem::Body() {
       known_.insert_or_assign("Body", Variant(*text));
     }
   }
-  return Text("Body");
+  return As("Body", &Variant::ToText);
 }
 
 void AutomationItem::Display(bool modal) {

@@ -18,17 +18,17 @@ class AutomationItem : public OutlookItem {
       : link_(link), object_(std::move(object)), class_(itemClass) {}
 
   int Class() override;
-  std::string EntryID() override { return Text("EntryID"); }
-  std::string MessageClass() override { return Text("MessageClass"); }
-  std::string Subject() override { return Text("Subject"); }
-  std::string Categories() override { return Text("Categories"); }
-  std::string Location() override { return Text("Location"); }
+  std::string EntryID() override { return As("EntryID", &Variant::ToText); }
+  std::string MessageClass() override { return As("MessageClass", &Variant::ToText); }
+  std::string Subject() override { return As("Subject", &Variant::ToText); }
+  std::string Categories() override { return As("Categories", &Variant::ToText); }
+  std::string Location() override { return As("Location", &Variant::ToText); }
   std::string Body() override;
-  Date Start() override { return Read("Start").ToDate(); }
-  Date End() override { return Read("End").ToDate(); }
-  bool AllDayEvent() override { return Read("AllDayEvent").ToBool(); }
-  bool IsRecurring() override { return Read("IsRecurring").ToBool(); }
-  Date LastModificationTime() override { return Read("LastModificationTime").ToDate(); }
+  Date Start() override { return As("Start", &Variant::ToDate); }
+  Date End() override { return As("End", &Variant::ToDate); }
+  bool AllDayEvent() override { return As("AllDayEvent", &Variant::ToBool); }
+  bool IsRecurring() override { return As("IsRecurring", &Variant::ToBool); }
+  Date LastModificationTime() override { return As("LastModificationTime", &Variant::ToDate); }
 
   void SetSubject(std::string_view subject) override { Put("Subject", Variant(subject)); }
   void SetCategories(std::string_view names) override { Put("Categories", Variant(names)); }
@@ -48,7 +48,10 @@ class AutomationItem : public OutlookItem {
   /// By the member identifiers of its own class.
   AutomationObject Object();
   const Variant& Read(const char* member);
-  std::string Text(const char* member) { return Read(member).ToText(); }
+  template <typename Result>
+  Result As(const char* member, Result (Variant::*conversion)() const) {
+    return Object().Converted(member, Read(member), conversion);
+  }
   void Put(const char* member, const Variant& value);
   void Call(const char* member, AutomationObject::Arguments arguments = {});
 

@@ -42,7 +42,7 @@ std::string AutomationOutlook::CurrentUserName() {
   if (const auto name = link_.helpers.CurrentUserName(); name && !name->empty()) return *name;
   const AutomationObject user = link_.NeedObject(link_.user, Session("MAPI").Get("CurrentUser"),
                                                  link_.session, "CurrentUser");
-  return user.Get("Name").ToText();
+  return user.GetText("Name");
 }
 
 }  // namespace velkor

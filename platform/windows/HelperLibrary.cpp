@@ -21,7 +21,7 @@ std::optional<std::string> HelperLibrary::Body(IDispatch* item) {
   const AutomationObject helper = Open(item_);
   if (!helper) return std::nullopt;
   helper.PutReference("item", item);
-  return helper.Get("Body").ToText();
+  return helper.GetText("Body");
 }
 
 std::optional<std::string> HelperLibrary::CurrentUserName() {
@@ -29,7 +29,7 @@ std::optional<std::string> HelperLibrary::CurrentUserName() {
   if (!helper) return std::nullopt;
   std::optional<std::string> name;
   try {
-    name = helper.Get("Name").ToText();
+    name = helper.GetText("Name");
   } catch (const Error&) {
     // The session knows the name too.
   }

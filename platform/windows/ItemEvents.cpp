@@ -3,8 +3,6 @@
 
 #include "platform/windows/AutomationItem.h"
 #include "platform/windows/OutlookLink.h"
-// After windows.h.
-#include <commctrl.h>
 
 namespace velkor {
 namespace {
@@ -17,7 +15,6 @@ constexpr DISPID ItemChange = 0xF002;
 constexpr DISPID ItemRemove = 0xF003;
 
 constexpr UINT EventIsDue = WM_APP;
-constexpr UINT_PTR SubclassId = 1;
 
 }  // namespace
 
@@ -87,23 +84,10 @@ ItemEventQueue::ItemEventQueue(OutlookLink& link) : link_(link) {
 
 ItemEventQueue::~ItemEventQueue() {
   link_.program.onIdle = nullptr;
-  if (window_ == nullptr) return;
-  ::RemoveWindowSubclass(window_, Receive, SubclassId);
-  ::DestroyWindow(window_);
 }
 
-void ItemEventQueue::MakeWindow() {
-  if (window_ != nullptr) return;
-  window_ =
-      ::CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
-  ::SetWindowSubclass(window_, Receive, SubclassId, reinterpret_cast<DWORD_PTR>(this));
-}
-
-LRESULT CALLBACK ItemEventQueue::Receive(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                         UINT_PTR /*id*/, DWORD_PTR queue) {
-  if (message != EventIsDue) return ::DefSubclassProc(window, message, wParam, lParam);
-  reinterpret_cast<ItemEventQueue*>(queue)->RaiseNext();
-  return 0;
+void ItemEventQueue::Begin() {
+  if (!window_) window_.emplace([this](UINT, WPARAM) { RaiseNext(); });
 }
 
 void ItemEventQueue::Add(ComPtr<ItemEventSink> sink, DISPID event, ComPtr<IDispatch> item) {
@@ -113,7 +97,7 @@ void ItemEventQueue::Add(ComPtr<ItemEventSink> sink, DISPID event, ComPtr<IDispa
 
 void ItemEventQueue::Post() {
   if (events_.empty() || posted_ || link_.program.IsInCall()) return;
-  posted_ = ::PostMessageW(window_, EventIsDue, 0, 0) != 0;
+  posted_ = ::PostMessageW(window_->Get(), EventIsDue, 0, 0) != 0;
 }
 
 void ItemEventQueue::RaiseNext() {
@@ -124,17 +108,14 @@ void ItemEventQueue::RaiseNext() {
   events_.pop_front();
   Post();
   const BusyScope busy(link_.program.Owner());
-  try {
-    event.sink->Raise(event.id, event.item);
-  } catch (const std::exception&) {
-    // What a receiver fails at is its own affair; the item is saved.
-  }
+  // What a receiver fails at is its own affair, since the item is saved: it ends at the window.
+  event.sink->Raise(event.id, event.item);
 }
 
 ItemEventConnection::ItemEventConnection(OutlookLink& link, const AutomationObject& items,
                                          OutlookItemEvents& events)
     : program_(link.program), sink_(new ItemEventSink(link.events, events)) {
-  link.events.MakeWindow();
+  link.events.Begin();
   const HRESULT result = program_.Attempt([&] {
     ComPtr<IConnectionPointContainer> container;
     HRESULT done = items.Get()->QueryInterface(IID_PPV_ARGS(&container));
@@ -144,6 +125,7 @@ ItemEventConnection::ItemEventConnection(OutlookLink& link, const AutomationObje
   });
   if (FAILED(result)) {
     sink_->Close();
+    ::CoDisconnectObject(sink_.Get(), 0);
     program_.Fail(result, "Items.ItemAdd", {}, "Items");
   }
 }

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <deque>
+#include <optional>
 
 #include "platform/Outlook.h"
 #include "platform/windows/Automation.h"
+#include "platform/windows/MessageWindow.h"
 
 namespace velkor {
 
@@ -23,8 +25,8 @@ class ItemEventQueue {
   /// @param event  one of the items' event identifiers
   /// @param item   null for an event that names none
   void Add(ComPtr<ItemEventSink> sink, DISPID event, ComPtr<IDispatch> item);
-  /// Before the first event.
-  void MakeWindow();
+  /// Before the first event. Throws Error when it cannot.
+  void Begin();
   OutlookLink& Link() const { return link_; }
 
  private:
@@ -34,15 +36,13 @@ class ItemEventQueue {
     ComPtr<IDispatch> item;
   };
 
-  static LRESULT CALLBACK Receive(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                  UINT_PTR id, DWORD_PTR queue);
   void Post();
   void RaiseNext();
 
   OutlookLink& link_;
   std::deque<Event> events_;
-  /// Only gets the message that the next event is due.
-  HWND window_ = nullptr;
+  /// Only gets the message that the next event is due; none before the first connection.
+  std::optional<MessageWindow> window_;
   bool posted_ = false;
 };
 
