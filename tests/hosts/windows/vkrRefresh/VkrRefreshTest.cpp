@@ -1,5 +1,6 @@
 // tests/hosts/windows/vkrRefresh/VkrRefreshTest.cpp: the real cache utility over a calendar
 // program.
+#include "VelkorCacheUtility.h"
 #include "model/CacheRecord.h"
 #include "platform/windows/WindowsFiles.h"
 #include "platform/windows/WindowsLocale.h"
@@ -127,6 +128,9 @@ TEST_F(VkrRefresh, AUtilityKilledInTheMiddleFailsThisRefreshOnly) {
   Testing().Call("ClearFaults");
   EXPECT_THAT(Refresh(), Pair(1, 0));
   EXPECT_FALSE(WorkFileExists());
+  // What the killed one held of it is given back by nobody.
+  Testing().Call("ExitIn", {Variant("Version")});
+  EXPECT_THROW(Application().Get("Version"), Error);
 }
 
 TEST_F(VkrRefresh, AClientThatIsDestroyedOrKilledEndsItInTheMiddle) {
@@ -147,6 +151,43 @@ TEST_F(VkrRefresh, AClientThatIsDestroyedOrKilledEndsItInTheMiddle) {
   EXPECT_FALSE(WorkFileExists());
   EXPECT_EQ(RecordsInCache(), -1);
   EXPECT_THAT(completions_, IsEmpty());
+}
+
+using VkrRefreshInterface = UtilityCase;
+
+TEST_F(VkrRefreshInterface, AnswersThoseWhoKnowItsInterfaceAndTellsThemWhatIsWrong) {
+  ComPtr<IVelkorCacheUtility> utility;
+  ASSERT_EQ(
+      ::CoCreateInstance(CLSID_VelkorCacheUtility, nullptr, CLSCTX_LOCAL_SERVER,
+                         IID_IVelkorCacheUtility, reinterpret_cast<void**>(utility.GetAddressOf())),
+      S_OK);
+  short version = 0;
+  EXPECT_EQ(utility->get_InterfaceVersion(&version), S_OK);
+  EXPECT_EQ(version, CacheUtilityInterface);
+  EXPECT_EQ(utility->put_CacheFile(Bstr(inputs_.cacheFile).Get()), S_OK);
+
+  ComPtr<IProvideClassInfo2> classInfo;
+  ASSERT_EQ(utility.As(&classInfo), S_OK);
+  GUID events{};
+  EXPECT_EQ(classInfo->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &events), S_OK);
+  EXPECT_EQ(ToText(events), ToText(DIID__IVelkorCacheUtilityEvents));
+  ComPtr<IConnectionPointContainer> container;
+  ASSERT_EQ(utility.As(&container), S_OK);
+  ComPtr<IConnectionPoint> point;
+  EXPECT_EQ(container->FindConnectionPoint(events, &point), S_OK);
+
+  const auto self = static_cast<std::int32_t>(::GetCurrentProcessId());
+  EXPECT_EQ(utility->put_ClientProcess(self), S_OK);
+  AutomationProgram program("Utility", owner_);
+  AutomationClass kind("VelkorCacheUtility");
+  const AutomationObject late(program, kind, Variant(utility.Get()).ToObject());
+  try {
+    late.Put("ClientProcess", Variant(self));
+    ADD_FAILURE() << "it was put twice";
+  } catch (const Error& error) {
+    EXPECT_THAT(error.Description(), HasSubstr("The client's process is known already"));
+    EXPECT_EQ(error.Number(), static_cast<long>(0x800A0005));
+  }
 }
 
 TEST(VkrRefreshCommandLine, SaysWhatItDidAndWhatItTakes) {
