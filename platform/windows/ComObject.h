@@ -21,6 +21,24 @@ using ComPtr = Microsoft::WRL::ComPtr<Interface>;
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
+/// The objects of this program or library that somebody holds: the one count that the system asks a
+/// library for (DllCanUnloadNow).
+class LiveObject {
+ public:
+  LiveObject() { ++Counter(); }
+  ~LiveObject() { --Counter(); }
+  LiveObject(const LiveObject&) = delete;
+  LiveObject& operator=(const LiveObject&) = delete;
+
+  static long Count() { return Counter(); }
+
+ private:
+  static std::atomic<long>& Counter() {
+    static constinit std::atomic<long> count = 0;
+    return count;
+  }
+};
+
 /// Counts its references and answers with the interfaces that it is made of; the first of them is
 /// its identity. Made by `new` with no reference: whoever makes it takes the first one.
 ///
@@ -73,6 +91,7 @@ class ComObject : public Interfaces... {
   }
 
   std::atomic<ULONG> references_ = 0;
+  LiveObject live_;
 };
 
 #pragma GCC diagnostic pop

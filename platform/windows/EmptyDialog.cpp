@@ -25,8 +25,8 @@ RECT WorkAreaAround(HWND window) {
 
 }  // namespace
 
-EmptyDialog::EmptyDialog() {
-  template_.header.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME;
+EmptyDialog::EmptyDialog(DWORD style) {
+  template_.header.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | style;
 }
 
 INT_PTR EmptyDialog::ShowModal(HWND owner, DLGPROC procedure, LPARAM parameter) const {

@@ -11,7 +11,8 @@ namespace velkor {
 /// A dialog template in memory: a frame with a title bar and a close button, no items, no size.
 class EmptyDialog {
  public:
-  EmptyDialog();
+  /// @param style  beside that of every dialog
+  explicit EmptyDialog(DWORD style = DS_MODALFRAME);
 
   /// Opens it over `owner`, which is disabled meanwhile, and waits for its end. The system posts a
   /// WM_QUIT that arrives meanwhile again (DialogBox).
@@ -23,7 +24,7 @@ class EmptyDialog {
   HWND Open(HWND owner, DLGPROC procedure, LPARAM parameter) const;
 
  private:
-  struct Template {
+  struct alignas(DWORD) Template {
     DLGTEMPLATE header;
     WORD menu;
     WORD windowClass;

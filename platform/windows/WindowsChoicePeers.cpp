@@ -150,8 +150,13 @@ class ComboBoxPeer : public WindowsPeer {
   std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam) override {
     switch (message) {
       case WM_WINDOWPOSCHANGING:
-        MakeRoomForList(*reinterpret_cast<WINDOWPOS*>(lParam));
+        if (!shrinking_) MakeRoomForList(*reinterpret_cast<WINDOWPOS*>(lParam));
+        break;
+      case WM_SIZE: {
+        // The box makes itself as high as its field.
+        const FlagScope shrinking(shrinking_);
         return Default(message, wParam, lParam);
+      }
       case WM_COMMAND + Reflected:
         if (HIWORD(wParam) == CBN_SELCHANGE && !IsMirroring()) Choose();
         if (HIWORD(wParam) == CBN_SELENDCANCEL) Changed();
@@ -182,6 +187,7 @@ class ComboBoxPeer : public WindowsPeer {
 
   ComboBox& box_;
   std::vector<std::string> shown_;
+  bool shrinking_ = false;
 };
 
 }  // namespace

@@ -3,19 +3,12 @@
 
 #include <algorithm>
 
+#include "platform/windows/EmptyDialog.h"
 #include "platform/windows/Wide.h"
 #include "platform/windows/WindowsPeer.h"
 
 namespace velkor {
 namespace {
-
-/// A dialog template without items: no menu, the dialog class, no title (DLGTEMPLATE structure).
-struct alignas(DWORD) EmptyTemplate {
-  DLGTEMPLATE dialog{};
-  WORD menu = 0;
-  WORD windowClass = 0;
-  WORD title = 0;
-};
 
 /// Messages whose answer a dialog procedure returns itself (DialogProc, "Return value").
 bool IsAnsweredDirectly(UINT message) {
@@ -30,10 +23,7 @@ SIZE SizeOf(const RECT& rect) {
 
 WindowsDialog::WindowsDialog(HWND owner, const std::string& title, DWORD style)
     : font_(MakeDialogFont()), owner_(owner) {
-  EmptyTemplate empty;
-  empty.dialog.style = style | WS_POPUP | WS_CAPTION | WS_SYSMENU;
-  window_ = ::CreateDialogIndirectParamW(ThisModule(), &empty.dialog, owner, Procedure,
-                                         reinterpret_cast<LPARAM>(this));
+  window_ = EmptyDialog(style).Open(owner, Procedure, reinterpret_cast<LPARAM>(this));
   ::SetWindowTextW(window_, ToWide(title).c_str());
 }
 

@@ -1,5 +1,6 @@
 // platform/windows/WindowsLabelPeers.cpp: labels and marks.
 #include <algorithm>
+#include <cstdlib>
 
 #include "platform/windows/PeerDrawing.h"
 #include "platform/windows/PressablePeer.h"
@@ -7,6 +8,16 @@
 
 namespace velkor {
 namespace {
+
+/// The system's colour of links, unless it is too near to what lies behind it.
+COLORREF LinkColour(COLORREF back) {
+  constexpr int LeastDistance = 200;
+  const COLORREF colour = ::GetSysColor(COLOR_HOTLIGHT);
+  const int distance = std::abs(GetRValue(colour) - GetRValue(back)) +
+                       std::abs(GetGValue(colour) - GetGValue(back)) +
+                       std::abs(GetBValue(colour) - GetBValue(back));
+  return distance >= LeastDistance ? colour : RGB(0x00, 0x66, 0xCC);
+}
 
 /// A text of one line in an element's bounds, of as many as it needs in a layout.
 class LabelPeer : public PressablePeer {
@@ -39,7 +50,7 @@ class LabelPeer : public PressablePeer {
     if (!label_.Enabled()) {
       ::SetTextColor(dc, ::GetSysColor(COLOR_GRAYTEXT));
     } else if (IsPressable()) {
-      ::SetTextColor(dc, ::GetSysColor(COLOR_HOTLIGHT));
+      ::SetTextColor(dc, LinkColour(::GetBkColor(dc)));
     }
     const std::wstring text = ToWide(label_.Caption());
     RECT place = area;

@@ -110,7 +110,8 @@ FontHandle MakeDialogFont();
 /// The module that this code lies in: the program or the library.
 HINSTANCE ThisModule();
 
-/// Each makes the window of one element, a child of `parent`. The element outlives it.
+/// Each makes the window of one element, a child of `parent`. The element outlives it. Of windows
+/// that overlap the one made first lies on top, and is first in the order of the Tab key.
 std::unique_ptr<WindowsPeer> MakePeer(Label& label, HWND parent,
                                       Placement placement = Placement::Bounds);
 std::unique_ptr<WindowsPeer> MakePeer(CommandButton& button, HWND parent,

@@ -98,7 +98,9 @@ class PicturePeer : public WindowsPeer {
     const auto ceil = [](double value) { return std::ceil(value); };
     const RECT pixels{edge(part.left, pixel_.width, floor), edge(part.top, pixel_.height, floor),
                       edge(part.right, pixel_.width, ceil), edge(part.bottom, pixel_.height, ceil)};
-    if (Window() != nullptr) ::InvalidateRect(Window(), &pixels, FALSE);
+    if (Window() != nullptr && !::IsRectEmpty(&pixels)) {
+      ::InvalidateRect(Window(), &pixels, FALSE);
+    }
   }
 
  protected:
@@ -125,6 +127,9 @@ class PicturePeer : public WindowsPeer {
         Paint(reinterpret_cast<HDC>(wParam), all);
         return 0;
       }
+      case WM_CTLCOLORSTATIC:
+        // What it holds has behind it what this has.
+        return ::SendMessageW(::GetParent(Window()), message, wParam, lParam);
       case WM_SIZE:
         ::InvalidateRect(Window(), nullptr, FALSE);
         return std::nullopt;

@@ -87,7 +87,12 @@ class TextBoxPeer : public WindowsPeer {
   virtual bool Takes(const std::wstring& /*text*/) const { return true; }
   /// Has a typed character, of one or two units, do its work.
   virtual void Take(const std::wstring& typed, LPARAM details) {
-    for (const wchar_t unit : typed) Default(WM_CHAR, unit, details);
+    if (typed.size() == 1) {
+      Default(WM_CHAR, typed[0], details);
+    } else {
+      // Its units one by one would be told as texts that are none.
+      Default(EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(typed.c_str()));
+    }
   }
 
   std::wstring WideText() const {

@@ -105,26 +105,6 @@ TEST_F(InputBoxTest, HandsOnTheLineAsTypedAndNothingWhenCancelled) {
   ExpectClosed();
 }
 
-TEST_F(InputBoxTest, EverythingStandsInTheWindowOneBelowTheOther) {
-  Ask([&](HWND box) {
-    RECT inner;
-    ::GetClientRect(box, &inner);
-    std::vector<RECT> items;
-    for (HWND item = ::GetWindow(box, GW_CHILD); item; item = ::GetWindow(item, GW_HWNDNEXT)) {
-      RECT& place = items.emplace_back();
-      ::GetWindowRect(item, &place);
-      ::MapWindowPoints(nullptr, box, reinterpret_cast<POINT*>(&place), 2);
-      EXPECT_TRUE(place.left > 0 && place.right < inner.right && place.bottom < inner.bottom);
-    }
-    ASSERT_EQ(items.size(), 4U);
-    EXPECT_GT(items[0].bottom - items[0].top, 2 * (items[1].bottom - items[1].top));
-    EXPECT_GT(items[1].top, items[0].bottom);
-    EXPECT_GT(items[2].top, items[1].bottom);
-    EXPECT_GT(items[3].left, items[2].right);
-    Press(box, IDCANCEL);
-  });
-}
-
 TEST_F(InputBoxTest, EndsEmptyWithTheProgramOrItsOwner) {
   EXPECT_EQ(Ask([&](HWND) { ::PostThreadMessageW(thread_, WM_QUIT, 0, 0); }), "");
   EXPECT_TRUE(TakeQuit());
@@ -136,7 +116,7 @@ TEST_F(InputBoxTest, EndsEmptyWithTheProgramOrItsOwner) {
 
 class FileDialogTest : public WindowsDialogs {
  protected:
-  FileDialogTest() { fs::create_directories(folder_ / L"日本"); }
+  FileDialogTest() { fs::create_directories(folder_ / L"Ālt"); }
   ~FileDialogTest() override {
     std::error_code ignored;
     fs::remove_all(folder_, ignored);
@@ -205,19 +185,23 @@ TEST_F(FileDialogTest, ANameThatTheCodePageLacksIsAnErrorAndNeverTheNearestOther
   ASSERT_EQ(::GetACP(), 1252U);
   Write(L"A.xml");
   dialog_.flags = 0;
-  for (const wchar_t* name : {L"日.xml", L"Ā.xml", L"日本\\A.xml"}) {
+  for (const wchar_t* name : {L"日.xml", L"Ā.xml", L"Ālt\\A.xml"}) {
     const auto error = ErrorOf([&] { Save(folder_ / name); });
     EXPECT_EQ(error.Number(), errors::BadFileName);
     EXPECT_THAT(error.Description(), testing::HasSubstr("code page"));
   }
   const auto inFolder = ErrorOf([&] {
     Save([&](HWND window) {
-      Name(window, folder_ / L"日本");
-      ::Sleep(500);
+      Name(window, folder_ / L"Ālt");
+      WaitUntil("folder", [&] {
+        char path[MAX_PATH]{};
+        ::SendMessageW(window, CDM_GETFOLDERPATH, sizeof path, reinterpret_cast<LPARAM>(path));
+        return std::string_view(path).ends_with("lt");
+      });
       Name(window, L"A.xml");
     });
   });
-  EXPECT_THAT(inFolder.Description(), testing::HasSubstr("日本"));
+  EXPECT_THAT(inFolder.Description(), testing::HasSubstr("Ālt"));
   EXPECT_EQ(Save(folder_ / L"A.xml"), Path("A.xml"));
   ExpectClosed();
 }
@@ -247,21 +231,35 @@ TEST_F(WindowsDialogs, APickerBeginsWithTheColourAndKeepsMadeUpOnes) {
   constexpr int Red = 706;
   constexpr int Green = 707;
   constexpr int Blue = 708;
+  constexpr int Add = 712;
+  constexpr int MadeUpColours = 721;
+  const auto shown = [&](HWND window) {
+    return TextOf(window, Red) + L"," + TextOf(window, Green) + L"," + TextOf(window, Blue);
+  };
+  const Colour odd{static_cast<std::int32_t>(0xFF123456)};
   WindowsCommonDialogs dialogs(container_.owner);
-  for (const bool accepted : {true, false}) {
+  {
     const DriveDialog drive([&] {
       const HWND window = WaitForWindow({});
-      EXPECT_EQ(TextOf(window, Red) + L"," + TextOf(window, Green) + L"," + TextOf(window, Blue),
-                L"86,52,18");
+      EXPECT_EQ(shown(window), L"86,52,18");
       SetText(window, Red, L"1");
       SetText(window, Green, L"2");
       SetText(window, Blue, L"3");
-      Press(window, accepted ? IDOK : IDCANCEL);
+      Press(window, Add);
+      Press(window, IDOK);
     });
-    const Colour odd{static_cast<std::int32_t>(0xFF123456)};
-    EXPECT_EQ(dialogs.ShowColour(odd),
-              accepted ? std::optional(Colour::FromRgb(1, 2, 3)) : std::nullopt);
+    EXPECT_EQ(dialogs.ShowColour(odd), Colour::FromRgb(1, 2, 3));
   }
+  const DriveDialog drive([&] {
+    const HWND window = WaitForWindow({});
+    EXPECT_EQ(shown(window), L"86,52,18");
+    POINT first{8, 8};
+    ::MapWindowPoints(::GetDlgItem(window, MadeUpColours), window, &first, 1);
+    ::SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(first.x, first.y));
+    EXPECT_EQ(shown(window), L"1,2,3");
+    Press(window, IDCANCEL);
+  });
+  EXPECT_EQ(dialogs.ShowColour(odd), std::nullopt);
   ExpectClosed();
 }
 
@@ -320,11 +318,20 @@ TEST_F(ProgressTest, EndsWithTheProgramOrItsOwner) {
 
 TEST_F(ProgressTest, ShortWorkShowsNothingAndLetsNoInputBy) {
   const auto report = progress_.Begin("Short");
+  INPUT key{};
+  key.type = INPUT_KEYBOARD;
+  key.ki.wVk = 'A';
+  ::SetForegroundWindow(container_.window);
+  ASSERT_EQ(::SendInput(1, &key, sizeof key), 1U);
   ::PostMessageW(container_.window, WM_APP, 0, 0);
   const ULONGLONG begin = ::GetTickCount64();
   while (::GetTickCount64() - begin < 200) EXPECT_TRUE(report->Step(1, 2, "x"));
-  MSG message;
-  EXPECT_FALSE(::PeekMessageW(&message, container_.window, WM_APP, WM_APP, PM_NOREMOVE));
+  const auto waits = [&](UINT message) {
+    MSG found;
+    return ::PeekMessageW(&found, container_.window, message, message, PM_REMOVE) != 0;
+  };
+  EXPECT_FALSE(waits(WM_APP));
+  EXPECT_TRUE(waits(WM_KEYDOWN));
   EXPECT_EQ(FindOpenWindow({}), nullptr);
   EXPECT_TRUE(container_.modal.empty());
 }

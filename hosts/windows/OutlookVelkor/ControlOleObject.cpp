@@ -1,0 +1,177 @@
+// hosts/windows/OutlookVelkor/ControlOleObject.cpp: the control as an embedded object: its site,
+// its size and its verbs.
+#include <string>
+
+#include "hosts/windows/OutlookVelkor/Module.h"
+#include "hosts/windows/OutlookVelkor/YearPlanControl.h"
+
+namespace velkor {
+namespace {
+
+constexpr const wchar_t* UserType = L"Year planner";
+
+}  // namespace
+
+STDMETHODIMP YearPlanControl::SetClientSite(IOleClientSite* site) {
+  if (site == nullptr && window_) InPlaceDeactivate();
+  site_ = site;
+  return S_OK;
+}
+
+STDMETHODIMP YearPlanControl::GetClientSite(IOleClientSite** site) {
+  if (site == nullptr) return E_POINTER;
+  return site_.CopyTo(site);
+}
+
+STDMETHODIMP YearPlanControl::SetHostNames(LPCOLESTR /*application*/, LPCOLESTR /*document*/) {
+  return S_OK;
+}
+
+STDMETHODIMP YearPlanControl::Close(DWORD save) {
+  const ComPtr<IUnknown> self(Identity());
+  // A container that asks lets its user decide; a control has no window to ask in.
+  if (save != OLECLOSE_NOSAVE && dirty_ && site_) site_->SaveObject();
+  InPlaceDeactivate();
+  if (adviseHolder_) adviseHolder_->SendOnClose();
+  return S_OK;
+}
+
+STDMETHODIMP YearPlanControl::SetMoniker(DWORD /*which*/, IMoniker* /*moniker*/) {
+  return E_NOTIMPL;
+}
+
+STDMETHODIMP YearPlanControl::GetMoniker(DWORD /*assign*/, DWORD /*which*/, IMoniker** moniker) {
+  if (moniker != nullptr) *moniker = nullptr;
+  return E_NOTIMPL;
+}
+
+STDMETHODIMP YearPlanControl::InitFromData(IDataObject* /*data*/, BOOL /*creation*/,
+                                           DWORD /*reserved*/) {
+  return E_NOTIMPL;
+}
+
+STDMETHODIMP YearPlanControl::GetClipboardData(DWORD /*reserved*/, IDataObject** data) {
+  if (data != nullptr) *data = nullptr;
+  return E_NOTIMPL;
+}
+
+STDMETHODIMP YearPlanControl::DoVerb(LONG verb, LPMSG /*message*/, IOleClientSite* /*site*/,
+                                     LONG /*index*/, HWND /*parent*/, LPCRECT /*place*/) {
+  const ComPtr<IUnknown> self(Identity());
+  switch (verb) {
+    case OLEIVERB_HIDE:
+      return InPlaceDeactivate();
+    case OLEIVERB_INPLACEACTIVATE:
+    case OLEIVERB_SHOW:
+      return Activate(false);
+    case OLEIVERB_PRIMARY:
+    case OLEIVERB_OPEN:
+    case OLEIVERB_UIACTIVATE:
+      return Activate(true);
+    case OLEIVERB_DISCARDUNDOSTATE:
+      return S_OK;
+    default:
+      return verb > 0 ? OLEOBJ_S_INVALIDVERB : E_NOTIMPL;
+  }
+}
+
+STDMETHODIMP YearPlanControl::EnumVerbs(IEnumOLEVERB** verbs) {
+  if (verbs == nullptr) return E_POINTER;
+  *verbs = nullptr;
+  return OLE_S_USEREG;
+}
+
+STDMETHODIMP YearPlanControl::Update() {
+  return S_OK;
+}
+
+STDMETHODIMP YearPlanControl::IsUpToDate() {
+  return S_OK;
+}
+
+STDMETHODIMP YearPlanControl::GetUserClassID(CLSID* id) {
+  return GetClassID(id);
+}
+
+STDMETHODIMP YearPlanControl::GetUserType(DWORD /*form*/, LPOLESTR* type) {
+  if (type == nullptr) return E_POINTER;
+  const std::wstring text(UserType);
+  *type = static_cast<LPOLESTR>(::CoTaskMemAlloc((text.size() + 1) * sizeof(wchar_t)));
+  if (*type == nullptr) return E_OUTOFMEMORY;
+  text.copy(*type, text.size());
+  (*type)[text.size()] = L'\0';
+  return S_OK;
+}
+
+STDMETHODIMP YearPlanControl::SetExtent(DWORD aspect, SIZEL* size) {
+  if (size == nullptr) return E_POINTER;
+  if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+  if (size->cx <= 0 || size->cy <= 0) return E_INVALIDARG;
+  extent_ = *size;
+  dirty_ = true;
+  TellView();
+  return S_OK;
+}
+
+STDMETHODIMP YearPlanControl::GetExtent(DWORD aspect, SIZEL* size) {
+  if (size == nullptr) return E_POINTER;
+  if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
+  *size = extent_;
+  return S_OK;
+}
+
+STDMETHODIMP YearPlanControl::Advise(IAdviseSink* sink, DWORD* cookie) {
+  if (!adviseHolder_) {
+    const HRESULT result = ::CreateOleAdviseHolder(&adviseHolder_);
+    if (FAILED(result)) return result;
+  }
+  return adviseHolder_->Advise(sink, cookie);
+}
+
+STDMETHODIMP YearPlanControl::Unadvise(DWORD cookie) {
+  return adviseHolder_ ? adviseHolder_->Unadvise(cookie) : OLE_E_NOCONNECTION;
+}
+
+STDMETHODIMP YearPlanControl::EnumAdvise(IEnumSTATDATA** sinks) {
+  if (sinks == nullptr) return E_POINTER;
+  *sinks = nullptr;
+  return adviseHolder_ ? adviseHolder_->EnumAdvise(sinks) : S_OK;
+}
+
+STDMETHODIMP YearPlanControl::GetMiscStatus(DWORD aspect, DWORD* status) {
+  if (status == nullptr) return E_POINTER;
+  *status = aspect == DVASPECT_CONTENT ? MiscStatus : 0;
+  return S_OK;
+}
+
+STDMETHODIMP YearPlanControl::SetColorScheme(LOGPALETTE* /*palette*/) {
+  return E_NOTIMPL;
+}
+
+STDMETHODIMP YearPlanControl::GetControlInfo(CONTROLINFO* info) {
+  if (info == nullptr) return E_POINTER;
+  info->hAccel = nullptr;
+  info->cAccel = 0;
+  info->dwFlags = 0;
+  return S_OK;
+}
+
+STDMETHODIMP YearPlanControl::OnMnemonic(MSG* /*message*/) {
+  return S_OK;
+}
+
+STDMETHODIMP YearPlanControl::OnAmbientPropertyChange(DISPID property) {
+  if ((property == DISPID_AMBIENT_USERMODE || property == DISPID_UNKNOWN) && window_) Start();
+  return S_OK;
+}
+
+STDMETHODIMP YearPlanControl::FreezeEvents(BOOL freeze) {
+  if (freeze) {
+    ++frozen_;
+  } else if (frozen_ > 0) {
+    --frozen_;
+  }
+  return S_OK;
+}
+
+}  // namespace velkor

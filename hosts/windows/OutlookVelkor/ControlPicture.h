@@ -1,0 +1,17 @@
+// hosts/windows/OutlookVelkor/ControlPicture.h: the control drawn without its windows.
+#pragma once
+
+#include "platform/windows/Win32.h"
+#include "support/values/Twips.h"
+
+namespace velkor {
+
+struct YearPlanElements;
+
+/// Draws the control as it is laid out into a rectangle of a device context, scaled to it. What
+/// `dc` holds is as before afterwards.
+/// @param size  of the control's layout; above 0
+/// @param bounds  in the logical units of `dc`
+void DrawControl(YearPlanElements& elements, Extent size, HDC dc, const RECTL& bounds);
+
+}  // namespace velkor

@@ -1,0 +1,40 @@
+// hosts/windows/OutlookVelkor/ControlSeams.cpp: each seam over its owner of dialogs.
+#include "hosts/windows/OutlookVelkor/ControlSeams.h"
+
+#include <string>
+#include <utility>
+
+#include "platform/windows/Wide.h"
+#include "platform/windows/WindowsPeer.h"
+
+namespace velkor {
+namespace {
+
+/// Where the product's own pages lie: in the folder docs beside the library.
+std::string PagesFolder() {
+  std::wstring path(32768, L'\0');
+  path.resize(::GetModuleFileNameW(ThisModule(), path.data(), static_cast<DWORD>(path.size())));
+  const std::size_t end = path.find_last_of(L'\\');
+  return ToUtf8(path.substr(0, end == path.npos ? 0 : end + 1)) + "docs";
+}
+
+}  // namespace
+
+ControlSeams::ControlSeams(DialogOwner& owner, std::function<void(const Error&)> onError)
+    : messages_(owner),
+      forms_(owner),
+      dialogs_(owner),
+      inputs_(owner),
+      progress_(owner),
+      printer_(owner),
+      shell_(owner, PagesFolder()),
+      cacheUtilities_(owner, std::move(onError)),
+      outlook_(owner) {}
+
+Platform ControlSeams::All() {
+  return {cacheUtilities_, clock_,      dialogs_,  environment_, files_,   forms_,
+          inputs_,         locale_,     messages_, outlook_,     printer_, progress_,
+          registry_,       scrollBars_, settings_, shell_};
+}
+
+}  // namespace velkor

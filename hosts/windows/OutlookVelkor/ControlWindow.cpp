@@ -1,0 +1,186 @@
+// hosts/windows/OutlookVelkor/ControlWindow.cpp: the peers of a control's elements, one over the
+// other.
+#include "hosts/windows/OutlookVelkor/ControlWindow.h"
+
+#include <utility>
+
+#include "control/YearPlan.h"
+#include "view/Face.h"
+// After windows.h.
+#include <commctrl.h>
+
+namespace velkor {
+namespace {
+
+constexpr UINT_PTR WindowId = 2;
+constexpr UINT_PTR FocusId = 3;
+constexpr double CaptionScale = 1.4;
+
+COLORREF BackColour() {
+  return RGB(face_colours::Back.Red(), face_colours::Back.Green(), face_colours::Back.Blue());
+}
+
+FontHandle MakeCaptionFont(HFONT dialogFont) {
+  LOGFONTW font{};
+  ::GetObjectW(dialogFont, sizeof font, &font);
+  font.lfHeight = static_cast<LONG>(font.lfHeight * CaptionScale);
+  font.lfWeight = FW_BOLD;
+  return FontHandle(::CreateFontIndirectW(&font));
+}
+
+}  // namespace
+
+ControlWindow::ControlWindow(YearPlan& plan, HWND parent, const RECT& place, DialogOwner& owner,
+                             std::function<void()> onFocus)
+    : plan_(plan),
+      onFocus_(std::move(onFocus)),
+      font_(MakeDialogFont()),
+      captionFont_(MakeCaptionFont(font_.get())) {
+  window_ = ::CreateWindowExW(WS_EX_CONTROLPARENT, PaintedWindowClass(), L"YearPlan",
+                              WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, place.left, place.top,
+                              place.right - place.left, place.bottom - place.top, parent, nullptr,
+                              ThisModule(), nullptr);
+  if (window_ == nullptr) return;
+  ::SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
+  ::SetWindowSubclass(window_, Procedure, WindowId, reinterpret_cast<DWORD_PTR>(this));
+  Fit();
+  MakePeers(owner);
+  ::ShowWindow(window_, SW_SHOWNA);
+}
+
+ControlWindow::~ControlWindow() {
+  Destroy();
+}
+
+void ControlWindow::Destroy() {
+  if (window_ != nullptr) ::DestroyWindow(window_);
+}
+
+void ControlWindow::MakePeers(DialogOwner& owner) {
+  YearPlanElements& elements = plan_.Elements();
+  Keep(MakePeer(elements.Toolbar1, window_));
+  const HWND caption = Keep(MakePeer(elements.lblSelectedYear, window_));
+  ::SendMessageW(caption, WM_SETFONT, reinterpret_cast<WPARAM>(captionFont_.get()), TRUE);
+  Keep(MakePeer(elements.lblDate, window_));
+  Keep(MakePeer(elements.Command1, window_));
+  Keep(MakePeer(elements.imgLogo, window_));
+  // Later windows lie below earlier ones: what holds the surfaces comes last.
+  Keep(MakePeer(elements.picHeadCol, window_));
+  Keep(MakePeer(elements.picHeadRow, window_));
+  grid_ = Keep(MakePeer(elements.pic1, window_));
+  Keep(MakePeer(elements.VScroll1, window_));
+  Keep(MakePeer(elements.picParent, window_));
+  LegendElements& legend = elements.legend;
+  legendView_ = Keep(MakePeer(legend.picCatView, window_));
+  legendRows_ = Keep(MakePeer(legend.picCats, legendView_));
+  Keep(MakePeer(legend.txtEdit, legendRows_));
+  Keep(MakePeer(legend.vScrollCat, window_));
+  menus_.push_back(MakePeer(elements.mnuPop, window_, owner));
+  menus_.push_back(MakePeer(legend.mnuCatPop, window_, owner));
+}
+
+HWND ControlWindow::Keep(std::unique_ptr<WindowsPeer> peer) {
+  const HWND window = peer->Window();
+  ::SetWindowSubclass(window, WatchFocus, FocusId, reinterpret_cast<DWORD_PTR>(this));
+  peers_.push_back(std::move(peer));
+  return window;
+}
+
+LRESULT CALLBACK ControlWindow::WatchFocus(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                           UINT_PTR /*id*/, DWORD_PTR self) {
+  if (message == WM_NCDESTROY) ::RemoveWindowSubclass(window, WatchFocus, FocusId);
+  if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
+    auto& control = *reinterpret_cast<ControlWindow*>(self);
+    if (window == control.legendRows_) ::InvalidateRect(control.window_, nullptr, FALSE);
+    if (message == WM_SETFOCUS && control.onFocus_) control.onFocus_();
+  }
+  return ::DefSubclassProc(window, message, wParam, lParam);
+}
+
+LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                          UINT_PTR /*id*/, DWORD_PTR self) {
+  auto& control = *reinterpret_cast<ControlWindow*>(self);
+  if (const auto answer = ReflectMessage(message, wParam, lParam)) return *answer;
+  switch (message) {
+    case WM_NCDESTROY:
+      ::RemoveWindowSubclass(window, Procedure, WindowId);
+      control.window_ = nullptr;
+      break;
+    case WM_SIZE:
+      control.Fit();
+      break;
+    case WM_SETFOCUS:
+      control.Focus();
+      return 0;
+    case WM_ERASEBKGND:
+      return 1;
+    case WM_PAINT:
+      control.Paint();
+      return 0;
+    case WM_CTLCOLORSTATIC:
+      ::SetBkColor(reinterpret_cast<HDC>(wParam), BackColour());
+      ::SetDCBrushColor(reinterpret_cast<HDC>(wParam), BackColour());
+      return reinterpret_cast<LRESULT>(::GetStockObject(DC_BRUSH));
+    default:
+      break;
+  }
+  return ::DefSubclassProc(window, message, wParam, lParam);
+}
+
+/// The ground, and a frame around the legend while it has the keyboard.
+void ControlWindow::Paint() {
+  PAINTSTRUCT paint{};
+  const HDC dc = ::BeginPaint(window_, &paint);
+  ::SetDCBrushColor(dc, BackColour());
+  const auto ground = static_cast<HBRUSH>(::GetStockObject(DC_BRUSH));
+  ::FillRect(dc, &paint.rcPaint, ground);
+  if (legendRows_ != nullptr && ::GetFocus() == legendRows_) {
+    RECT frame{};
+    ::GetWindowRect(legendView_, &frame);
+    ::MapWindowPoints(nullptr, window_, reinterpret_cast<POINT*>(&frame), 2);
+    ::InflateRect(&frame, 1, 1);
+    ::FrameRect(dc, &frame, ::GetSysColorBrush(COLOR_HIGHLIGHT));
+  }
+  ::EndPaint(window_, &paint);
+}
+
+void ControlWindow::Fit() {
+  RECT area{};
+  ::GetClientRect(window_, &area);
+  const PixelSize pixel = ScreenPixel();
+  plan_.Resize({area.right * static_cast<double>(pixel.width),
+                area.bottom * static_cast<double>(pixel.height)},
+               pixel);
+}
+
+void ControlWindow::Move(const RECT& place) {
+  if (window_ == nullptr) return;
+  ::SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left,
+                 place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+bool ControlWindow::HasFocus() const {
+  const HWND focus = ::GetFocus();
+  return window_ != nullptr && focus != nullptr && (focus == window_ || ::IsChild(window_, focus));
+}
+
+void ControlWindow::Focus() {
+  const HWND focus = ::GetFocus();
+  if (grid_ != nullptr && (focus == window_ || !HasFocus())) ::SetFocus(grid_);
+}
+
+bool ControlWindow::TranslateKey(MSG& message) {
+  if (window_ == nullptr || !::IsChild(window_, message.hwnd)) return false;
+  const LRESULT wanted = ::SendMessageW(message.hwnd, WM_GETDLGCODE, message.wParam,
+                                        reinterpret_cast<LPARAM>(&message));
+  const bool isTab = message.wParam == VK_TAB;
+  if (!isTab && (wanted & (DLGC_WANTALLKEYS | DLGC_WANTARROWS | DLGC_WANTMESSAGE)) != 0 &&
+      message.message == WM_KEYDOWN) {
+    ::TranslateMessage(&message);
+    ::DispatchMessageW(&message);
+    return true;
+  }
+  return isTab && ::IsDialogMessageW(window_, &message);
+}
+
+}  // namespace velkor

@@ -1,0 +1,61 @@
+// hosts/windows/OutlookVelkor/ControlWindow.h: the window in which one control lives.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "platform/windows/WindowsPeer.h"
+
+namespace velkor {
+
+class YearPlan;
+
+/// A child of the container's window with a peer for each element of the control, which it tells
+/// its size. The control outlives it. The windows may be gone before it, with the container's.
+class ControlWindow {
+ public:
+  /// @param place  in pixels of `parent`
+  /// @param onFocus  the keyboard came to one of the control's windows
+  ControlWindow(YearPlan& plan, HWND parent, const RECT& place, DialogOwner& owner,
+                std::function<void()> onFocus);
+  /// No handler of an element may be running.
+  ~ControlWindow();
+  ControlWindow(const ControlWindow&) = delete;
+  ControlWindow& operator=(const ControlWindow&) = delete;
+
+  /// Null once it is gone.
+  HWND Window() const { return window_; }
+  /// Takes the windows away; the peers stay for handlers that are running.
+  void Destroy();
+  void Move(const RECT& place);
+  /// Takes the keyboard to the grid, unless it is in one of the control's windows.
+  void Focus();
+  bool HasFocus() const;
+  /// Handles a key message by the rules of dialogs; keys that the focused element wants go to it.
+  /// @return whether it was handled
+  bool TranslateKey(MSG& message);
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                    UINT_PTR id, DWORD_PTR self);
+  static LRESULT CALLBACK WatchFocus(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                     UINT_PTR id, DWORD_PTR self);
+  void MakePeers(DialogOwner& owner);
+  HWND Keep(std::unique_ptr<WindowsPeer> peer);
+  void Fit();
+  void Paint();
+
+  YearPlan& plan_;
+  std::function<void()> onFocus_;
+  FontHandle font_;
+  FontHandle captionFont_;
+  HWND window_ = nullptr;
+  HWND grid_ = nullptr;
+  HWND legendView_ = nullptr;
+  HWND legendRows_ = nullptr;
+  std::vector<std::unique_ptr<WindowsPeer>> peers_;
+  std::vector<std::unique_ptr<ElementPeer>> menus_;
+};
+
+}  // namespace velkor

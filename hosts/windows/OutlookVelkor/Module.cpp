@@ -1,0 +1,135 @@
+// hosts/windows/OutlookVelkor/Module.cpp: the library as the system loads it: its class object, its
+// registration and its end.
+#include "hosts/windows/OutlookVelkor/Module.h"
+
+#include <string>
+#include <vector>
+
+#include "hosts/windows/OutlookVelkor/YearPlanControl.h"
+#include "platform/windows/ComError.h"
+#include "platform/windows/WindowsPeer.h"
+
+namespace velkor {
+namespace {
+
+constexpr const char* ProgramId = "OutlookVelkor.YearPlan";
+constexpr const char* VersionedProgramId = "OutlookVelkor.YearPlan.1";
+constexpr const char* ClassName = "Year planner";
+/// Categories of components (comcat.h, objsafe.h).
+constexpr const char* ControlCategory = "{40FC6ED4-2438-11CF-A3DB-080036F12502}";
+constexpr const char* SafeForInitialising = "{7DD95802-9882-11CF-9FA9-00AA006C42C4}";
+
+ComPtr<ITypeInfo> LoadTypeInfo() {
+  ComPtr<ITypeLib> library;
+  const std::string path = ModulePath(ThisModule());
+  Check(::LoadTypeLibEx(ToWide(path).c_str(), REGKIND_NONE, &library),
+        "The type library of the year planner cannot be read");
+  ComPtr<ITypeInfo> info;
+  Check(library->GetTypeInfoOfGuid(IID_IYearPlan, &info),
+        "The interface of the year planner cannot be read");
+  return info;
+}
+
+class ControlFactory : public ComObject<IClassFactory> {
+ public:
+  STDMETHODIMP CreateInstance(IUnknown* outer, REFIID id, void** object) override {
+    if (object == nullptr) return E_POINTER;
+    *object = nullptr;
+    if (outer != nullptr) return CLASS_E_NOAGGREGATION;
+    return Answer([&] {
+      const ComPtr<YearPlanControl> control(new YearPlanControl(LoadTypeInfo()));
+      Check(control->QueryInterface(id, object), "A year planner has no such interface");
+    });
+  }
+  STDMETHODIMP LockServer(BOOL lock) override {
+    if (lock) {
+      AddRef();
+    } else {
+      Release();
+    }
+    return S_OK;
+  }
+};
+
+std::string ClassKey() {
+  return "CLSID\\" + ToText(CLSID_YearPlan);
+}
+
+}  // namespace
+
+void RegisterControl(Registration registration) {
+  const std::string path = ModulePath(ThisModule());
+  const std::string id = ToText(CLSID_YearPlan);
+  const std::string key = ClassKey();
+  const std::vector<ClassesValue> values = {
+      {VersionedProgramId, "", ClassName},
+      {VersionedProgramId + std::string("\\CLSID"), "", id},
+      {ProgramId, "", ClassName},
+      {ProgramId + std::string("\\CLSID"), "", id},
+      {ProgramId + std::string("\\CurVer"), "", VersionedProgramId},
+      {key, "", ClassName},
+      {key + "\\ProgID", "", VersionedProgramId},
+      {key + "\\VersionIndependentProgID", "", ProgramId},
+      {key + "\\InprocServer32", "", path},
+      {key + "\\InprocServer32", "ThreadingModel", "Apartment"},
+      {key + "\\TypeLib", "", ToText(LIBID_OutlookVelkor)},
+      {key + "\\Version", "", "1.0"},
+      {key + "\\Control", "", ""},
+      {key + "\\Programmable", "", ""},
+      {key + "\\MiscStatus", "", "0"},
+      {key + "\\MiscStatus\\1", "", std::to_string(MiscStatus)},
+      {key + "\\Implemented Categories\\" + ControlCategory, "", ""},
+      {key + "\\Implemented Categories\\" + SafeForInitialising, "", ""},
+  };
+  WriteClasses(registration, values);
+  RegisterTypes(registration, path);
+}
+
+void UnregisterControl(Registration registration) {
+  for (const std::string& key :
+       {std::string(ProgramId), std::string(VersionedProgramId), ClassKey()}) {
+    RemoveClasses(registration, key);
+  }
+  UnregisterTypes(registration, ModulePath(ThisModule()));
+}
+
+}  // namespace velkor
+
+STDAPI DllGetClassObject(REFCLSID classId, REFIID id, void** object) {
+  if (object == nullptr) return E_POINTER;
+  *object = nullptr;
+  if (classId != CLSID_YearPlan) return CLASS_E_CLASSNOTAVAILABLE;
+  const velkor::ComPtr<IClassFactory> factory(new velkor::ControlFactory);
+  return factory->QueryInterface(id, object);
+}
+
+STDAPI DllCanUnloadNow() {
+  return velkor::LiveObject::Count() == 0 ? S_OK : S_FALSE;
+}
+
+STDAPI DllRegisterServer() {
+  return velkor::Answer([] { velkor::RegisterControl(velkor::Registration::Machine); });
+}
+
+STDAPI DllUnregisterServer() {
+  return velkor::Answer([] { velkor::UnregisterControl(velkor::Registration::Machine); });
+}
+
+/// regsvr32 /i:user registers for the current user, who needs no administrator's rights.
+STDAPI DllInstall(BOOL install, LPCWSTR argument) {
+  const bool user = argument != nullptr && ::_wcsicmp(argument, L"user") == 0;
+  const auto registration = user ? velkor::Registration::User : velkor::Registration::Machine;
+  return velkor::Answer([&] {
+    if (install) {
+      velkor::RegisterControl(registration);
+    } else {
+      velkor::UnregisterControl(registration);
+    }
+  });
+}
+
+BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, void* /*reserved*/) {
+  if (reason == DLL_PROCESS_ATTACH) ::DisableThreadLibraryCalls(module);
+  if (reason == DLL_PROCESS_DETACH) velkor::UnregisterPaintedWindowClass();
+  return TRUE;
+}

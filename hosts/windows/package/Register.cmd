@@ -1,0 +1,18 @@
+@echo off
+rem Makes the year planner known to the programs of the current user; needs no administrator.
+rem   Register.cmd          for the current user
+rem   Register.cmd machine  for everybody, as administrator
+setlocal
+if /i "%~1"=="machine" (
+  regsvr32 /s "%~dp0OutlookVelkor.ocx" || goto failed
+  "%~dp0vkrRefresh.exe" /RegServer || goto failed
+) else (
+  regsvr32 /s /n /i:user "%~dp0OutlookVelkor.ocx" || goto failed
+  "%~dp0vkrRefresh.exe" /RegServerPerUser || goto failed
+)
+echo The year planner is registered: OutlookVelkor.YearPlan
+exit /b 0
+:failed
+echo The year planner could not be registered. Keep all files of the package in one folder on a
+echo local disk; "machine" needs an administrator's prompt.
+exit /b 1

@@ -1,0 +1,125 @@
+// tests/hosts/windows/ControlCase.h: the control's library, and containers that hold the control.
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <map>
+#include <string>
+
+#include "platform/windows/Automation.h"
+#include "platform/windows/Registration.h"
+
+namespace velkor {
+
+/// A function of a library, by its name.
+template <typename Function>
+Function* FunctionOf(HMODULE library, const char* name) {
+  return reinterpret_cast<Function*>(reinterpret_cast<void*>(::GetProcAddress(library, name)));
+}
+
+/// The library beside the test program, loaded for as long as it lives.
+class ControlLibrary {
+ public:
+  ControlLibrary() : library_(::LoadLibraryW(ToWide(Path()).c_str())) {}
+  ~ControlLibrary() { ::FreeLibrary(library_); }
+  ControlLibrary(const ControlLibrary&) = delete;
+  ControlLibrary& operator=(const ControlLibrary&) = delete;
+
+  static std::string Path() {
+    const std::string program = ModulePath(nullptr);
+    return program.substr(0, program.find_last_of('\\') + 1) + "OutlookVelkor.ocx";
+  }
+  HRESULT Call(const char* function) const {
+    return FunctionOf<HRESULT STDMETHODCALLTYPE()>(library_, function)();
+  }
+  HRESULT Install(bool install, const wchar_t* argument) const {
+    return FunctionOf<HRESULT STDMETHODCALLTYPE(BOOL, LPCWSTR)>(library_, "DllInstall")(install,
+                                                                                        argument);
+  }
+  bool CanUnload() const { return Call("DllCanUnloadNow") == S_OK; }
+
+ private:
+  HMODULE library_;
+};
+
+/// A thread that containers live on.
+class ContainerThread {
+ public:
+  ContainerThread() { ::OleInitialize(nullptr); }
+  ~ContainerThread() { ::OleUninitialize(); }
+  ContainerThread(const ContainerThread&) = delete;
+  ContainerThread& operator=(const ContainerThread&) = delete;
+};
+
+/// Lets messages flow for a time, or until `holds`.
+inline bool Pump(int milliseconds, const std::function<bool()>& holds = {}) {
+  const ULONGLONG end = ::GetTickCount64() + static_cast<ULONGLONG>(milliseconds);
+  for (;;) {
+    MSG message;
+    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+      ::TranslateMessage(&message);
+      ::DispatchMessageW(&message);
+    }
+    if (holds && holds()) return true;
+    const ULONGLONG now = ::GetTickCount64();
+    if (now >= end) return !holds;
+    ::MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(end - now) % 20 + 1,
+                                QS_ALLINPUT);
+  }
+}
+
+/// A property bag of a container, in memory.
+class TextBag : public ComObject<IPropertyBag> {
+ public:
+  std::map<std::wstring, Variant> values;
+
+  STDMETHODIMP Read(LPCOLESTR name, VARIANT* value, IErrorLog* /*log*/) override {
+    const auto found = values.find(name);
+    return found == values.end() ? E_INVALIDARG
+                                 : ::VariantCopy(value, const_cast<VARIANT*>(&found->second.Get()));
+  }
+  STDMETHODIMP Write(LPCOLESTR name, VARIANT* value) override {
+    return ::VariantCopy(values[name].Out(), value);
+  }
+};
+
+/// The system's own container, in a window of its own.
+class AtlContainer {
+ public:
+  explicit AtlContainer(const wchar_t* control = L"OutlookVelkor.YearPlan") {
+    window_ = ::CreateWindowExW(0, L"STATIC", L"Container", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
+                                960, 540, nullptr, nullptr, nullptr, nullptr);
+    FunctionOf<BOOL WINAPI()>(atl_, "AtlAxWinInit")();
+    result_ = FunctionOf<HRESULT WINAPI(LPCOLESTR, HWND, IStream*, IUnknown**)>(
+        atl_, "AtlAxCreateControl")(control, window_, nullptr, nullptr);
+  }
+  ~AtlContainer() { Close(); }
+  AtlContainer(const AtlContainer&) = delete;
+  AtlContainer& operator=(const AtlContainer&) = delete;
+
+  HRESULT Result() const { return result_; }
+  HWND Window() const { return window_; }
+  /// The control's own window.
+  HWND Child() const { return ::GetWindow(window_, GW_CHILD); }
+  template <typename Interface = IDispatch>
+  ComPtr<Interface> Control() const {
+    ComPtr<IUnknown> unknown;
+    FunctionOf<HRESULT WINAPI(HWND, IUnknown**)>(atl_, "AtlAxGetControl")(window_, &unknown);
+    ComPtr<Interface> control;
+    if (unknown) unknown.As(&control);
+    return control;
+  }
+  void Close() {
+    if (window_ != nullptr) ::DestroyWindow(window_);
+    window_ = nullptr;
+  }
+
+ private:
+  /// Stays loaded: it does not take back its window classes.
+  HMODULE atl_ = ::LoadLibraryW(L"atl.dll");
+  HWND window_ = nullptr;
+  HRESULT result_ = E_FAIL;
+};
+
+}  // namespace velkor

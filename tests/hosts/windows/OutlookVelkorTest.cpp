@@ -1,0 +1,286 @@
+// tests/hosts/windows/OutlookVelkorTest.cpp: the control in containers, where there is no calendar
+// program.
+#include <gmock/gmock.h>
+
+#include <set>
+#include <vector>
+
+#include "platform/windows/DibSection.h"
+#include "platform/windows/MessageWindow.h"
+#include "platform/windows/ObjectSafety.h"
+#include "platform/windows/WindowsRegistry.h"
+#include "tests/hosts/windows/ControlCase.h"
+#include "tests/platform/windows/DriveDialog.h"
+// After windows.h.
+#include <psapi.h>
+#include <shlwapi.h>
+
+namespace velkor {
+namespace {
+
+constexpr const char* ProgramId = "OutlookVelkor.YearPlan";
+
+class OutlookVelkor : public testing::Test {
+ protected:
+  OutlookVelkor() { EXPECT_EQ(library_.Call("DllRegisterServer"), S_OK); }
+  ~OutlookVelkor() override {
+    EXPECT_TRUE(Pump(2000, [this] { return library_.CanUnload(); })) << "something holds it";
+    EXPECT_EQ(library_.Call("DllUnregisterServer"), S_OK);
+  }
+
+  AutomationObject Planner(ComPtr<IDispatch> control) {
+    return {program_, class_, std::move(control)};
+  }
+  AutomationObject NewPlanner() { return Planner(program_.Create(ProgramId)); }
+  template <typename Interface>
+  static ComPtr<Interface> As(const AutomationObject& planner) {
+    ComPtr<Interface> answered;
+    EXPECT_EQ(planner.Get()->QueryInterface(IID_PPV_ARGS(&answered)), S_OK);
+    return answered;
+  }
+
+  const ContainerThread thread_;
+  ControlLibrary library_;
+  DialogOwner owner_;
+  AutomationProgram program_{"YearPlan", owner_};
+  AutomationClass class_{"YearPlan"};
+};
+
+TEST_F(OutlookVelkor, RegistersForTheMachineAndForOneUserAndLeavesNothingBehind) {
+  const auto value = [](RootKey root, const char* key) {
+    return WindowsRegistry().QueryValue(root, std::string("Software\\Classes\\") + key, "").data;
+  };
+  const std::string id = value(RootKey::LocalMachine, "OutlookVelkor.YearPlan\\CLSID");
+  EXPECT_EQ(value(RootKey::LocalMachine, ("CLSID\\" + id + "\\InprocServer32").c_str()),
+            ControlLibrary::Path());
+  EXPECT_EQ(library_.Install(true, L"user"), S_OK);
+  EXPECT_EQ(value(RootKey::CurrentUser, "OutlookVelkor.YearPlan\\CLSID"), id);
+  EXPECT_EQ(library_.Install(false, L"user"), S_OK);
+  EXPECT_EQ(value(RootKey::CurrentUser, "OutlookVelkor.YearPlan\\CLSID"), "");
+  EXPECT_EQ(library_.Call("DllUnregisterServer"), S_OK);
+  EXPECT_EQ(value(RootKey::LocalMachine, ("CLSID\\" + id).c_str()), "");
+}
+
+TEST_F(OutlookVelkor, PropertiesHaveTheirDefaultsAndTakeWhatAutomationConverts) {
+  const AutomationObject planner = NewPlanner();
+  EXPECT_EQ(planner.Get("Folder").ToText(), "");
+  EXPECT_EQ(planner.Get("TitleName").ToText(), "Default");
+  EXPECT_EQ(planner.Get("AppointmentForm").ToText(), "IPM.Appointment");
+  for (const char* name : {"AllEvents", "HideNonCategoryItems", "DisplaySubject"}) {
+    EXPECT_EQ(planner.Get(name).Get().vt, VT_BOOL) << name;
+    EXPECT_FALSE(planner.Get(name).ToBool()) << name;
+    planner.Put(name, Variant(std::int32_t{1}));
+    EXPECT_TRUE(planner.Get(name).ToBool()) << name;
+  }
+  planner.Put("Folder", Variant("Persönlich\\Kalender 休"));
+  EXPECT_EQ(planner.Get("Folder").ToText(), "Persönlich\\Kalender 休");
+  EXPECT_ANY_THROW(planner.Put("AllEvents", Variant("neither")));
+  EXPECT_TRUE(planner.Get("AllEvents").ToBool());
+  EXPECT_ANY_THROW(planner.Get("FirstMonth"));
+}
+
+/// Names of changed properties as the container hears them.
+class ChangeSink : public ComObject<IPropertyNotifySink> {
+ public:
+  std::vector<DISPID> changed;
+  STDMETHODIMP OnChanged(DISPID member) override {
+    changed.push_back(member);
+    return S_OK;
+  }
+  STDMETHODIMP OnRequestEdit(DISPID /*member*/) override { return S_OK; }
+};
+
+TEST_F(OutlookVelkor, EachWriteIsToldToTheContainer) {
+  const AutomationObject planner = NewPlanner();
+  const auto points = As<IConnectionPointContainer>(planner);
+  ComPtr<IConnectionPoint> point;
+  ASSERT_EQ(points->FindConnectionPoint(__uuidof(IPropertyNotifySink), &point), S_OK);
+  const ComPtr<ChangeSink> sink(new ChangeSink);
+  DWORD cookie = 0;
+  ASSERT_EQ(point->Advise(sink.Get(), &cookie), S_OK);
+  const auto stored = As<IPersistStreamInit>(planner);
+  EXPECT_EQ(stored->IsDirty(), S_FALSE);
+  planner.Put("Folder", Variant("A"));
+  planner.Put("AllEvents", Variant(true));
+  planner.Put("AppointmentForm", Variant("IPM.Appointment.X"));
+  EXPECT_THAT(sink->changed, testing::ElementsAre(1, 2, 6));
+  EXPECT_EQ(stored->IsDirty(), S_OK);
+  EXPECT_EQ(point->Unadvise(cookie), S_OK);
+  EXPECT_EQ(point->Unadvise(cookie), CONNECT_E_NOCONNECTION);
+  planner.Put("Folder", Variant("B"));
+  EXPECT_EQ(sink->changed.size(), 3U);
+}
+
+TEST_F(OutlookVelkor, ABagKeepsTheSevenValuesUnderTheirKeys) {
+  const ComPtr<TextBag> bag(new TextBag);
+  bag->values[L"Folder"] = Variant("Team\\Leave");
+  bag->values[L"AllEvents"] = Variant("-1");
+  bag->values[L"StartMonth"] = Variant("10");
+  const AutomationObject planner = NewPlanner();
+  const auto persistent = As<IPersistPropertyBag>(planner);
+  ASSERT_EQ(persistent->Load(bag.Get(), nullptr), S_OK);
+  EXPECT_EQ(planner.Get("Folder").ToText(), "Team\\Leave");
+  EXPECT_TRUE(planner.Get("AllEvents").ToBool());
+
+  const ComPtr<TextBag> changed(new TextBag);
+  ASSERT_EQ(persistent->Save(changed.Get(), TRUE, FALSE), S_OK);
+  EXPECT_EQ(changed->values.size(), 3U);
+  EXPECT_EQ(changed->values[L"StartMonth"].Get().vt, VT_I2);
+  EXPECT_EQ(changed->values[L"StartMonth"].ToInt(), 10);
+  const ComPtr<TextBag> all(new TextBag);
+  ASSERT_EQ(persistent->Save(all.Get(), TRUE, TRUE), S_OK);
+  EXPECT_EQ(all->values.size(), 7U);
+  EXPECT_EQ(all->values[L"TitleName"].ToText(), "Default");
+
+  bag->values[L"StartMonth"] = Variant("13");
+  EXPECT_TRUE(FAILED(persistent->Load(bag.Get(), nullptr)));
+  bag->values[L"StartMonth"] = Variant("soon");
+  EXPECT_TRUE(FAILED(persistent->Load(bag.Get(), nullptr)));
+}
+
+TEST_F(OutlookVelkor, AStreamComesBackWholeAndABrokenOneIsRefused) {
+  const AutomationObject planner = NewPlanner();
+  planner.Put("Folder", Variant("Räume"));
+  planner.Put("DisplaySubject", Variant(true));
+  ComPtr<IStream> stream;
+  ASSERT_EQ(::CreateStreamOnHGlobal(nullptr, TRUE, &stream), S_OK);
+  ASSERT_EQ(As<IPersistStreamInit>(planner)->Save(stream.Get(), TRUE), S_OK);
+  STATSTG written{};
+  stream->Stat(&written, STATFLAG_NONAME);
+  std::vector<BYTE> bytes(static_cast<std::size_t>(written.cbSize.QuadPart));
+  stream->Seek({}, STREAM_SEEK_SET, nullptr);
+  stream->Read(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr);
+
+  const auto load = [&](std::size_t length, AutomationObject& into) {
+    ComPtr<IStream> part;
+    part.Attach(::SHCreateMemStream(bytes.data(), static_cast<UINT>(length)));
+    return part ? As<IPersistStreamInit>(into)->Load(part.Get()) : E_FAIL;
+  };
+  for (std::size_t length = 1; length < bytes.size(); ++length) {
+    AutomationObject other = NewPlanner();
+    EXPECT_TRUE(FAILED(load(length, other))) << length;
+    EXPECT_EQ(other.Get("Folder").ToText(), "");
+  }
+  AutomationObject other = NewPlanner();
+  ASSERT_EQ(load(bytes.size(), other), S_OK);
+  EXPECT_EQ(other.Get("Folder").ToText(), "Räume");
+  EXPECT_TRUE(other.Get("DisplaySubject").ToBool());
+  for (std::size_t at = 0; at < bytes.size(); ++at) {
+    bytes[at] ^= 0xFF;
+    AutomationObject damaged = NewPlanner();
+    load(bytes.size(), damaged);
+    bytes[at] ^= 0xFF;
+  }
+}
+
+TEST_F(OutlookVelkor, IsSafeForDataAndNotForScripts) {
+  const auto safety = As<IObjectSafety>(NewPlanner());
+  DWORD supported = 0;
+  DWORD enabled = 0;
+  EXPECT_EQ(safety->GetInterfaceSafetyOptions(__uuidof(IPersistPropertyBag), &supported, &enabled),
+            S_OK);
+  EXPECT_EQ(supported, DWORD{INTERFACESAFE_FOR_UNTRUSTED_DATA});
+  EXPECT_EQ(
+      safety->SetInterfaceSafetyOptions(__uuidof(IDispatch), INTERFACESAFE_FOR_UNTRUSTED_CALLER,
+                                        INTERFACESAFE_FOR_UNTRUSTED_CALLER),
+      E_FAIL);
+}
+
+TEST_F(OutlookVelkor, DrawsItselfIntoAPartOfAnyDeviceContext) {
+  const AutomationObject planner = NewPlanner();
+  const DibSection picture(500, 300);
+  const RECTL bounds{50, 30, 450, 270};
+  ASSERT_EQ(As<IViewObject2>(planner)->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr,
+                                            picture.Dc(), &bounds, nullptr, nullptr, 0),
+            S_OK);
+  std::set<std::int32_t> within;
+  for (int y = 0; y < 300; ++y) {
+    for (int x = 0; x < 500; ++x) {
+      const bool inside = x >= 50 && x < 450 && y >= 30 && y < 270;
+      if (inside) {
+        within.insert(picture.At(x, y).value);
+      } else {
+        ASSERT_EQ(picture.At(x, y), colours::Black) << x << ' ' << y;
+      }
+    }
+  }
+  EXPECT_GT(within.size(), 3U);
+}
+
+TEST_F(OutlookVelkor, TellsThatThereIsNoOutlookAndGoesOn) {
+  const AtlContainer container;
+  ASSERT_EQ(container.Result(), S_OK);
+  ASSERT_NE(container.Child(), nullptr);
+  std::wstring told;
+  const DriveDialog drive([&] {
+    const HWND message = WaitForDialog(L"OutlookVelkor");
+    told = TextOf(message, 0xFFFF);
+    Answer(message, IDOK);
+  });
+  EXPECT_TRUE(Pump(15000, [&] { return !told.empty(); }));
+  EXPECT_THAT(ToUtf8(told), testing::HasSubstr("(Step:1)"));
+  EXPECT_EQ(Planner(container.Control()).Get("TitleName").ToText(), "Default");
+}
+
+TEST_F(OutlookVelkor, AContainerThatClosesWhileAMessageIsOpenTakesNothingAwayTooEarly) {
+  AtlContainer container;
+  bool closed = false;
+  const MessageWindow closer([&](UINT, WPARAM) {
+    container.Close();
+    closed = true;
+  });
+  const DriveDialog drive([&] {
+    const HWND message = WaitForDialog(L"OutlookVelkor");
+    ::PostMessageW(closer.Get(), WM_APP, 0, 0);
+    WaitUntil("end of the message", [&] { return !::IsWindow(message); });
+  });
+  EXPECT_TRUE(Pump(15000, [&] { return closed; }));
+}
+
+/// What a process holds of the system.
+struct Held {
+  DWORD kernel = 0;
+  DWORD user = 0;
+  DWORD gdi = 0;
+  SIZE_T memory = 0;
+};
+
+Held WhatIsHeld() {
+  Held held;
+  ::GetProcessHandleCount(::GetCurrentProcess(), &held.kernel);
+  held.user = ::GetGuiResources(::GetCurrentProcess(), GR_USEROBJECTS);
+  held.gdi = ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS);
+  PROCESS_MEMORY_COUNTERS_EX memory{};
+  ::GetProcessMemoryInfo(::GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory),
+                         sizeof memory);
+  held.memory = memory.PrivateUsage;
+  return held;
+}
+
+TEST(OutlookVelkorLoads, TwentyLoadsAndUnloadsLeaveNothingBehind) {
+  const ContainerThread thread;
+  EXPECT_EQ(ControlLibrary().Call("DllRegisterServer"), S_OK);
+  const auto load = [] {
+    {
+      const AtlContainer container;
+      ASSERT_EQ(container.Result(), S_OK);
+      Pump(20);
+    }
+    Pump(20);
+    ::CoFreeUnusedLibrariesEx(0, 0);
+    ASSERT_EQ(::GetModuleHandleW(L"OutlookVelkor.ocx"), nullptr) << "still loaded";
+  };
+  for (int warm = 0; warm < 3; ++warm) load();
+  const Held before = WhatIsHeld();
+  for (int i = 0; i < 20; ++i) load();
+  const Held after = WhatIsHeld();
+  EXPECT_LE(after.kernel, before.kernel);
+  EXPECT_LE(after.user, before.user);
+  EXPECT_LE(after.gdi, before.gdi);
+  constexpr SIZE_T HeapSlack = 256 * 1024;
+  EXPECT_LE(after.memory, before.memory + HeapSlack);
+  EXPECT_EQ(ControlLibrary().Call("DllUnregisterServer"), S_OK);
+}
+
+}  // namespace
+}  // namespace velkor

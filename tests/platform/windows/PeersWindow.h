@@ -1,0 +1,118 @@
+// tests/platform/windows/PeersWindow.h: a window that holds peers, and what happens to windows.
+#pragma once
+
+#include <functional>
+
+#include "platform/windows/DibSection.h"
+#include "platform/windows/Wide.h"
+#include "platform/windows/WindowsPeer.h"
+// After windows.h.
+#include <commctrl.h>
+
+namespace velkor {
+
+/// A top-level window on show that does what every window with peers has to do.
+class PeersWindow {
+ public:
+  static constexpr int Width = 400;
+  static constexpr int Height = 300;
+  static constexpr COLORREF Back = RGB(250, 240, 230);
+
+  PeersWindow() {
+    WNDCLASSW definition{};
+    definition.lpfnWndProc = Procedure;
+    definition.cbWndExtra = sizeof(LONG_PTR);
+    definition.hInstance = ThisModule();
+    definition.lpszClassName = L"PeersWindow";
+    ::RegisterClassW(&definition);
+    window_ = ::CreateWindowExW(0, definition.lpszClassName, L"", WS_POPUP | WS_CLIPCHILDREN, 0, 0,
+                                Width, Height, nullptr, nullptr, ThisModule(), nullptr);
+    ::SetWindowLongPtrW(window_, 0, reinterpret_cast<LONG_PTR>(font_.get()));
+    ::ShowWindow(window_, SW_SHOW);
+  }
+  ~PeersWindow() {
+    if (::IsWindow(window_)) ::DestroyWindow(window_);
+    ::UnregisterClassW(L"PeersWindow", ThisModule());
+  }
+  PeersWindow(const PeersWindow&) = delete;
+  PeersWindow& operator=(const PeersWindow&) = delete;
+
+  HWND Get() const { return window_; }
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (const auto answer = ReflectMessage(message, wParam, lParam)) return *answer;
+    if (message == WM_GETFONT) return ::GetWindowLongPtrW(window, 0);
+    if (message == WM_CTLCOLORSTATIC) {
+      const auto dc = reinterpret_cast<HDC>(wParam);
+      ::SetBkColor(dc, Back);
+      ::SetDCBrushColor(dc, Back);
+      return reinterpret_cast<LRESULT>(::GetStockObject(DC_BRUSH));
+    }
+    return ::DefWindowProcW(window, message, wParam, lParam);
+  }
+
+  FontHandle font_ = MakeDialogFont();
+  HWND window_ = nullptr;
+};
+
+/// Processes messages until something is so, for two seconds at most.
+/// @return whether it is so
+inline bool PumpUntil(const std::function<bool()>& isSo, DWORD milliseconds = 2000) {
+  const ULONGLONG end = ::GetTickCount64() + milliseconds;
+  while (!isSo()) {
+    if (::GetTickCount64() >= end) return false;
+    MSG message;
+    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageW(&message);
+    ::Sleep(1);
+  }
+  return true;
+}
+
+inline LRESULT SendAt(HWND window, UINT message, WPARAM wParam, int x, int y) {
+  return ::SendMessageW(window, message, wParam, MAKELPARAM(x, y));
+}
+
+inline void ClickAt(HWND window, int x, int y) {
+  SendAt(window, WM_LBUTTONDOWN, MK_LBUTTON, x, y);
+  SendAt(window, WM_LBUTTONUP, 0, x, y);
+}
+
+inline void PressKey(HWND window, WPARAM virtualKey) {
+  ::SendMessageW(window, WM_KEYDOWN, virtualKey, 0);
+}
+
+/// The text of a window's tool tip; empty when it has none.
+inline std::string AskToolTip(HWND window) {
+  struct Search {
+    HWND window;
+    std::string text;
+  } search{window, {}};
+  const auto ask = [](HWND found, LPARAM data) -> BOOL {
+    wchar_t name[32];
+    ::GetClassNameW(found, name, 32);
+    if (std::wstring_view(name) != TOOLTIPS_CLASSW) return TRUE;
+    auto& wanted = *reinterpret_cast<Search*>(data);
+    wchar_t text[512] = L"";
+    TTTOOLINFOW tool{};
+    tool.cbSize = TTTOOLINFOW_V1_SIZE;
+    tool.hwnd = wanted.window;
+    tool.uId = reinterpret_cast<UINT_PTR>(wanted.window);
+    tool.lpszText = text;
+    ::SendMessageW(found, TTM_GETTEXTW, std::size(text), reinterpret_cast<LPARAM>(&tool));
+    wanted.text += ToUtf8(text);
+    return TRUE;
+  };
+  ::EnumThreadWindows(::GetCurrentThreadId(), ask, reinterpret_cast<LPARAM>(&search));
+  return search.text;
+}
+
+/// A window as it draws itself.
+class WindowPicture : public DibSection {
+ public:
+  explicit WindowPicture(HWND window) : DibSection(PeersWindow::Width, PeersWindow::Height) {
+    ::SendMessageW(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(Dc()), PRF_CLIENT);
+  }
+};
+
+}  // namespace velkor

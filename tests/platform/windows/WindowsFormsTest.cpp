@@ -1,0 +1,401 @@
+// tests/platform/windows/WindowsFormsTest.cpp: forms as a user fills in and closes them.
+#include "platform/windows/WindowsForms.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "categories/dlgFilter.h"
+#include "control/frmAbout.h"
+#include "exchange/dlgSaveType.h"
+#include "platform/headless/MemorySettings.h"
+#include "platform/headless/ScriptedMessageBoxes.h"
+#include "platform/headless/ScriptedShell.h"
+#include "platform/windows/WindowsMessageBoxes.h"
+#include "print/PrintOptions.h"
+#include "print/frmPrintOptions.h"
+#include "support/values/Error.h"
+#include "tests/platform/windows/OwnerWindow.h"
+#include "tests/platform/windows/UserSteps.h"
+#include "view/span/CategoryFilter.h"
+
+namespace velkor {
+namespace {
+
+using testing::ElementsAre;
+
+class WindowsFormsTest : public testing::Test {
+ protected:
+  /// Everything that shows text is large enough for it, inside the dialog, and covers nothing else.
+  static void ExpectWellLaidOut(const Form& form, HWND dialog) {
+    RECT area{};
+    ::GetClientRect(dialog, &area);
+    std::vector<RECT> places;
+    for (const FormRow& row : form.Rows()) {
+      for (const FormCell& cell : row.cells) {
+        auto& peer = dynamic_cast<WindowsPeer&>(*cell.element->Peer());
+        const RECT place = PlaceOf(peer.Window());
+        const SIZE needed = peer.NeededSize(place.right - place.left);
+        EXPECT_GE(place.right - place.left, needed.cx) << cell.element->Name();
+        const bool isList = dynamic_cast<CheckListBox*>(cell.element) != nullptr;
+        EXPECT_TRUE(isList || place.bottom - place.top >= needed.cy) << cell.element->Name();
+        RECT common{};
+        EXPECT_TRUE(::IntersectRect(&common, &place, &area) && ::EqualRect(&common, &place))
+            << cell.element->Name();
+        for (const RECT& other : places) {
+          EXPECT_FALSE(::IntersectRect(&common, &place, &other)) << cell.element->Name();
+        }
+        places.push_back(place);
+      }
+    }
+  }
+
+  OwnerWindow owner_;
+  WindowsForms forms_{owner_.owner};
+  MemorySettings settings_;
+  ScriptedMessageBoxes messages_{[](const std::string& failure) { FAIL() << failure; }};
+  ScriptedShell shell_;
+};
+
+TEST_F(WindowsFormsTest, FilterIsChosenByKeysAndTheListTakesTheHeight) {
+  CategoryFilter filter;
+  filter.SetCategoryFilter("Travel");
+  dlgFilter form(
+      filter, "Team", [] { return std::vector<std::string>{"Master"}; }, settings_, messages_);
+  form.VelkorLegends = {"Holiday", "Travel", "Work"};
+  form.Load();
+  const HWND button = ::CreateWindowW(L"BUTTON", L"", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20,
+                                      owner_.window, nullptr, nullptr, nullptr);
+  ::SetFocus(button);
+  int listHeight = 0;
+  const UserSteps steps(
+      L"Category Filter",
+      {[&](HWND dialog) {
+         ExpectWellLaidOut(form, dialog);
+         EXPECT_FALSE(::IsWindowEnabled(owner_.window));
+         EXPECT_EQ(::GetFocus(), WindowOf(form.lbCategories));
+         EXPECT_EQ(::GetWindow(WindowOf(form.tbFilter), GW_HWNDPREV), WindowOf(form.Label1));
+         PostKey(::GetFocus(), VK_SPACE);
+         PostKey(::GetFocus(), VK_TAB);
+       },
+       [&](HWND dialog) {
+         EXPECT_EQ(form.FilterText(), "Travel, Holiday");
+         EXPECT_EQ(::GetFocus(), WindowOf(form.tbFilter));
+         PostText(::GetFocus(), L"Work");
+         PostClick(WindowOf(form.cbMasterList));
+         const RECT place = PlaceOf(WindowOf(form.lbCategories));
+         listHeight = static_cast<int>(place.bottom - place.top);
+         RECT window{};
+         ::GetWindowRect(dialog, &window);
+         ::MoveWindow(dialog, window.left, window.top, window.right - window.left + 90,
+                      window.bottom - window.top + 100, TRUE);
+       },
+       [&](HWND dialog) {
+         ExpectWellLaidOut(form, dialog);
+         const RECT place = PlaceOf(WindowOf(form.lbCategories));
+         EXPECT_EQ(place.bottom - place.top, listHeight + 100);
+         EXPECT_EQ(form.lbCategories.Items().size(), 4U);
+         ::MoveWindow(dialog, 0, 0, 1, 1, TRUE);
+       },
+       [&](HWND dialog) {
+         ExpectWellLaidOut(form, dialog);
+         PostKey(WindowOf(form.tbFilter), VK_RETURN);
+       }});
+  forms_.ShowModal(form);
+  EXPECT_TRUE(form.OKPressed());
+  EXPECT_EQ(form.FilterText(), "Work");
+  EXPECT_TRUE(::IsWindowEnabled(owner_.window));
+  EXPECT_EQ(::GetActiveWindow(), owner_.window);
+  EXPECT_EQ(::GetFocus(), button);
+  EXPECT_THAT(owner_.modal, ElementsAre(true, false));
+  EXPECT_FALSE(form.lbCategories.Peer());
+}
+
+TEST_F(WindowsFormsTest, ExportIsAskedForWithTheChosenOptionFirst) {
+  dlgSaveType form;
+  form.SelectedYear = 2026;
+  form.Load();
+  const UserSteps steps(L"Export", {[&](HWND dialog) {
+                                      ExpectWellLaidOut(form, dialog);
+                                      EXPECT_EQ(::GetFocus(), WindowOf(form.rbCatsAndAppts));
+                                      EXPECT_EQ(PlaceOf(WindowOf(form.tbFrom)).left,
+                                                PlaceOf(WindowOf(form.tbTo)).left);
+                                      PostKey(::GetFocus(), VK_TAB);
+                                    },
+                                    [&](HWND dialog) {
+                                      EXPECT_EQ(::GetFocus(), WindowOf(form.tbFrom));
+                                      PostText(::GetFocus(), L"1");
+                                      PostKey(::GetFocus(), VK_RETURN);
+                                      PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+                                    },
+                                    [&](HWND dialog) {
+                                      EXPECT_FALSE(::IsWindowEnabled(WindowOf(form.OKButton)));
+                                      EXPECT_TRUE(::IsWindow(dialog) && form.IsOpen());
+                                      PostText(WindowOf(form.tbFrom), L"/2/2025");
+                                    },
+                                    [&](HWND) { PostKey(WindowOf(form.tbFrom), VK_RETURN); }});
+  forms_.ShowModal(form);
+  ASSERT_TRUE(form.OKPressed);
+  EXPECT_EQ(form.DateFrom, Date::FromFields({2025, 2, 1}));
+}
+
+TEST_F(WindowsFormsTest, PrintOptionsStandInFramesAndLeaveTheStateThatCallsLeave) {
+  PrintOptions options(settings_, {.titleName = "Team", .firstMonth = 4});
+  frmPrintOptions form(options, messages_, shell_);
+  form.Load();
+  const UserSteps steps(L"Print Options",
+                        {[&](HWND dialog) {
+                           ExpectWellLaidOut(form, dialog);
+                           EXPECT_EQ(::GetFocus(), WindowOf(form.txtMLeft));
+                           EXPECT_EQ(PlaceOf(WindowOf(form.txtMRight)).left,
+                                     PlaceOf(WindowOf(form.txtMBottom)).left);
+                           const HWND frame = ::GetWindow(WindowOf(form.lblMLeft), GW_HWNDPREV);
+                           EXPECT_EQ(WindowText(frame), L"Margins");
+                           const RECT around = PlaceOf(frame);
+                           const RECT first = PlaceOf(WindowOf(form.lblMLeft));
+                           const RECT last = PlaceOf(WindowOf(form.txtMBottom));
+                           EXPECT_TRUE(around.top < first.top && around.left < first.left &&
+                                       around.bottom > last.bottom && around.right > last.right);
+                           PostClick(WindowOf(form.optInch));
+                         },
+                         [&](HWND) {
+                           EXPECT_EQ(WindowText(WindowOf(form.txtMLeft)), L"0.8");
+                           ::SendMessageW(WindowOf(form.txtMLeft), EM_SETSEL, 0, -1);
+                           PostText(WindowOf(form.txtMLeft), L"a1.5");
+                           PostKey(WindowOf(form.cmbStart), VK_DOWN);
+                           PostKey(WindowOf(form.txtMLeft), VK_RETURN);
+                         }});
+  forms_.ShowModal(form);
+  EXPECT_TRUE(form.OKPressed);
+  EXPECT_EQ(shell_.beeps, 1);
+  EXPECT_EQ(options.FilterStartMonth(), 5);
+  EXPECT_EQ(settings_.Get("Year Planner", "Printing", "Left Margin", ""), "2160");
+}
+
+TEST_F(WindowsFormsTest, EscapeInABoxForNumbersStoresNothing) {
+  PrintOptions options(settings_, {.titleName = "Team", .firstMonth = 4});
+  frmPrintOptions form(options, messages_, shell_);
+  form.Load();
+  const auto before = settings_.Values();
+  const UserSteps steps(L"Print Options", {[&](HWND) {
+                          PostText(::GetFocus(), L"7");
+                          PostKey(::GetFocus(), VK_ESCAPE);
+                        }});
+  forms_.ShowModal(form);
+  EXPECT_EQ(settings_.Values(), before);
+}
+
+TEST_F(WindowsFormsTest, AboutBoxOpensThePageAndEnterPressesItsButton) {
+  frmAbout form(shell_);
+  const UserSteps steps(L"About OutlookVelkor YearPlan", {[&](HWND dialog) {
+                          ExpectWellLaidOut(form, dialog);
+                          const auto heightOf = [](const Element& label) {
+                            const RECT place = PlaceOf(WindowOf(label));
+                            return place.bottom - place.top;
+                          };
+                          EXPECT_GT(heightOf(form.lblHeading), heightOf(form.lblMaker));
+                          PostClick(WindowOf(form.imgLogo));
+                          PostKey(::GetFocus(), VK_RETURN);
+                        }});
+  forms_.ShowModal(form);
+  EXPECT_EQ(shell_.pages.size(), 1U);
+}
+
+struct AskingForm : Form {
+  explicit AskingForm(std::string title = "Asking") : Form("frmAsk", std::move(title)) {
+    cmdOK.SetCaption("OK");
+    AddRow({{{&tbText, 1}}});
+    AddRow({{{&cmdOK, 1}}, FormRowKind::Buttons});
+    cmdOK.onClick = [this] {
+      ++accepted;
+      Unload();
+    };
+  }
+  TextBox tbText{"tbText"};
+  CommandButton cmdOK{"cmdOK"};
+  int accepted = 0;
+};
+
+TEST_F(WindowsFormsTest, FormsOpenOverOneAnotherAndKeysThatAreNotKeptStayWithTheBox) {
+  AskingForm inner("Inner");
+  AskingForm form;
+  form.tbText.onKeyPress = [](int code) { return code > ' '; };
+  form.cmdOK.onClick = [&] {
+    forms_.ShowModal(inner);
+    EXPECT_TRUE(form.IsOpen());
+  };
+  const auto isEnabled = [](const wchar_t* title) {
+    return ::IsWindowEnabled(::FindWindowW(nullptr, title)) != FALSE;
+  };
+  const UserSteps steps(L"Asking", {[&](HWND) {
+                                      PostKey(WindowOf(form.tbText), VK_RETURN);
+                                      PostKey(WindowOf(form.tbText), VK_ESCAPE);
+                                    },
+                                    [&](HWND) {
+                                      EXPECT_TRUE(form.IsOpen() && !inner.IsOpen());
+                                      PostClick(WindowOf(form.cmdOK));
+                                    },
+                                    [&](HWND dialog) {
+                                      EXPECT_TRUE(isEnabled(L"Inner") && !isEnabled(L"Asking"));
+                                      const HWND over = ::FindWindowW(nullptr, L"Inner");
+                                      EXPECT_EQ(::GetWindow(over, GW_OWNER), dialog);
+                                      PostKey(WindowOf(inner.tbText), VK_ESCAPE);
+                                    },
+                                    [&](HWND dialog) {
+                                      EXPECT_EQ(::GetActiveWindow(), dialog);
+                                      ::PostMessageW(dialog, WM_CLOSE, 0, 0);
+                                    }});
+  forms_.ShowModal(form);
+  EXPECT_FALSE(form.IsOpen() || isEnabled(L"Asking"));
+}
+
+TEST_F(WindowsFormsTest, EndsWithTheProgramWithItsOwnerAndByACallFromElsewhere) {
+  const std::vector<std::function<void(Form&)>> ends{
+      [](Form&) { ::PostQuitMessage(7); },
+      [](Form& form) { form.Unload(); },
+      [&](Form&) { ::DestroyWindow(owner_.window); },
+  };
+  for (std::size_t i = 0; i < ends.size(); ++i) {
+    AskingForm form;
+    const UserSteps steps(L"Asking", {[&](HWND) { ends[i](form); }});
+    forms_.ShowModal(form);
+    EXPECT_FALSE(form.IsOpen() || form.tbText.Peer());
+    EXPECT_EQ(TakeQuit(), i == 0);
+    EXPECT_EQ(::FindWindowW(nullptr, L"Asking"), nullptr);
+  }
+  EXPECT_FALSE(owner_.owner.IsBusy());
+}
+
+TEST_F(WindowsFormsTest, OpensAndClosesWithoutKeepingHandles) {
+  const auto handles = [] {
+    return std::pair(::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS),
+                     ::GetGuiResources(::GetCurrentProcess(), GR_USEROBJECTS));
+  };
+  const auto open = [&] {
+    frmAbout form(shell_);
+    const UserSteps steps(L"About OutlookVelkor YearPlan",
+                          {[](HWND dialog) { ::PostMessageW(dialog, WM_CLOSE, 0, 0); }});
+    forms_.ShowModal(form);
+  };
+  open();
+  const auto before = handles();
+  for (int i = 0; i < 5; ++i) open();
+  EXPECT_EQ(handles(), before);
+}
+
+/// A button over a view that clips a page.
+struct PageForm : Form {
+  explicit PageForm(Extent opening = {9000, 7500}) : Form("frmPage", "A page") {
+    pic1.onKeyDown = [this](Key key) {
+      keys.push_back(key);
+      return true;
+    };
+    cmdPress.onClick = [this] { ++presses; };
+    Place({{&cmdPress}, {&picParent}, {&pic1, &picParent}}, opening);
+  }
+  void Form_Resize(Extent size, PixelSize /*pixel*/) override {
+    widths.push_back(static_cast<int>(size.width));
+    picParent.SetBounds({0, 600, size.width, size.height});
+    pic1.SetBounds({300, 300, 9999999, 9999999});
+    if (onResize) onResize();
+  }
+  CommandButton cmdPress{"cmdPress"};
+  PictureBox picParent{"picParent"};
+  PictureBox pic1{"pic1"};
+  std::function<void()> onResize;
+  std::vector<int> widths;
+  std::vector<Key> keys;
+  int presses = 0;
+};
+
+void ResizeArea(HWND window, int wider) {
+  RECT place{};
+  ::GetWindowRect(window, &place);
+  ::MoveWindow(window, place.left, place.top, place.right - place.left + wider,
+               place.bottom - place.top, TRUE);
+}
+
+TEST_F(WindowsFormsTest, APlacedFormHearsEachOfItsSizesOnceAndItsKeys) {
+  PageForm form;
+  const UserSteps steps(L"A page",
+                        {[&](HWND window) {
+                           EXPECT_THAT(form.widths, ElementsAre(9000));
+                           EXPECT_EQ(::GetParent(WindowOf(form.pic1)), WindowOf(form.picParent));
+                           EXPECT_EQ(::GetFocus(), WindowOf(form.pic1));
+                           for (const WPARAM key : {VK_RETURN, VK_NEXT}) PostKey(::GetFocus(), key);
+                           ::PostMessageW(window, WM_COMMAND, IDOK, 0);
+                           ResizeArea(window, 50);
+                           ResizeArea(window, 50);
+                         },
+                         [&](HWND window) {
+                           EXPECT_THAT(form.widths, ElementsAre(9000, 10500));
+                           EXPECT_THAT(form.keys, ElementsAre(Key::Enter, Key::PageDown));
+                           ::ShowWindow(window, SW_MINIMIZE);
+                           ::ShowWindow(window, SW_RESTORE);
+                         },
+                         [&](HWND) {
+                           EXPECT_EQ(form.widths.size(), 2U);
+                           PostKey(::GetFocus(), VK_ESCAPE);
+                         }});
+  forms_.ShowModal(form);
+  EXPECT_FALSE(form.IsOpen());
+  EXPECT_EQ(form.presses, 0);
+}
+
+TEST_F(WindowsFormsTest, APlacedFormShowsMessagesWhileItIsArrangedAndMayUnloadItself) {
+  PageForm form;
+  form.onResize = [&] {
+    if (form.widths.size() > 1) return form.Unload();
+    const UserSteps box(L"No page", {[&](HWND message) {
+                                       const HWND window = ::GetWindow(message, GW_OWNER);
+                                       EXPECT_EQ(WindowText(window), L"A page");
+                                       ResizeArea(window, 50);
+                                     },
+                                     [&](HWND message) {
+                                       EXPECT_EQ(form.widths.size(), 1U)
+                                           << "arranged while it is arranged";
+                                       ::PostMessageW(message, WM_COMMAND, IDOK, 0);
+                                     }});
+    WindowsMessageBoxes(owner_.owner).Show({.text = "No room", .title = "No page"});
+  };
+  forms_.ShowModal(form);
+  EXPECT_THAT(form.widths, ElementsAre(9000, 9750));
+  EXPECT_FALSE(form.pic1.Peer());
+}
+
+TEST_F(WindowsFormsTest, APlacedFormFitsTheScreenAndStaysLargeEnoughToUse) {
+  for (const Extent wanted : {Extent{1e9, 1e9}, Extent{0, 0}}) {
+    PageForm form(wanted);
+    const UserSteps steps(L"A page", {[&](HWND window) {
+                            RECT place{};
+                            RECT screen{};
+                            ::GetWindowRect(window, &place);
+                            ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
+                            RECT seen{};
+                            ::IntersectRect(&seen, &place, &screen);
+                            EXPECT_TRUE(::EqualRect(&seen, &place));
+                            EXPECT_GE(place.right - place.left, 300);
+                            ::PostMessageW(window, WM_CLOSE, 0, 0);
+                          }});
+    forms_.ShowModal(form);
+  }
+}
+
+TEST_F(WindowsFormsTest, RefusesElementsThatItCannotShow) {
+  struct BoxForm : Form {
+    explicit BoxForm(bool held) : Form("frmBox", "Box") {
+      Place({{held ? static_cast<Element*>(&lblText) : &tbText, held ? &picHolder : nullptr}}, {});
+    }
+    TextBox tbText{"tbText"};
+    Label lblText{"lblText"};
+    PictureBox picHolder{"picHolder"};
+  };
+  for (const bool held : {false, true}) {
+    BoxForm form(held);
+    EXPECT_THROW(forms_.ShowModal(form), Error);
+    EXPECT_FALSE(form.IsOpen() || form.lblText.Peer() || form.onUnload);
+    EXPECT_TRUE(::IsWindowEnabled(owner_.window));
+  }
+}
+
+}  // namespace
+}  // namespace velkor
