@@ -2,10 +2,6 @@
 #pragma once
 
 #include <gmock/gmock.h>
-// After windows.h.
-#include <windows.h>
-
-#include <tlhelp32.h>
 
 #include <filesystem>
 #include <initializer_list>
@@ -20,6 +16,8 @@
 #include "platform/windows/ProcessWatch.h"
 #include "platform/windows/Registration.h"
 #include "tests/platform/windows/PumpMessages.h"
+// After windows.h.
+#include <tlhelp32.h>
 
 namespace velkor {
 
