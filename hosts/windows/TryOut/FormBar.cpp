@@ -1,0 +1,171 @@
+// hosts/windows/TryOut/FormBar.cpp: the bar's windows, its layout, and its way to the control.
+#include "hosts/windows/TryOut/FormBar.h"
+
+#include <algorithm>
+
+#include "platform/windows/Automation.h"
+#include "platform/windows/WindowsPeer.h"
+
+namespace velkor {
+namespace {
+
+/// Lengths in twips.
+constexpr Twips Margin = 120;
+constexpr Twips Gap = 90;
+constexpr Twips LineHeight = 345;
+constexpr Twips LeastEdit = 1500;
+constexpr Twips BoxWidth = 330;
+constexpr Twips ButtonPadding = 360;
+
+int Pixels(Twips length) {
+  return ToScreenPixels(Point{length, 0}).x;
+}
+
+/// Calls the control for as long as a bar's operation takes.
+class ControlCalls {
+ public:
+  explicit ControlCalls(IDispatch& control) : control_(program_, kind_, &control) {}
+
+  Variant Get(const char* property) const { return control_.Get(property); }
+  void Put(const char* property, const Variant& value) const { control_.Put(property, value); }
+
+ private:
+  DialogOwner owner_;
+  AutomationProgram program_{"Year planner", owner_};
+  AutomationClass kind_{"YearPlan"};
+  AutomationObject control_;
+};
+
+std::string TextIn(HWND edit) {
+  std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(edit)) + 1, L'\0');
+  text.resize(
+      static_cast<std::size_t>(::GetWindowTextW(edit, text.data(), static_cast<int>(text.size()))));
+  return ToUtf8(text);
+}
+
+bool IsChecked(HWND box) {
+  return ::SendMessageW(box, BM_GETCHECK, 0, 0) == BST_CHECKED;
+}
+
+}  // namespace
+
+FormBar::FormBar(HWND form, HFONT font) : form_(form), font_(font) {
+  const auto addText = [&](const char* property, const wchar_t* label) {
+    const HWND before = Make(L"STATIC", label, SS_CENTERIMAGE, -1);
+    texts_.push_back(
+        {property, before, Make(L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, -1, WS_EX_CLIENTEDGE)});
+  };
+  addText("Folder", L"&Folder");
+  addText("TitleName", L"&Title name");
+  addText("AppointmentForm", L"Appointment f&orm");
+  const auto addTruth = [&](const char* property, const wchar_t* label) {
+    truths_.push_back(
+        {property, nullptr, Make(L"BUTTON", label, WS_TABSTOP | BS_AUTOCHECKBOX, -1)});
+  };
+  addTruth("AllEvents", L"&All events");
+  addTruth("HideNonCategoryItems", L"&Hide items without category");
+  addTruth("DisplaySubject", L"&Display subject");
+  buttons_ = {
+      Make(L"BUTTON", L"A&pply", WS_TABSTOP | BS_DEFPUSHBUTTON, form_commands::Apply),
+      Make(L"BUTTON", L"&Save properties", WS_TABSTOP | BS_PUSHBUTTON, form_commands::Save),
+      Make(L"BUTTON", L"&Restore properties", WS_TABSTOP | BS_PUSHBUTTON, form_commands::Restore)};
+}
+
+HWND FormBar::Make(const wchar_t* windowClass, const wchar_t* text, DWORD style, int id,
+                   DWORD extendedStyle) const {
+  const HWND window =
+      ::CreateWindowExW(extendedStyle, windowClass, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0,
+                        form_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+  ::SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font_), FALSE);
+  return window;
+}
+
+int FormBar::WidthOf(HWND window) const {
+  const std::wstring text = ToWide(TextIn(window));
+  const HDC dc = ::GetDC(window);
+  const HGDIOBJ before = ::SelectObject(dc, font_);
+  RECT area{};
+  ::DrawTextW(dc, text.data(), static_cast<int>(text.size()), &area, DT_CALCRECT | DT_SINGLELINE);
+  ::SelectObject(dc, before);
+  ::ReleaseDC(window, dc);
+  return area.right;
+}
+
+int FormBar::Arrange(int width) {
+  const int margin = Pixels(Margin);
+  const int gap = Pixels(Gap);
+  const int line = Pixels(LineHeight);
+  int x = margin;
+  int y = gap;
+  const auto nextLine = [&] {
+    x = margin;
+    y += line + gap;
+  };
+  const auto place = [&](HWND window, int wide) {
+    ::MoveWindow(window, x, y, wide, line, TRUE);
+    x += wide + gap;
+  };
+
+  // Edits share what their labels leave.
+  int labels = 0;
+  for (const Field& field : texts_) labels += WidthOf(field.label) + 2 * gap;
+  const int count = static_cast<int>(texts_.size());
+  const int share = (width - 2 * margin + gap - labels) / count;
+  const bool oneRow = share >= Pixels(LeastEdit);
+  for (const Field& field : texts_) {
+    const int label = WidthOf(field.label);
+    place(field.label, label);
+    place(field.window, oneRow ? share : std::max(width - margin - x, 0));
+    if (!oneRow) nextLine();
+  }
+  if (oneRow) nextLine();
+
+  for (const Field& field : truths_) {
+    const int wide = WidthOf(field.window) + Pixels(BoxWidth);
+    if (x > margin && x + wide > width - margin) nextLine();
+    place(field.window, wide);
+  }
+  int wanted = -gap;
+  for (const HWND button : buttons_) wanted += WidthOf(button) + Pixels(ButtonPadding) + gap;
+  if (x + wanted > width - margin) nextLine();
+  x = std::max(width - margin - wanted, margin);
+  for (const HWND button : buttons_) place(button, WidthOf(button) + Pixels(ButtonPadding));
+  return y + line + gap;
+}
+
+void FormBar::Show(IDispatch& control) const {
+  const ControlCalls calls(control);
+  for (const Field& field : texts_) {
+    const std::string text = calls.Get(field.property).ToText();
+    if (text != TextIn(field.window)) ::SetWindowTextW(field.window, ToWide(text).c_str());
+  }
+  for (const Field& field : truths_) {
+    const bool truth = calls.Get(field.property).ToBool();
+    ::SendMessageW(field.window, BM_SETCHECK, truth ? BST_CHECKED : BST_UNCHECKED, 0);
+  }
+}
+
+void FormBar::Apply(IDispatch& control) const {
+  // All fields are read before the first change shows them anew.
+  std::vector<std::pair<const char*, Variant>> wanted;
+  for (const Field& field : texts_)
+    wanted.emplace_back(field.property, Variant(TextIn(field.window)));
+  for (const Field& field : truths_) {
+    wanted.emplace_back(field.property, Variant(IsChecked(field.window)));
+  }
+  const ControlCalls calls(control);
+  for (const auto& [property, value] : wanted) {
+    if (calls.Get(property).ToText() != value.ToText()) calls.Put(property, value);
+  }
+}
+
+void FormBar::Enable(bool enabled) const {
+  for (const auto* fields : {&texts_, &truths_}) {
+    for (const Field& field : *fields) ::EnableWindow(field.window, enabled);
+  }
+  for (const HWND button : buttons_) {
+    if (::GetDlgCtrlID(button) != form_commands::Restore) ::EnableWindow(button, enabled);
+  }
+}
+
+}  // namespace velkor

@@ -1,0 +1,290 @@
+// hosts/windows/TryOut/FormObject.cpp: the members of the object Form.
+#include "hosts/windows/TryOut/FormObject.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <span>
+
+#include "hosts/windows/TryOut/Console.h"
+#include "hosts/windows/TryOut/PictureFile.h"
+#include "hosts/windows/TryOut/WindowInput.h"
+#include "support/values/Text.h"
+
+namespace velkor {
+namespace {
+
+constexpr int DialogPatience = 10000;
+
+std::string Lines(std::span<const std::string> texts) {
+  std::string lines;
+  for (const std::string& text : texts) lines += (lines.empty() ? "" : "\r\n") + text;
+  return lines;
+}
+
+POINT PointOf(const Call& call) {
+  return {call[0].ToInt(), call[1].ToInt()};
+}
+
+Variant Number(std::int32_t number) {
+  return Variant(number);
+}
+
+}  // namespace
+
+struct FormObject::Table {
+  using Self = FormObject;
+  static constexpr Member Members[] = {
+      {"YearPlan", Bound<&Self::YearPlan>},
+      {"Open", Bound<&Self::Open>},
+      {"Close", Bound<&Self::Close>},
+      {"Place", Bound<&Self::Place>},
+      {"Save", Bound<&Self::Save>},
+      {"Restore", Bound<&Self::Restore>},
+      {"Resize", Bound<&Self::Resize>},
+      {"Width", Bound<&Self::Width>},
+      {"Height", Bound<&Self::Height>},
+      {"Status", Bound<&Self::Status>},
+      {"Statuses", Bound<&Self::Statuses>},
+      {"Errors", Bound<&Self::Errors>},
+      {"PropertiesChanged", Bound<&Self::PropertiesChanged>},
+      {"Dialogs", Bound<&Self::Dialogs>},
+      {"Wait", Bound<&Self::Wait>},
+      {"WaitFor", Bound<&Self::WaitFor>},
+      {"Expect", Bound<&Self::Expect>},
+      {"WaitForDialogs", Bound<&Self::WaitForDialogs>},
+      {"Click", Bound<&Self::Click>},
+      {"RightClick", Bound<&Self::RightClick>},
+      {"Move", Bound<&Self::Move>},
+      {"Press", Bound<&Self::Press>},
+      {"Button", Bound<&Self::Button>},
+      {"Draw", Bound<&Self::Draw>},
+      {"Pixel", Bound<&Self::Pixel>},
+      {"CountPixels", Bound<&Self::CountPixels>},
+      {"Print", Bound<&Self::Print>},
+      {"Check", Bound<&Self::Check>},
+      {"Argument", Bound<&Self::Argument>},
+      {"ProcessId", Bound<&Self::ProcessId>},
+      {"IsLoaded", Bound<&Self::IsLoaded>},
+  };
+  static constexpr ObjectClass Form = {"Form", 1, Members};
+};
+
+FormObject::FormObject(TryOutForm& form, std::vector<std::string> arguments, CallScript callScript)
+    : NamedObject(Table::Form),
+      form_(form),
+      arguments_(std::move(arguments)),
+      callScript_(std::move(callScript)) {
+  form_.listener.onStatus = [this](const std::string& text) {
+    statuses_.push_back(text);
+    callScript_("Form_StatusChange", {Variant(text)});
+  };
+  form_.listener.onError = [this](int number, const std::string& description) {
+    errors_.push_back(std::to_string(number) + " " + description);
+    callScript_("Form_Error", {Variant(std::int32_t{number}), Variant(description)});
+  };
+  form_.listener.onPropertyChanged = [this](const std::string& name) {
+    changed_.push_back(name);
+    callScript_("Form_PropertyChanged", {Variant(name)});
+  };
+}
+
+FormObject::~FormObject() {
+  form_.listener = {};
+}
+
+void FormObject::Fail(const std::string& what) {
+  ++failures_;
+  WriteErrorLine("failed: " + what);
+}
+
+void FormObject::TakeFailures() {
+  for (const std::string& failure : answers_.TakeFailures()) Fail(failure);
+}
+
+int FormObject::Finish() {
+  form_.Pump(INT_MAX, [this] { return answers_.IsDone(); });
+  TakeFailures();
+  return failures_;
+}
+
+Variant FormObject::YearPlan(const Call&) {
+  return Variant(&form_.Host().Control());
+}
+
+Variant FormObject::Open(const Call&) {
+  form_.Open();
+  return {};
+}
+
+Variant FormObject::Close(const Call&) {
+  form_.Close();
+  ::CoFreeUnusedLibrariesEx(0, 0);
+  return {};
+}
+
+Variant FormObject::Place(const Call&) {
+  form_.Open();
+  form_.Place(std::nullopt);
+  return {};
+}
+
+Variant FormObject::Save(const Call& call) {
+  form_.Save(call[0].ToText());
+  return {};
+}
+
+/// Answers what the control said against the properties.
+Variant FormObject::Restore(const Call& call) {
+  form_.Open();
+  return Variant(form_.Restore(call[0].ToText()));
+}
+
+Variant FormObject::Resize(const Call& call) {
+  form_.Host();
+  form_.Resize({call[0].ToInt(), call[1].ToInt()});
+  return {};
+}
+
+Variant FormObject::Width(const Call&) {
+  return Number(form_.Host().Size().cx);
+}
+
+Variant FormObject::Height(const Call&) {
+  return Number(form_.Host().Size().cy);
+}
+
+Variant FormObject::Status(const Call&) {
+  return Variant(statuses_.empty() ? std::string() : statuses_.back());
+}
+
+Variant FormObject::Statuses(const Call&) {
+  return Variant(Lines(statuses_));
+}
+
+Variant FormObject::Errors(const Call&) {
+  return Variant(Lines(errors_));
+}
+
+Variant FormObject::PropertiesChanged(const Call&) {
+  return Variant(Lines(changed_));
+}
+
+Variant FormObject::Dialogs(const Call&) {
+  return Variant(Lines(answers_.Met()));
+}
+
+Variant FormObject::Wait(const Call& call) {
+  form_.Pump(std::max(call[0].ToInt(), 0));
+  TakeFailures();
+  return {};
+}
+
+/// A status that was told before the call does not count.
+Variant FormObject::WaitFor(const Call& call) {
+  const std::string text = call[0].ToText();
+  const std::size_t before = statuses_.size();
+  const bool came = form_.Pump(std::max(call[1].ToInt(), 0), [&] {
+    return std::any_of(statuses_.begin() + static_cast<std::ptrdiff_t>(before), statuses_.end(),
+                       [&](const std::string& status) { return status.starts_with(text); });
+  });
+  TakeFailures();
+  return Variant(came);
+}
+
+Variant FormObject::Expect(const Call& call) {
+  answers_.Expect(call[0].ToText(), call[1].ToText(),
+                  call.Has(2) ? call[2].ToInt() : DialogPatience);
+  return {};
+}
+
+Variant FormObject::WaitForDialogs(const Call&) {
+  form_.Pump(INT_MAX, [this] { return answers_.IsDone(); });
+  TakeFailures();
+  return {};
+}
+
+Variant FormObject::Click(const Call& call) {
+  PostClick(form_.Host().ControlWindow(), PointOf(call), MouseButton::Left);
+  return {};
+}
+
+Variant FormObject::RightClick(const Call& call) {
+  PostClick(form_.Host().ControlWindow(), PointOf(call), MouseButton::Right);
+  return {};
+}
+
+Variant FormObject::Move(const Call& call) {
+  PostMove(form_.Host().ControlWindow(), PointOf(call));
+  return {};
+}
+
+Variant FormObject::Press(const Call& call) {
+  PostKey(form_.Host().ControlWindow(), static_cast<WPARAM>(call[0].ToInt()));
+  return {};
+}
+
+Variant FormObject::Button(const Call& call) {
+  PostToolbarButton(form_.Host().ControlWindow(), call[0].ToInt());
+  return {};
+}
+
+/// Draws the control anew; with a path also into a file.
+Variant FormObject::Draw(const Call& call) {
+  const SIZE size = form_.Host().Size();
+  picture_ = form_.Host().Draw();
+  pictureSize_ = size;
+  if (call.Has(0)) SaveBitmap(*picture_, size, call[0].ToText());
+  return {};
+}
+
+const DibSection& FormObject::Picture() {
+  if (!picture_) throw Error(errors::InvalidProcedureCall, "Call Draw first.");
+  return *picture_;
+}
+
+Variant FormObject::Pixel(const Call& call) {
+  const DibSection& picture = Picture();
+  const POINT point = PointOf(call);
+  const RECT area{0, 0, pictureSize_.cx, pictureSize_.cy};
+  if (!::PtInRect(&area, point)) {
+    throw Error(errors::SubscriptOutOfRange, "The point is outside the picture.");
+  }
+  return Variant(ToHex(picture.At(point.x, point.y)));
+}
+
+Variant FormObject::CountPixels(const Call& call) {
+  const DibSection& picture = Picture();
+  const Colour wanted = ColourOfHex(call[0].ToText());
+  std::int32_t count = 0;
+  for (int y = 0; y < pictureSize_.cy; ++y) {
+    for (int x = 0; x < pictureSize_.cx; ++x) count += picture.At(x, y) == wanted ? 1 : 0;
+  }
+  return Number(count);
+}
+
+Variant FormObject::Print(const Call& call) {
+  WriteLine(call[0].ToText());
+  return {};
+}
+
+Variant FormObject::Check(const Call& call) {
+  if (!call[0].ToBool()) Fail(call[1].ToText());
+  return {};
+}
+
+/// Counted from 0; empty for one that was not given.
+Variant FormObject::Argument(const Call& call) {
+  const auto place = static_cast<std::size_t>(call[0].ToInt());
+  return Variant(place < arguments_.size() ? arguments_[place] : std::string());
+}
+
+Variant FormObject::ProcessId(const Call&) {
+  return Number(static_cast<std::int32_t>(::GetCurrentProcessId()));
+}
+
+/// Whether the control's library is in this process.
+Variant FormObject::IsLoaded(const Call&) {
+  return Variant(::GetModuleHandleW(L"OutlookVelkor.ocx") != nullptr);
+}
+
+}  // namespace velkor
