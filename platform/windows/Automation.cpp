@@ -117,6 +117,12 @@ HRESULT AutomationProgram::Attempt(const std::function<HRESULT()>& call) {
   }
 }
 
+void AutomationProgram::LetGo(ComPtr<IUnknown> object) {
+  const BusyScope busy(owner_);
+  const CallScope inCall(depth_, onIdle);
+  object.Reset();
+}
+
 std::string AutomationProgram::Explain(HRESULT result) const {
   if (IsPutOff(result)) {
     return name_ + " is busy; close its open dialogs and try again";
@@ -182,6 +188,13 @@ ComPtr<IDispatch> JoinOrCreate(AutomationProgram& program, std::string_view prog
   return program.Create(programId);
 }
 
+AutomationObject& AutomationObject::operator=(AutomationObject other) noexcept {
+  std::swap(program_, other.program_);
+  std::swap(kind_, other.kind_);
+  object_.Swap(other.object_);
+  return *this;
+}
+
 void AutomationObject::Fail(HRESULT result, std::string_view member, std::string_view text) const {
   program_->Fail(result, kind_->Name() + "." + std::string(member), text, kind_->Name());
 }
@@ -202,9 +215,12 @@ DISPID AutomationObject::LookUp(std::string_view member) const {
   return id;
 }
 
-Variant AutomationObject::Invoke(AutomationObject self, std::string_view member, WORD flags,
-                                 std::vector<VARIANT> arguments) {
-  if (!self) self.Fail(CO_E_OBJNOTCONNECTED, member);
+Variant AutomationObject::Invoke(std::string_view member, WORD flags,
+                                 std::vector<VARIANT> arguments) const {
+  if (object_ == nullptr) Fail(CO_E_OBJNOTCONNECTED, member);
+  // A copy, as the holder may let this go while the call lets messages through.
+  const BusyScope busy(program_->Owner());
+  const AutomationObject self(*this);
   DISPID id = self.Identify(member);
   DISPID valueName = DISPID_PROPERTYPUT;
   DISPPARAMS parameters{};
@@ -231,7 +247,7 @@ Variant AutomationObject::Invoke(AutomationObject self, std::string_view member,
     if (id != before) result = self.program_->Attempt(invoke);
   }
   if (result == DISP_E_MEMBERNOTFOUND && flags == DISPATCH_PROPERTYPUTREF) {
-    return Invoke(std::move(self), member, DISPATCH_PROPERTYPUT, std::move(arguments));
+    return self.Invoke(member, DISPATCH_PROPERTYPUT, std::move(arguments));
   }
   if (result == DISP_E_EXCEPTION) {
     exception.Complete();
@@ -242,20 +258,20 @@ Variant AutomationObject::Invoke(AutomationObject self, std::string_view member,
 }
 
 Variant AutomationObject::Get(std::string_view member, Arguments arguments) const {
-  return Invoke(*this, member, DISPATCH_PROPERTYGET | DISPATCH_METHOD, LastFirst(arguments));
+  return Invoke(member, DISPATCH_PROPERTYGET | DISPATCH_METHOD, LastFirst(arguments));
 }
 
 Variant AutomationObject::Call(std::string_view member, Arguments arguments) const {
-  return Invoke(*this, member, DISPATCH_METHOD, LastFirst(arguments));
+  return Invoke(member, DISPATCH_METHOD, LastFirst(arguments));
 }
 
 void AutomationObject::Put(std::string_view member, const Variant& value) const {
-  Invoke(*this, member, DISPATCH_PROPERTYPUT, {value.Get()});
+  Invoke(member, DISPATCH_PROPERTYPUT, {value.Get()});
 }
 
 void AutomationObject::PutReference(std::string_view member, IDispatch* value) const {
   const Variant held(value);
-  Invoke(*this, member, DISPATCH_PROPERTYPUTREF, {held.Get()});
+  Invoke(member, DISPATCH_PROPERTYPUTREF, {held.Get()});
 }
 
 }  // namespace velkor

@@ -39,12 +39,15 @@ class AutomationProgram {
   bool IsInCall() const { return depth_ > 0; }
 
   /// A new object by its program identifier. Throws Error with a text for the user.
-  ComPtr<IDispatch> Create(std::string_view programId, DWORD context = CLSCTX_SERVER);
+  ComPtr<IDispatch> Create(std::string_view programId,
+                           DWORD context = CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER);
   /// The object of a running program that shows it to others; null where there is none.
   ComPtr<IDispatch> Join(std::string_view programId);
 
   /// Makes an outgoing call, again while it is rejected, and answers as it did.
   HRESULT Attempt(const std::function<HRESULT()>& call);
+  /// Lets go of an object, which is an outgoing call too.
+  void LetGo(ComPtr<IUnknown> object);
   /// Throws Error: number `result`, "program: what: text" with the system's text for an empty one.
   [[noreturn]] void Fail(HRESULT result, std::string_view what, std::string_view text,
                          std::string_view source) const;
@@ -94,6 +97,13 @@ class AutomationObject {
   AutomationObject(AutomationProgram& program, AutomationClass& kind, ComPtr<IDispatch> object)
       : program_(&program), kind_(&kind), object_(std::move(object)) {}
 
+  ~AutomationObject() {
+    if (object_ != nullptr) program_->LetGo(std::move(object_));
+  }
+  AutomationObject(const AutomationObject&) = default;
+  AutomationObject(AutomationObject&&) = default;
+  AutomationObject& operator=(AutomationObject other) noexcept;
+
   explicit operator bool() const { return object_ != nullptr; }
   IDispatch* Get() const { return object_.Get(); }
 
@@ -124,9 +134,7 @@ class AutomationObject {
   [[noreturn]] void Fail(HRESULT result, std::string_view member, std::string_view text = {}) const;
   DISPID Identify(std::string_view member) const;
   DISPID LookUp(std::string_view member) const;
-  // Its own copy, as the holder may let go of the object while the call lets messages through.
-  static Variant Invoke(AutomationObject self, std::string_view member, WORD flags,
-                        std::vector<VARIANT> arguments);
+  Variant Invoke(std::string_view member, WORD flags, std::vector<VARIANT> arguments) const;
 
   AutomationProgram* program_;
   AutomationClass* kind_;

@@ -7,13 +7,13 @@ namespace velkor {
 
 int AutomationItem::Class() {
   if (!class_) {
-    class_ = AutomationObject(link_.program, link_.item, object_).GetInt("Class");
+    class_ = item_.GetInt("Class");
   }
   return *class_;
 }
 
 AutomationObject AutomationItem::Object() {
-  return {link_.program, link_.ItemClass(Class()), object_};
+  return {link_.program, link_.ItemClass(Class()), item_.Get()};
 }
 
 const Variant& AutomationItem::Read(const char* member) {
@@ -35,7 +35,7 @@ void AutomationItem::Call(const char* member, AutomationObject::Arguments argume
 
 std::string AutomationItem::Body() {
   if (!known_.contains("Body")) {
-    if (auto text = link_.helpers.Body(object_.Get())) {
+    if (auto text = link_.helpers.Body(item_.Get())) {
       known_.insert_or_assign("Body", Variant(*text));
     }
   }
@@ -44,7 +44,7 @@ std::string AutomationItem::Body() {
 
 void AutomationItem::Display(bool modal) {
   // Else the inspector may open behind the window that the user works in.
-  ::CoAllowSetForegroundWindow(object_.Get(), nullptr);
+  link_.program.Attempt([&] { return ::CoAllowSetForegroundWindow(item_.Get(), nullptr); });
   std::optional<ModalScope> scope;
   if (modal) scope.emplace(link_.program.Owner());
   Call("Display", {Variant(modal)});
@@ -53,9 +53,9 @@ void AutomationItem::Display(bool modal) {
 std::unique_ptr<OutlookItem> AutomationItem::GetAssociatedAppointment(bool addToCalendar) {
   if (!outlook::IsMeetingClass(Class())) return nullptr;
   try {
-    auto appointment =
-        Object().Call("GetAssociatedAppointment", {Variant(addToCalendar)}).ToObject();
-    if (appointment == nullptr) return nullptr;
+    AutomationObject appointment = link_.Object(
+        link_.item, Object().Call("GetAssociatedAppointment", {Variant(addToCalendar)}));
+    if (!appointment) return nullptr;
     return std::make_unique<AutomationItem>(link_, std::move(appointment),
                                             outlook::ClassAppointment);
   } catch (const Error& error) {
@@ -65,8 +65,8 @@ std::unique_ptr<OutlookItem> AutomationItem::GetAssociatedAppointment(bool addTo
 }
 
 std::unique_ptr<OutlookItem> ItemOf(OutlookLink& link, const Variant& value) {
-  auto object = value.ToObject();
-  return object == nullptr ? nullptr : std::make_unique<AutomationItem>(link, std::move(object));
+  AutomationObject item = link.Object(link.item, value);
+  return item ? std::make_unique<AutomationItem>(link, std::move(item)) : nullptr;
 }
 
 }  // namespace velkor

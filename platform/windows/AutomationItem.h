@@ -13,9 +13,9 @@ namespace velkor {
 class AutomationItem : public OutlookItem {
  public:
   /// @param itemClass  its OlObjectClass where that is known
-  AutomationItem(OutlookLink& link, ComPtr<IDispatch> object,
+  AutomationItem(OutlookLink& link, AutomationObject item,
                  std::optional<int> itemClass = std::nullopt)
-      : link_(link), object_(std::move(object)), class_(itemClass) {}
+      : link_(link), item_(std::move(item)), class_(itemClass) {}
 
   int Class() override;
   std::string EntryID() override { return As("EntryID", &Variant::ToText); }
@@ -56,7 +56,8 @@ class AutomationItem : public OutlookItem {
   void Call(const char* member, AutomationObject::Arguments arguments = {});
 
   OutlookLink& link_;
-  ComPtr<IDispatch> object_;
+  /// By what the items of all classes share.
+  AutomationObject item_;
   std::optional<int> class_;
   std::map<std::string_view, Variant> known_;
 };

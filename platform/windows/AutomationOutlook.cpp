@@ -8,25 +8,28 @@ namespace velkor {
 
 AutomationOutlook::AutomationOutlook(DialogOwner& owner, AutomationOutlookOptions options)
     : programId_(std::move(options.programId)),
-      link_(owner, options.patience, std::move(options.open)) {}
+      link_(owner, options.patience, std::move(options.open)),
+      application_(link_.program, link_.application, nullptr) {}
 
 Variant AutomationOutlook::Ask(std::string_view member, AutomationObject::Arguments arguments,
                                bool call) {
-  const bool started = application_ == nullptr;
-  if (started) application_ = link_.open(link_.program, programId_);
-  const AutomationObject application(link_.program, link_.application, application_);
+  const bool started = !application_;
+  if (started) {
+    application_ = {link_.program, link_.application, link_.open(link_.program, programId_)};
+  }
   try {
-    return call ? application.Call(member, arguments) : application.Get(member, arguments);
+    return call ? application_.Call(member, arguments) : application_.Get(member, arguments);
   } catch (const Error& error) {
     if (started || !IsDisconnected(error.Number())) throw;
   }
-  application_.Reset();
+  application_ = {link_.program, link_.application, nullptr};
   link_.ForgetClasses();
   return Ask(member, arguments, call);
 }
 
 std::string AutomationOutlook::Version() {
-  return Ask("Version", {}, false).ToText();
+  const Variant version = Ask("Version", {}, false);
+  return application_.Converted("Version", version, &Variant::ToText);
 }
 
 AutomationObject AutomationOutlook::Session(std::string_view type) {

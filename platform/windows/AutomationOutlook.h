@@ -36,7 +36,7 @@ class AutomationOutlook : public OutlookApplication {
 
   std::string programId_;
   OutlookLink link_;
-  ComPtr<IDispatch> application_;
+  AutomationObject application_;
 };
 
 }  // namespace velkor

@@ -1,7 +1,6 @@
 // platform/windows/HelperLibrary.h: the library ZQCDO, which reads without the program's questions.
 #pragma once
 
-#include <chrono>
 #include <optional>
 #include <string>
 
@@ -12,9 +11,10 @@ namespace velkor {
 /// Its two objects, each of which may be absent; asked for once.
 class HelperLibrary {
  public:
-  /// @param open  outlives this
-  HelperLibrary(DialogOwner& owner, std::chrono::milliseconds patience, const OpenObject& open)
-      : open_(open), program_("ZQCDO", owner, patience) {}
+  /// Both outlive this.
+  /// @param program  whose items it reads, so that its calls are that program's
+  HelperLibrary(AutomationProgram& program, const OpenObject& open)
+      : program_(program), open_(open) {}
 
   /// The plain text of an item; none where the object is not installed. Throws Error as a call
   /// does.
@@ -31,8 +31,8 @@ class HelperLibrary {
 
   AutomationObject Open(Helper& helper);
 
+  AutomationProgram& program_;
   const OpenObject& open_;
-  AutomationProgram program_;
   Helper item_{"ZQCDO.zqAppointmentItem", AutomationClass("zqAppointmentItem")};
   Helper user_{"ZQCDO.zqCurrentUser", AutomationClass("zqCurrentUser")};
 };

@@ -33,7 +33,8 @@ class ItemEventSink : public ComObject<IDispatch> {
   void Raise(DISPID event, const ComPtr<IDispatch>& item) {
     if (events_ == nullptr) return;
     if (event == ItemRemove) return events_->ItemRemove();
-    AutomationItem raised(queue_->Link(), item);
+    OutlookLink& link = queue_->Link();
+    AutomationItem raised(link, AutomationObject(link.program, link.item, item));
     if (event == ItemAdd) {
       events_->ItemAdd(raised);
     } else {
@@ -104,10 +105,10 @@ void ItemEventQueue::RaiseNext() {
   posted_ = false;
   // In the middle of a call the next one waits for its end.
   if (events_.empty() || link_.program.IsInCall()) return;
+  const BusyScope busy(link_.program.Owner());
   const Event event = std::move(events_.front());
   events_.pop_front();
   Post();
-  const BusyScope busy(link_.program.Owner());
   // What a receiver fails at is its own affair, since the item is saved: it ends at the window.
   event.sink->Raise(event.id, event.item);
 }
@@ -131,8 +132,10 @@ ItemEventConnection::ItemEventConnection(OutlookLink& link, const AutomationObje
 }
 
 ItemEventConnection::~ItemEventConnection() {
+  const BusyScope busy(program_.Owner());
   sink_->Close();
   program_.Attempt([&] { return point_->Unadvise(cookie_); });
+  program_.LetGo(std::move(point_));
   // Nobody outside reaches it any more, even where the program did not answer.
   ::CoDisconnectObject(sink_.Get(), 0);
 }

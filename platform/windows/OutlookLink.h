@@ -16,7 +16,7 @@ class OutlookLink {
   OutlookLink(DialogOwner& owner, std::chrono::milliseconds patience, OpenObject openObject)
       : open(std::move(openObject)),
         program("Outlook", owner, patience),
-        helpers(owner, patience, open),
+        helpers(program, open),
         events(*this) {}
 
   /// The class of items of one OlObjectClass.

@@ -101,7 +101,8 @@ class WindowsOutputFile : public OutputFile {
     const bool moved = ::MoveFileExW(ToWide(path_).c_str(), ToWide(path).c_str(),
                                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
     file_ = FileHandle(::CreateFileW(ToWide(moved ? path : path_).c_str(), GENERIC_WRITE | DELETE,
-                                     0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+                                     FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                                     FILE_ATTRIBUTE_NORMAL, nullptr));
     return moved;
   }
 
@@ -187,8 +188,8 @@ bool WindowsFiles::Delete(const std::string& path) {
 }
 
 std::unique_ptr<OutputFile> WindowsFiles::OpenForWriting(const std::string& path) {
-  FileHandle file(::CreateFileW(ToWide(path).c_str(), GENERIC_WRITE | DELETE, 0, nullptr,
-                                CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+  FileHandle file(::CreateFileW(ToWide(path).c_str(), GENERIC_WRITE | DELETE, FILE_SHARE_DELETE,
+                                nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file.IsOpen()) return nullptr;
   return std::make_unique<WindowsOutputFile>(std::move(file), path);
 }

@@ -5,7 +5,8 @@
 
 namespace velkor {
 
-/// A writer shares its file with nobody, readers included.
+/// A writer shares its file with nobody, readers included, but the file may be deleted while it is
+/// held: a writer that gives up does so.
 class WindowsFiles : public Files {
  public:
   std::optional<std::string> Read(const std::string& path) override;

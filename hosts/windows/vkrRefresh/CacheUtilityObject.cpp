@@ -18,6 +18,7 @@ constexpr DISPID WriteCompleteEvent = 1;
 /// into the calendar program that never returns must not keep it.
 void EndWith(KernelHandle client) {
   constexpr DWORD TimeToEnd = 10'000;
+  if (!client) return;
   std::thread([client = std::move(client)] {
     ::WaitForSingleObject(client.get(), INFINITE);
     ::Sleep(TimeToEnd);

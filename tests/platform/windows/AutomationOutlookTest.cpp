@@ -12,8 +12,6 @@
 namespace velkor {
 namespace {
 
-using testing::AllOf;
-using testing::Contains;
 using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -118,6 +116,10 @@ TEST_F(AutomationOutlookTest, AProgramThatWasClosedIsStartedAgainForTheNextSessi
   fake_.program.refuse = [&] { return refusals-- > 0 ? RPC_E_DISCONNECTED : S_OK; };
   EXPECT_THAT(ErrorOf([&] { session->GetDefaultFolder(9); }),
               HasSubstr("NameSpace.GetDefaultFolder: Outlook was closed"));
+  EXPECT_EQ(outlook_.Version(), "11.0.5608");
+  // Of another version.
+  std::swap(fake_.program.ids["Application.Version"],
+            fake_.program.ids["Application.GetNamespace"]);
   refusals = 1;
   EXPECT_EQ(outlook_.Version(), "11.0.5608");
   EXPECT_THAT(fake_.opened, ElementsAre("Outlook.Application", "Outlook.Application"));

@@ -151,13 +151,16 @@ TEST_F(Automation, TheEndOfTheThreadEndsTheWaitAndIsPassedOn) {
 
 TEST_F(Automation, AHolderMayLetGoInTheMiddleOfACall) {
   auto held = std::make_unique<AutomationObject>(Object());
+  auto life = std::make_shared<char>();
+  const std::weak_ptr<char> alive = life;
+  fake_->members["Life"] = [life = std::move(life)](const FakeCall&) { return Variant(); };
   fake_->members["Close"] = [&](const FakeCall&) {
     held.reset();
     fake_.Reset();
-    return Variant("closed");
+    return Variant(!alive.expired());
   };
-  EXPECT_EQ(held->Call("Close").ToText(), "closed");
-  EXPECT_FALSE(held);
+  EXPECT_TRUE(held->Call("Close").ToBool());
+  EXPECT_TRUE(alive.expired());
 }
 
 TEST_F(Automation, AProgramThatIsNotInstalledIsNamed) {

@@ -63,11 +63,19 @@ TEST_F(WindowsFilesTest, SecondWriterIsRefusedAndDestroysNothing) {
     const auto first = files_.OpenForWriting(work_);
     first->Write("first");
     EXPECT_EQ(files_.OpenForWriting(work_), nullptr);
-    EXPECT_FALSE(files_.Delete(work_));
   }
   EXPECT_EQ(files_.Read(work_), "first");
   EXPECT_TRUE(files_.Delete(work_));
   EXPECT_TRUE(files_.Delete(work_));
+}
+
+TEST_F(WindowsFilesTest, AWriterThatGivesUpDeletesWhatItHolds) {
+  {
+    const auto file = files_.OpenForWriting(work_);
+    file->Write("half");
+    EXPECT_TRUE(files_.Delete(work_));
+  }
+  EXPECT_FALSE(files_.Exists(work_));
 }
 
 TEST_F(WindowsFilesTest, KilledWriterLeavesTheOldFileAndNoLock) {

@@ -21,15 +21,19 @@ using testing::Pair;
 template <typename Outlook>
 class Borrowed : public OutlookApplication {
  public:
-  explicit Borrowed(Outlook& outlook) : outlook_(outlook) {}
+  explicit Borrowed(
+      Outlook& outlook, std::function<void()> onSession = [] {})
+      : outlook_(outlook), onSession_(std::move(onSession)) {}
   std::string Version() override { return outlook_.Version(); }
   std::string CurrentUserName() override { return outlook_.CurrentUserName(); }
   std::unique_ptr<OutlookNamespace> GetNamespace(std::string_view type) override {
+    onSession_();
     return outlook_.GetNamespace(type);
   }
 
  private:
   Outlook& outlook_;
+  std::function<void()> onSession_;
 };
 
 class RefresherTest : public CalendarInMemory {
@@ -122,8 +126,8 @@ TEST_F(RefresherTest, AStopIsHeardBeforeAndInTheMiddleOfARefresh) {
 
   const MessageWindow window([&](UINT, WPARAM) { refresher_->Stop(); });
   Make([&] {
-    ::PostMessageW(window.Get(), WM_APP, 0, 0);
-    return std::make_unique<Borrowed<EmbeddedOutlook>>(embedded_);
+    return std::make_unique<Borrowed<EmbeddedOutlook>>(
+        embedded_, [&] { ::PostMessageW(window.Get(), WM_APP, 0, 0); });
   });
   EXPECT_THAT(Refresh(), Pair(6, 0));
   EXPECT_EQ(CacheBytes(), "none");
@@ -138,9 +142,9 @@ TEST_F(RefresherTest, AClientThatGoesInTheMiddleEndsTheRefreshWithoutCompletion)
     ::PostQuitMessage(0);
   });
   Make([&] {
-    ::PostMessageW(window.Get(), WM_APP, 0, 0);
     opened = true;
-    return std::make_unique<Borrowed<EmbeddedOutlook>>(embedded_);
+    return std::make_unique<Borrowed<EmbeddedOutlook>>(
+        embedded_, [&] { ::PostMessageW(window.Get(), WM_APP, 0, 0); });
   });
   refresher_->Start(inputs_);
   MSG message;
