@@ -2,6 +2,7 @@
 #include "platform/windows/PrinterDevice.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <limits>
 #include <utility>
 
@@ -9,6 +10,9 @@
 #include "platform/windows/Wide.h"
 // After windows.h.
 #include <winspool.h>
+
+/// Of winspool.drv; the cross compiler's headers leave it out.
+extern "C" LPSTR WINAPI StartDocDlgA(HANDLE printer, DOCINFOA* document);
 
 namespace velkor {
 namespace {
@@ -163,6 +167,30 @@ void PrinterDevice::Apply(const PrinterSettings& settings) {
     mode.dmFields |= DM_DUPLEX;
   }
   mode_ = AskDriver(printer.get(), &wanted);
+}
+
+std::optional<std::string> PrinterDevice::AskForFile(const std::string& documentName) const {
+  const std::string name = ToAnsi(documentName);
+  DOCINFOA document{};
+  document.cbSize = sizeof document;
+  document.lpszDocName = name.c_str();
+  const PrinterHandle printer = Open();
+  ::SetLastError(ERROR_SUCCESS);
+  char* const path = ::StartDocDlgA(printer.get(), &document);
+  const DWORD code = ::GetLastError();
+  fprintf(stderr, "DBG %p %lu\n", static_cast<void*>(path), code);
+  const auto answerCode = reinterpret_cast<std::intptr_t>(path);
+  if (answerCode == SP_APPABORT || code == ERROR_CANCELLED || code == ERROR_PRINT_CANCELLED) {
+    return std::nullopt;
+  }
+  if (path == nullptr) return std::string();
+  if (answerCode == SP_ERROR) {
+    throw PrinterError(errors::DeviceInputOutput,
+                       "The printer " + name_ + " cannot ask for the file to print to", code);
+  }
+  std::string answer = path;
+  ::LocalFree(path);
+  return answer;
 }
 
 MemoryDc PrinterDevice::Checked(HDC dc) const {

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -41,6 +42,11 @@ class PrinterDevice {
   /// The driver decides: what it cannot do stays as it is, and so do values outside of the ranges
   /// of the device mode.
   void Apply(const PrinterSettings& settings);
+
+  /// Asks the user for a file where the printer's port is one ("FILE:"), in an own dialog.
+  /// @return its path in the ANSI code page; empty where nobody needs to be asked, none when the
+  /// user cancels
+  std::optional<std::string> AskForFile(const std::string& documentName) const;
 
   /// To print on.
   MemoryDc PrintingContext() const;

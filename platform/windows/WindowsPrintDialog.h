@@ -6,8 +6,7 @@
 
 namespace velkor {
 
-/// Shows the dialog over a window, or none, filled with the settings. Paper is for the user to
-/// choose there; the dialog begins with the printer's own.
+/// Shows the dialog over a window, or none, filled with the settings of a printer that is there.
 /// @return false when the user cancels; `settings` are as they were then
 /// Throws Error: DeviceUnavailable where there is no printer, InvalidProcedureCall where the dialog
 /// cannot be shown.

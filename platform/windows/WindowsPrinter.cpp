@@ -62,6 +62,7 @@ bool WindowsPrinter::ShowDialog(PrinterSettings& settings) {
   const std::vector<std::string> devices = Devices();
   if (std::find(devices.begin(), devices.end(), shown.device) == devices.end()) {
     shown.device = DefaultPrinterName();
+    // Without any printer the dialog would only say so.
     if (shown.device.empty()) throw PrinterError(errors::DeviceUnavailable, "There is no printer");
     const PrinterSettings instead = PrinterDevice(shown.device).Settings();
     shown.driver = instead.driver;
@@ -77,20 +78,19 @@ std::unique_ptr<PrintJob> WindowsPrinter::Begin(const std::string& documentName)
   MemoryDc dc = Device().PrintingContext();
   const std::string what = "\"" + documentName + "\" on the printer " + Device().Name();
   const std::string name = ToAnsi(documentName);
-  const std::string output = ToAnsi(outputFile_);
+  const ModalScope modal(owner_);
+  // Where the system asks by itself, not every one tells that the user cancelled.
+  const auto output = outputFile_.empty() ? Device().AskForFile(documentName) : ToAnsi(outputFile_);
+  if (!output) return nullptr;
   DOCINFOA document{};
   document.cbSize = sizeof document;
   document.lpszDocName = name.c_str();
-  if (!output.empty()) document.lpszOutput = output.c_str();
-  {
-    // A port may ask where to.
-    const ModalScope modal(owner_);
-    ::SetLastError(ERROR_SUCCESS);
-    if (::StartDocA(dc.get(), &document) <= 0) {
-      const DWORD code = ::GetLastError();
-      if (code == ERROR_CANCELLED || code == ERROR_PRINT_CANCELLED) return nullptr;
-      throw PrinterError(errors::DeviceInputOutput, "Cannot begin " + what, code);
-    }
+  if (!output->empty()) document.lpszOutput = output->c_str();
+  ::SetLastError(ERROR_SUCCESS);
+  if (::StartDocA(dc.get(), &document) <= 0) {
+    const DWORD code = ::GetLastError();
+    if (code == ERROR_CANCELLED || code == ERROR_PRINT_CANCELLED) return nullptr;
+    throw PrinterError(errors::DeviceInputOutput, "Cannot begin " + what, code);
   }
   return std::make_unique<WindowsPrintJob>(std::move(dc), what);
 }

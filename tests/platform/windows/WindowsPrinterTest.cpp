@@ -3,11 +3,15 @@
 
 #include <gmock/gmock.h>
 
+#include <optional>
+
+#include "platform/OffscreenPicture.h"
 #include "platform/windows/DialogOwner.h"
 #include "platform/windows/WindowsFiles.h"
 #include "platform/windows/WindowsPages.h"
 #include "platform/windows/WindowsSystem.h"
 #include "print/PrintDocument.h"
+#include "print/PrinterSetup.h"
 #include "tests/platform/windows/DriveDialog.h"
 #include "tests/platform/windows/TestPrinter.h"
 #include "tests/support/ErrorOf.h"
@@ -16,67 +20,245 @@
 namespace velkor {
 namespace {
 
-TEST(WindowsPrinter, Probe) {
-  DialogOwner owner;
-  WindowsPrinter printer(owner);
-  TestPrinter made("Velkor Test");
-  auto s = printer.Current();
-  s.orientation = 2;
-  s.paperSize = 1;
-  s.copies = 2;
-  printer.Apply(s);
-  s = printer.Current();
-  {
-    const DriveDialog drive([] {
-      const HWND d = WaitForWindow({});
-      printf("title %ls\n", TitleOf(d).c_str());
-      ::EnumChildWindows(
-          d,
-          [](HWND w, LPARAM) -> BOOL {
-            wchar_t c[100], t[100];
-            ::GetClassNameW(w, c, 100);
-            ::GetWindowTextW(w, t, 100);
-            printf("%d %ls '%ls' en%d\n", ::GetDlgCtrlID(w), c, t, ::IsWindowEnabled(w));
-            return TRUE;
-          },
-          0);
-      fflush(stdout);
-      Answer(d, IDOK);
-    });
-    printf("%d\n", printer.ShowDialog(s));
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr Colour Green = Colour::FromRgb(0, 128, 0);
+/// Items of the print dialog (dlgs.h): edt3, cmb4.
+constexpr int CopiesEdit = 0x0482;
+constexpr int PrinterList = 0x0473;
+
+/// Words of a PostScript page: the names of its glyphs, of which letters name themselves.
+std::string WordsOf(std::string_view postScript) {
+  std::string words;
+  constexpr std::string_view Show = " glyphshow";
+  for (std::size_t at = 0; (at = postScript.find(Show, at)) != std::string_view::npos; ++at) {
+    const std::size_t name = postScript.rfind('/', at) + 1;
+    words.append(postScript.substr(name, at - name));
   }
-  printf("%s|%s|%s o%d c%d p%d d%d\n", s.device.c_str(), s.driver.c_str(), s.port.c_str(),
-         s.orientation, s.copies, s.paperSize, s.duplex);
+  return words;
 }
 
-TEST(WindowsPrinter, ProbePicture) {
+std::size_t CountOf(std::string_view text, std::string_view part) {
+  std::size_t count = 0;
+  for (std::size_t at = 0; (at = text.find(part, at)) != std::string_view::npos; ++at) ++count;
+  return count;
+}
+
+class WindowsPrinterTest : public testing::Test {
+ protected:
+  ~WindowsPrinterTest() override { WindowsFiles().Delete(output_); }
+
+  const std::string output_ = WindowsEnvironment().Variable("TMP") + "\\velkor-printed-" +
+                              std::to_string(::GetCurrentProcessId());
+  TestPrinter made_{"Velkor Plain"};
+  DialogOwner owner_;
+  WindowsPrinter printer_{owner_};
+
+  PrinterSettings With(int orientation, int copies, int paper, int duplex) {
+    PrinterSettings settings = printer_.Current();
+    settings.orientation = orientation;
+    settings.copies = copies;
+    settings.paperSize = paper;
+    settings.duplex = duplex;
+    return settings;
+  }
+};
+
+TEST(WindowsPrinter, WithoutAnyPrinterEveryMemberSaysSo) {
   DialogOwner owner;
   WindowsPrinter printer(owner);
-  TestPrinter made("Velkor Test");
-  const YearGrid grid = SampleGrid({SampleEvent("a", At(2006, 1, 3), At(2006, 2, 9), "Holiday"),
+  if (!printer.Devices().empty()) GTEST_SKIP() << "this machine has printers";
+  PrinterSettings settings;
+  for (const std::function<void()>& act : std::initializer_list<std::function<void()>>{
+           [&] { printer.Current(); }, [&] { printer.Apply({}); }, [&] { printer.PageSize(); },
+           [&] { printer.MeasuringSurface(); }, [&] { printer.PagePicture(); },
+           [&] { printer.ShowDialog(settings); }, [&] { SetUpPrinter(printer, settings); },
+           [&] { printer.Begin("a"); }}) {
+    const Error error = ErrorOf(act);
+    EXPECT_EQ(error.Number(), errors::DeviceUnavailable);
+    EXPECT_EQ(error.Description(), "There is no printer");
+  }
+  EXPECT_THAT(ErrorOf([&] { printer.SelectDevice("Gone"); }).Description(), HasSubstr("Gone"));
+  EXPECT_FALSE(owner.IsBusy());
+}
+
+TEST_F(WindowsPrinterTest, PrintsTheDisplayedYearPageByPageWithItsWords) {
+  const YearGrid grid = SampleGrid({SampleEvent("a", At(2006, 1, 3), At(2006, 2, 9), "Leave"),
                                     SampleEvent("b", At(2006, 7, 3), At(2006, 7, 4))});
   PrintDocument document(grid, {});
   PrintOptionSet options;
   options.VisibleText = true;
   options.MinBandHeight = 450;
-  document.LayOut(options, printer.PageSize(), printer.MeasuringSurface());
-  auto picture = printer.PagePicture();
-  printf("pixel %g\n", picture->Drawing().Pixel().width);
-  document.DrawPage(picture->Drawing(), 1);
-  DibSection shown(600, 800);
+  printer_.Apply(With(device_mode::Landscape, 2, device_mode::PaperLetter, 1));
+  document.LayOut(options, printer_.PageSize(), printer_.MeasuringSurface());
+  ASSERT_GT(document.PageCount(), 1);
+  printer_.SetOutputFile(output_);
+  document.Print(*printer_.Begin(document.Name()));
+
+  const std::string printed = WindowsFiles().Read(output_).value_or("");
+  const auto pages = static_cast<std::size_t>(document.PageCount());
+  EXPECT_EQ(CountOf(printed, "%%Page: "), pages);
+  EXPECT_EQ(CountOf(printed, "\nshowpage"), pages);
+  EXPECT_THAT(printed, AllOf(HasSubstr("%%Title: Year 2006"), HasSubstr("%%EOF"),
+                             HasSubstr("/PageSize[612 792]"), HasSubstr("copies=2")));
+  const std::string first = WordsOf(printed.substr(0, printed.find("%%Page: 2")));
+  EXPECT_THAT(first, AllOf(HasSubstr("Subject"), HasSubstr("Leave"), HasSubstr("Page")));
+}
+
+TEST_F(WindowsPrinterTest, DocumentThatIsGivenUpLeavesNoFile) {
+  printer_.SetOutputFile(output_);
+  {
+    const auto job = printer_.Begin("a");
+    job->Page().Fill({0, 0, 3000, 3000}, Green);
+    job->NewPage();
+  }
+  EXPECT_EQ(WindowsFiles().Read(output_).value_or(""), "");
+}
+
+TEST_F(WindowsPrinterTest, TakesWhatTheDriverCanDoAndLeavesTheRest) {
+  using namespace device_mode;
+  struct Case {
+    PrinterSettings asked;
+    PrinterSettings kept;
+    Extent page;
+  };
+  // Margins as the printer's description has them: 18 and 36 points.
+  const Extent letter{576 * 20, 720 * 20};
+  for (const Case& each :
+       {Case{With(Portrait, 1, PaperA4, 1), With(Portrait, 1, PaperA4, 1), {559 * 20, 770 * 20}},
+        Case{With(Landscape, 3, PaperLetter, DuplexHorizontal),
+             With(Landscape, 3, PaperLetter, DuplexHorizontal),
+             {letter.height, letter.width}},
+        Case{With(7, 0, 8, 9),
+             With(Landscape, 3, PaperLetter, DuplexHorizontal),
+             {letter.height, letter.width}},
+        Case{With(Portrait, -1, 1 << 20, 0), With(Portrait, 3, PaperLetter, DuplexHorizontal),
+             letter}}) {
+    printer_.Apply(each.asked);
+    EXPECT_EQ(printer_.Current(), each.kept) << each.asked.paperSize;
+    EXPECT_NEAR(printer_.PageSize().width, each.page.width, 3) << each.asked.paperSize;
+    EXPECT_NEAR(printer_.PageSize().height, each.page.height, 3) << each.asked.paperSize;
+  }
+  EXPECT_EQ(printer_.Current().driver, "Velkor Plain Printer");
+  EXPECT_EQ(printer_.Current().port, "FILE:");
+}
+
+TEST_F(WindowsPrinterTest, DialogShowsTheSettingsAndHandsOnWhatTheUserChose) {
+  printer_.Apply(With(device_mode::Landscape, 2, device_mode::PaperA4, 1));
+  const PrinterSettings before = printer_.Current();
+  TestPrinter other("Velkor Second");
+  std::wstring shown;
+  const auto choose = [&](int button) {
+    const HWND dialog = WaitForWindow({});
+    shown = TextOf(dialog, CopiesEdit);
+    const HWND list = ::GetDlgItem(dialog, PrinterList);
+    ::SendMessageW(list, CB_SELECTSTRING, static_cast<WPARAM>(-1),
+                   reinterpret_cast<LPARAM>(L"Velkor Second"));
+    ::SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(PrinterList, CBN_SELCHANGE),
+                   reinterpret_cast<LPARAM>(list));
+    SetText(dialog, CopiesEdit, L"4");
+    Answer(dialog, button);
+  };
+  {
+    const DriveDialog drive([&] { choose(IDCANCEL); });
+    EXPECT_FALSE(SetUpPrinter(printer_, before));
+  }
+  EXPECT_EQ(shown, L"2");
+  EXPECT_EQ(printer_.Current(), before);
+  {
+    const DriveDialog drive([&] { choose(IDOK); });
+    EXPECT_TRUE(SetUpPrinter(printer_, before));
+  }
+  EXPECT_EQ(printer_.Current().device, "Velkor Second");
+  EXPECT_EQ(printer_.Current().copies, 4);
+  EXPECT_FALSE(owner_.IsBusy());
+}
+
+TEST_F(WindowsPrinterTest, PrinterThatIsGoneIsNamedAndAnotherOneCanBeChosen) {
+  const PrinterSettings known = printer_.Current();
+  TestPrinter other("Velkor Second");
+  made_.Remove();
+  for (const std::function<void()>& act : std::initializer_list<std::function<void()>>{
+           [&] { printer_.Begin("a"); }, [&] { printer_.Current(); },
+           [&] { printer_.Apply(known); }, [&] { printer_.PageSize(); },
+           [&] { printer_.MeasuringSurface(); }}) {
+    const Error error = ErrorOf(act);
+    EXPECT_EQ(error.Number(), errors::DeviceUnavailable);
+    EXPECT_THAT(error.Description(), HasSubstr("Velkor Plain"));
+  }
+  const DriveDialog drive([] { Answer(WaitForWindow({}), IDOK); });
+  EXPECT_TRUE(SetUpPrinter(printer_, known));
+  EXPECT_EQ(printer_.Current().device, "Velkor Second");
+}
+
+TEST_F(WindowsPrinterTest, PortThatIsAFileAsksForItsName) {
+  constexpr int NameEdit = 201;
+  {
+    const DriveDialog drive([] { Answer(WaitForWindow({}), IDCANCEL); });
+    EXPECT_EQ(printer_.Begin("a"), nullptr);
+  }
+  EXPECT_FALSE(owner_.IsBusy());
+  const DriveDialog drive([&] {
+    const HWND dialog = WaitForWindow({});
+    SetText(dialog, NameEdit, ToWide(output_));
+    Answer(dialog, IDOK);
+  });
+  const auto job = printer_.Begin("a");
+  ASSERT_NE(job, nullptr);
+  job->EndDocument();
+  EXPECT_THAT(WindowsFiles().Read(output_).value_or(""), testing::EndsWith("%%EOF\n"));
+}
+
+TEST_F(WindowsPrinterTest, PictureHasEverythingWhereThePrinterPutsIt) {
+  const auto picture = printer_.PagePicture();
+  const PixelSize pixel = printer_.MeasuringSurface().Pixel();
+  // 600 dots to the inch are too many for a whole page.
+  EXPECT_FLOAT_EQ(picture->Drawing().Pixel().width, 2 * pixel.width);
+  const Extent page = printer_.PageSize();
+  picture->Drawing().Fill({page.width / 2, page.height / 2, page.width, page.height}, Green);
+
+  const DibSection shown(100, 100);
   GdiSurface surface(shown.Dc());
-  surface.Fill({0, 0, 9000, 12000}, Colour::FromRgb(160, 160, 156));
-  picture->CopyTo(surface, {300, 300, 300 + 8129, 300 + 11200});
-  FILE* f = fopen("Z:\\tmp\\wt\\printer\\build\\pic.ppm", "wb");
-  fprintf(f, "P6 600 800 255\n");
-  for (int y = 0; y < 800; ++y)
-    for (int x = 0; x < 600; ++x) {
-      auto c = shown.At(x, y);
-      fputc(c.Red(), f);
-      fputc(c.Green(), f);
-      fputc(c.Blue(), f);
+  const auto copy = [&] {
+    surface.Fill({0, 0, 1500, 1500}, colours::Black);
+    const ViewScope view(surface, {150, 150, 1350, 1350}, {150, 150});
+    picture->CopyTo(surface, {0, 0, 900, 1500});
+  };
+  copy();
+  EXPECT_EQ(shown.At(9, 9), colours::Black);
+  EXPECT_EQ(shown.At(10, 10), colours::White);
+  EXPECT_EQ(shown.At(38, 58), colours::White);
+  EXPECT_EQ(shown.At(41, 61), Green);
+  EXPECT_EQ(shown.At(69, 89), Green);
+  EXPECT_EQ(shown.At(70, 89), colours::Black);
+  EXPECT_EQ(shown.At(69, 90), colours::Black) << "outside of the view";
+  // A line of one pixel is pale, but there.
+  picture->Drawing().Fill({0, 1000, page.width, 1000 + 2 * double{pixel.height}}, colours::Black);
+  copy();
+  int ink = 0;
+  for (int y = 10; y < 30; ++y) ink += shown.At(20, y) != colours::White ? 1 : 0;
+  EXPECT_GE(ink, 1);
+  EXPECT_LE(ink, 2);
+}
+
+TEST(WindowsPagePicture, NeedsAtMost64MegabytesWhateverThePageAndThePrinter) {
+  for (const Extent page : {Extent{11906, 16838}, Extent{47679, 67408}, Extent{1e9, 20},
+                            Extent{0, -5}, Extent{5e5, 5e5}}) {
+    for (const float dots : {72.0F, 600.0F, 2400.0F}) {
+      const PixelSize printer{1440 / dots, 1440 / dots};
+      WindowsPagePicture picture(page, printer);
+      const PixelSize pixel = picture.Drawing().Pixel();
+      const double pixels = std::fmin(page.width, 1e6) / double{pixel.width} *
+                            std::fmin(page.height, 1e6) / double{pixel.height};
+      EXPECT_LE(pixels, (1 << 24) + 1e5) << page.width << " at " << dots;
+      const double times = double{pixel.width} / double{printer.width};
+      EXPECT_NEAR(times, std::round(times), 1e-4);
+      EXPECT_GE(times, 1);
     }
-  fclose(f);
+  }
 }
 
 }  // namespace
