@@ -130,7 +130,8 @@ ScriptHost::ScriptHost(std::string path) : path_(std::move(path)) {
   if (!bytes) throw Error(errors::FileNotFound, path_ + ": there is no such file to read");
   text_ = ScriptText(*bytes);
   CLSID id{};
-  Check(::CLSIDFromProgID(name, &id), "This system has no engine for " + ToUtf8(std::wstring_view(name)));
+  Check(::CLSIDFromProgID(name, &id),
+        "This system has no engine for " + ToUtf8(std::wstring_view(name)));
   Check(::CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&engine_)),
         "The script engine " + ToUtf8(std::wstring_view(name)) + " cannot be loaded");
   site_ = ComPtr<Site>(new Site(path_, text_));
