@@ -6,7 +6,11 @@ namespace velkor {
 HWND DialogOwner::Get() const {
   const HWND active = ::GetActiveWindow();
   if (active != nullptr && ::IsWindowEnabled(active) && ::IsWindowVisible(active)) return active;
-  return window_ != nullptr && ::IsWindow(window_) ? ::GetAncestor(window_, GA_ROOT) : nullptr;
+  if (window_ == nullptr || !::IsWindow(window_)) return nullptr;
+  // While another program is active a dialog may be open all the same.
+  const HWND root = ::GetAncestor(window_, GA_ROOT);
+  const HWND dialog = ::GetLastActivePopup(root);
+  return ::IsWindowEnabled(dialog) && ::IsWindowVisible(dialog) ? dialog : root;
 }
 
 BusyScope::BusyScope(DialogOwner& owner) : owner_(owner) {

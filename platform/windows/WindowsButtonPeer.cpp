@@ -1,4 +1,4 @@
-// platform/windows/WindowsButtonPeer.cpp: buttons.
+// platform/windows/WindowsButtonPeer.cpp: buttons that press their elements.
 #include <algorithm>
 #include <utility>
 

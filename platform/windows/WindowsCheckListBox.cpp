@@ -40,8 +40,9 @@ class CheckListBoxPeer : public WindowsPeer {
   SIZE NeededSize(int /*width*/) override {
     constexpr int Letters = 40;
     constexpr int Rows = 12;
-    const TEXTMETRICW metrics = MetricsOfFont(Window());
-    return {metrics.tmAveCharWidth * Letters, (metrics.tmHeight + ScreenLength(4)) * Rows};
+    const LRESULT rows = Send(LVM_APPROXIMATEVIEWRECT, Rows, MAKELPARAM(-1, -1));
+    return {MetricsOfFont(Window()).tmAveCharWidth * Letters,
+            HIWORD(rows) + 2 * ::GetSystemMetrics(SM_CYEDGE)};
   }
 
  protected:

@@ -23,7 +23,8 @@ SIZE SizeOf(const RECT& rect) {
 
 WindowsDialog::WindowsDialog(HWND owner, const std::string& title, DWORD style)
     : font_(MakeDialogFont()), owner_(owner) {
-  window_ = EmptyDialog(style).Open(owner, Procedure, reinterpret_cast<LPARAM>(this));
+  window_ =
+      EmptyDialog(style | DS_MODALFRAME).Open(owner, Procedure, reinterpret_cast<LPARAM>(this));
   ::SetWindowTextW(window_, ToWide(title).c_str());
 }
 

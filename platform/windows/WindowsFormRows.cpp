@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 #include "platform/windows/Wide.h"
 #include "platform/windows/WindowText.h"
@@ -15,6 +16,7 @@ namespace {
 constexpr int Margin = 14;
 constexpr int Gap = 8;
 constexpr int FrameMargin = 10;
+constexpr int ButtonsGap = 6;
 constexpr int LeastTextWidth = 360;
 constexpr int LeastButtonWidth = 80;
 
@@ -87,7 +89,9 @@ WindowsFormRows::Cell WindowsFormRows::MakeCell(const FormRow& row, const FormCe
   cell.element = &element;
   cell.peer = made.get();
   cell.share = isButton || dynamic_cast<Image*>(&element) != nullptr ? 0 : described.width;
-  cell.width = made->NeededSize(0).cx;
+  // Letters may reach beyond what the font says that they take.
+  const int overhang = IsLabel(element) ? ScreenLength(2) : 0;
+  cell.width = made->NeededSize(0).cx + overhang;
   if (isButton) cell.width = std::max(cell.width, ScreenLength(LeastButtonWidth));
   const bool wraps = IsLabel(element) && cell.share > 0 && !isHeading;
   cell.leastWidth = wraps ? std::min(cell.width, ScreenLength(LeastTextWidth) / 2) : cell.width;
@@ -217,6 +221,11 @@ int WindowsFormRows::RowHeight(const Row& row, const std::vector<int>& widths) c
   return height;
 }
 
+/// Beside the gap between two rows.
+int WindowsFormRows::GapAbove(const Row& row) {
+  return row.kind == FormRowKind::Buttons ? ScreenLength(ButtonsGap) : 0;
+}
+
 bool WindowsFormRows::TakesHeight(const Row& row) {
   return std::any_of(row.cells.begin(), row.cells.end(),
                      [](const Cell& cell) { return cell.takesHeight; });
@@ -227,7 +236,8 @@ int WindowsFormRows::HeightAt(int width) const {
   for (const Block& block : blocks_) {
     const Box box = Inside(block, {0, 0, width - 2 * ScreenLength(Margin)});
     height += FrameHeight(block) + ScreenLength(Gap) * static_cast<int>(block.rows.size());
-    for (const Row& row : block.rows) height += RowHeight(row, Widths(row, box.width));
+    for (const Row& row : block.rows)
+      height += GapAbove(row) + RowHeight(row, Widths(row, box.width));
   }
   return height;
 }
@@ -266,6 +276,7 @@ void WindowsFormRows::Arrange(SIZE area) {
     Box inside = Inside(block, box);
     for (const Row& row : block.rows) {
       // Without a list the height that is left over stands before the buttons.
+      inside.top += GapAbove(row);
       if (row.kind == FormRowKind::Buttons) inside.top += std::exchange(extra, 0);
       const int more = TakesHeight(row) ? std::exchange(extra, 0) : 0;
       inside.top += ArrangeRow(row, inside, more) + ScreenLength(Gap);

@@ -70,6 +70,7 @@ class WindowsFormRows {
   int LeastRowWidth(const Row& row) const;
   std::vector<int> Widths(const Row& row, int room) const;
   int RowHeight(const Row& row, const std::vector<int>& widths) const;
+  static int GapAbove(const Row& row);
   static bool TakesHeight(const Row& row);
   int HeightAt(int width) const;
   int LeastWidth() const;

@@ -50,9 +50,10 @@ HRESULT YearPlanControl::Activate(bool withKeyboard) {
     place->GetWindowContext(&frame_, &document, &position, &clip, &frameInfo);
     inPlaceSite_ = place;
     owner_.SetWindow(parent);
-    window_ = std::make_unique<ControlWindow>(plan_, parent, position, owner_, [this] {
-      if (!uiActive_) UiActivate();
-    });
+    window_ = std::make_unique<ControlWindow>(
+        plan_, parent, position, owner_,
+        ControlWindowCalls{.onFocus = [this] { UiActivate(); },
+                           .isWaiting = [this] { return seams_.IsWaiting(); }});
     if (window_->Window() == nullptr) {
       window_.reset();
       place->OnInPlaceDeactivate();

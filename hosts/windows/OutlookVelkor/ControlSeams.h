@@ -32,6 +32,8 @@ class ControlSeams {
   ControlSeams(DialogOwner& owner, std::function<void(const Error&)> onError);
 
   Platform All();
+  /// Whether the wait pointer is to be shown.
+  bool IsWaiting() const { return shell_.IsWaiting(); }
 
  private:
   WindowsMessageBoxes messages_;

@@ -31,9 +31,9 @@ FontHandle MakeCaptionFont(HFONT dialogFont) {
 }  // namespace
 
 ControlWindow::ControlWindow(YearPlan& plan, HWND parent, const RECT& place, DialogOwner& owner,
-                             std::function<void()> onFocus)
+                             ControlWindowCalls calls)
     : plan_(plan),
-      onFocus_(std::move(onFocus)),
+      calls_(std::move(calls)),
       font_(MakeDialogFont()),
       captionFont_(MakeCaptionFont(font_.get())) {
   window_ = ::CreateWindowExW(WS_EX_CONTROLPARENT, PaintedWindowClass(), L"YearPlan",
@@ -92,7 +92,7 @@ LRESULT CALLBACK ControlWindow::WatchFocus(HWND window, UINT message, WPARAM wPa
   if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
     auto& control = *reinterpret_cast<ControlWindow*>(self);
     if (window == control.legendRows_) ::InvalidateRect(control.window_, nullptr, FALSE);
-    if (message == WM_SETFOCUS && control.onFocus_) control.onFocus_();
+    if (message == WM_SETFOCUS) control.calls_.onFocus();
   }
   return ::DefSubclassProc(window, message, wParam, lParam);
 }
@@ -114,6 +114,11 @@ LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wPar
       return 0;
     case WM_ERASEBKGND:
       return 1;
+    case WM_SETCURSOR:
+      // Children ask their parents first.
+      if (!control.calls_.isWaiting()) break;
+      ::SetCursor(::LoadCursorW(nullptr, IDC_WAIT));
+      return TRUE;
     case WM_PAINT:
       control.Paint();
       return 0;

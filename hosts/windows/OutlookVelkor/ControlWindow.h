@@ -11,14 +11,21 @@ namespace velkor {
 
 class YearPlan;
 
+/// What a control's window tells and asks whoever made it.
+struct ControlWindowCalls {
+  /// The keyboard came to one of the control's windows.
+  std::function<void()> onFocus;
+  /// Whether the pointer shows that the user has to wait.
+  std::function<bool()> isWaiting;
+};
+
 /// A child of the container's window with a peer for each element of the control, which it tells
 /// its size. The control outlives it. The windows may be gone before it, with the container's.
 class ControlWindow {
  public:
   /// @param place  in pixels of `parent`
-  /// @param onFocus  the keyboard came to one of the control's windows
   ControlWindow(YearPlan& plan, HWND parent, const RECT& place, DialogOwner& owner,
-                std::function<void()> onFocus);
+                ControlWindowCalls calls);
   /// No handler of an element may be running.
   ~ControlWindow();
   ControlWindow(const ControlWindow&) = delete;
@@ -47,7 +54,7 @@ class ControlWindow {
   void Paint();
 
   YearPlan& plan_;
-  std::function<void()> onFocus_;
+  ControlWindowCalls calls_;
   FontHandle font_;
   FontHandle captionFont_;
   HWND window_ = nullptr;

@@ -1,14 +1,14 @@
-// hosts/windows/StandIn/ApplicationObject.cpp: the members of application, session and user.
+// hosts/windows/StandIn/ApplicationObject.cpp: the members of the application, and its clients.
 #include "hosts/windows/StandIn/ApplicationObject.h"
 
-#include "hosts/windows/StandIn/FolderObject.h"
 #include "hosts/windows/StandIn/ItemObject.h"
+#include "hosts/windows/StandIn/NamespaceObject.h"
 #include "hosts/windows/StandIn/TestingObject.h"
 #include "support/values/Error.h"
 
 namespace velkor {
 
-struct ApplicationObject::Tables {
+const ObjectClass& ApplicationObject::Kind() {
   using Self = ApplicationObject;
   static constexpr Member Members[] = {
       {"Name", Bound<&Self::Name>},
@@ -20,10 +20,8 @@ struct ApplicationObject::Tables {
       {"Quit", Bound<&Self::Quit>},
   };
   static constexpr ObjectClass Application = {"Application", 100, Members, true, false};
-};
-
-ApplicationObject::ApplicationObject(StandInSession& session)
-    : ServedObject(session, Tables::Application) {}
+  return Application;
+}
 
 STDMETHODIMP_(DWORD) ApplicationObject::AddConnection(DWORD kind, DWORD) {
   if ((kind & EXTCONN_STRONG) == 0) return 0;
@@ -38,12 +36,13 @@ STDMETHODIMP_(DWORD) ApplicationObject::ReleaseConnection(DWORD kind, DWORD, BOO
 }
 
 Variant ApplicationObject::GetNamespace(const Call& call) {
+  // Refuses all but "MAPI".
   Shared().outlook.GetNamespace(call[0].ToText());
-  return Variant(new NamespaceObject(Shared()));
+  return NamespaceAnswer(Shared());
 }
 
 Variant ApplicationObject::Session(const Call&) {
-  return Variant(new NamespaceObject(Shared()));
+  return NamespaceAnswer(Shared());
 }
 
 Variant ApplicationObject::CreateItem(const Call& call) {
@@ -55,69 +54,12 @@ Variant ApplicationObject::CreateItem(const Call& call) {
 }
 
 Variant ApplicationObject::Testing(const Call&) {
-  return Variant(new TestingObject(Shared()));
+  return TestingAnswer(Shared());
 }
 
 Variant ApplicationObject::Quit(const Call&) {
   Shared().loop.End();
   return {};
 }
-
-struct NamespaceObject::Tables {
-  using Self = NamespaceObject;
-  static constexpr Member Members[] = {
-      {"Folders", Bound<&Self::Folders>},
-      {"GetDefaultFolder", Bound<&Self::GetDefaultFolder>},
-      {"GetFolderFromID", Bound<&Self::GetFolderFromID>},
-      {"GetItemFromID", Bound<&Self::GetItemFromID>},
-      {"CurrentUser", Bound<&Self::CurrentUser>},
-      {"Logon", Bound<&Self::Logon>},
-      {"Logoff", Bound<&Self::Logoff>},
-  };
-  static constexpr ObjectClass Namespace = {"NameSpace", 200, Members};
-};
-
-NamespaceObject::NamespaceObject(StandInSession& session)
-    : ServedObject(session, Tables::Namespace) {}
-
-bool NamespaceObject::IsOurStore(const Call& call, std::size_t index) const {
-  return !call.Has(index) || call[index].ToText() == Shared().store.StoreID();
-}
-
-Variant NamespaceObject::Folders(const Call& call) {
-  const ComPtr<FoldersObject> folders(new FoldersObject(Shared(), nullptr));
-  // Folders("name") is its Item.
-  return call.Has(0) ? folders->Item(call) : Variant(folders.Get());
-}
-
-Variant NamespaceObject::GetDefaultFolder(const Call& call) {
-  if (call[0].ToInt() != outlook::FolderCalendar) FailNotFound();
-  return Variant(new FolderObject(Shared(), Shared().calendar));
-}
-
-Variant NamespaceObject::GetFolderFromID(const Call& call) {
-  CalendarFolder* folder =
-      IsOurStore(call, 1) ? Shared().store.FolderById(call[0].ToText()) : nullptr;
-  if (folder == nullptr) FailNotFound();
-  return Variant(new FolderObject(Shared(), *folder));
-}
-
-Variant NamespaceObject::GetItemFromID(const Call& call) {
-  const std::string id = call[0].ToText();
-  if (!IsOurStore(call, 1) || Shared().store.FolderOfItem(id) == nullptr) FailNotFound();
-  return ToObject(Shared(), Shared().space->GetItemFromID(id, Shared().store.StoreID()));
-}
-
-Variant NamespaceObject::CurrentUser(const Call&) {
-  return Variant(new RecipientObject(Shared()));
-}
-
-struct RecipientObject::Tables {
-  static constexpr Member Members[] = {{"Name", Bound<&RecipientObject::Name>}};
-  static constexpr ObjectClass Recipient = {"Recipient", 800, Members};
-};
-
-RecipientObject::RecipientObject(StandInSession& session)
-    : ServedObject(session, Tables::Recipient) {}
 
 }  // namespace velkor

@@ -6,80 +6,109 @@
 #include "support/values/Text.h"
 
 namespace velkor {
+namespace {
 
-struct FolderObject::Tables {
-  using Self = FolderObject;
+class FolderObject : public ServedObject<> {
+ public:
+  FolderObject(StandInSession& session, CalendarFolder& folder)
+      : ServedObject(session, Kind()), folder_(folder) {}
+
+ private:
+  static const ObjectClass& Kind();
+
+  Variant Name(const Call&) { return Variant(folder_.Name()); }
+  Variant EntryID(const Call&) { return Variant(folder_.EntryID()); }
+  Variant StoreID(const Call&) { return Variant(Shared().store.StoreID()); }
+  Variant DefaultItemType(const Call&) { return Variant(std::int32_t{folder_.ItemType()}); }
+  Variant Folders(const Call& call) { return FoldersAnswer(Shared(), &folder_, call); }
+  Variant Items(const Call&) {
+    const auto folder =
+        Shared().space->GetFolderFromID(folder_.EntryID(), Shared().store.StoreID());
+    return Variant(new ItemsObject(Shared(), folder->Items()));
+  }
+
+  CalendarFolder& folder_;
+};
+
+const ObjectClass& FolderObject::Kind() {
   static constexpr Member Members[] = {
-      {"Name", Bound<&Self::Name>},       {"EntryID", Bound<&Self::EntryID>},
-      {"StoreID", Bound<&Self::StoreID>}, {"DefaultItemType", Bound<&Self::DefaultItemType>},
-      {"Folders", Bound<&Self::Folders>}, {"Items", Bound<&Self::Items>},
+      {"Name", Bound<&FolderObject::Name>},
+      {"EntryID", Bound<&FolderObject::EntryID>},
+      {"StoreID", Bound<&FolderObject::StoreID>},
+      {"DefaultItemType", Bound<&FolderObject::DefaultItemType>},
+      {"Folders", Bound<&FolderObject::Folders>},
+      {"Items", Bound<&FolderObject::Items>},
   };
   static constexpr ObjectClass Folder = {"MAPIFolder", 400, Members};
+  return Folder;
+}
+
+class FoldersObject : public ServedObject<> {
+ public:
+  FoldersObject(StandInSession& session, CalendarFolder* parent)
+      : ServedObject(session, Kind()), parent_(parent) {}
+
+  /// By name or by number from 1.
+  Variant Item(const Call& call) {
+    const Variant key = call[0];
+    const bool isName = key.Get().vt == VT_BSTR;
+    const std::string name = isName ? key.ToText() : std::string();
+    const std::int32_t index = isName ? 0 : key.ToInt();
+    std::int32_t place = 0;
+    for (const auto& folder : Folders()) {
+      if (isName ? CompareText(folder->Name(), name) == 0 : ++place == index) {
+        return FolderAnswer(Shared(), *folder);
+      }
+    }
+    FailNotFound();
+  }
+
+ private:
+  static const ObjectClass& Kind();
+
+  const std::vector<std::unique_ptr<CalendarFolder>>& Folders() const {
+    return parent_ != nullptr ? parent_->Folders() : Shared().store.Folders();
+  }
+  Variant Count(const Call&) { return Variant(static_cast<std::int32_t>(Folders().size())); }
+  Variant NewEnum(const Call&) {
+    std::vector<ComPtr<IDispatch>> objects;
+    for (const auto& folder : Folders()) objects.emplace_back(new FolderObject(Shared(), *folder));
+    return Enumerate(std::move(objects));
+  }
+  /// Name, and a kind of default folder (OlDefaultFolders) that says what the folder holds.
+  Variant Add(const Call& call) {
+    const std::string name = call[0].ToText();
+    const bool holdsMail = call.Has(1) && call[1].ToInt() != outlook::FolderCalendar;
+    const int type = holdsMail ? outlook::ItemTypeMail : outlook::ItemTypeAppointment;
+    const std::string id = (parent_ != nullptr ? parent_->EntryID() : std::string("F")) + "-F" +
+                           std::to_string(Folders().size() + 1);
+    return FolderAnswer(Shared(), parent_ != nullptr ? parent_->AddFolder(name, id, type)
+                                                     : Shared().store.AddFolder(name, id, type));
+  }
+
+  CalendarFolder* parent_;
 };
 
-FolderObject::FolderObject(StandInSession& session, CalendarFolder& folder)
-    : ServedObject(session, Tables::Folder), folder_(folder) {}
-
-Variant FolderObject::Folders(const Call&) {
-  return Variant(new FoldersObject(Shared(), &folder_));
-}
-
-Variant FolderObject::Items(const Call&) {
-  const auto folder = Shared().space->GetFolderFromID(folder_.EntryID(), Shared().store.StoreID());
-  return Variant(new ItemsObject(Shared(), folder->Items()));
-}
-
-struct FoldersObject::Tables {
-  using Self = FoldersObject;
+const ObjectClass& FoldersObject::Kind() {
   static constexpr Member Members[] = {
-      {"Count", Bound<&Self::Count>},
-      {"Item", Bound<&Self::Item>},
-      {"_NewEnum", Bound<&Self::NewEnum>},
-      {"Add", Bound<&Self::Add>},
+      {"Count", Bound<&FoldersObject::Count>},
+      {"Item", Bound<&FoldersObject::Item>},
+      {"_NewEnum", Bound<&FoldersObject::NewEnum>},
+      {"Add", Bound<&FoldersObject::Add>},
   };
   static constexpr ObjectClass Folders = {"Folders", 300, Members};
-};
-
-FoldersObject::FoldersObject(StandInSession& session, CalendarFolder* parent)
-    : ServedObject(session, Tables::Folders), parent_(parent) {}
-
-const std::vector<std::unique_ptr<CalendarFolder>>& FoldersObject::Folders() const {
-  return parent_ != nullptr ? parent_->Folders() : Shared().store.Folders();
+  return Folders;
 }
 
-Variant FoldersObject::Count(const Call&) {
-  return Variant(static_cast<std::int32_t>(Folders().size()));
+}  // namespace
+
+Variant FolderAnswer(StandInSession& session, CalendarFolder& folder) {
+  return Variant(new FolderObject(session, folder));
 }
 
-Variant FoldersObject::Item(const Call& call) {
-  const Variant key = call[0];
-  const bool isName = key.Get().vt == VT_BSTR;
-  const std::string name = isName ? key.ToText() : std::string();
-  const std::int32_t index = isName ? 0 : key.ToInt();
-  std::int32_t place = 0;
-  for (const auto& folder : Folders()) {
-    if (isName ? CompareText(folder->Name(), name) == 0 : ++place == index) {
-      return Variant(new FolderObject(Shared(), *folder));
-    }
-  }
-  FailNotFound();
-}
-
-Variant FoldersObject::NewEnum(const Call&) {
-  std::vector<ComPtr<IDispatch>> objects;
-  for (const auto& folder : Folders()) objects.emplace_back(new FolderObject(Shared(), *folder));
-  return Enumerate(std::move(objects));
-}
-
-Variant FoldersObject::Add(const Call& call) {
-  const std::string name = call[0].ToText();
-  const bool holdsMail = call.Has(1) && call[1].ToInt() != outlook::FolderCalendar;
-  const int type = holdsMail ? outlook::ItemTypeMail : outlook::ItemTypeAppointment;
-  const std::string id = (parent_ != nullptr ? parent_->EntryID() : std::string("F")) + "-F" +
-                         std::to_string(Folders().size() + 1);
-  CalendarFolder& added = parent_ != nullptr ? parent_->AddFolder(name, id, type)
-                                             : Shared().store.AddFolder(name, id, type);
-  return Variant(new FolderObject(Shared(), added));
+Variant FoldersAnswer(StandInSession& session, CalendarFolder* parent, const Call& call) {
+  const ComPtr<FoldersObject> folders(new FoldersObject(session, parent));
+  return call.Has(0) ? folders->Item(call) : Variant(folders.Get());
 }
 
 }  // namespace velkor

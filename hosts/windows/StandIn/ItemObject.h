@@ -22,7 +22,9 @@ class ItemObject : public ServedObject<> {
   std::string HtmlBody();
 
  protected:
-  void* FindOther(REFIID id) override { return id == OwnItemId ? this : nullptr; }
+  void* FindOther(REFIID id) override {
+    return id == OwnItemId ? static_cast<IDispatch*>(this) : nullptr;
+  }
 
  private:
   struct Tables;

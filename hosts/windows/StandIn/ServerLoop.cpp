@@ -11,7 +11,6 @@ namespace {
 
 constexpr UINT LookEvery = 250;
 constexpr ULONGLONG Linger = 1000;
-constexpr ULONGLONG IdleLimit = 3 * 60 * 1000;
 
 }  // namespace
 
@@ -49,7 +48,7 @@ void ServerLoop::Leave() {
 void ServerLoop::Look() {
   const ULONGLONG now = ::GetTickCount64();
   const bool isLeft = used_ && clients_ == 0 && now - lastClient_ > Linger;
-  if (isLeft || now - lastCall_ > IdleLimit) End();
+  if (isLeft || now - lastCall_ > idleLimit_) End();
 }
 
 void ServerLoop::End() {

@@ -23,6 +23,7 @@ class ServerLoop {
   void Enter();
   void Leave();
   void NoteCall() { lastCall_ = ::GetTickCount64(); }
+  void EndWhenIdleFor(ULONGLONG milliseconds) { idleLimit_ = milliseconds; }
   void End();
   /// Waits for a message and processes it; false once the process is to end.
   bool Step();
@@ -37,6 +38,7 @@ class ServerLoop {
   bool ended_ = false;
   ULONGLONG lastCall_ = ::GetTickCount64();
   ULONGLONG lastClient_ = 0;
+  ULONGLONG idleLimit_ = 3 * 60 * 1000;
   MessageWindow window_;
 };
 

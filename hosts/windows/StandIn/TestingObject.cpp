@@ -52,22 +52,111 @@ CalendarItem Varied(int year, int number) {
   return item;
 }
 
-}  // namespace
+class TestingObject : public ServedObject<> {
+ public:
+  explicit TestingObject(StandInSession& session) : ServedObject(session, Kind()) {}
 
-template <auto Function>
-Variant TestingObject::Tell(const Call& call) {
-  CallWatch& watch = Shared().watch;
-  if constexpr (std::is_invocable_v<decltype(Function), CallWatch&, std::int32_t>) {
-    (watch.*Function)(call[0].ToInt());
-  } else if constexpr (std::is_invocable_v<decltype(Function), CallWatch&, std::string>) {
-    (watch.*Function)(call[0].ToText());
-  } else {
-    (watch.*Function)();
+ private:
+  static const ObjectClass& Kind();
+
+  Variant ProcessId(const Call&) {
+    return Variant(static_cast<std::int32_t>(::GetCurrentProcessId()));
   }
-  return {};
-}
+  Variant Invokes(const Call&) { return Variant(Shared().watch.Calls()); }
+  Variant Lookups(const Call&) { return Variant(Shared().watch.Lookups()); }
+  Variant MemberCounts(const Call&) { return Variant(Shared().watch.MemberCounts()); }
+  /// Tells the watch what argument 0 says.
+  template <auto Function>
+  Variant Tell(const Call& call) {
+    CallWatch& watch = Shared().watch;
+    if constexpr (std::is_invocable_v<decltype(Function), CallWatch&, std::int32_t>) {
+      (watch.*Function)(call[0].ToInt());
+    } else if constexpr (std::is_invocable_v<decltype(Function), CallWatch&, std::string>) {
+      (watch.*Function)(call[0].ToText());
+    } else {
+      (watch.*Function)();
+    }
+    return {};
+  }
+  Variant RefuseLogon(const Call& call) {
+    // MAPI_E_FAILONEPROVIDER.
+    Shared().watch.Fail("GetNamespace",
+                        call[0].ToBool() ? static_cast<std::int32_t>(0x8004011D) : 0);
+    return {};
+  }
+  Variant FailMember(const Call& call) {
+    Shared().watch.Fail(call[0].ToText(), call[1].ToInt());
+    return {};
+  }
+  /// Milliseconds without a call after which the process ends; three minutes at first.
+  Variant EndWhenIdleFor(const Call& call) {
+    Shared().loop.EndWhenIdleFor(static_cast<ULONGLONG>(call[0].ToInt()));
+    return {};
+  }
 
-struct TestingObject::Tables {
+  /// Subject, start, end, number of weeks and, if given, categories; answers with the EntryID.
+  Variant AddRecurring(const Call& call) {
+    CalendarItem item = Appointment(call);
+    const std::int32_t weeks = call[3].ToInt();
+    if (call.Has(4)) {
+      for (const std::string& name : Split(call[4].ToText(), ",")) {
+        item.fields.categories.emplace_back(Trim(name));
+      }
+    }
+    item.recurring = true;
+    for (std::int32_t week = 0; week < weeks; ++week) {
+      item.occurrences.push_back({item.start.AddDays(7 * week), item.end.AddDays(7 * week)});
+    }
+    return Variant(Save(std::move(item)));
+  }
+  /// Subject, start, end: a meeting request and its appointment; answers with its EntryID.
+  Variant AddMeeting(const Call& call) {
+    CalendarItem appointment = Appointment(call);
+    CalendarItem meeting = appointment;
+    meeting.itemClass = outlook::ClassMeetingRequest;
+    meeting.messageClass = "IPM.Schedule.Meeting.Request";
+    meeting.appointment = Shared().calendar.Find(Save(std::move(appointment)));
+    return Variant(Save(std::move(meeting)));
+  }
+  /// Year and number: appointments of many kinds, without events.
+  Variant AddMany(const Call& call) {
+    const std::int32_t year = call[0].ToInt();
+    const std::int32_t count = call[1].ToInt();
+    for (std::int32_t i = 0; i < count; ++i) {
+      CalendarItem item = Varied(year, i);
+      item.entryId = "MANY-" + std::to_string(Shared().calendar.AllItems().size() + 1) + "-" +
+                     std::to_string(Shared().calendar.Revision());
+      item.lastModified = Shared().clock.Now();
+      Shared().calendar.Add(std::move(item));
+    }
+    return {};
+  }
+  /// A line "subject|start|end|categories|allday" for each item.
+  Variant ListItems(const Call&) {
+    std::string text;
+    for (const auto& item : Shared().calendar.AllItems()) {
+      std::string categories;
+      for (const std::string& name : item->fields.categories) {
+        categories += (categories.empty() ? "" : ", ") + name;
+      }
+      text += item->fields.subject + "|" + ToText(item->start) + "|" + ToText(item->end) + "|" +
+              categories + "|" + (item->fields.allDay ? "1" : "0") + "\r\n";
+    }
+    return Variant(text);
+  }
+  /// Removes every item, with events.
+  Variant Clear(const Call&) {
+    const CalendarFolder::Items items = Shared().calendar.AllItems();
+    for (const auto& item : items) Shared().calendar.Delete(item->entryId);
+    return {};
+  }
+
+  std::string Save(CalendarItem item) {
+    return Shared().calendar.SaveNew(std::move(item), true, Shared().clock.Now())->entryId;
+  }
+};
+
+const ObjectClass& TestingObject::Kind() {
   using Self = TestingObject;
   static constexpr Member Members[] = {
       {"ProcessId", Bound<&Self::ProcessId>},
@@ -82,6 +171,7 @@ struct TestingObject::Tables {
       {"ExitIn", Bound<&Self::Tell<&CallWatch::ExitIn>>},
       {"Slow", Bound<&Self::Tell<&CallWatch::Slow>>},
       {"ClearFaults", Bound<&Self::Tell<&CallWatch::ClearFaults>>},
+      {"EndWhenIdleFor", Bound<&Self::EndWhenIdleFor>},
       {"AddRecurring", Bound<&Self::AddRecurring>},
       {"AddMeeting", Bound<&Self::AddMeeting>},
       {"AddMany", Bound<&Self::AddMany>},
@@ -89,83 +179,13 @@ struct TestingObject::Tables {
       {"Clear", Bound<&Self::Clear>},
   };
   static constexpr ObjectClass Testing = {"Testing", 900, Members, false};
-};
-
-TestingObject::TestingObject(StandInSession& session) : ServedObject(session, Tables::Testing) {}
-
-Variant TestingObject::ProcessId(const Call&) {
-  return Variant(static_cast<std::int32_t>(::GetCurrentProcessId()));
+  return Testing;
 }
 
-Variant TestingObject::RefuseLogon(const Call& call) {
-  // MAPI_E_FAILONEPROVIDER.
-  Shared().watch.Fail("GetNamespace", call[0].ToBool() ? static_cast<std::int32_t>(0x8004011D) : 0);
-  return {};
-}
+}  // namespace
 
-Variant TestingObject::FailMember(const Call& call) {
-  Shared().watch.Fail(call[0].ToText(), call[1].ToInt());
-  return {};
-}
-
-std::string TestingObject::Save(CalendarItem item) {
-  return Shared().calendar.SaveNew(std::move(item), true, Shared().clock.Now())->entryId;
-}
-
-Variant TestingObject::AddRecurring(const Call& call) {
-  CalendarItem item = Appointment(call);
-  const std::int32_t weeks = call[3].ToInt();
-  if (call.Has(4)) {
-    for (const std::string& name : Split(call[4].ToText(), ",")) {
-      item.fields.categories.emplace_back(Trim(name));
-    }
-  }
-  item.recurring = true;
-  for (std::int32_t week = 0; week < weeks; ++week) {
-    item.occurrences.push_back({item.start.AddDays(7 * week), item.end.AddDays(7 * week)});
-  }
-  return Variant(Save(std::move(item)));
-}
-
-Variant TestingObject::AddMeeting(const Call& call) {
-  CalendarItem appointment = Appointment(call);
-  CalendarItem meeting = appointment;
-  meeting.itemClass = outlook::ClassMeetingRequest;
-  meeting.messageClass = "IPM.Schedule.Meeting.Request";
-  meeting.appointment = Shared().calendar.Find(Save(std::move(appointment)));
-  return Variant(Save(std::move(meeting)));
-}
-
-Variant TestingObject::AddMany(const Call& call) {
-  const std::int32_t year = call[0].ToInt();
-  const std::int32_t count = call[1].ToInt();
-  for (std::int32_t i = 0; i < count; ++i) {
-    CalendarItem item = Varied(year, i);
-    item.entryId = "MANY-" + std::to_string(Shared().calendar.AllItems().size() + 1) + "-" +
-                   std::to_string(Shared().calendar.Revision());
-    item.lastModified = Shared().clock.Now();
-    Shared().calendar.Add(std::move(item));
-  }
-  return {};
-}
-
-Variant TestingObject::ListItems(const Call&) {
-  std::string text;
-  for (const auto& item : Shared().calendar.AllItems()) {
-    std::string categories;
-    for (const std::string& name : item->fields.categories) {
-      categories += (categories.empty() ? "" : ", ") + name;
-    }
-    text += item->fields.subject + "|" + ToText(item->start) + "|" + ToText(item->end) + "|" +
-            categories + "|" + (item->fields.allDay ? "1" : "0") + "\r\n";
-  }
-  return Variant(text);
-}
-
-Variant TestingObject::Clear(const Call&) {
-  const CalendarFolder::Items items = Shared().calendar.AllItems();
-  for (const auto& item : items) Shared().calendar.Delete(item->entryId);
-  return {};
+Variant TestingAnswer(StandInSession& session) {
+  return Variant(new TestingObject(session));
 }
 
 }  // namespace velkor

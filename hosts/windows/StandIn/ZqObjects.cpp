@@ -1,56 +1,77 @@
 // hosts/windows/StandIn/ZqObjects.cpp: the members of the helper classes.
 #include "hosts/windows/StandIn/ZqObjects.h"
 
+#include "hosts/windows/StandIn/ItemObject.h"
 #include "support/values/Error.h"
 
 namespace velkor {
+namespace {
 
-struct zqCurrentUser::Tables {
-  using Self = zqCurrentUser;
+class zqCurrentUser : public ServedObject<> {
+ public:
+  explicit zqCurrentUser(StandInSession& session) : ServedObject(session, Kind()) {}
+
+ private:
+  static const ObjectClass& Kind();
+
+  Variant Name(const Call&) { return Variant(Shared().outlook.CurrentUserName()); }
+  Variant Cleanup(const Call&) { return {}; }
+};
+
+const ObjectClass& zqCurrentUser::Kind() {
   static constexpr Member Members[] = {
-      {"Name", Bound<&Self::Name>},
-      {"Cleanup", Bound<&Self::Cleanup>},
+      {"Name", Bound<&zqCurrentUser::Name>},
+      {"Cleanup", Bound<&zqCurrentUser::Cleanup>},
   };
   static constexpr ObjectClass CurrentUser = {"zqCurrentUser", 1000, Members};
+  return CurrentUser;
+}
+
+class zqAppointmentItem : public ServedObject<> {
+ public:
+  explicit zqAppointmentItem(StandInSession& session) : ServedObject(session, Kind()) {}
+
+ private:
+  static const ObjectClass& Kind();
+
+  Variant Item(const Call& call) {
+    if (!call.IsPut()) return Variant(item_.Get());
+    item_ = call[0].ToObject();
+    return {};
+  }
+  Variant Body(const Call&) { return Variant(Expect().Item().Body()); }
+  Variant HtmlBody(const Call&) { return Variant(Expect().HtmlBody()); }
+
+  ItemObject& Expect() const {
+    ComPtr<IDispatch> found;
+    if (item_ == nullptr ||
+        FAILED(item_->QueryInterface(OwnItemId, reinterpret_cast<void**>(found.GetAddressOf())))) {
+      throw Error(errors::CalendarFailed, "No item of this calendar was set.");
+    }
+    return static_cast<ItemObject&>(*found.Get());
+  }
+
+  ComPtr<IDispatch> item_;
 };
 
-zqCurrentUser::zqCurrentUser(StandInSession& session)
-    : ServedObject(session, Tables::CurrentUser) {}
-
-struct zqAppointmentItem::Tables {
-  using Self = zqAppointmentItem;
+const ObjectClass& zqAppointmentItem::Kind() {
   static constexpr Member Members[] = {
-      {"item", Bound<&Self::Item>, true},
-      {"Body", Bound<&Self::Body>},
-      {"HTMLBody", Bound<&Self::HtmlBody>},
+      {"item", Bound<&zqAppointmentItem::Item>, true},
+      {"Body", Bound<&zqAppointmentItem::Body>},
+      {"HTMLBody", Bound<&zqAppointmentItem::HtmlBody>},
   };
   static constexpr ObjectClass AppointmentItem = {"zqAppointmentItem", 1100, Members};
-};
-
-zqAppointmentItem::zqAppointmentItem(StandInSession& session)
-    : ServedObject(session, Tables::AppointmentItem) {}
-
-Variant zqAppointmentItem::Item(const Call& call) {
-  if (!call.IsPut()) return Variant(item_.Get());
-  item_ = call[0].ToObject();
-  return {};
+  return AppointmentItem;
 }
 
-ItemObject& zqAppointmentItem::Expect() const {
-  ComPtr<IDispatch> found;
-  if (item_ == nullptr ||
-      FAILED(item_->QueryInterface(OwnItemId, reinterpret_cast<void**>(found.GetAddressOf())))) {
-    throw Error(errors::CalendarFailed, "No item of this calendar was set.");
-  }
-  return static_cast<ItemObject&>(*item_.Get());
+}  // namespace
+
+ComPtr<IDispatch> MakeCurrentUser(StandInSession& session) {
+  return new zqCurrentUser(session);
 }
 
-Variant zqAppointmentItem::Body(const Call&) {
-  return Variant(Expect().Item().Body());
-}
-
-Variant zqAppointmentItem::HtmlBody(const Call&) {
-  return Variant(Expect().HtmlBody());
+ComPtr<IDispatch> MakeAppointmentItem(StandInSession& session) {
+  return new zqAppointmentItem(session);
 }
 
 }  // namespace velkor

@@ -2,35 +2,12 @@
 // their names; part of the calendar program for tests, never shipped.
 #pragma once
 
-#include "hosts/windows/StandIn/ItemObject.h"
+#include "hosts/windows/StandIn/NamedMembers.h"
 
 namespace velkor {
 
-class zqCurrentUser : public ServedObject<> {
- public:
-  explicit zqCurrentUser(StandInSession& session);
-
- private:
-  struct Tables;
-
-  Variant Name(const Call&) { return Variant(Shared().outlook.CurrentUserName()); }
-  Variant Cleanup(const Call&) { return {}; }
-};
-
+ComPtr<IDispatch> MakeCurrentUser(StandInSession& session);
 /// Gives the texts of an item of this process.
-class zqAppointmentItem : public ServedObject<> {
- public:
-  explicit zqAppointmentItem(StandInSession& session);
-
- private:
-  struct Tables;
-
-  Variant Item(const Call& call);
-  Variant Body(const Call& call);
-  Variant HtmlBody(const Call& call);
-  ItemObject& Expect() const;
-
-  ComPtr<IDispatch> item_;
-};
+ComPtr<IDispatch> MakeAppointmentItem(StandInSession& session);
 
 }  // namespace velkor

@@ -69,8 +69,8 @@ int Serve() {
           served.programId);
   };
   serve(ApplicationClass, [&] { return ComPtr<IDispatch>(application.Get()); });
-  serve(CurrentUserClass, [&] { return ComPtr<IDispatch>(new zqCurrentUser(session)); });
-  serve(AppointmentItemClass, [&] { return ComPtr<IDispatch>(new zqAppointmentItem(session)); });
+  serve(CurrentUserClass, [&] { return MakeCurrentUser(session); });
+  serve(AppointmentItemClass, [&] { return MakeAppointmentItem(session); });
   DWORD active = 0;
   ::RegisterActiveObject(static_cast<IDispatch*>(application.Get()), ApplicationClass.id,
                          ACTIVEOBJECT_WEAK, &active);

@@ -84,27 +84,19 @@ inline void PressKey(HWND window, WPARAM virtualKey) {
 
 /// The text of a window's tool tip; empty when it has none.
 inline std::string AskToolTip(HWND window) {
-  struct Search {
-    HWND window;
-    std::string text;
-  } search{window, {}};
-  const auto ask = [](HWND found, LPARAM data) -> BOOL {
-    wchar_t name[32];
-    ::GetClassNameW(found, name, 32);
-    if (std::wstring_view(name) != TOOLTIPS_CLASSW) return TRUE;
-    auto& wanted = *reinterpret_cast<Search*>(data);
+  HWND found = nullptr;
+  while ((found = ::FindWindowExW(nullptr, found, TOOLTIPS_CLASSW, nullptr)) != nullptr) {
+    if (::GetWindowThreadProcessId(found, nullptr) != ::GetCurrentThreadId()) continue;
     wchar_t text[512] = L"";
     TTTOOLINFOW tool{};
     tool.cbSize = TTTOOLINFOW_V1_SIZE;
-    tool.hwnd = wanted.window;
-    tool.uId = reinterpret_cast<UINT_PTR>(wanted.window);
+    tool.hwnd = window;
+    tool.uId = reinterpret_cast<UINT_PTR>(window);
     tool.lpszText = text;
     ::SendMessageW(found, TTM_GETTEXTW, std::size(text), reinterpret_cast<LPARAM>(&tool));
-    wanted.text += ToUtf8(text);
-    return TRUE;
-  };
-  ::EnumThreadWindows(::GetCurrentThreadId(), ask, reinterpret_cast<LPARAM>(&search));
-  return search.text;
+    if (*text != L'\0') return ToUtf8(text);
+  }
+  return {};
 }
 
 /// A window as it draws itself.

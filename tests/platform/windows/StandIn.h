@@ -83,6 +83,8 @@ class StandIn {
   AutomationObject Create(const std::string& kind, const std::string& programId) {
     return As(kind, program_.Create(programId));
   }
+  /// The application that is running; null for none.
+  ComPtr<IDispatch> Join() { return program_.Join("Outlook.Application"); }
   AutomationObject Session() {
     return As("NameSpace", application_.Get("GetNamespace", {Variant("MAPI")}));
   }

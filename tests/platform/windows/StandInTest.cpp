@@ -98,8 +98,9 @@ TEST(StandInTest, ItemEventsReachAnotherProcess) {
   const auto item = program.Add("First", Noon, OneOClock);
   item.Put("Subject", Variant("Second"));
   item.Call("Save");
-  // The first event shows the item as it is when the event arrives.
+  // It shows the item as it is when the event arrives.
   ASSERT_TRUE(PumpUntil([&] { return sink->events.size() == 2; }));
+  EXPECT_THAT(sink->events[0], HasSubstr("ItemAdd "));
   EXPECT_EQ(sink->events[1], "ItemChange Second");
   item.Call("Delete");
   ASSERT_TRUE(PumpUntil([&] { return sink->events.size() == 3; }));
@@ -207,22 +208,29 @@ TEST(StandInTest, MeetingsLeadToTheirAppointments) {
   EXPECT_EQ(appointment.Get("Start").ToDate(), Noon);
 }
 
-TEST(StandInTest, ProcessEndsInTheMiddleOfACallOrAfterItsLastClient) {
-  HANDLE process = nullptr;
-  {
-    StandIn program;
-    program.Testing().Call("ExitIn", {Variant("Version")});
-    EXPECT_TRUE(IsDisconnected(NumberOf([&] { program.Application().Get("Version"); })));
-    EXPECT_EQ(::WaitForSingleObject(program.Process(), 5000), WAIT_OBJECT_0);
-  }
+TEST(StandInTest, ProcessEndsInTheMiddleOfACall) {
   StandIn program;
-  ::DuplicateHandle(::GetCurrentProcess(), program.Process(), ::GetCurrentProcess(), &process, 0,
-                    FALSE, DUPLICATE_SAME_ACCESS);
-  program.Items();
+  program.Testing().Call("ExitIn", {Variant("Version")});
+  EXPECT_TRUE(IsDisconnected(NumberOf([&] { program.Application().Get("Version"); })));
+  EXPECT_EQ(::WaitForSingleObject(program.Process(), 5000), WAIT_OBJECT_0);
+}
+
+TEST(StandInTest, ProcessEndsWithItsLastClientAlsoOneThatJoinedIt) {
+  StandIn program;
+  AutomationObject joined = program.As("Application", program.Join());
+  ASSERT_TRUE(joined);
   program.Testing() = program.As("Testing", ComPtr<IDispatch>());
   program.Application() = program.As("Application", ComPtr<IDispatch>());
-  EXPECT_EQ(::WaitForSingleObject(process, 10000), WAIT_OBJECT_0);
-  ::CloseHandle(process);
+  EXPECT_EQ(::WaitForSingleObject(program.Process(), 2500), WAIT_TIMEOUT);
+  EXPECT_EQ(joined.Get("Version").ToText(), "16.0.0.1");
+  joined = program.Application();
+  EXPECT_EQ(::WaitForSingleObject(program.Process(), 5000), WAIT_OBJECT_0);
+}
+
+TEST(StandInTest, ProcessEndsWhenNobodyCalls) {
+  StandIn program;
+  program.Testing().Call("EndWhenIdleFor", {Variant(500)});
+  EXPECT_EQ(::WaitForSingleObject(program.Process(), 5000), WAIT_OBJECT_0);
 }
 
 TEST(StandInTest, RegistrationLeavesAnotherProgramsNameAlone) {

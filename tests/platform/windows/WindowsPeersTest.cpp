@@ -12,30 +12,18 @@ namespace {
 
 using testing::ElementsAre;
 
-RECT PlaceOf(const WindowsPeer& peer) {
-  RECT place{};
-  ::GetWindowRect(peer.Window(), &place);
-  return place;
-}
-
-std::string TextOf(HWND window) {
-  wchar_t text[200];
-  return ToUtf8({text, static_cast<std::size_t>(::GetWindowTextW(window, text, 200))});
-}
-
 TEST(WindowsPeers, WhatAllElementsHaveIsMirrored) {
   Label label("lblDate");
   label.SetBounds({150, 30, 1650, 330});
   const PeersWindow window;
   const auto peer = MakePeer(label, window.Get());
-  const RECT place = PlaceOf(*peer);
-  EXPECT_THAT((std::vector<LONG>{place.left, place.top, place.right, place.bottom}),
-              ElementsAre(10, 2, 110, 22));
-  label.SetVisible(false);
-  EXPECT_FALSE(::IsWindowVisible(peer->Window()));
-  label.SetVisible(true);
+  RECT place{};
+  ::GetWindowRect(peer->Window(), &place);
+  EXPECT_TRUE(place.left == 10 && place.top == 2 && place.right == 110 && place.bottom == 22);
   EXPECT_TRUE(::IsWindowVisible(peer->Window()));
+  label.SetVisible(false);
   label.SetEnabled(false);
+  EXPECT_FALSE(::IsWindowVisible(peer->Window()));
   EXPECT_FALSE(::IsWindowEnabled(peer->Window()));
 }
 
@@ -48,73 +36,54 @@ TEST(WindowsPeers, ALabelThatIsTooLongForItsPlaceTellsTheRestInItsToolTip) {
   EXPECT_EQ(AskToolTip(peer->Window()), "");
   label.SetCaption("Date:  11/23/2026  A & B about everything (1 of 3)");
   EXPECT_EQ(AskToolTip(peer->Window()), label.Caption());
-  label.SetToolTip("Its own");
-  EXPECT_EQ(AskToolTip(peer->Window()), "Its own");
   const WindowPicture picture(peer->Window());
   int ink = 0;
-  for (int x = 0; x < 100; ++x) {
-    for (int y = 0; y < 20; ++y) ink += picture.At(x, y) == Colour::FromRgb(250, 240, 230) ? 0 : 1;
+  for (int i = 0; i < 100 * 20; ++i) {
+    ink += picture.At(i % 100, i / 100) == Colour::FromRgb(250, 240, 230) ? 0 : 1;
   }
-  EXPECT_GT(ink, 100) << "text on the background of the parent";
-  EXPECT_LT(ink, 1000);
+  EXPECT_TRUE(ink > 100 && ink < 1000) << ink << ": text on the background of the parent";
 }
 
 TEST(WindowsPeers, ALabelOfALayoutNeedsMoreHeightWhereItIsNarrow) {
   Label label("lblText");
   label.SetCaption("A text of several words that is much too long for a narrow place");
-  CommandButton button("cmdOK");
-  button.SetCaption("OK");
   const PeersWindow window;
   const auto peer = MakePeer(label, window.Get(), Placement::Layout);
-  const SIZE line = peer->NeededSize(0);
-  const SIZE narrow = peer->NeededSize(100);
-  EXPECT_GT(line.cx, 250);
-  EXPECT_LE(narrow.cx, 100);
-  EXPECT_GE(narrow.cy, 3 * line.cy);
-  const auto pressed = MakePeer(button, window.Get(), Placement::Layout);
-  EXPECT_EQ(pressed->NeededSize(0).cx, 75);
-  button.SetCaption("A caption with many words");
-  EXPECT_GT(pressed->NeededSize(0).cx, 120);
+  EXPECT_GT(peer->NeededSize(0).cx, 250);
+  EXPECT_LE(peer->NeededSize(100).cx, 100);
+  EXPECT_GE(peer->NeededSize(100).cy, 3 * peer->NeededSize(0).cy);
 }
 
 TEST(WindowsPeers, ButtonsLabelsAndMarksPressTheirElements) {
   std::string pressed;
   CommandButton button("Command1");
-  button.onClick = [&] { pressed += "B"; };
   Label link("lblMaker");
-  link.onClick = [&] { pressed += "L"; };
   Image image("imgLogo");
-  image.onClick = [&] { pressed += "I"; };
   Label plain("lblText");
+  button.onClick = [&] { pressed += "B"; };
+  link.onClick = [&] { pressed += "L"; };
+  image.onClick = [&] { pressed += "I"; };
+  const Rect bounds{0, 0, 1500, 450};
+  button.SetBounds(bounds);
+  link.SetBounds(bounds);
+  image.SetBounds(bounds);
   const PeersWindow window;
-  std::vector<std::unique_ptr<WindowsPeer>> peers;
-  for (Element* element : {static_cast<Element*>(&button), static_cast<Element*>(&link),
-                           static_cast<Element*>(&image), static_cast<Element*>(&plain)}) {
-    element->SetBounds({0, 0, 1500, 450});
-  }
-  peers.push_back(MakePeer(button, window.Get()));
-  peers.push_back(MakePeer(link, window.Get()));
-  peers.push_back(MakePeer(image, window.Get()));
-  peers.push_back(MakePeer(plain, window.Get()));
-  button.SetCaption("Go");
-  EXPECT_EQ(TextOf(peers[0]->Window()), "Go");
+  const std::unique_ptr<WindowsPeer> peers[]{
+      MakePeer(button, window.Get()), MakePeer(link, window.Get()), MakePeer(image, window.Get()),
+      MakePeer(plain, window.Get())};
   for (const auto& peer : peers) ClickAt(peer->Window(), 20, 10);
   EXPECT_EQ(pressed, "BLI");
-  pressed.clear();
   PressKey(peers[1]->Window(), VK_RETURN);
   PressKey(peers[2]->Window(), VK_SPACE);
   PressKey(peers[2]->Window(), VK_TAB);
-  EXPECT_EQ(pressed, "LI");
+  EXPECT_EQ(pressed, "BLILI");
   SendAt(peers[1]->Window(), WM_LBUTTONDOWN, MK_LBUTTON, 20, 10);
   SendAt(peers[1]->Window(), WM_LBUTTONUP, 0, 20, 100);
   SendAt(peers[2]->Window(), WM_LBUTTONUP, 0, 20, 10);
-  EXPECT_EQ(pressed, "LI") << "let go elsewhere, or pressed elsewhere";
+  EXPECT_EQ(pressed, "BLILI") << "let go elsewhere, or pressed elsewhere";
   EXPECT_EQ(::GetCapture(), nullptr);
-  const auto isTabStop = [](const auto& peer) {
-    return (::GetWindowLongW(peer->Window(), GWL_STYLE) & WS_TABSTOP) != 0;
-  };
-  EXPECT_TRUE(isTabStop(peers[1]));
-  EXPECT_FALSE(isTabStop(peers[3]));
+  EXPECT_TRUE(::GetWindowLongW(peers[1]->Window(), GWL_STYLE) & WS_TABSTOP);
+  EXPECT_FALSE(::GetWindowLongW(peers[3]->Window(), GWL_STYLE) & WS_TABSTOP);
 }
 
 TEST(WindowsPeers, APressOfAControlsButtonLeavesTheKeyboardWhereItWas) {
@@ -133,30 +102,15 @@ TEST(WindowsPeers, APressOfAControlsButtonLeavesTheKeyboardWhereItWas) {
 TEST(WindowsPeers, AWindowMayEndInItsOwnPress) {
   Label link("lblMaker");
   CommandButton button("Command1");
-  for (Element* element : {static_cast<Element*>(&link), static_cast<Element*>(&button)}) {
-    element->SetBounds({0, 0, 1500, 450});
-  }
+  link.SetToolTip("Opens a page");
   for (const bool label : {true, false}) {
     const PeersWindow window;
     link.onClick = button.onClick = [&] { ::DestroyWindow(window.Get()); };
     const auto peer = label ? MakePeer(link, window.Get()) : MakePeer(button, window.Get());
-    link.SetToolTip("Opens a page");
+    ::MoveWindow(peer->Window(), 0, 0, 100, 30, FALSE);
     ClickAt(peer->Window(), 20, 10);
     EXPECT_EQ(peer->Window(), nullptr);
     link.SetCaption("later");
-  }
-}
-
-TEST(WindowsPeers, AMarkIsFilledWithItsColourInsideAFrame) {
-  Image image("imgLogo");
-  image.SetBounds({0, 0, 300, 300});
-  const PeersWindow window;
-  const auto peer = MakePeer(image, window.Get());
-  for (const Colour colour : {Colour::FromRgb(0, 255, 0), Colour::FromRgb(255, 0, 0)}) {
-    image.SetFillColour(colour);
-    const WindowPicture picture(peer->Window());
-    EXPECT_EQ(picture.At(10, 10), colour);
-    EXPECT_NE(picture.At(10, 0), colour);
   }
 }
 
@@ -175,12 +129,6 @@ class WindowsToolbar : public testing::Test {
     Send(TB_GETITEMRECT, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(&area));
     ClickAt(peer_->Window(), (area.left + area.right) / 2, (area.top + area.bottom) / 2);
   }
-  TBBUTTON Button(int place) const {
-    TBBUTTON button{};
-    Send(TB_GETBUTTON, static_cast<WPARAM>(place), reinterpret_cast<LPARAM>(&button));
-    return button;
-  }
-
   std::vector<std::string> keys_;
   Toolbar toolbar_{"Toolbar1",
                    {{.key = "Back", .toolTip = "Year before", .image = toolbar_images::Back},
@@ -195,8 +143,8 @@ TEST_F(WindowsToolbar, ButtonsTellTheirKeysAndStayAsTheElementSays) {
   toolbar_.SetButtonChecked("Filter", true);
   toolbar_.SetButtonImage("Filter", toolbar_images::ActiveFilter);
   ClickButton(1);
-  EXPECT_EQ(Button(1).fsState, TBSTATE_ENABLED | TBSTATE_CHECKED);
-  EXPECT_EQ(Button(1).iBitmap, toolbar_images::ActiveFilter - 1);
+  EXPECT_EQ(Send(TB_GETSTATE, 1), TBSTATE_ENABLED | TBSTATE_CHECKED);
+  EXPECT_EQ(Send(TB_GETBITMAP, 1), toolbar_images::ActiveFilter - 1);
   toolbar_.SetButtonEnabled("Back", false);
   ClickButton(0);
   EXPECT_THAT(keys_, ElementsAre("Back", "Filter"));
@@ -214,45 +162,33 @@ TEST_F(WindowsToolbar, KeysGoFromButtonToButtonThatCanBePressed) {
 }
 
 TEST_F(WindowsToolbar, EachButtonHasItsToolTip) {
-  toolbar_.SetButtonToolTip("Filter", "Active Filter: " + std::string(300, 'x'));
   const auto ask = [&](int place) {
-    wchar_t text[80] = L"";
-    NMTBGETINFOTIPW asked{};
-    asked.hdr = {peer_->Window(), 0, TBN_GETINFOTIPW};
-    asked.iItem = place;
-    asked.pszText = text;
-    asked.cchTextMax = static_cast<int>(std::size(text));
+    wchar_t text[8] = L"";
+    NMTBGETINFOTIPW asked{{peer_->Window(), 0, TBN_GETINFOTIPW}, text, 8, place, 0};
     ::SendMessageW(window_.Get(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&asked));
     return ToUtf8(text);
   };
-  EXPECT_EQ(ask(0), "Year before");
-  EXPECT_EQ(ask(1), "Active Filter: " + std::string(64, 'x'));
+  EXPECT_EQ(ask(0), "Year be") << "as much as there is room for";
+  EXPECT_EQ(ask(1), "");
   EXPECT_EQ(ask(7), "");
 }
 
 TEST_F(WindowsToolbar, ButtonsFollowTheHeightWithPicturesOfTheirOwn) {
-  const auto ink = [&] {
+  for (const int wanted : {18, 12}) {
+    toolbar_.SetBounds({0, 0, 3000, (wanted + 12) * TwipsPerPixel});
     const auto list = reinterpret_cast<HIMAGELIST>(Send(TB_GETIMAGELIST));
     int side = 0;
     ::ImageList_GetIconSize(list, &side, &side);
+    ASSERT_EQ(side, wanted);
     const DibSection picture(side, side);
-    ::SetDCBrushColor(picture.Dc(), RGB(1, 2, 3));
-    const RECT all{0, 0, side, side};
-    ::FillRect(picture.Dc(), &all, static_cast<HBRUSH>(::GetStockObject(DC_BRUSH)));
+    ::PatBlt(picture.Dc(), 0, 0, side, side, WHITENESS);
     ::ImageList_Draw(list, toolbar_images::Zoom - 1, picture.Dc(), 0, 0, ILD_TRANSPARENT);
-    int marked = 0;
+    int ink = 0;
     for (int i = 0; i < side * side; ++i) {
-      marked += picture.At(i % side, i / side) == Colour::FromRgb(1, 2, 3) ? 0 : 1;
+      ink += picture.At(i % side, i / side) == colours::White ? 0 : 100;
     }
-    return std::pair(side, marked * 100 / (side * side));
-  };
-  const auto [side, share] = ink();
-  EXPECT_EQ(side, 18);
-  EXPECT_GT(share, 15) << "per cent of the square, the rest is free";
-  EXPECT_LT(share, 60);
-  toolbar_.SetBounds({0, 0, 3000, 360});
-  EXPECT_EQ(ink().first, 12);
-  EXPECT_EQ(Send(TB_BUTTONCOUNT), 3);
+    EXPECT_TRUE(ink > 15 * side * side && ink < 60 * side * side) << ink << ": the rest is free";
+  }
   ClickButton(2);
   EXPECT_THAT(keys_, ElementsAre("Zoom"));
 }
@@ -266,21 +202,15 @@ TEST(WindowsPeers, ScrollBarAndElementFollowEachOtherOnce) {
   const auto peer = MakePeer(scrollBar, window.Get());
   scrollBar.SetRange(1000, 10, 100);
   scrollBar.SetValue(40);
-  const auto info = [&] {
-    SCROLLINFO read{};
-    read.cbSize = sizeof read;
-    read.fMask = SIF_ALL;
-    ::GetScrollInfo(peer->Window(), SB_CTL, &read);
-    return std::vector<int>{read.nPos, read.nMax, static_cast<int>(read.nPage)};
-  };
-  EXPECT_THAT(info(), ElementsAre(40, 1099, 100));
+  SCROLLINFO info{sizeof info, SIF_ALL, 0, 0, 0, 0, 0};
+  ::GetScrollInfo(peer->Window(), SB_CTL, &info);
+  EXPECT_TRUE(info.nPos == 40 && info.nMax == 1099 && info.nPage == 100);
   const auto ask = [&](WORD request) {
     ::SendMessageW(window.Get(), WM_VSCROLL, request, reinterpret_cast<LPARAM>(peer->Window()));
     return scrollBar.Value();
   };
   EXPECT_EQ(ask(SB_PAGEDOWN), 140);
   EXPECT_EQ(ask(SB_LINEUP), 130);
-  EXPECT_EQ(ask(SB_ENDSCROLL), 130);
   EXPECT_EQ(ask(SB_BOTTOM), 1000);
   EXPECT_EQ(ask(SB_LINEDOWN), 1000);
   EXPECT_EQ(changes, 4);
@@ -291,8 +221,6 @@ TEST(WindowsPeers, ScrollBarAndElementFollowEachOtherOnce) {
   EXPECT_EQ(turn(WHEEL_DELTA / 30), 999) << "three lines of ten to a notch";
   EXPECT_EQ(turn(WHEEL_DELTA / 60), 999) << "half a step waits";
   EXPECT_EQ(turn(WHEEL_DELTA / 60), 998);
-  scrollBar.SetRange(0, 10, 20);
-  EXPECT_EQ(info()[0], 0);
   scrollBar.SetRange(INT32_MAX, 1, INT32_MAX);
   EXPECT_EQ(ask(SB_PAGEDOWN), INT32_MAX);
 }
@@ -315,17 +243,11 @@ TEST(WindowsPeers, TimerTicksWhileItIsEnabled) {
 }
 
 TEST(WindowsPeers, ATimersPeerMayEndInItsOwnTick) {
-  int ticks = 0;
   Timer timer("tmrStart", 10);
   std::unique_ptr<ElementPeer> peer = MakePeer(timer);
-  timer.onTimer = [&] {
-    ++ticks;
-    peer.reset();
-  };
+  timer.onTimer = [&] { peer.reset(); };
   timer.SetEnabled(true);
-  EXPECT_TRUE(PumpUntil([&] { return ticks == 1; }));
-  PumpUntil([] { return false; }, 40);
-  EXPECT_EQ(ticks, 1);
+  EXPECT_TRUE(PumpUntil([&] { return peer == nullptr; }));
 }
 
 class WindowsMenu : public testing::Test {
@@ -372,28 +294,24 @@ class WindowsMenu : public testing::Test {
 };
 
 TEST_F(WindowsMenu, ShowsItsEntriesAsTheyAreWhenItOpens) {
-  for (const bool enabled : {true, false}) {
-    edit_.SetEnabled(enabled);
-    std::vector<UINT> states;
-    std::vector<UINT> modes;
-    PopUpAnd([&](HWND shown) {
-      const auto menu = reinterpret_cast<HMENU>(::SendMessageW(shown, MN_GETHMENU, 0, 0));
-      const auto read = [](HMENU from, std::vector<UINT>& to) {
-        for (int i = 0; i < ::GetMenuItemCount(from); ++i) {
-          const UINT state = ::GetMenuState(from, static_cast<UINT>(i), MF_BYPOSITION);
-          to.push_back(state &
-                       (state & MF_SEPARATOR ? MF_SEPARATOR : MF_GRAYED | MF_CHECKED | MF_POPUP));
-        }
-      };
-      read(menu, states);
-      read(::GetSubMenu(menu, 2), modes);
-      ::SendMessageW(window_.Get(), WM_CANCELMODE, 0, 0);
-    });
-    EXPECT_THAT(states,
-                ElementsAre(enabled ? 0U : UINT{MF_GRAYED}, UINT{MF_SEPARATOR}, UINT{MF_POPUP}));
-    EXPECT_THAT(modes, ElementsAre(0U, UINT{MF_CHECKED}));
-    EXPECT_FALSE(chosen_);
-  }
+  edit_.SetEnabled(false);
+  std::vector<UINT> states;
+  const auto read = [&](HMENU from) {
+    for (int i = 0; i < ::GetMenuItemCount(from); ++i) {
+      const UINT state = ::GetMenuState(from, static_cast<UINT>(i), MF_BYPOSITION);
+      const bool separates = (state & MF_SEPARATOR) != 0;
+      states.push_back(state & (separates ? MF_SEPARATOR : MF_GRAYED | MF_CHECKED | MF_POPUP));
+    }
+  };
+  PopUpAnd([&](HWND shown) {
+    const auto menu = reinterpret_cast<HMENU>(::SendMessageW(shown, MN_GETHMENU, 0, 0));
+    read(menu);
+    read(::GetSubMenu(menu, 2));
+    ::SendMessageW(window_.Get(), WM_CANCELMODE, 0, 0);
+  });
+  EXPECT_THAT(states, testing::ContainerEq(
+                          std::vector<UINT>{MF_GRAYED, MF_SEPARATOR, MF_POPUP, 0, MF_CHECKED}));
+  EXPECT_FALSE(chosen_);
 }
 
 TEST_F(WindowsMenu, WhatIsChosenRunsWhenTheMenuIsGone) {
