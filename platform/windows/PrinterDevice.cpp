@@ -12,7 +12,7 @@
 #include <winspool.h>
 
 /// Of winspool.drv; the cross compiler's headers leave it out.
-extern "C" LPSTR WINAPI StartDocDlgA(HANDLE printer, DOCINFOA* document);
+extern "C" LPWSTR WINAPI StartDocDlgW(HANDLE printer, DOCINFOW* document);
 
 namespace velkor {
 namespace {
@@ -170,27 +170,28 @@ void PrinterDevice::Apply(const PrinterSettings& settings) {
 }
 
 std::optional<std::string> PrinterDevice::AskForFile(const std::string& documentName) const {
-  const std::string name = ToAnsi(documentName);
-  DOCINFOA document{};
+  const std::wstring name = ToWide(documentName);
+  DOCINFOW document{};
   document.cbSize = sizeof document;
   document.lpszDocName = name.c_str();
   const PrinterHandle printer = Open();
   ::SetLastError(ERROR_SUCCESS);
-  char* const path = ::StartDocDlgA(printer.get(), &document);
-  const DWORD code = ::GetLastError();
-  fprintf(stderr, "DBG %p %lu\n", static_cast<void*>(path), code);
-  const auto answerCode = reinterpret_cast<std::intptr_t>(path);
-  if (answerCode == SP_APPABORT || code == ERROR_CANCELLED || code == ERROR_PRINT_CANCELLED) {
-    return std::nullopt;
+  wchar_t* const path = ::StartDocDlgW(printer.get(), &document);
+  const DWORD failure = ::GetLastError();
+  if (path == nullptr) {
+    // Some systems answer a user who cancels like a port that needs no file.
+    return Settings().port == "FILE:" ? std::nullopt : std::optional(std::string());
   }
-  if (path == nullptr) return std::string();
-  if (answerCode == SP_ERROR) {
+  const auto answer = reinterpret_cast<std::intptr_t>(path);
+  if (answer == SP_APPABORT || answer == SP_USERABORT) return std::nullopt;
+  if (answer == SP_ERROR) {
+    if (failure == ERROR_CANCELLED || failure == ERROR_PRINT_CANCELLED) return std::nullopt;
     throw PrinterError(errors::DeviceInputOutput,
-                       "The printer " + name_ + " cannot ask for the file to print to", code);
+                       "The printer " + name_ + " cannot ask for the file to print to", failure);
   }
-  std::string answer = path;
+  std::string utf8 = ToUtf8(path);
   ::LocalFree(path);
-  return answer;
+  return utf8;
 }
 
 MemoryDc PrinterDevice::Checked(HDC dc) const {

@@ -44,7 +44,7 @@ class PrinterDevice {
   void Apply(const PrinterSettings& settings);
 
   /// Asks the user for a file where the printer's port is one ("FILE:"), in an own dialog.
-  /// @return its path in the ANSI code page; empty where nobody needs to be asked, none when the
+  /// @return its path; empty where nobody needs to be asked, none when the
   /// user cancels
   std::optional<std::string> AskForFile(const std::string& documentName) const;
 

@@ -1,6 +1,8 @@
 // platform/windows/WindowText.cpp: text measured in a window's font.
 #include "platform/windows/WindowText.h"
 
+#include <algorithm>
+
 #include "platform/windows/GdiHandles.h"
 #include "platform/windows/Wide.h"
 #include "platform/windows/WindowsPeer.h"
@@ -23,6 +25,11 @@ class FontDc {
   FontDc& operator=(const FontDc&) = delete;
 
   HDC Get() const { return dc_; }
+  SIZE Measure(std::wstring_view text) const {
+    SIZE size{};
+    ::GetTextExtentPoint32W(dc_, text.data(), static_cast<int>(text.size()), &size);
+    return size;
+  }
 
  private:
   HWND window_;
@@ -37,10 +44,14 @@ int ScreenLength(int pixelsAt96) {
 }
 
 SIZE LineSize(HWND window, std::wstring_view text) {
+  return FontDc(window).Measure(text);
+}
+
+int WidestLine(HWND window, const std::vector<std::wstring>& lines) {
   const FontDc dc(window);
-  SIZE size{};
-  ::GetTextExtentPoint32W(dc.Get(), text.data(), static_cast<int>(text.size()), &size);
-  return size;
+  LONG widest = 0;
+  for (const std::wstring& line : lines) widest = std::max(widest, dc.Measure(line).cx);
+  return static_cast<int>(widest);
 }
 
 TEXTMETRICW MetricsOfFont(HWND window) {

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/windows/Win32.h"
 
@@ -12,6 +13,8 @@ namespace velkor {
 int ScreenLength(int pixelsAt96);
 /// One line of text, as drawn without prefixes.
 SIZE LineSize(HWND window, std::wstring_view text);
+/// Width of the longest of several lines.
+int WidestLine(HWND window, const std::vector<std::wstring>& lines);
 TEXTMETRICW MetricsOfFont(HWND window);
 /// A caption for a window that takes "&" for the mark of a key.
 std::wstring ToCaption(std::string_view utf8);

@@ -176,22 +176,21 @@ class CheckListBoxPeer : public WindowsPeer {
   }
 
   void MeasureTexts() {
-    widest_ = 0;
-    for (const CheckListBox::Item& item : shown_) {
-      widest_ = std::max(widest_, LineSize(Window(), ToWide(item.text)).cx);
-    }
+    std::vector<std::wstring> texts;
+    for (const CheckListBox::Item& item : shown_) texts.push_back(ToWide(item.text));
+    widest_ = WidestLine(Window(), texts);
   }
   /// As wide as the list, or as its longest text, which is then scrolled to.
   void FitColumn() const {
     RECT area{};
     ::GetClientRect(Window(), &area);
-    const LONG wanted = std::max(area.right, widest_ + ScreenLength(32));
+    const int wanted = std::max(static_cast<int>(area.right), widest_ + ScreenLength(32));
     if (Send(LVM_GETCOLUMNWIDTH, 0, 0) != wanted) Send(LVM_SETCOLUMNWIDTH, 0, wanted);
   }
 
   CheckListBox& list_;
   std::vector<CheckListBox::Item> shown_;
-  LONG widest_ = 0;
+  int widest_ = 0;
 };
 
 }  // namespace

@@ -124,10 +124,9 @@ class ComboBoxPeer : public WindowsPeer {
   }
 
   SIZE NeededSize(int /*width*/) override {
-    LONG widest = 0;
-    for (const std::string& item : shown_) {
-      widest = std::max(widest, LineSize(Window(), ToWide(item)).cx);
-    }
+    std::vector<std::wstring> texts;
+    for (const std::string& item : shown_) texts.push_back(ToWide(item));
+    const int widest = WidestLine(Window(), texts);
     RECT window{};
     ::GetWindowRect(Window(), &window);
     return {widest + ::GetSystemMetrics(SM_CXVSCROLL) + ScreenLength(16),

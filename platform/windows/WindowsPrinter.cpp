@@ -80,12 +80,13 @@ std::unique_ptr<PrintJob> WindowsPrinter::Begin(const std::string& documentName)
   const std::string name = ToAnsi(documentName);
   const ModalScope modal(owner_);
   // Where the system asks by itself, not every one tells that the user cancelled.
-  const auto output = outputFile_.empty() ? Device().AskForFile(documentName) : ToAnsi(outputFile_);
-  if (!output) return nullptr;
+  const auto path = outputFile_.empty() ? Device().AskForFile(documentName) : outputFile_;
+  if (!path) return nullptr;
+  const std::string output = ToAnsi(*path);
   DOCINFOA document{};
   document.cbSize = sizeof document;
   document.lpszDocName = name.c_str();
-  if (!output->empty()) document.lpszOutput = output->c_str();
+  if (!output.empty()) document.lpszOutput = output.c_str();
   ::SetLastError(ERROR_SUCCESS);
   if (::StartDocA(dc.get(), &document) <= 0) {
     const DWORD code = ::GetLastError();

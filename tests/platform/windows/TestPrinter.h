@@ -34,6 +34,11 @@ class TestPrinter {
     EXPECT_TRUE(::AddPrinterDriverExA(nullptr, 3, reinterpret_cast<BYTE*>(&made),
                                       APD_COPY_NEW_FILES | APD_COPY_FROM_DIRECTORY))
         << ::GetLastError();
+    // A run that was ended may have left one.
+    if (::OpenPrinterA(name_.data(), &printer_, nullptr)) {
+      ::DeletePrinter(printer_);
+      ::ClosePrinter(printer_);
+    }
     std::string port = "FILE:";
     std::string processor = "WinPrint";
     PRINTER_INFO_2A info{};

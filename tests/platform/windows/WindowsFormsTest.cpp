@@ -10,10 +10,8 @@
 #include "platform/headless/MemorySettings.h"
 #include "platform/headless/ScriptedMessageBoxes.h"
 #include "platform/headless/ScriptedShell.h"
-#include "platform/windows/WindowsMessageBoxes.h"
 #include "print/PrintOptions.h"
 #include "print/frmPrintOptions.h"
-#include "support/values/Error.h"
 #include "tests/platform/windows/OwnerWindow.h"
 #include "tests/platform/windows/UserSteps.h"
 #include "view/span/CategoryFilter.h"
@@ -171,19 +169,6 @@ TEST_F(WindowsFormsTest, PrintOptionsStandInFramesAndLeaveTheStateThatCallsLeave
   EXPECT_EQ(settings_.Get("Year Planner", "Printing", "Left Margin", ""), "2160");
 }
 
-TEST_F(WindowsFormsTest, EscapeInABoxForNumbersStoresNothing) {
-  PrintOptions options(settings_, {.titleName = "Team", .firstMonth = 4});
-  frmPrintOptions form(options, messages_, shell_);
-  form.Load();
-  const auto before = settings_.Values();
-  const UserSteps steps(L"Print Options", {[&](HWND) {
-                          PostText(::GetFocus(), L"7");
-                          PostKey(::GetFocus(), VK_ESCAPE);
-                        }});
-  forms_.ShowModal(form);
-  EXPECT_EQ(settings_.Values(), before);
-}
-
 TEST_F(WindowsFormsTest, AboutBoxOpensThePageAndEnterPressesItsButton) {
   frmAbout form(shell_);
   const UserSteps steps(L"About OutlookVelkor YearPlan", {[&](HWND dialog) {
@@ -280,121 +265,6 @@ TEST_F(WindowsFormsTest, OpensAndClosesWithoutKeepingHandles) {
   const auto before = handles();
   for (int i = 0; i < 5; ++i) open();
   EXPECT_EQ(handles(), before);
-}
-
-/// A button over a view that clips a page.
-struct PageForm : Form {
-  explicit PageForm(Extent opening = {9000, 7500}) : Form("frmPage", "A page") {
-    pic1.onKeyDown = [this](Key key) {
-      keys.push_back(key);
-      return true;
-    };
-    cmdPress.onClick = [this] { ++presses; };
-    Place({{&cmdPress}, {&picParent}, {&pic1, &picParent}}, opening);
-  }
-  void Form_Resize(Extent size, PixelSize /*pixel*/) override {
-    widths.push_back(static_cast<int>(size.width));
-    picParent.SetBounds({0, 600, size.width, size.height});
-    pic1.SetBounds({300, 300, 9999999, 9999999});
-    if (onResize) onResize();
-  }
-  CommandButton cmdPress{"cmdPress"};
-  PictureBox picParent{"picParent"};
-  PictureBox pic1{"pic1"};
-  std::function<void()> onResize;
-  std::vector<int> widths;
-  std::vector<Key> keys;
-  int presses = 0;
-};
-
-void ResizeArea(HWND window, int wider) {
-  RECT place{};
-  ::GetWindowRect(window, &place);
-  ::MoveWindow(window, place.left, place.top, place.right - place.left + wider,
-               place.bottom - place.top, TRUE);
-}
-
-TEST_F(WindowsFormsTest, APlacedFormHearsEachOfItsSizesOnceAndItsKeys) {
-  PageForm form;
-  const UserSteps steps(L"A page",
-                        {[&](HWND window) {
-                           EXPECT_THAT(form.widths, ElementsAre(9000));
-                           EXPECT_EQ(::GetParent(WindowOf(form.pic1)), WindowOf(form.picParent));
-                           EXPECT_EQ(::GetFocus(), WindowOf(form.pic1));
-                           for (const WPARAM key : {VK_RETURN, VK_NEXT}) PostKey(::GetFocus(), key);
-                           ::PostMessageW(window, WM_COMMAND, IDOK, 0);
-                           ResizeArea(window, 50);
-                           ResizeArea(window, 50);
-                         },
-                         [&](HWND window) {
-                           EXPECT_THAT(form.widths, ElementsAre(9000, 10500));
-                           EXPECT_THAT(form.keys, ElementsAre(Key::Enter, Key::PageDown));
-                           ::ShowWindow(window, SW_MINIMIZE);
-                           ::ShowWindow(window, SW_RESTORE);
-                         },
-                         [&](HWND) {
-                           EXPECT_EQ(form.widths.size(), 2U);
-                           PostKey(::GetFocus(), VK_ESCAPE);
-                         }});
-  forms_.ShowModal(form);
-  EXPECT_FALSE(form.IsOpen());
-  EXPECT_EQ(form.presses, 0);
-}
-
-TEST_F(WindowsFormsTest, APlacedFormShowsMessagesWhileItIsArrangedAndMayUnloadItself) {
-  PageForm form;
-  form.onResize = [&] {
-    if (form.widths.size() > 1) return form.Unload();
-    const UserSteps box(L"No page", {[&](HWND message) {
-                                       const HWND window = ::GetWindow(message, GW_OWNER);
-                                       EXPECT_EQ(WindowText(window), L"A page");
-                                       ResizeArea(window, 50);
-                                     },
-                                     [&](HWND message) {
-                                       EXPECT_EQ(form.widths.size(), 1U)
-                                           << "arranged while it is arranged";
-                                       ::PostMessageW(message, WM_COMMAND, IDOK, 0);
-                                     }});
-    WindowsMessageBoxes(owner_.owner).Show({.text = "No room", .title = "No page"});
-  };
-  forms_.ShowModal(form);
-  EXPECT_THAT(form.widths, ElementsAre(9000, 9750));
-  EXPECT_FALSE(form.pic1.Peer());
-}
-
-TEST_F(WindowsFormsTest, APlacedFormFitsTheScreenAndStaysLargeEnoughToUse) {
-  for (const Extent wanted : {Extent{1e9, 1e9}, Extent{0, 0}}) {
-    PageForm form(wanted);
-    const UserSteps steps(L"A page", {[&](HWND window) {
-                            RECT place{};
-                            RECT screen{};
-                            ::GetWindowRect(window, &place);
-                            ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
-                            RECT seen{};
-                            ::IntersectRect(&seen, &place, &screen);
-                            EXPECT_TRUE(::EqualRect(&seen, &place));
-                            EXPECT_GE(place.right - place.left, 300);
-                            ::PostMessageW(window, WM_CLOSE, 0, 0);
-                          }});
-    forms_.ShowModal(form);
-  }
-}
-
-TEST_F(WindowsFormsTest, RefusesElementsThatItCannotShow) {
-  struct BoxForm : Form {
-    explicit BoxForm(bool held) : Form("frmBox", "Box") {
-      Place({{held ? static_cast<Element*>(&lblText) : &tbText, held ? &picHolder : nullptr}}, {});
-    }
-    TextBox tbText{"tbText"};
-    Label lblText{"lblText"};
-    PictureBox picHolder{"picHolder"};
-  };
-  for (const bool held : {false, true}) {
-    BoxForm form(held);
-    EXPECT_THROW(forms_.ShowModal(form), Error);
-    EXPECT_FALSE(form.IsOpen() || form.lblText.Peer() || form.onUnload);
-    EXPECT_TRUE(::IsWindowEnabled(owner_.window));
-  }
 }
 
 }  // namespace

@@ -282,7 +282,6 @@ TEST_F(WindowsCheckList, BoxTextAndSpaceToggleAsACallDoes) {
 }
 
 TEST_F(WindowsCheckList, StaysWhereItIsWhileItsEntriesChangeAndIsQuick) {
-  const auto begin = std::chrono::steady_clock::now();
   LVITEMW focused{};
   focused.state = focused.stateMask = LVIS_FOCUSED | LVIS_SELECTED;
   Send(LVM_SETITEMSTATE, 1000, reinterpret_cast<LPARAM>(&focused));
@@ -295,10 +294,11 @@ TEST_F(WindowsCheckList, StaysWhereItIsWhileItsEntriesChangeAndIsQuick) {
   EXPECT_EQ(Current(), 1000);
   ExpectMirrored();
   items_.erase(items_.begin(), items_.begin() + 10);
+  const auto begin = std::chrono::steady_clock::now();
   list_.SetItems(items_);
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(1));
   EXPECT_EQ(ShownText(Current()), "Category 1000");
   ExpectMirrored();
-  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(2));
   list_.SetItems({});
   EXPECT_EQ(Send(LVM_GETITEMCOUNT), 0);
   EXPECT_TRUE(checked_.empty());

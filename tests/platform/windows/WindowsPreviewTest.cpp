@@ -1,4 +1,4 @@
-// tests/platform/windows/WindowsPreviewTest.cpp: the print preview as a user zooms, turns and
+// tests/platform/windows/WindowsPreviewTest.cpp: the print preview as a user zooms, scrolls and
 // closes it.
 #include <gtest/gtest.h>
 
@@ -12,6 +12,8 @@
 #include "tests/platform/windows/TestPrinter.h"
 #include "tests/platform/windows/UserSteps.h"
 #include "tests/view/SampleGrid.h"
+// After windows.h.
+#include <commctrl.h>
 
 namespace velkor {
 namespace {
@@ -36,6 +38,9 @@ struct Preview {
   Platform platform = On();
   frmPrint form{grid, {}, {.titleName = "Team", .displaySubject = true}, platform};
 };
+
+/// Its place in the toolbar.
+constexpr WPARAM PageSetupButton = 2;
 
 bool IsDark(COLORREF colour) {
   return GetRValue(colour) + GetGValue(colour) + GetBValue(colour) < 3 * 128;
@@ -63,41 +68,44 @@ TEST(WindowsPreview, ShowsThePageZoomsItAndOpensTheOptionsOverItself) {
   const auto hasBars = [&] {
     return (::GetWindowLongW(WindowOf(form.picParent), GWL_STYLE) & WS_VSCROLL) != 0;
   };
-  const UserSteps steps(L"Print preview",
-                        {[](HWND) {},
-                         [&](HWND window) {
-                           EXPECT_EQ(form.txtStatus.Caption().substr(0, 11), "Page 1 of 1");
-                           EXPECT_EQ(WindowText(WindowOf(form.txtStatus)).substr(0, 11),
-                                     L"Page 1 of 1");
-                           EXPECT_GT(DarkPixels(WindowOf(form.pic1)), 0);
-                           RECT area{};
-                           ::GetClientRect(window, &area);
-                           EXPECT_GE(PlaceOf(WindowOf(form.picParent)).right, area.right - 1);
-                           EXPECT_EQ(::GetFocus(), WindowOf(form.pic1));
-                           EXPECT_FALSE(hasBars());
-                           form.tbPreview.ClickButton(preview_keys::Zoom);
-                         },
-                         [&](HWND) {
-                           EXPECT_TRUE(hasBars());
-                           const LONG top = PlaceOf(WindowOf(form.pic1)).top;
-                           PostKey(::GetFocus(), VK_NEXT);
-                           EXPECT_EQ(PlaceOf(WindowOf(form.pic1)).top, top);
-                         },
-                         [&](HWND) {
-                           EXPECT_LT(PlaceOf(WindowOf(form.pic1)).top, 0);
-                           form.tbPreview.ClickButton(preview_keys::PageSetup);
-                         },
-                         [&](HWND window) {
-                           const HWND options = ::FindWindowW(nullptr, L"Print Options");
-                           EXPECT_EQ(::GetWindow(options, GW_OWNER), window);
-                           EXPECT_FALSE(::IsWindowEnabled(window));
-                           PostKey(::GetFocus(), VK_ESCAPE);
-                         },
-                         [&](HWND window) {
-                           EXPECT_EQ(::GetActiveWindow(), window);
-                           EXPECT_EQ(::GetFocus(), WindowOf(form.pic1));
-                           PostKey(::GetFocus(), VK_ESCAPE);
-                         }});
+  const UserSteps steps(
+      L"Print preview",
+      {[](HWND) {},
+       [&](HWND window) {
+         EXPECT_EQ(form.txtStatus.Caption().substr(0, 11), "Page 1 of 1");
+         EXPECT_EQ(WindowText(WindowOf(form.txtStatus)).substr(0, 11), L"Page 1 of 1");
+         EXPECT_GT(DarkPixels(WindowOf(form.pic1)), 0);
+         RECT area{};
+         ::GetClientRect(window, &area);
+         EXPECT_GE(PlaceOf(WindowOf(form.picParent)).right, area.right - 1);
+         EXPECT_EQ(::GetFocus(), WindowOf(form.pic1));
+         EXPECT_FALSE(hasBars());
+         form.tbPreview.ClickButton(preview_keys::Zoom);
+       },
+       [&](HWND) {
+         EXPECT_TRUE(hasBars());
+         EXPECT_EQ(::GetScrollPos(WindowOf(form.picParent), SB_VERT), 0);
+         PostKey(::GetFocus(), VK_DOWN);
+       },
+       [&](HWND) {
+         EXPECT_GT(::GetScrollPos(WindowOf(form.picParent), SB_VERT), 0);
+         EXPECT_LT(PlaceOf(WindowOf(form.pic1)).top, 0);
+         RECT button{};
+         const HWND bar = WindowOf(form.tbPreview);
+         ::SendMessageW(bar, TB_GETITEMRECT, PageSetupButton, reinterpret_cast<LPARAM>(&button));
+         PostClick(bar, {button.left + 5, button.top + 5});
+       },
+       [&](HWND window) {
+         const HWND options = ::FindWindowW(nullptr, L"Print Options");
+         EXPECT_EQ(::GetWindow(options, GW_OWNER), window);
+         EXPECT_FALSE(::IsWindowEnabled(window));
+         PostKey(::GetFocus(), VK_ESCAPE);
+       },
+       [&](HWND window) {
+         EXPECT_EQ(::GetActiveWindow(), window);
+         EXPECT_EQ(::GetFocus(), WindowOf(form.pic1));
+         PostKey(::GetFocus(), VK_ESCAPE);
+       }});
   preview.forms.ShowModal(form);
   EXPECT_FALSE(form.IsOpen() || form.pic1.Peer());
 }

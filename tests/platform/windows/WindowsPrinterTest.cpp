@@ -3,7 +3,9 @@
 
 #include <gmock/gmock.h>
 
-#include <optional>
+#include <algorithm>
+#include <cmath>
+#include <functional>
 
 #include "platform/OffscreenPicture.h"
 #include "platform/windows/DialogOwner.h"
@@ -21,9 +23,7 @@ namespace velkor {
 namespace {
 
 using testing::AllOf;
-using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::Not;
 
 constexpr Colour Green = Colour::FromRgb(0, 128, 0);
 /// Items of the print dialog (dlgs.h): edt3, cmb4.
@@ -242,6 +242,48 @@ TEST_F(WindowsPrinterTest, PictureHasEverythingWhereThePrinterPutsIt) {
   for (int y = 10; y < 30; ++y) ink += shown.At(20, y) != colours::White ? 1 : 0;
   EXPECT_GE(ink, 1);
   EXPECT_LE(ink, 2);
+}
+
+TEST_F(WindowsPrinterTest, NothingGrowsOverRepeatedUse) {
+  printer_.SetOutputFile(output_);
+  const auto use = [&] {
+    WindowsPrinter fresh(owner_);
+    fresh.Apply(With(device_mode::Landscape, 1, device_mode::PaperA4, 1));
+    fresh.MeasuringSurface().Measure("Year", {"Arial", 6});
+    fresh.PagePicture()->Drawing().Fill({0, 0, 3000, 3000}, Green);
+    printer_.Begin("given up")->Page().Measure("Year", {"Arial", 6});
+    printer_.Begin("printed")->EndDocument();
+  };
+  const auto counts = [] {
+    DWORD kernel = 0;
+    ::GetProcessHandleCount(::GetCurrentProcess(), &kernel);
+    return std::pair(kernel, ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS));
+  };
+  // Where the system does not count, numbers tell: new handles take the free ones.
+  const auto highestObject = [] {
+    std::vector<BitmapHandle> bitmaps(3000);
+    DWORD_PTR highest = 0;
+    for (BitmapHandle& made : bitmaps) {
+      made.reset(::CreateBitmap(1, 1, 1, 1, nullptr));
+      highest = std::max(highest, reinterpret_cast<DWORD_PTR>(made.get()) & 0xFFFF);
+    }
+    return highest;
+  };
+  const auto nextPrinter = [&] {
+    std::string name = made_.Name();
+    HANDLE printer = nullptr;
+    ::OpenPrinterA(name.data(), &printer, nullptr);
+    const PrinterHandle opened(printer);
+    return printer;
+  };
+  use();
+  const auto before = counts();
+  const DWORD_PTR objectBefore = highestObject();
+  const HANDLE printerBefore = nextPrinter();
+  for (int i = 0; i < 10; ++i) use();
+  EXPECT_EQ(counts(), before);
+  EXPECT_LE(highestObject(), objectBefore + 2);
+  EXPECT_LE(nextPrinter(), printerBefore);
 }
 
 TEST(WindowsPagePicture, NeedsAtMost64MegabytesWhateverThePageAndThePrinter) {
