@@ -5,10 +5,16 @@
 #include <type_traits>
 
 #include "platform/windows/Win32.h"
+#include "support/values/Twips.h"
 // After windows.h.
 #include <commctrl.h>
 
 namespace velkor {
+
+/// Of a toolbar's button; a lower toolbar has smaller ones.
+inline constexpr Twips ToolbarButtonSide = 480;
+/// Around a picture on each side.
+inline constexpr Twips ToolbarImageMargin = 90;
 
 struct DestroyImageList {
   void operator()(HIMAGELIST list) const { ::ImageList_Destroy(list); }

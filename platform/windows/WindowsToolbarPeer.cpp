@@ -10,11 +10,6 @@
 namespace velkor {
 namespace {
 
-/// Of a button, in twips; a lower toolbar has smaller ones.
-constexpr Twips LargestSide = 480;
-/// Around a picture on each side.
-constexpr Twips ImageMargin = 90;
-
 /// The class is the common controls'.
 const wchar_t* ToolbarClass() {
   const INITCOMMONCONTROLSEX wanted{sizeof wanted, ICC_BAR_CLASSES};
@@ -103,8 +98,8 @@ class ToolbarPeer : public WindowsPeer {
   void FitButtons() {
     RECT area{};
     ::GetClientRect(Window(), &area);
-    const int margin = ToScreenPixels(Point{ImageMargin, 0}).x;
-    const int largest = ToScreenPixels(Point{LargestSide, 0}).x;
+    const int margin = ToScreenPixels(Point{ToolbarImageMargin, 0}).x;
+    const int largest = ToScreenPixels(Point{ToolbarButtonSide, 0}).x;
     const int side = std::clamp(static_cast<int>(area.bottom), 3 * margin, largest);
     if (side == side_) return;
     side_ = side;

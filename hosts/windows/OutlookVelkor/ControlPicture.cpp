@@ -6,6 +6,7 @@
 
 #include "control/YearPlanElements.h"
 #include "platform/windows/GdiSurface.h"
+#include "platform/windows/WindowsToolbarImages.h"
 #include "view/Face.h"
 
 namespace velkor {
@@ -46,7 +47,27 @@ void DrawHeld(Surface& surface, const PictureBox& holder, const PictureBox& pict
   DrawPicture(surface, picture);
 }
 
-void DrawStrip(Surface& surface, const YearPlanElements& elements) {
+/// The buttons' pictures, where the toolbar's window has them.
+void DrawToolbar(GdiSurface& surface, const Toolbar& toolbar) {
+  const Rect& bounds = toolbar.Bounds();
+  const Twips side = std::min(ToolbarButtonSide, bounds.Height());
+  const COLORREF back =
+      RGB(face_colours::Back.Red(), face_colours::Back.Green(), face_colours::Back.Blue());
+  Twips left = bounds.left;
+  for (const ToolbarButton& button : toolbar.Buttons()) {
+    const Rect picture{left + ToolbarImageMargin, bounds.top + ToolbarImageMargin,
+                       left + side - ToolbarImageMargin, bounds.top + side - ToolbarImageMargin};
+    left += side;
+    surface.DrawBy(picture, [&](HDC dc, const PixelRect& pixels) {
+      const COLORREF lines = button.enabled ? RGB(0, 0, 0) : FadedLines(RGB(0, 0, 0), back);
+      const ImageListHandle images = MakeToolbarImages(pixels.Width(), lines, back);
+      ::ImageList_Draw(images.get(), button.image - 1, dc, pixels.left, pixels.top, ILD_NORMAL);
+    });
+  }
+}
+
+void DrawStrip(GdiSurface& surface, const YearPlanElements& elements) {
+  DrawToolbar(surface, elements.Toolbar1);
   DrawText(surface, elements.lblSelectedYear, elements.lblSelectedYear.Caption(),
            FontOf(CaptionPoints, true), text_flags::Left);
   DrawText(surface, elements.lblDate, elements.lblDate.Caption(), FontOf(TextPoints),

@@ -40,7 +40,7 @@ void CheckRegistered() {
   if (SUCCEEDED(result)) return;
   throw Error(result,
               "The year planner is not registered for this user (OutlookVelkor.YearPlan). Run "
-              "register-user.cmd from the folder of the package, then start this program again.");
+              "Register.cmd from the folder of the package, then start this program again.");
 }
 
 /// The text of the last error of a call on this thread; empty for none.
@@ -97,7 +97,7 @@ std::string ControlHost::Place(const RECT& place, const std::optional<std::strin
   if (FAILED(result)) Remove();
   Check(result,
         "The year planner is registered but cannot be opened; register it again from the folder of "
-        "the package (register-user.cmd)");
+        "the package (Register.cmd)");
   events_ = std::make_unique<ControlEvents>(*control_.Get(), listener);
   return objection;
 }

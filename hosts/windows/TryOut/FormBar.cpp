@@ -102,7 +102,9 @@ int FormBar::Arrange(int width) {
     y += line + gap;
   };
   const auto place = [&](HWND window, int wide) {
-    ::MoveWindow(window, x, y, wide, line, TRUE);
+    // Neighbours lie over one another for a moment: nothing of what is seen then may be kept.
+    ::SetWindowPos(window, nullptr, x, y, wide, line,
+                   SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
     x += wide + gap;
   };
 

@@ -21,6 +21,7 @@ constexpr Twips LeastHeight = 5400;
 void RegisterFormClass(WNDPROC procedure) {
   WNDCLASSEXW made{};
   made.cbSize = sizeof made;
+  made.style = CS_HREDRAW | CS_VREDRAW;
   made.lpfnWndProc = procedure;
   made.hInstance = ThisModule();
   made.hCursor = ::LoadCursorW(nullptr, IDC_ARROW);

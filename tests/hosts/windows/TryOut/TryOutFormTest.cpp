@@ -189,7 +189,7 @@ TEST_F(TryOut, UnregisteredControlIsToldWithWhatToDo) {
   const ScriptResult result = Run("unregistered.vbs", "Form.Place\n");
   ControlLibrary().Call("DllRegisterServer");
   EXPECT_EQ(result.code, 1U);
-  EXPECT_THAT(result.errors, HasSubstr("register-user.cmd"));
+  EXPECT_THAT(result.errors, HasSubstr("Register.cmd"));
 }
 
 TEST_F(TryOut, ControlIsUnloadedWithTheForm) {
