@@ -11,6 +11,7 @@
 #include "platform/windows/WindowsRegistry.h"
 #include "tests/hosts/windows/ControlCase.h"
 #include "tests/platform/windows/DriveDialog.h"
+#include "tests/platform/windows/HeldHandles.h"
 // After windows.h.
 #include <psapi.h>
 #include <shlwapi.h>
@@ -237,24 +238,11 @@ TEST_F(OutlookVelkor, AContainerThatClosesWhileAMessageIsOpenTakesNothingAwayToo
   EXPECT_TRUE(Pump(15000, [&] { return closed; }));
 }
 
-/// What a process holds of the system.
-struct Held {
-  DWORD kernel = 0;
-  DWORD user = 0;
-  DWORD gdi = 0;
-  SIZE_T memory = 0;
-};
-
-Held WhatIsHeld() {
-  Held held;
-  ::GetProcessHandleCount(::GetCurrentProcess(), &held.kernel);
-  held.user = ::GetGuiResources(::GetCurrentProcess(), GR_USEROBJECTS);
-  held.gdi = ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS);
+SIZE_T PrivateMemory() {
   PROCESS_MEMORY_COUNTERS_EX memory{};
   ::GetProcessMemoryInfo(::GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory),
                          sizeof memory);
-  held.memory = memory.PrivateUsage;
-  return held;
+  return memory.PrivateUsage;
 }
 
 TEST(OutlookVelkorLoads, TwentyLoadsAndUnloadsLeaveNothingBehind) {
@@ -271,14 +259,12 @@ TEST(OutlookVelkorLoads, TwentyLoadsAndUnloadsLeaveNothingBehind) {
     ASSERT_EQ(::GetModuleHandleW(L"OutlookVelkor.ocx"), nullptr) << "still loaded";
   };
   for (int warm = 0; warm < 3; ++warm) load();
-  const Held before = WhatIsHeld();
+  const HeldHandles before;
+  const SIZE_T memory = PrivateMemory();
   for (int i = 0; i < 20; ++i) load();
-  const Held after = WhatIsHeld();
-  EXPECT_LE(after.kernel, before.kernel);
-  EXPECT_LE(after.user, before.user);
-  EXPECT_LE(after.gdi, before.gdi);
+  ExpectNoMoreThan(before);
   constexpr SIZE_T HeapSlack = 256 * 1024;
-  EXPECT_LE(after.memory, before.memory + HeapSlack);
+  EXPECT_LE(PrivateMemory(), memory + HeapSlack);
   EXPECT_EQ(ControlLibrary().Call("DllUnregisterServer"), S_OK);
 }
 

@@ -6,6 +6,7 @@
 
 #include "platform/Surface.h"
 #include "platform/windows/DialogOwner.h"
+#include "tests/platform/windows/HeldHandles.h"
 #include "tests/platform/windows/PeersWindow.h"
 
 namespace velkor {
@@ -191,36 +192,11 @@ TEST(WindowsPeers, LeaveNoHandleBehind) {
     ::RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ALLCHILDREN | RDW_UPDATENOW);
     if (windowsGoFirst) ::DestroyWindow(window);
   };
-  const auto objects = [] {
-    return std::pair(::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS),
-                     ::GetGuiResources(::GetCurrentProcess(), GR_USEROBJECTS));
-  };
-  const auto highestNumbers = [] {
-    // More than there are free numbers below the highest.
-    std::vector<BitmapHandle> bitmaps(3000);
-    std::vector<HMENU> menus(500);
-    DWORD_PTR bitmap = 0;
-    DWORD_PTR menu = 0;
-    for (BitmapHandle& made : bitmaps) {
-      made.reset(::CreateBitmap(1, 1, 1, 1, nullptr));
-      bitmap = std::max(bitmap, reinterpret_cast<DWORD_PTR>(made.get()) & 0xFFFF);
-    }
-    for (HMENU& made : menus) {
-      made = ::CreateMenu();
-      menu = std::max(menu, reinterpret_cast<DWORD_PTR>(made) & 0xFFFF);
-    }
-    for (const HMENU made : menus) ::DestroyMenu(made);
-    return std::pair(bitmap, menu);
-  };
   live(true);
   live(false);
-  const auto before = objects();
-  const auto [bitmapBefore, menuBefore] = highestNumbers();
+  const HeldHandles before;
   for (int i = 0; i < 20; ++i) live(i % 2 == 0);
-  EXPECT_EQ(objects(), before);
-  const auto [bitmap, menu] = highestNumbers();
-  EXPECT_LE(bitmap, bitmapBefore + 2);
-  EXPECT_LE(menu, menuBefore + 10) << "other programs take of these numbers as well";
+  ExpectNoMoreThan(before);
 }
 
 }  // namespace

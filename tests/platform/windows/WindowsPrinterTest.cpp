@@ -15,6 +15,7 @@
 #include "print/PrintDocument.h"
 #include "print/PrinterSetup.h"
 #include "tests/platform/windows/DriveDialog.h"
+#include "tests/platform/windows/HeldHandles.h"
 #include "tests/platform/windows/TestPrinter.h"
 #include "tests/support/ErrorOf.h"
 #include "tests/view/SampleGrid.h"
@@ -254,21 +255,6 @@ TEST_F(WindowsPrinterTest, NothingGrowsOverRepeatedUse) {
     printer_.Begin("given up")->Page().Measure("Year", {"Arial", 6});
     printer_.Begin("printed")->EndDocument();
   };
-  const auto counts = [] {
-    DWORD kernel = 0;
-    ::GetProcessHandleCount(::GetCurrentProcess(), &kernel);
-    return std::pair(kernel, ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS));
-  };
-  // Where the system does not count, numbers tell: new handles take the free ones.
-  const auto highestObject = [] {
-    std::vector<BitmapHandle> bitmaps(3000);
-    DWORD_PTR highest = 0;
-    for (BitmapHandle& made : bitmaps) {
-      made.reset(::CreateBitmap(1, 1, 1, 1, nullptr));
-      highest = std::max(highest, reinterpret_cast<DWORD_PTR>(made.get()) & 0xFFFF);
-    }
-    return highest;
-  };
   const auto nextPrinter = [&] {
     std::string name = made_.Name();
     HANDLE printer = nullptr;
@@ -277,12 +263,10 @@ TEST_F(WindowsPrinterTest, NothingGrowsOverRepeatedUse) {
     return printer;
   };
   use();
-  const auto before = counts();
-  const DWORD_PTR objectBefore = highestObject();
+  const HeldHandles before;
   const HANDLE printerBefore = nextPrinter();
   for (int i = 0; i < 10; ++i) use();
-  EXPECT_EQ(counts(), before);
-  EXPECT_LE(highestObject(), objectBefore + 2);
+  ExpectNoMoreThan(before);
   EXPECT_LE(nextPrinter(), printerBefore);
 }
 
