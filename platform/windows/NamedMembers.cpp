@@ -37,7 +37,7 @@ Variant Call::operator[](std::size_t index) const {
 }
 
 HRESULT NamedMembers::Identify(LPOLESTR* names, UINT count, DISPID* ids) {
-  OnLookup();
+  if (const HRESULT refusal = OnLookup(); FAILED(refusal)) return refusal;
   if (count == 0) return E_INVALIDARG;
   std::fill_n(ids, count, DISPID_UNKNOWN);
   const std::string name = ToUtf8(std::wstring_view(names[0]));
@@ -61,6 +61,7 @@ const Member* NamedMembers::Find(DISPID id) const {
 
 HRESULT NamedMembers::Answer(DISPID id, WORD flags, const DISPPARAMS* arguments, VARIANT* result,
                              EXCEPINFO* exception) {
+  if (const HRESULT refusal = OnInvoke(); FAILED(refusal)) return refusal;
   const Member* member = Find(id);
   if (member == nullptr || arguments == nullptr) return DISP_E_MEMBERNOTFOUND;
   const Call call(*arguments, flags);

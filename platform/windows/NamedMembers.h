@@ -54,8 +54,10 @@ class NamedMembers {
   HRESULT Identify(LPOLESTR* names, UINT count, DISPID* ids);
   HRESULT Answer(DISPID id, WORD flags, const DISPPARAMS* arguments, VARIANT* result,
                  EXCEPINFO* exception);
-  /// A name is looked up.
-  virtual void OnLookup() {}
+  /// A name is looked up; a failure is the answer.
+  virtual HRESULT OnLookup() { return S_OK; }
+  /// A member is called, whether or not it is there; a failure is the answer.
+  virtual HRESULT OnInvoke() { return S_OK; }
   /// A member is about to answer; what this throws is its answer.
   virtual void OnCall(const Member& /*member*/) {}
 

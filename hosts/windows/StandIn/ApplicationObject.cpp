@@ -8,7 +8,7 @@
 
 namespace velkor {
 
-const ObjectClass& ApplicationObject::Kind() {
+const WatchedClass& ApplicationObject::Kind() {
   using Self = ApplicationObject;
   static constexpr Member Members[] = {
       {"Name", Bound<&Self::Name>},
@@ -19,7 +19,7 @@ const ObjectClass& ApplicationObject::Kind() {
       {"Testing", Bound<&Self::Testing>},
       {"Quit", Bound<&Self::Quit>},
   };
-  static constexpr ObjectClass Application = {"Application", 100, Members, true, false};
+  static constexpr WatchedClass Application = {{"Application", 100, Members}, true, false};
   return Application;
 }
 

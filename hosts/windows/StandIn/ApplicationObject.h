@@ -2,7 +2,7 @@
 // program for tests, never shipped.
 #pragma once
 
-#include "hosts/windows/StandIn/NamedMembers.h"
+#include "hosts/windows/StandIn/ServedObject.h"
 
 namespace velkor {
 
@@ -15,7 +15,7 @@ class ApplicationObject : public ServedObject<IExternalConnection> {
   STDMETHODIMP_(DWORD) ReleaseConnection(DWORD kind, DWORD, BOOL) override;
 
  private:
-  static const ObjectClass& Kind();
+  static const WatchedClass& Kind();
 
   Variant Name(const Call&) { return Variant("Outlook"); }
   Variant Version(const Call&) { return Variant(Shared().outlook.Version()); }

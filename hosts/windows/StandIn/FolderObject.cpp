@@ -14,7 +14,7 @@ class FolderObject : public ServedObject<> {
       : ServedObject(session, Kind()), folder_(folder) {}
 
  private:
-  static const ObjectClass& Kind();
+  static const WatchedClass& Kind();
 
   Variant Name(const Call&) { return Variant(folder_.Name()); }
   Variant EntryID(const Call&) { return Variant(folder_.EntryID()); }
@@ -30,7 +30,7 @@ class FolderObject : public ServedObject<> {
   CalendarFolder& folder_;
 };
 
-const ObjectClass& FolderObject::Kind() {
+const WatchedClass& FolderObject::Kind() {
   static constexpr Member Members[] = {
       {"Name", Bound<&FolderObject::Name>},
       {"EntryID", Bound<&FolderObject::EntryID>},
@@ -39,7 +39,7 @@ const ObjectClass& FolderObject::Kind() {
       {"Folders", Bound<&FolderObject::Folders>},
       {"Items", Bound<&FolderObject::Items>},
   };
-  static constexpr ObjectClass Folder = {"MAPIFolder", 400, Members};
+  static constexpr WatchedClass Folder = {{"MAPIFolder", 400, Members}};
   return Folder;
 }
 
@@ -64,7 +64,7 @@ class FoldersObject : public ServedObject<> {
   }
 
  private:
-  static const ObjectClass& Kind();
+  static const WatchedClass& Kind();
 
   const std::vector<std::unique_ptr<CalendarFolder>>& Folders() const {
     return parent_ != nullptr ? parent_->Folders() : Shared().store.Folders();
@@ -89,14 +89,14 @@ class FoldersObject : public ServedObject<> {
   CalendarFolder* parent_;
 };
 
-const ObjectClass& FoldersObject::Kind() {
+const WatchedClass& FoldersObject::Kind() {
   static constexpr Member Members[] = {
       {"Count", Bound<&FoldersObject::Count>},
       {"Item", Bound<&FoldersObject::Item>},
       {"_NewEnum", Bound<&FoldersObject::NewEnum>},
       {"Add", Bound<&FoldersObject::Add>},
   };
-  static constexpr ObjectClass Folders = {"Folders", 300, Members};
+  static constexpr WatchedClass Folders = {{"Folders", 300, Members}};
   return Folders;
 }
 

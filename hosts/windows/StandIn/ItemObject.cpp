@@ -71,8 +71,8 @@ struct ItemObject::Tables {
       SaveItem,     DeleteItem,
       DisplayItem,  {"GetAssociatedAppointment", Bound<&Self::GetAssociatedAppointment>},
   };
-  static constexpr ObjectClass Appointment = {"AppointmentItem", 600, AppointmentMembers};
-  static constexpr ObjectClass Meeting = {"MeetingItem", 700, MeetingMembers};
+  static constexpr WatchedClass Appointment = {{"AppointmentItem", 600, AppointmentMembers}};
+  static constexpr WatchedClass Meeting = {{"MeetingItem", 700, MeetingMembers}};
 };
 
 ItemObject::ItemObject(StandInSession& session, std::unique_ptr<OutlookItem> item)

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "hosts/windows/StandIn/NamedMembers.h"
+#include "hosts/windows/StandIn/ServedObject.h"
 
 namespace velkor {
 

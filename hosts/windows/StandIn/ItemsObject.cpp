@@ -32,7 +32,7 @@ struct ItemsObject::Tables {
       {"FindNext", Bound<&Self::FindNext>},
       {"Add", Bound<&Self::Add>},
   };
-  static constexpr ObjectClass Items = {"Items", 500, Members};
+  static constexpr WatchedClass Items = {{"Items", 500, Members}};
 };
 
 ItemsObject::ItemsObject(StandInSession& session, std::unique_ptr<OutlookItems> items,

@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-#include "hosts/windows/StandIn/NamedMembers.h"
+#include "hosts/windows/StandIn/ServedObject.h"
 #include "platform/windows/ConnectionPoint.h"
 
 namespace velkor {

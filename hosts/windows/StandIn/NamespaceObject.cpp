@@ -12,14 +12,14 @@ class RecipientObject : public ServedObject<> {
   explicit RecipientObject(StandInSession& session) : ServedObject(session, Kind()) {}
 
  private:
-  static const ObjectClass& Kind();
+  static const WatchedClass& Kind();
 
   Variant Name(const Call&) { return Variant(Shared().outlook.CurrentUserName()); }
 };
 
-const ObjectClass& RecipientObject::Kind() {
+const WatchedClass& RecipientObject::Kind() {
   static constexpr Member Members[] = {{"Name", Bound<&RecipientObject::Name>}};
-  static constexpr ObjectClass Recipient = {"Recipient", 800, Members};
+  static constexpr WatchedClass Recipient = {{"Recipient", 800, Members}};
   return Recipient;
 }
 
@@ -28,7 +28,7 @@ class NamespaceObject : public ServedObject<> {
   explicit NamespaceObject(StandInSession& session) : ServedObject(session, Kind()) {}
 
  private:
-  static const ObjectClass& Kind();
+  static const WatchedClass& Kind();
 
   Variant Folders(const Call& call) { return FoldersAnswer(Shared(), nullptr, call); }
   Variant GetDefaultFolder(const Call& call) {
@@ -56,7 +56,7 @@ class NamespaceObject : public ServedObject<> {
   }
 };
 
-const ObjectClass& NamespaceObject::Kind() {
+const WatchedClass& NamespaceObject::Kind() {
   using Self = NamespaceObject;
   static constexpr Member Members[] = {
       {"Folders", Bound<&Self::Folders>},
@@ -67,7 +67,7 @@ const ObjectClass& NamespaceObject::Kind() {
       {"Logon", Bound<&Self::LogonOrOff>},
       {"Logoff", Bound<&Self::LogonOrOff>},
   };
-  static constexpr ObjectClass Namespace = {"NameSpace", 200, Members};
+  static constexpr WatchedClass Namespace = {{"NameSpace", 200, Members}};
   return Namespace;
 }
 

@@ -2,7 +2,7 @@
 // calendar program for tests, never shipped.
 #pragma once
 
-#include "hosts/windows/StandIn/NamedMembers.h"
+#include "hosts/windows/StandIn/ServedObject.h"
 
 namespace velkor {
 

@@ -57,7 +57,7 @@ class TestingObject : public ServedObject<> {
   explicit TestingObject(StandInSession& session) : ServedObject(session, Kind()) {}
 
  private:
-  static const ObjectClass& Kind();
+  static const WatchedClass& Kind();
 
   Variant ProcessId(const Call&) {
     return Variant(static_cast<std::int32_t>(::GetCurrentProcessId()));
@@ -156,7 +156,7 @@ class TestingObject : public ServedObject<> {
   }
 };
 
-const ObjectClass& TestingObject::Kind() {
+const WatchedClass& TestingObject::Kind() {
   using Self = TestingObject;
   static constexpr Member Members[] = {
       {"ProcessId", Bound<&Self::ProcessId>},
@@ -178,7 +178,7 @@ const ObjectClass& TestingObject::Kind() {
       {"ListItems", Bound<&Self::ListItems>},
       {"Clear", Bound<&Self::Clear>},
   };
-  static constexpr ObjectClass Testing = {"Testing", 900, Members, false};
+  static constexpr WatchedClass Testing = {{"Testing", 900, Members}, false};
   return Testing;
 }
 

@@ -12,18 +12,18 @@ class zqCurrentUser : public ServedObject<> {
   explicit zqCurrentUser(StandInSession& session) : ServedObject(session, Kind()) {}
 
  private:
-  static const ObjectClass& Kind();
+  static const WatchedClass& Kind();
 
   Variant Name(const Call&) { return Variant(Shared().outlook.CurrentUserName()); }
   Variant Cleanup(const Call&) { return {}; }
 };
 
-const ObjectClass& zqCurrentUser::Kind() {
+const WatchedClass& zqCurrentUser::Kind() {
   static constexpr Member Members[] = {
       {"Name", Bound<&zqCurrentUser::Name>},
       {"Cleanup", Bound<&zqCurrentUser::Cleanup>},
   };
-  static constexpr ObjectClass CurrentUser = {"zqCurrentUser", 1000, Members};
+  static constexpr WatchedClass CurrentUser = {{"zqCurrentUser", 1000, Members}};
   return CurrentUser;
 }
 
@@ -32,7 +32,7 @@ class zqAppointmentItem : public ServedObject<> {
   explicit zqAppointmentItem(StandInSession& session) : ServedObject(session, Kind()) {}
 
  private:
-  static const ObjectClass& Kind();
+  static const WatchedClass& Kind();
 
   Variant Item(const Call& call) {
     if (!call.IsPut()) return Variant(item_.Get());
@@ -54,13 +54,13 @@ class zqAppointmentItem : public ServedObject<> {
   ComPtr<IDispatch> item_;
 };
 
-const ObjectClass& zqAppointmentItem::Kind() {
+const WatchedClass& zqAppointmentItem::Kind() {
   static constexpr Member Members[] = {
       {"item", Bound<&zqAppointmentItem::Item>, true},
       {"Body", Bound<&zqAppointmentItem::Body>},
       {"HTMLBody", Bound<&zqAppointmentItem::HtmlBody>},
   };
-  static constexpr ObjectClass AppointmentItem = {"zqAppointmentItem", 1100, Members};
+  static constexpr WatchedClass AppointmentItem = {{"zqAppointmentItem", 1100, Members}};
   return AppointmentItem;
 }
 
