@@ -61,6 +61,7 @@ if [[ $(uname -m) != x86_64 ]]; then
 elif start_prefix && run_stage "build mingw" build mingw; then
   run_stage "wine prefix" join_prefix || give_up
   run_tests "tests under Wine" mingw
+  run_check "Windows package" scripts/check-package.sh
   scripts/wine-run.sh --stop
 else
   failed=$((failed + 1))
