@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/windows/DibSection.h"
+#include "platform/windows/Wide.h"
 #include "tests/platform/SurfaceScene.h"
 
 namespace velkor {
@@ -66,6 +67,33 @@ TEST(GdiSurface, LongTextEndsInAnEllipsisAndShortTextDoesNot) {
   EXPECT_GT(LastInk(cut), 60);
   EXPECT_LT(LastInk(cut), 100);
   EXPECT_LT(LastInk(whole), 100);
+}
+
+TEST(GdiSurface, DrawsEveryScriptWhateverTheFontsCharacterSet) {
+  constexpr int Russian = 204;
+  // Nothing of the Russian code page, some of it, and all.
+  for (const auto& [text, charset] : {std::tuple("\u00DCn\u00ED", Russian),
+                                      {"\u0414\u0430 \u00FC", Russian},
+                                      {"\u0414\u0430", Russian},
+                                      {"\u00DCn\u00ED", 0},
+                                      {"\u0414\u0430", 0}}) {
+    const DibSection picture(LineWidth, 2 * LineHeight);
+    GdiSurface surface(picture.Dc());
+    const Font font{.face = "DejaVu Sans", .size = 12, .charset = charset};
+    surface.Text(scene::InPixels(0, 0, LineWidth, LineHeight), text, font, colours::White,
+                 text_flags::NoPrefix);
+    const std::wstring wide = ToWide(text);
+    RECT below{0, LineHeight, LineWidth, 2 * LineHeight};
+    ::DrawTextW(picture.Dc(), wide.c_str(), -1, &below, DT_NOPREFIX);
+    bool drawn = false;
+    for (int y = 0; y < LineHeight; ++y) {
+      for (int x = 0; x < LineWidth; ++x) {
+        ASSERT_EQ(picture.At(x, y), picture.At(x, y + LineHeight)) << text << ' ' << charset;
+        drawn = drawn || picture.At(x, y) == colours::White;
+      }
+    }
+    EXPECT_TRUE(drawn);
+  }
 }
 
 TEST(GdiSurface, AlignsTextAndShowsAmpersandsOnlyWithoutPrefixes) {
