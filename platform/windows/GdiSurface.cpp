@@ -6,7 +6,6 @@
 
 #include "platform/windows/AnsiText.h"
 #include "platform/windows/Wide.h"
-#include "support/TextPrefixes.h"
 
 namespace velkor {
 namespace {
@@ -99,16 +98,13 @@ void GdiSurface::Use(const Font& font) {
 }
 
 void GdiSurface::DrawLines(std::string_view text, RECT& area, TextFlags flags) {
-  const bool literal = (flags & text_flags::NoPrefix) != 0;
-  const std::string shown(literal ? std::string(text) : WithoutPrefixes(text));
-  const UINT format = flags | DT_NOPREFIX;
-  if (const auto bytes = WholeInCodePage(shown, page_)) {
-    ::DrawTextA(dc_, bytes->c_str(), static_cast<int>(bytes->size()), &area, format);
+  if (const auto bytes = WholeInCodePage(text, page_)) {
+    ::DrawTextA(dc_, bytes->c_str(), static_cast<int>(bytes->size()), &area, flags);
     return;
   }
   // Subjects come in every script, and one code page has only some of them.
-  const std::wstring wide = ToWide(shown);
-  ::DrawTextW(dc_, wide.c_str(), static_cast<int>(wide.size()), &area, format);
+  const std::wstring wide = ToWide(text);
+  ::DrawTextW(dc_, wide.c_str(), static_cast<int>(wide.size()), &area, flags);
 }
 
 void GdiSurface::Text(const Rect& rect, std::string_view text, const Font& font, Colour colour,

@@ -69,22 +69,23 @@ TEST(GdiSurface, LongTextEndsInAnEllipsisAndShortTextDoesNot) {
   EXPECT_LT(LastInk(whole), 100);
 }
 
-TEST(GdiSurface, DrawsEveryScriptWhateverTheFontsCharacterSet) {
+TEST(GdiSurface, DrawsWhatDrawTextDrawsInEveryScriptAndCharacterSet) {
   constexpr int Russian = 204;
-  // Nothing of the Russian code page, some of it, and all.
-  for (const auto& [text, charset] : {std::tuple("\u00DCn\u00ED", Russian),
-                                      {"\u0414\u0430 \u00FC", Russian},
-                                      {"\u0414\u0430", Russian},
-                                      {"\u00DCn\u00ED", 0},
-                                      {"\u0414\u0430", 0}}) {
+  constexpr TextFlags Plain = text_flags::NoPrefix;
+  // The Russian code page has nothing of a text, some of it, or all. The last is underlined.
+  for (const auto& [text, charset, flags] : {std::tuple("\u00DCn\u00ED", Russian, Plain),
+                                             {"\u0414\u0430 \u00FC", Russian, Plain},
+                                             {"\u0414\u0430", Russian, Plain},
+                                             {"\u00DCn\u00ED", 0, Plain},
+                                             {"\u0414\u0430", 0, Plain},
+                                             {"R&D", 0, text_flags::WordEllipsis}}) {
     const DibSection picture(LineWidth, 2 * LineHeight);
     GdiSurface surface(picture.Dc());
     const Font font{.face = "DejaVu Sans", .size = 12, .charset = charset};
-    surface.Text(scene::InPixels(0, 0, LineWidth, LineHeight), text, font, colours::White,
-                 text_flags::NoPrefix);
+    surface.Text(scene::InPixels(0, 0, LineWidth, LineHeight), text, font, colours::White, flags);
     const std::wstring wide = ToWide(text);
     RECT below{0, LineHeight, LineWidth, 2 * LineHeight};
-    ::DrawTextW(picture.Dc(), wide.c_str(), -1, &below, DT_NOPREFIX);
+    ::DrawTextW(picture.Dc(), wide.c_str(), -1, &below, flags);
     bool drawn = false;
     for (int y = 0; y < LineHeight; ++y) {
       for (int x = 0; x < LineWidth; ++x) {
