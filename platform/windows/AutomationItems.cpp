@@ -56,7 +56,8 @@ std::unique_ptr<OutlookItem> AutomationItems::Find(std::string_view filter) {
 }
 
 std::unique_ptr<OutlookItem> AutomationItems::Add(std::string_view messageClass) {
-  if (messageClass.empty()) return Item("Add", {Variant(outlook::ItemTypeAppointment)});
+  // Without a type the item is of the folder's own ("Items.Add").
+  if (messageClass.empty()) return Item("Add");
   return Item("Add", {Variant(messageClass)});
 }
 

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/windows/AnsiText.h"
 #include "platform/windows/Wide.h"
-#include "support/TextPrefixes.h"
 
 namespace velkor {
 namespace {
@@ -31,6 +31,15 @@ FontHandle MakeFont(const Font& font, PixelSize pixel) {
   wanted.lfPitchAndFamily = VARIABLE_PITCH | FF_SWISS;
   ToWide(font.face).copy(wanted.lfFaceName, LF_FACESIZE - 1);
   return FontHandle(::CreateFontIndirectW(&wanted));
+}
+
+/// The code page in which ANSI functions take texts for the font of a device context: that of its
+/// character set ("TranslateCharsetInfo"). 0 where there is none.
+UINT PageOfFont(HDC dc) {
+  const auto set = static_cast<DWORD_PTR>(::GetTextCharset(dc));
+  CHARSETINFO info{};
+  const BOOL known = ::TranslateCharsetInfo(reinterpret_cast<DWORD*>(set), &info, TCI_SRCCHARSET);
+  return known && set != SYMBOL_CHARSET ? info.ciACP : 0;
 }
 
 }  // namespace
@@ -78,14 +87,24 @@ void GdiSurface::Line(Point from, Point to, Colour colour, int pen) {
 
 void GdiSurface::Use(const Font& font) {
   auto found = std::find_if(fonts_.begin(), fonts_.end(),
-                            [&](const auto& each) { return each.first == font; });
-  if (found == fonts_.end()) {
-    fonts_.emplace_back(font, MakeFont(font, Pixel()));
-    found = std::prev(fonts_.end());
-  }
-  if (found->second.get() == font_) return;
-  font_ = found->second.get();
+                            [&](const MadeFont& each) { return each.font == font; });
+  const bool isNew = found == fonts_.end();
+  if (isNew) found = fonts_.insert(found, {.font = font, .handle = MakeFont(font, Pixel())});
+  if (found->handle.get() == font_) return;
+  font_ = found->handle.get();
   ::SelectObject(dc_, font_);
+  if (isNew) found->page = PageOfFont(dc_);
+  page_ = found->page;
+}
+
+void GdiSurface::DrawLines(std::string_view text, RECT& area, TextFlags flags) {
+  if (const auto bytes = WholeInCodePage(text, page_)) {
+    ::DrawTextA(dc_, bytes->c_str(), static_cast<int>(bytes->size()), &area, flags);
+    return;
+  }
+  // Subjects come in every script, and one code page has only some of them.
+  const std::wstring wide = ToWide(text);
+  ::DrawTextW(dc_, wide.c_str(), static_cast<int>(wide.size()), &area, flags);
 }
 
 void GdiSurface::Text(const Rect& rect, std::string_view text, const Font& font, Colour colour,
@@ -96,19 +115,14 @@ void GdiSurface::Text(const Rect& rect, std::string_view text, const Font& font,
   ++drawings_;
   Use(font);
   ::SetTextColor(dc_, ToWindows(colour));
-  const bool literal = (flags & text_flags::NoPrefix) != 0;
-  const std::wstring wide = ToWide(literal ? text : WithoutPrefixes(text));
   RECT area = ToWindows(pixels);
-  const auto draw = [&] {
-    ::DrawTextW(dc_, wide.c_str(), static_cast<int>(wide.size()), &area, flags | DT_NOPREFIX);
-  };
   if (seen == pixels) {
-    draw();
+    DrawLines(text, area, flags);
     return;
   }
   const SavedDc saved(dc_);
   ::IntersectClipRect(dc_, seen.left, seen.top, seen.right, seen.bottom);
-  draw();
+  DrawLines(text, area, flags);
 }
 
 void GdiSurface::DrawBy(const Rect& rect, const std::function<void(HDC, const PixelRect&)>& draw) {
@@ -136,11 +150,8 @@ Extent GdiSurface::MeasureLines(std::string_view text, const Font& font, Twips w
                                 TextFlags flags) {
   if (text.empty()) return {};
   Use(font);
-  const bool literal = (flags & text_flags::NoPrefix) != 0;
-  const std::wstring wide = ToWide(literal ? text : WithoutPrefixes(text));
   RECT area{0, 0, ToPixel(width, Pixel().width), 0};
-  ::DrawTextW(dc_, wide.c_str(), static_cast<int>(wide.size()), &area,
-              flags | DT_NOPREFIX | DT_CALCRECT);
+  DrawLines(text, area, flags | DT_CALCRECT);
   return {(area.right - area.left) * static_cast<double>(Pixel().width),
           (area.bottom - area.top) * static_cast<double>(Pixel().height)};
 }

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <utility>
 #include <vector>
 
 #include "platform/Surface.h"
@@ -39,13 +38,22 @@ class GdiSurface : public Surface {
  private:
   void Paint(const PixelRect& area, Colour colour);
   void Use(const Font& font);
+  /// In the font in use; `area` is that of DrawText.
+  void DrawLines(std::string_view text, RECT& area, TextFlags flags);
 
   HDC dc_;
   PixelViews views_;
   std::uint64_t drawings_ = 0;
+  struct MadeFont {
+    Font font;
+    FontHandle handle;
+    UINT page = 0;
+  };
   /// Destroyed after `saved_` has taken them out of the device context.
-  std::vector<std::pair<Font, FontHandle>> fonts_;
+  std::vector<MadeFont> fonts_;
   HFONT font_ = nullptr;
+  /// Of the font in use; 0 where no code page has its characters.
+  UINT page_ = 0;
   SavedDc saved_;
 };
 

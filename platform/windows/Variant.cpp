@@ -1,6 +1,8 @@
 // platform/windows/Variant.cpp: conversions by the system's own rules.
 #include "platform/windows/Variant.h"
 
+#include <new>
+
 #include "support/values/Error.h"
 
 namespace velkor {
@@ -34,6 +36,22 @@ Variant::Variant(IDispatch* object) : Variant() {
   value_.vt = VT_DISPATCH;
   value_.pdispVal = object;
   if (object != nullptr) object->AddRef();
+}
+
+Variant::Variant(const std::vector<std::string>& texts) : Variant() {
+  SAFEARRAYBOUND bound{static_cast<ULONG>(texts.size()), 1};
+  value_.parray = ::SafeArrayCreate(VT_VARIANT, 1, &bound);
+  if (value_.parray == nullptr) throw std::bad_alloc();
+  value_.vt = VT_ARRAY | VT_VARIANT;
+  LONG index = bound.lLbound;
+  for (const std::string& text : texts) {
+    Variant element(text);
+    // Takes a copy.
+    if (FAILED(::SafeArrayPutElement(value_.parray, &index, &element.value_))) {
+      throw std::bad_alloc();
+    }
+    ++index;
+  }
 }
 
 Variant& Variant::operator=(Variant&& other) noexcept {

@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/windows/ComObject.h"
 #include "platform/windows/Wide.h"
@@ -46,6 +47,8 @@ class Variant {
   /// Without this a literal would be a truth value.
   explicit Variant(const char* utf8) : Variant(std::string_view(utf8)) {}
   explicit Variant(IDispatch* object);
+  /// An array indexed from 1. Its elements are variants, since script languages index no others.
+  explicit Variant(const std::vector<std::string>& texts);
   ~Variant() { ::VariantClear(&value_); }
   Variant(Variant&& other) noexcept : value_(other.value_) { ::VariantInit(&other.value_); }
   Variant& operator=(Variant&& other) noexcept;

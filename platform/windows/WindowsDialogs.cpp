@@ -4,9 +4,9 @@
 #include <cstdio>
 #include <vector>
 
+#include "platform/windows/AnsiText.h"
 #include "platform/windows/DialogOwner.h"
 #include "platform/windows/Wide.h"
-#include "platform/windows/WindowsLocale.h"
 #include "support/values/Error.h"
 #include "support/values/Text.h"
 // After windows.h.
@@ -19,18 +19,8 @@ namespace {
 
 constexpr const char* Source = "Common dialog";
 
-std::string ToAnsi(std::string_view utf8) {
-  return WindowsLocale().ToCodePage(utf8, ::GetACP());
-}
-
-std::string FromAnsi(std::string_view bytes) {
-  return WindowsLocale().FromCodePage(bytes, ::GetACP());
-}
-
-/// Whether the ANSI code page has every character of a text.
 bool IsAnsi(std::wstring_view text) {
-  const std::string utf8 = ToUtf8(text);
-  return FromAnsi(ToAnsi(utf8)) == utf8;
+  return WholeInAnsi(ToUtf8(text)).has_value();
 }
 
 /// "Data(*.xml)|*.xml|All|*.*" as names and patterns that each end in a zero, and one more.

@@ -14,9 +14,10 @@ struct CloseRegistryKey {
 };
 using RegistryKey = std::unique_ptr<std::remove_pointer_t<HKEY>, CloseRegistryKey>;
 
-/// Reads one value of an open key; text without its terminating NUL.
-RegistryAnswer ReadRegistryValue(HKEY key, std::string_view name);
+/// Reads one value of an open key, whatever characters it has; text without its terminating NUL.
+RegistryAnswer ReadWholeValue(HKEY key, std::string_view name);
 
+/// Reads by the ANSI functions what the ANSI code page has every character of.
 class WindowsRegistry : public Registry {
  public:
   RegistryAnswer QueryValue(RootKey root, std::string_view subKey, std::string_view name) override;

@@ -20,8 +20,13 @@ std::string KeyOf(std::string_view application, std::string_view section) {
 
 std::string WindowsSettings::Get(std::string_view application, std::string_view section,
                                  std::string_view key, std::string_view fallback) {
-  const RegistryAnswer answer =
-      WindowsRegistry().QueryValue(RootKey::CurrentUser, KeyOf(application, section), key);
+  HKEY opened = nullptr;
+  if (::RegOpenKeyExW(HKEY_CURRENT_USER, ToWide(KeyOf(application, section)).c_str(), 0,
+                      KEY_QUERY_VALUE, &opened) != ERROR_SUCCESS) {
+    return std::string(fallback);
+  }
+  const RegistryKey owner(opened);
+  const RegistryAnswer answer = ReadWholeValue(opened, key);
   return answer.code == registry_codes::Success ? answer.data : std::string(fallback);
 }
 

@@ -19,8 +19,7 @@ constexpr SIZEL FirstExtent{23813, 12700};
 
 HRESULT Give(const std::string& text, BSTR* value) {
   if (value == nullptr) return E_POINTER;
-  *value = Bstr(text).Release();
-  return S_OK;
+  return Answer([&] { *value = Bstr(text).Release(); });
 }
 
 HRESULT Give(bool truth, VARIANT_BOOL* value) {
@@ -204,22 +203,10 @@ STDMETHODIMP YearPlanControl::CatColour(BSTR name) {
   return Answer([&] { plan_.CatColour(ToUtf8(name)); });
 }
 
-/// An array of variants, which is what script languages index.
 STDMETHODIMP YearPlanControl::GetStringList(VARIANT* names) {
   if (names == nullptr) return E_POINTER;
   ::VariantInit(names);
-  return Answer([&] {
-    const std::vector<std::string> list = plan_.GetStringList();
-    SAFEARRAY* const array =
-        ::SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(list.size()));
-    if (array == nullptr) throw std::bad_alloc();
-    for (LONG i = 0; i < static_cast<LONG>(list.size()); ++i) {
-      Variant name(list[static_cast<std::size_t>(i)]);
-      ::SafeArrayPutElement(array, &i, const_cast<VARIANT*>(&name.Get()));
-    }
-    names->vt = VT_ARRAY | VT_VARIANT;
-    names->parray = array;
-  });
+  return Answer([&] { Variant(plan_.GetStringList()).MoveTo(names); });
 }
 
 STDMETHODIMP YearPlanControl::AboutBox() {

@@ -170,8 +170,8 @@ TEST_F(AutomationOutlookTest, APropertyIsReadOnceUntilTheItemIsChangedOrShown) {
   EXPECT_FALSE(owner_.IsBusy());
 }
 
-TEST_F(AutomationOutlookTest, ANewItemIsAnAppointmentOrOfTheFormThatIsNamed) {
-  EXPECT_EQ(Folder()->Items()->Add("")->MessageClass(), "1");
+TEST_F(AutomationOutlookTest, ANewItemIsOfTheFoldersOwnTypeOrOfTheFormThatIsNamed) {
+  EXPECT_EQ(Folder()->Items()->Add("")->MessageClass(), "no type");
   EXPECT_EQ(Folder()->Items()->Add("IPM.Appointment.Own")->MessageClass(), "IPM.Appointment.Own");
 }
 

@@ -35,6 +35,20 @@ class Automation : public testing::Test {
   ComPtr<FakeObject> fake_ = MakeFake(server_, "Items");
 };
 
+TEST(Variant, AListOfTextsIsAnArrayFromOne) {
+  const Variant list(std::vector<std::string>{"Leave", "日"});
+  ASSERT_EQ(list.Get().vt, VT_ARRAY | VT_VARIANT);
+  LONG first = 0;
+  LONG last = 0;
+  ::SafeArrayGetLBound(list.Get().parray, 1, &first);
+  ::SafeArrayGetUBound(list.Get().parray, 1, &last);
+  EXPECT_EQ(first, 1);
+  EXPECT_EQ(last, 2);
+  Variant text;
+  ::SafeArrayGetElement(list.Get().parray, &last, text.Out());
+  EXPECT_EQ(text.ToText(), "日");
+}
+
 TEST_F(Automation, ArgumentsArriveInOrderAndMembersAreLookedUpOnceForAllObjectsOfAClass) {
   std::string got;
   fake_->members["Between"] = [&](const FakeCall& call) {

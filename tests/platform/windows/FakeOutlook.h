@@ -94,7 +94,8 @@ class FakeOutlook : private IConnectionPointContainer {
     items->members["IncludeRecurrences"] = [](const FakeCall&) { return Variant(); };
     items->members["Add"] = [this](const FakeCall& call) {
       auto item = MakeAppointment("new");
-      item->Has("MessageClass", call.Argument(0).ToText());
+      item->Has("MessageClass",
+                call.arguments.empty() ? std::string("no type") : call.Argument(0).ToText());
       return Variant(static_cast<IDispatch*>(item.Get()));
     };
     items->events = this;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/windows/DibSection.h"
+#include "platform/windows/Wide.h"
 #include "tests/platform/SurfaceScene.h"
 
 namespace velkor {
@@ -66,6 +67,34 @@ TEST(GdiSurface, LongTextEndsInAnEllipsisAndShortTextDoesNot) {
   EXPECT_GT(LastInk(cut), 60);
   EXPECT_LT(LastInk(cut), 100);
   EXPECT_LT(LastInk(whole), 100);
+}
+
+TEST(GdiSurface, DrawsWhatDrawTextDrawsInEveryScriptAndCharacterSet) {
+  constexpr int Russian = 204;
+  constexpr TextFlags Plain = text_flags::NoPrefix;
+  // The Russian code page has nothing of a text, some of it, or all. The last is underlined.
+  for (const auto& [text, charset, flags] : {std::tuple("\u00DCn\u00ED", Russian, Plain),
+                                             {"\u0414\u0430 \u00FC", Russian, Plain},
+                                             {"\u0414\u0430", Russian, Plain},
+                                             {"\u00DCn\u00ED", 0, Plain},
+                                             {"\u0414\u0430", 0, Plain},
+                                             {"R&D", 0, text_flags::WordEllipsis}}) {
+    const DibSection picture(LineWidth, 2 * LineHeight);
+    GdiSurface surface(picture.Dc());
+    const Font font{.face = "DejaVu Sans", .size = 12, .charset = charset};
+    surface.Text(scene::InPixels(0, 0, LineWidth, LineHeight), text, font, colours::White, flags);
+    const std::wstring wide = ToWide(text);
+    RECT below{0, LineHeight, LineWidth, 2 * LineHeight};
+    ::DrawTextW(picture.Dc(), wide.c_str(), -1, &below, flags);
+    bool drawn = false;
+    for (int y = 0; y < LineHeight; ++y) {
+      for (int x = 0; x < LineWidth; ++x) {
+        ASSERT_EQ(picture.At(x, y), picture.At(x, y + LineHeight)) << text << ' ' << charset;
+        drawn = drawn || picture.At(x, y) == colours::White;
+      }
+    }
+    EXPECT_TRUE(drawn);
+  }
 }
 
 TEST(GdiSurface, AlignsTextAndShowsAmpersandsOnlyWithoutPrefixes) {

@@ -36,6 +36,36 @@ TEST(WindowsLocale, AnswersForTheLocaleThatIsAskedFor) {
   EXPECT_NE(locale.ThreadLocale(), 0U);
 }
 
+BOOL CALLBACK Collect(LPWSTR name, DWORD, LPARAM names) {
+  reinterpret_cast<std::vector<std::wstring>*>(names)->emplace_back(name);
+  return TRUE;
+}
+
+std::string OwnWord(LCID locale, LCTYPE kind) {
+  wchar_t text[128]{};
+  ::GetLocaleInfoW(locale, kind, text, 128);
+  return ToUtf8(text);
+}
+
+TEST(WindowsLocale, NamesOfEveryScriptComeThroughWhole) {
+  std::vector<std::wstring> names;
+  ::EnumSystemLocalesEx(Collect, LOCALE_WINDOWS, reinterpret_cast<LPARAM>(&names), nullptr);
+  ASSERT_GT(names.size(), 50U);
+  WindowsLocale locale;
+  for (const std::wstring& name : names) {
+    const LCID id = ::LocaleNameToLCID(name.c_str(), 0);
+    if (name.empty() || id == 0 || id == LOCALE_CUSTOM_UNSPECIFIED) continue;
+    const std::string of = ToUtf8(name);
+    EXPECT_EQ(locale.LocaleInfo(id, LOCALE_SSHORTDATE), OwnWord(id, LOCALE_SSHORTDATE)) << of;
+    for (DWORD day = 0; day < 7; ++day) {
+      const std::string first = FirstName(locale, id, CAL_SDAYNAME1 + day);
+      // A locale's first calendar may lack names.
+      if (first.empty()) continue;
+      EXPECT_EQ(first, OwnWord(id, LOCALE_SDAYNAME1 + day)) << of;
+    }
+  }
+}
+
 TEST(WindowsLocale, DatesFollowTheUsersFormat) {
   ::SetThreadLocale(German);
   EXPECT_THAT(WindowsLocale().DateToText(Date::FromFields({2005, 4, 8, 21, 5, 9})),
@@ -66,17 +96,21 @@ TEST(WindowsRegistry, ReadsTextAndBytesAndAnswersCodes) {
   HKEY opened = nullptr;
   ASSERT_EQ(::RegCreateKeyW(HKEY_CURRENT_USER, L"Software\\VelkorTest", &opened), ERROR_SUCCESS);
   const RegistryKey key(opened);
-  const wchar_t text[] = L"é日;";
+  const wchar_t text[] = L"éĀ日;";
+  const wchar_t question[] = L"a?";
   const BYTE bytes[] = {1, 0, 255};
   ::RegSetValueExW(opened, L"text", 0, REG_SZ, reinterpret_cast<const BYTE*>(text), sizeof text);
+  ::RegSetValueExW(opened, L"日", 0, REG_SZ, reinterpret_cast<const BYTE*>(question),
+                   sizeof question);
   ::RegSetValueExW(opened, L"unended", 0, REG_SZ, reinterpret_cast<const BYTE*>(text), 4);
   ::RegSetValueExW(opened, L"bytes", 0, REG_BINARY, bytes, sizeof bytes);
   WindowsRegistry registry;
   const auto read = [&](const char* name) {
     return registry.QueryValue(RootKey::CurrentUser, "Software\\VelkorTest", name);
   };
-  EXPECT_EQ(read("text").data, "é日;");
-  EXPECT_EQ(read("unended").data, "é日");
+  EXPECT_EQ(read("text").data, "éĀ日;");
+  EXPECT_EQ(read("unended").data, "éĀ");
+  EXPECT_EQ(read("日").data, "a?");
   EXPECT_EQ(read("bytes").data, std::string("\x01\x00\xFF", 3));
   EXPECT_EQ(read("absent").code, registry_codes::FileNotFound);
   EXPECT_EQ(registry.QueryValue(RootKey::CurrentUser, "No\\Such\\Key", "x").code,
@@ -86,9 +120,11 @@ TEST(WindowsRegistry, ReadsTextAndBytesAndAnswersCodes) {
 
 TEST(WindowsSettings, KeepAnyTextWhereTheSettingsFunctionsDocumentIt) {
   WindowsSettings settings;
-  settings.Save("Velkor Test", "Filtering é", "k", "x, \"日\"\n");
+  settings.Save("Velkor Test", "Filtering é", "k", "x, \"日Ā\"\n");
   settings.Save("Velkor Test", "Printing", "k", "");
-  EXPECT_EQ(WindowsSettings().Get("Velkor Test", "Filtering é", "k", "-"), "x, \"日\"\n");
+  EXPECT_EQ(WindowsSettings().Get("Velkor Test", "Filtering é", "k", "-"), "x, \"日Ā\"\n");
+  settings.Save("Velkor Test", "Printing", "DefaultHeader", "Āda");
+  EXPECT_EQ(settings.Get("Velkor Test", "Printing", "DefaultHeader", "-"), "Āda");
   EXPECT_EQ(settings.Get("Velkor Test", "Printing", "k", "-"), "");
   EXPECT_EQ(settings.Get("Velkor Test", "Other", "k", "-"), "-");
   EXPECT_EQ(WindowsRegistry()
