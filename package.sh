@@ -39,7 +39,7 @@ cp hosts/windows/TryOut/TryOut.vbs LICENSE "$folder"
 for script in Register Unregister; do
   sed 's/$/\r/' "hosts/windows/package/$script.cmd" >"$folder/$script.cmd"
 done
-cp docs/help.html docs/placing.html "$folder/docs"
+cp docs/help.html docs/placing.html docs/interfaces.md "$folder/docs"
 
 # One step from no file to the whole file.
 (cd "$stage" && cmake -E tar cf package.zip --format=zip "$name")
