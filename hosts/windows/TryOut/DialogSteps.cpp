@@ -10,6 +10,7 @@
 // After windows.h.
 #include <commctrl.h>
 
+#include "hosts/windows/TryOut/WindowInput.h"
 #include "platform/windows/Wide.h"
 #include "support/values/Error.h"
 #include "support/values/Text.h"
@@ -21,8 +22,9 @@ constexpr UINT AnswerTime = 5000;
 /// The name of a file dialog, as an edit of its own or within a drop-down list (dlgs.h: edt1,
 /// cmb13).
 constexpr std::array<int, 2> FileNameItems = {0x0480, 0x047C};
-constexpr std::array<std::string_view, 7> Verbs = {"press", "edit", "check", "select",
-                                                   "row",   "key",  "wait"};
+constexpr std::array<std::string_view, 8> Verbs = {"press", "edit",   "check", "select",
+                                                   "row",   "button", "key",   "wait"};
+constexpr std::array<std::string_view, 3> NumberVerbs = {"button", "key", "wait"};
 
 struct Item {
   HWND window = nullptr;
@@ -157,10 +159,11 @@ DialogStep ParseStep(std::string_view text) {
     throw Error(errors::InvalidProcedureCall,
                 "\"" + std::string(text) +
                     "\" is no step for a dialog (press, edit, check, select, "
-                    "row, key, wait).");
+                    "row, button, key, wait).");
   }
   const std::string_view rest = space == text.npos ? std::string_view() : text.substr(space + 1);
-  const bool hasValue = step.verb != "press" && step.verb != "key" && step.verb != "wait";
+  const bool wantsNumber = std::ranges::find(NumberVerbs, step.verb) != NumberVerbs.end();
+  const bool hasValue = step.verb != "press" && !wantsNumber;
   const std::size_t equals = hasValue ? rest.find('=') : rest.npos;
   if (hasValue && equals == rest.npos) {
     throw Error(errors::InvalidProcedureCall,
@@ -168,7 +171,6 @@ DialogStep ParseStep(std::string_view text) {
   }
   step.item = Trim(rest.substr(0, equals));
   if (hasValue) step.value = rest.substr(equals + 1);
-  const bool wantsNumber = step.verb == "key" || step.verb == "wait";
   if ((wantsNumber && !NumberOf(step.item)) || (step.verb == "row" && !NumberOf(step.value))) {
     throw Error(errors::InvalidProcedureCall, "\"" + std::string(text) + "\" wants a number.");
   }
@@ -193,6 +195,7 @@ void DoDialogStep(HWND dialog, const DialogStep& step, int milliseconds) {
     ::PostMessageW(dialog, WM_CLOSE, 0, 0);
     return;
   }
+  if (step.verb == "button") return PostToolbarButton(dialog, *NumberOf(step.item));
   const Item item = WaitFor(dialog, step, milliseconds);
   if (step.verb == "press") {
     if (!::IsWindowEnabled(item.window)) {

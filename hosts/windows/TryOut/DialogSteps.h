@@ -23,6 +23,7 @@ struct DialogStep {
 ///     check ITEM=1 or 0    clicks a check box or an option that is not so yet
 ///     select ITEM=TEXT     chooses the line with this text in a list or a drop-down list
 ///     row ITEM=NUMBER      clicks the box of a row, from 0, in a list with check boxes
+///     button NUMBER        clicks a button of the toolbar, counted from 0
 ///     key CODE             posts a virtual key to the item with the keyboard, or to a menu
 ///     wait MILLISECONDS
 ///

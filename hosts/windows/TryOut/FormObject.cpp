@@ -35,22 +35,40 @@ Variant Number(std::int32_t number) {
 struct FormObject::Table {
   using Self = FormObject;
   static constexpr Member Members[] = {
-      {"YearPlan", Bound<&Self::YearPlan>}, {"Open", Bound<&Self::Open>},
-      {"Close", Bound<&Self::Close>},       {"Place", Bound<&Self::Place>},
-      {"Save", Bound<&Self::Save>},         {"Restore", Bound<&Self::Restore>},
-      {"Resize", Bound<&Self::Resize>},     {"Width", Bound<&Self::Width>},
-      {"Height", Bound<&Self::Height>},     {"HasKeyboard", Bound<&Self::HasKeyboard>},
-      {"Status", Bound<&Self::Status>},     {"Statuses", Bound<&Self::Statuses>},
-      {"Errors", Bound<&Self::Errors>},     {"PropertiesChanged", Bound<&Self::PropertiesChanged>},
-      {"Dialogs", Bound<&Self::Dialogs>},   {"Wait", Bound<&Self::Wait>},
-      {"WaitFor", Bound<&Self::WaitFor>},   {"Expect", Bound<&Self::Expect>},
-      {"Allow", Bound<&Self::Allow>},       {"WaitForDialogs", Bound<&Self::WaitForDialogs>},
-      {"Click", Bound<&Self::Click>},       {"RightClick", Bound<&Self::RightClick>},
-      {"Move", Bound<&Self::Move>},         {"Press", Bound<&Self::Press>},
-      {"Button", Bound<&Self::Button>},     {"Draw", Bound<&Self::Draw>},
-      {"Pixel", Bound<&Self::Pixel>},       {"CountPixels", Bound<&Self::CountPixels>},
-      {"Print", Bound<&Self::Print>},       {"Check", Bound<&Self::Check>},
-      {"Argument", Bound<&Self::Argument>}, {"ProcessId", Bound<&Self::ProcessId>},
+      {"YearPlan", Bound<&Self::YearPlan>},
+      {"Open", Bound<&Self::Open>},
+      {"Close", Bound<&Self::Close>},
+      {"Place", Bound<&Self::Place>},
+      {"Save", Bound<&Self::Save>},
+      {"Restore", Bound<&Self::Restore>},
+      {"Resize", Bound<&Self::Resize>},
+      {"Width", Bound<&Self::Width>},
+      {"Height", Bound<&Self::Height>},
+      {"HasKeyboard", Bound<&Self::HasKeyboard>},
+      {"Status", Bound<&Self::Status>},
+      {"Statuses", Bound<&Self::Statuses>},
+      {"Errors", Bound<&Self::Errors>},
+      {"PropertiesChanged", Bound<&Self::PropertiesChanged>},
+      {"Dialogs", Bound<&Self::Dialogs>},
+      {"Wait", Bound<&Self::Wait>},
+      {"WaitFor", Bound<&Self::WaitFor>},
+      {"Expect", Bound<&Self::Expect>},
+      {"Allow", Bound<&Self::Allow>},
+      {"WaitForDialogs", Bound<&Self::WaitForDialogs>},
+      {"Click", Bound<&Self::Click>},
+      {"RightClick", Bound<&Self::RightClick>},
+      {"Move", Bound<&Self::Move>},
+      {"Press", Bound<&Self::Press>},
+      {"Type", Bound<&Self::Type>},
+      {"Button", Bound<&Self::Button>},
+      {"Draw", Bound<&Self::Draw>},
+      {"Pixel", Bound<&Self::Pixel>},
+      {"CountPixels", Bound<&Self::CountPixels>},
+      {"FindColour", Bound<&Self::FindColour>},
+      {"Print", Bound<&Self::Print>},
+      {"Check", Bound<&Self::Check>},
+      {"Argument", Bound<&Self::Argument>},
+      {"ProcessId", Bound<&Self::ProcessId>},
       {"IsLoaded", Bound<&Self::IsLoaded>},
   };
   static constexpr ObjectClass Form = {"Form", 1, Members};
@@ -171,13 +189,16 @@ Variant FormObject::Wait(const Call& call) {
   return {};
 }
 
-/// A status that was told before the call does not count.
+/// For a status that begins so; an empty text waits for the one that clears the last. A status that
+/// was told before the call does not count.
 Variant FormObject::WaitFor(const Call& call) {
   const std::string text = call[0].ToText();
   const std::size_t before = statuses_.size();
   const bool came = form_.Pump(std::max(call[1].ToInt(), 0), [&] {
     return std::any_of(statuses_.begin() + static_cast<std::ptrdiff_t>(before), statuses_.end(),
-                       [&](const std::string& status) { return status.starts_with(text); });
+                       [&](const std::string& status) {
+                         return text.empty() ? status.empty() : status.starts_with(text);
+                       });
   });
   TakeFailures();
   return Variant(came);
@@ -225,6 +246,12 @@ Variant FormObject::Press(const Call& call) {
   return {};
 }
 
+/// Writes into the edit with the keyboard, over what is selected there.
+Variant FormObject::Type(const Call& call) {
+  PostText(call[0].ToText());
+  return {};
+}
+
 Variant FormObject::Button(const Call& call) {
   PostToolbarButton(form_.Host().ControlWindow(), call[0].ToInt());
   return {};
@@ -262,6 +289,30 @@ Variant FormObject::CountPixels(const Call& call) {
     for (int x = 0; x < pictureSize_.cx; ++x) count += picture.At(x, y) == wanted ? 1 : 0;
   }
   return Number(count);
+}
+
+/// "left top right bottom" of what has the colour in an area, so given, of the picture drawn last;
+/// right and bottom lie outside. Empty for nothing.
+Variant FormObject::FindColour(const Call& call) {
+  const DibSection& picture = Picture();
+  const Colour wanted = ColourOfHex(call[0].ToText());
+  const RECT whole{0, 0, pictureSize_.cx, pictureSize_.cy};
+  const RECT given{call[1].ToInt(), call[2].ToInt(), call[3].ToInt(), call[4].ToInt()};
+  RECT area{};
+  ::IntersectRect(&area, &whole, &given);
+  RECT found{};
+  for (int y = area.top; y < area.bottom; ++y) {
+    for (int x = area.left; x < area.right; ++x) {
+      if (picture.At(x, y) != wanted) continue;
+      const RECT before = found;
+      const RECT pixel{x, y, x + 1, y + 1};
+      ::UnionRect(&found, &before, &pixel);
+    }
+  }
+  if (::IsRectEmpty(&found)) return Variant("");
+  std::string text = std::to_string(found.left);
+  for (const LONG edge : {found.top, found.right, found.bottom}) text += " " + std::to_string(edge);
+  return Variant(text);
 }
 
 Variant FormObject::Print(const Call& call) {

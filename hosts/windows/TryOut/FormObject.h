@@ -60,11 +60,13 @@ class FormObject : public NamedObject<NamedMembers> {
   Variant RightClick(const Call& call);
   Variant Move(const Call& call);
   Variant Press(const Call& call);
+  Variant Type(const Call& call);
   Variant Button(const Call& call);
   // What is seen.
   Variant Draw(const Call& call);
   Variant Pixel(const Call& call);
   Variant CountPixels(const Call& call);
+  Variant FindColour(const Call& call);
   // The script's own.
   Variant Print(const Call& call);
   Variant Check(const Call& call);

@@ -4,6 +4,7 @@
 // After windows.h.
 #include <commctrl.h>
 
+#include "platform/windows/Wide.h"
 #include "support/values/Error.h"
 
 namespace velkor {
@@ -76,6 +77,14 @@ void PostKey(HWND window, WPARAM virtualKey) {
       static_cast<LPARAM>(::MapVirtualKeyW(static_cast<UINT>(virtualKey), MAPVK_VK_TO_VSC)) << 16;
   ::PostMessageW(target, WM_KEYDOWN, virtualKey, scan | 1);
   ::PostMessageW(target, WM_KEYUP, virtualKey, scan | 0xC0000001);
+}
+
+void PostText(const std::string& text) {
+  const HWND focus = ::GetFocus();
+  if (focus == nullptr) {
+    throw Error(errors::InvalidProcedureCall, "No window of the form has the keyboard.");
+  }
+  for (const wchar_t letter : ToWide(text)) ::PostMessageW(focus, WM_CHAR, letter, 1);
 }
 
 void PostToolbarButton(HWND window, int place) {

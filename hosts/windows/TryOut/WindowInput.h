@@ -21,6 +21,9 @@ void PostMove(HWND window, POINT point);
 /// @param virtualKey  VK_LEFT, VK_RETURN... or a letter's capital
 void PostKey(HWND window, WPARAM virtualKey);
 
+/// Posts characters to the window that has the keyboard. Throws Error when none has.
+void PostText(const std::string& text);
+
 /// Posts what the toolbar below `window` tells when a button is clicked. Throws Error when there is
 /// no toolbar, or no enabled button in that place.
 /// @param place  counted from 0
