@@ -1,12 +1,9 @@
 ' What every script of these tests uses; appended to each.
 
-' In milliseconds.
-Const Patience = 15000
-
-' Virtual keys.
-Const KeyEnter = 13
-Const KeyUp = 38
-Const KeyDown = 40
+' In milliseconds. A constant would have to come before the script.
+Function Patience()
+  Patience = 15000
+End Function
 
 Function Outlook()
   Set Outlook = CreateObject("Outlook.Application")
@@ -18,7 +15,7 @@ End Function
 
 Function AddItem(subject, category, first, days)
   Dim item
-  Set item = Items.Add
+  Set item = Items().Add
   item.Subject = subject
   item.Categories = category
   item.Start = first
@@ -102,7 +99,7 @@ End Sub
 Function ColourList(title)
   Dim item
   ColourList = ""
-  For Each item In Items
+  For Each item In Items()
     If item.Subject = "PLEASE IGNORE - Velkor Category Colours: " & title Then ColourList = item.Body
   Next
 End Function
