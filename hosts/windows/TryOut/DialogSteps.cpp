@@ -86,7 +86,11 @@ std::optional<Item> Find(HWND dialog, const std::string& wanted) {
     return std::nullopt;
   }
   if (const std::optional<int> id = NumberOf(wanted)) {
-    return first([&](const Item& item) { return item.id == *id; });
+    // The identifiers of a window within the dialog are its own affair.
+    const auto own = first([&](const Item& item) {
+      return item.id == *id && ::GetParent(item.window) == dialog;
+    });
+    return own ? own : first([&](const Item& item) { return item.id == *id; });
   }
   constexpr std::string_view Behind = "text:";
   if (!wanted.starts_with(Behind)) {
