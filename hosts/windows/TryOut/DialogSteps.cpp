@@ -87,9 +87,8 @@ std::optional<Item> Find(HWND dialog, const std::string& wanted) {
   }
   if (const std::optional<int> id = NumberOf(wanted)) {
     // The identifiers of a window within the dialog are its own affair.
-    const auto own = first([&](const Item& item) {
-      return item.id == *id && ::GetParent(item.window) == dialog;
-    });
+    const auto own = first(
+        [&](const Item& item) { return item.id == *id && ::GetParent(item.window) == dialog; });
     return own ? own : first([&](const Item& item) { return item.id == *id; });
   }
   constexpr std::string_view Behind = "text:";

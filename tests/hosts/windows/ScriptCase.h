@@ -56,7 +56,7 @@ class ScriptCase : public testing::Test {
   ScriptRun RunText(const std::string& text, const std::string& ending = ".vbs") const {
     const std::string path = Path("text" + ending);
     WindowsFiles().OpenForWriting(path)->Write(text);
-    return Run("\"" + path + "\"", {});
+    return Run("\"" + path + "\" \"" + ToUtf8(folder_.wstring()) + "\"", {});
   }
   std::string Path(const std::string& name) const {
     return ToUtf8((folder_ / ToWide(name)).wstring());
