@@ -1,17 +1,37 @@
 // tests/hosts/windows/EndToEndTest.cpp: the control in a form, its cache utility and a calendar
 // program, each a process, as a script uses them.
+#include "model/CacheRecord.h"
+#include "platform/windows/WindowsLocale.h"
 #include "tests/hosts/windows/ScriptCase.h"
 #include "tests/platform/windows/TestPrinter.h"
 
 namespace velkor {
 namespace {
 
+using testing::AllOf;
+using testing::EndsWith;
 using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+using testing::UnorderedElementsAre;
 
 class EndToEnd : public ScriptCase {
  protected:
   DWORD StandInId() { return ::GetProcessId(standIn_.Process()); }
   std::string Items() { return standIn_.Testing().Call("ListItems").ToText(); }
+  /// Of the one cache file that there is.
+  std::vector<std::string> SubjectsInCache() const {
+    std::vector<std::string> subjects;
+    for (const auto& entry : std::filesystem::directory_iterator(folder_)) {
+      if (entry.path().extension() != L".tmp") continue;
+      const std::string bytes = Read(ToUtf8(entry.path().filename().wstring()));
+      WindowsLocale locale;
+      CacheRecordReader reader(bytes, locale);
+      for (CalEvent event; reader.Next(event);) subjects.push_back(event.Subject);
+      EXPECT_EQ(reader.Remaining(), 0U) << bytes;
+    }
+    return subjects;
+  }
 
   StandIn standIn_;
 };
@@ -25,15 +45,36 @@ void AnswerInspector(const wchar_t* title, const wchar_t* subject) {
   ::PostMessageW(inspector, WM_COMMAND, IDOK, 0);
 }
 
+/// Words of a PostScript page: the names of its glyphs, of which letters name themselves.
+std::string WordsOf(std::string_view postScript) {
+  std::string words;
+  constexpr std::string_view Show = " glyphshow";
+  for (std::size_t at = 0; (at = postScript.find(Show, at)) != std::string_view::npos; ++at) {
+    const std::size_t name = postScript.rfind('/', at) + 1;
+    words.append(postScript.substr(name, at - name));
+  }
+  return words;
+}
+
 TEST_F(EndToEnd, AYearIsSeenChangedFilteredExportedAndPrinted) {
   const TestPrinter printer("Velkor Plain");
   const ScriptRun run =
       RunScript("Year", {}, [] { AnswerInspector(L"Summer - Appointment", L"Autumn"); });
   EXPECT_EQ(run.code, 0U) << run.output;
   EXPECT_THAT(run.output, HasSubstr("Done"));
+  EXPECT_THAT(run.output, HasSubstr("Delete this appointment Autumn?"));
   ASSERT_EQ(run.utilities.size(), 1U);
   EXPECT_EQ((std::set{run.form, *run.utilities.begin(), StandInId()}).size(), 3U);
-  std::printf("%s\n%s\n", run.output.c_str(), Items().c_str());
+
+  EXPECT_THAT(Items(), AllOf(HasSubstr("Anchor one|"), HasSubstr("|Holiday|"),
+                             Not(HasSubstr("Autumn")), Not(HasSubstr("Arrives"))));
+  EXPECT_THAT(Read("year.xml"),
+              AllOf(HasSubstr("Holiday"), HasSubstr("Fair"), HasSubstr("Anchor one"),
+                    HasSubstr("Anchor two"), Not(HasSubstr("Arrives"))));
+  const std::string printed = Read("year.ps");
+  EXPECT_THAT(printed, AllOf(StartsWith("%!PS"), EndsWith("%%EOF\n")));
+  EXPECT_THAT(WordsOf(printed), HasSubstr("January"));
+  EXPECT_THAT(SubjectsInCache(), UnorderedElementsAre("Anchor one", "Anchor two"));
 }
 
 }  // namespace

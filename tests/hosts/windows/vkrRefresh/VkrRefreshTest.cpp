@@ -76,6 +76,25 @@ TEST_F(VkrRefresh, WritesTheYearFromOneProcessIntoAnotherOnesCacheFile) {
   EXPECT_THAT(errors_, IsEmpty());
 }
 
+TEST_F(VkrRefresh, AYearTakesAtMostEightCallsForEachItemAndLooksEachNameUpOnce) {
+  constexpr int Many = 300;
+  Testing().Call("AddMany", {Variant(2026), Variant(Many)});
+  // This client has looked these names up before they are counted.
+  const AutomationObject testing = Testing();
+  testing.Get("Invokes");
+  testing.Get("Lookups");
+  testing.Get("MemberCounts");
+  testing.Call("Reset");
+  EXPECT_THAT(Refresh(), Pair(1, 0));
+  const int lookups = testing.Get("Lookups").ToInt();
+  const int calls = testing.Get("Invokes").ToInt();
+  const std::string members = testing.Get("MemberCounts").ToText();
+  EXPECT_EQ(RecordsInCache(), Appointments + Many);
+  EXPECT_LE(calls, 8 * (Appointments + Many)) << members;
+  EXPECT_GT(calls, Appointments + Many) << members;
+  EXPECT_LE(lookups, std::count(members.begin(), members.end(), '\n')) << members;
+}
+
 TEST_F(VkrRefresh, AStopIsHeardInTheMiddleAndTheNextRefreshGoesThrough) {
   Testing().Call("Slow", {Variant(100)});
   utility_->Start(inputs_);
