@@ -39,7 +39,7 @@ Outlook.Testing.ExitIn "GetNext"
 Form.Click Form.Width - 130, 20
 Form.Expect "OutlookVelkor", "press OK"
 Form.WaitForDialogs
-Form.Print "Errors " & Form.Errors
+Form.Check InStr(Form.Errors, "Error occured while fetching events.") > 0, "Event: " & Form.Errors
 Refresh
 Form.Print Form.Dialogs
 Form.Print "Done"

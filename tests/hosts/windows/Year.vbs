@@ -15,7 +15,6 @@ Form.Draw folder & "\year.bmp"
 firstAnchor = Split(AwaitBar(ColourOf(1)), " ")
 lastAnchor = Split(AwaitBar(ColourOf(2)), " ")
 CheckPlace ColourOf(3), 7, 14, 5
-Form.Print "Form " & Form.ProcessId
 
 ' Items that come, move and go.
 Set item = AddItem("Arrives", "Unused 04", Day_(9, 8), 1)
@@ -131,15 +130,15 @@ Function TopOf(month)
   TopOf = firstAnchor(1) + (month - 1) * (lastAnchor(1) - firstAnchor(1)) / 11
 End Function
 
-' Waits until the bar of a colour lies where the days do.
+' Waits until the bar of a colour lies where the days do; the mark of today covers an edge.
 Sub CheckPlace(colour, month, day, days)
   Dim left_, edges, found
   For left_ = Patience To 0 Step -50
     found = AwaitBar(colour)
     If found = "" Then Exit Sub
     edges = Split(found, " ")
-    If Abs(edges(0) - LeftOf(month, day)) < 3 And Abs(edges(1) - TopOf(month)) < 3 And _
-        Abs(edges(2) - LeftOf(month, day + days)) < 4 Then Exit Sub
+    If Abs(edges(0) - LeftOf(month, day)) < 5 And Abs(edges(1) - TopOf(month)) < 5 And _
+        Abs(edges(2) - LeftOf(month, day + days)) < 5 Then Exit Sub
     Form.Wait 50
   Next
   Form.Check False, colour & " lies at " & found & " and not at " & LeftOf(month, day) & " " & _

@@ -1,9 +1,11 @@
-// tests/platform/windows/TestPrinter.h: a printer made in the system for a test, and removed.
+// tests/platform/windows/TestPrinter.h: a printer made in the system for a test, and removed, and
+// what it printed.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "platform/windows/Win32.h"
@@ -11,6 +13,17 @@
 #include <winspool.h>
 
 namespace velkor {
+
+/// Words of a PostScript page: the names of its glyphs, of which letters name themselves.
+inline std::string WordsOf(std::string_view postScript) {
+  std::string words;
+  constexpr std::string_view Show = " glyphshow";
+  for (std::size_t at = 0; (at = postScript.find(Show, at)) != std::string_view::npos; ++at) {
+    const std::size_t name = postScript.rfind('/', at) + 1;
+    words.append(postScript.substr(name, at - name));
+  }
+  return words;
+}
 
 /// A PostScript printer on the port "FILE:". It is gone at the end of the test at the latest; the
 /// system is left with no default printer then.

@@ -31,17 +31,6 @@ constexpr Colour Green = Colour::FromRgb(0, 128, 0);
 constexpr int CopiesEdit = 0x0482;
 constexpr int PrinterList = 0x0473;
 
-/// Words of a PostScript page: the names of its glyphs, of which letters name themselves.
-std::string WordsOf(std::string_view postScript) {
-  std::string words;
-  constexpr std::string_view Show = " glyphshow";
-  for (std::size_t at = 0; (at = postScript.find(Show, at)) != std::string_view::npos; ++at) {
-    const std::size_t name = postScript.rfind('/', at) + 1;
-    words.append(postScript.substr(name, at - name));
-  }
-  return words;
-}
-
 std::size_t CountOf(std::string_view text, std::string_view part) {
   std::size_t count = 0;
   for (std::size_t at = 0; (at = text.find(part, at)) != std::string_view::npos; ++at) ++count;
