@@ -1,7 +1,7 @@
 ' What Outlook refuses, puts off and breaks off, and a form that closes in the middle.
 Option Explicit
 
-Dim signals
+Dim signals, closes
 Set signals = CreateObject("Scripting.FileSystemObject")
 
 ' A session that is refused is told, and the planner stays as it is.
@@ -33,6 +33,12 @@ signals.CreateTextFile(Form.Argument(0) & "\closed", True).Close
 AwaitFile "gone"
 Outlook.Testing.ClearFaults
 
+' So does one that closes in the planner's own event.
+closes = True
+Form.Place
+Form.Resize 1000, 560
+AwaitUnloaded
+
 ' Outlook ends in the middle: that refresh fails, and the next one has a new Outlook.
 PlaceYear "Faults"
 Outlook.Testing.ExitIn "GetNext"
@@ -44,11 +50,28 @@ Refresh
 Form.Print Form.Dialogs
 Form.Print "Done"
 
+Sub Form_StatusChange(Msg)
+  If Not closes Or Msg = "" Then Exit Sub
+  closes = False
+  Form.Close
+End Sub
+
 Sub RefreshWith(fault)
   Form.Click Form.Width - 130, 20
   Form.Check Form.WaitFor("Downloading", Patience), "The button does not refresh"
   If fault = "Busy" Then Outlook.Testing.Busy 5 Else Outlook.Testing.Refuse 5
   Form.Check Form.WaitFor("", Patience), "The refresh does not end: " & fault
+End Sub
+
+' What runs below the event keeps the library until messages flow again.
+Sub AwaitUnloaded()
+  Dim left_
+  For left_ = Patience To 0 Step -50
+    Form.Wait 50
+    If Not closes Then Form.Close
+    If Not Form.IsLoaded Then Exit Sub
+  Next
+  Form.Check False, "Closed in an event the library stays loaded"
 End Sub
 
 ' Waits for what the test has seen.
