@@ -66,5 +66,14 @@ TEST_F(EndToEnd, AYearIsSeenChangedFilteredExportedAndPrinted) {
   EXPECT_THAT(SubjectsInCache(), UnorderedElementsAre("Anchor one", "Anchor two"));
 }
 
+TEST_F(EndToEnd, TheSampleScriptOfTheFormRunsAsItIs) {
+  const std::string script = ToUtf8(std::filesystem::absolute(TRY_OUT_SCRIPT).wstring());
+  const ScriptRun run = Run("\"" + script + "\"", {});
+  EXPECT_EQ(run.code, 0U) << run.output;
+  EXPECT_THAT(run.output, AllOf(HasSubstr("Status: Downloading"), HasSubstr("Changed: TitleName"),
+                                HasSubstr("The year is drawn in"), Not(HasSubstr("No year")),
+                                Not(HasSubstr("Messages met"))));
+}
+
 }  // namespace
 }  // namespace velkor

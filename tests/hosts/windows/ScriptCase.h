@@ -52,12 +52,6 @@ class ScriptCase : public testing::Test {
                                       files.Read(SCRIPTS "Steps.vbs").value_or(""));
     return Run("\"" + path + "\" \"" + ToUtf8(folder_.wstring()) + "\" " + argument, meanwhile);
   }
-  /// Runs the form with a script that is given as text.
-  ScriptRun RunText(const std::string& text, const std::string& ending = ".vbs") const {
-    const std::string path = Path("text" + ending);
-    WindowsFiles().OpenForWriting(path)->Write(text);
-    return Run("\"" + path + "\" \"" + ToUtf8(folder_.wstring()) + "\"", {});
-  }
   std::string Path(const std::string& name) const {
     return ToUtf8((folder_ / ToWide(name)).wstring());
   }
@@ -65,6 +59,7 @@ class ScriptCase : public testing::Test {
     return WindowsFiles().Read(Path(name)).value_or("");
   }
 
+  /// Runs the form.
   static ScriptRun Run(const std::string& arguments, const std::function<void()>& meanwhile) {
     constexpr DWORD Limit = 80'000;
     ScriptRun run;
