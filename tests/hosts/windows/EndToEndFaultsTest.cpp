@@ -16,7 +16,7 @@ class EndToEndFaults : public ScriptCase {
 };
 
 TEST_F(EndToEndFaults, OutlookThatRefusesIsBusyOrEndsAndAFormThatClosesInTheMiddle) {
-  const ScriptRun run = RunScript("Refusals", {}, [this] {
+  const ScriptRun run = RunScript("Refusals", [this] {
     WindowsFiles files;
     if (!files.Exists(Path("closed")) || files.Exists(Path("gone"))) return;
     if (ProcessesOf(L"vkrRefresh.exe").empty()) files.OpenForWriting(Path("gone"))->Flush();

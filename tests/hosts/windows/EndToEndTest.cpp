@@ -48,7 +48,7 @@ void AnswerInspector(const wchar_t* title, const wchar_t* subject) {
 TEST_F(EndToEnd, AYearIsSeenChangedFilteredExportedAndPrinted) {
   const TestPrinter printer("Velkor Plain");
   const ScriptRun run =
-      RunScript("Year", {}, [] { AnswerInspector(L"Summer - Appointment", L"Autumn"); });
+      RunScript("Year", [] { AnswerInspector(L"Summer - Appointment", L"Autumn"); });
   EXPECT_EQ(run.code, 0U) << run.output;
   EXPECT_THAT(run.output, HasSubstr("Done"));
   EXPECT_THAT(run.output, HasSubstr("Delete this appointment Autumn?"));
@@ -68,7 +68,7 @@ TEST_F(EndToEnd, AYearIsSeenChangedFilteredExportedAndPrinted) {
 
 TEST_F(EndToEnd, TheSampleScriptOfTheFormRunsAsItIs) {
   const std::string script = ToUtf8(std::filesystem::absolute(TRY_OUT_SCRIPT).wstring());
-  const ScriptRun run = Run("\"" + script + "\"", {});
+  const ScriptRun run = Run("\"" + script + "\"");
   EXPECT_EQ(run.code, 0U) << run.output;
   EXPECT_THAT(run.output, AllOf(HasSubstr("Status: Downloading"), HasSubstr("Changed: TitleName"),
                                 HasSubstr("The year is drawn in"), Not(HasSubstr("No year")),

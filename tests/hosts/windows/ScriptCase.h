@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-#include <optional>
+#include <functional>
 
 #include "platform/windows/WindowsFiles.h"
 #include "tests/hosts/windows/ControlCase.h"
@@ -42,15 +42,14 @@ class ScriptCase : public testing::Test {
     return velkor::PumpUntil([] { return ProcessesOf(L"vkrRefresh.exe").empty(); }, 20'000);
   }
 
-  /// Runs a script with the steps that all share; its first argument is the test's folder.
+  /// Runs a script with the steps that all share; its argument is the test's folder.
   /// @param meanwhile  called over and over while it runs
-  ScriptRun RunScript(const std::string& name, const std::string& argument = {},
-                      const std::function<void()>& meanwhile = {}) const {
+  ScriptRun RunScript(const std::string& name, const std::function<void()>& meanwhile = {}) const {
     WindowsFiles files;
     const std::string path = Path(name + ".vbs");
     files.OpenForWriting(path)->Write(files.Read(SCRIPTS + name + ".vbs").value_or("") + "\n" +
                                       files.Read(SCRIPTS "Steps.vbs").value_or(""));
-    return Run("\"" + path + "\" \"" + ToUtf8(folder_.wstring()) + "\" " + argument, meanwhile);
+    return Run("\"" + path + "\" \"" + ToUtf8(folder_.wstring()) + "\"", meanwhile);
   }
   std::string Path(const std::string& name) const {
     return ToUtf8((folder_ / ToWide(name)).wstring());
@@ -60,7 +59,7 @@ class ScriptCase : public testing::Test {
   }
 
   /// Runs the form.
-  static ScriptRun Run(const std::string& arguments, const std::function<void()>& meanwhile) {
+  static ScriptRun Run(const std::string& arguments, const std::function<void()>& meanwhile = {}) {
     constexpr DWORD Limit = 80'000;
     ScriptRun run;
     SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
