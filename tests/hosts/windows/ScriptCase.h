@@ -88,7 +88,6 @@ class ScriptCase : public testing::Test {
     return run;
   }
 
-  const ContainerThread thread_;
   const std::filesystem::path folder_ = std::filesystem::absolute("hosts-tests");
   ControlLibrary control_;
 };
