@@ -31,6 +31,8 @@ class LiveObject {
   LiveObject& operator=(const LiveObject&) = delete;
 
   static long Count() { return Counter(); }
+  /// Counts as an object that somebody holds (IClassFactory::LockServer).
+  static void Lock(bool lock) { Counter() += lock ? 1 : -1; }
 
  private:
   static std::atomic<long>& Counter() {

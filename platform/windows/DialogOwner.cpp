@@ -21,6 +21,14 @@ BusyScope::~BusyScope() {
   if (--owner_.depth_ == 0 && owner_.onBusy) owner_.onBusy(false);
 }
 
+EntryScope::EntryScope(const DialogOwner& owner) : onEntry_(owner.onEntry) {
+  if (onEntry_) onEntry_(true);
+}
+
+EntryScope::~EntryScope() {
+  if (onEntry_) onEntry_(false);
+}
+
 ModalScope::ModalScope(DialogOwner& owner)
     : busy_(owner),
       owner_(owner),

@@ -31,6 +31,10 @@ class DialogOwner {
   /// A dialog of the control opens or closed, so that the container's own windows follow
   /// (IOleInPlaceFrame::EnableModeless). Not called when only messages are processed.
   std::function<void(bool open)> onModal;
+  /// Whoever is outside calls in (a call of the container's, a message of a window), or what it
+  /// called has returned; calls may lie within one another. Once the outermost has returned, this
+  /// may be gone.
+  std::function<void(bool begins)> onEntry;
 
  private:
   friend class BusyScope;
@@ -50,6 +54,20 @@ class BusyScope {
 
  private:
   DialogOwner& owner_;
+};
+
+/// Somebody outside is answered for as long as it lives: nothing of the control may be used after
+/// its end.
+class EntryScope {
+ public:
+  explicit EntryScope(const DialogOwner& owner);
+  ~EntryScope();
+  EntryScope(const EntryScope&) = delete;
+  EntryScope& operator=(const EntryScope&) = delete;
+
+ private:
+  /// A copy, since its call may be the end of the owner.
+  std::function<void(bool)> onEntry_;
 };
 
 /// A dialog is open for as long as it lives; at its end the window under it is enabled as it was.

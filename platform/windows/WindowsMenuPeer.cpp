@@ -68,7 +68,9 @@ class MenuPeer : public ElementPeer {
       : menu_(menu), control_(control), owner_(owner) {
     menu_.Attach(this);
   }
-  ~MenuPeer() override { menu_.Attach(nullptr); }
+  ~MenuPeer() override {
+    if (menu_.Peer() == this) menu_.Attach(nullptr);
+  }
   MenuPeer(const MenuPeer&) = delete;
   MenuPeer& operator=(const MenuPeer&) = delete;
 

@@ -27,8 +27,7 @@ STDMETHODIMP YearPlanControl::Invoke(DISPID member, REFIID id, LCID /*locale*/, 
                                      DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
                                      UINT* badArgument) {
   if (id != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
-  // What a property or method brings about may let the last reference go.
-  const ComPtr<IUnknown> self(Identity());
+  const EntryScope entry(owner_);
   ::SetErrorInfo(0, nullptr);
   return typeInfo_->Invoke(static_cast<IYearPlan*>(this), member, flags, parameters, result,
                            exception, badArgument);

@@ -13,7 +13,8 @@ constexpr const wchar_t* UserType = L"Year planner";
 }  // namespace
 
 STDMETHODIMP YearPlanControl::SetClientSite(IOleClientSite* site) {
-  if (site == nullptr && window_) InPlaceDeactivate();
+  const EntryScope entry(owner_);
+  if (site != site_.Get()) InPlaceDeactivate();
   site_ = site;
   return S_OK;
 }
@@ -28,7 +29,7 @@ STDMETHODIMP YearPlanControl::SetHostNames(LPCOLESTR /*application*/, LPCOLESTR 
 }
 
 STDMETHODIMP YearPlanControl::Close(DWORD save) {
-  const ComPtr<IUnknown> self(Identity());
+  const EntryScope entry(owner_);
   // A container that asks lets its user decide; a control has no window to ask in.
   if (save != OLECLOSE_NOSAVE && dirty_ && site_) site_->SaveObject();
   InPlaceDeactivate();
@@ -57,7 +58,7 @@ STDMETHODIMP YearPlanControl::GetClipboardData(DWORD /*reserved*/, IDataObject**
 
 STDMETHODIMP YearPlanControl::DoVerb(LONG verb, LPMSG /*message*/, IOleClientSite* /*site*/,
                                      LONG /*index*/, HWND /*parent*/, LPCRECT /*place*/) {
-  const ComPtr<IUnknown> self(Identity());
+  const EntryScope entry(owner_);
   switch (verb) {
     case OLEIVERB_HIDE:
       return InPlaceDeactivate();
@@ -78,7 +79,7 @@ STDMETHODIMP YearPlanControl::DoVerb(LONG verb, LPMSG /*message*/, IOleClientSit
 STDMETHODIMP YearPlanControl::EnumVerbs(IEnumOLEVERB** verbs) {
   if (verbs == nullptr) return E_POINTER;
   *verbs = nullptr;
-  return OLE_S_USEREG;
+  return ::OleRegEnumVerbs(CLSID_YearPlan, verbs);
 }
 
 STDMETHODIMP YearPlanControl::Update() {
@@ -107,8 +108,8 @@ STDMETHODIMP YearPlanControl::SetExtent(DWORD aspect, SIZEL* size) {
   if (size == nullptr) return E_POINTER;
   if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
   if (size->cx <= 0 || size->cy <= 0) return E_INVALIDARG;
+  // The container stores it, not this.
   extent_ = *size;
-  dirty_ = true;
   TellView();
   return S_OK;
 }

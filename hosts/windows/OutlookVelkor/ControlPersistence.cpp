@@ -17,6 +17,7 @@ STDMETHODIMP YearPlanControl::InitNew() {
 }
 
 HRESULT YearPlanControl::ReadFrom(PropertyBag& bag) {
+  const EntryScope entry(owner_);
   const HRESULT result = Answer([&] {
     plan_.ReadProperties(bag);
     dirty_ = false;

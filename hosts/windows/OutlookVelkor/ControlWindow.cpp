@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "control/YearPlan.h"
+#include "platform/windows/DialogOwner.h"
 #include "view/Face.h"
 // After windows.h.
 #include <commctrl.h>
@@ -40,6 +41,7 @@ bool IsPastEnd(HWND control, HWND focus, bool backward) {
 ControlWindow::ControlWindow(YearPlan& plan, HWND parent, const RECT& place, DialogOwner& owner,
                              ControlWindowCalls calls)
     : plan_(plan),
+      owner_(owner),
       calls_(std::move(calls)),
       font_(MakeDialogFont()),
       captionFont_(MakeCaptionFont(font_.get())) {
@@ -51,7 +53,7 @@ ControlWindow::ControlWindow(YearPlan& plan, HWND parent, const RECT& place, Dia
   ::SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
   ::SetWindowSubclass(window_, Procedure, WindowId, reinterpret_cast<DWORD_PTR>(this));
   Fit();
-  MakePeers(owner);
+  MakePeers();
   ::ShowWindow(window_, SW_SHOWNA);
 }
 
@@ -63,7 +65,7 @@ void ControlWindow::Destroy() {
   if (window_ != nullptr) ::DestroyWindow(window_);
 }
 
-void ControlWindow::MakePeers(DialogOwner& owner) {
+void ControlWindow::MakePeers() {
   YearPlanElements& elements = plan_.Elements();
   Keep(MakePeer(elements.Toolbar1, window_));
   const HWND caption = Keep(MakePeer(elements.lblSelectedYear, window_));
@@ -82,8 +84,8 @@ void ControlWindow::MakePeers(DialogOwner& owner) {
   legendRows_ = Keep(MakePeer(legend.picCats, legendView_));
   Keep(MakePeer(legend.txtEdit, legendRows_));
   Keep(MakePeer(legend.vScrollCat, window_));
-  menus_.push_back(MakePeer(elements.mnuPop, window_, owner));
-  menus_.push_back(MakePeer(legend.mnuCatPop, window_, owner));
+  menus_.push_back(MakePeer(elements.mnuPop, window_, owner_));
+  menus_.push_back(MakePeer(legend.mnuCatPop, window_, owner_));
 }
 
 HWND ControlWindow::Keep(std::unique_ptr<WindowsPeer> peer) {
@@ -95,11 +97,14 @@ HWND ControlWindow::Keep(std::unique_ptr<WindowsPeer> peer) {
 
 LRESULT CALLBACK ControlWindow::WatchFocus(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                            UINT_PTR /*id*/, DWORD_PTR self) {
+  auto& control = *reinterpret_cast<ControlWindow*>(self);
+  const EntryScope entry(control.owner_);
   if (message == WM_NCDESTROY) ::RemoveWindowSubclass(window, WatchFocus, FocusId);
   if (message == WM_SETFOCUS || message == WM_KILLFOCUS) {
-    auto& control = *reinterpret_cast<ControlWindow*>(self);
     if (window == control.legendRows_) ::InvalidateRect(control.window_, nullptr, FALSE);
-    if (message == WM_SETFOCUS) control.calls_.onFocus();
+    const auto other = reinterpret_cast<HWND>(wParam);
+    const bool stays = other == control.window_ || ::IsChild(control.window_, other);
+    if (message == WM_SETFOCUS || !stays) control.calls_.onFocus(message == WM_SETFOCUS);
   }
   return ::DefSubclassProc(window, message, wParam, lParam);
 }
@@ -107,6 +112,7 @@ LRESULT CALLBACK ControlWindow::WatchFocus(HWND window, UINT message, WPARAM wPa
 LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                           UINT_PTR /*id*/, DWORD_PTR self) {
   auto& control = *reinterpret_cast<ControlWindow*>(self);
+  const EntryScope entry(control.owner_);
   if (const auto answer = ReflectMessage(message, wParam, lParam)) return *answer;
   switch (message) {
     case WM_NCDESTROY:

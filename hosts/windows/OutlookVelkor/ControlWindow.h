@@ -13,8 +13,8 @@ class YearPlan;
 
 /// What a control's window tells and asks whoever made it.
 struct ControlWindowCalls {
-  /// The keyboard came to one of the control's windows.
-  std::function<void()> onFocus;
+  /// The keyboard came to one of the control's windows, or went to a window of others.
+  std::function<void(bool has)> onFocus;
   /// Whether the pointer shows that the user has to wait.
   std::function<bool()> isWaiting;
 };
@@ -48,12 +48,13 @@ class ControlWindow {
                                     UINT_PTR id, DWORD_PTR self);
   static LRESULT CALLBACK WatchFocus(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                      UINT_PTR id, DWORD_PTR self);
-  void MakePeers(DialogOwner& owner);
+  void MakePeers();
   HWND Keep(std::unique_ptr<WindowsPeer> peer);
   void Fit();
   void Paint();
 
   YearPlan& plan_;
+  DialogOwner& owner_;
   ControlWindowCalls calls_;
   FontHandle font_;
   FontHandle captionFont_;

@@ -42,11 +42,8 @@ class ControlFactory : public ComObject<IClassFactory> {
     });
   }
   STDMETHODIMP LockServer(BOOL lock) override {
-    if (lock) {
-      AddRef();
-    } else {
-      Release();
-    }
+    // The lock is the library's: another factory than the one that locked it may unlock it.
+    LiveObject::Lock(lock != FALSE);
     return S_OK;
   }
 };
@@ -75,6 +72,8 @@ void RegisterControl(Registration registration) {
       {key + "\\TypeLib", "", ToText(LIBID_OutlookVelkor)},
       {key + "\\Version", "", "1.0"},
       {key + "\\Control", "", ""},
+      // The verb 0 with no flags of a menu, on the container's menu (OLEVERBATTRIB).
+      {key + "\\Verb\\0", "", "&Show,0,2"},
       {key + "\\Programmable", "", ""},
       {key + "\\MiscStatus", "", "0"},
       {key + "\\MiscStatus\\1", "", std::to_string(MiscStatus)},

@@ -89,7 +89,8 @@ PropertyValue ComPropertyBag::ReadProperty(std::string_view key, const PropertyV
   // The type asked for lets a bag of texts convert by itself.
   VARIANT* const out = value.Out();
   out->vt = ToVariant(fallback).Get().vt;
-  if (FAILED(bag_.Read(ToWide(key).c_str(), out, log_)) || value.IsEmpty()) return fallback;
+  // A bag that answers S_FALSE has left the value as it was.
+  if (bag_.Read(ToWide(key).c_str(), out, log_) != S_OK || value.IsEmpty()) return fallback;
   return AsProperty(key, value, fallback);
 }
 

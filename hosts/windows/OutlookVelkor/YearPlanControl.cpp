@@ -41,14 +41,14 @@ YearPlanControl::YearPlanControl(ComPtr<ITypeInfo> typeInfo)
       seams_(owner_, [this](const Error& error) { TellError(error); }),
       plan_(seams_.All(), *this) {
   owner_.onBusy = [this](bool busy) { KeepWhileBusy(busy); };
-  owner_.onModal = [this](bool open) {
-    if (frame_) frame_->EnableModeless(!open);
-  };
+  owner_.onModal = [this](bool open) { FrameIsModal(open); };
+  owner_.onEntry = [this](bool begins) { Enter(begins); };
 }
 
 YearPlanControl::~YearPlanControl() {
   owner_.onBusy = nullptr;
   owner_.onModal = nullptr;
+  owner_.onEntry = nullptr;
   events_->Detach();
   propertyEvents_->Detach();
 }
@@ -64,11 +64,35 @@ void* YearPlanControl::FindOther(REFIID id) {
   return nullptr;
 }
 
-/// Callers of a busy part are still at work when it ends: only the next message from the outermost
-/// loop finds none of them.
+/// What became busy within a call from outside is over with that call, also where no messages will
+/// flow any more. What was busy before may have callers still at work, as a timer's tick.
+void YearPlanControl::Enter(bool begins) {
+  if (begins) {
+    AddRef();
+    if (entries_++ == 0) keptBefore_ = kept_;
+    return;
+  }
+  if (--entries_ == 0 && kept_ && !owner_.IsBusy()) {
+    if (keptBefore_) {
+      ::PostMessageW(keeper_.Get(), MessagesFlowAgain, 0, 0);
+    } else {
+      SettleAfterBusy();
+    }
+  }
+  Release();
+}
+
+template <typename Work>
+HRESULT YearPlanControl::AnswerCall(const Work& work) {
+  const EntryScope entry(owner_);
+  return Answer(work);
+}
+
+/// Callers of a busy part may still be at work when it ends: only the next message from the
+/// outermost loop finds none of them.
 void YearPlanControl::KeepWhileBusy(bool busy) {
   if (!busy) {
-    ::PostMessageW(keeper_.Get(), MessagesFlowAgain, 0, 0);
+    if (entries_ == 0) ::PostMessageW(keeper_.Get(), MessagesFlowAgain, 0, 0);
   } else if (!kept_) {
     kept_ = true;
     AddRef();
@@ -76,7 +100,7 @@ void YearPlanControl::KeepWhileBusy(bool busy) {
 }
 
 void YearPlanControl::SettleAfterBusy() {
-  if (owner_.IsBusy() || !kept_) return;
+  if (owner_.IsBusy() || entries_ > 0 || !kept_) return;
   kept_ = false;
   retired_.clear();
   Release();
@@ -126,6 +150,7 @@ void YearPlanControl::StatusChange(std::string_view Msg) {
 
 /// The stock event for what goes wrong while the container does not wait for an answer.
 void YearPlanControl::TellError(const Error& error) {
+  if (frozen_ > 0) return;
   const BusyScope busy(owner_);
   BSTR description = Bstr(error.Description()).Release();
   VARIANT_BOOL cancelDisplay = VARIANT_TRUE;
@@ -152,7 +177,7 @@ STDMETHODIMP YearPlanControl::get_Folder(BSTR* value) {
 }
 
 STDMETHODIMP YearPlanControl::put_Folder(BSTR value) {
-  return Answer([&] { plan_.SetFolder(ToUtf8(value)); });
+  return AnswerCall([&] { plan_.SetFolder(ToUtf8(value)); });
 }
 
 STDMETHODIMP YearPlanControl::get_AllEvents(VARIANT_BOOL* value) {
@@ -160,7 +185,7 @@ STDMETHODIMP YearPlanControl::get_AllEvents(VARIANT_BOOL* value) {
 }
 
 STDMETHODIMP YearPlanControl::put_AllEvents(VARIANT_BOOL value) {
-  return Answer([&] { plan_.SetAllEvents(value != VARIANT_FALSE); });
+  return AnswerCall([&] { plan_.SetAllEvents(value != VARIANT_FALSE); });
 }
 
 STDMETHODIMP YearPlanControl::get_HideNonCategoryItems(VARIANT_BOOL* value) {
@@ -168,7 +193,7 @@ STDMETHODIMP YearPlanControl::get_HideNonCategoryItems(VARIANT_BOOL* value) {
 }
 
 STDMETHODIMP YearPlanControl::put_HideNonCategoryItems(VARIANT_BOOL value) {
-  return Answer([&] { plan_.SetHideNonCategoryItems(value != VARIANT_FALSE); });
+  return AnswerCall([&] { plan_.SetHideNonCategoryItems(value != VARIANT_FALSE); });
 }
 
 STDMETHODIMP YearPlanControl::get_DisplaySubject(VARIANT_BOOL* value) {
@@ -176,7 +201,7 @@ STDMETHODIMP YearPlanControl::get_DisplaySubject(VARIANT_BOOL* value) {
 }
 
 STDMETHODIMP YearPlanControl::put_DisplaySubject(VARIANT_BOOL value) {
-  return Answer([&] { plan_.SetDisplaySubject(value != VARIANT_FALSE); });
+  return AnswerCall([&] { plan_.SetDisplaySubject(value != VARIANT_FALSE); });
 }
 
 STDMETHODIMP YearPlanControl::get_TitleName(BSTR* value) {
@@ -184,7 +209,7 @@ STDMETHODIMP YearPlanControl::get_TitleName(BSTR* value) {
 }
 
 STDMETHODIMP YearPlanControl::put_TitleName(BSTR value) {
-  return Answer([&] { plan_.SetTitleName(ToUtf8(value)); });
+  return AnswerCall([&] { plan_.SetTitleName(ToUtf8(value)); });
 }
 
 STDMETHODIMP YearPlanControl::get_AppointmentForm(BSTR* value) {
@@ -192,25 +217,25 @@ STDMETHODIMP YearPlanControl::get_AppointmentForm(BSTR* value) {
 }
 
 STDMETHODIMP YearPlanControl::put_AppointmentForm(BSTR value) {
-  return Answer([&] { plan_.SetAppointmentForm(ToUtf8(value)); });
+  return AnswerCall([&] { plan_.SetAppointmentForm(ToUtf8(value)); });
 }
 
 STDMETHODIMP YearPlanControl::CatDelete(BSTR name) {
-  return Answer([&] { plan_.CatDelete(ToUtf8(name)); });
+  return AnswerCall([&] { plan_.CatDelete(ToUtf8(name)); });
 }
 
 STDMETHODIMP YearPlanControl::CatColour(BSTR name) {
-  return Answer([&] { plan_.CatColour(ToUtf8(name)); });
+  return AnswerCall([&] { plan_.CatColour(ToUtf8(name)); });
 }
 
 STDMETHODIMP YearPlanControl::GetStringList(VARIANT* names) {
   if (names == nullptr) return E_POINTER;
   ::VariantInit(names);
-  return Answer([&] { Variant(plan_.GetStringList()).MoveTo(names); });
+  return AnswerCall([&] { Variant(plan_.GetStringList()).MoveTo(names); });
 }
 
 STDMETHODIMP YearPlanControl::AboutBox() {
-  return Answer([&] { plan_.Elements().mnuAbout.Click(); });
+  return AnswerCall([&] { plan_.Elements().mnuAbout.Click(); });
 }
 
 }  // namespace velkor

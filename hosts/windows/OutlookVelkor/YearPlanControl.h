@@ -144,8 +144,14 @@ class YearPlanControl : public ComObject<IYearPlan, IProvideClassInfo2, IConnect
   void Start();
   bool IsDesignMode() const;
   HRESULT Activate(bool withKeyboard);
+  HRESULT MakeWindow(IOleClientSite& site);
   void UiActivate();
+  void FocusChanged(bool has);
+  void FrameIsModal(bool open);
   HRESULT ReadFrom(PropertyBag& bag);
+  template <typename Work>
+  HRESULT AnswerCall(const Work& work);
+  void Enter(bool begins);
   void KeepWhileBusy(bool busy);
   void SettleAfterBusy();
   void TellView();
@@ -157,6 +163,9 @@ class YearPlanControl : public ComObject<IYearPlan, IProvideClassInfo2, IConnect
   ComPtr<IOleClientSite> site_;
   ComPtr<IOleInPlaceSite> inPlaceSite_;
   ComPtr<IOleInPlaceFrame> frame_;
+  ComPtr<IOleInPlaceUIWindow> document_;
+  /// Those that were told of the dialogs that are open, from the outermost on; of some it is null.
+  std::vector<ComPtr<IOleInPlaceFrame>> modalFrames_;
   ComPtr<IOleAdviseHolder> adviseHolder_;
   ComPtr<IAdviseSink> viewSink_;
   DWORD viewSinkFlags_ = 0;
@@ -165,9 +174,14 @@ class YearPlanControl : public ComObject<IYearPlan, IProvideClassInfo2, IConnect
   bool dirty_ = false;
   bool started_ = false;
   bool uiActive_ = false;
+  bool hasFocus_ = false;
   int frozen_ = 0;
-  /// A reference to itself, from the beginning of a busy time until messages flow again.
+  /// How many calls from outside are being answered.
+  int entries_ = 0;
+  /// A reference to itself, from the beginning of a busy time until nothing of this is at work.
   bool kept_ = false;
+  /// Whether it was kept when the outermost call from outside began.
+  bool keptBefore_ = false;
   MessageWindow keeper_;
   ControlSeams seams_;
   YearPlan plan_;

@@ -1,0 +1,195 @@
+// tests/hosts/windows/ContainerCallsTest.cpp: what a container may do to a control, and when.
+#include <gmock/gmock.h>
+
+#include "platform/windows/MessageWindow.h"
+#include "tests/hosts/windows/BareContainer.h"
+#include "tests/platform/windows/DriveDialog.h"
+
+namespace velkor {
+namespace {
+
+class ContainerCalls : public testing::Test {
+ protected:
+  ContainerCalls() { EXPECT_EQ(library_.Call("DllRegisterServer"), S_OK); }
+  ~ContainerCalls() override {
+    if (container_) container_->Close();
+    container_.Reset();
+    EXPECT_TRUE(Pump(2000, [this] { return library_.CanUnload(); })) << "something holds it";
+    EXPECT_EQ(library_.Call("DllUnregisterServer"), S_OK);
+  }
+
+  static CLSID Id() {
+    CLSID id{};
+    EXPECT_EQ(::CLSIDFromProgID(L"OutlookVelkor.YearPlan", &id), S_OK);
+    return id;
+  }
+  template <typename Interface>
+  static ComPtr<Interface> Create() {
+    ComPtr<Interface> made;
+    EXPECT_EQ(::CoCreateInstance(Id(), nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&made)), S_OK);
+    return made;
+  }
+  BareContainer& Container() {
+    container_ = ComPtr<BareContainer>(new BareContainer(Create<IOleObject>()));
+    return *container_.Get();
+  }
+  template <typename Interface>
+  ComPtr<Interface> Control() {
+    ComPtr<Interface> answered;
+    EXPECT_EQ(container_->control.As(&answered), S_OK);
+    return answered;
+  }
+
+  const ContainerThread thread_;
+  ControlLibrary library_;
+  ComPtr<BareContainer> container_;
+};
+
+TEST_F(ContainerCalls, AHostThatProcessesNoMessagesLetsTheControlGoAtOnce) {
+  {
+    const auto planner = Create<IDispatch>();
+    std::wstring name = L"Folder";
+    LPOLESTR names = name.data();
+    DISPID member = 0;
+    ASSERT_EQ(planner->GetIDsOfNames(IID_NULL, &names, 1, 0, &member), S_OK);
+    const Variant value("Team");
+    DISPID put = DISPID_PROPERTYPUT;
+    DISPPARAMS arguments{const_cast<VARIANT*>(&value.Get()), &put, 1, 1};
+    ASSERT_EQ(planner->Invoke(member, IID_NULL, 0, DISPATCH_PROPERTYPUT, &arguments, nullptr,
+                              nullptr, nullptr),
+              S_OK);
+  }
+  EXPECT_TRUE(library_.CanUnload());
+  Container().Do(OLEIVERB_UIACTIVATE);
+  container_->Close();
+  container_.Reset();
+  EXPECT_TRUE(library_.CanUnload());
+}
+
+TEST_F(ContainerCalls, OneFactoryUnlocksWhatAnotherOneLocked) {
+  const auto factory = [] {
+    ComPtr<IClassFactory> made;
+    EXPECT_EQ(::CoGetClassObject(Id(), CLSCTX_INPROC_SERVER, nullptr, IID_PPV_ARGS(&made)), S_OK);
+    return made;
+  };
+  factory()->LockServer(TRUE);
+  EXPECT_FALSE(library_.CanUnload());
+  factory()->LockServer(FALSE);
+  EXPECT_TRUE(library_.CanUnload());
+}
+
+TEST_F(ContainerCalls, TheControlMayBeLetGoWithinWhateverItTells) {
+  for (const char* moment : {"OnInPlaceActivate", "ShowObject", "OnUIActivate", "SetActiveObject",
+                             "OnFocus(TRUE)", "OnUIDeactivate", "OnInPlaceDeactivate"}) {
+    BareContainer& container = Container();
+    container.reactions[moment] = [&] { container.Drop(); };
+    container.Do(OLEIVERB_UIACTIVATE);
+    container.Drop();
+    EXPECT_GE(container.Count(moment), 1) << moment;
+    EXPECT_EQ(container.Child(), nullptr) << moment;
+    EXPECT_EQ(container.Count("OnInPlaceActivate"), container.Count("OnInPlaceDeactivate"));
+    EXPECT_EQ(container.Count("OnUIActivate"), container.Count("OnUIDeactivate")) << moment;
+    container.Close();
+    container_.Reset();
+    EXPECT_TRUE(library_.CanUnload()) << moment;
+  }
+}
+
+/// A window of the container's own that closes the control as it loses the keyboard.
+LRESULT CALLBACK CloseOnLoss(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  auto* const container =
+      reinterpret_cast<BareContainer*>(::GetWindowLongPtrW(window, GWLP_USERDATA));
+  if (message == WM_KILLFOCUS && container != nullptr) container->Drop();
+  return ::DefWindowProcW(window, message, wParam, lParam);
+}
+
+TEST_F(ContainerCalls, AClickThatTakesTheKeyboardFromAnotherWindowMayEndTheControl) {
+  BareContainer& container = Container();
+  ASSERT_EQ(container.Do(OLEIVERB_SHOW), S_OK);
+  const HWND child = container.Child();
+  const HWND grid = ::ChildWindowFromPointEx(child, {300, 200}, CWP_SKIPINVISIBLE);
+  ASSERT_NE(grid, child);
+  const HWND other = ::CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE, 620, 0, 50, 20,
+                                       container.Window(), nullptr, nullptr, nullptr);
+  ::SetWindowLongPtrW(other, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&container));
+  ::SetWindowLongPtrW(other, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(CloseOnLoss));
+  ::SetFocus(other);
+  ::SendMessageW(grid, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(20, 20));
+  EXPECT_FALSE(::IsWindow(child));
+  EXPECT_EQ(container.control, nullptr);
+}
+
+TEST_F(ContainerCalls, WindowsThatWentWithTheContainersComeAgain) {
+  BareContainer& container = Container();
+  ASSERT_EQ(container.Do(OLEIVERB_UIACTIVATE), S_OK);
+  ::DestroyWindow(container.Window());
+  container.MakeWindow();
+  ASSERT_EQ(container.Do(OLEIVERB_UIACTIVATE), S_OK);
+  EXPECT_NE(container.Child(), nullptr);
+  for (const char* each : {"OnInPlaceActivate", "OnUIActivate"}) {
+    EXPECT_EQ(container.Count(each), 2) << each;
+  }
+  for (const char* each : {"OnInPlaceDeactivate", "OnUIDeactivate"}) {
+    EXPECT_EQ(container.Count(each), 1) << each;
+  }
+}
+
+TEST_F(ContainerCalls, HearsOfTheKeyboardOnceWhenItComesAndOnceWhenItGoes) {
+  BareContainer& container = Container();
+  ASSERT_EQ(container.Do(OLEIVERB_UIACTIVATE), S_OK);
+  // Between windows of the control.
+  ::SetFocus(::GetWindow(container.Child(), GW_CHILD));
+  EXPECT_EQ(container.Count("OnFocus(TRUE)"), 1);
+  EXPECT_EQ(container.Count("OnFocus(FALSE)"), 0);
+  ::SetFocus(container.Window());
+  EXPECT_EQ(container.Count("OnFocus(FALSE)"), 1);
+}
+
+TEST_F(ContainerCalls, AFrameThatTheControlLeftDuringADialogIsFreedAgain) {
+  BareContainer& container = Container();
+  ASSERT_EQ(container.Do(OLEIVERB_SHOW), S_OK);
+  const MessageWindow leaver(
+      [&](UINT, WPARAM) { Control<IOleInPlaceObject>()->InPlaceDeactivate(); });
+  const DriveDialog drive([&] {
+    const HWND message = WaitForDialog(L"OutlookVelkor");
+    ::SendMessageW(leaver.Get(), WM_APP, 0, 0);
+    Answer(message, IDOK);
+  });
+  EXPECT_TRUE(Pump(15000, [&] { return container.Count("EnableModeless(TRUE)") == 1; }));
+  EXPECT_EQ(container.Count("EnableModeless(FALSE)"), 1);
+}
+
+TEST_F(ContainerCalls, WhatTheContainerClipsIsNotSeen) {
+  BareContainer& container = Container();
+  const auto seen = [&] {
+    RECT box{};
+    const int kind = ::GetWindowRgnBox(container.Child(), &box);
+    return kind == ERROR ? -1 : box.right - box.left;
+  };
+  container.clip = {10, 10, 110, 310};
+  ASSERT_EQ(container.Do(OLEIVERB_SHOW), S_OK);
+  EXPECT_EQ(seen(), 100);
+  const auto object = Control<IOleInPlaceObject>();
+  const RECT elsewhere{700, 10, 800, 310};
+  ASSERT_EQ(object->SetObjectRects(&container.place, &elsewhere), S_OK);
+  EXPECT_EQ(seen(), 0);
+  ASSERT_EQ(object->SetObjectRects(&container.place, &container.place), S_OK);
+  EXPECT_EQ(seen(), -1);
+}
+
+TEST_F(ContainerCalls, VerbsAreListedAndASizeIsNoChangeToStore) {
+  BareContainer& container = Container();
+  ComPtr<IEnumOLEVERB> verbs;
+  ASSERT_EQ(container.control->EnumVerbs(&verbs), S_OK);
+  OLEVERB verb{};
+  ASSERT_EQ(verbs->Next(1, &verb, nullptr), S_OK);
+  EXPECT_EQ(verb.lVerb, OLEIVERB_PRIMARY);
+  EXPECT_STREQ(verb.lpszVerbName, L"&Show");
+  ::CoTaskMemFree(verb.lpszVerbName);
+  SIZEL size{5000, 3000};
+  EXPECT_EQ(container.control->SetExtent(DVASPECT_CONTENT, &size), S_OK);
+  EXPECT_EQ(Control<IPersistStreamInit>()->IsDirty(), S_FALSE);
+}
+
+}  // namespace
+}  // namespace velkor
