@@ -1,7 +1,6 @@
 // bench/DrawingFigures.cpp: drawing a full year over the bare calls that it makes.
 #include <QImage>
 #include <QPainter>
-#include <algorithm>
 #include <string>
 
 #include "bench/CallRecorder.h"
@@ -16,23 +15,6 @@ namespace {
 
 constexpr std::size_t Bars = 10'000;
 constexpr double DrawingLimit = 1.3;
-constexpr Extent PicParent{24000, 15000};
-constexpr Twips ScrollBarWidth = 255;
-
-/// A year with the wanted number of bars. An event may have several, so the number of events is
-/// searched for.
-YearGrid GridWithBars(std::size_t bars, bool displaySubject) {
-  std::size_t events = bars;
-  while (true) {
-    YearGrid grid = FilledGrid(events, Spread::Random, displaySubject);
-    const std::size_t has = grid.Layout().bars.size();
-    if (has <= bars) {
-      grid.Resize(PicParent, ScrollBarWidth, {});
-      return grid;
-    }
-    events -= std::max<std::size_t>((has - bars) / 2, 1);
-  }
-}
 
 /// A picture of the grid's whole height, so that every bar is in sight.
 class GridPicture {

@@ -21,6 +21,8 @@ constexpr std::array<std::string_view, 8> Subjects{
     "Müller, Jürgen: Urlaub", "Visit of the auditors", "Train to the fair 12",
     "Call about the budget",  "Release of version 4"};
 constexpr int Year = 2026;
+constexpr Extent PicParent{24000, 15000};
+constexpr Twips ScrollBarWidth = 255;
 
 /// Uniform from 0 to `bound` - 1; the library's distributions differ from one system to the next.
 int Below(Random& random, int bound) {
@@ -109,6 +111,20 @@ YearGrid FilledGrid(std::size_t count, Spread spread, bool displaySubject) {
   for (CalEvent& event : events) fields.Derive(event);
   grid.SetEvents(EventCollection(std::move(events)));
   return grid;
+}
+
+YearGrid GridWithBars(std::size_t bars, bool displaySubject) {
+  // An event may have several, so the number of events is searched for.
+  std::size_t events = bars;
+  while (true) {
+    YearGrid grid = FilledGrid(events, Spread::Random, displaySubject);
+    const std::size_t has = grid.Layout().bars.size();
+    if (has <= bars) {
+      grid.Resize(PicParent, ScrollBarWidth, {});
+      return grid;
+    }
+    events -= std::max<std::size_t>((has - bars) / 2, 1);
+  }
 }
 
 }  // namespace velkor

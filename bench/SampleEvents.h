@@ -33,4 +33,7 @@ std::vector<CalEvent> SampleEvents(std::size_t count, Spread spread, std::size_t
 /// The same, derived and in a grid of 2026 that is not laid out yet.
 YearGrid FilledGrid(std::size_t count, Spread spread, bool displaySubject = false);
 
+/// A year laid out in a window of ordinary size, with the wanted number of bars or few less.
+YearGrid GridWithBars(std::size_t bars, bool displaySubject);
+
 }  // namespace velkor

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds the measuring program and shows every figure with what it may be at most.
 #   bench/run.sh [--benchmark_filter=REGEX]
+# Those of drawing by GDI too, where the cross compiler and Wine are and no filter is given.
 # The exit code is 1 when a figure is missed.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -9,8 +10,19 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 scripts/packages.sh desktop test >&2
 mkdir -p build
 log=build/bench.log
-{
-  cmake --preset bench
-  cmake --build --preset bench --target yearplan-bench
-} >"$log" 2>&1 </dev/null || { cat "$log" >&2; exit 1; }
-exec build/bench/bin/yearplan-bench "$@"
+
+# build PRESET TARGET
+build() {
+  { cmake --preset "$1" && cmake --build --preset "$1" --target "$2"; } >"$log" 2>&1 </dev/null ||
+    { cat "$log" >&2; exit 1; }
+}
+
+code=0
+build bench yearplan-bench
+build/bench/bin/yearplan-bench "$@" || code=1
+if (($# == 0)) && command -v wine x86_64-w64-mingw32-g++-posix x86_64-w64-mingw32-widl >/dev/null; then
+  build bench-mingw gdi-bench
+  scripts/wine-run.sh build/bench-mingw/bin/gdi-bench.exe || code=1
+  scripts/wine-run.sh --stop
+fi
+exit "$code"

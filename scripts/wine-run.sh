@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# Runs a cross-built program under Wine, in a prefix of its own below build/wine.
+# Runs a cross-built program under Wine, in a prefix below build/wine: the one that
+# VELKOR_WINE_PREFIX names, so that programs of different prefixes can run side by side.
 #   scripts/wine-run.sh PROGRAM [ARGUMENT...]   runs it and answers with its exit code
-#   scripts/wine-run.sh --fresh                 begins with a new copy of the prefix
-#   scripts/wine-run.sh --stop                  ends every program in the prefix
+#   scripts/wine-run.sh --fresh                 begins with a new copy of the prefix, and no other
+#   scripts/wine-run.sh --stop                  ends every program in all prefixes
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -12,7 +13,8 @@ seconds=${VELKOR_WINE_TIMEOUT:-280}
 
 mkdir -p "$folder/home"
 export HOME=$folder/home
-export WINEPREFIX=$folder/prefix
+prefixes=$folder/prefixes
+export WINEPREFIX=$prefixes/${VELKOR_WINE_PREFIX:-common}
 export WINEARCH=win64
 # Also silences the advice to install 32-bit Wine, which is not wanted.
 export WINEDEBUG=${WINEDEBUG:--all}
@@ -23,6 +25,13 @@ unset DISPLAY
 # wineserver PREFIX ARGUMENT...: Wine's server, which Debian keeps outside the search path.
 wineserver() {
   WINEPREFIX=$1 PATH=$PATH:/usr/lib/wine timeout 60 wineserver64 "${@:2}"
+}
+
+stop_all() {
+  local prefix
+  for prefix in "$prefixes"/*/; do
+    [[ ! -d $prefix ]] || wineserver "${prefix%/}" -k 2>/dev/null || true
+  done
 }
 
 make_template() {
@@ -44,19 +53,20 @@ ensure_prefix() {
     make_template >"$folder/make.log" 2>&1 </dev/null 9>&- ||
       { echo "wine-run.sh: no Wine prefix could be made:" >&2; cat "$folder/make.log" >&2; exit 1; }
     rm -rf "$WINEPREFIX"
+    mkdir -p "$prefixes"
     cp -a "$template" "$WINEPREFIX"
   fi
   exec 9>&-
 }
 
 case ${1:-} in
-  "") sed -n '2,5p' "${BASH_SOURCE[0]}" >&2; exit 2 ;;
+  "") sed -n '2,6p' "${BASH_SOURCE[0]}" >&2; exit 2 ;;
   --stop)
-    [[ ! -d $WINEPREFIX ]] || wineserver "$WINEPREFIX" -k 2>/dev/null || true
+    stop_all
     exit 0 ;;
   --fresh)
-    [[ ! -d $WINEPREFIX ]] || wineserver "$WINEPREFIX" -k 2>/dev/null || true
-    rm -rf "$WINEPREFIX"
+    stop_all
+    rm -rf "$prefixes"
     ensure_prefix
     exit 0 ;;
 esac

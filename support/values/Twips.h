@@ -78,8 +78,14 @@ inline std::int32_t WholeTwips(Twips length) {
 /// The pixel whose edge is nearest to a length; lengths beyond what a raster can hold stop there.
 inline int ToPixel(Twips length, float pixel) {
   constexpr double Limit = 1 << 28;
-  const double position = RoundHalfEven(length / static_cast<double>(pixel));
-  return static_cast<int>(std::fmin(std::fmax(position, -Limit), Limit));
+  const double position = length / static_cast<double>(pixel);
+  // What is no number stops at the lower end. Ties go to even as in RoundHalfEven, but by no call:
+  // some libraries take longer for it than drawing a small bar does.
+  const double within = position > -Limit ? (position < Limit ? position : Limit) : -Limit;
+  const int whole = static_cast<int>(within);
+  const double rest = within - whole;
+  const double tie = whole % 2 == 0 ? 0.5 : std::nextafter(0.5, 0.0);
+  return whole + (rest > tie) - (rest < -tie);
 }
 
 /// Every surface turns rectangles into pixels by this rule, so that all of them draw the same.
