@@ -36,6 +36,18 @@ bool IsPastEnd(HWND control, HWND focus, bool backward) {
   return backward ? focus == first : ::GetNextDlgTabItem(control, focus, FALSE) == first;
 }
 
+/// Whether a key belongs to the element that has the keyboard. Keys with which containers do things
+/// of their own are theirs: function keys, Escape, and Ctrl with a letter, but for those that a
+/// text knows.
+/// @param wanted  the element's answer to WM_GETDLGCODE
+bool IsForElement(WPARAM key, LRESULT wanted) {
+  if ((wanted & (DLGC_WANTALLKEYS | DLGC_WANTMESSAGE)) != 0) return true;
+  if ((wanted & DLGC_WANTARROWS) == 0) return false;
+  if ((key >= VK_F1 && key <= VK_F24) || key == VK_ESCAPE) return false;
+  const bool isLetter = key >= 'A' && key <= 'Z';
+  return !isLetter || ::GetKeyState(VK_CONTROL) >= 0 || (wanted & DLGC_HASSETSEL) != 0;
+}
+
 }  // namespace
 
 ControlWindow::ControlWindow(YearPlan& plan, HWND parent, const RECT& place, DialogOwner& owner,
@@ -192,8 +204,7 @@ bool ControlWindow::TranslateKey(MSG& message) {
   const LRESULT wanted = ::SendMessageW(message.hwnd, WM_GETDLGCODE, message.wParam,
                                         reinterpret_cast<LPARAM>(&message));
   const bool isTab = message.wParam == VK_TAB;
-  if (!isTab && (wanted & (DLGC_WANTALLKEYS | DLGC_WANTARROWS | DLGC_WANTMESSAGE)) != 0 &&
-      message.message == WM_KEYDOWN) {
+  if (!isTab && message.message == WM_KEYDOWN && IsForElement(message.wParam, wanted)) {
     ::TranslateMessage(&message);
     ::DispatchMessageW(&message);
     return true;
