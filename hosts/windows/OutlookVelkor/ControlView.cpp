@@ -69,6 +69,9 @@ STDMETHODIMP YearPlanControl::GetExtent(DWORD aspect, LONG /*index*/, DVTARGETDE
 }
 
 void YearPlanControl::TellView() {
+  const EntryScope entry(owner_);
+  const BusyScope busy(owner_);
+  if (dataAdviseHolder_) dataAdviseHolder_->SendOnDataChange(this, 0, 0);
   const ComPtr<IAdviseSink> sink = viewSink_;
   if (!sink) return;
   if ((viewSinkFlags_ & ADVF_ONLYONCE) != 0) viewSink_.Reset();

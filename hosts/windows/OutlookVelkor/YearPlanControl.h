@@ -22,11 +22,12 @@ class Error;
 /// One planner in one container, on the thread that made it. Starts up when its properties were
 /// loaded, or, newly placed, when it is activated; in design mode never. A container may let it go
 /// at any moment: while messages are processed in the middle of a call it lives on.
-class YearPlanControl : public ComObject<IYearPlan, IProvideClassInfo2, IConnectionPointContainer,
-                                         IPersistPropertyBag, IPersistStreamInit, IOleObject,
-                                         IOleInPlaceObject, IOleInPlaceActiveObject, IOleControl,
-                                         IViewObject2, IObjectSafety, ISupportErrorInfo>,
-                        private ControlHost {
+class YearPlanControl
+    : public ComObject<IYearPlan, IProvideClassInfo2, IConnectionPointContainer,
+                       IPersistPropertyBag, IPersistStreamInit, IOleObject, IOleInPlaceObject,
+                       IOleInPlaceActiveObject, IOleControl, IViewObject2, IDataObject,
+                       IObjectSafety, ISupportErrorInfo>,
+      private ControlHost {
  public:
   /// @param typeInfo  of IYearPlan
   explicit YearPlanControl(ComPtr<ITypeInfo> typeInfo);
@@ -100,6 +101,17 @@ class YearPlanControl : public ComObject<IYearPlan, IProvideClassInfo2, IConnect
   STDMETHODIMP GetMiscStatus(DWORD aspect, DWORD* status) override;
   STDMETHODIMP SetColorScheme(LOGPALETTE* palette) override;
 
+  // IDataObject
+  STDMETHODIMP GetData(FORMATETC* format, STGMEDIUM* medium) override;
+  STDMETHODIMP GetDataHere(FORMATETC* format, STGMEDIUM* medium) override;
+  STDMETHODIMP QueryGetData(FORMATETC* format) override;
+  STDMETHODIMP GetCanonicalFormatEtc(FORMATETC* asked, FORMATETC* canonical) override;
+  STDMETHODIMP SetData(FORMATETC* format, STGMEDIUM* medium, BOOL release) override;
+  STDMETHODIMP EnumFormatEtc(DWORD direction, IEnumFORMATETC** formats) override;
+  STDMETHODIMP DAdvise(FORMATETC* format, DWORD flags, IAdviseSink* sink, DWORD* cookie) override;
+  STDMETHODIMP DUnadvise(DWORD cookie) override;
+  STDMETHODIMP EnumDAdvise(IEnumSTATDATA** sinks) override;
+
   // IOleWindow, IOleInPlaceObject, IOleInPlaceActiveObject
   STDMETHODIMP GetWindow(HWND* window) override;
   STDMETHODIMP ContextSensitiveHelp(BOOL enter) override;
@@ -155,6 +167,7 @@ class YearPlanControl : public ComObject<IYearPlan, IProvideClassInfo2, IConnect
   void KeepWhileBusy(bool busy);
   void SettleAfterBusy();
   void TellView();
+  HENHMETAFILE MakePicture();
 
   ComPtr<ITypeInfo> typeInfo_;
   DialogOwner owner_;
@@ -167,6 +180,7 @@ class YearPlanControl : public ComObject<IYearPlan, IProvideClassInfo2, IConnect
   /// Those that were told of the dialogs that are open, from the outermost on; of some it is null.
   std::vector<ComPtr<IOleInPlaceFrame>> modalFrames_;
   ComPtr<IOleAdviseHolder> adviseHolder_;
+  ComPtr<IDataAdviseHolder> dataAdviseHolder_;
   ComPtr<IAdviseSink> viewSink_;
   DWORD viewSinkFlags_ = 0;
   DWORD viewSinkAspects_ = 0;

@@ -177,6 +177,59 @@ TEST_F(ContainerCalls, WhatTheContainerClipsIsNotSeen) {
   EXPECT_EQ(seen(), -1);
 }
 
+TEST_F(ContainerCalls, KeysThatTheGridDoesNotKnowAreTheContainers) {
+  BareContainer& container = Container();
+  ASSERT_EQ(container.Do(OLEIVERB_UIACTIVATE), S_OK);
+  const auto takes = [&](WPARAM key, bool control) {
+    BYTE state[256]{};
+    state[VK_CONTROL] = control ? 0x80 : 0;
+    ::SetKeyboardState(state);
+    MSG message{::GetFocus(), WM_KEYDOWN, key, 1, 0, {}};
+    const HRESULT result = Control<IOleInPlaceActiveObject>()->TranslateAccelerator(&message);
+    state[VK_CONTROL] = 0;
+    ::SetKeyboardState(state);
+    return result == S_OK;
+  };
+  for (const WPARAM key : {WPARAM{VK_F1}, WPARAM{VK_F5}, WPARAM{VK_ESCAPE}}) {
+    EXPECT_FALSE(takes(key, false)) << key;
+  }
+  EXPECT_FALSE(takes('S', true));
+  for (const WPARAM key : {WPARAM{VK_DOWN}, WPARAM{VK_HOME}, WPARAM{VK_RETURN}}) {
+    EXPECT_TRUE(takes(key, false)) << key;
+  }
+}
+
+TEST_F(ContainerCalls, DocumentsGetAPictureOfItsSize) {
+  BareContainer& container = Container();
+  SIZEL size{12000, 6000};
+  ASSERT_EQ(container.control->SetExtent(DVASPECT_CONTENT, &size), S_OK);
+  const auto data = Control<IDataObject>();
+  ComPtr<IEnumFORMATETC> formats;
+  ASSERT_EQ(data->EnumFormatEtc(DATADIR_GET, &formats), S_OK);
+  FORMATETC format{};
+  int count = 0;
+  for (; formats->Next(1, &format, nullptr) == S_OK; ++count) {
+    STGMEDIUM medium{};
+    ASSERT_EQ(data->GetData(&format, &medium), S_OK) << format.cfFormat;
+    if (medium.tymed == TYMED_ENHMF) {
+      ENHMETAHEADER header{};
+      ::GetEnhMetaFileHeader(medium.hEnhMetaFile, sizeof header, &header);
+      EXPECT_GT(header.nRecords, 100U);
+      EXPECT_EQ(header.rclFrame.right - header.rclFrame.left, size.cx);
+    } else {
+      const auto* const picture =
+          static_cast<const METAFILEPICT*>(::GlobalLock(medium.hMetaFilePict));
+      EXPECT_EQ(picture->xExt, size.cx);
+      EXPECT_GT(::GetMetaFileBitsEx(picture->hMF, 0, nullptr), 1000U);
+      ::GlobalUnlock(medium.hMetaFilePict);
+    }
+    ::ReleaseStgMedium(&medium);
+  }
+  EXPECT_EQ(count, 2);
+  format.cfFormat = CF_TEXT;
+  EXPECT_EQ(data->QueryGetData(&format), DV_E_FORMATETC);
+}
+
 TEST_F(ContainerCalls, VerbsAreListedAndASizeIsNoChangeToStore) {
   BareContainer& container = Container();
   ComPtr<IEnumOLEVERB> verbs;
