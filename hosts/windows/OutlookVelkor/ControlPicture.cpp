@@ -2,10 +2,14 @@
 #include "hosts/windows/OutlookVelkor/ControlPicture.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include "control/YearPlanElements.h"
+#include "platform/windows/DibSection.h"
 #include "platform/windows/GdiSurface.h"
+#include "platform/windows/WindowsPeer.h"
 #include "platform/windows/WindowsToolbarImages.h"
 #include "view/Face.h"
 
@@ -83,9 +87,38 @@ void DrawStrip(GdiSurface& surface, const YearPlanElements& elements) {
   }
 }
 
+/// A metafile of the older kind knows no pixels and measures no text: it takes a picture instead.
+void DrawAsPicture(YearPlanElements& elements, Extent size, HDC metafile, const RECTL& bounds) {
+  const POINT pixels = ToScreenPixels(Point{size.width, size.height});
+  const DibSection picture(std::max<int>(pixels.x, 1), std::max<int>(pixels.y, 1));
+  DrawControl(elements, size, picture.Dc(), {0, 0, picture.Width(), picture.Height()});
+  ::GdiFlush();
+  // Recorded rows run upwards.
+  std::vector<std::uint32_t> rows;
+  for (int y = picture.Height() - 1; y >= 0; --y) {
+    rows.insert(rows.end(), picture.Row(y), picture.Row(y) + picture.Width());
+  }
+  BITMAPINFO info{};
+  info.bmiHeader.biSize = sizeof info.bmiHeader;
+  info.bmiHeader.biWidth = picture.Width();
+  info.bmiHeader.biHeight = picture.Height();
+  info.bmiHeader.biPlanes = 1;
+  info.bmiHeader.biBitCount = 32;
+  info.bmiHeader.biCompression = BI_RGB;
+  // Counts though it follows from the rest: it is how much is recorded.
+  info.bmiHeader.biSizeImage = static_cast<DWORD>(rows.size() * sizeof rows[0]);
+  ::StretchDIBits(metafile, bounds.left, bounds.top, bounds.right - bounds.left,
+                  bounds.bottom - bounds.top, 0, 0, picture.Width(), picture.Height(), rows.data(),
+                  &info, DIB_RGB_COLORS, SRCCOPY);
+}
+
 }  // namespace
 
 void DrawControl(YearPlanElements& elements, Extent size, HDC dc, const RECTL& bounds) {
+  if (::GetObjectType(dc) == OBJ_METADC) {
+    DrawAsPicture(elements, size, dc, bounds);
+    return;
+  }
   const SavedDc saved(dc);
   POINT corners[2] = {{bounds.left, bounds.top}, {bounds.right, bounds.bottom}};
   ::LPtoDP(dc, corners, 2);
