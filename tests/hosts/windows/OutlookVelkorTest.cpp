@@ -133,6 +133,14 @@ TEST_F(OutlookVelkor, ABagKeepsTheSevenValuesUnderTheirKeys) {
   EXPECT_EQ(all->values.size(), 7U);
   EXPECT_EQ(all->values[L"TitleName"].ToText(), "Default");
 
+  class UntouchedBag : public TextBag {
+   public:
+    STDMETHODIMP Read(LPCOLESTR, VARIANT*, IErrorLog*) override { return S_FALSE; }
+  };
+  const ComPtr<TextBag> untouched(new UntouchedBag);
+  ASSERT_EQ(persistent->Load(untouched.Get(), nullptr), S_OK);
+  EXPECT_EQ(planner.Get("TitleName").ToText(), "Default");
+
   bag->values[L"StartMonth"] = Variant("13");
   EXPECT_TRUE(FAILED(persistent->Load(bag.Get(), nullptr)));
   bag->values[L"StartMonth"] = Variant("soon");
@@ -206,6 +214,29 @@ TEST_F(OutlookVelkor, DrawsItselfIntoAPartOfAnyDeviceContext) {
     }
   }
   EXPECT_GT(within.size(), 3U);
+}
+
+TEST_F(OutlookVelkor, DrawsItselfIntoAMetafileThatIsScaledLater) {
+  const AutomationObject planner = NewPlanner();
+  const HDC recorded = ::CreateMetaFileW(nullptr);
+  ::SetMapMode(recorded, MM_ANISOTROPIC);
+  ::SetWindowExtEx(recorded, 23000, 12000, nullptr);
+  const RECTL bounds{0, 0, 23000, 12000};
+  ASSERT_EQ(As<IViewObject2>(planner)->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr,
+                                            recorded, &bounds, nullptr, nullptr, 0),
+            S_OK);
+  const HMETAFILE metafile = ::CloseMetaFile(recorded);
+  const DibSection picture(460, 240);
+  ::SetMapMode(picture.Dc(), MM_ANISOTROPIC);
+  ::SetViewportExtEx(picture.Dc(), 460, 240, nullptr);
+  ::PlayMetaFile(picture.Dc(), metafile);
+  ::DeleteMetaFile(metafile);
+  std::set<std::int32_t> seen;
+  for (int y = 0; y < 240; ++y) {
+    for (int x = 0; x < 460; ++x) seen.insert(picture.At(x, y).value);
+  }
+  EXPECT_GT(seen.size(), 3U);
+  EXPECT_NE(picture.At(459, 239), colours::Black);
 }
 
 TEST_F(OutlookVelkor, TellsThatThereIsNoOutlookAndGoesOn) {

@@ -326,6 +326,12 @@ TEST_F(WindowsMenu, WhatIsChosenRunsWhenTheMenuIsGone) {
   EXPECT_FALSE(owner_.IsBusy());
 }
 
+TEST_F(WindowsMenu, APeerThatGoesLeavesItsSuccessor) {
+  const auto successor = MakePeer(menu_, window_.Get(), owner_);
+  peer_.reset();
+  EXPECT_EQ(menu_.Peer(), successor.get());
+}
+
 TEST_F(WindowsMenu, EndsWithTheWindowUnderIt) {
   PopUpAnd([&](HWND) { ::DestroyWindow(window_.Get()); });
   EXPECT_FALSE(chosen_);
