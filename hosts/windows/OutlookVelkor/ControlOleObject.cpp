@@ -16,6 +16,11 @@ STDMETHODIMP YearPlanControl::SetClientSite(IOleClientSite* site) {
   const EntryScope entry(owner_);
   if (site != site_.Get()) InPlaceDeactivate();
   site_ = site;
+  // Where properties are loaded first nobody could say then that this is design mode.
+  if (started_ && plan_.Elements().tmrStart.Enabled() && IsDesignMode()) {
+    timers_.clear();
+    started_ = false;
+  }
   return S_OK;
 }
 

@@ -13,8 +13,8 @@
 namespace velkor {
 
 /// Site and frame of one control, in a window of its own.
-class BareContainer
-    : public ComObject<IOleClientSite, IOleInPlaceSite, IOleInPlaceFrame, IOleControlSite> {
+class BareContainer : public ComObject<IOleClientSite, IOleInPlaceSite, IOleInPlaceFrame,
+                                       IOleControlSite, IDispatch> {
  public:
   /// What was told, in order.
   std::vector<std::string> told;
@@ -23,8 +23,11 @@ class BareContainer
   ComPtr<IOleObject> control;
   RECT place{10, 10, 610, 310};
   RECT clip{};
+  /// Whether a control is placed and not used (DISPID_AMBIENT_USERMODE).
+  bool designs = false;
 
-  explicit BareContainer(ComPtr<IOleObject> made) : control(std::move(made)) {
+  explicit BareContainer(ComPtr<IOleObject> made, bool toDesign = false)
+      : control(std::move(made)), designs(toDesign) {
     MakeWindow();
     control->SetClientSite(this);
   }
@@ -105,6 +108,16 @@ class BareContainer
   STDMETHODIMP TranslateAccelerator(MSG*, DWORD) override { return S_FALSE; }
   STDMETHODIMP OnFocus(BOOL has) override { return Hear(has ? "OnFocus(TRUE)" : "OnFocus(FALSE)"); }
   STDMETHODIMP ShowPropertyFrame() override { return E_NOTIMPL; }
+
+  STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+  STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
+                      UINT*) override {
+    if (member != DISPID_AMBIENT_USERMODE) return DISP_E_MEMBERNOTFOUND;
+    Variant(!designs).MoveTo(result);
+    return S_OK;
+  }
 
  private:
   HRESULT Hear(const std::string& what) {

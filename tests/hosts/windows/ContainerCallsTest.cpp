@@ -159,6 +159,19 @@ TEST_F(ContainerCalls, AFrameThatTheControlLeftDuringADialogIsFreedAgain) {
   EXPECT_EQ(container.Count("EnableModeless(FALSE)"), 1);
 }
 
+TEST_F(ContainerCalls, WhatIsLoadedBeforeItsSiteDoesNotStartInDesignMode) {
+  const auto control = Create<IOleObject>();
+  ComPtr<IPersistPropertyBag> stored;
+  ASSERT_EQ(control.As(&stored), S_OK);
+  ASSERT_EQ(stored->Load(ComPtr<TextBag>(new TextBag).Get(), nullptr), S_OK);
+  container_ = ComPtr<BareContainer>(new BareContainer(control, true));
+  ASSERT_EQ(container_->Do(OLEIVERB_SHOW), S_OK);
+  // Starting would tell that there is no calendar program.
+  constexpr int LongerThanTheStart = 500;
+  Pump(LongerThanTheStart);
+  EXPECT_EQ(container_->Count("EnableModeless(FALSE)"), 0);
+}
+
 TEST_F(ContainerCalls, WhatTheContainerClipsIsNotSeen) {
   BareContainer& container = Container();
   const auto seen = [&] {
