@@ -20,7 +20,7 @@ build() {
 code=0
 build bench yearplan-bench
 build/bench/bin/yearplan-bench "$@" || code=1
-if (($# == 0)) && command -v wine x86_64-w64-mingw32-g++-posix x86_64-w64-mingw32-widl >/dev/null; then
+if (($# == 0)) && command -v wine >/dev/null && command -v x86_64-w64-mingw32-g++-posix >/dev/null; then
   build bench-mingw gdi-bench
   scripts/wine-run.sh build/bench-mingw/bin/gdi-bench.exe || code=1
   scripts/wine-run.sh --stop
