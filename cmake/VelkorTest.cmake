@@ -40,9 +40,13 @@ function(velkor_add_test target)
   set_tests_properties(${target} PROPERTIES ENVIRONMENT
     "TZ=America/St_Johns;LC_ALL=${VELKOR_TEST_LOCALE};LANGUAGE=de;LOCPATH=${VELKOR_TEST_LOCALES};HOME=${VELKOR_TEST_HOME};XDG_CACHE_HOME=${VELKOR_TEST_HOME}/.cache;XDG_CONFIG_HOME=${VELKOR_TEST_HOME}/.config;QT_QPA_PLATFORM=offscreen")
   if(CMAKE_CROSSCOMPILING)
-    # Much of their time is waiting, so they run side by side, each in a prefix of its own.
+    # Much of their time is waiting, so they run side by side, each in a prefix of its own. Those that
+    # drive processes take longest and begin first.
     set_property(TEST ${target} APPEND PROPERTY ENVIRONMENT "VELKOR_WINE_PREFIX=${target}")
     set_tests_properties(${target} PROPERTIES TIMEOUT 300)
+    if(target MATCHES "hosts|refresh|windows")
+      set_tests_properties(${target} PROPERTIES COST 100)
+    endif()
   else()
     set_tests_properties(${target} PROPERTIES TIMEOUT 180)
   endif()

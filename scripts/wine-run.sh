@@ -55,6 +55,8 @@ ensure_prefix() {
     rm -rf "$WINEPREFIX"
     mkdir -p "$prefixes"
     cp -a "$template" "$WINEPREFIX"
+    # The first program of another locale writes it down for those that follow, itself not among them.
+    timeout 60 wine cmd /c exit >/dev/null 2>&1 </dev/null 9>&- || true
   fi
   exec 9>&-
 }

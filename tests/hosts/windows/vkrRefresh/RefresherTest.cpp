@@ -39,6 +39,10 @@ class Borrowed : public OutlookApplication {
 class RefresherTest : public CalendarInMemory {
  protected:
   RefresherTest() {
+    // The calendar reads dates as the refresher writes them: as the user does.
+    char pattern[80]{};
+    ::GetLocaleInfoA(LOCALE_USER_DEFAULT, LOCALE_SSHORTDATE, pattern, sizeof pattern);
+    seams_.locale.dates = DatePattern(pattern, true);
     std::filesystem::remove_all(folder_);
     std::filesystem::create_directory(folder_);
     for (int day = 1; day <= 3; ++day) {
