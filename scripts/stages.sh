@@ -34,11 +34,11 @@ run_check() {
   if run_stage "$@"; then passed=$((passed + 1)); else failed=$((failed + 1)); fi
 }
 
-# run_tests TITLE PRESET: everything that ctest knows in a preset, counted by single cases.
+# run_tests TITLE PRESET [JOBS]: everything that ctest knows in a preset, counted by single cases.
 run_tests() {
   local folder=build/$2 p f s
   rm -rf "$folder/test-results" "$folder/ctest.xml"
-  run_stage "$1" ctest --preset "$2" --no-tests=error -j "$(nproc)" --output-junit ctest.xml || true
+  run_stage "$1" ctest --preset "$2" --no-tests=error -j "${3:-$(nproc)}" --output-junit ctest.xml || true
   read -r p f s < <(count_cases "$folder")
   echo "         $p passed, $f failed, $s skipped"
   passed=$((passed + p))

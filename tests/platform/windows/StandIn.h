@@ -9,6 +9,7 @@
 #include "platform/windows/Automation.h"
 #include "platform/windows/Registration.h"
 #include "support/values/Error.h"
+#include "tests/platform/windows/StartStandIn.h"
 
 namespace velkor {
 
@@ -52,7 +53,7 @@ class StandIn {
   /// @param patience  how long calls that it rejects are made again
   explicit StandIn(std::chrono::milliseconds patience = std::chrono::seconds(5))
       : program_("Outlook", owner_, patience),
-        application_(As("Application", program_.Create("Outlook.Application"))),
+        application_(As("Application", StartStandIn(program_))),
         testing_(As("Testing", application_.Get("Testing").ToObject())),
         process_(::OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE, FALSE,
                                static_cast<DWORD>(testing_.Get("ProcessId").ToInt()))) {}

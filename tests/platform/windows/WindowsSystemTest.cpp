@@ -71,10 +71,11 @@ TEST(WindowsLocale, DatesFollowTheUsersFormat) {
   ::SetThreadLocale(German);
   EXPECT_THAT(WindowsLocale().DateToText(Date::FromFields({2005, 4, 8, 21, 5, 9})),
               testing::AnyOf("08.04.2005 21:05:09", "8.4.2005 21:05:09"));
-  ::SetThreadLocale(before);
+  ::SetThreadLocale(0x0409);
   WindowsLocale english;
   EXPECT_EQ(english.DateToText(Date::FromFields({2005, 4, 8, 21, 5, 9})), "4/8/2005 9:05:09 PM");
   EXPECT_EQ(english.ShortDate(Date::FromYmd(100, 1, 2)), "1/2/0100");
+  ::SetThreadLocale(before);
 }
 
 TEST(WindowsLocale, CodePagesLeadBackAndLackingCharactersBecomeOneQuestionMark) {

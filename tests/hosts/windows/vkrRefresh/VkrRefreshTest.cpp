@@ -4,6 +4,7 @@
 #include "model/CacheRecord.h"
 #include "platform/windows/WindowsFiles.h"
 #include "platform/windows/WindowsLocale.h"
+#include "tests/platform/windows/StartStandIn.h"
 #include "tests/platform/windows/UtilityCase.h"
 
 namespace velkor {
@@ -38,7 +39,7 @@ class VkrRefresh : public UtilityCase {
     return {program_, classes_.try_emplace(kind, kind).first->second, value.ToObject()};
   }
   AutomationObject Application() {
-    if (!application_) application_ = program_.Create("Outlook.Application");
+    if (!application_) application_ = StartStandIn(program_);
     return Object("Application", Variant(application_.Get()));
   }
   AutomationObject Testing() { return Object("Testing", Application().Get("Testing")); }
