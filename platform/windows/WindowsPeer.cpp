@@ -167,8 +167,13 @@ LRESULT CALLBACK WindowsPeer::Subclass(HWND window, UINT message, WPARAM wParam,
     self.GiveToolTip(lParam);
     return 0;
   }
-  if (const auto answer = ReflectMessage(message, wParam, lParam)) return *answer;
-  if (const auto answer = self.Handle(message, wParam, lParam)) return *answer;
+  try {
+    if (const auto answer = ReflectMessage(message, wParam, lParam)) return *answer;
+    if (const auto answer = self.Handle(message, wParam, lParam)) return *answer;
+  } catch (...) {
+    // Nothing may be thrown through the system; what users have to know, handlers have told.
+    return 0;
+  }
   return ::DefSubclassProc(window, message, wParam, lParam);
 }
 

@@ -53,7 +53,11 @@ class TimerPeer : public ElementPeer {
     if (ended_ != nullptr) return;
     bool ended = false;
     ended_ = &ended;
-    timer_.Tick();
+    try {
+      timer_.Tick();
+    } catch (...) {
+      // Nothing may be thrown through the system; what users have to know, handlers have told.
+    }
     if (!ended) ended_ = nullptr;
   }
 

@@ -80,8 +80,17 @@ void RegisterControl(Registration registration) {
       {key + "\\Implemented Categories\\" + ControlCategory, "", ""},
       {key + "\\Implemented Categories\\" + SafeForInitialising, "", ""},
   };
-  WriteClasses(registration, values);
-  RegisterTypes(registration, path);
+  try {
+    WriteClasses(registration, values);
+    RegisterTypes(registration, path);
+  } catch (const Error&) {
+    try {
+      UnregisterControl(registration);
+    } catch (const Error&) {
+      // The first failure is the one to tell.
+    }
+    throw;
+  }
 }
 
 void UnregisterControl(Registration registration) {

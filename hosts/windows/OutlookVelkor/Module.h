@@ -13,7 +13,8 @@ inline constexpr DWORD MiscStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINK
                                     OLEMISC_SETCLIENTSITEFIRST;
 
 /// Makes the control known: program identifier OutlookVelkor.YearPlan, class, type library, and
-/// that its stored properties may come from anywhere (CATID_SafeForInitializing). Throws Error.
+/// that its stored properties may come from anywhere (CATID_SafeForInitializing). Throws Error, and
+/// leaves nothing behind then.
 void RegisterControl(Registration registration);
 /// Removes all of it; what is not there is no failure. Throws Error.
 void UnregisterControl(Registration registration);
