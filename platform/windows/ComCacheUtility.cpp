@@ -6,6 +6,7 @@
 
 #include "VelkorCacheUtility.h"
 #include "platform/windows/Automation.h"
+#include "platform/windows/DispatchSink.h"
 #include "platform/windows/ProcessWatch.h"
 
 namespace velkor {
@@ -25,20 +26,12 @@ struct Report {
 };
 
 /// Takes the events of one utility for as long as somebody hears it.
-class EventSink : public ComObject<IDispatch> {
+class EventSink : public DispatchSink {
  public:
-  explicit EventSink(std::function<void(const Report&)> hear) : hear_(std::move(hear)) {}
+  explicit EventSink(std::function<void(const Report&)> hear)
+      : DispatchSink(DIID__IVelkorCacheUtilityEvents), hear_(std::move(hear)) {}
   void Detach() { hear_ = nullptr; }
 
-  STDMETHODIMP GetTypeInfoCount(UINT* count) override {
-    if (count == nullptr) return E_POINTER;
-    *count = 0;
-    return S_OK;
-  }
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return DISP_E_BADINDEX; }
-  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-    return DISP_E_UNKNOWNNAME;
-  }
   STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*,
                       EXCEPINFO*, UINT*) override {
     if (member != WriteCompleteEvent) return DISP_E_MEMBERNOTFOUND;
@@ -54,11 +47,6 @@ class EventSink : public ComObject<IDispatch> {
     }
     if (hear_) hear_({result.iVal, error.lVal});
     return S_OK;
-  }
-
- protected:
-  void* FindOther(REFIID id) override {
-    return id == DIID__IVelkorCacheUtilityEvents ? static_cast<IDispatch*>(this) : nullptr;
   }
 
  private:

@@ -2,6 +2,7 @@
 #include "platform/windows/ItemEvents.h"
 
 #include "platform/windows/AutomationItem.h"
+#include "platform/windows/DispatchSink.h"
 #include "platform/windows/OutlookLink.h"
 
 namespace velkor {
@@ -19,10 +20,10 @@ constexpr UINT EventIsDue = WM_APP;
 }  // namespace
 
 /// Held by the calendar program, which may call it once more after it was told to let go.
-class ItemEventSink : public ComObject<IDispatch> {
+class ItemEventSink : public DispatchSink {
  public:
   ItemEventSink(ItemEventQueue& queue, OutlookItemEvents& events)
-      : queue_(&queue), events_(&events) {}
+      : DispatchSink(ItemsEvents), queue_(&queue), events_(&events) {}
 
   /// From now on nothing is raised, also not what waits.
   void Close() {
@@ -42,15 +43,6 @@ class ItemEventSink : public ComObject<IDispatch> {
     }
   }
 
-  STDMETHODIMP GetTypeInfoCount(UINT* count) override {
-    if (count == nullptr) return E_POINTER;
-    *count = 0;
-    return S_OK;
-  }
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-    return DISP_E_UNKNOWNNAME;
-  }
   STDMETHODIMP Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*,
                       EXCEPINFO*, UINT*) override {
     if (event != ItemAdd && event != ItemChange && event != ItemRemove) {
@@ -67,11 +59,6 @@ class ItemEventSink : public ComObject<IDispatch> {
     }
     queue_->Add(this, event, std::move(item));
     return S_OK;
-  }
-
- protected:
-  void* FindOther(REFIID id) override {
-    return id == ItemsEvents ? static_cast<IDispatch*>(this) : nullptr;
   }
 
  private:

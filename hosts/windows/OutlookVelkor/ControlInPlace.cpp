@@ -6,8 +6,6 @@
 namespace velkor {
 namespace {
 
-constexpr int HimetricPerInch = 2540;
-constexpr int TwipsPerInch = 1440;
 /// Values of KEYMODIFIERS (ocidl.idl), which the cross compiler's headers lack.
 constexpr DWORD ShiftKey = 1;
 constexpr DWORD ControlKey = 2;

@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/windows/Wide.h"
+#include "platform/windows/Registration.h"
 #include "platform/windows/WindowsPeer.h"
 
 namespace velkor {
@@ -12,10 +12,9 @@ namespace {
 
 /// Where the product's own pages lie: in the folder docs beside the library.
 std::string PagesFolder() {
-  std::wstring path(32768, L'\0');
-  path.resize(::GetModuleFileNameW(ThisModule(), path.data(), static_cast<DWORD>(path.size())));
-  const std::size_t end = path.find_last_of(L'\\');
-  return ToUtf8(path.substr(0, end == path.npos ? 0 : end + 1)) + "docs";
+  const std::string path = ModulePath(ThisModule());
+  const std::size_t end = path.find_last_of('\\');
+  return path.substr(0, end == path.npos ? 0 : end + 1) + "docs";
 }
 
 }  // namespace

@@ -4,12 +4,6 @@
 #include "platform/windows/ComError.h"
 
 namespace velkor {
-namespace {
-
-constexpr double TwipsPerHimetric = 1440.0 / 2540.0;
-
-}  // namespace
-
 STDMETHODIMP YearPlanControl::Draw(DWORD aspect, LONG /*index*/, void* /*aspectInfo*/,
                                    DVTARGETDEVICE* /*device*/, HDC /*targetDc*/, HDC dc,
                                    LPCRECTL bounds, LPCRECTL /*windowBounds*/,
@@ -18,7 +12,8 @@ STDMETHODIMP YearPlanControl::Draw(DWORD aspect, LONG /*index*/, void* /*aspectI
   if (dc == nullptr || bounds == nullptr) return E_INVALIDARG;
   if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
   return Answer([&] {
-    Extent size{extent_.cx * TwipsPerHimetric, extent_.cy * TwipsPerHimetric};
+    Extent size{extent_.cx * TwipsPerInch / HimetricPerInch,
+                extent_.cy * TwipsPerInch / HimetricPerInch};
     RECT area{};
     const HWND window = window_ ? window_->Window() : nullptr;
     const PixelSize pixel = ScreenPixel();

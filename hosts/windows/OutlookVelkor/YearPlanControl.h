@@ -19,6 +19,10 @@ namespace velkor {
 
 class Error;
 
+/// Sizes of embedded objects count hundredths of a millimetre (MM_HIMETRIC).
+inline constexpr double HimetricPerInch = 2540;
+inline constexpr double TwipsPerInch = 1440;
+
 /// One planner in one container, on the thread that made it. Starts up when its properties were
 /// loaded, or, newly placed, when it is activated; in design mode never. A container may let it go
 /// at any moment: while messages are processed in the middle of a call it lives on.

@@ -4,6 +4,7 @@
 
 #include "OutlookVelkor.h"
 #include "platform/windows/ComError.h"
+#include "platform/windows/DispatchSink.h"
 
 namespace velkor {
 namespace {
@@ -21,18 +22,11 @@ std::string TextOf(VARIANT& argument) {
   return text.ToText();
 }
 
-class EventSink : public ComObject<IDispatch> {
+class EventSink : public DispatchSink {
  public:
-  explicit EventSink(const ControlListener& listener) : listener_(listener) {}
+  explicit EventSink(const ControlListener& listener)
+      : DispatchSink(DIID__YearPlanEvents), listener_(listener) {}
 
-  STDMETHODIMP GetTypeInfoCount(UINT* count) override {
-    *count = 0;
-    return S_OK;
-  }
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-    return DISP_E_UNKNOWNNAME;
-  }
   STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS* parameters, VARIANT*,
                       EXCEPINFO*, UINT*) override {
     return Answer([&] {
@@ -43,11 +37,6 @@ class EventSink : public ComObject<IDispatch> {
         listener_.onError(ArgumentOf(*parameters, 0).iVal, TextOf(ArgumentOf(*parameters, 1)));
       }
     });
-  }
-
- protected:
-  void* FindOther(REFIID id) override {
-    return id == DIID__YearPlanEvents ? static_cast<IDispatch*>(this) : nullptr;
   }
 
  private:

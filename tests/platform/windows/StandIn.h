@@ -9,6 +9,7 @@
 #include "platform/windows/Automation.h"
 #include "platform/windows/Registration.h"
 #include "support/values/Error.h"
+#include "tests/platform/windows/PumpMessages.h"
 #include "tests/platform/windows/StartStandIn.h"
 
 namespace velkor {
@@ -31,19 +32,6 @@ inline DWORD RunStandIn(const std::string& arguments) {
   ::CloseHandle(process.hThread);
   ::CloseHandle(process.hProcess);
   return code;
-}
-
-/// Processes this thread's messages until `isDone` or for ten seconds; whether it was done.
-template <typename Condition>
-bool PumpUntil(const Condition& isDone) {
-  const ULONGLONG end = ::GetTickCount64() + 10000;
-  while (!isDone()) {
-    if (::GetTickCount64() > end) return false;
-    ::MsgWaitForMultipleObjects(0, nullptr, FALSE, 20, QS_ALLINPUT);
-    MSG message;
-    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageW(&message);
-  }
-  return true;
 }
 
 /// A stand-in of its own, registered, new and empty. At the end its process has gone and nothing is

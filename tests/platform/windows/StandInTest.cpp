@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "platform/Outlook.h"
+#include "platform/windows/DispatchSink.h"
 #include "platform/windows/WindowsLocale.h"
 
 namespace velkor {
@@ -21,12 +22,9 @@ const Date OneOClock = Date::FromFields({2026, 3, 4, 13, 0, 0});
 constexpr IID ItemsEvents = {0x00063077, 0, 0, {0xc0, 0, 0, 0, 0, 0, 0, 0x46}};
 
 /// Writes down the item events: "F001 subject".
-class Sink : public ComObject<IDispatch> {
+class Sink : public DispatchSink {
  public:
-  explicit Sink(StandIn& program) : program_(program) {}
-  STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+  explicit Sink(StandIn& program) : DispatchSink(ItemsEvents), program_(program) {}
   STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* arguments, VARIANT*, EXCEPINFO*,
                       UINT*) override {
     std::string line = id == 0xF001 ? "ItemAdd" : id == 0xF002 ? "ItemChange" : "ItemRemove";
