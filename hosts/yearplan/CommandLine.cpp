@@ -2,6 +2,7 @@
 #include "hosts/yearplan/CommandLine.h"
 
 #include <QCommandLineParser>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <algorithm>
 #include <array>
@@ -9,13 +10,13 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/desktop/PictureFile.h"
 #include "tools/IsoDate.h"
 
 namespace velkor {
 namespace {
 
 constexpr int LeastSide = 200;
+constexpr int MostSide = 100000;
 constexpr int LeastYear = 100;
 constexpr int MostYear = 9999;
 
@@ -110,8 +111,8 @@ void AddOptions(QCommandLineParser& parser) {
       {"filter", "Show only events with one of these categories; case matters.", "A, B", ""},
       {"match-all", "Show only events with all categories of the filter."},
       {"size",
-       "Size in pixels, 200 to 20000 a side (1920x1200); a picture grows in height until every "
-       "event fits.",
+       "Size in pixels, 200 to 100000 a side (1920x1200); a picture grows in height until every "
+       "event fits. PNG holds at most 20000 a side, SVG and PDF any height.",
        "WxH", "1920x1200"},
       {"today", "The day to mark instead of today, as in 2026-07-01.", "date"},
   });
@@ -135,8 +136,8 @@ void ReadSize(const QString& text, CommandLine& line) {
     throw UsageError("--size takes width and height as in 1920x1200, not \"" + text.toStdString() +
                      "\"");
   }
-  line.width = WholeNumber(sides[0], "size", LeastSide, LongestPngSide);
-  line.height = WholeNumber(sides[1], "size", LeastSide, LongestPngSide);
+  line.width = WholeNumber(sides[0], "size", LeastSide, MostSide);
+  line.height = WholeNumber(sides[1], "size", LeastSide, MostSide);
 }
 
 Point ReadPoint(const QString& text) {
@@ -151,15 +152,48 @@ Point ReadPoint(const QString& text) {
   return point;
 }
 
+std::optional<Command> CommandOf(const QString& word) {
+  for (const auto& [name, command] : Commands) {
+    if (word.toStdString() == name) return command;
+  }
+  return std::nullopt;
+}
+
+/// A file that is there, or a name as files have them.
+bool MayBeCalendar(const QString& word) {
+  return word.contains('.') || word.contains('/') || QFileInfo::exists(word);
+}
+
+/// Words without a command in front: a calendar, or a mistake.
+void CheckCalendar(const QStringList& words) {
+  if (words.isEmpty()) return;
+  const std::string first = words.front().toStdString();
+  if (first == "help" || first == "version") {
+    throw UsageError("\"" + first + "\" is no command but an option, --" + first);
+  }
+  if (!MayBeCalendar(words.front())) {
+    throw UsageError("\"" + first + "\" is neither a command nor a calendar file");
+  }
+  for (const QString& word : words.mid(1)) {
+    if (!CommandOf(word)) continue;
+    const std::string command = word.toStdString();
+    throw UsageError("The command goes first: yearplan " + command + " " + first);
+  }
+}
+
 /// Takes the command off the front of the positional arguments.
 Command TakeCommand(QStringList& arguments) {
-  if (arguments.isEmpty()) return Command::Open;
-  for (const auto& [name, command] : Commands) {
-    if (arguments.front().toStdString() != name) continue;
-    arguments.removeFirst();
-    return command;
+  const auto command = arguments.isEmpty() ? std::nullopt : CommandOf(arguments.front());
+  if (!command) {
+    CheckCalendar(arguments);
+    return Command::Open;
   }
-  return Command::Open;
+  const std::string name = arguments.takeFirst().toStdString();
+  if (!arguments.isEmpty() && !MayBeCalendar(arguments.front())) {
+    throw UsageError("After " + name + " comes a calendar file, not \"" +
+                     arguments.front().toStdString() + "\"");
+  }
+  return *command;
 }
 
 std::vector<std::string> ToWords(const QStringList& texts) {
@@ -262,7 +296,9 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   AddOptions(parser);
   QStringList words{"yearplan"};
   for (const std::string& argument : arguments) words << QString::fromStdString(argument);
-  if (!parser.parse(words)) throw UsageError(parser.errorText().toStdString());
+  if (!parser.parse(words)) {
+    throw UsageError(parser.errorText().remove(QRegularExpression("\\.$")).toStdString());
+  }
 
   CommandLine line;
   if (parser.isSet("version")) line.command = Command::Version;
@@ -276,7 +312,7 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   if (line.command == Command::Categories && rest.size() > 1) {
     line.categoryTask = ParseCategoryTask(ToWords(rest.mid(1)));
   } else if (rest.size() > 1) {
-    throw UsageError("One calendar at a time: what is \"" + rest[1].toStdString() + "\"?");
+    throw UsageError("One calendar at a time; \"" + rest[1].toStdString() + "\" is one too many");
   }
   if (!rest.isEmpty() && !line.cacheFile.empty()) {
     throw UsageError("Either a calendar or --cache, not both");
@@ -284,7 +320,7 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   if (!rest.isEmpty()) line.calendar = rest.front().toStdString();
   const bool opens = line.command == Command::Open;
   if (!opens && line.calendar.empty() && line.cacheFile.empty()) {
-    throw UsageError("Which calendar?");
+    throw UsageError("A calendar file is missing");
   }
   for (const char* option : NotForWindows) {
     if (line.pictureOption.empty() && parser.isSet(option)) line.pictureOption = option;

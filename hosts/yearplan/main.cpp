@@ -66,7 +66,7 @@ int RunWindow(const CommandLine& line) {
 int Run(const CommandLine& line) {
   if (line.command == Command::Open && HasDisplay()) return RunWindow(line);
   if (line.command == Command::Open && line.calendar.empty()) {
-    throw velkor::UsageError("Which calendar? There is no display to ask on");
+    throw velkor::UsageError("A calendar file is missing, and there is no display to ask on");
   }
   velkor::RunCommand(line, std::cout, std::cerr);
   std::cout.flush();
@@ -94,7 +94,7 @@ int main(int argc, char** argv) {
     }
     return Run(line);
   } catch (const velkor::UsageError& error) {
-    std::cerr << "yearplan: " << error.what() << "\nTry yearplan --help.\n";
+    std::cerr << "yearplan: " << error.what() << " (see yearplan --help).\n";
     return WrongUsage;
   } catch (const velkor::Error& error) {
     std::cerr << "yearplan: " << error.Description() << '\n';

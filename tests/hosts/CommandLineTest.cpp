@@ -75,7 +75,13 @@ TEST(CommandLine, PrintsAYearOnLandscapeA4UnlessToldOtherwise) {
 
 TEST(CommandLine, WhatMakesNoSenseIsNamed) {
   const std::pair<const char*, const char*> cases[] = {
-      {"refresh", "Which calendar"},
+      {"refresh", "calendar file is missing"},
+      {"help", "--help"},
+      {"version a.ics", "--version"},
+      {"frobnicate", "neither a command nor a calendar"},
+      {"--year 2026 frobnicate", "neither a command nor a calendar"},
+      {"a.ics --year 2026 render", "yearplan render a.ics"},
+      {"categories new A a.ics", "not \"new\""},
       {"a.ics b.ics", "b.ics"},
       {"render a.ics", "-o"},
       {"refresh a.ics -o x.png", "render"},
@@ -86,7 +92,7 @@ TEST(CommandLine, WhatMakesNoSenseIsNamed) {
       {"a.ics --year 20x6", "20x6"},
       {"a.ics --first-month 13", "1 to 12"},
       {"a.ics --size 800", "1920x1200"},
-      {"a.ics --size 800x99999", "99999"},
+      {"a.ics --size 800x100001", "100001"},
       {"a.ics --today 2026-02-30", "--today"},
       {"a.ics --bogus", "bogus"},
       {"export a.ics", "-o"},
