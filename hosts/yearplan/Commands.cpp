@@ -43,14 +43,7 @@ Extent SizeWithoutScrolling(const CommandLine& line, YearGrid& grid) {
   Extent control = ControlSize(line);
   SizeTo(control, grid);
   if (!grid.Geometry().scroll) return control;
-  const double pixels = std::ceil(LeastControlHeight(grid.Layout(), {}) / TwipsPerPixel);
-  if (pixels > LongestPngSide) {
-    throw Error(errors::Overflow,
-                "The year needs a picture of " + std::to_string(static_cast<long>(pixels)) +
-                    " pixels in height; at most " + std::to_string(LongestPngSide) +
-                    " can be drawn. --filter or --no-all-events may help.");
-  }
-  control.height = pixels * TwipsPerPixel;
+  control.height = std::ceil(LeastControlHeight(grid.Layout(), {}) / TwipsPerPixel) * TwipsPerPixel;
   return control;
 }
 

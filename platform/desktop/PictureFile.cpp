@@ -9,6 +9,7 @@
 #include <QSvgGenerator>
 #include <cmath>
 
+#include "platform/desktop/PngFile.h"
 #include "platform/desktop/QtSurface.h"
 #include "platform/desktop/SaveAll.h"
 #include "support/values/Error.h"
@@ -48,10 +49,11 @@ void RenderToPng(const std::string& path, Extent size, const DrawPicture& draw,
   const double width = std::ceil(Pixels(size.width) * options.scale);
   const double height = std::ceil(Pixels(size.height) * options.scale);
   if (!(width <= LongestPngSide && height <= LongestPngSide)) {
-    Fail(path, "a picture has at most " + std::to_string(LongestPngSide) +
+    Fail(path, "a PNG picture has at most " + std::to_string(LongestPngSide) +
                    " pixels a side, this one would have " +
                    QString::number(width, 'f', 0).toStdString() + " x " +
-                   QString::number(height, 'f', 0).toStdString());
+                   QString::number(height, 'f', 0).toStdString() +
+                   "; a name that ends in .svg or .pdf gives one of any size");
   }
   Replace(path, [&](QIODevice& device) {
     QImage image(static_cast<int>(width), static_cast<int>(height), QImage::Format_RGB32);
@@ -65,7 +67,7 @@ void RenderToPng(const std::string& path, Extent size, const DrawPicture& draw,
       QtSurface surface(painter, {}, options.scale);
       draw(surface);
     }
-    if (!image.save(&device, "PNG")) Fail(path, "the picture cannot be encoded");
+    device.write(EncodePng(image));
   });
 }
 
@@ -90,13 +92,13 @@ void RenderToSvg(const std::string& path, Extent size, const DrawPicture& draw,
 
 void RenderToPdf(const std::string& path, Extent size, const DrawPicture& draw,
                  const PictureOptions& options) {
-  constexpr int LongestSide = 14400;
+  constexpr double LongestSide = 14400;
+  const double width = Pixels(size.width) * PointsPerPixel;
+  const double height = Pixels(size.height) * PointsPerPixel;
+  const double shrink = std::fmin(1, LongestSide / std::fmax(width, height));
   // Qt keeps page sizes in whole points.
-  const auto points = QSize(static_cast<int>(std::ceil(Pixels(size.width) * PointsPerPixel)),
-                            static_cast<int>(std::ceil(Pixels(size.height) * PointsPerPixel)));
-  if (points.width() > LongestSide || points.height() > LongestSide) {
-    Fail(path, "a page has at most 200 inches a side");
-  }
+  const QSize points(static_cast<int>(std::ceil(width * shrink)),
+                     static_cast<int>(std::ceil(height * shrink)));
   Replace(path, [&](QIODevice& device) {
     QPdfWriter writer(&device);
     // Fine enough for letters to stand where their widths put them.
@@ -107,7 +109,7 @@ void RenderToPdf(const std::string& path, Extent size, const DrawPicture& draw,
     writer.setTitle(QString::fromStdString(options.title));
     writer.setCreator(QStringLiteral("OutlookVelkor"));
     QPainter painter(&writer);
-    QtSurface surface(painter, {}, Resolution / PixelsPerInch);
+    QtSurface surface(painter, {}, shrink * Resolution / PixelsPerInch);
     draw(surface);
   });
 }

@@ -27,8 +27,8 @@ void RenderToPng(const std::string& path, Extent size, const DrawPicture& draw,
                  const PictureOptions& options = {});
 void RenderToSvg(const std::string& path, Extent size, const DrawPicture& draw,
                  const PictureOptions& options = {});
-/// One page of this size, rounded up to whole points and at most 200 inches a side; its text can be
-/// selected.
+/// One page of this size, rounded up to whole points and shrunk to 200 inches a side, the most that
+/// the format has; its text can be selected.
 void RenderToPdf(const std::string& path, Extent size, const DrawPicture& draw,
                  const PictureOptions& options = {});
 

@@ -79,8 +79,8 @@ TEST_F(Yearplan, ErrorsSayWhatAndExitCodesSayWhichKind) {
   }
 }
 
-TEST_F(Yearplan, APictureGrowsWithTheGridUpToItsLimit) {
-  // 200 bands at their least height are taller than 500 pixels; 4000 go beyond any picture.
+TEST_F(Yearplan, APictureGrowsWithTheGridUpToTheLimitOfItsKind) {
+  // 200 bands at their least height are taller than 500 pixels; 4000 are too many for PNG.
   const auto crowded = [](int events) {
     QByteArray text;
     for (int i = 0; i < events; ++i) {
@@ -94,8 +94,11 @@ TEST_F(Yearplan, APictureGrowsWithTheGridUpToItsLimit) {
   Write("b.ics", crowded(4000));
   const Outcome outcome = Run({"render", "b.ics", "--year", "2026", "-o", "b.png"});
   EXPECT_EQ(outcome.code, 1);
-  EXPECT_THAT(outcome.messages, HasSubstr("20000"));
+  EXPECT_THAT(outcome.messages, AllOf(HasSubstr("20000"), HasSubstr(".svg")));
   EXPECT_FALSE(QFile::exists(File("b.png")));
+  for (const char* other : {"b.svg", "b.pdf"}) {
+    EXPECT_EQ(Run({"render", "b.ics", "--year", "2026", "-o", other}).code, 0) << other;
+  }
 }
 
 }  // namespace

@@ -5,8 +5,10 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QXmlStreamReader>
+#include <cstdint>
 #include <stdexcept>
 
+#include "platform/desktop/PngFile.h"
 #include "tests/platform/SurfaceScene.h"
 #include "tests/platform/desktop/FolderCase.h"
 #include "tests/support/ErrorOf.h"
@@ -96,7 +98,34 @@ TEST_F(PictureFile, ErrorsNameTheFileAndTheReason) {
   EXPECT_THAT(reason(absent, scene::Size, RenderToPng), HasSubstr(absent));
   EXPECT_THAT(reason(Path("a.png"), {15 * 100, 15 * 20001}, RenderToPng),
               HasSubstr("at most 20000 pixels a side, this one would have 100 x 20001"));
-  EXPECT_THAT(reason(Path("a.pdf"), {1440 * 201, 100}, RenderToPdf), HasSubstr("200 inches"));
+}
+
+TEST_F(PictureFile, PdfPageShrinksToTheLongestThatThereIs) {
+  RenderToPdf(Path("a.pdf"), {1440 * 100, 1440 * 400}, scene::Draw);
+  const auto info = Output("pdfinfo", {"a.pdf"});
+  if (!info) GTEST_SKIP() << "no PDF tools";
+  EXPECT_THAT(info->toStdString(), HasSubstr("3600 x 14400 pts"));
+}
+
+// Even areas, rows like the one above, and neither; rows too long for a match with the one above.
+TEST_F(PictureFile, PngHoldsEveryPixel) {
+  for (const QSize size :
+       {QSize(1, 1), QSize(1, 3), QSize(7, 1), QSize(300, 200), QSize(11000, 3)}) {
+    QImage image(size, QImage::Format_RGB32);
+    std::uint32_t state = 1;
+    for (int y = 0; y < size.height(); ++y) {
+      for (int x = 0; x < size.width(); ++x) {
+        state = state * 1664525 + 1013904223;
+        QRgb pixel = state >> 8 | 0xFF000000;
+        if (x > 0 && state >> 28 < 13) pixel = image.pixel(x - 1, y);
+        if (y > 0 && (state >> 26) % 4 > 0) pixel = image.pixel(x, y - 1);
+        image.setPixel(x, y, pixel);
+      }
+    }
+    const QImage read = QImage::fromData(EncodePng(image), "PNG");
+    EXPECT_EQ(read.convertToFormat(QImage::Format_RGB32), image) << size.width();
+    EXPECT_EQ(read.dotsPerMeterX(), image.dotsPerMeterX());
+  }
 }
 
 }  // namespace
