@@ -1,4 +1,5 @@
-// bench/DrawingFigures.cpp: drawing a full year over the bare calls that it makes.
+// bench/DrawingFigures.cpp: drawing a full year over the bare calls that it makes, and a picture's
+// encoding over its drawing.
 #include <QImage>
 #include <QPainter>
 #include <string>
@@ -7,7 +8,10 @@
 #include "bench/Comparison.h"
 #include "bench/Figures.h"
 #include "bench/SampleEvents.h"
+#include "platform/desktop/PngFile.h"
 #include "platform/desktop/QtSurface.h"
+#include "platform/headless/FixedLocale.h"
+#include "view/Face.h"
 #include "view/GridPainter.h"
 
 namespace velkor {
@@ -72,6 +76,37 @@ RunFigure DrawingFigure(bool displaySubject, void (*draw)(GridPainter&)) {
   };
 }
 
+/// As `render` draws a year to a PNG file.
+RunFigure EncodingFigure(std::size_t events) {
+  return [=](benchmark::State& state) {
+    constexpr Extent Size{1920 * TwipsPerPixel, 1200 * TwipsPerPixel};
+    constexpr double EncodingLimit = 1;
+    YearGrid grid = FilledGrid(events, Spread::Random, true);
+    Extent size = Size;
+    FaceLayout face = DivideFace(size);
+    const auto resize = [&] {
+      face = DivideFace(size);
+      grid.Resize({face.picParent.Width(), face.picParent.Height()}, ScrollBarWidth, {});
+    };
+    resize();
+    if (grid.Geometry().scroll) size.height = LeastControlHeight(grid.Layout(), {});
+    resize();
+    FixedLocale locale;
+    const FaceContent content{"Year 2026", Locale::LoadCalendarNames(locale, locale.locale), Font{},
+                              Date::FromYmd(2026, 7, 1)};
+    QImage image(int(size.width / TwipsPerPixel), int(size.height / TwipsPerPixel),
+                 QImage::Format_RGB32);
+    const auto draw = [&] {
+      QPainter painter(&image);
+      QtSurface surface(painter);
+      DrawFace(surface, face, grid, content);
+    };
+    Compare(
+        state, EncodingLimit, [&] { return SecondsOf(draw); },
+        [&] { return SecondsOf([&] { benchmark::DoNotOptimize(EncodePng(image)); }); });
+  };
+}
+
 }  // namespace
 
 void RegisterDrawingFigures() {
@@ -83,6 +118,10 @@ void RegisterDrawingFigures() {
   RegisterFigure("redraw, 10,000 bars" + over, Iterations, DrawingFigure(false, DrawAll));
   RegisterFigure("redraw, 10,000 bars with subjects" + over, Iterations,
                  DrawingFigure(true, DrawAll));
+  for (const std::size_t events : {300, 2000}) {
+    RegisterFigure("PNG encoding of " + std::to_string(events) + " events over drawing them",
+                   Iterations, EncodingFigure(events));
+  }
 }
 
 }  // namespace velkor
