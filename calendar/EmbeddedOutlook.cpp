@@ -84,7 +84,7 @@ class EmbeddedNamespace : public OutlookNamespace {
     const std::string id(entryId);
     CalendarFolder* folder =
         storeId == session_->store.StoreID() ? session_->store.FolderOfItem(id) : nullptr;
-    if (!folder) Fail("There is no item with the identifier \"" + id + "\".");
+    if (!folder) Fail("There is no appointment with the identifier \"" + id + "\".");
     return MakeEmbeddedItem(folder, {folder->Find(id), -1}, session_);
   }
 

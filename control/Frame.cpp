@@ -14,6 +14,7 @@
 #include "platform/System.h"
 #include "support/RegIO.h"
 #include "support/values/Error.h"
+#include "view/YearTexts.h"
 #include "view/span/Locale.h"
 
 namespace velkor {
@@ -268,9 +269,11 @@ std::string YearPlan::Frame::Description() const {
     return names_.months[static_cast<std::size_t>(month)] + " " +
            std::to_string(span.YearOfMonth(month));
   };
+  const std::string why = WhyEmpty(grid_);
   return YearCaption(span.ViewYear) + ", " + monthText(span.FirstMonth) + " to " +
-         monthText(span.LastMonthOfView()) + ": " + std::to_string(shown) +
-         (shown == 1 ? " appointment" : " appointments");
+         monthText(span.LastMonthOfView()) + ": " +
+         (!why.empty() ? why
+                       : std::to_string(shown) + (shown == 1 ? " appointment" : " appointments"));
 }
 
 }  // namespace velkor

@@ -143,7 +143,7 @@ void CalendarAccess::CheckFolder() const {
 std::unique_ptr<OutlookItem> CalendarAccess::Item(std::string_view entryId) {
   CheckFolder();
   auto item = session_->GetItemFromID(entryId, storeId_);
-  if (!item) throw Error(errors::CalendarFailed, "The item is not there any more");
+  if (!item) throw Error(errors::CalendarFailed, "The appointment is not there any more");
   return item;
 }
 

@@ -47,6 +47,8 @@ class PrintJob {
   virtual Surface& Page() = 0;
   virtual void NewPage() = 0;
   virtual void EndDocument() = 0;
+  /// The path of the file that the document goes to instead of paper; empty for none.
+  virtual std::string File() const { return {}; }
 };
 
 /// The printer that is current for one planner. Members throw Error (DeviceUnavailable) where there

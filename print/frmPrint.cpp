@@ -117,6 +117,9 @@ void frmPrint::Print_Click() {
     if (!job || document_.PageCount() == 0) return;
     const WaitPointer wait(platform_.shell);
     document_.Print(*job);
+    if (const std::string file = job->File(); !file.empty()) {
+      txtStatus.SetCaption("Printed to " + file);
+    }
   });
 }
 

@@ -9,6 +9,7 @@
 #include "hosts/yearplan/UncarriedNames.h"
 #include "model/CacheFile.h"
 #include "tools/SilentPlanner.h"
+#include "view/YearTexts.h"
 
 namespace velkor {
 
@@ -53,6 +54,7 @@ PlannedYear CalendarSession::Plan() {
   UncarriedNames uncarried(year.grid.Filter());
   uncarried.Look(year.grid.Events());
   uncarried.Report(messages_, "the year");
+  if (const std::string why = WhyEmpty(year.grid); !why.empty()) messages_ << why << '\n';
   return year;
 }
 

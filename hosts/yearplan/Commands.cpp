@@ -15,6 +15,7 @@
 #include "support/values/Error.h"
 #include "tools/LayoutJson.h"
 #include "view/Face.h"
+#include "view/YearTexts.h"
 
 namespace velkor {
 namespace {
@@ -65,8 +66,8 @@ void Render(const CommandLine& line, const std::string& path, std::ostream& out,
   const FaceContent content{YearCaption(year.grid.Span().ViewYear), year.names, year.font,
                             year.today};
   write(path, size, [&](Surface& surface) { DrawFace(surface, face, year.grid, content); },
-        {.title = content.caption});
-  out << content.caption << ", " << EventCount(year.grid) << ": "
+        {.title = YearName(year.grid.Span())});
+  out << YearName(year.grid.Span()) << ", " << EventCount(year.grid) << ": "
       << QFileInfo(QString::fromStdString(path)).absoluteFilePath().toStdString() << '\n';
 }
 
@@ -79,8 +80,8 @@ std::string PictureOf(const CommandLine& line) {
 void Refresh(const CommandLine& line, std::ostream& out, std::ostream& messages) {
   CalendarSession session(line, messages);
   const std::size_t count = session.Refresh();
-  out << YearCaption(session.Span().ViewYear) << ", " << count
-      << " events: " << session.CacheFileName() << '\n';
+  out << YearName(session.Span()) << ", " << count << " events: " << session.CacheFileName()
+      << '\n';
 }
 
 void Inspect(const CommandLine& line, std::ostream& out, std::ostream& messages) {

@@ -4,6 +4,8 @@
 #include <QMessageBox>
 #include <exception>
 
+#include "platform/desktop/QtMessageBoxes.h"
+
 namespace velkor {
 
 bool PlannerApplication::notify(QObject* receiver, QEvent* event) {
@@ -20,7 +22,7 @@ void PlannerApplication::Tell(const char* what) {
   if (telling_) return;
   telling_ = true;
   try {
-    QMessageBox box(QMessageBox::Critical, QStringLiteral("YearPlan"),
+    QMessageBox box(QMessageBox::Critical, QString::fromLatin1(ProgramName),
                     QStringLiteral("Something went wrong; what was being done is not complete."),
                     QMessageBox::Ok, activeWindow());
     box.setTextFormat(Qt::PlainText);

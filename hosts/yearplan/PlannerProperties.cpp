@@ -41,8 +41,7 @@ PropertyValue FirstValue(std::string_view key, const PropertyValue& fallback) {
 
 PlannerProperties PropertiesOf(const YearPlan& plan) {
   return {plan.Folder(),         plan.AllEvents(), plan.HideNonCategoryItems(),
-          plan.DisplaySubject(), plan.TitleName(), plan.AppointmentForm(),
-          plan.FirstMonth()};
+          plan.DisplaySubject(), plan.TitleName(), plan.FirstMonth()};
 }
 
 void SetProperties(YearPlan& plan, const PlannerProperties& properties) {
@@ -56,9 +55,6 @@ void SetProperties(YearPlan& plan, const PlannerProperties& properties) {
     plan.SetDisplaySubject(properties.DisplaySubject);
   }
   if (properties.TitleName != now.TitleName) plan.SetTitleName(properties.TitleName);
-  if (properties.AppointmentForm != now.AppointmentForm) {
-    plan.SetAppointmentForm(properties.AppointmentForm);
-  }
   if (properties.FirstMonth != now.FirstMonth) plan.SetFirstMonth(properties.FirstMonth);
 }
 

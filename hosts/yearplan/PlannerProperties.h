@@ -11,14 +11,14 @@ namespace velkor {
 
 class YearPlan;
 
-/// What the settings dialog shows and changes.
+/// What the settings dialog shows and changes. Appointments of calendar files are all of one
+/// message class, so that of the control stays as it is.
 struct PlannerProperties {
   std::string Folder;
   bool AllEvents = true;
   bool HideNonCategoryItems = false;
   bool DisplaySubject = true;
   std::string TitleName = "Default";
-  std::string AppointmentForm = "IPM.Appointment";
   /// 1 to 12.
   int FirstMonth = 1;
 

@@ -3,10 +3,13 @@
 
 #include <QEvent>
 #include <QPainter>
+#include <utility>
 
 #include "control/YearPlan.h"
 #include "platform/desktop/QtPeers.h"
+#include "platform/desktop/QtText.h"
 #include "view/Face.h"
+#include "view/YearTexts.h"
 
 namespace velkor {
 namespace {
@@ -22,6 +25,48 @@ QWidget* Named(QWidget* widget, const QString& name) {
   widget->setAccessibleName(name);
   return widget;
 }
+
+/// Over the grid, and not in the way of the pointer. It is painted whenever the grid is, and so
+/// asks anew whenever the year has changed. Hidden at first.
+class EmptyNotice : public QWidget {
+ public:
+  EmptyNotice(QWidget* grid, const YearPlan& plan) : QWidget(grid), plan_(plan) {
+    setObjectName("notice");
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    grid->installEventFilter(this);
+    hide();
+  }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Resize) resize(parentWidget()->size());
+    return QWidget::eventFilter(watched, event);
+  }
+
+  void paintEvent(QPaintEvent* /*event*/) override {
+    const QString text = velkor::ToQt(WhyEmpty(plan_.Grid()));
+    // What is left of another text lies beyond what is painted now, perhaps.
+    if (std::exchange(text_, text) != text) update();
+    if (text.isEmpty()) return;
+    constexpr int Air = 16;
+    QPainter painter(this);
+    QFont font = painter.font();
+    font.setPointSizeF(CaptionPoints);
+    painter.setFont(font);
+    const QRect words = painter.boundingRect(rect().adjusted(Air, Air, -Air, -Air),
+                                             Qt::AlignCenter | Qt::TextWordWrap, text);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(ToQt(face_colours::Frame));
+    painter.setBrush(Qt::white);
+    painter.drawRoundedRect(words.adjusted(-Air, -Air, Air, Air), Air / 2, Air / 2);
+    painter.setPen(Qt::black);
+    painter.drawText(words, Qt::AlignCenter | Qt::TextWordWrap, text);
+  }
+
+ private:
+  const YearPlan& plan_;
+  QString text_;
+};
 
 }  // namespace
 
@@ -47,12 +92,14 @@ void PlannerWidget::MakePeers() {
   caption->setFont(font);
   MakePeer(elements.lblDate, this);
   MakePeer(elements.Command1, this);
-  Named(MakePeer(elements.imgLogo, this), tr("Status"));
+  status_ = Named(MakePeer(elements.imgLogo, this), tr("Status"));
+  status_->installEventFilter(this);
   // What holds the surfaces lies below them.
   MakePeer(elements.picParent, this);
   Named(MakePeer(elements.picHeadCol, this), tr("Weekdays"));
   Named(MakePeer(elements.picHeadRow, this), tr("Months"));
   QWidget* const grid = Named(MakePeer(elements.pic1, this), tr("Year"));
+  notice_ = new EmptyNotice(grid, plan_);
   Named(MakePeer(elements.VScroll1, this), tr("Scroll the months"));
   MakeLegend(elements.legend);
   setFocusProxy(grid);
@@ -71,6 +118,13 @@ void PlannerWidget::MakeLegend(LegendElements& legend) {
 }
 
 bool PlannerWidget::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == status_ && event->type() == QEvent::ToolTipChange) {
+    // While something is told about the year it may not be whole.
+    const bool telling = !plan_.Elements().imgLogo.ToolTip().empty();
+    asked_ = asked_ || telling;
+    notice_->setVisible(asked_ && !telling);
+  }
+  if (watched != legendRows_) return QWidget::eventFilter(watched, event);
   if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) update();
   return QWidget::eventFilter(watched, event);
 }

@@ -13,7 +13,8 @@ struct LegendElements;
 class YearPlan;
 
 /// Has a peer for each element of the control and tells it its size. The control outlives it. The
-/// grid gets the keyboard when this does; a frame shows that the legend has it.
+/// grid gets the keyboard when this does; a frame shows that the legend has it. A year of which
+/// nothing is seen says why, once it was asked from the calendar.
 class PlannerWidget : public QWidget {
  public:
   explicit PlannerWidget(YearPlan& plan, QWidget* parent = nullptr);
@@ -30,6 +31,10 @@ class PlannerWidget : public QWidget {
   void Fit();
 
   YearPlan& plan_;
+  QWidget* status_ = nullptr;
+  /// The year was asked from the calendar.
+  bool asked_ = false;
+  QWidget* notice_ = nullptr;
   QWidget* legendView_ = nullptr;
   QWidget* legendRows_ = nullptr;
   /// Of the elements that have no widget.

@@ -21,6 +21,8 @@
 #include "platform/desktop/QtPeers.h"
 #include "platform/desktop/QtText.h"
 #include "support/values/Error.h"
+#include "view/YearGrid.h"
+#include "view/YearTexts.h"
 
 namespace velkor {
 namespace {
@@ -43,7 +45,7 @@ QString DraggedCalendar(const QMimeData& data) {
 PlannerWindow::PlannerWindow(Settings& settings, std::string cacheUtility)
     : settings_(settings), cacheUtility_(std::move(cacheUtility)) {
   setObjectName("PlannerWindow");
-  setWindowTitle(tr("YearPlan"));
+  setWindowTitle(ProgramName);
   setWindowIcon(ProgramIcon());
   setAcceptDrops(true);
   MakeMenus();
@@ -170,18 +172,17 @@ bool PlannerWindow::OpenCalendar(const std::string& path, std::optional<int> yea
   ShowTrouble({});
   try {
     session = std::make_unique<PlannerSession>(
-        path, SessionSurroundings{
-                  .settings = settings_,
-                  .messages = messages_,
-                  .forms = forms_,
-                  .window = this,
-                  .onStatus = [this](const std::string& text) { status_->setText(ToQt(text)); },
-                  .onTrouble =
-                      [this](const std::string& text) {
-                        ShowTrouble(text);
-                        if (session_) ShowRemarks();
-                      },
-                  .cacheUtility = cacheUtility_});
+        path, SessionSurroundings{.settings = settings_,
+                                  .messages = messages_,
+                                  .forms = forms_,
+                                  .window = this,
+                                  .onStatus = [this](const std::string& text) { ShowStatus(text); },
+                                  .onTrouble =
+                                      [this](const std::string& text) {
+                                        ShowTrouble(text);
+                                        if (session_) ShowRemarks();
+                                      },
+                                  .cacheUtility = cacheUtility_});
   } catch (const Error& error) {
     ShowTrouble(troubleBefore);
     messages_.Show({.text = "The calendar cannot be opened.\n\n" + error.Description(),
@@ -195,8 +196,7 @@ bool PlannerWindow::OpenCalendar(const std::string& path, std::optional<int> yea
   ShowPlanner();
   if (year) session_->ShowYear(*year);
   ShowRemarks();
-  const QFileInfo file(ToQt(session_->Calendar()));
-  setWindowTitle(tr("%1 - YearPlan").arg(file.completeBaseName()));
+  ShowTitle();
   Remember(CalendarKey, session_->Calendar());
   for (QAction* action : calendarActions_) action->setEnabled(true);
   return true;
@@ -206,6 +206,18 @@ void PlannerWindow::ShowPlanner() {
   planner_ = new PlannerWidget(session_->Plan());
   setCentralWidget(planner_);
   planner_->setFocus();
+}
+
+void PlannerWindow::ShowStatus(const std::string& text) {
+  status_->setText(ToQt(text));
+  // Another year on show is refreshed at once, which is told.
+  if (planner_) ShowTitle();
+}
+
+void PlannerWindow::ShowTitle() {
+  const QFileInfo file(ToQt(session_->Calendar()));
+  const QString year = ToQt(YearName(session_->Plan().Grid().Span()));
+  setWindowTitle(tr("%1 - %2 - %3").arg(file.completeBaseName(), year, ProgramName));
 }
 
 void PlannerWindow::ShowTrouble(const std::string& text) {

@@ -53,6 +53,8 @@ class PlannerWindow : public QMainWindow {
   /// Does something to the control as soon as the control is not waiting itself.
   void WhenIdle(Steps steps);
   void ShowPlanner();
+  void ShowStatus(const std::string& text);
+  void ShowTitle();
   void ShowTrouble(const std::string& text);
   void ShowRemarks();
   void Remember(const char* key, const std::string& value);

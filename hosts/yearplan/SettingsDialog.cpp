@@ -25,7 +25,6 @@ class SettingsDialog : public QDialog {
       : QDialog(parent),
         folder_(MakeLine("Folder", shown.Folder)),
         title_(MakeLine("TitleName", shown.TitleName)),
-        form_(MakeLine("AppointmentForm", shown.AppointmentForm)),
         firstMonth_(new QComboBox),
         allEvents_(
             MakeBox("AllEvents", tr("Show appointments &within one day, too"), shown.AllEvents)),
@@ -47,13 +46,12 @@ class SettingsDialog : public QDialog {
   }
 
   PlannerProperties Properties() const {
-    return {TextOf(folder_),
-            allEvents_->isChecked(),
-            hide_->isChecked(),
-            subjects_->isChecked(),
-            TextOf(title_),
-            TextOf(form_),
-            firstMonth_->currentIndex() + 1};
+    return {.Folder = TextOf(folder_),
+            .AllEvents = allEvents_->isChecked(),
+            .HideNonCategoryItems = hide_->isChecked(),
+            .DisplaySubject = subjects_->isChecked(),
+            .TitleName = TextOf(title_),
+            .FirstMonth = firstMonth_->currentIndex() + 1};
   }
 
  private:
@@ -96,9 +94,6 @@ class SettingsDialog : public QDialog {
     fields->addRow(QString(),
                    MakeNote(tr("A folder of the calendar, as in Team\\Holidays; leave it empty for "
                                "the whole file.")));
-    fields->addRow(tr("&Message class:"), form_);
-    fields->addRow(QString(), MakeNote(tr("Which new appointments are shown at once; "
-                                          "IPM.Appointment is the usual one.")));
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     auto* const rows = new QVBoxLayout(this);
     rows->addLayout(fields);
@@ -114,9 +109,6 @@ class SettingsDialog : public QDialog {
     if (properties.TitleName.empty()) {
       complaint_->Say(tr("A planner needs a title; Default is the usual one."));
       title_->setFocus();
-    } else if (properties.AppointmentForm.empty()) {
-      complaint_->Say(tr("The message class is missing; IPM.Appointment is the usual one."));
-      form_->setFocus();
     } else {
       accept();
     }
@@ -124,7 +116,6 @@ class SettingsDialog : public QDialog {
 
   QLineEdit* folder_;
   QLineEdit* title_;
-  QLineEdit* form_;
   QComboBox* firstMonth_;
   QCheckBox* allEvents_;
   QCheckBox* subjects_;

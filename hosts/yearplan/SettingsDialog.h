@@ -9,8 +9,8 @@ class QWidget;
 
 namespace velkor {
 
-/// Shows the properties until the dialog is closed. Texts lose the blanks around them; a title or
-/// message class that is empty is refused.
+/// Shows the properties until the dialog is closed. Texts lose the blanks around them; an empty
+/// title is refused.
 /// @return what the user set; none after Cancel
 std::optional<PlannerProperties> AskForSettings(QWidget* parent, const PlannerProperties& shown);
 

@@ -2,6 +2,7 @@
 #include "platform/desktop/PdfPrinter.h"
 
 #include <QBuffer>
+#include <QFileInfo>
 #include <QPdfWriter>
 #include <QSaveFile>
 #include <utility>
@@ -38,6 +39,9 @@ class Job : public PrintJob {
   void EndDocument() override {
     pages_->End();
     if (!SaveAll(file_, buffer_.data())) Fail();
+  }
+  std::string File() const override {
+    return QFileInfo(file_.fileName()).absoluteFilePath().toStdString();
   }
 
  private:

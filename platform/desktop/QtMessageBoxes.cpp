@@ -70,7 +70,7 @@ MessageAnswer QtMessageBoxes::Show(const Message& message) {
   QString text = ToQt(message.text);
   text.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
   box.setText(text);
-  box.setWindowTitle(message.title.empty() ? QStringLiteral("OutlookVelkor") : ToQt(message.title));
+  box.setWindowTitle(ToQt(message.title.empty() ? ProgramName : message.title));
   box.setIcon(IconOf(message.icon));
   const std::vector<Button> buttons = ButtonsOf(message.buttons);
   for (std::size_t i = 0; i < buttons.size(); ++i) {

@@ -8,6 +8,9 @@
 
 namespace velkor {
 
+/// The name of this program as its windows and boxes carry it.
+inline constexpr const char* ProgramName = "YearPlan";
+
 /// Shows each over the dialog that is open, else over `parent`. Texts are shown as they are,
 /// without markup. Escape answers Cancel, else No, else Ok.
 class QtMessageBoxes : public MessageBoxes {

@@ -26,7 +26,7 @@ std::vector<MessageAnswer> AnswersOf(MessageButtons buttons) {
 }  // namespace
 
 MessageAnswer TerminalMessageBoxes::Show(const Message& message) {
-  const std::string& title = message.title.empty() ? "OutlookVelkor" : message.title;
+  const std::string& title = message.title.empty() ? "yearplan" : message.title;
   stream_ << title << ": " << message.text << std::endl;
   const std::vector<MessageAnswer> answers = AnswersOf(message.buttons);
   const auto wanted = static_cast<std::size_t>(message.defaultButton - 1);

@@ -12,6 +12,8 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QPrinterInfo>
+#include <QToolButton>
 
 #include "control/YearPlan.h"
 #include "hosts/yearplan/PlannerSession.h"
@@ -91,7 +93,7 @@ TEST_F(PlannerWindow, ShowsTheYearOfTheCalendarThroughTheCacheUtility) {
         CalendarOf({{"20260504", "Holiday"}, {"20261224", "Party"}, {"20270101", "Later"}}));
   Open(window_);
   ASSERT_TRUE(Shows(2));
-  EXPECT_EQ(window_.windowTitle(), "team - YearPlan");
+  EXPECT_EQ(window_.windowTitle(), "team - Year 2026 - YearPlan");
   EXPECT_EQ(window_.focusWidget(), &Grid());
   EXPECT_THAT(Grid().accessibleDescription().toStdString(), HasSubstr("2 appointments"));
   EXPECT_TRUE(Plan().AllEvents());
@@ -99,6 +101,7 @@ TEST_F(PlannerWindow, ShowsTheYearOfTheCalendarThroughTheCacheUtility) {
   EXPECT_THAT(Plan().GetStringList(), testing::ElementsAre("Leave", "Other"));
   QTest::keyClick(&Grid(), Qt::Key_PageDown);
   EXPECT_EQ(Plan().DisplayedYear(), Year + 1);
+  EXPECT_EQ(window_.windowTitle(), "team - Year 2027 - YearPlan");
   EXPECT_TRUE(Shows(1));
   EXPECT_THAT(Bytes("team.ics").toStdString(), Not(HasSubstr("PLEASE IGNORE")));
 }
@@ -283,7 +286,7 @@ TEST_F(PlannerWindow, CalendarThatCannotBeReadIsToldAndTheOldOneStays) {
     QTest::keyClick(&dialog, Qt::Key_Escape);
   });
   EXPECT_FALSE(window_.OpenCalendar(Path("none.ics")));
-  EXPECT_EQ(window_.windowTitle(), "team - YearPlan");
+  EXPECT_EQ(window_.windowTitle(), "team - Year 2026 - YearPlan");
   EXPECT_TRUE(Shows(1));
   EXPECT_EQ(window_.LastCalendar(), Path("team.ics"));
 }
@@ -302,16 +305,41 @@ TEST_F(PlannerWindow, DroppedCalendarIsOpenedAndNothingElse) {
   }
 }
 
-TEST_F(PlannerWindow, CtrlPShowsThePreviewUntilEscape) {
+TEST_F(PlannerWindow, CtrlPShowsThePreviewWhichPrintsToAFileAndSaysWhere) {
+  if (!QPrinterInfo::availablePrinterNames().isEmpty()) GTEST_SKIP() << "there are printers";
   OpenWith({{"20260504", "Away"}});
-  bool shown = false;
+  QString told;
   WhenOpen([&](QDialog& preview) {
     auto& status = *preview.findChild<QLabel*>("txtStatus");
-    shown = QTest::qWaitFor([&] { return status.text().startsWith("Page 1 of 1"); });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return status.text().startsWith("Page 1 of 1"); }));
+    WhenOpen([&](QDialog& files) {
+      files.findChild<QLineEdit*>("fileNameEdit")->setText(File("year.pdf"));
+      QTest::keyClick(files.findChild<QLineEdit*>("fileNameEdit"), Qt::Key_Return);
+    });
+    preview.findChild<QToolButton*>("Print")->click();
+    told = status.text();
     QTest::keyClick(&preview, Qt::Key_Escape);
   });
   QTest::keyClick(&window_, Qt::Key_P, Qt::ControlModifier);
-  EXPECT_TRUE(shown);
+  EXPECT_EQ(told, "Printed to " + File("year.pdf"));
+}
+
+TEST_F(PlannerWindow, AYearThatLooksEmptySaysWhyOnceItWasRead) {
+  OpenWith({{"20260504", "Holiday"}});
+  auto* const notice = window_.findChild<QWidget*>("notice");
+  const auto isRead = [&] { return notice->isVisible(); };
+  const auto says = [&] {
+    const QImage with = Grid().grab().toImage();
+    notice->hide();
+    return Grid().grab().toImage() != with;
+  };
+  ASSERT_TRUE(QTest::qWaitFor(isRead, 15000));
+  EXPECT_FALSE(says());
+  QTest::keyClick(&Grid(), Qt::Key_PageUp);
+  EXPECT_FALSE(isRead());
+  ASSERT_TRUE(QTest::qWaitFor(isRead, 15000));
+  EXPECT_TRUE(says());
+  EXPECT_THAT(Grid().accessibleDescription().toStdString(), HasSubstr("has no appointments"));
 }
 
 }  // namespace

@@ -148,7 +148,7 @@ TEST(TerminalMessageBoxes, PrintTheMessageAndAnswerTheDefaultButton) {
   EXPECT_EQ(boxes.Show({"The disk is full.", "File Error"}), MessageAnswer::Ok);
   EXPECT_EQ(boxes.Show({"Delete?", "", MessageButtons::YesNoCancel, MessageIcon::Question, 2}),
             MessageAnswer::No);
-  EXPECT_EQ(stream.str(), "File Error: The disk is full.\nOutlookVelkor: Delete?\n");
+  EXPECT_EQ(stream.str(), "File Error: The disk is full.\nyearplan: Delete?\n");
 }
 
 }  // namespace

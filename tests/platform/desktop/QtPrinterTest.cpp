@@ -185,6 +185,7 @@ TEST_F(QtPrinterWithoutPrinters, AsksForAFileWhenADocumentBegins) {
   Draw(*job);
   job->EndDocument();
   EXPECT_TRUE(Bytes("year.pdf").startsWith("%PDF"));
+  EXPECT_EQ(job->File(), Path("year.pdf"));
   WhenAsked({});
   EXPECT_FALSE(printer.Begin("Year 1/2"));
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
