@@ -1,7 +1,6 @@
 // calendar/IcsLimits.h: bounds within which an iCalendar file is read.
 #pragma once
 
-#include <chrono>
 #include <cstddef>
 
 namespace velkor {
@@ -19,14 +18,6 @@ struct IcsLimits {
   std::size_t diagnostics = 1000;
   /// Lines of a time zone's definition.
   std::size_t timeZoneLines = 2000;
-  /// Steps for one recurrence rule, for its search when nothing matches, and for all rules. One
-  /// takes a few microseconds, so what is shown does not depend on how busy the machine is.
-  std::size_t ruleSteps = 200'000;
-  std::size_t ruleSearchSteps = 1'500'000;
-  std::size_t allRuleSteps = 3'000'000;
-  /// Time of the processor for one rule and for all, in case that steps take far longer.
-  std::chrono::milliseconds ruleTime{5000};
-  std::chrono::milliseconds allRulesTime{15'000};
   /// Occurrences inside the window: of one item, and of all items.
   std::size_t itemOccurrences = 100'000;
   std::size_t occurrences = 1'000'000;

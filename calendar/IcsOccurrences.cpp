@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "calendar/IcsAppointments.h"
+#include "calendar/IcsRule.h"
 #include "support/values/Date.h"
 
 namespace velkor {
@@ -112,12 +113,11 @@ std::vector<WallSeconds> IcsItemBuilder::RuleStartsOf(const IcsEvent& master,
   // Clocks of two zones differ by a good day at most.
   constexpr WallSeconds Slack = 2 * SecondsPerDay;
   const WallSeconds from = std::max(from_ - length - Slack, FirstWall);
-  RuleStarts result = rules_.Expand(rule.text, master.start, from, to_ + Slack);
-  if (!result.problem.empty()) {
-    diagnostics_.Warn(
-        rule.line,
-        "the rule " + Quoted(rule.text) + " of " + master.Name() + " " + result.problem +
-            (result.starts.empty() ? "; it adds no occurrence" : "; the rest is left out"));
+  RuleStarts result =
+      ExpandRule(rule.text, master.start, from, to_ + Slack, limits_.itemOccurrences - 1);
+  for (const std::string& remark : result.remarks) {
+    diagnostics_.Warn(rule.line,
+                      "the rule " + Quoted(rule.text) + " of " + master.Name() + " " + remark);
   }
   return std::move(result.starts);
 }

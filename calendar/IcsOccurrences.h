@@ -9,7 +9,6 @@
 #include "calendar/Diagnostics.h"
 #include "calendar/IcsEvent.h"
 #include "calendar/IcsLimits.h"
-#include "calendar/IcsRule.h"
 
 namespace velkor {
 
@@ -20,8 +19,7 @@ class IcsItemBuilder {
       : from_(window.from.Seconds()),
         to_(window.to.Seconds()),
         limits_(limits),
-        diagnostics_(diagnostics),
-        rules_(limits) {}
+        diagnostics_(diagnostics) {}
 
   /// The item of an appointment. Of a recurring one with its changed occurrences, at most one for
   /// each RECURRENCE-ID; a cancelled one only takes the occurrence away.
@@ -53,7 +51,6 @@ class IcsItemBuilder {
   WallSeconds to_;
   const IcsLimits& limits_;
   Diagnostics& diagnostics_;
-  RuleExpander rules_;
   std::size_t occurrences_ = 0;
   const IcsEvent* lastCut_ = nullptr;
 };

@@ -1,323 +1,311 @@
-// calendar/IcsRule.cpp: recurrence rules by libical, kept from running away.
+// calendar/IcsRule.cpp: the starts of a recurrence rule, period by period. This is our own code and
+// not libical's, since that gives other days than RFC 5545 for whole families of rules without a
+// word (a yearly rule by BYMONTHDAY alone, BYDAY with BYMONTHDAY, WKST with an interval, unsorted
+// times), searches through thousands of years within one call, and goes through all that lies
+// before the window.
 #include "calendar/IcsRule.h"
 
-#include <libical/ical.h>
-
 #include <algorithm>
-#include <chrono>
-#include <ctime>
-#include <memory>
+#include <array>
 #include <optional>
 
+#include "calendar/IcsRuleDays.h"
+#include "calendar/IcsRuleParts.h"
+#include "calendar/IcsRuleTimes.h"
 #include "support/values/Date.h"
-#include "support/values/Text.h"
 
 namespace velkor {
 namespace {
 
-struct Rule {
-  icalrecurrencetype parts;
-  /// 0 for none.
-  std::size_t count = 0;
-  std::optional<IcsTimeText> until;
-};
-
-WallSeconds FromIcalTime(const icaltimetype& time) {
-  const DateFields day{time.year, time.month, time.day, 0, 0, 0};
-  const WallSeconds clock = time.is_date ? 0 : time.hour * 3600 + time.minute * 60 + time.second;
-  return Date::FromFields(day).Seconds() + clock;
+constexpr DayNumber DayOf(WallSeconds wall) {
+  return (wall - (wall % SecondsPerDay + SecondsPerDay) % SecondsPerDay) / SecondsPerDay;
 }
 
-template <std::size_t N>
-std::size_t Size(const short (&list)[N]) {
-  return static_cast<std::size_t>(std::find(list, list + N, ICAL_RECURRENCE_ARRAY_MAX) - list);
-}
-
-template <std::size_t N>
-bool Has(const short (&list)[N], int value) {
-  const short* end = list + Size(list);
-  return std::find(list, end, value) != end;
-}
-
-template <std::size_t N>
-bool Allows(const short (&list)[N], int value) {
-  return Size(list) == 0 || Has(list, value);
-}
-
-/// As Allows, for values that may also count from the end, -1 being the last of `length`.
-template <std::size_t N>
-bool AllowsFromBothEnds(const short (&list)[N], int value, int length) {
-  return Size(list) == 0 || Has(list, value) || Has(list, value - length - 1);
-}
-
-void Clear(short* list) {
-  *list = ICAL_RECURRENCE_ARRAY_MAX;
-}
-
-/// A part's number; none when it has more than nine digits or is no number above 0.
-std::optional<std::size_t> Number(std::string_view value) {
-  const auto number = ParseInteger(value);
-  if (!number || *number < 1 || *number > 999'999'999) return std::nullopt;
-  return static_cast<std::size_t>(*number);
-}
-
-/// Reads the rule; UNTIL and COUNT are kept apart from what libical sees.
-std::optional<Rule> Parse(std::string_view text, std::string& problem) {
-  constexpr std::size_t Longest = 4096;
-  Rule rule;
-  std::string rest;
-  if (text.size() > Longest) {
-    problem = "is too long";
-    return std::nullopt;
-  }
-  for (std::string_view parts = Trim(text); !parts.empty();) {
-    const std::string_view part = TakePart(parts, ';');
-    std::string_view value = part;
-    const std::string_view name = TakePart(value, '=');
-    const auto count = Number(value);
-    if (SameName(name, "UNTIL")) {
-      rule.until = ReadTimeText(value);
-      if (!rule.until) problem = "has an UNTIL that is no time";
-    } else if (SameName(name, "COUNT")) {
-      rule.count = count.value_or(0);
-      if (!count) problem = "has a COUNT that is no number above 0";
-    } else if (SameName(name, "RSCALE") || SameName(name, "SKIP")) {
-      problem = "counts by another calendar system";
-    } else if (SameName(name, "INTERVAL") && (!count || *count > 32767)) {
-      problem = "has an INTERVAL outside 1 to 32767";
-    } else if (!part.empty()) {
-      rest.append(rest.empty() ? "" : ";").append(part);
-    }
-    if (!problem.empty()) return std::nullopt;
-  }
-  icalerror_clear_errno();
-  rule.parts = icalrecurrencetype_from_string(rest.c_str());
-  if (rule.parts.freq == ICAL_NO_RECURRENCE || icalerrno != ICAL_NO_ERROR) {
-    problem = "is no recurrence rule";
-    return std::nullopt;
-  }
-  return rule;
-}
-
-/// What is too much to search through, or has no meaning.
-std::string Refusal(const icalrecurrencetype& parts) {
-  constexpr std::size_t MostTimesOfDay = 1440;
-  const auto timesOf = [](std::size_t size) { return std::max<std::size_t>(size, 1); };
-  const bool picksTimes = Size(parts.by_hour) + Size(parts.by_minute) + Size(parts.by_second) > 0;
-  const bool picksPositions = Size(parts.by_set_pos) > 0;
-  if (timesOf(Size(parts.by_hour)) * timesOf(Size(parts.by_minute)) *
-          timesOf(Size(parts.by_second)) >
-      MostTimesOfDay) {
-    return "has too many times a day";
-  }
-  if (picksPositions && (picksTimes || parts.freq <= ICAL_WEEKLY_RECURRENCE)) {
-    return "picks positions in a week or a day, which is not supported";
-  }
-  if (Size(parts.by_week_no) > 0 && parts.freq != ICAL_YEARLY_RECURRENCE) {
-    return "has BYWEEKNO but is not yearly";
-  }
-  return {};
-}
-
-/// Those parts of a rule of at most daily frequency that only leave candidates out. libical would
-/// look for the next match through thousands of years inside one call, so the candidates are
-/// tested here, one step each.
-class CandidateFilter {
+/// The last start that UNTIL allows.
+class UntilBound {
  public:
-  /// Takes the parts out of `parts`.
-  explicit CandidateFilter(icalrecurrencetype& parts)
-      : all_(parts), active_(parts.freq <= ICAL_DAILY_RECURRENCE) {
-    if (!active_) return;
-    Clear(parts.by_month);
-    Clear(parts.by_month_day);
-    Clear(parts.by_year_day);
-    Clear(parts.by_day);
-    if (parts.freq <= ICAL_HOURLY_RECURRENCE) Clear(parts.by_hour);
-    if (parts.freq <= ICAL_MINUTELY_RECURRENCE) Clear(parts.by_minute);
-    if (parts.freq <= ICAL_SECONDLY_RECURRENCE) Clear(parts.by_second);
+  UntilBound(const std::optional<IcsTimeText>& until, const IcsTime& first) : first_(first) {
+    if (!until) return;
+    if (until->isDate || first.isDate) {
+      last_ = (DayOf(until->wall) + 1) * SecondsPerDay - 1;
+    } else if (until->isUtc) {
+      utc_ = until->wall;
+      last_ = until->wall + Slack;
+    } else {
+      last_ = until->wall;
+    }
   }
 
-  bool Passes(const icaltimetype& time) const {
-    if (!active_) return true;
-    return Allows(all_.by_month, time.month) &&
-           AllowsFromBothEnds(all_.by_month_day, time.day,
-                              icaltime_days_in_month(time.month, time.year)) &&
-           AllowsFromBothEnds(all_.by_year_day, icaltime_day_of_year(time),
-                              icaltime_days_in_year(time.year)) &&
-           AllowsWeekday(icaltime_day_of_week(time)) && Allows(all_.by_hour, time.hour) &&
-           Allows(all_.by_minute, time.minute) && Allows(all_.by_second, time.second);
+  /// None allowed lies after it.
+  WallSeconds Last() const { return last_; }
+  /// @param wall  at most Last()
+  bool Allows(WallSeconds wall) const {
+    if (!utc_ || wall < *utc_ - Slack) return true;
+    // Both sides as local time, since the start is in its own zone.
+    static const IcsZone utc{IcsZone::Utc{}};
+    return first_.zone->ToLocal(wall) <= utc.ToLocal(*utc_);
   }
 
  private:
-  bool AllowsWeekday(int weekday) const {
-    const std::size_t size = Size(all_.by_day);
-    return size == 0 || std::any_of(all_.by_day, all_.by_day + size, [&](short day) {
-             return static_cast<int>(icalrecurrencetype_day_day_of_week(day)) == weekday;
-           });
-  }
+  /// Clocks of two zones differ by a good day at most.
+  static constexpr WallSeconds Slack = 2 * SecondsPerDay;
 
-  icalrecurrencetype all_;
-  bool active_;
+  const IcsTime& first_;
+  WallSeconds last_ = LastWall;
+  std::optional<WallSeconds> utc_;
 };
 
-/// The last start at or before `from` of a rule that repeats every so many hours, minutes or
-/// seconds. libical itself does not keep such intervals in step when it starts later.
-WallSeconds InStep(WallSeconds from, WallSeconds first, const icalrecurrencetype& parts) {
-  const WallSeconds unit = parts.freq == ICAL_HOURLY_RECURRENCE     ? 3600
-                           : parts.freq == ICAL_MINUTELY_RECURRENCE ? 60
-                                                                    : 1;
-  return from - (from - first) % (unit * parts.interval);
-}
-
-struct FreeIterator {
-  void operator()(icalrecur_iterator* iterator) const { icalrecur_iterator_free(iterator); }
-};
-
-bool IsPast(const IcsTimeText& until, const IcsTime& first, WallSeconds wall) {
-  if (until.isDate || first.isDate)
-    return Date::FromSeconds(wall).DayNumber() > Date::FromSeconds(until.wall).DayNumber();
-  // Both sides as local time, since UNTIL is in UTC as a rule and the start in its own zone.
-  static const IcsZone utc{IcsZone::Utc{}};
-  if (until.isUtc) return first.zone->ToLocal(wall) > utc.ToLocal(until.wall);
-  return wall > until.wall;
-}
-
-/// Steps that a year of looking for a match takes: what the library goes through before it gives
-/// one, measured in candidates of a plain rule. A rule from days down gives every candidate.
-std::size_t SearchSteps(const icalrecurrencetype& parts) {
-  const auto interval = static_cast<std::size_t>(std::max<int>(parts.interval, 1));
-  const std::size_t months = Size(parts.by_month);
-  const std::size_t monthDays = Size(parts.by_month_day);
-  const std::size_t weekdays = Size(parts.by_day);
-  const std::size_t weeks = Size(parts.by_week_no);
-  const std::size_t yearDays = Size(parts.by_year_day);
-  const bool plain = months + monthDays + weekdays + weeks + yearDays == 0;
-  std::size_t steps = 0;
-  if (parts.freq == ICAL_WEEKLY_RECURRENCE) {
-    steps = 53;
-  } else if (parts.freq == ICAL_MONTHLY_RECURRENCE) {
-    steps = 12 * (plain ? 1 : 12 + 2 * monthDays + 4 * weekdays);
-  } else if (parts.freq == ICAL_YEARLY_RECURRENCE) {
-    const std::size_t parted = months > 0 ? months : monthDays > 0 ? 12 : 1;
-    steps = plain ? 1
-                  : 20 + parted * (2 + 2 * monthDays + 4 * weekdays) + 2 * weeks * (weekdays + 1) +
-                        2 * yearDays;
+/// Walks through one rule.
+class RuleWalk {
+ public:
+  RuleWalk(const RuleParts& parts, const IcsTime& first, WallSeconds from, WallSeconds to,
+           std::size_t most)
+      : parts_(parts),
+        first_(first.wall),
+        firstDay_(DayOf(first.wall)),
+        days_(parts, firstDay_),
+        times_(parts, first),
+        until_(parts.until, first),
+        from_(std::max({from, first.wall + 1, FirstWall})),
+        to_(std::min({to, LastWall, until_.Last()})),
+        most_(most) {
+    firstPeriod_ = PeriodOf(firstDay_);
   }
-  return (steps + interval - 1) / interval;
-}
 
-std::chrono::nanoseconds ProcessorTime() {
-  timespec time{};
-  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-  return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
-}
+  /// @return false when there are more than wanted
+  bool Walk() {
+    if (from_ > to_) return true;
+    const bool picks = !parts_.places.empty() && parts_.frequency > RuleFrequency::Daily;
+    if (parts_.count) left_ = *parts_.count - 1;
+    if (picks) {
+      WalkPicked();
+    } else {
+      WalkDays();
+    }
+    return !tooMany_;
+  }
 
-constexpr std::string_view RepeatsTooOften = "repeats too often and is followed only in part";
+  std::vector<WallSeconds> TakeStarts() { return std::move(starts_); }
+
+ private:
+  struct Days {
+    DayNumber begin;
+    DayNumber end;
+  };
+
+  /// Weeks, months or years on end, from some beginning.
+  std::int64_t PeriodOf(DayNumber day) const {
+    if (parts_.frequency == RuleFrequency::Weekly) {
+      // Day 2 was a Monday.
+      const DayNumber sinceWeekStart = day - 2 - parts_.weekStart;
+      return (sinceWeekStart - (sinceWeekStart % 7 + 7) % 7) / 7;
+    }
+    const std::chrono::year_month_day date{ToSysDays(day)};
+    const auto year = static_cast<int>(date.year());
+    if (parts_.frequency == RuleFrequency::Yearly) return year;
+    return year * 12 + static_cast<int>(static_cast<unsigned>(date.month())) - 1;
+  }
+
+  Days DaysOf(std::int64_t period) const {
+    using namespace std::chrono;
+    if (parts_.frequency == RuleFrequency::Weekly) {
+      const DayNumber begin = period * 7 + 2 + parts_.weekStart;
+      return {begin, begin + 7};
+    }
+    const bool yearly = parts_.frequency == RuleFrequency::Yearly;
+    const auto begins = [&](std::int64_t index) {
+      const year_month month = year{0} / January + months{yearly ? index * 12 : index};
+      return ToDayNumber(month / 1);
+    };
+    return {begins(period), begins(period + 1)};
+  }
+
+  /// The first period of the rule at `period` or after it.
+  std::int64_t NextPeriod(std::int64_t period) const {
+    const std::int64_t distance = std::max<std::int64_t>(period - firstPeriod_, 0);
+    return firstPeriod_ + (distance + parts_.interval - 1) / parts_.interval * parts_.interval;
+  }
+
+  /// Visits the pieces of [begin, end) that lie in the rule's periods, until a call returns false.
+  template <typename Visit>
+  void ForEachPiece(DayNumber begin, DayNumber end, Visit&& visit) {
+    if (begin >= end) return;
+    if (parts_.interval == 1 || parts_.frequency <= RuleFrequency::Daily) {
+      visit(begin, end);
+      return;
+    }
+    const std::int64_t last = PeriodOf(end - 1);
+    for (auto period = NextPeriod(PeriodOf(begin)); period <= last; period += parts_.interval) {
+      const Days days = DaysOf(period);
+      if (!visit(std::max(begin, days.begin), std::min(end, days.end))) return;
+    }
+  }
+
+  void WalkDays() {
+    const DayNumber begin = DayOf(from_);
+    if (left_ && begin > firstDay_) *left_ -= CountAfterFirst(begin);
+    ForEachPiece(begin, DayOf(to_) + 1, [&](DayNumber from, DayNumber to) {
+      return days_.ForEach(from, to, [&](DayNumber day) {
+        for (const std::int32_t time : times_.On(day)) {
+          if (!Take(day * SecondsPerDay + time)) return false;
+        }
+        return true;
+      });
+    });
+  }
+
+  /// How many starts after the first one lie before a day after that one's.
+  std::int64_t CountAfterFirst(DayNumber before) {
+    std::int64_t count = 0;
+    ForEachPiece(firstDay_, firstDay_ + 1, [&](DayNumber from, DayNumber to) {
+      return days_.ForEach(from, to, [&](DayNumber day) {
+        const RuleTimes::List& times = times_.On(day);
+        count += times.end() -
+                 std::upper_bound(times.begin(), times.end(), first_ - day * SecondsPerDay);
+        return true;
+      });
+    });
+    DayNumber begin = firstDay_ + 1;
+    if (parts_.frequency == RuleFrequency::Weekly && days_.AreAlikeEachWeek()) {
+      const std::int64_t cycle = parts_.interval * 7;
+      const std::int64_t cycles = (before - begin) / cycle;
+      count += cycles * CountInDays(0, 7);
+      begin += cycles * cycle;
+    }
+    ForEachPiece(begin, before, [&](DayNumber from, DayNumber to) {
+      count += CountInDays(from, to);
+      // Nothing more is wanted then.
+      return count < *left_;
+    });
+    return count;
+  }
+
+  std::int64_t CountInDays(DayNumber from, DayNumber to) {
+    if (times_.AreAlike()) {
+      const std::int64_t days = days_.Count(from, to);
+      return days == 0 ? 0 : days * times_.CountOn(from);
+    }
+    if (days_.AreAll() && times_.AreAllRepetitions()) return times_.CountAllRepetitions(from, to);
+    std::int64_t count = 0;
+    days_.ForEach(from, to, [&](DayNumber day) {
+      count += times_.CountOn(day);
+      return count < *left_;
+    });
+    return count;
+  }
+
+  void WalkPicked() {
+    const std::int64_t begin = NextPeriod(PeriodOf(DayOf(from_)));
+    const std::int64_t last = PeriodOf(DayOf(to_));
+    if (left_ && begin > firstPeriod_) *left_ -= CountPicked(begin);
+    for (std::int64_t period = begin; period <= last; period += parts_.interval) {
+      for (const WallSeconds wall : PickedIn(period)) {
+        if (!Take(wall)) return;
+      }
+    }
+  }
+
+  std::int64_t CountPicked(std::int64_t before) {
+    const std::vector<WallSeconds> inFirst = PickedIn(firstPeriod_);
+    std::int64_t count = inFirst.end() - std::upper_bound(inFirst.begin(), inFirst.end(), first_);
+    const std::int64_t second = firstPeriod_ + parts_.interval;
+    if (parts_.frequency == RuleFrequency::Weekly && days_.AreAlikeEachWeek()) {
+      return count + (before - second) / parts_.interval * CountPickedIn(firstPeriod_);
+    }
+    for (std::int64_t period = second; period < before && count < *left_;
+         period += parts_.interval) {
+      count += CountPickedIn(period);
+    }
+    return count;
+  }
+
+  std::int64_t CountPickedIn(std::int64_t period) {
+    const Days days = DaysOf(period);
+    const std::int64_t count = days_.Count(days.begin, days.end);
+    if (count == 0) return 0;
+    std::int64_t& picked = pickedOf_.at(static_cast<std::size_t>(count));
+    if (picked < 0) {
+      const std::int64_t all = count * times_.CountOn(days.begin);
+      picked = static_cast<std::int64_t>(PickedPlaces(parts_.places, all).size());
+    }
+    return picked;
+  }
+
+  /// The starts of a period that BYSETPOS picks.
+  std::vector<WallSeconds> PickedIn(std::int64_t period) {
+    const Days days = DaysOf(period);
+    std::vector<DayNumber> all;
+    days_.ForEach(days.begin, days.end, [&](DayNumber day) {
+      all.push_back(day);
+      return true;
+    });
+    std::vector<WallSeconds> picked;
+    if (all.empty()) return picked;
+    const RuleTimes::List& times = times_.On(all.front());
+    const auto perDay = static_cast<std::int64_t>(times.size());
+    for (const std::int64_t place :
+         PickedPlaces(parts_.places, static_cast<std::int64_t>(all.size()) * perDay)) {
+      picked.push_back(all[static_cast<std::size_t>(place / perDay)] * SecondsPerDay +
+                       times[static_cast<std::size_t>(place % perDay)]);
+    }
+    return picked;
+  }
+
+  /// @param wall  after those taken before
+  /// @return false when nothing more is wanted
+  bool Take(WallSeconds wall) {
+    if (wall > to_ || (left_ && *left_ <= 0)) return false;
+    if (wall <= first_) return true;
+    if (left_) --*left_;
+    if (wall < from_) return true;
+    if (!until_.Allows(wall)) return false;
+    tooMany_ = starts_.size() >= most_;
+    if (!tooMany_) starts_.push_back(wall);
+    return !tooMany_;
+  }
+
+  const RuleParts& parts_;
+  WallSeconds first_;
+  DayNumber firstDay_;
+  std::int64_t firstPeriod_ = 0;
+  RuleDays days_;
+  RuleTimes times_;
+  UntilBound until_;
+  WallSeconds from_;
+  WallSeconds to_;
+  std::size_t most_;
+  /// Starts that COUNT leaves.
+  std::optional<std::int64_t> left_;
+  /// How many BYSETPOS picks in a period of so many days; below 0 until it is known.
+  std::array<std::int64_t, 367> pickedOf_ = [] {
+    std::array<std::int64_t, 367> unknown;
+    unknown.fill(-1);
+    return unknown;
+  }();
+  std::vector<WallSeconds> starts_;
+  bool tooMany_ = false;
+};
 
 }  // namespace
 
-RuleStarts RuleExpander::Expand(std::string_view text, const IcsTime& first, WallSeconds from,
-                                WallSeconds to) {
-  if (steps_ >= limits_.allRuleSteps || time_ >= limits_.allRulesTime) {
-    return {{}, "is not followed, since the rules of this file take too long"};
-  }
-  const auto started = ProcessorTime();
-  RuleStarts result = Follow(text, first, from, to);
-  time_ += ProcessorTime() - started;
-  return result;
-}
-
-RuleStarts RuleExpander::Follow(std::string_view text, const IcsTime& first, WallSeconds from,
-                                WallSeconds to) {
-  // Reading a rule and making its iterator.
-  constexpr std::size_t SetupSteps = 25;
-  // The library looks no further, and through so many years for the first match, wherever it
-  // begins.
-  constexpr int LastSearchedYear = 2582;
-  constexpr std::size_t SearchedYears = 2500;
-  const auto started = ProcessorTime();
-  steps_ += SetupSteps;
+RuleStarts ExpandRule(std::string_view text, const IcsTime& first, WallSeconds from, WallSeconds to,
+                      std::size_t most) {
+  RuleReading reading = ReadRule(text);
   RuleStarts result;
-  std::optional<Rule> rule = Parse(text, result.problem);
-  if (!rule) return result;
-  result.problem = Refusal(rule->parts);
-  if (!result.problem.empty()) return result;
-
-  const CandidateFilter filter(rule->parts);
-  const bool skips = rule->count == 0 && from > first.wall + SecondsPerDay;
-  const bool withinDay = rule->parts.freq < ICAL_DAILY_RECURRENCE;
-  const WallSeconds origin =
-      skips && withinDay ? InStep(from, first.wall, rule->parts) : first.wall;
-  const std::size_t searchSteps = SearchSteps(rule->parts);
-  const WallSeconds lastSearched =
-      std::max(origin, Date::FromYmd(LastSearchedYear, 12, 31).Seconds());
-  const auto stepsBetween = [&](WallSeconds a, WallSeconds b) {
-    const WallSeconds days = std::max<WallSeconds>(b - a, 0) / SecondsPerDay;
-    return static_cast<std::size_t>(days) * searchSteps / 365;
-  };
-  if (SearchedYears * searchSteps > limits_.ruleSearchSteps) {
-    result.problem = "has too many parts to search through";
+  if (!reading.passedOver.empty()) {
+    result.remarks.push_back(std::move(reading.passedOver) + "; it is passed over");
+  }
+  if (!reading.parts) {
+    result.remarks.push_back(std::move(reading.problem) + "; it adds no occurrence");
     return result;
   }
-  const auto begin = [&] {
-    return std::unique_ptr<icalrecur_iterator, FreeIterator>(
-        icalrecur_iterator_new(rule->parts, ToIcalTime(origin, first.isDate)));
-  };
-  auto iterator = begin();
-  if (!iterator) {
-    steps_ += SearchedYears * searchSteps;
-    result.problem = "is no recurrence rule";
-    return result;
+  RuleWalk walk(*reading.parts, first, from, to, most);
+  const bool whole = walk.Walk();
+  result.starts = walk.TakeStarts();
+  if (!whole) {
+    result.remarks.push_back("gives more than " + std::to_string(most) +
+                             " occurrences; the rest are left out");
   }
-  std::size_t steps = 0;
-  WallSeconds searched = origin;
-  const auto next = [&] {
-    const icaltimetype time = icalrecur_iterator_next(iterator.get());
-    const bool ends = icaltime_is_null_time(time) || time.year > 9999;
-    const WallSeconds wall = ends ? lastSearched : FromIcalTime(time);
-    steps += 1 + stepsBetween(searched, wall);
-    searched = wall;
-    return time;
-  };
-  if (skips && !withinDay) {
-    constexpr std::size_t PlainSearchSteps = 12;
-    if (searchSteps > PlainSearchSteps) {
-      // The iterator has gone through everything up to its first match, which counts twice since
-      // only a new one gives the right ones after set_start.
-      next();
-      steps *= 2;
-      iterator = begin();
-    }
-    icalrecur_iterator_set_start(iterator.get(), ToIcalTime(from, first.isDate));
-    // It goes there by intervals.
-    steps += static_cast<std::size_t>((from - first.wall) / (366 * SecondsPerDay));
-    searched = from;
-  }
-
-  // The first start is an occurrence whether the rule gives it or not (RFC 5545 section 3.8.5.3).
-  std::size_t counted = 1;
-  for (std::size_t turn = 0; rule->count == 0 || counted < rule->count; ++turn) {
-    constexpr std::size_t TurnsBetweenLooks = 256;
-    if (steps >= limits_.ruleSteps || (turn % TurnsBetweenLooks == TurnsBetweenLooks - 1 &&
-                                       ProcessorTime() - started > limits_.ruleTime)) {
-      result.problem = RepeatsTooOften;
-      break;
-    }
-    const icaltimetype time = next();
-    if (icaltime_is_null_time(time) || time.year > 9999) break;
-    const WallSeconds wall = searched;
-    if (wall > to || (rule->until && IsPast(*rule->until, first, wall))) break;
-    if (wall <= first.wall || !filter.Passes(time)) continue;
-    ++counted;
-    if (wall < from) continue;
-    // The first start takes one place.
-    if (result.starts.size() + 1 >= limits_.itemOccurrences) {
-      result.problem = RepeatsTooOften;
-      break;
-    }
-    result.starts.push_back(wall);
-  }
-  steps_ += steps;
   return result;
 }
 

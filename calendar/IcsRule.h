@@ -1,38 +1,29 @@
 // calendar/IcsRule.h: the starts that a recurrence rule gives inside a window.
 #pragma once
 
-#include <chrono>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "calendar/IcsLimits.h"
 #include "calendar/IcsValues.h"
 
 namespace velkor {
 
-/// Starts on the clock of the first start's zone, ascending. `problem` is empty when they are all.
+/// Starts on the clock of the first start's zone, ascending.
 struct RuleStarts {
   std::vector<WallSeconds> starts;
-  std::string problem;
+  /// What is wrong with the rule and what was done about it, in words that follow its name; empty
+  /// for nothing.
+  std::vector<std::string> remarks;
 };
 
-/// Expands rules, each within its bounds and all of them within common ones.
-class RuleExpander {
- public:
-  explicit RuleExpander(const IcsLimits& limits) : limits_(limits) {}
-
-  /// The starts after the first one that lie in [from, to]; the first start itself counts for COUNT
-  /// but is not given. A rule that cannot be used gives none and says why.
-  /// @param rule  an RRULE value as it stands
-  RuleStarts Expand(std::string_view rule, const IcsTime& first, WallSeconds from, WallSeconds to);
-
- private:
-  RuleStarts Follow(std::string_view rule, const IcsTime& first, WallSeconds from, WallSeconds to);
-
-  const IcsLimits& limits_;
-  std::size_t steps_ = 0;
-  std::chrono::nanoseconds time_{};
-};
+/// The starts after the first one that lie in [from, to], at most `most` of them; the first start
+/// itself counts for COUNT but is not given. The work grows with the rule's periods in [from, to]
+/// and the starts there, not with what lies before; where COUNT has to be counted, an interval
+/// that fits neither days nor weeks costs a few nanoseconds for each earlier day or period.
+/// @param rule  an RRULE value as it stands
+RuleStarts ExpandRule(std::string_view rule, const IcsTime& first, WallSeconds from, WallSeconds to,
+                      std::size_t most);
 
 }  // namespace velkor

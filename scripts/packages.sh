@@ -3,7 +3,8 @@
 # missing are installed (as root or with sudo), and the tools are new enough.
 #   scripts/packages.sh GROUP...
 # Groups: desktop (the desktop program), test (its tests and the checks), windows (the cross build
-# and Wine; nothing where the processor is not x86-64), fuzz, tidy.
+# and Wine; nothing where the processor is not x86-64), rules (the comparison of recurrence rules),
+# fuzz, tidy.
 set -euo pipefail
 export LC_ALL=C.UTF-8
 
@@ -21,6 +22,7 @@ packages_of() {
       # Only 64-bit Wine: installing the 32-bit one can remove this one.
       [[ $(uname -m) != x86_64 ]] ||
         echo wine wine64 libwine-dev g++-mingw-w64-x86-64-posix mingw-w64-tools ;;
+    rules) echo python3-dateutil ;;
     fuzz) echo clang-14 libclang-rt-14-dev ;;
     tidy) echo clang-tidy-14 ;;
     *) echo "packages.sh: no such group: $1" >&2; return 2 ;;

@@ -97,7 +97,7 @@ TEST(IcsFaults, WhatIsWrongWithOnePropertyLeavesTheOthersAlone) {
   reported("DTEND:soon", "taken to end where it starts");
   reported("DURATION:P1Y", "is no duration");
   reported("DURATION:P99999999999W", "is no duration");
-  reported("RRULE:FREQ=SOMETIMES", "is no recurrence rule; it adds no occurrence");
+  reported("RRULE:FREQ=SOMETIMES", "which is no frequency; it adds no occurrence");
   reported("EXDATE:20260106T100000,never", "EXDATE \"never\"");
   reported("RDATE:20260106T100000/x", "as long as the first one");
   reported("RECURRENCE-ID:x", "is shown by itself");
@@ -105,7 +105,7 @@ TEST(IcsFaults, WhatIsWrongWithOnePropertyLeavesTheOthersAlone) {
   reported("DTEND;TZID=Atlantis/City:20260105T110000", "\"Atlantis/City\" is not known");
   reported("DTSTART:20260106T100000", "a second DTSTART");
   reported("this is no property", "\"this is no property\" is no property");
-  reported("RRULE:FREQ=SECONDLY", "followed only in part; the rest is left out");
+  reported("RRULE:FREQ=SECONDLY", "the rest are left out");
 }
 
 TEST(IcsFaults, AnEndBeforeTheStartGivesNoLengthOrOneDay) {

@@ -14,11 +14,6 @@ namespace {
 /// Small bounds, so that one input takes little time.
 velkor::IcsLimits SmallLimits() {
   velkor::IcsLimits limits;
-  limits.ruleSteps = 2000;
-  limits.ruleSearchSteps = 100'000;
-  limits.allRuleSteps = 20'000;
-  limits.ruleTime = std::chrono::milliseconds{50};
-  limits.allRulesTime = std::chrono::milliseconds{200};
   limits.itemOccurrences = 1000;
   limits.occurrences = 5000;
   return limits;
