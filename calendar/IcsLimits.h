@@ -18,9 +18,10 @@ struct IcsLimits {
   std::size_t diagnostics = 1000;
   /// Lines of a time zone's definition.
   std::size_t timeZoneLines = 2000;
-  /// Occurrences inside the window: of one item, and of all items.
-  std::size_t itemOccurrences = 100'000;
-  std::size_t occurrences = 1'000'000;
+  /// Occurrences that begin in one year: of one item, which is more than one each hour, and of all
+  /// items, far more than a year can show.
+  std::size_t itemOccurrences = 10'000;
+  std::size_t occurrences = 40'000;
 };
 
 }  // namespace velkor

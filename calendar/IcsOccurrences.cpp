@@ -31,11 +31,27 @@ WallSeconds After(const IcsTime& start, const IcsDuration& duration) {
   return After(start, duration.days * SecondsPerDay, duration.seconds);
 }
 
+int YearOf(WallSeconds wall) {
+  return Date::FromSeconds(wall).Fields().year;
+}
+
+std::string TooManyInAYear(std::size_t most) {
+  return "gives more than " + std::to_string(most) +
+         " occurrences in a year; the rest of that year's are left out";
+}
+
 bool SameClock(const IcsTime& a, const IcsTime& b) {
   return a.zone == b.zone;
 }
 
 }  // namespace
+
+bool YearCounts::Add(WallSeconds start) {
+  std::size_t& count = counts_[YearOf(start)];
+  if (count >= most_) return false;
+  ++count;
+  return true;
+}
 
 /// What EXDATE, EXRULE and changed occurrences take away.
 struct IcsItemBuilder::RemovedDates {
@@ -113,13 +129,27 @@ std::vector<WallSeconds> IcsItemBuilder::RuleStartsOf(const IcsEvent& master,
   // Clocks of two zones differ by a good day at most.
   constexpr WallSeconds Slack = 2 * SecondsPerDay;
   const WallSeconds from = std::max(from_ - length - Slack, FirstWall);
-  RuleStarts result =
-      ExpandRule(rule.text, master.start, from, to_ + Slack, limits_.itemOccurrences - 1);
-  for (const std::string& remark : result.remarks) {
+  const WallSeconds to = std::min(to_ + Slack, LastWall);
+  IcsRule expansion(rule.text, master.start);
+  std::vector<std::string> remarks = expansion.Remarks();
+  std::vector<WallSeconds> starts;
+  bool areAll = true;
+  // A year on end, so that one that is too full leaves the others whole.
+  for (WallSeconds begin = std::max(from, master.start.wall); begin <= to;) {
+    const WallSeconds next = Date::FromYmd(YearOf(begin) + 1, 1, 1).Seconds();
+    // The first start takes a place, too.
+    const std::size_t most = limits_.itemOccurrences - (begin == master.start.wall ? 1 : 0);
+    const RuleStarts year = expansion.StartsIn(begin, std::min(next - 1, to), most);
+    starts.insert(starts.end(), year.starts.begin(), year.starts.end());
+    areAll = areAll && year.areAll;
+    begin = next;
+  }
+  if (!areAll) remarks.push_back(TooManyInAYear(limits_.itemOccurrences));
+  for (const std::string& remark : remarks) {
     diagnostics_.Warn(rule.line,
                       "the rule " + Quoted(rule.text) + " of " + master.Name() + " " + remark);
   }
-  return std::move(result.starts);
+  return starts;
 }
 
 std::vector<CalendarOccurrence> IcsItemBuilder::Unchanged(const IcsEvent& master, const Span& first,
@@ -127,6 +157,7 @@ std::vector<CalendarOccurrence> IcsItemBuilder::Unchanged(const IcsEvent& master
   const WallSeconds localLength = first.end - first.start;
   std::vector<Span> spans;
   std::unordered_set<WallSeconds> starts;
+  YearCounts ofItem(limits_.itemOccurrences);
   bool tooMany = false;
   const auto add = [&](const IcsTime& start, const IcsAddedDate* own) {
     Span span{start.Local(), 0};
@@ -146,7 +177,7 @@ std::vector<CalendarOccurrence> IcsItemBuilder::Unchanged(const IcsEvent& master
     span.end = std::max(span.end, span.start);
     if (start.isDate && span.end == span.start) span.end += SecondsPerDay;
     if (!Touches(span) || !IsInCalendar(span.start) || starts.contains(span.start)) return;
-    if (spans.size() >= limits_.itemOccurrences) {
+    if (!ofItem.Add(span.start)) {
       tooMany = true;
       return;
     }
@@ -157,7 +188,6 @@ std::vector<CalendarOccurrence> IcsItemBuilder::Unchanged(const IcsEvent& master
 
   add(master.start, nullptr);
   for (const IcsRuleText& rule : master.rules) {
-    if (tooMany) break;
     for (const WallSeconds wall : RuleStartsOf(master, rule, localLength)) {
       add({master.start.isDate, wall, master.start.zone}, nullptr);
     }
@@ -170,9 +200,7 @@ std::vector<CalendarOccurrence> IcsItemBuilder::Unchanged(const IcsEvent& master
     add(date.start, &date);
   }
   if (tooMany) {
-    diagnostics_.Warn(master.Line(), master.Name() + " has more than " +
-                                         std::to_string(limits_.itemOccurrences) +
-                                         " occurrences; the rest are left out");
+    diagnostics_.Warn(master.Line(), master.Name() + " " + TooManyInAYear(limits_.itemOccurrences));
   }
 
   std::stable_sort(spans.begin(), spans.end(),
@@ -200,14 +228,15 @@ void IcsItemBuilder::Expand(CalendarItem& item, const IcsEvent& master,
   }
 
   item.occurrences = Unchanged(master, first, removed);
-  const std::size_t most = limits_.occurrences - std::min(occurrences_, limits_.occurrences);
-  if (item.occurrences.size() > most) {
-    diagnostics_.Warn(master.Line(), master.Name() + " has too many occurrences; the last " +
-                                         std::to_string(item.occurrences.size() - most) +
-                                         " are left out");
-    item.occurrences.resize(most);
+  const std::size_t leftOut = std::erase_if(item.occurrences, [&](const CalendarOccurrence& one) {
+    return !occurrences_.Add(one.start.Seconds());
+  });
+  if (leftOut > 0) {
+    diagnostics_.Warn(master.Line(),
+                      std::to_string(leftOut) + " occurrences of " + master.Name() +
+                          " are left out, since the recurring events of the file have more than " +
+                          std::to_string(limits_.occurrences) + " in a year");
   }
-  occurrences_ += item.occurrences.size();
 
   for (const IcsEvent* event : changed) {
     if (event->cancelled) continue;

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "calendar/CalendarStore.h"
@@ -12,14 +13,27 @@
 
 namespace velkor {
 
-/// Makes items of one file; their occurrences share one bound.
+/// Counts what begins in each year, up to a bound.
+class YearCounts {
+ public:
+  explicit YearCounts(std::size_t most) : most_(most) {}
+  /// @return false, and counts nothing, when the year is full
+  bool Add(WallSeconds start);
+
+ private:
+  std::size_t most_;
+  std::unordered_map<int, std::size_t> counts_;
+};
+
+/// Makes items of one file; their occurrences share one bound for each year.
 class IcsItemBuilder {
  public:
   IcsItemBuilder(const DateWindow& window, const IcsLimits& limits, Diagnostics& diagnostics)
       : from_(window.from.Seconds()),
         to_(window.to.Seconds()),
         limits_(limits),
-        diagnostics_(diagnostics) {}
+        diagnostics_(diagnostics),
+        occurrences_(limits.occurrences) {}
 
   /// The item of an appointment. Of a recurring one with its changed occurrences, at most one for
   /// each RECURRENCE-ID; a cancelled one only takes the occurrence away.
@@ -51,7 +65,7 @@ class IcsItemBuilder {
   WallSeconds to_;
   const IcsLimits& limits_;
   Diagnostics& diagnostics_;
-  std::size_t occurrences_ = 0;
+  YearCounts occurrences_;
   const IcsEvent* lastCut_ = nullptr;
 };
 

@@ -55,37 +55,31 @@ class UntilBound {
   std::optional<WallSeconds> utc_;
 };
 
+}  // namespace
+
 /// Walks through one rule.
-class RuleWalk {
+class IcsRule::Walk {
  public:
-  RuleWalk(const RuleParts& parts, const IcsTime& first, WallSeconds from, WallSeconds to,
-           std::size_t most)
+  Walk(const RuleParts& parts, const IcsTime& first)
       : parts_(parts),
         first_(first.wall),
         firstDay_(DayOf(first.wall)),
         days_(parts, firstDay_),
         times_(parts, first),
         until_(parts.until, first),
-        from_(std::max({from, first.wall + 1, FirstWall})),
-        to_(std::min({to, LastWall, until_.Last()})),
-        most_(most) {
-    firstPeriod_ = PeriodOf(firstDay_);
+        firstPeriod_(PeriodOf(firstDay_)) {
+    if (parts.count) left_ = *parts.count - 1;
   }
 
-  /// @return false when there are more than wanted
-  bool Walk() {
-    if (from_ > to_) return true;
+  RuleStarts StartsIn(WallSeconds from, WallSeconds to, std::size_t most) {
+    from_ = std::max({from, first_ + 1, FirstWall});
+    to_ = std::min({to, LastWall, until_.Last()});
+    most_ = most;
+    found_ = {};
     const bool picks = !parts_.places.empty() && parts_.frequency > RuleFrequency::Daily;
-    if (parts_.count) left_ = *parts_.count - 1;
-    if (picks) {
-      WalkPicked();
-    } else {
-      WalkDays();
-    }
-    return !tooMany_;
+    if (from_ <= to_) picks ? WalkPicked() : WalkDays();
+    return std::move(found_);
   }
-
-  std::vector<WallSeconds> TakeStarts() { return std::move(starts_); }
 
  private:
   struct Days {
@@ -143,7 +137,8 @@ class RuleWalk {
 
   void WalkDays() {
     const DayNumber begin = DayOf(from_);
-    if (left_ && begin > firstDay_) *left_ -= CountAfterFirst(begin);
+    if (left_) CountDaysUntil(begin);
+    wanted_ = left_;
     ForEachPiece(begin, DayOf(to_) + 1, [&](DayNumber from, DayNumber to) {
       return days_.ForEach(from, to, [&](DayNumber day) {
         for (const std::int32_t time : times_.On(day)) {
@@ -154,30 +149,31 @@ class RuleWalk {
     });
   }
 
-  /// How many starts after the first one lie before a day after that one's.
-  std::int64_t CountAfterFirst(DayNumber before) {
-    std::int64_t count = 0;
-    ForEachPiece(firstDay_, firstDay_ + 1, [&](DayNumber from, DayNumber to) {
-      return days_.ForEach(from, to, [&](DayNumber day) {
-        const RuleTimes::List& times = times_.On(day);
-        count += times.end() -
-                 std::upper_bound(times.begin(), times.end(), first_ - day * SecondsPerDay);
-        return true;
+  /// Takes what lies before a day off what COUNT leaves.
+  void CountDaysUntil(DayNumber before) {
+    if (before <= firstDay_) return;
+    if (!countedTo_) {
+      ForEachPiece(firstDay_, firstDay_ + 1, [&](DayNumber from, DayNumber to) {
+        return days_.ForEach(from, to, [&](DayNumber day) {
+          const RuleTimes::List& times = times_.On(day);
+          *left_ -= times.end() -
+                    std::upper_bound(times.begin(), times.end(), first_ - day * SecondsPerDay);
+          return true;
+        });
       });
-    });
-    DayNumber begin = firstDay_ + 1;
+    }
+    DayNumber begin = countedTo_.value_or(firstDay_ + 1);
+    countedTo_ = before;
     if (parts_.frequency == RuleFrequency::Weekly && days_.AreAlikeEachWeek()) {
       const std::int64_t cycle = parts_.interval * 7;
       const std::int64_t cycles = (before - begin) / cycle;
-      count += cycles * CountInDays(0, 7);
+      *left_ -= cycles * CountInDays(0, 7);
       begin += cycles * cycle;
     }
     ForEachPiece(begin, before, [&](DayNumber from, DayNumber to) {
-      count += CountInDays(from, to);
-      // Nothing more is wanted then.
-      return count < *left_;
+      *left_ -= CountInDays(from, to);
+      return *left_ > 0;
     });
-    return count;
   }
 
   std::int64_t CountInDays(DayNumber from, DayNumber to) {
@@ -189,6 +185,7 @@ class RuleWalk {
     std::int64_t count = 0;
     days_.ForEach(from, to, [&](DayNumber day) {
       count += times_.CountOn(day);
+      // Nothing more is wanted then.
       return count < *left_;
     });
     return count;
@@ -197,7 +194,8 @@ class RuleWalk {
   void WalkPicked() {
     const std::int64_t begin = NextPeriod(PeriodOf(DayOf(from_)));
     const std::int64_t last = PeriodOf(DayOf(to_));
-    if (left_ && begin > firstPeriod_) *left_ -= CountPicked(begin);
+    if (left_) CountPickedUntil(begin);
+    wanted_ = left_;
     for (std::int64_t period = begin; period <= last; period += parts_.interval) {
       for (const WallSeconds wall : PickedIn(period)) {
         if (!Take(wall)) return;
@@ -205,18 +203,22 @@ class RuleWalk {
     }
   }
 
-  std::int64_t CountPicked(std::int64_t before) {
-    const std::vector<WallSeconds> inFirst = PickedIn(firstPeriod_);
-    std::int64_t count = inFirst.end() - std::upper_bound(inFirst.begin(), inFirst.end(), first_);
-    const std::int64_t second = firstPeriod_ + parts_.interval;
+  /// As CountDaysUntil, for what lies before a period of the rule.
+  void CountPickedUntil(std::int64_t before) {
+    if (before <= firstPeriod_) return;
+    if (!countedTo_) {
+      const std::vector<WallSeconds> picked = PickedIn(firstPeriod_);
+      *left_ -= picked.end() - std::upper_bound(picked.begin(), picked.end(), first_);
+    }
+    std::int64_t period = countedTo_.value_or(firstPeriod_ + parts_.interval);
+    countedTo_ = before;
     if (parts_.frequency == RuleFrequency::Weekly && days_.AreAlikeEachWeek()) {
-      return count + (before - second) / parts_.interval * CountPickedIn(firstPeriod_);
+      *left_ -= (before - period) / parts_.interval * CountPickedIn(firstPeriod_);
+      return;
     }
-    for (std::int64_t period = second; period < before && count < *left_;
-         period += parts_.interval) {
-      count += CountPickedIn(period);
+    for (; period<before&& * left_> 0; period += parts_.interval) {
+      *left_ -= CountPickedIn(period);
     }
-    return count;
   }
 
   std::int64_t CountPickedIn(std::int64_t period) {
@@ -254,59 +256,58 @@ class RuleWalk {
   /// @param wall  after those taken before
   /// @return false when nothing more is wanted
   bool Take(WallSeconds wall) {
-    if (wall > to_ || (left_ && *left_ <= 0)) return false;
+    if (wall > to_ || (wanted_ && *wanted_ <= 0)) return false;
     if (wall <= first_) return true;
-    if (left_) --*left_;
+    if (wanted_) --*wanted_;
     if (wall < from_) return true;
     if (!until_.Allows(wall)) return false;
-    tooMany_ = starts_.size() >= most_;
-    if (!tooMany_) starts_.push_back(wall);
-    return !tooMany_;
+    found_.areAll = found_.starts.size() < most_;
+    if (found_.areAll) found_.starts.push_back(wall);
+    return found_.areAll;
   }
 
-  const RuleParts& parts_;
+  RuleParts parts_;
   WallSeconds first_;
   DayNumber firstDay_;
-  std::int64_t firstPeriod_ = 0;
   RuleDays days_;
   RuleTimes times_;
   UntilBound until_;
-  WallSeconds from_;
-  WallSeconds to_;
-  std::size_t most_;
-  /// Starts that COUNT leaves.
+  std::int64_t firstPeriod_;
+  /// Starts that COUNT leaves from a day on, with BYSETPOS from a period; at first from the first
+  /// start.
   std::optional<std::int64_t> left_;
+  std::optional<std::int64_t> countedTo_;
   /// How many BYSETPOS picks in a period of so many days; below 0 until it is known.
   std::array<std::int64_t, 367> pickedOf_ = [] {
-    std::array<std::int64_t, 367> unknown;
+    std::array<std::int64_t, 367> unknown{};
     unknown.fill(-1);
     return unknown;
   }();
-  std::vector<WallSeconds> starts_;
-  bool tooMany_ = false;
+
+  // Of the window.
+  WallSeconds from_ = 0;
+  WallSeconds to_ = 0;
+  std::size_t most_ = 0;
+  std::optional<std::int64_t> wanted_;
+  RuleStarts found_;
 };
 
-}  // namespace
-
-RuleStarts ExpandRule(std::string_view text, const IcsTime& first, WallSeconds from, WallSeconds to,
-                      std::size_t most) {
+IcsRule::IcsRule(std::string_view text, const IcsTime& first) {
   RuleReading reading = ReadRule(text);
-  RuleStarts result;
   if (!reading.passedOver.empty()) {
-    result.remarks.push_back(std::move(reading.passedOver) + "; it is passed over");
+    remarks_.push_back(std::move(reading.passedOver) + "; it is passed over");
   }
-  if (!reading.parts) {
-    result.remarks.push_back(std::move(reading.problem) + "; it adds no occurrence");
-    return result;
+  if (reading.parts) {
+    walk_ = std::make_unique<Walk>(*reading.parts, first);
+  } else {
+    remarks_.push_back(std::move(reading.problem) + "; it adds no occurrence");
   }
-  RuleWalk walk(*reading.parts, first, from, to, most);
-  const bool whole = walk.Walk();
-  result.starts = walk.TakeStarts();
-  if (!whole) {
-    result.remarks.push_back("gives more than " + std::to_string(most) +
-                             " occurrences; the rest are left out");
-  }
-  return result;
+}
+
+IcsRule::~IcsRule() = default;
+
+RuleStarts IcsRule::StartsIn(WallSeconds from, WallSeconds to, std::size_t most) {
+  return walk_ ? walk_->StartsIn(from, to, most) : RuleStarts{};
 }
 
 }  // namespace velkor

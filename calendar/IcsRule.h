@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,17 +14,37 @@ namespace velkor {
 /// Starts on the clock of the first start's zone, ascending.
 struct RuleStarts {
   std::vector<WallSeconds> starts;
-  /// What is wrong with the rule and what was done about it, in words that follow its name; empty
-  /// for nothing.
-  std::vector<std::string> remarks;
+  /// False when there are more than were asked for.
+  bool areAll = true;
 };
 
-/// The starts after the first one that lie in [from, to], at most `most` of them; the first start
-/// itself counts for COUNT but is not given. The work grows with the rule's periods in [from, to]
-/// and the starts there, not with what lies before; where COUNT has to be counted, an interval
-/// that fits neither days nor weeks costs a few nanoseconds for each earlier day or period.
-/// @param rule  an RRULE value as it stands
-RuleStarts ExpandRule(std::string_view rule, const IcsTime& first, WallSeconds from, WallSeconds to,
-                      std::size_t most);
+/// Finds the starts of one rule, one window after the other. The work grows with the rule's periods
+/// in the windows and the starts there, not with what lies before; where COUNT has to be counted,
+/// an interval that fits neither days nor weeks costs some nanoseconds for each earlier day or
+/// period.
+class IcsRule {
+ public:
+  /// @param text   an RRULE value as it stands
+  /// @param first  outlives this
+  IcsRule(std::string_view text, const IcsTime& first);
+  ~IcsRule();
+  IcsRule(const IcsRule&) = delete;
+  IcsRule& operator=(const IcsRule&) = delete;
+
+  /// What is wrong with the rule and what was done about it, in words that follow its name. One
+  /// that cannot be used has no starts.
+  const std::vector<std::string>& Remarks() const { return remarks_; }
+
+  /// The starts after the first one that lie in [from, to], the first `most` of them; the first
+  /// start itself counts for COUNT but is not given.
+  /// @param from  after the end of the window before
+  RuleStarts StartsIn(WallSeconds from, WallSeconds to, std::size_t most);
+
+ private:
+  class Walk;
+
+  std::vector<std::string> remarks_;
+  std::unique_ptr<Walk> walk_;
+};
 
 }  // namespace velkor

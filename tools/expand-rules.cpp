@@ -23,8 +23,8 @@ std::string Answer(std::string_view line) {
   const auto to = ReadTimeText(TakePart(line, ' '));
   if (!start || !from || !to) return "not START FROM TO RULE";
   const IcsTime first{start->isDate, start->wall, &floating};
-  RuleStarts found =
-      ExpandRule(line, first, from->wall, to->wall, std::numeric_limits<std::size_t>::max());
+  IcsRule rule(line, first);
+  RuleStarts found = rule.StartsIn(from->wall, to->wall, std::numeric_limits<std::size_t>::max());
   if (first.wall >= from->wall && first.wall <= to->wall) {
     found.starts.insert(found.starts.begin(), first.wall);
   }
@@ -34,7 +34,7 @@ std::string Answer(std::string_view line) {
     answer += text;
   };
   for (const WallSeconds wall : found.starts) add(ToIso(Date::FromSeconds(wall)));
-  for (const std::string& remark : found.remarks) add("(" + remark + ")");
+  for (const std::string& remark : rule.Remarks()) add("(" + remark + ")");
   return answer;
 }
 
