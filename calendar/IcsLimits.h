@@ -21,7 +21,7 @@ struct IcsLimits {
   /// Occurrences that begin in one year: of one item, which is more than one each hour, and of all
   /// items, far more than a year can show.
   std::size_t itemOccurrences = 10'000;
-  std::size_t occurrences = 40'000;
+  std::size_t occurrences = 30'000;
 };
 
 }  // namespace velkor

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
 
 #include "calendar/IcsAppointments.h"
 #include "calendar/IcsRule.h"
@@ -46,11 +47,9 @@ bool SameClock(const IcsTime& a, const IcsTime& b) {
 
 }  // namespace
 
-bool YearCounts::Add(WallSeconds start) {
-  std::size_t& count = counts_[YearOf(start)];
-  if (count >= most_) return false;
-  ++count;
-  return true;
+std::size_t YearCounts::Room(int year) const {
+  const auto found = counts_.find(year);
+  return found == counts_.end() ? most_ : most_ - found->second;
 }
 
 /// What EXDATE, EXRULE and changed occurrences take away.
@@ -125,7 +124,8 @@ CalendarItem IcsItemBuilder::Item(const IcsEvent& main, const std::vector<const 
 }
 
 std::vector<WallSeconds> IcsItemBuilder::RuleStartsOf(const IcsEvent& master,
-                                                      const IcsRuleText& rule, WallSeconds length) {
+                                                      const IcsRuleText& rule, RuleKind kind,
+                                                      WallSeconds length) {
   // Clocks of two zones differ by a good day at most.
   constexpr WallSeconds Slack = 2 * SecondsPerDay;
   const WallSeconds from = std::max(from_ - length - Slack, FirstWall);
@@ -133,18 +133,21 @@ std::vector<WallSeconds> IcsItemBuilder::RuleStartsOf(const IcsEvent& master,
   IcsRule expansion(rule.text, master.start);
   std::vector<std::string> remarks = expansion.Remarks();
   std::vector<WallSeconds> starts;
-  bool areAll = true;
+  bool tooMany = false;
   // A year on end, so that one that is too full leaves the others whole.
   for (WallSeconds begin = std::max(from, master.start.wall); begin <= to;) {
     const WallSeconds next = Date::FromYmd(YearOf(begin) + 1, 1, 1).Seconds();
     // The first start takes a place, too.
-    const std::size_t most = limits_.itemOccurrences - (begin == master.start.wall ? 1 : 0);
-    const RuleStarts year = expansion.StartsIn(begin, std::min(next - 1, to), most);
+    const std::size_t ofItem = limits_.itemOccurrences - (begin == master.start.wall ? 1 : 0);
+    const std::size_t room = occurrences_.Room(YearOf(begin));
+    const bool isFull = kind == RuleKind::Adds ? room < ofItem : room == 0;
+    const RuleStarts year =
+        expansion.StartsIn(begin, std::min(next - 1, to), isFull ? room : ofItem);
     starts.insert(starts.end(), year.starts.begin(), year.starts.end());
-    areAll = areAll && year.areAll;
+    if (!year.areAll) (isFull ? lacksRoom_ : tooMany) = true;
     begin = next;
   }
-  if (!areAll) remarks.push_back(TooManyInAYear(limits_.itemOccurrences));
+  if (tooMany) remarks.push_back(TooManyInAYear(limits_.itemOccurrences));
   for (const std::string& remark : remarks) {
     diagnostics_.Warn(rule.line,
                       "the rule " + Quoted(rule.text) + " of " + master.Name() + " " + remark);
@@ -177,10 +180,13 @@ std::vector<CalendarOccurrence> IcsItemBuilder::Unchanged(const IcsEvent& master
     span.end = std::max(span.end, span.start);
     if (start.isDate && span.end == span.start) span.end += SecondsPerDay;
     if (!Touches(span) || !IsInCalendar(span.start) || starts.contains(span.start)) return;
-    if (!ofItem.Add(span.start)) {
-      tooMany = true;
+    const int year = YearOf(span.start);
+    if (ofItem.Room(year) == 0 || occurrences_.Room(year) == 0) {
+      (ofItem.Room(year) == 0 ? tooMany : lacksRoom_) = true;
       return;
     }
+    ofItem.Add(year);
+    occurrences_.Add(year);
     starts.insert(span.start);
     CutAtLastYear(span, master);
     spans.push_back(span);
@@ -188,7 +194,7 @@ std::vector<CalendarOccurrence> IcsItemBuilder::Unchanged(const IcsEvent& master
 
   add(master.start, nullptr);
   for (const IcsRuleText& rule : master.rules) {
-    for (const WallSeconds wall : RuleStartsOf(master, rule, localLength)) {
+    for (const WallSeconds wall : RuleStartsOf(master, rule, RuleKind::Adds, localLength)) {
       add({master.start.isDate, wall, master.start.zone}, nullptr);
     }
   }
@@ -222,18 +228,16 @@ void IcsItemBuilder::Expand(CalendarItem& item, const IcsEvent& master,
   for (const IcsEvent* event : changed) removed.Add(KeyOf(*event->recurrenceId, master));
   for (const IcsRuleText& rule : master.exceptionRules) {
     removed.Add(KeyOf(master.start, master));
-    for (const WallSeconds wall : RuleStartsOf(master, rule, first.end - first.start)) {
+    for (const WallSeconds wall :
+         RuleStartsOf(master, rule, RuleKind::TakesAway, first.end - first.start)) {
       removed.Add(KeyOf({master.start.isDate, wall, master.start.zone}, master));
     }
   }
 
   item.occurrences = Unchanged(master, first, removed);
-  const std::size_t leftOut = std::erase_if(item.occurrences, [&](const CalendarOccurrence& one) {
-    return !occurrences_.Add(one.start.Seconds());
-  });
-  if (leftOut > 0) {
+  if (std::exchange(lacksRoom_, false)) {
     diagnostics_.Warn(master.Line(),
-                      std::to_string(leftOut) + " occurrences of " + master.Name() +
+                      "occurrences of " + master.Name() +
                           " are left out, since the recurring events of the file have more than " +
                           std::to_string(limits_.occurrences) + " in a year");
   }

@@ -17,8 +17,9 @@ namespace velkor {
 class YearCounts {
  public:
   explicit YearCounts(std::size_t most) : most_(most) {}
-  /// @return false, and counts nothing, when the year is full
-  bool Add(WallSeconds start);
+  std::size_t Room(int year) const;
+  /// There is room.
+  void Add(int year) { ++counts_[year]; }
 
  private:
   std::size_t most_;
@@ -56,8 +57,9 @@ class IcsItemBuilder {
   /// Reports a cut once for all occurrences of an event.
   void CutAtLastYear(Span& span, const IcsEvent& event);
   bool Touches(const Span& span) const { return span.start <= to_ && span.end >= from_; }
+  enum class RuleKind { Adds, TakesAway };
   std::vector<WallSeconds> RuleStartsOf(const IcsEvent& master, const IcsRuleText& rule,
-                                        WallSeconds length);
+                                        RuleKind kind, WallSeconds length);
   std::vector<CalendarOccurrence> Unchanged(const IcsEvent& master, const Span& first,
                                             const RemovedDates& removed);
 
@@ -66,6 +68,8 @@ class IcsItemBuilder {
   const IcsLimits& limits_;
   Diagnostics& diagnostics_;
   YearCounts occurrences_;
+  /// The item at hand has occurrences for which there was no room among those of all items.
+  bool lacksRoom_ = false;
   const IcsEvent* lastCut_ = nullptr;
 };
 

@@ -1,6 +1,10 @@
 // tools/LayoutJson.cpp: a laid-out year as JSON, for inspection and bug reports.
 #include "tools/LayoutJson.h"
 
+#include <ostream>
+#include <string>
+#include <utility>
+
 #include "tools/IsoDate.h"
 
 namespace velkor {
@@ -27,61 +31,103 @@ Json RowsJson(const YearGrid& grid) {
   return rows;
 }
 
-Json EventsJson(const YearGrid& grid, EventDetail detail) {
-  std::vector<Json> segments(grid.Events().Count(), Json::array());
-  for (const Bar& bar : grid.Layout().bars) {
-    segments[bar.event].push_back({bar.row, bar.first, bar.last});
-  }
-  Json events = Json::array();
-  for (std::size_t i = 0; i < grid.Events().Count(); ++i) {
-    const CalEvent& event = grid.Events()[i];
-    Json json{{"id", event.EventID}, {"start", ToIso(event.StartDate)}};
-    if (detail == EventDetail::Texts) {
-      json["end"] = ToIso(event.EndDate);
-      json["subject"] = event.Subject;
-      json["categories"] = event.Categories;
-    }
-    json["catIndex"] = event.CatIndex;
-    json["startMonth"] = event.StartMonth;
-    json["startDay"] = event.StartDay;
-    json["endMonth"] = event.EndMonth;
-    json["endDay"] = event.EndDay;
-    json["band"] = event.Band;
-    json["shown"] = IsShown(event, grid.Filter());
-    json["segments"] = std::move(segments[i]);
-    events.push_back(std::move(json));
-  }
-  return events;
-}
+/// Where the bars of each event stand in the layout, by event.
+using BarsOfEvents = std::vector<std::vector<std::size_t>>;
 
-Json BarsJson(const YearGrid& grid) {
-  Json bars = Json::array();
-  for (const Bar& bar : grid.Layout().bars) {
-    bars.push_back({{"event", bar.event},
-                    {"row", bar.row},
-                    {"band", bar.band},
-                    {"rect", RectJson(BarRect(bar, grid.Geometry(), grid.Layout()))}});
+BarsOfEvents BarsByEvent(const YearGrid& grid) {
+  BarsOfEvents bars(grid.Events().Count());
+  for (std::size_t i = 0; i < grid.Layout().bars.size(); ++i) {
+    bars[grid.Layout().bars[i].event].push_back(i);
   }
   return bars;
+}
+
+Json EventJson(const YearGrid& grid, std::size_t index, const std::vector<std::size_t>& bars,
+               EventDetail detail) {
+  const CalEvent& event = grid.Events()[index];
+  Json json{{"id", event.EventID}, {"start", ToIso(event.StartDate)}};
+  if (detail == EventDetail::Texts) {
+    json["end"] = ToIso(event.EndDate);
+    json["subject"] = event.Subject;
+    json["categories"] = event.Categories;
+  }
+  json["catIndex"] = event.CatIndex;
+  json["startMonth"] = event.StartMonth;
+  json["startDay"] = event.StartDay;
+  json["endMonth"] = event.EndMonth;
+  json["endDay"] = event.EndDay;
+  json["band"] = event.Band;
+  json["shown"] = IsShown(event, grid.Filter());
+  json["segments"] = Json::array();
+  for (const std::size_t at : bars) {
+    const Bar& bar = grid.Layout().bars[at];
+    json["segments"].push_back({bar.row, bar.first, bar.last});
+  }
+  return json;
+}
+
+Json BarJson(const YearGrid& grid, const Bar& bar) {
+  return {{"event", bar.event},
+          {"row", bar.row},
+          {"band", bar.band},
+          {"rect", RectJson(BarRect(bar, grid.Geometry(), grid.Layout()))}};
+}
+
+/// Visits the members of the whole in order: `member(name, json)`, and for a list of which there
+/// may be many `list(name, count, entry)`, where `entry(index)` is one of them.
+template <typename Member, typename List>
+void ForEachMember(const YearGrid& grid, Date today, EventDetail detail, Member&& member,
+                   List&& list) {
+  const GridGeometry& geometry = grid.Geometry();
+  const BarsOfEvents bars = BarsByEvent(grid);
+  Json todayJson = Json::array();
+  if (const auto mark = grid.TodayMarkAt(today)) {
+    todayJson = {RectJson(mark->shadow), RectJson(mark->frame)};
+  }
+  member("rows", RowsJson(grid));
+  list("events", grid.Events().Count(),
+       [&](std::size_t index) { return EventJson(grid, index, bars[index], detail); });
+  member("grid", {{"bandHeight", double{geometry.BandHeight}},
+                  {"gridWidth", geometry.GridWidth},
+                  {"columnWidth", double{geometry.ColumnWidth}},
+                  {"scroll", geometry.scroll}});
+  list("bars", grid.Layout().bars.size(),
+       [&](std::size_t index) { return BarJson(grid, grid.Layout().bars[index]); });
+  member("today", std::move(todayJson));
+}
+
+std::string Text(const Json& json) {
+  return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
 }  // namespace
 
 Json LayoutJson(const YearGrid& grid, Date today, EventDetail detail) {
-  const GridGeometry& geometry = grid.Geometry();
-  Json todayJson = Json::array();
-  if (const auto mark = grid.TodayMarkAt(today)) {
-    todayJson = {RectJson(mark->shadow), RectJson(mark->frame)};
-  }
-  return {{"rows", RowsJson(grid)},
-          {"events", EventsJson(grid, detail)},
-          {"grid",
-           {{"bandHeight", double{geometry.BandHeight}},
-            {"gridWidth", geometry.GridWidth},
-            {"columnWidth", double{geometry.ColumnWidth}},
-            {"scroll", geometry.scroll}}},
-          {"bars", BarsJson(grid)},
-          {"today", std::move(todayJson)}};
+  Json json = Json::object();
+  ForEachMember(
+      grid, today, detail, [&](const char* name, Json&& member) { json[name] = std::move(member); },
+      [&](const char* name, std::size_t count, const auto& entry) {
+        Json& entries = json[name] = Json::array();
+        for (std::size_t i = 0; i < count; ++i) entries.push_back(entry(i));
+      });
+  return json;
+}
+
+void PrintLayoutJson(std::ostream& out, const YearGrid& grid, Date today, const Json& more) {
+  const char* before = "{";
+  const auto member = [&](const char* name, const Json& json) {
+    out << std::exchange(before, ",\n") << '"' << name << "\": " << Text(json);
+  };
+  ForEachMember(grid, today, EventDetail::Texts, member,
+                [&](const char* name, std::size_t count, const auto& entry) {
+                  out << std::exchange(before, ",\n") << '"' << name << "\": [";
+                  for (std::size_t i = 0; i < count; ++i) {
+                    out << (i == 0 ? "\n" : ",\n") << Text(entry(i));
+                  }
+                  out << ']';
+                });
+  for (const auto& [name, json] : more.items()) member(name.c_str(), json);
+  out << "}\n";
 }
 
 Json HitsJson(const YearGrid& grid, const std::vector<Point>& points) {

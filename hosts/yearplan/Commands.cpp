@@ -87,9 +87,9 @@ void Refresh(const CommandLine& line, std::ostream& out, std::ostream& messages)
 void Inspect(const CommandLine& line, std::ostream& out, std::ostream& messages) {
   PlannedYear year = CalendarSession(line, messages).Plan();
   SizeTo(ControlSize(line), year.grid);
-  nlohmann::ordered_json json = LayoutJson(year.grid, year.today, EventDetail::Texts);
-  if (!line.points.empty()) json["hits"] = HitsJson(year.grid, line.points);
-  out << json.dump(1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+  nlohmann::ordered_json more = nlohmann::ordered_json::object();
+  if (!line.points.empty()) more["hits"] = HitsJson(year.grid, line.points);
+  PrintLayoutJson(out, year.grid, year.today, more);
 }
 
 }  // namespace

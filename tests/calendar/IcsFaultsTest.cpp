@@ -176,7 +176,7 @@ TEST(IcsFaults, EveryBoundIsReportedAndEverythingElseShown) {
   const std::string daily = Event("DTSTART:20260101\nRRULE:FREQ=DAILY;COUNT=4\n");
   const ParsedCalendar full = Parse(Calendar(daily + daily), limits);
   EXPECT_EQ(full.items[0].occurrences.size() + full.items[1].occurrences.size(), 5U);
-  EXPECT_THAT(ReportsOf(full), testing::ElementsAre(HasSubstr("team.ics:7: 3 occurrences of")));
+  EXPECT_THAT(ReportsOf(full), testing::ElementsAre(HasSubstr("team.ics:7: occurrences of")));
 }
 
 TEST(IcsFaults, SeveralRulesOfOneItemShareItsBoundInEachYear) {
