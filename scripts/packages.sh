@@ -17,7 +17,7 @@ packages_of() {
         fonts-liberation fonts-dejavu-core tzdata ;;
     test)
       echo googletest libgtest-dev libgmock-dev libbenchmark-dev locales poppler-utils \
-        qt6-pdf-dev clang-format-14 ;;
+        clang-format-14 ;;
     windows)
       # Only 64-bit Wine: installing the 32-bit one can remove this one.
       [[ $(uname -m) != x86_64 ]] ||

@@ -23,11 +23,20 @@ class BareContainer : public ComObject<IOleClientSite, IOleInPlaceSite, IOleInPl
   ComPtr<IOleObject> control;
   RECT place{10, 10, 610, 310};
   RECT clip{};
-  /// Whether a control is placed and not used (DISPID_AMBIENT_USERMODE).
-  bool designs = false;
+  /// Answers whether a control is used (DISPID_AMBIENT_USERMODE), not only placed; null: the
+  /// container has no properties at all.
+  using UserMode = std::function<HRESULT(Variant& used)>;
+  static HRESULT Uses(Variant& used) {
+    used = Variant(true);
+    return S_OK;
+  }
+  static HRESULT Designs(Variant& used) {
+    used = Variant(false);
+    return S_OK;
+  }
 
-  explicit BareContainer(ComPtr<IOleObject> made, bool toDesign = false)
-      : control(std::move(made)), designs(toDesign) {
+  explicit BareContainer(ComPtr<IOleObject> made, UserMode userMode = Uses)
+      : control(std::move(made)), userMode_(std::move(userMode)) {
     MakeWindow();
     control->SetClientSite(this);
   }
@@ -115,8 +124,14 @@ class BareContainer : public ComObject<IOleClientSite, IOleInPlaceSite, IOleInPl
   STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
                       UINT*) override {
     if (member != DISPID_AMBIENT_USERMODE) return DISP_E_MEMBERNOTFOUND;
-    Variant(!designs).MoveTo(result);
-    return S_OK;
+    Variant used;
+    const HRESULT answer = userMode_(used);
+    if (SUCCEEDED(answer)) used.MoveTo(result);
+    return answer;
+  }
+  STDMETHODIMP QueryInterface(REFIID id, void** object) override {
+    if (id == __uuidof(IDispatch) && !userMode_) return E_NOINTERFACE;
+    return ComObject::QueryInterface(id, object);
   }
 
  private:
@@ -128,6 +143,7 @@ class BareContainer : public ComObject<IOleClientSite, IOleInPlaceSite, IOleInPl
   }
 
   HWND window_ = nullptr;
+  UserMode userMode_;
   ComPtr<IOleInPlaceActiveObject> active_;
 };
 

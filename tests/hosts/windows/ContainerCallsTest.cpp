@@ -164,12 +164,29 @@ TEST_F(ContainerCalls, WhatIsLoadedBeforeItsSiteDoesNotStartInDesignMode) {
   ComPtr<IPersistPropertyBag> stored;
   ASSERT_EQ(control.As(&stored), S_OK);
   ASSERT_EQ(stored->Load(ComPtr<TextBag>(new TextBag).Get(), nullptr), S_OK);
-  container_ = ComPtr<BareContainer>(new BareContainer(control, true));
+  container_ = ComPtr<BareContainer>(new BareContainer(control, BareContainer::Designs));
   ASSERT_EQ(container_->Do(OLEIVERB_SHOW), S_OK);
   // Starting would tell that there is no calendar program.
   constexpr int LongerThanTheStart = 500;
   Pump(LongerThanTheStart);
   EXPECT_EQ(container_->Count("EnableModeless(FALSE)"), 0);
+}
+
+TEST_F(ContainerCalls, AControlStartsWhereNothingSaysThatItIsDesigned) {
+  const BareContainer::UserMode modes[] = {nullptr, BareContainer::Uses,
+                                           [](Variant&) { return DISP_E_MEMBERNOTFOUND; },
+                                           [](Variant& used) {
+                                             used = Variant("neither");
+                                             return S_OK;
+                                           }};
+  for (const BareContainer::UserMode& mode : modes) {
+    container_ = ComPtr<BareContainer>(new BareContainer(Create<IOleObject>(), mode));
+    ASSERT_EQ(container_->Do(OLEIVERB_SHOW), S_OK);
+    // It tells that there is no calendar program.
+    const DriveDialog drive([] { Answer(WaitForDialog(L"OutlookVelkor"), IDOK); });
+    EXPECT_TRUE(Pump(15000, [&] { return container_->Count("EnableModeless(TRUE)") == 1; }));
+    container_->Close();
+  }
 }
 
 TEST_F(ContainerCalls, WhatTheContainerClipsIsNotSeen) {

@@ -3,21 +3,15 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/headless/FixedLocale.h"
-#include "platform/headless/MemoryFiles.h"
 #include "platform/windows/WindowsShell.h"
-#include "refresh/RefreshYear.h"
 #include "tests/platform/windows/FakeOutlook.h"
 
 namespace velkor {
 namespace {
 
-using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Le;
-using testing::Pair;
 using namespace std::chrono_literals;
 
 constexpr DISPID AddEvent = 0xF001;
@@ -60,30 +54,6 @@ class AutomationOutlookTest : public testing::Test, protected OutlookItemEvents 
   std::vector<std::string> events_;
   std::function<void()> onEvent_;
 };
-
-TEST_F(AutomationOutlookTest, AYearTakesAtMostEightCallsForEachItemAndEachMemberIsLookedUpOnce) {
-  constexpr int Pairs = 100;
-  for (int i = 0; i < Pairs; ++i) {
-    fake_.contents.push_back(fake_.MakeAppointment(std::to_string(i)));
-    auto meeting = MakeFake(fake_.program, "MeetingItem");
-    meeting->Has("Class", outlook::ClassMeetingRequest);
-    meeting->HasObject("GetAssociatedAppointment", fake_.MakeAppointment("of a meeting"));
-    fake_.contents.push_back(meeting);
-  }
-  MemoryFiles files;
-  FixedLocale locale;
-  const RefreshRequest request{{2005, 1}, {"cache", "work"}, "folder", "store"};
-  const RefreshAnswer answer = RefreshYear(request, outlook_, files, locale);
-  EXPECT_EQ(answer.count, 2U * Pairs) << answer.description;
-
-  constexpr int ForTheCollection = 12;
-  EXPECT_LE(fake_.program.invokes, 8 * 2 * Pairs + ForTheCollection);
-  std::map<std::string, int> calls;
-  for (const std::string& call : fake_.program.log) ++calls[call];
-  EXPECT_THAT(calls, Each(Pair(testing::_, Le(2 * Pairs + 1))));
-  // What tells appointments and meeting items apart is one member of both.
-  EXPECT_EQ(fake_.program.lookups, static_cast<int>(calls.size()) - 1);
-}
 
 TEST_F(AutomationOutlookTest, FiltersJudgeOccurrencesSinceItemsAreWidenedBeforeTheyAreRestricted) {
   const auto items = Folder()->Items()->Restrict("[Start] < '2006'");

@@ -148,24 +148,6 @@ Form.Close
   EXPECT_THAT(result.errors, Not(HasSubstr("Elsewhere")));
 }
 
-TEST_F(TryOut, DrawnControlHasTheSizeThatTheScriptGives) {
-  const ScriptResult result = Run("drawn.vbs", R"(
-Form.Place
-Form.Resize 701, 402
-Form.Draw "drawn.bmp"
-Form.Print Form.Width & " " & Form.Height
-Form.Check Form.CountPixels("FFFFFF") > 100000, "the grid is white"
-Form.Check Form.Pixel(350, 200) = "FFFFFF", "so is its middle"
-Form.Pixel 701, 0
-)");
-  EXPECT_EQ(result.output, "701 402\r\n");
-  EXPECT_THAT(result.errors, HasSubstr("drawn.vbs(8): "));
-  EXPECT_THAT(result.errors, Not(HasSubstr("failed")));
-  const std::string picture = WindowsFiles().Read("drawn.bmp").value_or("");
-  EXPECT_EQ(picture.size(), 54U + 2104 * 402);
-  EXPECT_EQ(picture.substr(0, 2), "BM");
-}
-
 TEST_F(TryOut, TabKeyGoesThroughTheBarAndTheControl) {
   const ScriptResult result = Run("keys.vbs", R"(
 Dim i, inside, turns, before
@@ -190,20 +172,6 @@ TEST_F(TryOut, UnregisteredControlIsToldWithWhatToDo) {
   ControlLibrary().Call("DllRegisterServer");
   EXPECT_EQ(result.code, 1U);
   EXPECT_THAT(result.errors, HasSubstr("Register.cmd"));
-}
-
-TEST_F(TryOut, ControlIsUnloadedWithTheForm) {
-  const ScriptResult result = Run("unload.vbs", R"(
-Dim i
-For i = 1 To 5
-  Form.Place
-  Form.Print Form.IsLoaded
-  Form.Close
-  Form.Print Form.IsLoaded
-Next
-)");
-  EXPECT_EQ(result.code, 0U) << result.errors;
-  EXPECT_THAT(result.output, HasSubstr("True\r\nFalse\r\n"));
 }
 
 }  // namespace
