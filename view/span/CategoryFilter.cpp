@@ -60,7 +60,7 @@ void CategoryFilter::SetFilterMode(bool matchAll) {
 }
 
 std::string CategoryFilter::ToolTip() const {
-  return text_.empty() ? "Click to define a filter" : "Active Filter: " + display_;
+  return text_.empty() ? "Click to define a filter" : "Active Filter: " + GetCategoryFilterText();
 }
 
 bool CategoryFilter::HasAny(std::string_view categories) const {
