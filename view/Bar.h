@@ -9,7 +9,7 @@
 
 namespace velkor {
 
-/// A stretch of one row: columns First + 1 to Last. Last may be 38, one beyond the grid.
+/// A stretch of one row within its month: columns First + 1 to Last.
 struct Segment {
   int row = 0;
   int first = 0;
@@ -51,15 +51,15 @@ template <typename Visit>
 void ForEachSegment(const CalEvent& event, const BarRule& rule, Visit&& visit) {
   const int startRow = StartRowOf(event, rule.span);
   const int endRow = event.EndMonth <= 12 ? rule.span.RowOfMonth(event.EndMonth) : MonthRows;
-  const bool endsDuringADay = HasTimeOfDay(event.EndDate);
-  const bool oneDayLong = DaysBetween(event.StartDate, event.EndDate) == 1;
+  const bool isMoment = event.StartDate == event.EndDate;
+  const bool coversLastDay = rule.allEvents && (HasTimeOfDay(event.EndDate) || isMoment);
   for (int row = startRow; row <= std::min(endRow, MonthRows); ++row) {
     const int month = rule.span.MonthOfRow(row);
-    if (endRow == row + 1 && month == event.EndMonth && oneDayLong) return;
     const int first =
         month == event.StartMonth ? event.StartDay - 1 : rule.columns.RowDayOffset[row];
-    int last = month == event.EndMonth ? event.EndDay : rule.columns.RowLastColumn[row];
-    if (rule.allEvents && (endsDuringADay || first == last)) ++last;
+    const bool ends = month == event.EndMonth;
+    int last = ends ? event.EndDay : rule.columns.RowLastColumn[row];
+    if (ends && coversLastDay) ++last;
     if (first != last) visit(Segment{row, first, last});
   }
 }

@@ -24,14 +24,12 @@ CellMap::CellMap(const BandLayout& layout) {
   spans_.reserve(bars.size());
   for (auto group = order.begin(); group != order.end();) {
     const Bar& head = bars[*group];
-    std::array<std::int64_t, GridColumns + 2> cells;
+    std::array<std::int64_t, GridColumns + 1> cells;
     cells.fill(Free);
     for (; group != order.end(); ++group) {
       const Bar& bar = bars[*group];
       if (bar.row != head.row || bar.band != head.band) break;
-      for (int column = bar.first + 1; column <= std::min<int>(bar.last, GridColumns); ++column) {
-        cells[column] = bar.event;
-      }
+      for (int column = bar.first + 1; column <= bar.last; ++column) cells[column] = bar.event;
     }
     for (int column = 1; column <= GridColumns; ++column) {
       if (cells[column] == Free) continue;

@@ -14,7 +14,7 @@ namespace velkor {
 class CellMap {
  public:
   CellMap() = default;
-  /// Where two bars share a cell the later event has it; column 38 is left out.
+  /// Where two bars share a cell the later event has it.
   explicit CellMap(const BandLayout& layout);
 
   /// Index of the event that lies in a cell.

@@ -94,16 +94,12 @@ struct TableRun {
     const int endRow = span_.IsDateInView(event.EndDate) ? span_.RowOfMonth(event.EndMonth) : 12;
     for (int row = startRow; row <= endRow && row <= 12; ++row) {
       const int month = span_.MonthOfRow(row);
-      const bool oneDay = event.EndDate.DayNumber() - event.StartDate.DayNumber() == 1;
-      if (endRow == row + 1 && month == event.EndMonth && oneDay) break;
       const int first = month == event.StartMonth ? event.StartDay - 1 : OffsetOf(row);
       int last = month == event.EndMonth ? event.EndDay : LastColumnOf(row);
-      if (allEvents_) {
-        if (HasTimeOfDay(event.EndDate)) {
-          last = last + 1;
-        } else if (first == last) {
-          last = first + 1;
-        }
+      if (allEvents_ && month == event.EndMonth && HasTimeOfDay(event.EndDate)) {
+        last = last + 1;
+      } else if (allEvents_ && first == last && event.StartDate == event.EndDate) {
+        last = first + 1;
       }
       if (first == last) continue;
       occupied_[row][band] = last;
