@@ -131,7 +131,8 @@ void YearPlan::Frame::EndReadingYears() {
 }
 
 void YearPlan::Frame::mnuNew_Click() {
-  if (const auto days = gridView_.DaysForNew()) commands_.New(days->start, days->end);
+  const auto days = gridView_.DaysForNew();
+  if (days && commands_.New(days->start, days->end)) gridView_.ClearSelection();
 }
 
 void YearPlan::Frame::mnuAbout_Click() {

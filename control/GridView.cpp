@@ -295,6 +295,9 @@ bool GridView::pic1_KeyDown(Key key) {
       commands_.remove(selectedKey_ = named);
       return true;
     case Key::Menu: {
+      if (named.empty() && pointer_.Mode() != SelectionMode::AlwaysOpen) {
+        Show(pointer_.SelectDay(*cell));
+      }
       elements_.mnuDelete.SetEnabled(!named.empty());
       elements_.mnuEdit.SetEnabled(!named.empty());
       elements_.mnuClear.SetEnabled(pointer_.DrawnSelection().has_value());

@@ -28,6 +28,23 @@ std::optional<double> MarkerOf(OutlookItem& item) {
   }
 }
 
+/// Whether the appointment that an item stands for is a recurring one.
+bool StandsForSeries(OutlookItem& item) {
+  if (item.Class() == outlook::ClassAppointment) return item.IsRecurring();
+  if (!outlook::IsMeetingClass(item.Class())) return false;
+  const auto appointment = item.GetAssociatedAppointment(false);
+  return appointment && appointment->IsRecurring();
+}
+
+/// A new item has its identifier once it is saved; one that was deleted again may have none.
+bool IsSaved(OutlookItem& item) {
+  try {
+    return !item.EntryID().empty();
+  } catch (const Error&) {
+    return false;
+  }
+}
+
 bool CoversWholeDays(Date start, Date end) {
   return start < end && start == start.Midnight() && end == end.Midnight();
 }
@@ -82,12 +99,13 @@ void AppointmentCommands::Edit(std::string_view key) {
 }
 
 bool AppointmentCommands::ConfirmsDelete(OutlookItem& item) {
-  const MessageAnswer answer =
-      platform_.messages.Show({.text = "Delete this appointment " + item.Subject() + "?",
-                               .title = {},
-                               .buttons = MessageButtons::YesNo,
-                               .icon = MessageIcon::Question,
-                               .defaultButton = 2});
+  std::string question = "Delete this appointment " + item.Subject() + "?";
+  if (StandsForSeries(item)) question += " All its occurrences will be deleted.";
+  const MessageAnswer answer = platform_.messages.Show({.text = std::move(question),
+                                                        .title = {},
+                                                        .buttons = MessageButtons::YesNo,
+                                                        .icon = MessageIcon::Question,
+                                                        .defaultButton = 2});
   return answer == MessageAnswer::Yes;
 }
 
@@ -116,7 +134,8 @@ void AppointmentCommands::Delete(std::string_view key) {
   });
 }
 
-void AppointmentCommands::New(Date start, Date end) {
+bool AppointmentCommands::New(Date start, Date end) {
+  bool made = false;
   Guard(platform_.messages, "Error creating appointment ", [&] {
     if (!start.IsValid() || !end.IsValid()) {
       throw Error(errors::Overflow, "The appointment would end after the year 9999");
@@ -126,7 +145,9 @@ void AppointmentCommands::New(Date start, Date end) {
     item->SetEnd(end);
     if (CoversWholeDays(start, end)) item->SetAllDayEvent(true);
     item->Display(true);
+    made = IsSaved(*item);
   });
+  return made;
 }
 
 }  // namespace velkor

@@ -37,7 +37,8 @@ class AppointmentCommands {
   /// Shows a new appointment in the inspector until that is closed: an all-day one when it begins
   /// and ends at midnight. Saved there, it comes into the view as every other added item does.
   /// @param end  exclusive
-  void New(Date start, Date end);
+  /// @return whether it was saved
+  bool New(Date start, Date end);
 
  private:
   /// The calendar's item behind an event; null, and told, when either is gone.

@@ -34,9 +34,7 @@ PointerMove GridPointer::MouseMove(Point at) {
     DragTo(*hit);
   } else {
     EnableByMode();
-    if (selectionEnabled_) {
-      label_ = PointerLabel{prefix_, DateAt({hit->row, hit->cellColumn}), std::nullopt};
-    }
+    label_ = PointerLabel{prefix_, DateAt({hit->row, hit->cellColumn}), std::nullopt};
   }
   return ChangeSince(before);
 }
@@ -47,7 +45,7 @@ PointerPress GridPointer::MouseDown(MouseButton button) {
   releaseIsDue_ = false;
   PointerPress press;
   if (button == MouseButton::Right) {
-    press.menu = MenuEnabling{event_.has_value(), event_.has_value(), selectionEnabled_};
+    press.menu = CallMenu();
   } else if (selectionEnabled_ && IsOverADay()) {
     const GridCell cell{row_, column_};
     drag_ = {cell, cell};
@@ -67,9 +65,7 @@ PointerRelease GridPointer::MouseUp(MouseButton button) {
   FollowGrid();
   PointerRelease release;
   if (dragging_) {
-    drag_ = InDateOrder(drag_);
-    selection_ = drag_;
-    EndDrag();
+    CompleteDrag();
     release.range = RangeOf(drag_);
   } else if (button == MouseButton::Left && !selectionEnabled_ && !releaseIsDue_) {
     release.open = event_;
@@ -104,15 +100,22 @@ std::optional<DateRange> GridPointer::SelectedRange() const {
 }
 
 std::optional<DateRange> GridPointer::DayUnderPointer() const {
-  if (!IsOverADay()) return std::nullopt;
-  const GridCell cell{row_, column_};
-  return RangeOf({cell, cell});
+  const std::optional<GridCell> day = DayCell();
+  if (!day) return std::nullopt;
+  return RangeOf({*day, *day});
 }
 
 SelectionChange GridPointer::ClearSelection() {
   const Seen before = See();
   AbandonDrag();
   selection_.reset();
+  return SelectionSince(before);
+}
+
+SelectionChange GridPointer::SelectDay(GridCell day) {
+  const Seen before = See();
+  AbandonDrag();
+  if (!selection_ || !Contains(*selection_, day)) selection_ = {day, day};
   return SelectionSince(before);
 }
 
@@ -187,6 +190,24 @@ void GridPointer::DragTo(const GridHit& hit) {
   if (drag_.end != drag_.start) label_->to = DateAt(drag_.end);
 }
 
+/// A menu is for the days that are drawn as selected, or for the free day that it is called on.
+MenuEnabling GridPointer::CallMenu() {
+  if (dragging_) {
+    CompleteDrag();
+    releaseIsDue_ = true;
+  }
+  const std::optional<GridCell> day = DayCell();
+  if (selectionEnabled_ && !event_ && day) SelectDay(*day);
+  const bool hovers = event_.has_value();
+  return {hovers, hovers, selectionEnabled_ || selection_.has_value()};
+}
+
+void GridPointer::CompleteDrag() {
+  drag_ = InDateOrder(drag_);
+  selection_ = drag_;
+  EndDrag();
+}
+
 void GridPointer::EndDrag() {
   dragging_ = false;
   prefix_ = PointerLabel::DatePrefix;
@@ -196,6 +217,12 @@ void GridPointer::AbandonDrag() {
   if (!dragging_) return;
   EndDrag();
   releaseIsDue_ = true;
+}
+
+std::optional<GridCell> GridPointer::DayCell() const {
+  const std::optional<GridHit> hit = point_ ? grid_.HitTestAt(*point_) : std::nullopt;
+  if (!hit || hit->column == 0) return std::nullopt;
+  return GridCell{hit->row, hit->column};
 }
 
 bool GridPointer::IsOverADay() const {

@@ -87,6 +87,7 @@ class GridPointer {
 
   /// `at` in twips from the grid's top left corner, scrolling added. Allocates nothing.
   PointerMove MouseMove(Point at);
+  /// The right button ends a drag with the days that it has reached.
   PointerPress MouseDown(MouseButton button);
   PointerRelease MouseUp(MouseButton button);
   /// To be called when the grid was laid out anew, resized or given another span: finds out again
@@ -107,7 +108,8 @@ class GridPointer {
   int SelStartRow() const { return drag_.start.row; }
   int SelEndRow() const { return drag_.end.row; }
   int SelStartBand() const { return startBand_; }
-  /// A press of the left button selects; otherwise its release opens the event under the pointer.
+  /// A press of a button selects; otherwise the left one's release opens the event under the
+  /// pointer.
   bool SelectionEnabled() const { return selectionEnabled_; }
   /// Index in the prefix table for what lblDate shows next.
   int PrefixIndex() const { return prefix_; }
@@ -125,10 +127,12 @@ class GridPointer {
   std::optional<Selection> DrawnSelection() const { return selection_; }
   /// The days of a selection that is not being dragged any more.
   std::optional<DateRange> SelectedRange() const;
-  /// The day under the pointer; nothing outside the months.
+  /// The day under the pointer; nothing outside the months and beside the grid.
   std::optional<DateRange> DayUnderPointer() const;
   /// Ends a drag, too.
   SelectionChange ClearSelection();
+  /// Selects one day, unless it is selected already; ends a drag, too.
+  SelectionChange SelectDay(GridCell day);
   /// Selects all days of a row's month (1 to 12); ends a drag, too.
   SelectionChange SelectMonth(int row);
 
@@ -159,9 +163,14 @@ class GridPointer {
   void TakeCell(const GridHit& hit);
   void EnableByMode();
   void DragTo(const GridHit& hit);
+  MenuEnabling CallMenu();
+  /// With its days selected.
+  void CompleteDrag();
   void EndDrag();
   /// Without a range, while the button is down.
   void AbandonDrag();
+  /// The day under the pointer; none beside the grid, where the cell of the last move stays.
+  std::optional<GridCell> DayCell() const;
   bool IsOverADay() const;
   Date DateAt(GridCell cell) const;
   DateRange RangeOf(const Selection& ordered) const;

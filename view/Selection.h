@@ -27,6 +27,13 @@ inline Selection InDateOrder(Selection selection) {
   return selection;
 }
 
+/// Whether a day is one of the range.
+inline bool Contains(const Selection& selection, GridCell day) {
+  const auto [start, end] = InDateOrder(selection);
+  const auto at = std::tie(day.row, day.column);
+  return std::tie(start.row, start.column) <= at && at <= std::tie(end.row, end.column);
+}
+
 /// Whole days; `end` is the day after the last one.
 struct DateRange {
   Date start;

@@ -125,6 +125,10 @@ TEST_F(GridViewTest, DraggedDaysTakeANewAppointment) {
   Drag(DayPoint(At(2005, 3, 14), 3), DayPoint(At(2005, 3, 10), 3));
   EXPECT_EQ(Label(), "Selected:  3/14/2005 to 3/10/2005");
   EXPECT_THAT(StartsOfNew(), testing::ElementsAre(At(2005, 3, 10)));
+  EXPECT_THAT(StartsOfNew(), testing::SizeIs(1)) << "closed unsaved, the selection stays";
+  inspect_ = [](OutlookItem& item) { item.Save(); };
+  plan_.Elements().mnuNew.Click();
+  EXPECT_THAT(StartsOfNew(), IsEmpty()) << "the days are taken";
 }
 
 TEST_F(GridViewTest, APressOnAMonthsNameSelectsTheMonth) {
@@ -167,6 +171,7 @@ TEST_F(GridViewTest, TheToolTipNamesAnAppointmentWhereAClickOpensIt) {
   Refreshed(events);
   Pic1().onMouseMove(DayPoint(At(2005, 3, 8), 2));
   EXPECT_EQ(Pic1().onToolTip(), "Subject of 0\n3/8/2005 to 3/9/2005\nLeave");
+  EXPECT_EQ(Label(), "Date:  3/8/2005") << "also over a bar";
   Pic1().onMouseMove(DayPoint(At(2005, 4, 5), 2));
   EXPECT_EQ(Pic1().onToolTip(), "Subject of timed\n4/5/2005 9:00:00 AM to 10:30:00 AM");
   Pic1().onMouseMove(DayPoint(At(2005, 4, 5), 3));
@@ -251,7 +256,11 @@ TEST_F(GridViewTest, TheMenuKeyCallsTheMenuForTheCursorsDay) {
   ASSERT_EQ(menu.popUps.size(), 1u);
   EXPECT_TRUE(menu.popUps[0].y > Pic1().Bounds().top && menu.popUps[0].x > Pic1().Bounds().left);
   EXPECT_FALSE(plan_.Elements().mnuEdit.Enabled());
+  EXPECT_TRUE(plan_.Elements().mnuClear.Enabled()) << "the day is selected";
   EXPECT_THAT(StartsOfNew(), testing::ElementsAre(At(2005, 4, 18)));
+  Pic1().onKeyDown(Key::Right);
+  Pic1().onKeyDown(Key::Menu);
+  EXPECT_THAT(StartsOfNew(), testing::ElementsAre(At(2005, 4, 19)));
   plan_.Elements().mnuPop.Attach(nullptr);
 }
 

@@ -124,6 +124,8 @@ TEST_F(AppointmentCommandsTest, DeletingTakesTheEventOrAllItsOccurrencesOut) {
 
   messages_.Expect("Delete this appointment", MessageAnswer::Yes);
   commands_.Delete(first);
+  EXPECT_EQ(Told(),
+            "Delete this appointment Subject of weekly? All its occurrences will be deleted.");
   EXPECT_THAT(view_.Shown(), ElementsAre("a 1.3 9", "a 8.3 9"));
   EXPECT_THAT(view_.Take(), ElementsAre("force", "change", "rewrite"));
 
@@ -160,12 +162,12 @@ TEST_F(AppointmentCommandsTest, ANewAppointmentIsShownFirstAndComesInWhenItIsSav
     item.SetSubject("Leave");
     item.Save();
   };
-  commands_.New(At(2006, 3, 1), At(2006, 3, 4));
+  EXPECT_TRUE(commands_.New(At(2006, 3, 1), At(2006, 3, 4)));
   EXPECT_THAT(view_.Shown(), SizeIs(1));
   EXPECT_THAT(view_.Take(), ElementsAre("change", "rewrite"));
 
   inspect_ = [&](OutlookItem& item) { EXPECT_FALSE(item.AllDayEvent()); };
-  commands_.New(At(2006, 3, 1, 9), At(2006, 3, 1, 10));
+  EXPECT_FALSE(commands_.New(At(2006, 3, 1, 9), At(2006, 3, 1, 10)));
   commands_.New(At(2006, 3, 1), At(2006, 3, 1));
   EXPECT_THAT(calendar_.AllItems(), SizeIs(1)) << "closed unsaved";
 }

@@ -132,7 +132,7 @@ TEST(ProbeAnswers, PointerTellsTheEventThatAClickOpensWhereNothingIsSelected) {
                                {"band", moved ? 2 : 0},
                                {"dragging", false},
                                {"event", moved ? Json(0) : Json(nullptr)},
-                               {"label", Json::array()},
+                               {"label", moved ? Json{"2006-01-03"} : Json::array()},
                                {"result", results[i]}}));
   }
   // A selection ends on the day after its last one; after 31 December 9999 there is none.

@@ -43,7 +43,7 @@ class PlainPointer {
       if (selStartColumn != selEndColumn || selStartRow != selEndRow) {
         label.push_back(DateAt(selEndColumn, selEndRow));
       }
-    } else if (selectionEnabled_) {
+    } else {
       label = {DateAt(c, row)};
     }
     column = c > last || c <= offset ? 0 : c;
@@ -60,6 +60,14 @@ class PlainPointer {
   /// @return the range, or nothing and the event to open
   std::pair<std::optional<DateRange>, std::optional<std::size_t>> Release() {
     if (!dragging) return {std::nullopt, selectionEnabled_ ? std::nullopt : event};
+    EndDrag();
+    return {DateRange{DateAt(selStartColumn, selStartRow), DateAt(selEndColumn + 1, selEndRow)},
+            std::nullopt};
+  }
+
+  /// The button that calls the menu ends a drag, too.
+  void EndDrag() {
+    if (!dragging) return;
     if (selEndRow < selStartRow) {
       std::swap(selStartRow, selEndRow);
       std::swap(selStartColumn, selEndColumn);
@@ -67,8 +75,6 @@ class PlainPointer {
       std::swap(selStartColumn, selEndColumn);
     }
     dragging = false;
-    return {DateRange{DateAt(selStartColumn, selStartRow), DateAt(selEndColumn + 1, selEndRow)},
-            std::nullopt};
   }
 
   int row = 0, currentBand = 0, column = 0;
@@ -114,7 +120,7 @@ TEST(GridPointer, FollowsTheRulesThroughRandomActions) {
     const Twips width = 40 * Twips{grid.Geometry().ColumnWidth};
     const Twips height = grid.Geometry().GridHeight(grid.Layout());
     for (int step = 0; step < 500; ++step) {
-      const int action = below(8);
+      const int action = below(9);
       if (action == 0) {
         pointer.MouseDown(MouseButton::Left);
         plain.Press();
@@ -123,6 +129,11 @@ TEST(GridPointer, FollowsTheRulesThroughRandomActions) {
         ASSERT_EQ(std::pair(release.range, release.open), plain.Release());
         ranges += release.range.has_value();
         opened += release.open.has_value();
+      } else if (action == 2) {
+        const MenuEnabling menu = *pointer.MouseDown(MouseButton::Right).menu;
+        plain.EndDrag();
+        ASSERT_EQ(menu.mnuEdit, plain.event.has_value());
+        ASSERT_EQ(menu.mnuClear, selectionEnabled);
       } else {
         const Point at{width * (below(1000) - 60) / 940, height * (below(1000) - 20) / 960};
         pointer.MouseMove(at);

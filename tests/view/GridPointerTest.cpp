@@ -81,7 +81,43 @@ TEST(GridPointer, TheMenuOffersWhatThePlaceAllows) {
       EXPECT_EQ(press.menu->mnuEdit, day == 5);
       EXPECT_EQ(press.menu->mnuClear, pointer.SelectionEnabled());
       EXPECT_EQ(pointer.DayUnderPointer(), Days(At(2006, 3, day), At(2006, 3, day + 1)));
+      pointer.ClearSelection();
     }
+  }
+}
+
+TEST(GridPointer, TheMenuIsForTheSelectedDaysElseForTheFreeDayThatItIsCalledOn) {
+  const YearGrid grid = SampleGrid({OneDay("a", 3, 5)});
+  GridPointer pointer(grid);
+  pointer.MouseMove(DayAt(grid, 3, 6));
+  pointer.MouseDown(Left);
+  pointer.MouseMove(DayAt(grid, 2, 20));
+  const PointerPress ending = pointer.MouseDown(Right);
+  EXPECT_FALSE(pointer.Dragging());
+  EXPECT_TRUE(ending.menu->mnuClear);
+  const auto dragged = Days(At(2006, 2, 20), At(2006, 3, 7));
+  EXPECT_EQ(pointer.SelectedRange(), dragged);
+  EXPECT_EQ(pointer.MouseUp(Left).range, std::nullopt);
+
+  const struct {
+    const char* what;
+    Point at;
+    SelectionMode mode;
+    std::optional<DateRange> selected;
+  } cases[] = {
+      {"a selected day", DayAt(grid, 2, 25), SelectionMode::Automatic, dragged},
+      {"an event", DayAt(grid, 3, 5, 2), SelectionMode::Automatic, dragged},
+      {"a grey cell", DayAt(grid, 2, 29), SelectionMode::Automatic, dragged},
+      {"beside the grid", {1e6, DayAt(grid, 2, 25).y}, SelectionMode::Automatic, dragged},
+      {"where nothing is selected", DayAt(grid, 7, 1), SelectionMode::AlwaysOpen, dragged},
+      {"a free day", DayAt(grid, 7, 1), SelectionMode::Automatic,
+       Days(At(2006, 7, 1), At(2006, 7, 2))},
+  };
+  for (const auto& expected : cases) {
+    pointer.SetMode(expected.mode);
+    pointer.MouseMove(expected.at);
+    EXPECT_TRUE(pointer.MouseDown(Right).menu->mnuClear) << expected.what;
+    EXPECT_EQ(pointer.SelectedRange(), expected.selected) << expected.what;
   }
 }
 
