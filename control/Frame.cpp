@@ -14,6 +14,7 @@
 #include "platform/System.h"
 #include "support/RegIO.h"
 #include "support/values/Error.h"
+#include "view/GridPainter.h"
 #include "view/YearTexts.h"
 #include "view/span/Locale.h"
 
@@ -238,6 +239,10 @@ void YearPlan::Frame::Redraw(bool spanChanged) {
   gridView_.GridChanged(spanChanged);
   elements.pic1.SetDescription(Description());
   drawnDay_ = platform_.clock.Now().DayNumber();
+}
+
+void YearPlan::Frame::KeepBandsReadable(Surface& measuring) {
+  options.MinBandHeight = ReadableBandHeight(measuring, font_);
 }
 
 void YearPlan::Frame::Resize(Extent size, PixelSize pixel) {

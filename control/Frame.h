@@ -47,6 +47,7 @@ class YearPlan::Frame : public Planner, public EventView, public CategoryView, p
   /// Runs once, after the properties were read.
   void StartUp();
   void ChangeYear(int by);
+  void KeepBandsReadable(Surface& measuring);
   void Resize(Extent size, PixelSize pixel);
   void RefreshSoon() { refresh_.RefreshSoon(); }
   std::vector<std::string> CategoryNames();

@@ -148,6 +148,10 @@ std::vector<std::string> YearPlan::GetStringList() {
   return frame_->CategoryNames();
 }
 
+void YearPlan::KeepBandsReadable(Surface& measuring) {
+  frame_->KeepBandsReadable(measuring);
+}
+
 void YearPlan::Resize(Extent size, PixelSize pixel) {
   frame_->Resize(size, pixel);
 }

@@ -66,6 +66,9 @@ class YearPlan {
   /// once for each.
   std::vector<std::string> GetStringList();
 
+  /// Bands are no lower from now on than those in which `measuring`, a surface as the control is
+  /// drawn on, has day numbers and subjects at their full size. Counts from the next drawing.
+  void KeepBandsReadable(Surface& measuring);
   /// Lays the elements out in the control's area and draws.
   void Resize(Extent size, PixelSize pixel);
 

@@ -44,8 +44,9 @@ FaceLayout DivideFace(Extent control, Twips captionHeight) {
   return layout;
 }
 
-Twips LeastControlHeight(const BandLayout& layout, PixelSize pixel) {
-  return CaptionHeight + HeightWithoutScrolling(layout, pixel) + FaceMargin;
+Twips LeastControlHeight(const YearGrid& grid, PixelSize pixel) {
+  return CaptionHeight +
+         HeightWithoutScrolling(grid.Layout(), pixel, grid.Options().MinBandHeight) + FaceMargin;
 }
 
 std::string YearCaption(int viewYear) {

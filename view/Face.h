@@ -41,7 +41,7 @@ inline constexpr Twips ScrollBarWidth = 255;
 FaceLayout DivideFace(Extent control, Twips captionHeight = CaptionHeight);
 
 /// The least height of a control that shows the whole grid without scrolling.
-Twips LeastControlHeight(const BandLayout& layout, PixelSize pixel);
+Twips LeastControlHeight(const YearGrid& grid, PixelSize pixel);
 
 /// What a picture of the control shows besides the grid.
 struct FaceContent {

@@ -31,21 +31,21 @@ int RowOfBand(int band, const BandLayout& layout) {
 
 }  // namespace
 
-Twips HeightWithoutScrolling(const BandLayout& layout, PixelSize pixel) {
-  return HeaderRowHeight + EdgePixels * Twips{pixel.height} + layout.TotalBands() * LeastBandHeight;
+Twips HeightWithoutScrolling(const BandLayout& layout, PixelSize pixel, Twips minBandHeight) {
+  return HeaderRowHeight + EdgePixels * Twips{pixel.height} + layout.TotalBands() * minBandHeight;
 }
 
 GridGeometry SizeGrid(Extent picParent, Twips scrollBarWidth, PixelSize pixel,
-                      const BandLayout& layout) {
+                      const BandLayout& layout, Twips minBandHeight) {
   GridGeometry geometry;
   geometry.pixel = pixel;
   const double height =
       RoundHalfEven(picParent.height - HeaderRowHeight - EdgePixels * double{pixel.height});
   geometry.BandHeight = static_cast<float>(height / layout.TotalBands());
   double width = picParent.width - MonthColumnWidth;
-  geometry.scroll = geometry.BandHeight < LeastBandHeight;
+  geometry.scroll = geometry.BandHeight < minBandHeight;
   if (geometry.scroll) {
-    geometry.BandHeight = static_cast<float>(LeastBandHeight);
+    geometry.BandHeight = static_cast<float>(minBandHeight);
     width -= scrollBarWidth + double{pixel.width};
   }
   geometry.GridWidth =

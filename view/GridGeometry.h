@@ -11,6 +11,7 @@ namespace velkor {
 /// The room that the header row and the month column take beside the grid.
 inline constexpr Twips HeaderRowHeight = 240;
 inline constexpr Twips MonthColumnWidth = 405;
+/// The control's own least height of a band.
 inline constexpr Twips LeastBandHeight = 100;
 
 /// Columns 1, 8, ... are Sundays, columns 7, 14, ... Saturdays.
@@ -45,14 +46,16 @@ struct GridGeometry {
 };
 
 /// The least height of picParent that holds the whole grid without scrolling.
-Twips HeightWithoutScrolling(const BandLayout& layout, PixelSize pixel);
+Twips HeightWithoutScrolling(const BandLayout& layout, PixelSize pixel,
+                             Twips minBandHeight = LeastBandHeight);
 
 /// Sizes the grid to `picParent`, the surface that holds the grid with its headers; the sizes may
 /// come out as 0 or less when it is too small to hold anything. Widths beyond what GridWidth can
 /// count stop there.
 /// @param scrollBarWidth  width of VScroll1
+/// @param minBandHeight   of bands that would be lower, which are scrolled then
 GridGeometry SizeGrid(Extent picParent, Twips scrollBarWidth, PixelSize pixel,
-                      const BandLayout& layout);
+                      const BandLayout& layout, Twips minBandHeight = LeastBandHeight);
 
 /// A bar leaves one pixel free on each side inside its cells.
 Rect BarRect(const Bar& bar, const GridGeometry& geometry, const BandLayout& layout);

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstddef>
 #include <string>
 
 #include "view/Frame.h"
@@ -14,12 +16,35 @@ namespace {
 constexpr TextFlags DayNumberFlags =
     text_flags::Right | text_flags::SingleLine | text_flags::VerticalCentre | text_flags::NoPrefix;
 
+/// Of day numbers and subjects.
+constexpr int LargestPoints = 7;
+
+/// The light of each value of a channel (WCAG 2.2, relative luminance).
+std::array<double, 256> LinearLight() {
+  std::array<double, 256> linear;
+  for (std::size_t value = 0; value < linear.size(); ++value) {
+    const double share = static_cast<double>(value) / 255;
+    linear[value] = share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+  }
+  return linear;
+}
+
 }  // namespace
 
 Colour ReadableOn(Colour back) {
-  // Perceived brightness in thousandths (ITU-R BT.601 weights).
-  const int brightness = 299 * back.Red() + 587 * back.Green() + 114 * back.Blue();
-  return brightness < 140'000 ? colours::White : colours::Black;
+  static const std::array<double, 256> linear = LinearLight();
+  const double luminance =
+      0.2126 * linear[back.Red()] + 0.7152 * linear[back.Green()] + 0.0722 * linear[back.Blue()];
+  constexpr double Flare = 0.05;
+  const double toBlack = (luminance + Flare) / Flare;
+  const double toWhite = (1 + Flare) / (luminance + Flare);
+  return toBlack >= toWhite ? colours::Black : colours::White;
+}
+
+Twips ReadableBandHeight(Surface& surface, const Font& font) {
+  Font largest = font;
+  largest.size = LargestPoints;
+  return std::ceil(surface.Measure("0", largest).height);
 }
 
 GridPainter::GridPainter(Surface& surface, const GridScene& scene, const Font& font,
@@ -77,7 +102,7 @@ void GridPainter::DrawMonthOutlines() {
 }
 
 std::optional<Font> GridPainter::FontForDayNumbers() const {
-  constexpr std::array<int, 3> Sizes{7, 6, 5};
+  constexpr std::array<int, 3> Sizes{LargestPoints, 6, 5};
   Font font = font_;
   for (const int size : Sizes) {
     font.size = size;
@@ -108,7 +133,7 @@ void GridPainter::DrawDayNumbers() {
 }
 
 Font GridPainter::FontForSubjects() const {
-  constexpr std::array<int, 6> Sizes{7, 6, 5, 4, 3, 2};
+  constexpr std::array<int, 6> Sizes{LargestPoints, 6, 5, 4, 3, 2};
   Font font = font_;
   if (scene_.subjects.size) {
     font.size = *scene_.subjects.size;

@@ -19,8 +19,11 @@ inline constexpr Colour TodayShadow = Colour::FromRgb(128, 128, 128);
 inline constexpr Colour TodayFrame = Colour::FromRgb(255, 0, 0);
 }  // namespace grid_colours
 
-/// Black or white, whichever can be read better on a colour.
+/// Black or white, whichever has the greater contrast with a colour.
 Colour ReadableOn(Colour back);
+
+/// The height of bands in which day numbers and subjects stand at their full size, in whole twips.
+Twips ReadableBandHeight(Surface& surface, const Font& font);
 
 /// Draws one year on one surface. `visible` is the part of the grid that is in sight, in the
 /// grid's own coordinates; what lies outside it is not drawn.

@@ -54,14 +54,18 @@ void YearGrid::LayOut() {
   ++revision_;
   layout_ = LayOutBands(events_, rule_, filter_);
   cells_ = CellMap(layout_);
-  geometry_ = SizeGrid(picParent_, scrollBarWidth_, pixel_, layout_);
+  Size();
 }
 
 void YearGrid::Resize(Extent picParent, Twips scrollBarWidth, PixelSize pixel) {
   picParent_ = picParent;
   scrollBarWidth_ = scrollBarWidth;
   pixel_ = pixel;
-  geometry_ = SizeGrid(picParent_, scrollBarWidth_, pixel_, layout_);
+  Size();
+}
+
+void YearGrid::Size() {
+  geometry_ = SizeGrid(picParent_, scrollBarWidth_, pixel_, layout_, options_.MinBandHeight);
 }
 
 std::optional<GridHit> YearGrid::HitTestAt(Point point) const {

@@ -17,6 +17,8 @@ struct GridOptions {
   bool AllEvents = false;
   bool DisplaySubject = false;
   bool HideNonCategoryItems = false;
+  /// Bands that would be lower are scrolled instead. Whole twips.
+  Twips MinBandHeight = LeastBandHeight;
 
   friend bool operator==(const GridOptions&, const GridOptions&) = default;
 };
@@ -74,6 +76,8 @@ class YearGrid {
   std::optional<TodayMark> TodayMarkAt(Date today) const;
 
  private:
+  void Size();
+
   CategoryTable categories_;
   CategoryFilter filter_;
   GridOptions options_;

@@ -8,7 +8,9 @@
 #include "hosts/yearplan/FirstCategoryTable.h"
 #include "hosts/yearplan/UncarriedNames.h"
 #include "model/CacheFile.h"
+#include "platform/desktop/QtPages.h"
 #include "tools/SilentPlanner.h"
+#include "view/GridPainter.h"
 #include "view/YearTexts.h"
 
 namespace velkor {
@@ -44,12 +46,14 @@ PlannedYear CalendarSession::Plan() {
   if (!line_.calendar.empty()) Refresh();
   LocaleApi& locale = reader_.Seams().locale;
   const LocaleId id = locale.ThreadLocale();
+  Font font;
+  Locale::ApplyCodePageFont(font, Locale::AnsiCodePageOf(locale, id));
+  GridOptions options = line_.grid;
+  QtMeasuringPage measuring{PixelSize()};
+  options.MinBandHeight = ReadableBandHeight(measuring.Page(), font);
   PlannedYear year{YearGrid(span_, line_.calendar.empty() ? TableOfCache() : reader_.Categories(),
-                            reader_.Filter(), line_.grid),
-                   Locale::LoadCalendarNames(locale, id),
-                   {},
-                   today_};
-  Locale::ApplyCodePageFont(year.font, Locale::AnsiCodePageOf(locale, id));
+                            reader_.Filter(), options),
+                   Locale::LoadCalendarNames(locale, id), font, today_};
   year.grid.SetEvents(reader_.Load(cacheFile_, year.grid.Fields()));
   UncarriedNames uncarried(year.grid.Filter());
   uncarried.Look(year.grid.Events());

@@ -44,7 +44,7 @@ Extent SizeWithoutScrolling(const CommandLine& line, YearGrid& grid) {
   Extent control = ControlSize(line);
   SizeTo(control, grid);
   if (!grid.Geometry().scroll) return control;
-  control.height = std::ceil(LeastControlHeight(grid.Layout(), {}) / TwipsPerPixel) * TwipsPerPixel;
+  control.height = std::ceil(LeastControlHeight(grid, {}) / TwipsPerPixel) * TwipsPerPixel;
   return control;
 }
 

@@ -37,10 +37,12 @@ class QtPages {
   std::optional<QtSurface> surface_;
 };
 
-/// Measures as every QtPages draws. What is drawn on it is lost.
+/// Measures as surfaces of a pixel draw, at first those of every QtPages. What is drawn on it is
+/// lost.
 class QtMeasuringPage {
  public:
-  QtMeasuringPage() : painter_(&image_), surface_(painter_, PagePixel) {}
+  explicit QtMeasuringPage(PixelSize pixel = PagePixel)
+      : painter_(&image_), surface_(painter_, pixel) {}
 
   Surface& Page() { return surface_; }
 

@@ -63,7 +63,7 @@ TEST(Face, MeasuresNothingTwiceInOnePass) {
 
 TEST(Face, TheHeightWithoutScrollingIsTheLeastOne) {
   const ShownYear any({10'000, 10'000});
-  const Twips height = LeastControlHeight(any.grid.Layout(), {});
+  const Twips height = LeastControlHeight(any.grid, {});
   EXPECT_FALSE(ShownYear({10'000, height}).grid.Geometry().scroll);
   EXPECT_TRUE(ShownYear({10'000, height - 1}).grid.Geometry().scroll);
 }

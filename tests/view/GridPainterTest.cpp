@@ -96,6 +96,15 @@ TEST(GridPainter, SubjectsTakeTheLargestSizeOfTwoPointsOrMoreWhoseLineFitsABand)
   }
 }
 
+TEST(GridPainter, SubjectsAreBlackOrWhiteByTheGreaterContrast) {
+  // On the grey 118 both have a contrast of 4.6 to 1, and black a little more.
+  const std::pair<Colour, Colour> cases[] = {{Colour::FromRgb(255, 0, 0), colours::Black},
+                                             {Colour::FromRgb(0, 128, 0), colours::White},
+                                             {Colour::FromRgb(118, 118, 118), colours::Black},
+                                             {Colour::FromRgb(117, 117, 117), colours::White}};
+  for (const auto& [back, text] : cases) EXPECT_EQ(ReadableOn(back), text) << back.value;
+}
+
 TEST(GridPainter, SubjectsStandOnTheirBarsWithoutControlCharacters) {
   CalEvent event = SampleEvent("a", At(2006, 1, 30), At(2006, 1, 31));
   event.Subject = "R&D|\tweekly\r\n";
