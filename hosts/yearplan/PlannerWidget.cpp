@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "control/YearPlan.h"
+#include "platform/desktop/QtPages.h"
 #include "platform/desktop/QtPeers.h"
 #include "platform/desktop/QtText.h"
 #include "view/Face.h"
@@ -102,7 +103,6 @@ void PlannerWidget::MakePeers() {
   notice_ = new EmptyNotice(grid, plan_);
   Named(MakePeer(elements.VScroll1, this), tr("Scroll the months"));
   MakeLegend(elements.legend);
-  setFocusProxy(grid);
   peers_.push_back(MakePeer(elements.mnuPop, this));
   peers_.push_back(MakePeer(elements.tmrStart));
   peers_.push_back(MakePeer(elements.tmrBackground));
@@ -151,6 +151,8 @@ void PlannerWidget::resizeEvent(QResizeEvent* event) {
 
 void PlannerWidget::Fit() {
   const auto pixel = static_cast<float>(TwipsPerPixel / devicePixelRatioF());
+  QtMeasuringPage measuring({pixel, pixel});
+  plan_.KeepBandsReadable(measuring.Page());
   plan_.Resize({width() * TwipsPerPixel, height() * TwipsPerPixel}, {pixel, pixel});
 }
 

@@ -12,9 +12,10 @@ namespace velkor {
 struct LegendElements;
 class YearPlan;
 
-/// Has a peer for each element of the control and tells it its size. The control outlives it. The
-/// grid gets the keyboard when this does; a frame shows that the legend has it. A year of which
-/// nothing is seen says why, once it was asked from the calendar.
+/// Has a peer for each element of the control and tells it its size. The control outlives it. A
+/// frame shows that the legend has the keyboard; a year of which nothing is seen says why, once it
+/// was asked from the calendar. The grid is no focus proxy of it: Tab would go from the last
+/// element to the grid, past those before it.
 class PlannerWidget : public QWidget {
  public:
   explicit PlannerWidget(YearPlan& plan, QWidget* parent = nullptr);

@@ -9,7 +9,9 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPushButton>
+#include <QScreen>
 #include <QStatusBar>
+#include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -51,13 +53,21 @@ PlannerWindow::PlannerWindow(Settings& settings, std::string cacheUtility)
   MakeMenus();
   MakeStatusBar();
   setCentralWidget(MakeInvitation());
-  resize(UsualSize);
+  resize(FittingSize());
   restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(Remembered(GeometryKey))));
 }
 
 PlannerWindow::~PlannerWindow() {
   // The peers leave before their elements.
   delete planner_;
+}
+
+/// The usual size, or what the screen has room for within a window's frame.
+QSize PlannerWindow::FittingSize() const {
+  const int title = style()->pixelMetric(QStyle::PM_TitleBarHeight);
+  const int edge = style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth);
+  const QSize room = screen()->availableSize() - QSize(2 * edge, title + 2 * edge);
+  return UsualSize.boundedTo(room);
 }
 
 void PlannerWindow::MakeMenus() {
@@ -205,7 +215,7 @@ bool PlannerWindow::OpenCalendar(const std::string& path, std::optional<int> yea
 void PlannerWindow::ShowPlanner() {
   planner_ = new PlannerWidget(session_->Plan());
   setCentralWidget(planner_);
-  planner_->setFocus();
+  session_->Plan().Elements().pic1.SetFocus();
 }
 
 void PlannerWindow::ShowStatus(const std::string& text) {
@@ -222,7 +232,7 @@ void PlannerWindow::ShowTitle() {
 
 void PlannerWindow::ShowTrouble(const std::string& text) {
   trouble_->setText(ToQt(text));
-  trouble_->setToolTip(ToolTipText(text));
+  SetToolTip(*trouble_, text);
 }
 
 void PlannerWindow::ShowRemarks() {
@@ -234,7 +244,7 @@ void PlannerWindow::ShowRemarks() {
   const QString count =
       all.size() == 1 ? tr("1 remark on the file") : tr("%1 remarks on the file").arg(all.size());
   remarks_->setText(all.empty() ? QString() : count);
-  remarks_->setToolTip(ToolTipText(lines));
+  SetToolTip(*remarks_, lines);
 }
 
 void PlannerWindow::AskForCalendar() {

@@ -46,6 +46,7 @@ class PlannerWindow : public QMainWindow {
  private:
   using Steps = std::function<void()>;
 
+  QSize FittingSize() const;
   void MakeMenus();
   void MakeStatusBar();
   QWidget* MakeInvitation();

@@ -27,14 +27,18 @@ QString ToolTipText(std::string_view text) {
       .arg(ToQt(text).toHtmlEscaped());
 }
 
+void SetToolTip(QWidget& widget, std::string_view text, std::string_view description) {
+  widget.setToolTip(ToolTipText(text));
+  // Without one Qt hands the tool tip's markup out.
+  const QString spoken = ToQt(description.empty() ? text : description);
+  if (widget.accessibleDescription() != spoken) widget.setAccessibleDescription(spoken);
+}
+
 void MirrorShared(QWidget& widget, const Element& element, Placement placement) {
   if (placement == Placement::Bounds) widget.setGeometry(ToQtPixels(element.Bounds()));
   widget.setVisible(element.Visible());
   widget.setEnabled(element.Enabled());
-  widget.setToolTip(ToolTipText(element.ToolTip()));
-  const QString description =
-      ToQt(element.Description().empty() ? element.ToolTip() : element.Description());
-  if (widget.accessibleDescription() != description) widget.setAccessibleDescription(description);
+  SetToolTip(widget, element.ToolTip(), element.Description());
 }
 
 namespace {

@@ -17,6 +17,10 @@ QRect ToQtPixels(const Rect& bounds);
 /// Plain text as a tool tip that wraps its lines and shows no markup; empty stays empty.
 QString ToolTipText(std::string_view text);
 
+/// Shows plain text as a widget's tool tip.
+/// @param description  what screen readers get, as it is; empty: the tool tip's text
+void SetToolTip(QWidget& widget, std::string_view text, std::string_view description = {});
+
 /// Reads into the widget what all elements have.
 void MirrorShared(QWidget& widget, const Element& element, Placement placement);
 

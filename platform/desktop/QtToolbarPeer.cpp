@@ -56,7 +56,7 @@ class ToolbarPeer : public QtPeer<QWidget, Toolbar> {
       native.setEnabled(button.enabled);
       native.setCheckable(button.checked);
       native.setChecked(button.checked);
-      native.setToolTip(ToolTipText(button.toolTip));
+      SetToolTip(native, button.toolTip);
       native.setAccessibleName(button.toolTip.empty() ? InWords(button.key) : ToQt(button.toolTip));
     }
   }

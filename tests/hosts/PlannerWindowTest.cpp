@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <sys/file.h>
 
+#include <QAccessible>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QDropEvent>
@@ -13,10 +14,13 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPrinterInfo>
+#include <QScreen>
 #include <QToolButton>
+#include <algorithm>
 
 #include "control/YearPlan.h"
 #include "hosts/yearplan/PlannerSession.h"
+#include "platform/desktop/QtPages.h"
 #include "platform/headless/MemorySettings.h"
 #include "tests/platform/desktop/CalendarText.h"
 #include "tests/platform/desktop/FolderCase.h"
@@ -106,6 +110,37 @@ TEST_F(PlannerWindow, ShowsTheYearOfTheCalendarThroughTheCacheUtility) {
   EXPECT_THAT(Bytes("team.ics").toStdString(), Not(HasSubstr("PLEASE IGNORE")));
 }
 
+TEST_F(PlannerWindow, TabReachesToolbarGridAndLegendInBothDirections) {
+  OpenWith({{"20260504", "Holiday"}});
+  for (const auto key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+    Grid().setFocus();
+    QStringList reached;
+    do {
+      reached << window_.focusWidget()->objectName();
+      QTest::keyClick(window_.focusWidget(), key);
+    } while (window_.focusWidget() != &Grid() && reached.size() < 50);
+    if (key == Qt::Key_Backtab) std::reverse(reached.begin() + 1, reached.end());
+    EXPECT_EQ(reached, QStringList({"pic1", "picCats", "Back", "Next", "Filter", "Print", "Open",
+                                    "Save", "Command1"}));
+  }
+}
+
+TEST_F(PlannerWindow, BandsCanBeReadAndAreScrolledAndTheWindowFitsItsScreen) {
+  Days days;
+  for (int i = 0; i < 60; ++i) days.emplace_back("20260504", "Crowd");
+  Write("team.ics", CalendarOf(days));
+  const QSize first = window_.size();
+  EXPECT_EQ(first.boundedTo(window_.screen()->availableSize()), first);
+  Open(window_);
+  ASSERT_TRUE(Shows(days.size()));
+  const GridGeometry& geometry = Plan().Grid().Geometry();
+  EXPECT_TRUE(geometry.scroll);
+  QtMeasuringPage measuring(geometry.pixel);
+  Font font;
+  font.size = 7;
+  EXPECT_GE(double{geometry.BandHeight}, measuring.Page().Measure("0", font).height);
+}
+
 TEST_F(PlannerWindow, RemarksTellWhatIsNotShownAsTheFileSays) {
   Write("team.ics",
         CalendarOf({{"20260504", "\u4f11\u65e5"}, {"20260506", "Plain"}, {"2026", "Odd"}}));
@@ -114,6 +149,11 @@ TEST_F(PlannerWindow, RemarksTellWhatIsNotShownAsTheFileSays) {
   EXPECT_EQ(remarks->text(), "2 remarks on the file");
   EXPECT_THAT(remarks->toolTip().toStdString(), HasSubstr("1 subject holds characters"));
   EXPECT_THAT(remarks->toolTip().toStdString(), HasSubstr("team.ics:"));
+  for (QWidget* const widget : window_.findChildren<QWidget*>()) {
+    const auto* const spoken = QAccessible::queryAccessibleInterface(widget);
+    const QString description = spoken ? spoken->text(QAccessible::Description) : QString();
+    EXPECT_FALSE(description.contains("<p")) << description.toStdString();
+  }
 }
 
 TEST_F(PlannerWindow, ClickOnABarOpensItsAppointmentAndOkSavesIntoTheFile) {
