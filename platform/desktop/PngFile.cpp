@@ -175,13 +175,13 @@ class RowPacker {
     constexpr std::size_t MostBytesOfPixel = 4;
     bits_.Reserve(MostBytesOfPixel * static_cast<std::size_t>(width_) + 8);
     bits_.Put(codes_.literals[0]);
-    int alike = above ? CountAlike(row, above, width_) : 0;
-    if (alike < width_) sum_.Look(row, width_);
+    const int first = above ? CountAlike(row, above, width_) : 0;
+    if (first < width_) sum_.Look(row, width_);
     sum_.Add(width_);
     for (int x = 0; x < width_;) {
       const int rest = width_ - x;
-      if (x > 0 && above) alike = CountAlike(row + x, above + x, rest);
-      if (alike > 0 && aboveIsNear_) {
+      const bool reaches = above && aboveIsNear_;
+      if (const int alike = !reaches ? 0 : x == 0 ? first : CountAlike(row + x, above + x, rest)) {
         PutMatch(alike, above_);
         x += alike;
       } else if (const int even = x > 0 ? CountEven(row + x, rest) : 0) {
