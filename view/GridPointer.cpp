@@ -70,7 +70,7 @@ PointerRelease GridPointer::MouseUp(MouseButton button) {
   } else if (button == MouseButton::Left && !selectionEnabled_ && !releaseIsDue_) {
     release.open = event_;
   }
-  releaseIsDue_ = false;
+  if (button == MouseButton::Left) releaseIsDue_ = false;
   release.selection = SelectionSince(before);
   return release;
 }
