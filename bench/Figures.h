@@ -10,5 +10,6 @@ void RegisterPointerFigures();
 void RegisterFilterFigures();
 void RegisterExportFigures();
 void RegisterPrintFigures();
+void RegisterRuleFigures();
 
 }  // namespace velkor

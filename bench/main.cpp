@@ -25,6 +25,7 @@ int main(int argc, char** argv) {
   velkor::RegisterFilterFigures();
   velkor::RegisterExportFigures();
   velkor::RegisterPrintFigures();
+  velkor::RegisterRuleFigures();
   velkor::FigureReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
   if (reporter.Missed() > 0) {

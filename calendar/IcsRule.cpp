@@ -182,6 +182,14 @@ class IcsRule::Walk {
       return days == 0 ? 0 : days * times_.CountOn(from);
     }
     if (days_.AreAll() && times_.AreAllRepetitions()) return times_.CountAllRepetitions(from, to);
+    const std::int64_t cycle = 7 * times_.WeeksUntilAlike();
+    const std::int64_t cycles = days_.AreAlikeEachWeek() ? (to - from) / cycle : 0;
+    if (cycles == 0) return CountDayByDay(from, to);
+    const DayNumber rest = from + cycles * cycle;
+    return cycles * CountDayByDay(from, from + cycle) + CountDayByDay(rest, to);
+  }
+
+  std::int64_t CountDayByDay(DayNumber from, DayNumber to) {
     std::int64_t count = 0;
     days_.ForEach(from, to, [&](DayNumber day) {
       count += times_.CountOn(day);

@@ -20,8 +20,8 @@ struct RuleStarts {
 
 /// Finds the starts of one rule, one window after the other. The work grows with the rule's periods
 /// in the windows and the starts there, not with what lies before; where COUNT has to be counted,
-/// an interval that fits neither days nor weeks costs some nanoseconds for each earlier day or
-/// period.
+/// years cost some nanoseconds each, and so do the days of a rule whose interval fits neither days
+/// nor weeks and that picks months, days of a month or of a year.
 class IcsRule {
  public:
   /// @param text   an RRULE value as it stands

@@ -39,102 +39,147 @@ int FirstWeek(int newYear) {
 
 struct RuleDays::YearShape {
   /// Weekday of the first day.
-  int newYear;
-  bool leap;
-  bool leapBefore;
-  bool leapAfter;
-
-  explicit YearShape(year y)
-      : newYear(WeekdayOf(FirstDayOf(y))),
-        leap(y.is_leap()),
-        leapBefore((y - std::chrono::years{1}).is_leap()),
-        leapAfter((y + std::chrono::years{1}).is_leap()) {}
+  int newYear = 0;
+  bool leap = false;
+  bool leapBefore = false;
+  bool leapAfter = false;
 
   /// Of three years in a row one at most is a leap year.
   std::size_t Index() const {
     return static_cast<std::size_t>(newYear * 4 + (leap ? 1 : leapBefore ? 2 : leapAfter ? 3 : 0));
   }
   int Length() const { return leap ? 366 : 365; }
-
-  /// A week's number, from 1, in a year of `weeks` weeks.
-  struct Week {
-    int number;
-    int weeks;
-  };
-  /// The week that a day lies in, which may be one of the year before or after.
-  /// @param dayOfYear  from 0
-  Week WeekOf(int dayOfYear, int weekStart) const {
-    const auto fromWeekStart = [&](int day) { return ((newYear + day - weekStart) % 7 + 14) % 7; };
-    const int lengthBefore = leapBefore ? 366 : 365;
-    const int lengthAfter = leapAfter ? 366 : 365;
-    // Where week 1 begins in the year before, this year, the next one and the one after it.
-    const int before = FirstWeek(fromWeekStart(-lengthBefore)) - lengthBefore;
-    const int here = FirstWeek(fromWeekStart(0));
-    const int next = FirstWeek(fromWeekStart(Length())) + Length();
-    const int last = Length() + lengthAfter;
-    const int afterNext = FirstWeek(fromWeekStart(last)) + last;
-    const auto within = [&](int from, int to) {
-      return Week{(dayOfYear - from) / 7 + 1, (to - from) / 7};
-    };
-    if (dayOfYear < here) return within(before, here);
-    return dayOfYear < next ? within(here, next) : within(next, afterNext);
-  }
 };
 
-RuleDays::RuleDays(const RuleParts& parts, DayNumber first) : parts_(WithDaysOf(parts, first)) {}
+namespace {
 
-bool RuleDays::LimitsMoreThanWeekdays() const {
-  return parts_.months.any() || !parts_.monthDays.IsEmpty() || !parts_.yearDays.IsEmpty() ||
-         !parts_.weeks.IsEmpty();
+/// Numbers the weeks of a year; its first and last days may lie in one of the year before or
+/// after.
+class Weeks {
+ public:
+  template <typename Shape>
+  Weeks(const Shape& shape, int weekStart) {
+    const auto weekOne = [&](int newYear) {
+      return newYear + FirstWeek(((shape.newYear + newYear - weekStart) % 7 + 14) % 7);
+    };
+    const int lengthBefore = shape.leapBefore ? 366 : 365;
+    const int lengthAfter = shape.leapAfter ? 366 : 365;
+    before_ = weekOne(-lengthBefore);
+    here_ = weekOne(0);
+    next_ = weekOne(shape.Length());
+    afterNext_ = weekOne(shape.Length() + lengthAfter);
+  }
+
+  /// @param dayOfYear  from 0
+  bool Has(const Ordinals& numbers, int dayOfYear) const {
+    const auto within = [&](int from, int to) {
+      return numbers.Has((dayOfYear - from) / 7 + 1, (to - from) / 7);
+    };
+    if (dayOfYear < here_) return within(before_, here_);
+    return dayOfYear < next_ ? within(here_, next_) : within(next_, afterNext_);
+  }
+
+ private:
+  /// Where week 1 begins, in the year before, this year and the two after it.
+  int before_;
+  int here_;
+  int next_;
+  int afterNext_;
+};
+
+/// Leaves out the days of a month, from 0, for which a test says no.
+template <typename Test>
+std::uint32_t Filtered(std::uint32_t days, Test&& test) {
+  for (std::uint32_t left = days; left != 0; left &= left - 1) {
+    const int day = std::countr_zero(left);
+    if (!test(day)) days &= ~(std::uint32_t{1} << day);
+  }
+  return days;
 }
 
-bool RuleDays::IsWeekdayHere(int weekday, int dayOfMonth, int monthLength, int dayOfYear,
-                             int yearLength) const {
-  const auto index = static_cast<std::size_t>(weekday);
-  const Ordinals& numbers = parts_.numberedWeekdays[index];
-  if (parts_.weekdays.test(index)) return true;
-  if (numbers.IsEmpty()) return false;
-  // Shorter periods have each weekday at most once.
-  if (parts_.frequency < RuleFrequency::Monthly) return true;
-  const bool inMonth = parts_.frequency == RuleFrequency::Monthly || parts_.months.any();
-  const int day = inMonth ? dayOfMonth : dayOfYear;
-  const int length = inMonth ? monthLength : yearLength;
-  const int number = (day - 1) / 7 + 1;
-  return numbers.Has(number, number + (length - day) / 7);
+}  // namespace
+
+RuleDays::RuleDays(const RuleParts& parts, DayNumber first)
+    : parts_(WithDaysOf(parts, first)),
+      anyWeekday_(!parts_.HasWeekdays()),
+      // Periods shorter than a month have each weekday at most once.
+      numbersWeekdays_(parts_.NumbersWeekdays() && parts_.frequency >= RuleFrequency::Monthly),
+      areAlikeEachWeek_(parts_.months.none() && parts_.monthDays.IsEmpty() &&
+                        parts_.yearDays.IsEmpty() && parts_.weeks.IsEmpty() && !numbersWeekdays_) {
+  for (std::size_t weekday = 0; weekday < 7 && !numbersWeekdays_; ++weekday) {
+    if (!parts_.numberedWeekdays[weekday].IsEmpty()) parts_.weekdays.set(weekday);
+  }
 }
 
-RuleDays::Year RuleDays::WorkOut(const YearShape& shape) const {
+/// The days of a month, from 0, whose weekdays the rule names.
+std::uint32_t RuleDays::WeekdaysIn(int monthBegin, int monthLength, const YearShape& shape) {
+  const int firstWeekday = (shape.newYear + monthBegin) % 7;
+  const auto named = static_cast<std::uint32_t>(parts_.weekdays.to_ulong());
+  const std::uint32_t week = (named >> firstWeekday | named << (7 - firstWeekday)) & 0x7F;
+  const std::uint32_t days = week | week << 7 | week << 14 | week << 21 | week << 28;
+  if (!numbersWeekdays_) return days;
+  if (parts_.frequency == RuleFrequency::Yearly && parts_.months.none()) {
+    return days | NumberedWeekdaysIn(firstWeekday, monthLength, monthBegin, shape.Length());
+  }
+  std::uint32_t& known =
+      numberedInMonth_.at(static_cast<std::size_t>(firstWeekday * 4 + monthLength - 28));
+  if (known == 0) known = NumberedWeekdaysIn(firstWeekday, monthLength, 0, monthLength);
+  return days | known;
+}
+
+/// @param before, length  days of the period that the numbers count in before the month, and all
+std::uint32_t RuleDays::NumberedWeekdaysIn(int firstWeekday, int monthLength, int before,
+                                           int length) const {
+  std::uint32_t days = 0;
+  for (int weekday = 0; weekday < 7; ++weekday) {
+    const Ordinals& numbers = parts_.numberedWeekdays[static_cast<std::size_t>(weekday)];
+    if (numbers.IsEmpty()) continue;
+    for (int day = (weekday - firstWeekday + 7) % 7; day < monthLength; day += 7) {
+      const int at = before + day;
+      const int number = at / 7 + 1;
+      if (numbers.Has(number, number + (length - 1 - at) / 7)) days |= std::uint32_t{1} << day;
+    }
+  }
+  return days;
+}
+
+RuleDays::Year RuleDays::WorkOut(const YearShape& shape) {
   static constexpr std::array<int, 12> Lengths{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  const bool anyWeekday = !parts_.HasWeekdays();
+  std::optional<Weeks> weeks;
+  if (!parts_.weeks.IsEmpty()) weeks.emplace(shape, parts_.weekStart);
   Year result;
   int monthBegin = 0;
   for (std::size_t month = 0; month < Lengths.size(); ++month) {
     const int length = Lengths[month] + (month == 1 && shape.leap ? 1 : 0);
-    const bool skips = parts_.months.any() && !parts_.months.test(month + 1);
-    for (int day = 0; day < length && !skips; ++day) {
-      const int dayOfYear = monthBegin + day;
-      if (!parts_.monthDays.IsEmpty() && !parts_.monthDays.Has(day + 1, length)) continue;
-      if (!parts_.yearDays.IsEmpty() && !parts_.yearDays.Has(dayOfYear + 1, shape.Length())) {
-        continue;
-      }
-      const int weekday = (shape.newYear + dayOfYear) % 7;
-      if (!anyWeekday && !IsWeekdayHere(weekday, day + 1, length, dayOfYear + 1, shape.Length())) {
-        continue;
-      }
-      if (!parts_.weeks.IsEmpty()) {
-        const auto [number, weeks] = shape.WeekOf(dayOfYear, parts_.weekStart);
-        if (!parts_.weeks.Has(number, weeks)) continue;
-      }
-      result.months[month] |= std::uint32_t{1} << static_cast<unsigned>(day);
-      ++result.days;
+    std::uint32_t days = ~std::uint32_t{0} >> (32 - length);
+    if (parts_.months.any() && !parts_.months.test(month + 1)) days = 0;
+    if (!anyWeekday_) days &= WeekdaysIn(monthBegin, length, shape);
+    if (!parts_.monthDays.IsEmpty()) {
+      days = Filtered(days, [&](int day) { return parts_.monthDays.Has(day + 1, length); });
     }
+    if (!parts_.yearDays.IsEmpty()) {
+      days = Filtered(
+          days, [&](int day) { return parts_.yearDays.Has(monthBegin + day + 1, shape.Length()); });
+    }
+    if (weeks) {
+      days = Filtered(days, [&](int day) { return weeks->Has(parts_.weeks, monthBegin + day); });
+    }
+    result.months[month] = days;
+    result.days += std::popcount(days);
     monthBegin += length;
   }
   return result;
 }
 
 const RuleDays::Year& RuleDays::In(year y) {
-  const YearShape shape(y);
+  // What makes no difference to the rule makes no kind of its own.
+  YearShape shape;
+  shape.leap = y.is_leap();
+  if (!anyWeekday_ || !parts_.weeks.IsEmpty()) shape.newYear = WeekdayOf(FirstDayOf(y));
+  if (!parts_.weeks.IsEmpty()) {
+    shape.leapBefore = (y - std::chrono::years{1}).is_leap();
+    shape.leapAfter = (y + std::chrono::years{1}).is_leap();
+  }
   std::optional<Year>& known = years_[shape.Index()];
   if (!known) known = WorkOut(shape);
   return *known;
@@ -151,19 +196,31 @@ RuleDays::MonthPiece RuleDays::PieceFrom(DayNumber day, DayNumber to) {
 }
 
 std::int64_t RuleDays::Count(DayNumber from, DayNumber to) {
+  if (AreAll()) return std::max<std::int64_t>(to - from, 0);
+  if (!areAlikeEachWeek_) return CountByYears(from, to);
+  const std::int64_t weeks = std::max<std::int64_t>(to - from, 0) / 7;
+  return weeks * static_cast<std::int64_t>(parts_.weekdays.count()) +
+         CountByYears(from + weeks * 7, to);
+}
+
+std::int64_t RuleDays::CountByYears(DayNumber from, DayNumber to) {
   std::int64_t count = 0;
-  for (DayNumber day = from; day < to;) {
-    const std::chrono::year_month_day date{ToSysDays(day)};
-    const DayNumber yearEnd = FirstDayOf(date.year() + std::chrono::years{1});
-    if (date.month() == January && date.day() == std::chrono::day{1} && yearEnd <= to) {
-      count += In(date.year()).days;
-      day = yearEnd;
-    } else {
-      const MonthPiece piece = PieceFrom(day, to);
+  const auto countMonths = [&](DayNumber begin, DayNumber end) {
+    while (begin < end) {
+      const MonthPiece piece = PieceFrom(begin, end);
       count += std::popcount(piece.days);
-      day = piece.end;
+      begin = piece.end;
     }
+  };
+  year y = std::chrono::year_month_day{ToSysDays(from)}.year();
+  if (FirstDayOf(y) < from) ++y;
+  DayNumber newYear = FirstDayOf(y);
+  countMonths(from, std::min(newYear, to));
+  for (; newYear + 366 <= to; ++y) {
+    count += In(y).days;
+    newYear += y.is_leap() ? 366 : 365;
   }
+  countMonths(newYear, to);
   return count;
 }
 

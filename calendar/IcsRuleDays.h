@@ -29,7 +29,7 @@ constexpr int WeekdayOf(DayNumber day) {
 
 /// The rule's days, those of its positions and times not considered: every part that names days
 /// leaves out those that it does not name. Years of one kind have the same days, so each of the
-/// 28 kinds is worked out once.
+/// 28 kinds at most is worked out once.
 class RuleDays {
  public:
   /// @param first  gives what the rule does not say: a weekly rule without a weekday has that of
@@ -37,9 +37,9 @@ class RuleDays {
   RuleDays(const RuleParts& parts, DayNumber first);
 
   /// True when no day is left out.
-  bool AreAll() const { return !LimitsMoreThanWeekdays() && !parts_.HasWeekdays(); }
-  /// For a weekly rule: true when each week has the same days.
-  bool AreAlikeEachWeek() const { return !LimitsMoreThanWeekdays(); }
+  bool AreAll() const { return areAlikeEachWeek_ && anyWeekday_; }
+  /// True when each week has the same days.
+  bool AreAlikeEachWeek() const { return areAlikeEachWeek_; }
 
   /// How many lie in [from, to).
   std::int64_t Count(DayNumber from, DayNumber to);
@@ -72,16 +72,21 @@ class RuleDays {
   /// What tells one kind of year from another.
   struct YearShape;
 
-  bool LimitsMoreThanWeekdays() const;
   const Year& In(std::chrono::year year);
   /// From `day` to the end of its month, `to` at the latest.
   MonthPiece PieceFrom(DayNumber day, DayNumber to);
-  Year WorkOut(const YearShape& shape) const;
-  bool IsWeekdayHere(int weekday, int dayOfMonth, int monthLength, int dayOfYear,
-                     int yearLength) const;
+  std::int64_t CountByYears(DayNumber from, DayNumber to);
+  Year WorkOut(const YearShape& shape);
+  std::uint32_t WeekdaysIn(int monthBegin, int monthLength, const YearShape& shape);
+  std::uint32_t NumberedWeekdaysIn(int firstWeekday, int monthLength, int before, int length) const;
 
   RuleParts parts_;
+  bool anyWeekday_;
+  bool numbersWeekdays_;
+  bool areAlikeEachWeek_;
   std::array<std::optional<Year>, 28> years_;
+  /// Numbered weekdays of a month by its first weekday and its length; 0 until worked out.
+  std::array<std::uint32_t, 28> numberedInMonth_{};
 };
 
 }  // namespace velkor

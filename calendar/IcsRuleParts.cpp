@@ -185,9 +185,9 @@ class RuleReader {
 
 }  // namespace
 
-bool RuleParts::HasWeekdays() const {
-  return weekdays.any() || std::any_of(numberedWeekdays.begin(), numberedWeekdays.end(),
-                                       [](const Ordinals& numbers) { return !numbers.IsEmpty(); });
+bool RuleParts::NumbersWeekdays() const {
+  return std::any_of(numberedWeekdays.begin(), numberedWeekdays.end(),
+                     [](const Ordinals& numbers) { return !numbers.IsEmpty(); });
 }
 
 RuleReading ReadRule(std::string_view text) {

@@ -57,7 +57,8 @@ struct RuleParts {
   /// BYSETPOS.
   std::set<int> places;
 
-  bool HasWeekdays() const;
+  bool NumbersWeekdays() const;
+  bool HasWeekdays() const { return weekdays.any() || NumbersWeekdays(); }
 };
 
 /// What reading a rule came to.

@@ -3,6 +3,7 @@
 
 #include <bitset>
 #include <cstdint>
+#include <numeric>
 #include <vector>
 
 #include "calendar/IcsRuleDays.h"
@@ -27,6 +28,8 @@ class RuleTimes {
   std::int64_t CountOn(DayNumber day);
   /// True when they are the same on each day.
   bool AreAlike() const { return unitsPerDay_ % interval_ == 0; }
+  /// After so many weeks the same times come on the same weekdays again.
+  std::int64_t WeeksUntilAlike() const { return interval_ / std::gcd(interval_, 7 * unitsPerDay_); }
   /// True when all repetitions count: none falls on an hour, minute or second that is left out.
   bool AreAllRepetitions() const { return hours_.all() && minutes_.all() && seconds_.all(); }
   /// The times on all days in [from, to) together, when all repetitions count.
