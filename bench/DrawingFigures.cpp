@@ -89,7 +89,7 @@ RunFigure EncodingFigure(std::size_t events) {
       grid.Resize({face.picParent.Width(), face.picParent.Height()}, ScrollBarWidth, {});
     };
     resize();
-    if (grid.Geometry().scroll) size.height = LeastControlHeight(grid.Layout(), {});
+    if (grid.Geometry().scroll) size.height = LeastControlHeight(grid, {});
     resize();
     FixedLocale locale;
     const FaceContent content{"Year 2026", Locale::LoadCalendarNames(locale, locale.locale), Font{},

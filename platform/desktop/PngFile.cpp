@@ -100,45 +100,41 @@ class BitWriter {
   int count_ = 0;
 };
 
-/// The check sum of a stream (Adler-32), a row at a time.
+/// The check sum of a stream (Adler-32), a row at a time. A row adds the sum of its bytes, and each
+/// of them as often as bytes follow, with itself; both change only where a row differs from the one
+/// before.
 class RowSum {
  public:
-  /// What a row adds: the sum of its bytes, and each of them as often as bytes follow, with itself.
-  void Look(const QRgb* row, int width) {
-    constexpr int Block = 64;
-    sum_ = 0;
-    weighted_ = 0;
-    for (int begin = 0; begin < width; begin += Block) {
-      const int end = std::min(begin + Block, width);
-      std::uint32_t sum = 0;
-      std::uint32_t weighted = 0;
-      for (int x = begin; x < end; ++x) {
-        const auto red = static_cast<std::uint32_t>(qRed(row[x]));
-        const auto green = static_cast<std::uint32_t>(qGreen(row[x]));
-        const std::uint32_t all = red + green + static_cast<std::uint32_t>(qBlue(row[x]));
-        sum += all;
-        weighted +=
-            all * (BytesPerPixel * static_cast<std::uint32_t>(end - x) - 2) + 2 * red + green;
-      }
-      sum_ += sum;
-      weighted_ +=
-          weighted + std::uint64_t{sum} * BytesPerPixel * static_cast<unsigned>(width - end);
+  explicit RowSum(int width) : width_(width) {}
+
+  /// Pixels from `begin` to `end` count instead of those of the row before; null: there is none.
+  void Replace(const QRgb* row, const QRgb* before, int begin, int end) {
+    for (int x = begin; x < end; ++x) {
+      Count(row[x], x);
+      if (before) Count(before[x], x, -1);
     }
   }
-
-  /// Counts the row that was looked at last, and the byte 0 before it.
-  void Add(int width) {
+  /// Ends a row, which has a byte 0 before it.
+  void EndRow() {
     constexpr std::uint64_t Modulus = 65521;
-    const std::uint64_t length = std::uint64_t{BytesPerPixel} * static_cast<unsigned>(width) + 1;
-    high_ = (high_ + length * low_ + weighted_) % Modulus;
-    low_ = (low_ + sum_) % Modulus;
+    const std::uint64_t length = std::uint64_t{BytesPerPixel} * static_cast<unsigned>(width_) + 1;
+    high_ = (high_ + length * low_ + static_cast<std::uint64_t>(weighted_)) % Modulus;
+    low_ = (low_ + static_cast<std::uint64_t>(sum_)) % Modulus;
   }
 
   std::uint32_t Value() const { return static_cast<std::uint32_t>(high_ << 16 | low_); }
 
  private:
-  std::uint64_t sum_ = 0;
-  std::uint64_t weighted_ = 0;
+  void Count(QRgb pixel, int x, int times = 1) {
+    const int sum = qRed(pixel) + qGreen(pixel) + qBlue(pixel);
+    const int after = static_cast<int>(BytesPerPixel) * (width_ - x - 1);
+    sum_ += times * sum;
+    weighted_ += times * (std::int64_t{sum} * (after + 1) + 2 * qRed(pixel) + qGreen(pixel));
+  }
+
+  int width_;
+  std::int64_t sum_ = 0;
+  std::int64_t weighted_ = 0;
   std::uint64_t low_ = 1;
   std::uint64_t high_ = 0;
 };
@@ -162,7 +158,8 @@ class RowPacker {
       : width_(width),
         left_(DistanceCode(BytesPerPixel)),
         aboveIsNear_(RowLength() <= FarthestMatch),
-        above_(DistanceCode(aboveIsNear_ ? RowLength() : 1)) {
+        above_(DistanceCode(aboveIsNear_ ? RowLength() : 1)),
+        sum_(width) {
     constexpr std::uint32_t StreamHeader = 0x0178;
     constexpr Code LastBlockOfFixedCodes{0b011, 3};
     bits_.Reserve(8);
@@ -175,22 +172,25 @@ class RowPacker {
     constexpr std::size_t MostBytesOfPixel = 4;
     bits_.Reserve(MostBytesOfPixel * static_cast<std::size_t>(width_) + 8);
     bits_.Put(codes_.literals[0]);
-    const int first = above ? CountAlike(row, above, width_) : 0;
-    if (first < width_) sum_.Look(row, width_);
-    sum_.Add(width_);
+    const QRgb* const match = aboveIsNear_ ? above : nullptr;
     for (int x = 0; x < width_;) {
       const int rest = width_ - x;
-      const bool reaches = above && aboveIsNear_;
-      if (const int alike = !reaches ? 0 : x == 0 ? first : CountAlike(row + x, above + x, rest)) {
+      if (const int alike = match ? CountAlike(row + x, match + x, rest) : 0) {
         PutMatch(alike, above_);
         x += alike;
-      } else if (const int even = x > 0 ? CountEven(row + x, rest) : 0) {
-        PutMatch(even, left_);
-        x += even;
-      } else {
-        PutPixel(row[x++]);
+        continue;
       }
+      const int even = x > 0 ? CountEven(row + x, rest) : 0;
+      if (even > 0) {
+        PutMatch(even, left_);
+      } else {
+        PutPixel(row[x]);
+      }
+      const int end = x + std::max(even, 1);
+      sum_.Replace(row, above, x, end);
+      x = end;
     }
+    sum_.EndRow();
   }
 
   QByteArray Finish();
