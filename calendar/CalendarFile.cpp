@@ -1,4 +1,4 @@
-// calendar/CalendarFile.cpp: lock, read, work file, look again, rename.
+// calendar/CalendarFile.cpp: lock, read, work file, look again, rename or write.
 #include "calendar/CalendarFile.h"
 
 #include <fcntl.h>
@@ -11,44 +11,15 @@
 #include <string_view>
 #include <system_error>
 #include <thread>
-#include <utility>
 
+#include "calendar/FileAttributes.h"
+#include "calendar/OpenFile.h"
+#include "calendar/SaveRecord.h"
 #include "calendar/ShortHash.h"
-#include "platform/WholeFile.h"
 #include "support/values/Error.h"
 
 namespace velkor {
 namespace {
-
-[[noreturn]] void Fail(long number, const std::string& path, const std::string& why) {
-  throw Error(number, "The calendar file " + path + " could not be saved: " + why + ".",
-              "Calendar");
-}
-
-[[noreturn]] void Fail(const std::string& path, int code) {
-  const bool refused = code == EACCES || code == EPERM || code == EROFS;
-  const long number = code == ENOENT ? errors::FileNotFound
-                      : refused      ? errors::BadFileMode
-                                     : errors::DeviceInputOutput;
-  Fail(number, path, std::generic_category().message(code));
-}
-
-/// An open file, closed at the end of its life.
-class OpenFile {
- public:
-  explicit OpenFile(int descriptor) : descriptor_(descriptor) {}
-  ~OpenFile() {
-    if (descriptor_ >= 0) ::close(descriptor_);
-  }
-  OpenFile(OpenFile&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
-  OpenFile& operator=(OpenFile&&) = delete;
-
-  bool IsOpen() const { return descriptor_ >= 0; }
-  int Descriptor() const { return descriptor_; }
-
- private:
-  int descriptor_;
-};
 
 std::int64_t Nanoseconds(const timespec& time) {
   return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
@@ -67,7 +38,7 @@ std::optional<FileMark> MarkAt(int folder, const std::string& name) {
 
 struct stat StatusOf(const OpenFile& file, const std::string& path) {
   struct stat status {};
-  if (::fstat(file.Descriptor(), &status) != 0) Fail(path, errno);
+  if (::fstat(file.Descriptor(), &status) != 0) FailToSave(path, errno);
   return status;
 }
 
@@ -77,7 +48,7 @@ constexpr std::chrono::milliseconds Pause{10};
 
 void PauseUntil(TimePoint deadline, const std::string& path) {
   if (std::chrono::steady_clock::now() >= deadline) {
-    Fail(errors::FileAlreadyOpen, path, "another program holds it");
+    FailToSave(errors::FileAlreadyOpen, path, "another program holds it");
   }
   std::this_thread::sleep_for(Pause);
 }
@@ -94,9 +65,9 @@ class LockedPlace {
         name_(target.filename().string()),
         folder_(::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)),
         deadline_(deadline) {
-    if (!folder_.IsOpen()) Fail(path_, errno);
+    if (!folder_.IsOpen()) FailToSave(path_, errno);
     while (::flock(folder_.Descriptor(), LOCK_EX | LOCK_NB) != 0) {
-      if (errno != EWOULDBLOCK && errno != EINTR) Fail(path_, errno);
+      if (errno != EWOULDBLOCK && errno != EINTR) FailToSave(path_, errno);
       PauseUntil(deadline_, path_);
     }
   }
@@ -111,13 +82,14 @@ class LockedPlace {
     while (true) {
       OpenFile file(
           ::openat(Folder(), name_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-      if (!file.IsOpen()) Fail(path_, errno);
+      if (!file.IsOpen()) FailToSave(path_, errno);
       const struct stat status = StatusOf(file, path_);
-      if (!S_ISREG(status.st_mode)) Fail(errors::BadFileName, path_, "it is no ordinary file");
+      if (!S_ISREG(status.st_mode))
+        FailToSave(errors::BadFileName, path_, "it is no ordinary file");
       // The superuser may write everywhere; a file that nobody may write is still meant to stay.
       const bool writable = (status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0;
       if (!writable || ::faccessat(Folder(), name_.c_str(), W_OK, 0) != 0) {
-        Fail(errors::BadFileMode, path_, "it is write-protected");
+        FailToSave(errors::BadFileMode, path_, "it is write-protected");
       }
       // Some file systems in a network lock no file that is open for reading.
       const bool isHeld =
@@ -146,32 +118,9 @@ bool MayBeInWriting(const FileMark& mark) {
   return mark.modified == mark.changed && age >= std::chrono::nanoseconds(0) && age < Quiet;
 }
 
-std::string ReadAll(const OpenFile& file, const std::string& path, std::size_t size) {
-  if (::lseek(file.Descriptor(), 0, SEEK_SET) != 0) Fail(path, errno);
-  return ReadWhole(path, size, [&](char* place, std::size_t room) {
-    ssize_t got = -1;
-    do {
-      got = ::read(file.Descriptor(), place, room);
-    } while (got < 0 && errno == EINTR);
-    if (got < 0) Fail(path, errno);
-    return static_cast<std::size_t>(got);
-  });
-}
-
-void WriteAll(const OpenFile& file, std::string_view bytes, const std::string& path) {
-  while (!bytes.empty()) {
-    const ssize_t written = ::write(file.Descriptor(), bytes.data(), bytes.size());
-    if (written >= 0) {
-      bytes.remove_prefix(static_cast<std::size_t>(written));
-    } else if (errno != EINTR) {
-      Fail(path, errno);
-    }
-  }
-}
-
-/// The new file under its own name, beside the old one, deleted unless it was renamed. The name is
-/// always the same for one calendar, whose place is locked, so that a run that was stopped leaves
-/// no more than one.
+/// A new file under a name of its own beside the calendar, deleted unless it was renamed. The name
+/// is always the same for one calendar, whose place is locked, so that a run that was stopped
+/// leaves no more than one.
 class WorkFile {
  public:
   explicit WorkFile(const LockedPlace& place)
@@ -182,26 +131,17 @@ class WorkFile {
   WorkFile(const WorkFile&) = delete;
   WorkFile& operator=(const WorkFile&) = delete;
 
-  void Fill(std::string_view bytes, const struct stat& old) {
-    const std::string& path = place_.Path();
-    WriteAll(file_, bytes, path);
-    // Only the superuser may give a file away; a group of our own can be kept.
-    if (::fchown(file_.Descriptor(), old.st_uid, old.st_gid) != 0 &&
-        ::fchown(file_.Descriptor(), static_cast<uid_t>(-1), old.st_gid) != 0) {
-      // The file then belongs to whoever saved it.
-    }
-    constexpr mode_t Permissions = 07777;
-    if (::fchmod(file_.Descriptor(), old.st_mode & Permissions) != 0) Fail(path, errno);
-    if (::fsync(file_.Descriptor()) != 0) Fail(path, errno);
+  const OpenFile& File() const { return file_; }
+  void Fill(std::string_view bytes) {
+    WriteAll(file_, bytes, place_.Path());
+    if (::fsync(file_.Descriptor()) != 0) FailToSave(place_.Path(), errno);
   }
-
-  FileMark MoveOver() {
-    if (::renameat(place_.Folder(), name_.c_str(), place_.Folder(), place_.Name().c_str()) != 0) {
-      Fail(place_.Path(), errno);
+  void MoveTo(const std::string& name) {
+    if (::renameat(place_.Folder(), name_.c_str(), place_.Folder(), name.c_str()) != 0) {
+      FailToSave(place_.Path(), errno);
     }
     renamed_ = true;
     ::fsync(place_.Folder());
-    return MarkOf(StatusOf(file_, place_.Path()));
   }
 
  private:
@@ -211,8 +151,9 @@ class WorkFile {
                                     O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (descriptor < 0) {
       const int code = errno;
-      Fail(code == EEXIST ? errors::FileAlreadyOpen : errors::BadFileMode, place_.Path(),
-           "no work file can be written beside it (" + std::generic_category().message(code) + ")");
+      FailToSave(
+          code == EEXIST ? errors::FileAlreadyOpen : errors::BadFileMode, place_.Path(),
+          "no work file can be written beside it (" + std::generic_category().message(code) + ")");
     }
     return descriptor;
   }
@@ -223,21 +164,57 @@ class WorkFile {
   bool renamed_ = false;
 };
 
+std::filesystem::path TargetOf(const std::string& path) {
+  std::error_code code;
+  std::filesystem::path target = std::filesystem::canonical(path, code);
+  if (code) FailToSave(path, code.value());
+  return target;
+}
+
+SaveRecord RecordAt(const LockedPlace& place) {
+  return {place.Folder(), place.Name(), place.Path()};
+}
+
+/// Gives a file new bytes as long as its mark is `before`.
+/// @return the mark it has then; none when it has another by now
+std::optional<FileMark> Exchange(const LockedPlace& place, const OpenFile& file,
+                                 const FileMark& before, std::string_view oldBytes,
+                                 std::string_view newBytes) {
+  WorkFile work(place);
+  const struct stat status = StatusOf(file, place.Path());
+  const SaveRecord record = RecordAt(place);
+  const bool replaces =
+      status.st_nlink == 1 && CopyAttributes(file.Descriptor(), work.File().Descriptor());
+  work.Fill(replaces ? newBytes : SaveRecord::Text(before.file, oldBytes, newBytes));
+  if (place.Mark() != before) return std::nullopt;
+  work.MoveTo(replaces ? place.Name() : record.Name());
+  // Of the very file: its name may be another program's again.
+  if (!record.Finish()) return std::nullopt;
+  return MarkOf(StatusOf(replaces ? work.File() : file, place.Path()));
+}
+
 }  // namespace
 
 std::optional<FileMark> CalendarFile::Mark() const {
   return MarkAt(AT_FDCWD, path_);
 }
 
+void CalendarFile::FinishStoppedSave() const {
+  const std::filesystem::path target = TargetOf(path_);
+  const OpenFile folder(::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!folder.IsOpen()) return;
+  if (!SaveRecord(folder.Descriptor(), target.filename().string(), path_).Exists()) return;
+  const LockedPlace place(target, path_, std::chrono::steady_clock::now() + options_.patience);
+  RecordAt(place).Finish();
+}
+
 CalendarFile::Replacement CalendarFile::Replace(
     const std::function<std::string(const std::string&)>& edit) {
   constexpr int Attempts = 20;
   constexpr std::chrono::seconds MostWaiting{1};
-  std::error_code code;
-  const std::filesystem::path target = std::filesystem::canonical(path_, code);
-  if (code) Fail(path_, code.value());
-  const TimePoint begin = std::chrono::steady_clock::now();
-  const LockedPlace place(target, path_, begin + options_.patience);
+  const LockedPlace place(TargetOf(path_), path_,
+                          std::chrono::steady_clock::now() + options_.patience);
+  RecordAt(place).Finish();
   const TimePoint quietUntil = std::chrono::steady_clock::now() + MostWaiting;
   for (int attempt = 0; attempt < Attempts; ++attempt) {
     const OpenFile file = place.Open();
@@ -249,18 +226,17 @@ CalendarFile::Replacement CalendarFile::Replace(
     }
     const FileMark before = MarkOf(status);
     const auto size = static_cast<std::size_t>(status.st_size);
-    if (size > options_.largest) Fail(errors::BadFileMode, path_, "it is too large");
+    if (size > options_.largest) FailToSave(errors::BadFileMode, path_, "it is too large");
     const std::string bytes = ReadAll(file, path_, size);
     if (place.Mark() != before) continue;
     const std::string edited = edit(bytes);
     if (edited == bytes) return {before, before};
-    WorkFile work(place);
-    work.Fill(edited, status);
-    if (place.Mark() != before) continue;
-    written_ = work.MoveOver();
-    return {before, *written_};
+    const auto after = Exchange(place, file, before, bytes, edited);
+    if (!after) continue;
+    written_ = after;
+    return {before, *after};
   }
-  Fail(errors::FileAlreadyOpen, path_, "another program keeps changing it");
+  FailToSave(errors::FileAlreadyOpen, path_, "another program keeps changing it");
 }
 
 }  // namespace velkor

@@ -51,10 +51,17 @@ class CalendarFile {
   /// whoever looks, whenever the program is stopped, finds the old file or the new one, whole.
   /// Only one of our programs at a time does this in a folder. When another program changed the
   /// file meanwhile, `edit` is called again with the new bytes; one that seems to be writing into
-  /// the file at this moment is waited for, up to a second. Permissions are kept, the owner where
-  /// the system lets us. Throws what `edit` throws, and Error (a file error number) that names the
-  /// file and what is wrong with it; the file is then as it was.
+  /// the file at this moment is waited for, up to a second. Permissions, access control lists and
+  /// extended attributes are kept, the owner where the system lets us. A file that has other names
+  /// as well (hard links), or attributes that no other file can be given, is written into; when the
+  /// program is stopped then, FinishStoppedSave or the next call of this ends it. Throws what
+  /// `edit` throws, and Error (a file error number) that names the file and what is wrong with it;
+  /// the file is then as it was.
   Replacement Replace(const std::function<std::string(const std::string&)>& edit);
+
+  /// Ends what a stopped save into the file has begun, once no other of our programs is saving.
+  /// Throws Error as Replace does.
+  void FinishStoppedSave() const;
 
  private:
   std::string path_;

@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <utility>
 
+#include "calendar/CalendarFile.h"
 #include "calendar/IcsAnswer.h"
 #include "calendar/ShortHash.h"
 #include "support/values/Error.h"
@@ -44,6 +45,15 @@ void Abandon(std::unique_ptr<QProcess> process) {
   QObject::connect(left, &QProcess::finished, left, &QObject::deleteLater);
 }
 
+/// What a stopped save left is no reason not to read; the next save tells when it stays.
+void FinishStoppedSave(const std::string& path) {
+  try {
+    CalendarFile(path).FinishStoppedSave();
+  } catch (const Error&) {
+    // The file may be gone, or for reading only.
+  }
+}
+
 std::string FolderIdOf(const std::string& path) {
   return ShortHash(QFileInfo(QString::fromStdString(path)).absoluteFilePath().toStdString());
 }
@@ -55,6 +65,7 @@ IcsReading::IcsReading(std::string path, const DateWindow& window, const IcsRead
       timeLimit_(options.timeLimit),
       process_(std::make_unique<QProcess>()),
       receiver_(std::make_unique<QObject>()) {
+  FinishStoppedSave(path_);
   process_->setStandardInputFile(QProcess::nullDevice());
   process_->setStandardErrorFile(QProcess::nullDevice());
   const auto hear = [this](auto signal, auto slot) {

@@ -5,9 +5,13 @@
 #include <gmock/gmock.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
+
+#include <array>
 
 #include "calendar/EmbeddedOutlook.h"
 #include "calendar/IcsEditor.h"
+#include "calendar/SaveRecord.h"
 #include "calendar/ShortHash.h"
 #include "platform/headless/FixedLocale.h"
 #include "support/values/Text.h"
@@ -230,17 +234,94 @@ TEST_F(IcsCalendarTest, AFileThatMayNotBeWrittenRefusesAndNothingIsLost) {
   EXPECT_EQ(Read(), good);
 }
 
-TEST_F(IcsCalendarTest, PermissionsAndSymbolicLinksStay) {
+/// An access control list as the system has it (acl(5)): rights of the owner, of user 1234, of the
+/// group, the mask, and of all others.
+std::string AccessList(const std::array<char, 5>& rights) {
+  constexpr std::array<char, 5> Tags{0x01, 0x02, 0x04, 0x10, 0x20};
+  std::string list("\2\0\0\0", 4);
+  for (std::size_t i = 0; i < Tags.size(); ++i) {
+    const std::string id = Tags[i] == 0x02 ? std::string("\xD2\x04\0\0", 4) : "\xFF\xFF\xFF\xFF";
+    list.append({Tags[i], '\0', rights[i], '\0'}).append(id);
+  }
+  return list;
+}
+
+std::string AttributeOf(const std::string& path, const char* name) {
+  std::string value(1000, '\0');
+  const ssize_t size = getxattr(path.c_str(), name, value.data(), value.size());
+  return size < 0 ? "none" : value.substr(0, static_cast<std::size_t>(size));
+}
+
+bool SetAttribute(const std::string& path, const char* name, const std::string& value) {
+  return setxattr(path.c_str(), name, value.data(), value.size(), 0) == 0;
+}
+
+TEST_F(IcsCalendarTest, WhatAFileHasBesidesItsBytesStays) {
   const std::string link = folder_ + "/link.ics";
   fs::create_symlink("team.ics", link);
+  const auto mode = [&] { return static_cast<unsigned>(fs::status(path_).permissions()); };
+  const auto save = [&](const std::string& from, const std::string& to) {
+    Window(link).Rename(from, to);
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_THAT(Read(), HasSubstr("SUMMARY:" + to));
+  };
   chmod(path_.c_str(), 0640);
-  Window window(link);
-  window.Rename("a", "c");
-  EXPECT_TRUE(fs::is_symlink(link));
-  EXPECT_THAT(Read(), HasSubstr("SUMMARY:c"));
+  save("a", "c");
+  EXPECT_EQ(mode(), 0640U);
+
+  const std::string list = AccessList({6, 6, 4, 6, 0});
+  const char* const access = "system.posix_acl_access";
+  if (!SetAttribute(path_, "user.note", "mine") || !SetAttribute(path_, access, list)) {
+    GTEST_SKIP() << "the file system here keeps no attributes";
+  }
+  save("c", "d");
+  EXPECT_EQ(AttributeOf(path_, "user.note"), "mine");
+  EXPECT_EQ(AttributeOf(path_, access), list) << "the group has other rights";
+  EXPECT_EQ(mode(), 0660U);
+
+  ASSERT_EQ(removexattr(path_.c_str(), access), 0);
+  ASSERT_EQ(chmod(path_.c_str(), 0600), 0);
+  ASSERT_TRUE(SetAttribute(folder_, "system.posix_acl_default", list));
+  save("d", "e");
+  EXPECT_EQ(AttributeOf(path_, access), "none") << "the folder's list opened the file";
+  EXPECT_EQ(mode(), 0600U);
+}
+
+TEST_F(IcsCalendarTest, AFileWithSeveralNamesKeepsThem) {
+  const std::string other = folder_ + "/other.ics";
+  fs::create_hard_link(path_, other);
+  Window window(path_);
+  window.Rename("a", "a longer one");
+  EXPECT_FALSE(window.calendar.CheckForChanges());
+  window.Rename("a longer one", "c");
+  EXPECT_TRUE(fs::equivalent(path_, other));
+  EXPECT_EQ(Window(other).Subjects(), (Texts{"c", "b"}));
+  EXPECT_EQ(FilesInFolder(), 2U);
+}
+
+TEST_F(IcsCalendarTest, ASaveIntoAFileThatWasStoppedIsFinished) {
+  const std::string before = Read();
+  const std::string after = Calendar(Named("longer than before") + Named("b"));
+  const std::string record = ".velkor-" + ShortHash("team.ics") + ".save";
   struct stat status {};
   ASSERT_EQ(stat(path_.c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 07777, 0640U);
+  const std::string half = after.substr(0, 40) + before.substr(40);
+  for (const std::string& torn : {before, half, after}) {
+    WriteTo(record, SaveRecord::Text(status.st_ino, before, after));
+    Write(torn);
+    EXPECT_EQ(Window(path_).Subjects(), (Texts{"longer than before", "b"}));
+    EXPECT_EQ(Read(), after);
+    EXPECT_EQ(FilesInFolder(), 1U);
+  }
+  WriteTo(record, SaveRecord::Text(status.st_ino, before, after));
+  Write(Calendar(Named("of another program")));
+  EXPECT_EQ(Window(path_).Subjects(), Texts{"of another program"});
+  EXPECT_TRUE(fs::exists(path_ + ".unsaved"));
+  for (const char* broken : {"", "velkor-save 1 2\nabc", "velkor-save 1 -2 9\nabcdefg"}) {
+    WriteTo(record, broken);
+    EXPECT_EQ(Window(path_).Subjects(), Texts{"of another program"});
+    EXPECT_FALSE(fs::exists(folder_ + "/" + record));
+  }
 }
 
 TEST_F(IcsCalendarTest, AnUnsavedRecordReachesTheFileByItsFirstSaveAndOnlyOnce) {
@@ -280,26 +361,36 @@ TEST_F(IcsCalendarTest, AnUnsavedRecordReachesTheFileByItsFirstSaveAndOnlyOnce) 
 TEST_F(IcsCalendarTest, AnyEndOfTheSavingProcessLeavesAWholeFile) {
   std::string text;
   for (int i = 0; i < 3000; ++i) text += Named("event " + std::to_string(i));
-  Write(Calendar(text));
+  text = Calendar(text);
+  Write(text);
   const std::size_t size = Read().size();
-  for (int round = 0; round < 20; ++round) {
+  for (int round = 0; round < 40; ++round) {
+    // A file with two names is written into.
+    if (round == 20) fs::create_hard_link(path_, folder_ + "/other.ics");
+    const std::size_t names = round < 20 ? 1 : 2;
     ChildProcess child([&] {
       for (int i = 0;; ++i) {
         CalendarFile(path_).Replace([&](const std::string& bytes) {
-          return bytes.substr(0, size) + std::string(static_cast<std::size_t>(i % 7), '\n');
+          std::string other =
+              bytes.substr(0, size) + std::string(static_cast<std::size_t>(i % 7), '\n');
+          std::replace(other.begin(), other.end(), i % 2 == 0 ? 'e' : 'x', i % 2 == 0 ? 'x' : 'e');
+          return other;
         });
       }
       return 0;
     });
-    usleep(static_cast<useconds_t>(3000 + 1700 * round));
+    usleep(static_cast<useconds_t>(3000 + 1700 * (round % 20)));
     child.Kill();
-    const std::string bytes = Read();
-    ASSERT_EQ(bytes.substr(0, size), Calendar(text));
-    ASSERT_LE(FilesInFolder(), 2U);
+    CalendarFile(path_).FinishStoppedSave();
+    const std::string bytes = Read().substr(0, size);
+    ASSERT_TRUE(bytes == text || bytes == Replace(text, "e", "x")) << "the file is not whole";
+    ASSERT_LE(FilesInFolder(), names + 1);
+    ASSERT_EQ(fs::hard_link_count(path_), names);
+    Write(text);
   }
   Window window(path_);
   window.Rename("event 5", "saved");
-  EXPECT_EQ(FilesInFolder(), 1U) << "the work file of a killed process stays";
+  EXPECT_EQ(FilesInFolder(), 2U) << "the work file of a killed process stays";
 }
 
 TEST_F(IcsCalendarTest, ManyProcessesSavingAtOnceLoseNoSave) {
