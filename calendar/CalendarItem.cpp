@@ -7,19 +7,21 @@
 namespace velkor {
 namespace {
 
-/// The text with each line break, whatever kind it is, as `lineBreak`, and NUL as U+FFFD.
-std::string WithLineBreaks(std::string_view text, std::string_view lineBreak) {
-  const std::string valid = ValidUtf8(text);
+/// The text with each line break, whatever kind it is, and each tab as told, and other controls as
+/// U+FFFD.
+std::string WithoutControls(std::string_view text, std::string_view lineBreak, char32_t tab) {
   std::string result;
-  result.reserve(valid.size());
-  for (std::size_t i = 0; i < valid.size(); ++i) {
-    if (valid[i] == '\r' || valid[i] == '\n') {
-      if (valid[i] == '\r' && i + 1 < valid.size() && valid[i + 1] == '\n') ++i;
+  result.reserve(text.size());
+  while (!text.empty()) {
+    const char32_t c = TakeCharacter(text);
+    const bool breaksLine = c == '\r' || c == '\n' || c == 0x2028 || c == 0x2029;
+    if (c == '\r' && text.starts_with('\n')) text.remove_prefix(1);
+    if (breaksLine) {
       result += lineBreak;
-    } else if (valid[i] == '\0') {
-      AppendCharacter(result, char32_t{0xFFFD});
+    } else if (c == '\t') {
+      AppendCharacter(result, tab);
     } else {
-      result += valid[i];
+      AppendCharacter(result, IsControl(c) ? char32_t{0xFFFD} : c);
     }
   }
   return result;
@@ -71,11 +73,11 @@ CalendarItem WithChange(const CalendarItem& item, const ItemChange& change) {
 }
 
 std::string StorableLine(std::string_view text) {
-  return WithLineBreaks(text, " ");
+  return WithoutControls(text, " ", U' ');
 }
 
 std::string StorableLines(std::string_view text) {
-  return WithLineBreaks(text, "\r\n");
+  return WithoutControls(text, "\r\n", U'\t');
 }
 
 }  // namespace velkor

@@ -83,9 +83,10 @@ struct ItemChange {
 /// appointment: its changed occurrences would no longer find their places.
 CalendarItem WithChange(const CalendarItem& item, const ItemChange& change);
 
-/// A text as every calendar keeps it: valid UTF-8 without NUL.
+/// A text as every calendar keeps it: valid UTF-8 on one line, without controls, which come out as
+/// U+FFFD, a tab as a blank.
 std::string StorableLine(std::string_view text);
-/// The same for a text of several lines; all of them end in CR LF.
+/// The same for a text of several lines; all of them end in CR LF. Tabs stay.
 std::string StorableLines(std::string_view text);
 
 }  // namespace velkor

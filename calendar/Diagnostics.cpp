@@ -13,9 +13,9 @@ std::string ToText(const Diagnostic& diagnostic) {
   return text.append(": ").append(diagnostic.text);
 }
 
-void Diagnostics::Add(int line, Severity severity, std::string text) {
+void Diagnostics::Add(int line, Severity severity, std::string_view text) {
   if (list_.size() < limit_) {
-    list_.push_back({file_, line, severity, std::move(text)});
+    list_.push_back({file_, line, severity, Printable(text)});
   } else {
     ++dropped_;
   }
@@ -33,12 +33,9 @@ std::vector<Diagnostic> Diagnostics::Take() {
 
 std::string Quoted(std::string_view bytes) {
   constexpr std::size_t Longest = 60;
-  std::string text = ValidUtf8(bytes.substr(0, Longest + 4));
+  std::string text = Printable(bytes.substr(0, Longest + 4));
   const bool cut = bytes.size() > Longest;
   text = std::string(CutAtCharacter(text, Longest));
-  for (char& c : text) {
-    if (static_cast<unsigned char>(c) < 32) c = ' ';
-  }
   std::string quoted(1, '"');
   return quoted.append(text).append(cut ? "...\"" : "\"");
 }

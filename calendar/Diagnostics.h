@@ -27,18 +27,19 @@ struct Diagnostic {
 /// "file.ics:12: text".
 std::string ToText(const Diagnostic& diagnostic);
 
-/// Gathers diagnostics of one file up to a limit; the last one then says that there are more.
+/// Gathers diagnostics of one file up to a limit; the last one then says that there are more. What
+/// a text holds of the file reaches nobody's terminal unless it is printable.
 class Diagnostics {
  public:
   Diagnostics(std::string file, std::size_t limit) : file_(std::move(file)), limit_(limit) {}
 
-  void Warn(int line, std::string text) { Add(line, Severity::Warning, std::move(text)); }
-  void Note(int line, std::string text) { Add(line, Severity::Note, std::move(text)); }
+  void Warn(int line, std::string_view text) { Add(line, Severity::Warning, text); }
+  void Note(int line, std::string_view text) { Add(line, Severity::Note, text); }
   /// In the order of lines.
   std::vector<Diagnostic> Take();
 
  private:
-  void Add(int line, Severity severity, std::string text);
+  void Add(int line, Severity severity, std::string_view text);
 
   std::string file_;
   std::size_t limit_;

@@ -2,8 +2,10 @@
 #include "calendar/IcsAppointments.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <optional>
+#include <set>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -46,7 +48,7 @@ void AddContent(Parts& parts, const IcsEvent& event) {
   for (const std::string& name : fields.categories) parts.Add(name);
   parts.Add(fields.location).Add(fields.body).Add(fields.allDay).Add(event.messageClass);
   parts.Add(event.start).Add(event.end).Add(event.duration).Add(event.recurrenceId);
-  parts.Add(event.cancelled);
+  parts.Add(event.thisAndFuture).Add(event.cancelled);
   for (const IcsRuleText& rule : event.rules) parts.Add("rule").Add(rule.text);
   for (const IcsRuleText& rule : event.exceptionRules) parts.Add("not").Add(rule.text);
   for (const IcsTime& date : event.exceptionDates) parts.Add("not").Add(date);
@@ -60,9 +62,14 @@ struct UidGroup {
   /// Events without RECURRENCE-ID, by place in the file; those that count.
   std::vector<std::size_t> masters;
   std::vector<std::size_t> changed;
-  /// The master that the changed occurrences belong to; of an event that does not recur, the
-  /// change that takes its place.
+  /// Who is known by the UID alone: the first series that may have changed occurrences; of an event
+  /// that does not recur, the change that takes its place.
   std::optional<std::size_t> owner;
+  /// The changed occurrences of each series.
+  std::map<std::size_t, std::vector<std::size_t>> changedOf;
+  /// Some or all masters are cancelled.
+  bool hasCancelled = false;
+  bool isCancelled = false;
 };
 
 class Grouping {
@@ -79,10 +86,11 @@ class Grouping {
     std::vector<std::size_t> shown;
     for (std::size_t i = 0; i < events_.size(); ++i) {
       const IcsEvent& event = events_[i];
-      if (event.cancelled && !event.recurrenceId) {
-        diagnostics_.Note(event.Line(), event.Name() + " is cancelled; it is not shown");
-      } else if (!left_[i] && !event.cancelled) {
+      if (left_[i]) continue;
+      if (!event.cancelled) {
         shown.push_back(i);
+      } else if (!event.recurrenceId) {
+        diagnostics_.Note(event.Line(), event.Name() + " is cancelled; it is not shown");
       }
     }
     ClaimOwnIds(shown);
@@ -95,7 +103,7 @@ class Grouping {
     }
     for (IcsAppointment& one : result) {
       const std::string& uid = events_[one.main].uid;
-      one.sharesUid = !uid.empty() && shownOfUid[uid] > 1;
+      one.sharesUid = !uid.empty() && (shownOfUid[uid] > 1 || groups_.at(uid).hasCancelled);
     }
     for (const auto& [hidden, by] : hiddenBy_) {
       if (const auto place = placeOf_.find(ShowerOf(by)); place != placeOf_.end()) {
@@ -112,47 +120,55 @@ class Grouping {
       const IcsEvent& event = events_[i];
       if (event.uid.empty()) continue;
       UidGroup& group = groups_[event.uid];
-      if (event.recurrenceId) {
-        group.changed.push_back(i);
-      } else if (!event.cancelled) {
-        group.masters.push_back(i);
-      }
+      (event.recurrenceId ? group.changed : group.masters).push_back(i);
     }
   }
 
   /// Of events with one UID, those are older revisions that have a lower SEQUENCE than the newest
-  /// and its subject or its start; anything else shares the UID by mistake and is shown.
+  /// and its subject or its start; anything else shares the UID by mistake and is shown. A
+  /// cancelled one stands for those of its own SEQUENCE, too.
   void DropOlderRevisions(UidGroup& group) {
-    const auto found = std::max_element(
-        group.masters.begin(), group.masters.end(), [&](std::size_t a, std::size_t b) {
-          return events_[a].sequence.value_or(-1) < events_[b].sequence.value_or(-1);
-        });
-    if (found == group.masters.end() || !events_[*found].sequence) return;
+    const auto revision = [&](std::size_t index) {
+      return std::pair(events_[index].sequence.value_or(-1), events_[index].cancelled);
+    };
+    const auto found =
+        std::max_element(group.masters.begin(), group.masters.end(),
+                         [&](std::size_t a, std::size_t b) { return revision(a) < revision(b); });
+    if (found == group.masters.end()) return;
     const std::size_t newest = *found;
     const IcsEvent& kept = events_[newest];
     std::erase_if(group.masters, [&](std::size_t index) {
       const IcsEvent& event = events_[index];
-      const bool older = event.sequence && *event.sequence < *kept.sequence &&
-                         (event.fields.subject == kept.fields.subject ||
-                          event.start.Local() == kept.start.Local());
+      const bool isBefore = kept.cancelled ? revision(index) < revision(newest)
+                                           : event.sequence && event.sequence < kept.sequence;
+      const bool older = isBefore && (event.fields.subject == kept.fields.subject ||
+                                      event.start.Local() == kept.start.Local());
       if (!older) return false;
       Hide(index, newest);
       diagnostics_.Note(event.Line(), event.Name() + " is an older revision of the one in line " +
                                           std::to_string(kept.Line()) + "; it is not shown");
       return true;
     });
+    const auto isCancelled = [&](std::size_t index) { return events_[index].cancelled; };
+    group.isCancelled = std::all_of(group.masters.begin(), group.masters.end(), isCancelled);
+    group.hasCancelled = std::erase_if(group.masters, isCancelled) > 0;
   }
 
-  /// Gives changed occurrences to the first recurring master; a change of an event that does not
-  /// recur takes its place, the last one of several. Without either they stand by themselves.
+  /// Gives changed occurrences to their series; a change of an event that does not recur takes its
+  /// place, the last one of several. Without either they stand by themselves, unless all that they
+  /// could belong to is cancelled.
   void ChooseOwner(UidGroup& group) {
+    if (group.isCancelled) {
+      for (const std::size_t index : group.changed) left_[index] = true;
+    }
     if (group.changed.empty() || group.masters.empty()) return;
-    const auto recurring =
-        std::find_if(group.masters.begin(), group.masters.end(),
-                     [&](std::size_t index) { return events_[index].IsRecurring(); });
-    if (recurring != group.masters.end()) {
-      group.owner = *recurring;
-      KeepOneForEachOccurrence(group);
+    std::vector<std::size_t> series;
+    std::copy_if(group.masters.begin(), group.masters.end(), std::back_inserter(series),
+                 [&](std::size_t index) { return events_[index].IsRecurring(); });
+    if (!series.empty()) {
+      group.owner = series.front();
+      ShareChanges(group, series);
+      for (auto& [owner, changed] : group.changedOf) KeepOneForEachOccurrence(owner, changed);
       for (const std::size_t index : group.changed) left_[index] = true;
       return;
     }
@@ -165,30 +181,54 @@ class Grouping {
     }
   }
 
-  void KeepOneForEachOccurrence(UidGroup& group) {
+  /// Of series with one UID, a change belongs to the first one that has an occurrence at the moment
+  /// it names; to the first one of all when none has.
+  void ShareChanges(UidGroup& group, const std::vector<std::size_t>& series) {
+    // More than a calendar holds by mistake; the others have no changes.
+    constexpr std::size_t MostSeries = 20;
+    std::vector<std::size_t> left = group.changed;
+    for (std::size_t i = 0; series.size() > 1 && i < std::min(series.size(), MostSeries); ++i) {
+      const IcsEvent& master = events_[series[i]];
+      const auto keyOf = [&](std::size_t index) {
+        return KeyOf(*events_[index].recurrenceId, master);
+      };
+      std::set<OccurrenceKey> keys;
+      for (const std::size_t index : left) keys.insert(keyOf(index));
+      const std::set<OccurrenceKey> found = OccurringAt(keys, master);
+      std::erase_if(left, [&](std::size_t index) {
+        const bool isOfThis = found.contains(keyOf(index));
+        if (isOfThis) group.changedOf[series[i]].push_back(index);
+        return isOfThis;
+      });
+    }
+    auto& first = group.changedOf[series.front()];
+    first.insert(first.end(), left.begin(), left.end());
+    std::sort(first.begin(), first.end());
+  }
+
+  void KeepOneForEachOccurrence(std::size_t owner, std::vector<std::size_t>& changed) {
     std::map<OccurrenceKey, std::size_t> newest;
-    for (const std::size_t index : group.changed) {
-      const OccurrenceKey key = KeyOf(*events_[index].recurrenceId, events_[*group.owner]);
+    for (const std::size_t index : changed) {
+      const OccurrenceKey key = KeyOf(*events_[index].recurrenceId, events_[owner]);
       const auto [known, isNew] = newest.try_emplace(key, index);
       if (isNew) continue;
       std::size_t older = index;
       if (events_[index].sequence.value_or(0) >= events_[known->second].sequence.value_or(0)) {
         std::swap(older, known->second);
       }
-      Hide(older, *group.owner);
+      Hide(older, owner);
       diagnostics_.Note(events_[older].Line(), events_[older].Name() +
                                                    " is an older change of an occurrence; it is "
                                                    "not shown");
     }
-    std::erase_if(group.changed, [&](std::size_t index) { return left_[index]; });
+    std::erase_if(changed, [&](std::size_t index) { return left_[index]; });
   }
 
   std::vector<std::size_t> ChangedOf(std::size_t index) const {
-    const IcsEvent& event = events_[index];
-    const auto group = groups_.find(event.uid);
-    const bool owns = group != groups_.end() && group->second.owner == index &&
-                      event.IsRecurring() && !event.recurrenceId;
-    return owns ? group->second.changed : std::vector<std::size_t>();
+    const auto group = groups_.find(events_[index].uid);
+    if (group == groups_.end()) return {};
+    const auto changed = group->second.changedOf.find(index);
+    return changed == group->second.changedOf.end() ? std::vector<std::size_t>() : changed->second;
   }
 
   void Hide(std::size_t index, std::size_t by) {

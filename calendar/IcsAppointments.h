@@ -19,7 +19,7 @@ struct IcsAppointment {
   std::vector<std::size_t> changed;
   /// Events that are not shown since this appointment stands for them: older revisions.
   std::vector<std::size_t> hidden;
-  /// Another appointment has the same UID.
+  /// Another appointment, or one that is cancelled, has the same UID.
   bool sharesUid = false;
 };
 

@@ -33,8 +33,8 @@ void ForEachParameter(std::string_view parameters, const Visit& visit) {
 }  // namespace
 
 IcsComponentEdit::IcsComponentEdit(std::string_view bytes, const IcsComponent& component,
-                                   IcsEncoding encoding, const IcsLimits& limits)
-    : bytes_(bytes), encoding_(encoding) {
+                                   const IcsLimits& limits)
+    : bytes_(bytes) {
   IcsLines lines(bytes, component.begin, component.end, component.line, limits.lineLength);
   IcsLine line;
   int depth = 0;
@@ -113,12 +113,12 @@ void IcsComponentEdit::Set(std::string_view name, std::string_view parameters,
   std::string text(found ? found->spelled : name);
   text.append(parameters).append(":").append(value);
   if (!found) {
-    addedProperties_ += FoldLine(text, encoding_, lineEnd_);
+    addedProperties_ += FoldLine(text, lineEnd_);
     return;
   }
   Line& line = lines_[static_cast<std::size_t>(found - lines_.data())];
   const std::string end = LineEndOf(line);
-  line.replaced = FoldLine(text, encoding_, end.empty() ? lineEnd_ : end);
+  line.replaced = FoldLine(text, end.empty() ? lineEnd_ : end);
   if (end.empty()) line.replaced->resize(line.replaced->size() - lineEnd_.size());
 }
 
@@ -155,7 +155,7 @@ void IcsComponentEdit::RemoveComponents(std::string_view name) {
 
 void IcsComponentEdit::AddComponent(std::initializer_list<std::string_view> lines) {
   for (const std::string_view line : lines) {
-    addedComponents_ += FoldLine(EncodeText(line, encoding_), encoding_, lineEnd_);
+    addedComponents_ += FoldLine(line, lineEnd_);
   }
 }
 

@@ -19,8 +19,7 @@ namespace velkor {
 class IcsComponentEdit {
  public:
   /// The text of the file and the limits outlive this.
-  IcsComponentEdit(std::string_view bytes, const IcsComponent& component, IcsEncoding encoding,
-                   const IcsLimits& limits);
+  IcsComponentEdit(std::string_view bytes, const IcsComponent& component, const IcsLimits& limits);
 
   bool Has(std::string_view name) const { return Find(name) != nullptr; }
   /// With the semicolon before each; without those named. Empty for a property that is not there.
@@ -37,7 +36,7 @@ class IcsComponentEdit {
   void KeepFirst(std::string_view name);
   bool HasComponent(std::string_view name) const;
   void RemoveComponents(std::string_view name);
-  /// Adds a component inside this one.
+  /// Adds a component of ASCII lines inside this one.
   void AddComponent(std::initializer_list<std::string_view> lines);
 
   /// The component's text with all changes made.
@@ -62,7 +61,6 @@ class IcsComponentEdit {
   std::string LineEndOf(const Line& line) const;
 
   std::string_view bytes_;
-  IcsEncoding encoding_;
   std::vector<Line> lines_;
   /// Into lines_: before the first component inside, and before END.
   std::size_t propertiesEnd_ = 0;

@@ -83,7 +83,7 @@ IcsDocument::IcsDocument(std::string_view bytes, const std::string& name, const 
     fail("holds no calendar.");
   }
   zones_ = std::make_unique<IcsZones>(bytes, scan_, limits, diagnostics);
-  ReadEvents({bytes, scan_.encoding, *zones_, limits, diagnostics});
+  ReadEvents({bytes, *zones_, limits, diagnostics});
   appointments_ = GroupIcsEvents(bytes, events_, diagnostics);
 }
 

@@ -2,6 +2,7 @@
 #include "calendar/IcsEditor.h"
 
 #include <algorithm>
+#include <functional>
 #include <set>
 #include <utility>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "calendar/IcsComponentEdit.h"
 #include "calendar/IcsDocument.h"
 #include "calendar/IcsOccurrences.h"
+#include "calendar/IcsPlainText.h"
 #include "calendar/IcsText.h"
 #include "support/values/Error.h"
 
@@ -19,13 +21,11 @@ namespace {
   throw Error(errors::CalendarFailed, what, "Calendar");
 }
 
-/// Seconds of Greenwich's clock; a local time that the clock skips counts by the clock before.
+/// Seconds of Greenwich's clock.
 WallSeconds ToUtc(WallSeconds local, const IcsDocument& document) {
-  constexpr WallSeconds Hour = 3600;
-  const IcsZone& utc = document.UtcZone();
-  if (const auto found = utc.FromLocal(local)) return *found;
-  if (const auto found = utc.FromLocal(local - Hour)) return *found + Hour;
-  Fail("A date of the appointment lies outside the years 100 to 9999.");
+  const WallSeconds utc = document.FloatingZone().ToUtc(local);
+  if (!IsInCalendar(utc)) Fail("A date of the appointment lies outside the years 100 to 9999.");
+  return utc;
 }
 
 /// What a local time shows once it was written on Greenwich's clock: itself, but for one that the
@@ -52,7 +52,7 @@ class EventEditor {
         appointment_(appointment),
         event_(document.Events()[appointment.main]),
         encoding_(document.Scan().encoding),
-        edit_(document.Bytes(), *event_.component, encoding_, limits) {}
+        edit_(document.Bytes(), *event_.component, limits) {}
 
   std::string Text(const CalendarItem& after, const ItemChange& change) {
     if (change.subject) SetText("SUMMARY", after.fields.subject);
@@ -216,23 +216,6 @@ std::string WithSplices(std::string_view bytes, std::vector<Splice> splices) {
   return result.append(bytes.substr(at));
 }
 
-/// Throws unless a file of these bytes would be read, in the same encoding.
-void CheckFile(const std::string& bytes, IcsEncoding encoding, const std::string& name,
-               const IcsLimits& limits) {
-  if (bytes.size() > limits.fileSize) {
-    Fail("The calendar file " + name + " would be larger than " +
-         std::to_string(limits.fileSize >> 20) + " MiB; nothing was saved.");
-  }
-  if (encoding == IcsEncoding::Utf8) return;
-  Diagnostics ignored(name, 1);
-  const bool isAscii = std::all_of(bytes.begin(), bytes.end(),
-                                   [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-  if (!isAscii && ScanIcs(bytes, limits, ignored).encoding != encoding) {
-    Fail("The text would make the calendar file " + name +
-         " look as if it were not Latin-1; nothing was saved.");
-  }
-}
-
 /// The event as the next reading will find it at this place. Throws when that is not what was to be
 /// written, or when it would reach further than its own text.
 CalendarItem ReadBack(IcsDocument& document, const std::string& bytes,
@@ -253,7 +236,7 @@ CalendarItem ReadBack(IcsDocument& document, const std::string& bytes,
       alone.components[0].unfinished != component.unfinished) {
     refuse();
   }
-  const IcsFile file{bytes, document.Scan().encoding, document.Zones(), limits, ignored};
+  const IcsFile file{bytes, document.Zones(), limits, ignored};
   const auto event = ReadIcsEvent(component, file);
   if (!event) refuse();
   IcsItemBuilder items({}, limits, ignored);
@@ -293,19 +276,21 @@ std::string LineEndAt(std::string_view bytes, std::size_t place) {
   return at >= 2 && bytes[at - 2] == '\r' ? "\r\n" : "\n";
 }
 
-}  // namespace
-
-IcsEdit AddToIcs(std::string_view bytes, const std::string& name, const CalendarItem& item,
-                 bool reminder, const std::string& uid, const IcsLimits& limits) {
+IcsEdit Added(std::string_view bytes, const std::string& name, const CalendarItem& item,
+              bool reminder, const std::string& uid, const IcsLimits& limits) {
   Diagnostics ignored(name, 1);
   IcsDocument document(bytes, name, limits, ignored, {.entryId = {}, .uid = uid});
   const IcsEncoding encoding = document.Scan().encoding;
+  if (document.Scan().lastCalendarCancels) {
+    Fail("The calendar file " + name +
+         " cancels its appointments (METHOD:CANCEL), a new one too; nothing was saved.");
+  }
   const std::size_t place = document.Scan().lastCalendarEnd.value_or(bytes.size());
   const std::string lineEnd = LineEndAt(bytes, place);
 
   std::string text;
   const auto add = [&](const std::string& line) {
-    text += FoldLine(EncodeText(line, encoding), encoding, lineEnd);
+    text += FoldLine(EncodeText(line, encoding), lineEnd);
   };
   const std::string now = UtcText(item.lastModified, document);
   const auto time = [&](const std::string& property, Date local) {
@@ -338,20 +323,20 @@ IcsEdit AddToIcs(std::string_view bytes, const std::string& name, const Calendar
   IcsEdit edit;
   const std::string before = lead > 0 ? lineEnd : "";
   edit.bytes = WithSplices(bytes, {{place, place, before + text}});
-  CheckFile(edit.bytes, encoding, name, limits);
   CalendarItem wanted = item;
   wanted.entryId = EntryIdOfUid(uid);
   const IcsComponent component{
-      "VEVENT", place + lead, place + lead + text.size(), 1, document.Scan().calendars - 1, false};
+      "VEVENT", place + lead, place + lead + text.size(), 1, document.Scan().calendars - 1,
+      false,    false};
   edit.item = ReadBack(document, edit.bytes, component, {}, wanted, name, limits);
   CheckFields(edit.item.fields, fields, name);
   // Another event without END, or without a line end after it, may have another text now.
-  edit.movesOthers = lead > 0 || HasUnfinished(document) || document.Scan().mixedEncodings;
+  edit.movesOthers = lead > 0 || HasUnfinished(document);
   return edit;
 }
 
-IcsEdit ChangeInIcs(std::string_view bytes, const std::string& name, const CalendarItem& after,
-                    const ItemChange& change, const IcsLimits& limits) {
+IcsEdit Changed(std::string_view bytes, const std::string& name, const CalendarItem& after,
+                const ItemChange& change, const IcsLimits& limits) {
   Diagnostics ignored(name, 1);
   IcsDocument document(bytes, name, limits, ignored, {.entryId = after.entryId, .uid = {}});
   const IcsAppointment& appointment = Find(document, name, after.entryId);
@@ -371,6 +356,8 @@ IcsEdit ChangeInIcs(std::string_view bytes, const std::string& name, const Calen
   const std::string& subject = change.subject ? *change.subject : event.fields.subject;
   for (const std::size_t index : appointment.hidden) {
     const IcsEvent& hidden = document.Events()[index];
+    // Those that are known by their moment stay so.
+    if (event.recurrenceId || hidden.recurrenceId) continue;
     if (hidden.fields.subject == subject || hidden.start.Local() == start) continue;
     const IcsComponent& gone = *hidden.component;
     splices.push_back({gone.begin, gone.end, ""});
@@ -381,7 +368,6 @@ IcsEdit ChangeInIcs(std::string_view bytes, const std::string& name, const Calen
   }
   IcsEdit edit;
   edit.bytes = WithSplices(bytes, std::move(splices));
-  CheckFile(edit.bytes, document.Scan().encoding, name, limits);
   // What is not set stays as the file has it, which may be newer than what the caller has.
   IcsItemBuilder items({}, limits, ignored);
   CalendarItem wanted = items.Bare(event, {}, after.entryId);
@@ -397,8 +383,6 @@ IcsEdit ChangeInIcs(std::string_view bytes, const std::string& name, const Calen
   edit.item = ReadBack(document, edit.bytes, component, document.ChangedOf(appointment), wanted,
                        name, limits);
   CheckFields(edit.item.fields, wanted.fields, name);
-  // Without its last piece of UTF-8 the rest counts as Latin-1.
-  edit.movesOthers = document.Scan().mixedEncodings;
   if (appointment.sharesUid || !appointment.hidden.empty()) {
     const IcsDocument next(edit.bytes, name, limits, ignored, document.Selection());
     if (IdsOf(next) != IdsOf(document)) {
@@ -410,8 +394,8 @@ IcsEdit ChangeInIcs(std::string_view bytes, const std::string& name, const Calen
   return edit;
 }
 
-IcsEdit DeleteFromIcs(std::string_view bytes, const std::string& name, const std::string& entryId,
-                      const IcsLimits& limits) {
+IcsEdit Deleted(std::string_view bytes, const std::string& name, const std::string& entryId,
+                const IcsLimits& limits) {
   Diagnostics ignored(name, 1);
   const IcsDocument document(bytes, name, limits, ignored, {.entryId = entryId, .uid = {}});
   const IcsAppointment& appointment = Find(document, name, entryId);
@@ -428,9 +412,44 @@ IcsEdit DeleteFromIcs(std::string_view bytes, const std::string& name, const std
   // Another one may move up: of equal texts, of copies that name one identifier, of one UID. A
   // component without END reaches further now.
   const bool knownByUid = entryId == EntryIdOfUid(document.Events()[appointment.main].uid);
-  edit.movesOthers = appointment.sharesUid || !knownByUid || HasUnfinished(document) ||
-                     document.Scan().mixedEncodings;
+  edit.movesOthers = appointment.sharesUid || !knownByUid || HasUnfinished(document);
   return edit;
+}
+
+/// What `edit` makes of the file's plain text, in the form of the file.
+IcsEdit InFormOf(std::string_view bytes, const std::string& name, const IcsLimits& limits,
+                 const std::function<IcsEdit(std::string_view text)>& edit) {
+  const IcsPlainText plain(bytes, name);
+  IcsEdit made = edit(plain.Text());
+  const bool tooLarge = made.bytes.size() > limits.fileSize;
+  made.bytes = plain.WithText(std::move(made.bytes));
+  if (tooLarge || made.bytes.size() > limits.fileSize) {
+    Fail("The calendar file " + name + " would be larger than " +
+         std::to_string(limits.fileSize >> 20) + " MiB; nothing was saved.");
+  }
+  return made;
+}
+
+}  // namespace
+
+IcsEdit AddToIcs(std::string_view bytes, const std::string& name, const CalendarItem& item,
+                 bool reminder, const std::string& uid, const IcsLimits& limits) {
+  return InFormOf(bytes, name, limits, [&](std::string_view text) {
+    return Added(text, name, item, reminder, uid, limits);
+  });
+}
+
+IcsEdit ChangeInIcs(std::string_view bytes, const std::string& name, const CalendarItem& after,
+                    const ItemChange& change, const IcsLimits& limits) {
+  return InFormOf(bytes, name, limits, [&](std::string_view text) {
+    return Changed(text, name, after, change, limits);
+  });
+}
+
+IcsEdit DeleteFromIcs(std::string_view bytes, const std::string& name, const std::string& entryId,
+                      const IcsLimits& limits) {
+  return InFormOf(bytes, name, limits,
+                  [&](std::string_view text) { return Deleted(text, name, entryId, limits); });
 }
 
 }  // namespace velkor

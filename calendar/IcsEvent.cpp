@@ -14,6 +14,7 @@ class EventReader {
   EventReader(const IcsComponent& component, const IcsFile& file)
       : component_(component), file_(file) {
     event_.component = &component;
+    event_.cancelled = component.cancelled;
   }
 
   std::optional<IcsEvent> Read() {
@@ -65,13 +66,13 @@ class EventReader {
   void TakeText(const IcsProperty& property) {
     AppointmentFields& fields = event_.fields;
     if (property.Is("SUMMARY")) {
-      fields.subject = ReadText(property.value, file_.encoding, " ");
+      fields.subject = ReadText(property);
     } else if (property.Is("DESCRIPTION")) {
-      fields.body = ReadText(property.value, file_.encoding, "\r\n");
+      fields.body = ReadTextLines(property);
     } else if (property.Is("LOCATION")) {
-      fields.location = ReadText(property.value, file_.encoding, " ");
+      fields.location = ReadText(property);
     } else if (property.Is("CATEGORIES")) {
-      for (std::string& name : ReadTextList(property.value, file_.encoding)) {
+      for (std::string& name : ReadTextList(property)) {
         fields.categories.push_back(std::move(name));
       }
     } else if (property.Is("UID")) {
@@ -79,11 +80,11 @@ class EventReader {
     } else if (property.Is("SEQUENCE")) {
       event_.sequence = ParseInteger(Trim(property.value));
     } else if (property.Is("STATUS")) {
-      event_.cancelled = SameName(Trim(property.value), "CANCELLED");
+      event_.cancelled = component_.cancelled || SameName(Trim(property.value), "CANCELLED");
     } else if (property.Is("X-MICROSOFT-CDO-ALLDAYEVENT")) {
       fields.allDay = SameName(Trim(property.value), "TRUE");
     } else if (property.Is("X-VELKOR-MESSAGE-CLASS")) {
-      event_.messageClass = ReadText(property.value, file_.encoding, " ");
+      event_.messageClass = ReadText(property);
     } else if (property.Is("X-VELKOR-ENTRY-ID")) {
       event_.entryId = std::string(Trim(property.value));
     }
@@ -175,9 +176,10 @@ class EventReader {
   void TakeRecurrenceId(const IcsProperty& property) {
     event_.recurrenceId = Time(property, property.value, event_.Name() + " is shown by itself");
     const auto range = property.Parameter("RANGE");
-    if (range && SameName(*range, "THISANDFUTURE")) {
-      Warn(property.line, "RANGE=THISANDFUTURE changes only one occurrence of " + event_.Name() +
-                              " here; later ones stay as they were");
+    event_.thisAndFuture = event_.recurrenceId && range && SameName(*range, "THISANDFUTURE");
+    if (range && !SameName(*range, "THISANDFUTURE")) {
+      Warn(property.line, "RANGE=" + Quoted(*range) + " changes only one occurrence of " +
+                              event_.Name() + " here");
     }
   }
 

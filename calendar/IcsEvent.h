@@ -47,6 +47,9 @@ struct IcsEvent {
   std::vector<IcsTime> exceptionDates;
   std::vector<IcsAddedDate> addedDates;
   std::optional<IcsTime> recurrenceId;
+  /// The change is one of all later occurrences, too.
+  bool thisAndFuture = false;
+  /// By its own status or by its calendar's METHOD.
   bool cancelled = false;
 
   bool IsRecurring() const { return !rules.empty() || !addedDates.empty(); }
@@ -58,7 +61,6 @@ struct IcsEvent {
 /// What reading an event needs from its file.
 struct IcsFile {
   std::string_view bytes;
-  IcsEncoding encoding = IcsEncoding::Utf8;
   IcsZones& zones;
   const IcsLimits& limits;
   Diagnostics& diagnostics;

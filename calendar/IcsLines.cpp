@@ -33,28 +33,43 @@ std::string_view IcsLines::TakePhysicalLine() {
   return line;
 }
 
+/// A soft line break too many must not swallow it.
+bool IcsLines::IsBeforeEndOfComponent() const {
+  const std::string_view next = bytes_.substr(at_, std::string_view("BEGIN:").size());
+  return next.empty() || SameName(next, "BEGIN:") || SameName(next.substr(0, 4), "END:");
+}
+
 bool IcsLines::Next(IcsLine& line) {
   if (at_ >= bytes_.size()) return false;
   line.begin = at_;
   line.number = number_;
   line.text = TakePhysicalLine();
-  line.tooLong = false;
-  const auto continues = [&] {
+  line.tooLong = line.text.size() > longest_;
+  line.text = line.text.substr(0, longest_);
+  const auto isFold = [&] {
     return at_ < bytes_.size() && (bytes_[at_] == ' ' || bytes_[at_] == '\t');
   };
-  if (continues()) {
-    joined_.assign(line.text.substr(0, longest_));
-    line.tooLong = line.text.size() > longest_;
-    while (continues()) {
-      const std::string_view more = TakePhysicalLine().substr(1);
-      const std::size_t room = longest_ - joined_.size();
-      line.tooLong = line.tooLong || more.size() > room;
-      joined_.append(more.substr(0, room));
+  // Known once the colon before the value is there, which no longer head delays.
+  constexpr std::size_t LongestHead = 1000;
+  std::optional<bool> quotedPrintable;
+  const auto endsInSoftBreak = [&] {
+    if (!line.text.ends_with('=') || IsBeforeEndOfComponent()) return false;
+    if (!quotedPrintable && line.text.size() <= LongestHead) {
+      if (const auto property = ReadProperty(line)) quotedPrintable = property->IsQuotedPrintable();
     }
-    line.text = joined_;
-  } else if (line.text.size() > longest_) {
-    line.text = line.text.substr(0, longest_);
-    line.tooLong = true;
+    return quotedPrintable.value_or(false);
+  };
+  bool joins = false;
+  while (true) {
+    const bool softBreak = endsInSoftBreak();
+    if (!softBreak && !isFold()) break;
+    if (!joins) joined_.assign(line.text);
+    joins = true;
+    if (softBreak) joined_.pop_back();
+    const std::string_view more = TakePhysicalLine().substr(softBreak ? 0 : 1);
+    const std::size_t room = longest_ - joined_.size();
+    line.tooLong = line.tooLong || more.size() > room;
+    line.text = joined_.append(more.substr(0, room));
   }
   line.end = at_;
   return true;
@@ -82,6 +97,16 @@ std::optional<std::string_view> IcsProperty::Parameter(std::string_view upperCas
     return text;
   }
   return std::nullopt;
+}
+
+bool IcsProperty::IsQuotedPrintable() const {
+  constexpr std::string_view Name = "QUOTED-PRINTABLE";
+  if (const auto encoding = Parameter("ENCODING")) return SameName(*encoding, Name);
+  std::string_view rest = parameters;
+  while (!rest.empty()) {
+    if (SameName(TakePart(rest, ';'), Name)) return true;
+  }
+  return false;
 }
 
 std::optional<IcsProperty> ReadProperty(const IcsLine& line) {

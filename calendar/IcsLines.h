@@ -21,7 +21,7 @@ struct IcsLine {
 };
 
 /// Walks through the lines of text[begin, end). Lines end in LF, any CR before it belongs to the
-/// line end.
+/// line end. A quoted-printable value goes on in the next line when it ends in "=".
 class IcsLines {
  public:
   IcsLines(std::string_view bytes, std::size_t begin, std::size_t end, int firstLine,
@@ -33,6 +33,7 @@ class IcsLines {
 
  private:
   std::string_view TakePhysicalLine();
+  bool IsBeforeEndOfComponent() const;
 
   std::string_view bytes_;
   std::size_t at_;
@@ -52,6 +53,8 @@ struct IcsProperty {
   bool Is(std::string_view upperCaseName) const;
   /// The value of a parameter without its quotes; none when it is absent.
   std::optional<std::string_view> Parameter(std::string_view upperCaseName) const;
+  /// As vCalendar 1.0 encodes texts; ENCODING= may be left out there.
+  bool IsQuotedPrintable() const;
 };
 
 /// @return none for a line that is no content line

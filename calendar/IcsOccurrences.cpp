@@ -2,6 +2,7 @@
 #include "calendar/IcsOccurrences.h"
 
 #include <algorithm>
+#include <map>
 #include <unordered_set>
 #include <utility>
 
@@ -123,29 +124,27 @@ CalendarItem IcsItemBuilder::Item(const IcsEvent& main, const std::vector<const 
   return item;
 }
 
-std::vector<WallSeconds> IcsItemBuilder::RuleStartsOf(const IcsEvent& master,
-                                                      const IcsRuleText& rule, RuleKind kind,
-                                                      WallSeconds length) {
-  // Clocks of two zones differ by a good day at most.
-  constexpr WallSeconds Slack = 2 * SecondsPerDay;
-  const WallSeconds from = std::max(from_ - length - Slack, FirstWall);
-  const WallSeconds to = std::min(to_ + Slack, LastWall);
+std::vector<WallSeconds> IcsItemBuilder::RuleStartsOf(
+    const IcsEvent& master, const IcsRuleText& rule, RuleKind kind,
+    const std::vector<IcsSegments::Stretch>& reach) {
   IcsRule expansion(rule.text, master.start);
   std::vector<std::string> remarks = expansion.Remarks();
   std::vector<WallSeconds> starts;
   bool tooMany = false;
-  // A year on end, so that one that is too full leaves the others whole.
-  for (WallSeconds begin = std::max(from, master.start.wall); begin <= to;) {
-    const WallSeconds next = Date::FromYmd(YearOf(begin) + 1, 1, 1).Seconds();
-    // The first start takes a place, too.
-    const std::size_t ofItem = limits_.itemOccurrences - (begin == master.start.wall ? 1 : 0);
-    const std::size_t room = occurrences_.Room(YearOf(begin));
-    const bool isFull = kind == RuleKind::Adds ? room < ofItem : room == 0;
-    const RuleStarts year =
-        expansion.StartsIn(begin, std::min(next - 1, to), isFull ? room : ofItem);
-    starts.insert(starts.end(), year.starts.begin(), year.starts.end());
-    if (!year.areAll) (isFull ? lacksRoom_ : tooMany) = true;
-    begin = next;
+  for (const auto& [from, to] : reach) {
+    // A year on end, so that one that is too full leaves the others whole.
+    for (WallSeconds begin = std::max(from, master.start.wall); begin <= to;) {
+      const WallSeconds next = Date::FromYmd(YearOf(begin) + 1, 1, 1).Seconds();
+      // The first start takes a place, too.
+      const std::size_t ofItem = limits_.itemOccurrences - (begin == master.start.wall ? 1 : 0);
+      const std::size_t room = occurrences_.Room(YearOf(begin));
+      const bool isFull = kind == RuleKind::Adds ? room < ofItem : room == 0;
+      const RuleStarts year =
+          expansion.StartsIn(begin, std::min(next - 1, to), isFull ? room : ofItem);
+      starts.insert(starts.end(), year.starts.begin(), year.starts.end());
+      if (!year.areAll) (isFull ? lacksRoom_ : tooMany) = true;
+      begin = next;
+    }
   }
   if (tooMany) remarks.push_back(TooManyInAYear(limits_.itemOccurrences));
   for (const std::string& remark : remarks) {
@@ -155,31 +154,45 @@ std::vector<WallSeconds> IcsItemBuilder::RuleStartsOf(const IcsEvent& master,
   return starts;
 }
 
-std::vector<CalendarOccurrence> IcsItemBuilder::Unchanged(const IcsEvent& master, const Span& first,
-                                                          const RemovedDates& removed) {
-  const WallSeconds localLength = first.end - first.start;
-  std::vector<Span> spans;
+/// @param own          of an added date of the series itself
+/// @param firstLength  of the event's own occurrence, in local seconds
+IcsItemBuilder::Span IcsItemBuilder::SpanOf(const IcsTime& start, const IcsEvent& event,
+                                            const IcsAddedDate* own, WallSeconds firstLength) {
+  Span span{start.Local(), 0};
+  if (own && own->end) {
+    span.end = own->end->Local();
+  } else if (own && own->duration) {
+    span.end = After(start, *own->duration);
+  } else if (event.duration) {
+    span.end = After(start, *event.duration);
+  } else if (event.end && SameClock(*event.end, event.start)) {
+    // The clock shows the same times on the days around a change of the clock, too.
+    span.end = After(start, event.end->wall - event.start.wall);
+  } else {
+    span.end = span.start + firstLength;
+  }
+  span.end = std::max(span.end, span.start);
+  if (start.isDate && span.end == span.start) span.end += SecondsPerDay;
+  return span;
+}
+
+std::vector<IcsItemBuilder::Place> IcsItemBuilder::Places(
+    const IcsEvent& master, const IcsSegments& segments,
+    const std::map<const IcsEvent*, Span>& firsts, const std::vector<IcsSegments::Stretch>& reach,
+    const RemovedDates& removed) {
+  std::vector<Place> places;
   std::unordered_set<WallSeconds> starts;
   YearCounts ofItem(limits_.itemOccurrences);
   bool tooMany = false;
   const auto add = [&](const IcsTime& start, const IcsAddedDate* own) {
-    Span span{start.Local(), 0};
-    if (removed.Has(start, span.start)) return;
-    if (own && own->end) {
-      span.end = own->end->Local();
-    } else if (own && own->duration) {
-      span.end = After(start, *own->duration);
-    } else if (master.duration) {
-      span.end = After(start, *master.duration);
-    } else if (master.end && SameClock(*master.end, master.start)) {
-      // The clock shows the same times on the days around a change of the clock, too.
-      span.end = After(start, master.end->wall - master.start.wall);
-    } else {
-      span.end = span.start + localLength;
-    }
-    span.end = std::max(span.end, span.start);
-    if (start.isDate && span.end == span.start) span.end += SecondsPerDay;
-    if (!Touches(span) || !IsInCalendar(span.start) || starts.contains(span.start)) return;
+    const WallSeconds local = start.Local();
+    if (removed.Has(start, local) || starts.contains(local)) return;
+    const IcsEvent& event = segments.EventAt(start);
+    const auto moved = segments.Moved(start);
+    if (event.cancelled || !moved) return;
+    const Span& first = firsts.at(&event);
+    Span span = SpanOf(*moved, event, &event == &master ? own : nullptr, first.end - first.start);
+    if (!Touches(span) || !IsInCalendar(span.start)) return;
     const int year = YearOf(span.start);
     if (ofItem.Room(year) == 0 || occurrences_.Room(year) == 0) {
       (ofItem.Room(year) == 0 ? tooMany : lacksRoom_) = true;
@@ -187,14 +200,14 @@ std::vector<CalendarOccurrence> IcsItemBuilder::Unchanged(const IcsEvent& master
     }
     ofItem.Add(year);
     occurrences_.Add(year);
-    starts.insert(span.start);
-    CutAtLastYear(span, master);
-    spans.push_back(span);
+    starts.insert(local);
+    CutAtLastYear(span, event);
+    places.push_back({span, &event});
   };
 
   add(master.start, nullptr);
   for (const IcsRuleText& rule : master.rules) {
-    for (const WallSeconds wall : RuleStartsOf(master, rule, RuleKind::Adds, localLength)) {
+    for (const WallSeconds wall : RuleStartsOf(master, rule, RuleKind::Adds, reach)) {
       add({master.start.isDate, wall, master.start.zone}, nullptr);
     }
   }
@@ -208,51 +221,86 @@ std::vector<CalendarOccurrence> IcsItemBuilder::Unchanged(const IcsEvent& master
   if (tooMany) {
     diagnostics_.Warn(master.Line(), master.Name() + " " + TooManyInAYear(limits_.itemOccurrences));
   }
-
-  std::stable_sort(spans.begin(), spans.end(),
-                   [](const Span& a, const Span& b) { return a.start < b.start; });
-  std::vector<CalendarOccurrence> occurrences;
-  occurrences.reserve(spans.size());
-  for (const Span& span : spans) {
-    occurrences.push_back({ToDate(span.start), ToDate(span.end), -1});
-  }
-  return occurrences;
+  std::stable_sort(places.begin(), places.end(),
+                   [](const Place& a, const Place& b) { return a.span.start < b.span.start; });
+  return places;
 }
 
 void IcsItemBuilder::Expand(CalendarItem& item, const IcsEvent& master,
                             const std::vector<const IcsEvent*>& changed) {
-  const Span first{item.start.Seconds(), item.end.Seconds()};
+  const IcsSegments segments(master, changed);
+  std::map<const IcsEvent*, Span> firsts{{&master, {item.start.Seconds(), item.end.Seconds()}}};
+  for (const IcsEvent* event : changed) {
+    if (!event->cancelled) firsts.emplace(event, FirstSpan(*event));
+  }
+  WallSeconds longest = 0;
+  for (const auto& [event, first] : firsts) longest = std::max(longest, first.end - first.start);
+  const auto reach = segments.Reach(from_, to_, longest);
 
   RemovedDates removed;
   for (const IcsTime& date : master.exceptionDates) removed.Add(KeyOf(date, master));
   for (const IcsEvent* event : changed) removed.Add(KeyOf(*event->recurrenceId, master));
   for (const IcsRuleText& rule : master.exceptionRules) {
     removed.Add(KeyOf(master.start, master));
-    for (const WallSeconds wall :
-         RuleStartsOf(master, rule, RuleKind::TakesAway, first.end - first.start)) {
+    for (const WallSeconds wall : RuleStartsOf(master, rule, RuleKind::TakesAway, reach)) {
       removed.Add(KeyOf({master.start.isDate, wall, master.start.zone}, master));
     }
   }
 
-  item.occurrences = Unchanged(master, first, removed);
+  std::vector<Place> places = Places(master, segments, firsts, reach, removed);
   if (std::exchange(lacksRoom_, false)) {
     diagnostics_.Warn(master.Line(),
                       "occurrences of " + master.Name() +
                           " are left out, since the recurring events of the file have more than " +
                           std::to_string(limits_.occurrences) + " in a year");
   }
-
   for (const IcsEvent* event : changed) {
-    if (event->cancelled) continue;
-    const Span span = FirstSpan(*event);
-    if (!Touches(span)) continue;
-    item.occurrences.push_back(
-        {ToDate(span.start), ToDate(span.end), static_cast<std::int32_t>(item.changed.size())});
-    item.changed.push_back(event->fields);
+    if (event->cancelled || !Touches(firsts.at(event))) continue;
+    places.push_back({firsts.at(event), event});
+  }
+
+  std::map<const IcsEvent*, std::int32_t> fields{{&master, -1}};
+  item.occurrences.reserve(places.size());
+  for (const Place& place : places) {
+    const auto [known, isNew] =
+        fields.try_emplace(place.event, static_cast<std::int32_t>(item.changed.size()));
+    if (isNew) item.changed.push_back(place.event->fields);
+    item.occurrences.push_back({ToDate(place.span.start), ToDate(place.span.end), known->second});
   }
   std::stable_sort(
       item.occurrences.begin(), item.occurrences.end(),
       [](const CalendarOccurrence& a, const CalendarOccurrence& b) { return a.start < b.start; });
+}
+
+std::set<OccurrenceKey> OccurringAt(const std::set<OccurrenceKey>& keys, const IcsEvent& master) {
+  std::set<OccurrenceKey> found;
+  if (keys.empty()) return found;
+  const auto take = [&](const IcsTime& start) {
+    for (const OccurrenceKey& key :
+         {OccurrenceKey{true, DayOf(start.wall)}, KeyOf(start, master)}) {
+      if (keys.contains(key)) found.insert(key);
+    }
+  };
+  WallSeconds from = LastWall;
+  WallSeconds to = FirstWall;
+  for (const OccurrenceKey& key : keys) {
+    const WallSeconds at = key.isDay ? key.value * SecondsPerDay : key.value;
+    from = std::min(from, at);
+    to = std::max(to, at);
+  }
+  take(master.start);
+  for (const IcsAddedDate& added : master.addedDates) take(added.start);
+  constexpr WallSeconds Slack = 2 * SecondsPerDay;
+  const std::size_t most = IcsLimits{}.itemOccurrences;
+  for (const IcsRuleText& rule : master.rules) {
+    IcsRule expansion(rule.text, master.start);
+    const auto result = expansion.StartsIn(std::max(from - Slack, master.start.wall),
+                                           std::min(to + Slack, LastWall), most);
+    for (const WallSeconds wall : result.starts) {
+      take({master.start.isDate, wall, master.start.zone});
+    }
+  }
+  return found;
 }
 
 }  // namespace velkor

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -10,6 +12,7 @@
 #include "calendar/Diagnostics.h"
 #include "calendar/IcsEvent.h"
 #include "calendar/IcsLimits.h"
+#include "calendar/IcsSegments.h"
 
 namespace velkor {
 
@@ -37,7 +40,7 @@ class IcsItemBuilder {
         occurrences_(limits.occurrences) {}
 
   /// The item of an appointment. Of a recurring one with its changed occurrences, at most one for
-  /// each RECURRENCE-ID; a cancelled one only takes the occurrence away.
+  /// each RECURRENCE-ID; a cancelled one only takes the occurrence away, or this and all later.
   CalendarItem Item(const IcsEvent& main, const std::vector<const IcsEvent*>& changed,
                     std::string entryId);
   /// The item without its occurrences.
@@ -49,6 +52,11 @@ class IcsItemBuilder {
     WallSeconds start;
     WallSeconds end;
   };
+  /// An occurrence and the event that it has its texts from.
+  struct Place {
+    Span span;
+    const IcsEvent* event;
+  };
   struct RemovedDates;
 
   void Expand(CalendarItem& item, const IcsEvent& master,
@@ -59,9 +67,14 @@ class IcsItemBuilder {
   bool Touches(const Span& span) const { return span.start <= to_ && span.end >= from_; }
   enum class RuleKind { Adds, TakesAway };
   std::vector<WallSeconds> RuleStartsOf(const IcsEvent& master, const IcsRuleText& rule,
-                                        RuleKind kind, WallSeconds length);
-  std::vector<CalendarOccurrence> Unchanged(const IcsEvent& master, const Span& first,
-                                            const RemovedDates& removed);
+                                        RuleKind kind,
+                                        const std::vector<IcsSegments::Stretch>& reach);
+  Span SpanOf(const IcsTime& start, const IcsEvent& event, const IcsAddedDate* own,
+              WallSeconds firstLength);
+  std::vector<Place> Places(const IcsEvent& master, const IcsSegments& segments,
+                            const std::map<const IcsEvent*, Span>& firsts,
+                            const std::vector<IcsSegments::Stretch>& reach,
+                            const RemovedDates& removed);
 
   WallSeconds from_;
   WallSeconds to_;
@@ -81,5 +94,9 @@ struct OccurrenceKey {
   friend auto operator<=>(const OccurrenceKey&, const OccurrenceKey&) = default;
 };
 OccurrenceKey KeyOf(const IcsTime& named, const IcsEvent& master);
+
+/// Which of these keys are occurrences that the start, the rules and the added dates of a recurring
+/// event give.
+std::set<OccurrenceKey> OccurringAt(const std::set<OccurrenceKey>& keys, const IcsEvent& master);
 
 }  // namespace velkor

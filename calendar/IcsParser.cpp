@@ -3,15 +3,14 @@
 
 #include "calendar/IcsDocument.h"
 #include "calendar/IcsOccurrences.h"
+#include "calendar/IcsPlainText.h"
 #include "support/values/Text.h"
 
 namespace velkor {
 namespace {
 
 std::string NameOf(const std::string& file, const IcsScan& scan) {
-  if (const std::string name = ReadText(scan.calendarName, scan.encoding, " "); !name.empty()) {
-    return name;
-  }
+  if (!scan.calendarName.empty()) return scan.calendarName;
   std::string name = file.substr(file.find_last_of("/\\") + 1);
   constexpr std::string_view Extension = ".ics";
   if (name.size() > Extension.size() &&
@@ -26,7 +25,8 @@ std::string NameOf(const std::string& file, const IcsScan& scan) {
 ParsedCalendar ParseIcs(std::string_view bytes, const std::string& name, const DateWindow& window,
                         const IcsLimits& limits) {
   Diagnostics diagnostics(name, limits.diagnostics);
-  const IcsDocument document(bytes, name, limits, diagnostics);
+  const IcsPlainText plain(bytes, name);
+  const IcsDocument document(plain.Text(), name, limits, diagnostics);
   ParsedCalendar calendar;
   calendar.name = NameOf(name, document.Scan());
   IcsItemBuilder items(window, limits, diagnostics);

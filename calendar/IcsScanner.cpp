@@ -3,8 +3,10 @@
 
 #include <algorithm>
 #include <array>
+#include <unordered_set>
 
 #include "calendar/IcsLines.h"
+#include "calendar/IcsValues.h"
 #include "support/values/Text.h"
 
 namespace velkor {
@@ -45,6 +47,10 @@ class Scanner {
                                " are left out");
     }
     if (!oneName_) scan_.calendarName.clear();
+    for (IcsComponent& component : scan_.components) {
+      component.cancelled = cancelling_.contains(component.calendar);
+    }
+    scan_.lastCalendarCancels = cancelling_.contains(scan_.calendars - 1);
     DecideEncoding();
     return std::move(scan_);
   }
@@ -83,8 +89,9 @@ class Scanner {
     }
     if (IsTopLevel(name)) CloseUnfinished(line.begin);
     if (open_.empty()) {
-      current_ = {name, line.begin, line.begin, line.number, inCalendar_ ? scan_.calendars - 1 : -1,
-                  false};
+      current_ = {
+          name,  line.begin, line.begin, line.number, inCalendar_ ? scan_.calendars - 1 : -1,
+          false, false};
     }
     if (open_.size() < limits_.nesting) {
       open_.push_back(name);
@@ -159,10 +166,13 @@ class Scanner {
   void Between(const std::optional<IcsProperty>& property, const IcsLine& line) {
     if (inCalendar_ && property) {
       inGarbage_ = false;
+      if (property->Is("METHOD") && SameName(Trim(property->value), "CANCEL")) {
+        cancelling_.insert(scan_.calendars - 1);
+      }
       if (property->Is("X-WR-CALNAME") && !property->value.empty()) {
-        oneName_ =
-            oneName_ && (scan_.calendarName.empty() || scan_.calendarName == property->value);
-        scan_.calendarName = std::string(property->value);
+        std::string name = ReadText(*property);
+        oneName_ = oneName_ && (scan_.calendarName.empty() || scan_.calendarName == name);
+        scan_.calendarName = std::move(name);
       }
       return;
     }
@@ -191,14 +201,9 @@ class Scanner {
 
   void DecideEncoding() {
     if (firstInvalidLine_ == 0) return;
-    scan_.mixedEncodings = sawUtf8_;
-    if (sawUtf8_) {
-      diagnostics_.Warn(firstInvalidLine_,
-                        "here is text that is not UTF-8; its bytes show as U+FFFD");
-    } else {
-      scan_.encoding = IcsEncoding::Latin1;
-      diagnostics_.Warn(firstInvalidLine_, "the file is not UTF-8; it is read as Latin-1");
-    }
+    if (!sawUtf8_) scan_.encoding = IcsEncoding::Windows1252;
+    diagnostics_.Warn(firstInvalidLine_,
+                      "here is text that is not UTF-8; it is read as Windows-1252");
   }
 
   std::string_view bytes_;
@@ -207,6 +212,8 @@ class Scanner {
   IcsScan scan_;
   bool inCalendar_ = false;
   int calendarLine_ = 0;
+  /// Calendars with METHOD:CANCEL.
+  std::unordered_set<int> cancelling_;
   /// Names of the open components, the top-level one first.
   std::vector<std::string> open_;
   IcsComponent current_;

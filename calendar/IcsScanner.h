@@ -25,21 +25,24 @@ struct IcsComponent {
   int calendar = -1;
   /// There is no END; the component reaches to where something else begins.
   bool unfinished = false;
+  /// It stands in a calendar with METHOD:CANCEL.
+  bool cancelled = false;
 };
 
-enum class IcsEncoding { Utf8, Latin1 };
+enum class IcsEncoding { Utf8, Windows1252 };
 
 struct IcsScan {
   std::vector<IcsComponent> components;
   int calendars = 0;
+  /// The last calendar has METHOD:CANCEL.
+  bool lastCalendarCancels = false;
   /// Where the END line of the last calendar begins; none when that calendar has no END.
   std::optional<std::size_t> lastCalendarEnd;
-  /// X-WR-CALNAME as it stands in the file, when all calendars that have one agree.
+  /// X-WR-CALNAME, when all calendars that have one agree.
   std::string calendarName;
-  /// Latin1 when the file is no UTF-8 and no part of it looks like UTF-8 either.
+  /// What other texts are to be written in: Windows-1252 when the file is no UTF-8 and no part of
+  /// it looks like UTF-8 either.
   IcsEncoding encoding = IcsEncoding::Utf8;
-  /// Some bytes are UTF-8 and some are not.
-  bool mixedEncodings = false;
 };
 
 /// Goes through the file line by line; never fails. A component without END reaches to where the

@@ -1,8 +1,8 @@
 // calendar/IcsText.cpp: escaping, encoding and folding.
 #include "calendar/IcsText.h"
 
-#include "calendar/Diagnostics.h"
-#include "support/values/Error.h"
+#include "calendar/IcsValues.h"
+#include "support/CodePage1252.h"
 #include "support/values/Text.h"
 
 namespace velkor {
@@ -72,30 +72,19 @@ std::string DurationValue(std::int64_t seconds, bool wholeDays) {
 }
 
 std::string EncodeText(std::string_view text, IcsEncoding encoding) {
-  if (encoding == IcsEncoding::Utf8) return std::string(text);
-  std::string bytes;
-  for (std::string_view rest = text; !rest.empty();) {
-    const std::string_view before = rest;
-    const char32_t character = TakeCharacter(rest);
-    if (character > 0xFF) {
-      throw Error(errors::CalendarFailed,
-                  "The calendar file is written in Latin-1, which lacks the character " +
-                      Quoted(before.substr(0, before.size() - rest.size())) +
-                      "; nothing was saved.",
-                  "Calendar");
-    }
-    bytes += static_cast<char>(static_cast<unsigned char>(character));
+  if (encoding == IcsEncoding::Windows1252) {
+    std::string bytes = ToCodePage1252(text);
+    if (DecodeBytes(bytes) == text) return bytes;
   }
-  return bytes;
+  return std::string(text);
 }
 
-std::string FoldLine(std::string_view line, IcsEncoding encoding, std::string_view lineEnd) {
+std::string FoldLine(std::string_view line, std::string_view lineEnd) {
   constexpr std::size_t Longest = 75;
   std::string folded;
   std::size_t room = Longest;
   while (line.size() > room) {
-    std::string_view piece = line.substr(0, room);
-    if (encoding == IcsEncoding::Utf8) piece = CutAtCharacter(line, room);
+    std::string_view piece = CutAtCharacter(line, room);
     if (piece.empty()) piece = line.substr(0, room);
     folded.append(piece).append(lineEnd).append(" ");
     line.remove_prefix(piece.size());

@@ -20,13 +20,13 @@ std::string TimeValue(WallSeconds wall, bool isUtc);
 /// P2D or PT26H30M; not below 0.
 std::string DurationValue(std::int64_t seconds, bool wholeDays);
 
-/// The text in the encoding of a file. Throws Error (CalendarFailed) that names the first character
-/// which Latin-1 lacks.
+/// The text in the encoding of a file; in UTF-8 when it would not be read back from that one, as a
+/// character that Windows-1252 lacks.
 std::string EncodeText(std::string_view text, IcsEncoding encoding);
 
 /// One content line, folded so that no physical line is longer than 75 bytes and no character is
 /// split, each of them with this line end.
 /// @param line  in the file's encoding
-std::string FoldLine(std::string_view line, IcsEncoding encoding, std::string_view lineEnd);
+std::string FoldLine(std::string_view line, std::string_view lineEnd);
 
 }  // namespace velkor

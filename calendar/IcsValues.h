@@ -39,11 +39,13 @@ std::optional<IcsTimeText> ReadTimeText(std::string_view value);
 /// @return none for text that is no duration (RFC 5545 section 3.3.6)
 std::optional<IcsDuration> ReadDuration(std::string_view value);
 
-/// Bytes of the file as UTF-8, invalid ones and NUL as U+FFFD.
-std::string DecodeBytes(std::string_view bytes, IcsEncoding encoding);
-/// A TEXT value without its escapes; line breaks come out as `lineBreak`.
-std::string ReadText(std::string_view value, IcsEncoding encoding, std::string_view lineBreak);
+/// Bytes of the file as UTF-8; each byte that is no part of a character counts as Windows-1252.
+std::string DecodeBytes(std::string_view bytes);
+/// A TEXT value without its escapes and what ENCODING and CHARSET made of it, as StorableLine and
+/// StorableLines keep it. A character set that the system does not know counts for nothing.
+std::string ReadText(const IcsProperty& property);
+std::string ReadTextLines(const IcsProperty& property);
 /// The parts of a TEXT value between commas that are not escaped, each trimmed, no empty ones.
-std::vector<std::string> ReadTextList(std::string_view value, IcsEncoding encoding);
+std::vector<std::string> ReadTextList(const IcsProperty& property);
 
 }  // namespace velkor

@@ -19,23 +19,52 @@ namespace {
 constexpr std::int64_t EpochDistance = std::int64_t{25569} * SecondsPerDay;
 constexpr int AnyCalendar = -2;
 
-/// True for the rules that zone definitions are made of: once or a few days a year. Anything else
-/// could keep the library busy for ever.
+/// True for the rules that zone definitions are made of: once or a few days a year, at one time of
+/// the day. Anything else could keep the library busy for ever.
 bool IsOrdinaryZoneRule(std::string_view rule) {
   constexpr std::size_t Longest = 200;
   static constexpr std::array<std::string_view, 8> Known{
       "FREQ", "BYMONTH", "BYDAY", "BYMONTHDAY", "UNTIL", "COUNT", "INTERVAL", "WKST"};
+  static constexpr std::array<std::string_view, 2> KnownTimes{"BYHOUR", "BYMINUTE"};
   if (rule.size() > Longest) return false;
   bool yearly = false;
   while (!rule.empty()) {
     std::string_view value = TakePart(rule, ';');
     const std::string_view name = TakePart(value, '=');
-    const bool known = std::any_of(Known.begin(), Known.end(),
-                                   [&](std::string_view part) { return SameName(name, part); });
-    if (!known) return false;
+    const auto isName = [&](std::string_view part) { return SameName(name, part); };
+    const bool isTime = std::any_of(KnownTimes.begin(), KnownTimes.end(), isName) &&
+                        value.find(',') == std::string_view::npos;
+    if (!isTime && std::none_of(Known.begin(), Known.end(), isName)) return false;
     if (SameName(name, "FREQ")) yearly = SameName(value, "YEARLY");
   }
   return yearly;
+}
+
+/// A TZID without quotes and escapes.
+std::string PlainName(std::string_view tzid) {
+  std::string name;
+  for (std::size_t i = 0; i < tzid.size(); ++i) {
+    if (tzid[i] == '\\' && i + 1 < tzid.size()) ++i;
+    name += tzid[i];
+  }
+  std::string_view plain = Trim(name);
+  if (plain.size() >= 2 && plain.front() == '"' && plain.back() == '"') {
+    plain = Trim(plain.substr(1, plain.size() - 2));
+  }
+  return std::string(plain);
+}
+
+/// What definitions in another spelling have in common.
+std::string SpellingKey(std::string_view tzid) {
+  std::string key = PlainName(tzid);
+  std::transform(key.begin(), key.end(), key.begin(), Upper);
+  return key;
+}
+
+std::int64_t SystemOffsetAt(WallSeconds utc) {
+  const std::time_t time = static_cast<std::time_t>(utc - EpochDistance);
+  std::tm fields{};
+  return localtime_r(&time, &fields) ? fields.tm_gmtoff : 0;
 }
 
 }  // namespace
@@ -53,44 +82,45 @@ icaltimetype ToIcalTime(WallSeconds wall, bool isDate) {
   return time;
 }
 
+WallSeconds IcsZone::ToUtc(WallSeconds wall) const {
+  // The day before and the day after: no clock goes ahead or back by more than one.
+  const WallSeconds about = wall - OffsetAt(wall);
+  const std::int64_t before = OffsetAt(about - SecondsPerDay);
+  const std::int64_t after = OffsetAt(about + SecondsPerDay);
+  if (before != after && OffsetAt(wall - before) != before && OffsetAt(wall - after) == after) {
+    return wall - after;
+  }
+  return wall - before;
+}
+
 WallSeconds IcsZone::ToLocal(WallSeconds wall, std::int64_t exact) const {
   if (std::holds_alternative<Floating>(kind_)) return wall + exact;
-  const std::int64_t utc = wall - OffsetAt(wall) + exact;
-  const std::time_t time = static_cast<std::time_t>(utc - EpochDistance);
-  std::tm fields{};
-  return localtime_r(&time, &fields) ? utc + fields.tm_gmtoff : utc;
+  const WallSeconds utc = ToUtc(wall) + exact;
+  return utc + SystemOffsetAt(utc);
 }
 
 std::optional<WallSeconds> IcsZone::FromLocal(WallSeconds local) const {
-  // Each step corrects by the distance of the two clocks; a change of either needs one more.
-  constexpr int Steps = 4;
-  WallSeconds wall = local;
-  for (int step = 0; step < Steps && IsInCalendar(wall); ++step) {
-    const std::int64_t distance = local - ToLocal(wall);
-    if (distance == 0) return wall;
-    wall += distance;
-  }
-  return std::nullopt;
+  const WallSeconds wall = FromUtc(IcsZone(Floating{}).ToUtc(local));
+  if (!IsInCalendar(wall) || ToLocal(wall) != local) return std::nullopt;
+  return wall;
 }
 
-std::int64_t IcsZone::OffsetAt(WallSeconds wall) const {
+std::int64_t IcsZone::OffsetAt(WallSeconds utc) const {
   if (const auto* defined = std::get_if<Defined>(&kind_)) {
-    icaltimetype time = ToIcalTime(wall);
+    icaltimetype time = ToIcalTime(std::clamp(utc, FirstWall, LastWall));
     int daylight = 0;
-    return icaltimezone_get_utc_offset(defined->zone, &time, &daylight);
+    return icaltimezone_get_utc_offset_of_utc_time(defined->zone, &time, &daylight);
   }
   if (const auto* zone = std::get_if<QTimeZone>(&kind_)) {
-    const DateFields fields = Date::FromSeconds(wall).Fields();
-    const QDateTime time(QDate(fields.year, fields.month, fields.day),
-                         QTime(fields.hour, fields.minute, fields.second), *zone);
-    return wall - EpochDistance - time.toSecsSinceEpoch();
+    return zone->offsetFromUtc(QDateTime::fromSecsSinceEpoch(utc - EpochDistance, Qt::UTC));
   }
-  return 0;
+  return std::holds_alternative<Floating>(kind_) ? SystemOffsetAt(utc) : 0;
 }
 
 IcsZones::IcsZones(std::string_view bytes, const IcsScan& scan, const IcsLimits& limits,
                    Diagnostics& diagnostics)
     : bytes_(bytes), limits_(limits), diagnostics_(diagnostics) {
+  std::vector<std::string> names;
   for (const IcsComponent& component : scan.components) {
     if (component.name != "VTIMEZONE") continue;
     IcsLines lines(bytes_, component.begin, component.end, component.line, limits_.lineLength);
@@ -98,13 +128,17 @@ IcsZones::IcsZones(std::string_view bytes, const IcsScan& scan, const IcsLimits&
     while (lines.Next(line)) {
       const auto property = ReadProperty(line);
       if (!property || !property->Is("TZID")) continue;
-      const std::string tzid(property->value);
+      names.emplace_back(property->value);
       definitions_.push_back({&component});
-      byName_.try_emplace({component.calendar, tzid}, definitions_.size() - 1);
-      byName_.try_emplace({AnyCalendar, tzid}, definitions_.size() - 1);
       break;
     }
   }
+  const auto enter = [&](std::size_t index, const std::string& name) {
+    byName_.try_emplace({definitions_[index].component->calendar, name}, index);
+    byName_.try_emplace({AnyCalendar, name}, index);
+  };
+  for (std::size_t i = 0; i < names.size(); ++i) enter(i, names[i]);
+  for (std::size_t i = 0; i < names.size(); ++i) enter(i, SpellingKey(names[i]));
 }
 
 IcsZones::~IcsZones() {
@@ -115,15 +149,13 @@ const IcsZone& IcsZones::Find(int calendar, std::string_view tzid, int line) {
   const std::pair<int, std::string> key{calendar, std::string(tzid)};
   if (const auto known = found_.find(key); known != found_.end()) return *known->second;
 
-  const IcsZone* zone = nullptr;
-  for (const int place : {calendar, AnyCalendar}) {
-    const auto defined = byName_.find({place, key.second});
-    if (!zone && defined != byName_.end()) zone = Read(definitions_[defined->second]);
-  }
+  const IcsZone* zone = FindDefined(calendar, key.second);
+  if (!zone) zone = FindDefined(calendar, SpellingKey(tzid));
   if (!zone) {
-    const auto [known, isNew] = system_.try_emplace(key.second, nullptr);
+    const std::string name = PlainName(tzid);
+    const auto [known, isNew] = system_.try_emplace(name, nullptr);
     if (isNew) {
-      known->second = FindSystemZone(key.second);
+      known->second = FindSystemZone(name);
       if (!known->second) {
         known->second = &floating_;
         diagnostics_.Warn(line, "the time zone " + Quoted(tzid) +
@@ -134,6 +166,15 @@ const IcsZone& IcsZones::Find(int calendar, std::string_view tzid, int line) {
   }
   found_.emplace(key, zone);
   return *zone;
+}
+
+const IcsZone* IcsZones::FindDefined(int calendar, const std::string& name) {
+  for (const int place : {calendar, AnyCalendar}) {
+    const auto defined = byName_.find({place, name});
+    if (defined == byName_.end()) continue;
+    if (const IcsZone* zone = Read(definitions_[defined->second])) return zone;
+  }
+  return nullptr;
 }
 
 const IcsZone* IcsZones::Read(Definition& definition) {
@@ -185,23 +226,9 @@ const IcsZone* IcsZones::ReadDefinition(const IcsComponent& component) {
   return zones_.emplace_back(std::make_unique<IcsZone>(IcsZone::Defined{zone})).get();
 }
 
-const IcsZone* IcsZones::FindSystemZone(const std::string& tzid) {
-  constexpr std::size_t LongestName = 200;
-  if (tzid.empty() || tzid.size() > LongestName) return nullptr;
-  // Every tail of a prefixed name, the longest first.
-  for (std::size_t at = 0; at < tzid.size();) {
-    const QByteArray name = QByteArray::fromStdString(tzid.substr(at));
-    for (const QByteArray& id : {name, QTimeZone::windowsIdToDefaultIanaId(name)}) {
-      // A zone object would also take an unknown name for a POSIX rule.
-      if (id.isEmpty() || !QTimeZone::isTimeZoneIdAvailable(id)) continue;
-      if (QTimeZone zone(id); zone.isValid()) {
-        return zones_.emplace_back(std::make_unique<IcsZone>(std::move(zone))).get();
-      }
-    }
-    const std::size_t slash = tzid.find('/', at);
-    at = slash == std::string::npos ? tzid.size() : slash + 1;
-  }
-  return nullptr;
+const IcsZone* IcsZones::FindSystemZone(std::string_view name) {
+  auto zone = systemZones_.Find(name);
+  return zone ? zones_.emplace_back(std::make_unique<IcsZone>(*std::move(zone))).get() : nullptr;
 }
 
 }  // namespace velkor

@@ -16,6 +16,7 @@
 #include "calendar/Diagnostics.h"
 #include "calendar/IcsLimits.h"
 #include "calendar/IcsScanner.h"
+#include "calendar/SystemZones.h"
 #include "support/values/Date.h"
 
 struct _icaltimezone;
@@ -50,24 +51,31 @@ class IcsZone {
 
   explicit IcsZone(Kind kind) : kind_(std::move(kind)) {}
 
+  /// The moment at which this clock shows `wall`, as Greenwich's clock shows it: of a time that
+  /// comes twice the first, of one that is skipped by the offset before the gap (RFC 5545 section
+  /// 3.3.5). A floating clock is the system's.
+  /// @param wall  between FirstWall and LastWall; the result may lie outside
+  WallSeconds ToUtc(WallSeconds wall) const;
+  /// What this clock shows when Greenwich's shows `utc`.
+  WallSeconds FromUtc(WallSeconds utc) const { return utc + OffsetAt(utc); }
   /// The clock of the system's zone (variable TZ) when `exact` seconds have passed since this
   /// zone's clock showed `wall`. A floating time shows the same on every clock.
   /// @param wall  between FirstWall and LastWall; the result may lie outside
   WallSeconds ToLocal(WallSeconds wall, std::int64_t exact = 0) const;
-  /// What this zone's clock shows when the system's shows `local`; none for a time that the
-  /// system's clock skips, or outside the calendar's years.
+  /// What this zone's clock shows when the system's shows `local`; none for a time that one of the
+  /// clocks skips or shows for the second time, or outside the calendar's years.
   std::optional<WallSeconds> FromLocal(WallSeconds local) const;
 
  private:
-  /// Seconds east of Greenwich.
-  std::int64_t OffsetAt(WallSeconds wall) const;
+  /// Seconds east of Greenwich when its clock shows `utc`.
+  std::int64_t OffsetAt(WallSeconds utc) const;
 
   Kind kind_;
 };
 
-/// Finds zones by TZID: the definition in the same calendar, then one anywhere in the file, then
-/// the system's zone data by Olson name, also with a prefix (/example.org/2007/Asia/Tokyo), or by
-/// Windows name. An unknown zone is reported once; its times then count as floating.
+/// Finds zones by TZID, which may be quoted, escaped or in another case: the definition in the same
+/// calendar, then one anywhere in the file, then a zone of the system. An unknown zone is reported
+/// once; its times then count as floating.
 class IcsZones {
  public:
   IcsZones(std::string_view bytes, const IcsScan& scan, const IcsLimits& limits,
@@ -91,7 +99,8 @@ class IcsZones {
   };
   const IcsZone* Read(Definition& definition);
   const IcsZone* ReadDefinition(const IcsComponent& component);
-  const IcsZone* FindSystemZone(const std::string& tzid);
+  const IcsZone* FindDefined(int calendar, const std::string& name);
+  const IcsZone* FindSystemZone(std::string_view name);
 
   std::string_view bytes_;
   const IcsLimits& limits_;
@@ -101,12 +110,13 @@ class IcsZones {
   std::vector<std::unique_ptr<IcsZone>> zones_;
   std::vector<_icaltimezone*> owned_;
   std::vector<Definition> definitions_;
-  /// By calendar (-2 for the first one anywhere) and TZID.
+  /// By calendar (-2 for the first one anywhere) and TZID: as it stands, and by SpellingKey.
   std::map<std::pair<int, std::string>, std::size_t> byName_;
   /// By the text of the definition, so that copies of one zone are read once.
   std::unordered_map<std::string_view, const IcsZone*> byText_;
   std::map<std::pair<int, std::string>, const IcsZone*> found_;
   std::unordered_map<std::string, const IcsZone*> system_;
+  SystemZones systemZones_;
 };
 
 }  // namespace velkor

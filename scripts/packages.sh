@@ -14,7 +14,9 @@ packages_of() {
   case $1 in
     desktop)
       echo cmake ninja-build g++ qt6-base-dev qt6-svg-dev libical-dev nlohmann-json3-dev \
-        fonts-liberation fonts-dejavu-core tzdata ;;
+        fonts-liberation fonts-dejavu-core tzdata
+      # The older names of zones (US/Eastern), where tzdata leaves them out.
+      ! apt-cache show tzdata-legacy >/dev/null 2>&1 || echo tzdata-legacy ;;
     test)
       echo googletest libgtest-dev libgmock-dev libbenchmark-dev locales poppler-utils \
         clang-format-14 ;;
@@ -39,7 +41,7 @@ fi
 
 wanted=()
 for group in "$@"; do
-  list=$(packages_of "$group")
+  list=$(packages_of "$group" | tr '\n' ' ')
   read -ra some <<<"$list"
   wanted+=("${some[@]}")
 done

@@ -148,6 +148,17 @@ std::string ValidUtf8(std::string_view text) {
   }
 }
 
+std::string Printable(std::string_view text) {
+  std::string result;
+  result.reserve(text.size());
+  while (!text.empty()) {
+    const char32_t c = TakeCharacter(text);
+    const bool directs = (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
+    AppendCharacter(result, IsControl(c) || directs ? U' ' : c);
+  }
+  return result;
+}
+
 std::string_view CutAtCharacter(std::string_view text, std::size_t bytes) {
   if (text.size() <= bytes) return text;
   while (bytes > 0 && (static_cast<unsigned char>(text[bytes]) & 0xC0) == 0x80) --bytes;

@@ -67,6 +67,18 @@ void AppendCharacter(std::string& text, char32_t character);
 /// The text with every invalid sequence replaced by U+FFFD.
 std::string ValidUtf8(std::string_view text);
 
+/// A character that draws nothing and may steer a terminal or break a line: those of ASCII, DEL,
+/// U+0080 to U+009F, the separators of lines and paragraphs, and the two that turn every letter
+/// round (U+202D, U+202E).
+constexpr bool IsControl(char32_t c) {
+  return c < 0x20 || (c >= 0x7F && c < 0xA0) || (c >= 0x2028 && c <= 0x2029) ||
+         (c >= 0x202D && c <= 0x202E);
+}
+
+/// The text for a message or a terminal: valid UTF-8 on one line. Controls come out as blanks, and
+/// with them all that embed or isolate a direction, which would reach beyond the text.
+std::string Printable(std::string_view text);
+
 /// The longest start of a UTF-8 text of at most `bytes` bytes that splits no character.
 std::string_view CutAtCharacter(std::string_view text, std::size_t bytes);
 

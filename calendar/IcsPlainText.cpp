@@ -1,0 +1,95 @@
+// calendar/IcsPlainText.cpp: from UTF-16 and CR to UTF-8 and LF, and back.
+#include "calendar/IcsPlainText.h"
+
+#include <algorithm>
+
+#include "support/values/Error.h"
+#include "support/values/Text.h"
+
+namespace velkor {
+namespace {
+
+using namespace std::string_view_literals;
+
+constexpr char32_t Replacement = 0xFFFD;
+
+std::string FromUtf16(std::string_view bytes, bool bigEndian) {
+  std::string text;
+  text.reserve(bytes.size());
+  const auto unit = [&](std::size_t at) {
+    const auto first = static_cast<unsigned char>(bytes[at]);
+    const auto second = static_cast<unsigned char>(bytes[at + 1]);
+    return static_cast<char32_t>(bigEndian ? first << 8 | second : second << 8 | first);
+  };
+  for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) {
+    char32_t character = unit(at);
+    if (character >= 0xD800 && character < 0xDC00 && at + 3 < bytes.size()) {
+      const char32_t low = unit(at + 2);
+      if (low >= 0xDC00 && low < 0xE000) {
+        character = 0x10000 + ((character - 0xD800) << 10) + (low - 0xDC00);
+        at += 2;
+      }
+    }
+    AppendCharacter(text, character);
+  }
+  if (bytes.size() % 2 != 0) AppendCharacter(text, Replacement);
+  return text;
+}
+
+std::string ToUtf16(std::string_view text, bool bigEndian) {
+  std::string bytes;
+  bytes.reserve(text.size() * 2);
+  const auto put = [&](char32_t unit) {
+    const char high = static_cast<char>(unit >> 8 & 0xFF);
+    const char low = static_cast<char>(unit & 0xFF);
+    bytes += bigEndian ? high : low;
+    bytes += bigEndian ? low : high;
+  };
+  while (!text.empty()) {
+    const char32_t character = TakeCharacter(text);
+    if (character >= 0x10000) {
+      put(0xD800 + ((character - 0x10000) >> 10));
+      put(0xDC00 + ((character - 0x10000) & 0x3FF));
+    } else {
+      put(character);
+    }
+  }
+  return bytes;
+}
+
+}  // namespace
+
+IcsPlainText::IcsPlainText(std::string_view bytes, const std::string& name)
+    : bytes_(bytes), name_(name) {
+  if (bytes.starts_with("\xFF\xFE\0\0"sv) || bytes.starts_with("\0\0\xFE\xFF"sv)) {
+    throw Error(errors::CalendarFailed,
+                "The calendar file " + name + " is written in UTF-32, which is not read.",
+                "Calendar");
+  }
+  if (bytes.starts_with("\xFF\xFE"sv)) units_ = Units::LittleEndian;
+  if (bytes.starts_with("\xFE\xFF"sv)) units_ = Units::BigEndian;
+  if (units_ != Units::Bytes) converted_ = FromUtf16(bytes, units_ == Units::BigEndian);
+  const std::string_view text = Text();
+  returns_ = text.find('\n') == std::string_view::npos && text.find('\r') != std::string_view::npos;
+  if (!returns_) return;
+  if (!converted_) converted_ = std::string(bytes);
+  std::replace(converted_->begin(), converted_->end(), '\r', '\n');
+}
+
+std::string IcsPlainText::WithText(std::string text) const {
+  if (!converted_) return text;
+  if (Restored(*converted_) != bytes_) {
+    throw Error(errors::CalendarFailed,
+                "The calendar file " + name_ +
+                    " is broken UTF-16, of which a save would lose bytes; nothing was saved.",
+                "Calendar");
+  }
+  return Restored(std::move(text));
+}
+
+std::string IcsPlainText::Restored(std::string text) const {
+  if (returns_) std::replace(text.begin(), text.end(), '\n', '\r');
+  return units_ == Units::Bytes ? text : ToUtf16(text, units_ == Units::BigEndian);
+}
+
+}  // namespace velkor
