@@ -1,6 +1,8 @@
 // calendar/IcsRuleDays.cpp: works out the days of each kind of year.
 #include "calendar/IcsRuleDays.h"
 
+#include <algorithm>
+
 namespace velkor {
 namespace {
 

@@ -1,7 +1,6 @@
 // calendar/IcsRuleDays.h: the days that a recurrence rule leaves, whatever its interval.
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <bit>
 #include <chrono>
