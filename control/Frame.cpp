@@ -40,11 +40,7 @@ YearPlan::Frame::Frame(const Platform& platform, ControlHost& host)
       access_(*this, *this, platform_, AppointmentForm),
       cacheFile_(platform_.files, platform_.locale, *this),
       refresh_(*this, *this, platform_, elements.tmrBackground,
-               [this] {
-                 const DisplaySpan& span = grid_.Span();
-                 return RefreshInputs{span.ViewYear,   span.FirstMonth,   paths_.cacheFile,
-                                      paths_.workFile, access_.EntryID(), access_.StoreID()};
-               }),
+               [this] { return InputsOf(grid_.Span(), paths_); }),
       colours_([this] { return access_.ReopenFolder(); }, platform_.locale, platform_.messages),
       commands_(*this, *this, access_, platform_, AppointmentForm),
       categoryCommands_(*this, colours_, platform_),
@@ -175,6 +171,11 @@ CachePaths YearPlan::Frame::CachePathsOf(int viewYear) {
   const std::string name =
       CacheFileName(access_.CurrentUserName(), viewYear, Folder, platform_.locale);
   return MakeCachePaths(name, platform_.environment, platform_.files);
+}
+
+RefreshInputs YearPlan::Frame::InputsOf(const DisplaySpan& span, const CachePaths& paths) {
+  return {span.ViewYear,  span.FirstMonth,   paths.cacheFile,
+          paths.workFile, access_.EntryID(), access_.StoreID()};
 }
 
 void YearPlan::Frame::TakeOptions() {

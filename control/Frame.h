@@ -79,7 +79,8 @@ class YearPlan::Frame : public Planner, public EventView, public CategoryView, p
 
   // YearSource
   int DisplayedYear() const override { return grid_.Span().ViewYear; }
-  EventCollection EventsOf(int viewYear) override;
+  std::optional<EventCollection> EventsOf(int viewYear,
+                                          const std::function<bool()>& goesOn) override;
   std::unique_ptr<OutlookItem> ItemOf(std::string_view eventId) override {
     return access_.Item(eventId);
   }
@@ -102,6 +103,8 @@ class YearPlan::Frame : public Planner, public EventView, public CategoryView, p
 
   void ShowSpan(const DisplaySpan& span);
   CachePaths CachePathsOf(int viewYear);
+  /// What a refresh of a span works on.
+  RefreshInputs InputsOf(const DisplaySpan& span, const CachePaths& paths);
   /// Has the grid follow the properties as they are now.
   void TakeOptions();
   /// @return whether others are on show now

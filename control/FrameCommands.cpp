@@ -10,6 +10,7 @@
 #include "exchange/XmlExport.h"
 #include "model/Guard.h"
 #include "model/WaitPointer.h"
+#include "model/YearRefresh.h"
 #include "platform/Forms.h"
 #include "print/frmPrint.h"
 #include "support/values/Error.h"
@@ -102,7 +103,8 @@ void YearPlan::Frame::ChangeCategories(std::vector<Category> categories) {
   Redraw(false);
 }
 
-EventCollection YearPlan::Frame::EventsOf(int viewYear) {
+std::optional<EventCollection> YearPlan::Frame::EventsOf(int viewYear,
+                                                         const std::function<bool()>& goesOn) {
   const DisplaySpan span{viewYear, grid_.Span().FirstMonth};
   EventCollection events;
   if (!IsValidSpan(span)) return events;
@@ -110,13 +112,20 @@ EventCollection YearPlan::Frame::EventsOf(int viewYear) {
   EventFields fields = grid_.Fields();
   fields.span = span;
   fields.columns = MonthColumns(span);
-  const std::string path = CachePathsOf(viewYear).cacheFile;
+  const CachePaths paths = CachePathsOf(viewYear);
   // A reader of its own: a load of the displayed year may come in between.
-  const LoadOutcome outcome =
-      CacheFile(platform_.files, platform_.locale, *this).Load(path, fields, events);
-  if (outcome == LoadOutcome::LoadedInPart) {
-    throw Error(errors::InputPastEnd,
-                "The year " + std::to_string(viewYear) + " has no whole cache file: " + path);
+  const auto load = [&] {
+    return CacheFile(platform_.files, platform_.locale, *this)
+        .Load(paths.cacheFile, fields, events);
+  };
+  LoadOutcome outcome = load();
+  if (outcome == LoadOutcome::NoFile) {
+    if (!RefreshAndWait(platform_, InputsOf(span, paths), goesOn)) return std::nullopt;
+    outcome = load();
+  }
+  if (outcome != LoadOutcome::Loaded) {
+    throw Error(errors::InputPastEnd, "The year " + std::to_string(viewYear) +
+                                          " has no whole cache file: " + paths.cacheFile);
   }
   return events;
 }

@@ -31,8 +31,12 @@ void Read(PropertyBag& bag, std::string_view key, Value& value, const Value& fal
   value = std::get<Value>(bag.ReadProperty(key, fallback));
 }
 
+bool IsMonth(int month) {
+  return month >= 1 && month <= 12;
+}
+
 void CheckMonth(int month) {
-  if (month >= 1 && month <= 12) return;
+  if (IsMonth(month)) return;
   throw Error(errors::InvalidProcedureCall,
               "StartMonth is " + std::to_string(month) + "; months are 1 to 12.", "YearPlan");
 }
@@ -119,8 +123,8 @@ void YearPlan::ReadProperties(PropertyBag& bag) {
                     DefaultAppointmentForm);
   std::int16_t month = DefaultFirstMonth;
   Read(bag, property_keys::FirstMonth, month, DefaultFirstMonth);
-  CheckMonth(month);
-  frame.FirstMonth = month;
+  // A bag holds what other programs wrote.
+  frame.FirstMonth = IsMonth(month) ? month : DefaultFirstMonth;
   frame.elements.tmrStart.SetEnabled(true);
 }
 

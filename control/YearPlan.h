@@ -49,7 +49,7 @@ class YearPlan {
   const std::string& AppointmentForm() const;
   void SetAppointmentForm(std::string_view value);
   /// First month of the span, 1 to 12, persisted as "StartMonth". A value outside throws Error
-  /// (InvalidProcedureCall). Counts from the next change of year.
+  /// (InvalidProcedureCall); in a property bag it counts as 1. Counts from the next change of year.
   int FirstMonth() const;
   void SetFirstMonth(int value);
 

@@ -1,6 +1,7 @@
 // exchange/XmlDocument.cpp: lines and texts of the exported file.
 #include "exchange/XmlDocument.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -14,8 +15,27 @@ namespace {
 
 constexpr std::size_t PieceSize = std::size_t{1} << 20;
 
-bool IsAscii(std::string_view text) {
-  return AsciiLength(text) == text.size();
+/// Whether XML has the character (Extensible Markup Language 1.0, section 2.2).
+bool IsAllowed(char32_t character) {
+  if (character < 0x20) return character == '\t' || character == '\n' || character == '\r';
+  return character != 0xFFFE && character != 0xFFFF;
+}
+
+/// Whether the text is its own bytes in the file, as most are: ASCII of which XML has every
+/// character.
+bool IsPlain(std::string_view text) {
+  return AsciiLength(text) == text.size() &&
+         std::all_of(text.begin(), text.end(), [](char c) { return IsAllowed(char32_t(c)); });
+}
+
+/// The text without what XML forbids.
+std::string Allowed(std::string_view text) {
+  std::string allowed;
+  while (!text.empty()) {
+    const char32_t character = TakeCharacter(text);
+    if (IsAllowed(character)) AppendCharacter(allowed, character);
+  }
+  return allowed;
 }
 
 /// "yyyy-MM-ddTHH:mm:ss".
@@ -46,10 +66,10 @@ class DateTimeText {
 }  // namespace
 
 XmlDocument::XmlDocument(LocaleApi& locale, std::string_view host, const CategoryTable& categories)
-    : locale_(locale), page_(locale.AnsiCodePage()) {
+    : locale_(locale), page_(Locale::BytePage(locale)) {
   Put("<?xml version=\"1.0\" encoding=\"utf-8\" ?>\r\n"
       "<VelkorData xmlns = \"http://");
-  PutAnsi(host);
+  PutText(host);
   Put("/Schemas/VelkorData01.xsd\">\r\n");
   PutCategories(categories);
 }
@@ -59,7 +79,7 @@ void XmlDocument::PutCategories(const CategoryTable& categories) {
   for (const Category& category : categories.All()) {
     Put("\t\t<Category>\r\n"
         "\t\t\t<Text><![CDATA[");
-    PutAnsi(category.name);
+    PutText(category.name);
     Put("]]></Text>\r\n"
         "\t\t\t<Colour>");
     Put(std::to_string(category.colour.value));
@@ -78,10 +98,10 @@ void XmlDocument::AddAppointment(const CalEvent& event, std::string_view body,
                                  std::string_view location) {
   Put("\t\t<Appointment>\r\n"
       "\t\t\t<Subject><![CDATA[");
-  PutUtf8(event.Subject);
+  PutText(event.Subject);
   Put("]]></Subject>\r\n"
       "\t\t\t<CategoryList><![CDATA[");
-  PutAnsi(event.Categories);
+  PutText(event.Categories);
   Put("]]></CategoryList>\r\n"
       "\t\t\t<StartDateTime>");
   Put(DateTimeText(event.StartDate).Text());
@@ -90,13 +110,13 @@ void XmlDocument::AddAppointment(const CalEvent& event, std::string_view body,
   Put(DateTimeText(event.EndDate).Text());
   Put("</EndDateTime>\r\n"
       "\t\t\t<Body><![CDATA[");
-  PutUtf8(body);
+  PutText(body);
   Put("]]></Body>\r\n"
       "\t\t\t<Location><![CDATA[");
-  PutUtf8(location);
+  PutText(location);
   Put("]]></Location>\r\n"
       "\t\t\t<ID>");
-  PutAnsi(event.EventID);
+  PutText(event.EventID);
   Put("</ID>\r\n"
       "\t\t</Appointment>\r\n");
 }
@@ -118,21 +138,12 @@ void XmlDocument::Put(std::string_view bytes) {
   }
 }
 
-// ASCII is the same bytes in UTF-8 and in every ANSI code page, so it needs no conversion.
-
-void XmlDocument::PutAnsi(std::string_view text) {
-  if (IsAscii(text)) {
+void XmlDocument::PutText(std::string_view text) {
+  if (IsPlain(text)) {
     Put(text);
   } else {
-    Put(locale_.ToCodePage(text, page_));
-  }
-}
-
-void XmlDocument::PutUtf8(std::string_view text) {
-  if (IsAscii(text)) {
-    Put(text);
-  } else {
-    Put(locale_.ToCodePage(Locale::Utf8Encode(locale_, text), page_));
+    const std::string utf8 = Locale::Utf8Encode(locale_, Allowed(text));
+    Put(locale_.ToCodePage(utf8, page_));
   }
 }
 

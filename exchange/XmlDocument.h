@@ -1,4 +1,4 @@
-// exchange/XmlDocument.h: the exported file, as bytes in the system's ANSI code page.
+// exchange/XmlDocument.h: the exported file, as the bytes that are written.
 #pragma once
 
 #include <string>
@@ -12,10 +12,9 @@ namespace velkor {
 class CategoryTable;
 struct CalEvent;
 
-/// The categories with their colours, then the appointments that are added. The declaration names
-/// UTF-8, which is true of subjects, bodies and locations alone: names of categories and
-/// identifiers are in the code page. Texts are written as they are, in CDATA sections, without
-/// escaping, an identifier and the host outside of them.
+/// The categories with their colours, then the appointments that are added, all in UTF-8. Texts are
+/// written as they are, in CDATA sections, without escaping, an identifier and the host outside of
+/// them; characters that XML forbids are left out.
 class XmlDocument {
  public:
   /// @param locale  outlives this
@@ -34,9 +33,7 @@ class XmlDocument {
 
  private:
   void Put(std::string_view bytes);
-  /// A text in the code page, and one whose UTF-8 bytes are to stand in the file.
-  void PutAnsi(std::string_view text);
-  void PutUtf8(std::string_view text);
+  void PutText(std::string_view text);
   void PutCategories(const CategoryTable& categories);
 
   LocaleApi& locale_;

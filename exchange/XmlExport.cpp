@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "exchange/XmlDocument.h"
@@ -90,9 +91,7 @@ ExportOutcome XmlExport::Write(const std::string& fileName, const ExportChoice& 
     if (!AddYears(choice, document)) return ExportOutcome::Cancelled;
   }
   document.End();
-  const bool saved = Save(fileName, document.Pieces());
-  Tell(platform_.messages, saved ? "Velkor Data saved" : "Failed to save file.");
-  return saved ? ExportOutcome::Saved : ExportOutcome::NotOpened;
+  return Save(fileName, document.Pieces()) ? ExportOutcome::Saved : ExportOutcome::NotSaved;
 }
 
 bool XmlExport::AddYears(const ExportChoice& choice, XmlDocument& document) {
@@ -108,7 +107,8 @@ bool XmlExport::AddYears(const ExportChoice& choice, XmlDocument& document) {
       const auto step = [&](int doneOfYear) {
         return progress->Step(done + doneOfYear, total, text);
       };
-      goesOn = step(0) && AddYear(source_.EventsOf(year), filter, step, document);
+      const auto events = step(0) ? source_.EventsOf(year, [&] { return step(0); }) : std::nullopt;
+      goesOn = events && AddYear(*events, filter, step, document);
     }
   });
   return goesOn;
@@ -142,20 +142,36 @@ void XmlExport::AddAppointment(const CalEvent& event, XmlDocument& document) {
 }
 
 bool XmlExport::Save(const std::string& fileName, const std::vector<std::string>& pieces) {
-  if (!modFileIO::DeleteIfPresent(platform_.files, fileName)) {
-    throw Error(errors::PermissionDenied, "Permission denied: " + fileName);
+  while (true) {
+    try {
+      const bool saved = Replace(fileName, pieces);
+      Tell(platform_.messages, saved ? "Velkor Data saved" : "Failed to save file.");
+      return saved;
+    } catch (const Error& error) {
+      using modFileIO::FileErrorAnswer;
+      const auto answer = modFileIO::ReportFileError(platform_.messages, error.Number());
+      if (answer == FileErrorAnswer::NotAFileError) throw;
+      if (answer != FileErrorAnswer::Retry) return false;
+    }
   }
-  auto file = modFileIO::OpenForWriting(platform_.files, fileName);
+}
+
+bool XmlExport::Replace(const std::string& fileName, const std::vector<std::string>& pieces) {
+  const std::string beside = fileName + ".part";
+  const auto file = modFileIO::OpenForWriting(platform_.files, beside);
   if (!file) return false;
   try {
     for (const std::string& piece : pieces) file->Write(piece);
-    file->Flush();
+    if (file->MoveOver(fileName)) return true;
   } catch (...) {
-    file.reset();
-    platform_.files.Delete(fileName);
+    // While it is still held, so that no other writer's file is meant.
+    platform_.files.Delete(beside);
     throw;
   }
-  return true;
+  platform_.files.Delete(beside);
+  // A folder or a device of that name is nothing that an export replaces.
+  if (!platform_.files.Exists(fileName)) return false;
+  throw Error(errors::PermissionDenied, "Permission denied: " + fileName);
 }
 
 }  // namespace velkor

@@ -29,8 +29,8 @@ struct ExportChoice {
 
 enum class ExportOutcome {
   Saved,
-  /// The file could not be opened, which was told; an older file of that name is gone.
-  NotOpened,
+  /// The file could not be opened or written, which was told; an older file of that name stays.
+  NotSaved,
   /// The user ended it while appointments were read; nothing was written.
   Cancelled,
 };
@@ -46,11 +46,10 @@ class XmlExport {
   /// message. A failure is told; it throws no Error.
   void Run();
 
-  /// Takes the appointments, then replaces the file and tells of it. An older file stays as it is
-  /// until all appointments have been read, and goes right before the new one is opened, which it
-  /// is lost for even when that fails.
-  /// Throws Error when an appointment or a year cannot be read, when the older file cannot be
-  /// deleted (PermissionDenied), and when writing fails; no part of a new file stays then.
+  /// Takes the appointments, then replaces the file and tells of it. What is written stands beside
+  /// it until it is whole: whatever stops this, the older file or the new one is there.
+  /// Throws Error when an appointment or a year cannot be read, and when the older file cannot be
+  /// replaced (PermissionDenied).
   /// @param fileName  UTF-8, with its folder
   ExportOutcome Write(const std::string& fileName, const ExportChoice& choice);
 
@@ -62,8 +61,10 @@ class XmlExport {
   bool AddYear(const EventCollection& events, const CategoryFilter& filter,
                const std::function<bool(int doneOfYear)>& step, XmlDocument& document);
   void AddAppointment(const CalEvent& event, XmlDocument& document);
-  /// @return false when the file could not be opened
+  /// @return false when the file could not be opened or written, which was told
   bool Save(const std::string& fileName, const std::vector<std::string>& pieces);
+  /// @return false when the file could not be opened
+  bool Replace(const std::string& fileName, const std::vector<std::string>& pieces);
 
   YearSource& source_;
   const Platform platform_;

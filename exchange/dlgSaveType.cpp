@@ -43,7 +43,8 @@ dlgSaveType::dlgSaveType() : Form("dlgSaveType", "Export") {
   Label2.SetCaption("From:");
   Label3.SetCaption("To:");
   Label4.SetCaption(
-      "Dates are day/month/year. Every year between them is exported as it was last refreshed.");
+      "Dates are day/month/year. Every year between them is exported as it was last refreshed; one "
+      "that never was is refreshed first.");
   OKButton.SetCaption("OK");
   CancelButton.SetCaption("Cancel");
 

@@ -58,6 +58,10 @@ LoadOutcome CacheFile::LoadRecords(const std::string& path, const EventFields& f
     events = {};
     return LoadOutcome::Aborted;
   }
+  if (reader.IsOfOtherPage()) {
+    events = {};
+    return LoadOutcome::NoFile;
+  }
   const bool whole = reader.Remaining() == 0;
   // The bytes go before the collection is ordered: less memory at the peak.
   bytes.reset();

@@ -18,7 +18,8 @@ enum class LoadOutcome {
   /// A record could not be read, and those before it were loaded; or the file could not be read,
   /// and nothing was.
   LoadedInPart,
-  /// There is no such file: an empty year, which a refresh fills.
+  /// There is no such file, or one whose texts are in another code page: an empty year, which a
+  /// refresh fills.
   NoFile,
   /// A load was asked for while this one ran; the collection is empty.
   Aborted,

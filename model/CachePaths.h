@@ -16,7 +16,8 @@ struct CachePaths {
   std::string workFile;
 };
 
-/// Sum of the ANSI codes of all characters of a folder path but the last.
+/// Sum of the codes, in the system's ANSI code page, of all characters of a folder path but the
+/// last.
 long FolderChecksum(std::string_view folder, LocaleApi& locale);
 
 /// Name of the cache file, made safe.

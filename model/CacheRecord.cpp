@@ -76,7 +76,7 @@ bool TakeDate(std::string_view& bytes, Date& date) {
 
 void AppendCacheRecord(std::string& bytes, std::string_view eventId, std::string_view subject,
                        std::string_view categories, Date start, Date end, LocaleApi& locale) {
-  const CodePage page = locale.AnsiCodePage();
+  const CodePage page = locale.CachePage();
   AppendText(bytes, eventId, locale, page);
   AppendText(bytes, subject, locale, page);
   AppendText(bytes, categories, locale, page);
@@ -93,11 +93,18 @@ bool CacheRecordReader::Next(CalEvent& event) {
                      TakeText(bytes, categories) && TakeDate(bytes, event.StartDate) &&
                      TakeDate(bytes, event.EndDate);
   if (!whole) return false;
-  event.EventID = locale_.FromCodePage(eventId, codePage_);
-  event.Subject = locale_.FromCodePage(subject, codePage_);
-  event.Categories = locale_.FromCodePage(categories, codePage_);
+  event.EventID = Text(eventId);
+  event.Subject = Text(subject);
+  event.Categories = Text(categories);
+  if (isOfOtherPage_) return false;
   rest_ = bytes;
   return true;
+}
+
+std::string CacheRecordReader::Text(std::string_view bytes) {
+  std::string text = locale_.FromCodePage(bytes, codePage_);
+  if (codePage_ == code_pages::Utf8 && text != bytes) isOfOtherPage_ = true;
+  return text;
 }
 
 std::size_t CacheRecordReader::CountAhead() const {

@@ -10,8 +10,8 @@
 namespace velkor {
 
 /// Appends a record: EventID, Subject and Categories, each as a 16-bit length and that many bytes
-/// of the ANSI code page, then StartDate and EndDate as 8-byte doubles; all little-endian. A text
-/// longer than 65535 bytes is cut at a character.
+/// of the cache's code page, then StartDate and EndDate as 8-byte doubles; all little-endian. A
+/// text longer than 65535 bytes is cut at a character.
 void AppendCacheRecord(std::string& bytes, std::string_view eventId, std::string_view subject,
                        std::string_view categories, Date start, Date end, LocaleApi& locale);
 
@@ -20,12 +20,16 @@ class CacheRecordReader {
  public:
   /// `bytes` must outlive the reader.
   CacheRecordReader(std::string_view bytes, LocaleApi& locale)
-      : rest_(bytes), locale_(locale), codePage_(locale.AnsiCodePage()) {}
+      : rest_(bytes), locale_(locale), codePage_(locale.CachePage()) {}
 
   /// Reads the texts and dates of one record.
-  /// @return false at the end, and before a record that is cut short or holds a date that is no
-  ///         number or outside the years 100 to 9999; `event` is then without meaning
+  /// @return false at the end, and before a record that is cut short, holds a date that is no
+  ///         number or outside the years 100 to 9999, or texts of another code page; `event` is
+  ///         then without meaning
   bool Next(CalEvent& event);
+  /// Next came upon bytes that are no UTF-8 where the cache is kept in that: a version before wrote
+  /// them in the system's ANSI code page.
+  bool IsOfOtherPage() const { return isOfOtherPage_; }
 
   /// How many records the bytes hold at most, by their lengths alone; decodes nothing.
   std::size_t CountAhead() const;
@@ -34,9 +38,12 @@ class CacheRecordReader {
   std::size_t Remaining() const { return rest_.size(); }
 
  private:
+  std::string Text(std::string_view bytes);
+
   std::string_view rest_;
   LocaleApi& locale_;
   CodePage codePage_;
+  bool isOfOtherPage_ = false;
 };
 
 }  // namespace velkor

@@ -12,6 +12,7 @@
 #include "model/EventView.h"
 #include "model/Guard.h"
 #include "model/Planner.h"
+#include "platform/System.h"
 #include "support/values/Error.h"
 #include "support/values/Text.h"
 #include "view/span/CategoryFilter.h"
@@ -152,8 +153,16 @@ std::unique_ptr<OutlookItem> CalendarAccess::NewItem(std::string_view messageCla
   return folder_->Items()->Add(messageClass);
 }
 
-std::string CalendarAccess::CurrentUserName() {
-  return platform_.outlook.CurrentUserName();
+const std::string& CalendarAccess::CurrentUserName() {
+  if (!userName_) {
+    try {
+      userName_ = platform_.outlook.CurrentUserName();
+    } catch (const Error&) {
+      // Who was refused once would be asked for every year, and refuse again.
+      userName_ = platform_.environment.Variable("USERNAME");
+    }
+  }
+  return *userName_;
 }
 
 void CalendarAccess::ReleaseFolder() noexcept {

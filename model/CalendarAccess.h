@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -48,7 +49,8 @@ class CalendarAccess : private OutlookItemEvents {
   std::unique_ptr<OutlookItem> Item(std::string_view entryId);
   /// A new item of the folder, not saved yet.
   std::unique_ptr<OutlookItem> NewItem(std::string_view messageClass);
-  std::string CurrentUserName();
+  /// The current user's name, asked for once; where that is refused, the name of the login.
+  const std::string& CurrentUserName();
 
   /// Lets go of the folder and the session; errors while doing so are ignored.
   void Release() noexcept;
@@ -76,6 +78,7 @@ class CalendarAccess : private OutlookItemEvents {
   std::unique_ptr<OutlookFolder> folder_;
   std::string entryId_;
   std::string storeId_;
+  std::optional<std::string> userName_;
   /// Connected for events.
   std::unique_ptr<OutlookItems> m_olItems;
 };

@@ -1,7 +1,9 @@
 // model/YearSource.h: years of the calendar on show, as those read them who take several.
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "model/CategoryTable.h"
@@ -20,8 +22,12 @@ class YearSource {
   virtual const CategoryTable& Categories() const = 0;
   virtual const CategoryFilter& Filter() const = 0;
   /// The events of a view year as its cache file has them, their fields derived; none where there
-  /// is no cache file, or no such year. The displayed year stays what it is. Throws Error.
-  virtual EventCollection EventsOf(int viewYear) = 0;
+  /// is no such year. A year without a cache file is refreshed first. The displayed year stays what
+  /// it is. Throws Error, which names a year that cannot be refreshed or read.
+  /// @param goesOn  asked while it waits
+  /// @return no collection when that answered false
+  virtual std::optional<EventCollection> EventsOf(int viewYear,
+                                                  const std::function<bool()>& goesOn) = 0;
   /// The item behind an EventID. Throws Error when there is none.
   virtual std::unique_ptr<OutlookItem> ItemOf(std::string_view eventId) = 0;
   /// Stops tmrBackground, before several years are read.

@@ -53,9 +53,11 @@ class LocaleApi {
   virtual void EnumCalendarInfo(LocaleId locale, std::uint32_t calendarType,
                                 const std::function<bool(std::string_view)>& name) = 0;
 
-  /// The system's ANSI code page; 1252 off Windows. An ASCII text is the same bytes in each (Code
+  /// The system's ANSI code page; UTF-8 off Windows. An ASCII text is the same bytes in each (Code
   /// Page Identifiers).
   virtual CodePage AnsiCodePage() = 0;
+  /// The code page of cache files, whoever writes them on this system.
+  virtual CodePage CachePage() = 0;
   /// UTF-8 to the bytes of a code page; a character that it lacks becomes '?'. A page's undefined
   /// bytes stand for the control characters of the same code, both ways.
   virtual std::string ToCodePage(std::string_view text, CodePage page) = 0;

@@ -37,7 +37,7 @@ class Environment {
  public:
   virtual ~Environment() = default;
   /// Value of an environment variable; empty when it is not set. Off Windows the face answers
-  /// "TMP" with its private cache folder.
+  /// "TMP" with its private cache folder and "USERNAME" with the name of the login.
   virtual std::string Variable(std::string_view name) = 0;
   /// What stands between the components of a path: a backslash on Windows, else a slash.
   virtual char PathSeparator() const = 0;
@@ -55,7 +55,8 @@ class OutputFile {
   virtual void Flush() = 0;
   /// Flushes, then gives the file another name, replacing what has that name in one step: whoever
   /// looks sees the old file or the new one, whole. No writing after this.
-  /// @return false when the old file could not be replaced; both files then stay as they were
+  /// @return false when the old file could not be replaced or is no file on a disk; both then stay
+  ///         as they were
   virtual bool MoveOver(const std::string& path) = 0;
 };
 

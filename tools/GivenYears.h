@@ -3,6 +3,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -32,7 +33,8 @@ class GivenYears : public YearSource {
   int DisplayedYear() const override { return years.empty() ? 0 : years.begin()->first; }
   const CategoryTable& Categories() const override { return categories; }
   const CategoryFilter& Filter() const override { return filter; }
-  EventCollection EventsOf(int viewYear) override {
+  std::optional<EventCollection> EventsOf(int viewYear,
+                                          const std::function<bool()>& /*goesOn*/) override {
     const auto found = years.find(viewYear);
     return found == years.end() ? EventCollection() : found->second;
   }

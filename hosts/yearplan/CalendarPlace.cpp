@@ -1,56 +1,58 @@
-// hosts/yearplan/CalendarPlace.cpp: a calendar's cache folder, and the user's name.
+// hosts/yearplan/CalendarPlace.cpp: a calendar's cache folder, on the disk or in memory.
 #include "hosts/yearplan/CalendarPlace.h"
 
-#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <QFileInfo>
 #include <cerrno>
 #include <system_error>
 
-#include "calendar/ShortHash.h"
-#include "platform/desktop/DesktopFiles.h"
+#include "hosts/yearplan/CacheFolders.h"
 #include "support/values/Error.h"
 
 namespace velkor {
 namespace {
 
-/// The file's name for people, and a hash of its whole path.
-std::string FolderOf(const std::string& calendar) {
-  constexpr int LongestName = 40;
-  constexpr std::size_t HashLength = 16;
-  const QFileInfo file(QString::fromStdString(calendar));
-  const QString place =
-      file.canonicalFilePath().isEmpty() ? file.absoluteFilePath() : file.canonicalFilePath();
-  const std::string hash = ShortHash(place.toStdString()).substr(0, HashLength);
-  return file.completeBaseName().left(LongestName).toStdString() + " " + hash;
+[[noreturn]] void Refuse(const std::string& folder) {
+  const int code = errno;
+  throw Error(FileErrorOf(code), "Cannot use the cache folder " + folder + ": " +
+                                     std::generic_category().message(code));
 }
 
 }  // namespace
 
-CalendarEnvironment::CalendarEnvironment(const std::string& calendar)
-    : folder_(calendar.empty() ? std::string() : FolderOf(calendar)) {}
-
 std::string CalendarEnvironment::Variable(std::string_view name) {
-  if (name != "TMP" || folder_.empty()) return DesktopEnvironment::Variable(name);
-  const std::string folder = PrivateCacheFolder() + "/" + folder_;
-  if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) {
-    const int code = errno;
-    throw Error(FileErrorOf(code), "Cannot make the cache folder " + folder + ": " +
-                                       std::generic_category().message(code));
+  if (name != "TMP") return DesktopEnvironment::Variable(name);
+  if (folder_.empty()) Choose();
+  return trouble_.empty() ? MakeFolder() : folder_;
+}
+
+const std::string& CalendarEnvironment::Trouble() {
+  if (folder_.empty()) Choose();
+  return trouble_;
+}
+
+void CalendarEnvironment::Choose() {
+  try {
+    folder_ = MakeFolder();
+    if (!calendar_.empty()) NoteCalendarOf(folder_, calendar_);
+    RemoveOldCacheFolders(PrivateCacheFolder());
+  } catch (const Error& error) {
+    folder_ = CalendarFiles::MemoryFolder;
+    trouble_ = error.Description() + " (its place is named by " + CacheHomeVariable() +
+               "). Years are kept in memory until the program ends.";
   }
+}
+
+/// Made again when it was removed meanwhile.
+std::string CalendarEnvironment::MakeFolder() const {
+  std::string folder = PrivateCacheFolder();
+  if (!calendar_.empty()) {
+    folder += "/" + CacheFolderNameOf(calendar_);
+    if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) Refuse(folder);
+  }
+  if (::access(folder.c_str(), W_OK | X_OK) != 0) Refuse(folder);
   return folder;
-}
-
-std::string LoginName() {
-  const passwd* user = getpwuid(geteuid());
-  return user != nullptr && user->pw_name != nullptr ? user->pw_name : "user";
-}
-
-std::string AsCached(LocaleApi& locale, std::string_view text) {
-  const CodePage page = locale.AnsiCodePage();
-  return locale.FromCodePage(locale.ToCodePage(text, page), page);
 }
 
 }  // namespace velkor

@@ -11,6 +11,7 @@
 #include "categories/ColourRecords.h"
 #include "hosts/CalendarRefresh.h"
 #include "hosts/yearplan/FirstCategoryTable.h"
+#include "hosts/yearplan/LostNames.h"
 #include "model/CacheFile.h"
 #include "support/values/Error.h"
 #include "tools/SilentPlanner.h"
@@ -45,6 +46,8 @@ void CalendarReader::Open(const DisplaySpan& first, const DisplaySpan& last) {
     return;
   }
   Report(OpenIcsCalendar(store_, line_.calendar, window));
+  const std::string& trouble = seams_.environment.Trouble();
+  if (!trouble.empty()) messages_ << trouble << '\n';
   session_ = outlook_.GetNamespace("MAPI");
   folder_ = session_->GetDefaultFolder(outlook::FolderCalendar);
   ReadCategories();
@@ -85,23 +88,16 @@ std::unique_ptr<OutlookItem> CalendarReader::ItemOf(std::string_view eventId) {
 }
 
 void CalendarReader::ReadCategories() {
-  LocaleApi& locale = seams_.locale;
-  // Events name their categories as the cache file could keep them, so a first table does too.
   std::vector<std::string> texts;
-  std::size_t lost = 0;
   const auto items = folder_->Items();
   for (auto item = items->GetFirst(); item; item = items->GetNext()) {
-    texts.push_back(AsCached(locale, item->Categories()));
-    const std::string subject = item->Subject();
-    if (AsCached(locale, subject) != subject) ++lost;
+    texts.push_back(item->Categories());
   }
-  if (lost > 0) {
-    messages_ << line_.calendar << ": " << lost << " of all its subjects hold characters that code "
-              << "page " << locale.AnsiCodePage() << " of the cache file lacks; each shows as ?\n";
-  }
+  const std::string lost = RemarkOnLostNames(*store_.DefaultCalendar(), line_.titleName);
+  if (!lost.empty()) messages_ << line_.calendar << ": " << lost << '\n';
   table_ = MakeFirstCategoryTable(texts, CategorySeparator(seams_.listSeparator));
   try {
-    if (const auto list = ColourRecords(*folder_, locale).FindList(line_.titleName)) {
+    if (const auto list = ColourRecords(*folder_, seams_.locale).FindList(line_.titleName)) {
       ListedCategories listed = CategoriesOf(*list);
       if (!listed.categories.empty()) table_ = CategoryTable(std::move(listed.categories));
       if (listed.fault) throw Error(*listed.fault);
@@ -118,7 +114,10 @@ EventCollection CalendarReader::Load(const std::string& cacheFile, const EventFi
   const LoadOutcome outcome =
       CacheFile(seams_.files, seams_.locale, planner).Load(cacheFile, fields, events);
   if (outcome == LoadOutcome::NoFile) {
-    throw Error(errors::FileNotFound, "There is no cache file " + cacheFile);
+    throw Error(errors::FileNotFound,
+                seams_.files.Exists(cacheFile)
+                    ? cacheFile + " is no cache file of this version: its texts are not in UTF-8"
+                    : "There is no cache file " + cacheFile);
   }
   if (outcome == LoadOutcome::LoadedInPart && events.Count() == 0) {
     throw Error(errors::BadFileMode, cacheFile + " is no cache file");

@@ -30,6 +30,9 @@ class CalendarSession {
   /// The file given by --cache, else the one that Refresh wrote.
   const std::string& CacheFileName() const { return cacheFile_; }
 
+  /// Why there is no cache file on a disk; empty when there is one.
+  const std::string& CacheTrouble() { return reader_.Seams().environment.Trouble(); }
+
   /// Brings the year's cache file up to date from the calendar.
   /// @return records written
   std::size_t Refresh();

@@ -15,6 +15,7 @@
 #include "categories/ColourStore.h"
 #include "hosts/CalendarRefresh.h"
 #include "hosts/yearplan/FirstColours.h"
+#include "hosts/yearplan/LostNames.h"
 #include "hosts/yearplan/TerminalSeams.h"
 #include "model/CategoryView.h"
 #include "support/values/Error.h"
@@ -70,8 +71,9 @@ CategoryDesk::CategoryDesk(const CommandLine& line, std::ostream& messages)
                {.userName = LoginName(), .listSeparator = seams_.listSeparator, .clock = [this] {
                   return seams_.clock.Now();
                 }}) {
-  OfferFirstColours(calendar_.Folder(), line.titleName, seams_.locale,
-                    CategorySeparator(seams_.listSeparator));
+  const std::string lost = RemarkOnLostNames(calendar_.Folder(), line.titleName);
+  if (!lost.empty()) messages << line.calendar << ": " << lost << '\n';
+  OfferFirstColours(calendar_.Folder(), line.titleName, CategorySeparator(seams_.listSeparator));
   ReadTable();
 }
 
@@ -93,8 +95,7 @@ void CategoryDesk::ReadTable() {
   } catch (const Error& error) {
     fault_ = error;
   }
-  table_ =
-      FirstColoursOf(calendar_.Folder(), seams_.locale, CategorySeparator(seams_.listSeparator));
+  table_ = FirstColoursOf(calendar_.Folder(), CategorySeparator(seams_.listSeparator));
 }
 
 /// A record in the older form becomes the title's own before it is changed, as when a planner

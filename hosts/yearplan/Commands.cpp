@@ -79,6 +79,9 @@ std::string PictureOf(const CommandLine& line) {
 
 void Refresh(const CommandLine& line, std::ostream& out, std::ostream& messages) {
   CalendarSession session(line, messages);
+  if (!session.CacheTrouble().empty()) {
+    throw Error(errors::PathNotFound, session.CacheTrouble());
+  }
   const std::size_t count = session.Refresh();
   out << YearName(session.Span()) << ", " << count << " events: " << session.CacheFileName()
       << '\n';

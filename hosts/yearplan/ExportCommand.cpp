@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <ostream>
 
 #include "exchange/XmlExport.h"
@@ -49,7 +50,8 @@ class ExportYears : public YearSource {
   int DisplayedYear() const override { return first_.ViewYear; }
   const CategoryTable& Categories() const override { return reader_.Categories(); }
   const CategoryFilter& Filter() const override { return filter_; }
-  EventCollection EventsOf(int viewYear) override {
+  std::optional<EventCollection> EventsOf(int viewYear,
+                                          const std::function<bool()>& /*goesOn*/) override {
     const DisplaySpan span{viewYear, line_.firstMonth};
     const EventFields fields{span, MonthColumns(span), Categories(), filter_.FilterSeparator(),
                              line_.grid.HideNonCategoryItems};

@@ -7,25 +7,23 @@
 
 #include "calendar/CalendarFolder.h"
 #include "categories/ColourList.h"
-#include "hosts/yearplan/CalendarPlace.h"
 #include "hosts/yearplan/FirstCategoryTable.h"
 #include "model/ColourRecord.h"
 
 namespace velkor {
 
-CategoryTable FirstColoursOf(const CalendarFolder& folder, LocaleApi& locale,
-                             std::string_view separator) {
+CategoryTable FirstColoursOf(const CalendarFolder& folder, std::string_view separator) {
   std::vector<std::string> texts;
   for (const auto& item : folder.AllItems()) {
     for (const std::string& category : item->fields.categories) {
       // What a colour list cannot hold is left to the last of its categories.
-      if (category.find('|') == std::string::npos) texts.push_back(AsCached(locale, category));
+      if (category.find('|') == std::string::npos) texts.push_back(category);
     }
   }
   return MakeFirstCategoryTable(texts, separator);
 }
 
-void OfferFirstColours(CalendarFolder& folder, std::string_view titleName, LocaleApi& locale,
+void OfferFirstColours(CalendarFolder& folder, std::string_view titleName,
                        std::string_view separator) {
   const std::string subject = colour_record::SubjectOf(titleName);
   const auto& items = folder.AllItems();
@@ -37,7 +35,7 @@ void OfferFirstColours(CalendarFolder& folder, std::string_view titleName, Local
   CalendarItem record;
   record.entryId = "first colours of " + std::string(titleName);
   record.fields.subject = subject;
-  record.fields.body = ColourListText(FirstColoursOf(folder, locale, separator).All());
+  record.fields.body = ColourListText(FirstColoursOf(folder, separator).All());
   record.start = colour_record::HiddenInstant();
   record.end = record.start;
   folder.AddUnsaved(std::move(record));

@@ -9,17 +9,14 @@
 namespace velkor {
 
 class CalendarFolder;
-class LocaleApi;
 
-/// A first category table of the categories that a folder's items name, as a cache file and a
-/// colour list can keep them.
+/// A first category table of the categories that a folder's items name and a colour list can keep.
 /// @param separator  what joins the names of a Categories text
-CategoryTable FirstColoursOf(const CalendarFolder& folder, LocaleApi& locale,
-                             std::string_view separator);
+CategoryTable FirstColoursOf(const CalendarFolder& folder, std::string_view separator);
 
 /// Puts a colour record of a planner title with those colours into the folder, unless there is one
 /// of that title or in the older form. It is written with the first change to it.
-void OfferFirstColours(CalendarFolder& folder, std::string_view titleName, LocaleApi& locale,
+void OfferFirstColours(CalendarFolder& folder, std::string_view titleName,
                        std::string_view separator);
 
 }  // namespace velkor

@@ -3,12 +3,12 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <algorithm>
 #include <utility>
 
 #include "hosts/CalendarRefresh.h"
 #include "hosts/yearplan/AppointmentInspector.h"
 #include "hosts/yearplan/FirstColours.h"
+#include "hosts/yearplan/LostNames.h"
 #include "model/Status.h"
 #include "platform/Forms.h"
 #include "platform/MessageBoxes.h"
@@ -65,6 +65,9 @@ PlannerSession::PlannerSession(const std::string& calendar, SessionSurroundings 
                       QMetaObject::invokeMethod(&receiver_, std::move(work), Qt::QueuedConnection);
                     },
                 .clock = [this] { return clock_.Now(); }}),
+      memoryCache_(outlook_, files_, locale_,
+                   [this](const Error& error) { Tell(troubles_.other, error.Description()); }),
+      settings_(surroundings_.settings, calendar_.Path()),
       sleepWatch_(clock_, [this] { plan_->RefreshSoon(); }) {
   Start();
   QObject::connect(&watcher_, &QFileSystemWatcher::fileChanged, &receiver_, [this] { Look(); });
@@ -74,11 +77,13 @@ PlannerSession::PlannerSession(const std::string& calendar, SessionSurroundings 
 }
 
 Platform PlannerSession::MakePlatform() {
-  return {cacheUtilities_, clock_,      dialogs_,
-          environment_,    files_,      surroundings_.forms,
-          inputs_,         locale_,     surroundings_.messages,
-          outlook_,        printer_,    progress_,
-          registry_,       scrollBars_, surroundings_.settings,
+  const bool onDisk = environment_.Trouble().empty();
+  CacheUtilities& utilities = onDisk ? static_cast<CacheUtilities&>(cacheUtilities_) : memoryCache_;
+  return {utilities,    clock_,      dialogs_,
+          environment_, files_,      surroundings_.forms,
+          inputs_,      locale_,     surroundings_.messages,
+          outlook_,     printer_,    progress_,
+          registry_,    scrollBars_, settings_,
           shell_};
 }
 
@@ -91,21 +96,14 @@ void PlannerSession::Start() {
   plan_ = std::make_unique<YearPlan>(MakePlatform(), *this);
   StoredProperties bag = Bag();
   plan_->ReadProperties(bag);
-  OfferFirstColours(calendar_.Folder(), plan_->TitleName(), locale_,
-                    CategorySeparator(listSeparator_));
+  OfferFirstColours(calendar_.Folder(), plan_->TitleName(), CategorySeparator(listSeparator_));
 }
 
 std::vector<std::string> PlannerSession::Remarks() {
   std::vector<std::string> remarks;
-  const auto& items = calendar_.Folder().AllItems();
-  const auto lost = std::count_if(items.begin(), items.end(), [&](const auto& item) {
-    return AsCached(locale_, item->fields.subject) != item->fields.subject;
-  });
-  if (lost > 0) {
-    remarks.push_back(std::to_string(lost) + (lost == 1 ? " subject holds" : " subjects hold") +
-                      " characters that code page " + std::to_string(locale_.AnsiCodePage()) +
-                      " of the cache file lacks; each shows as ?");
-  }
+  if (!environment_.Trouble().empty()) remarks.push_back(environment_.Trouble());
+  std::string lost = RemarkOnLostNames(calendar_.Folder(), plan_->TitleName());
+  if (!lost.empty()) remarks.push_back(std::move(lost));
   for (const Diagnostic& diagnostic : calendar_.Diagnostics()) {
     remarks.push_back(ToText(diagnostic));
   }

@@ -14,10 +14,11 @@
 #include "calendar/IcsCalendar.h"
 #include "control/YearPlan.h"
 #include "hosts/yearplan/CalendarPlace.h"
+#include "hosts/yearplan/CalendarSettings.h"
 #include "hosts/yearplan/PlannerProperties.h"
+#include "hosts/yearplan/SessionCacheUtility.h"
 #include "hosts/yearplan/SleepWatch.h"
 #include "platform/Host.h"
-#include "platform/desktop/DesktopFiles.h"
 #include "platform/desktop/DesktopLocale.h"
 #include "platform/desktop/DesktopRegistry.h"
 #include "platform/desktop/DesktopShell.h"
@@ -113,7 +114,7 @@ class PlannerSession : public ControlHost {
   QtScrollBars scrollBars_;
   DesktopClock clock_;
   CalendarEnvironment environment_;
-  DesktopFiles files_;
+  CalendarFiles files_;
   DesktopLocale locale_;
   DesktopRegistry registry_;
   SessionShell shell_;
@@ -123,6 +124,8 @@ class PlannerSession : public ControlHost {
   /// What is delivered later is delivered to it, and so not at all after its end.
   QObject receiver_;
   EmbeddedOutlook outlook_;
+  SessionCacheUtilities memoryCache_;
+  CalendarSettings settings_;
   std::unique_ptr<YearPlan> plan_;
   QFileSystemWatcher watcher_;
   QTimer lookTimer_;

@@ -45,7 +45,11 @@ QString DraggedCalendar(const QMimeData& data) {
 }  // namespace
 
 PlannerWindow::PlannerWindow(Settings& settings, std::string cacheUtility)
-    : settings_(settings), cacheUtility_(std::move(cacheUtility)) {
+    : settings_(settings,
+                [this] {
+                  if (session_) ShowRemarks();
+                }),
+      cacheUtility_(std::move(cacheUtility)) {
   setObjectName("PlannerWindow");
   setWindowTitle(ProgramName);
   setWindowIcon(ProgramIcon());
@@ -151,11 +155,7 @@ std::string PlannerWindow::Remembered(const char* key) {
 }
 
 void PlannerWindow::Remember(const char* key, const std::string& value) {
-  try {
-    settings_.Save(SettingsName, Section, key, value);
-  } catch (const Error& error) {
-    ShowTrouble(error.Description());
-  }
+  settings_.Save(SettingsName, Section, key, value);
 }
 
 std::string PlannerWindow::LastCalendar() {
@@ -236,7 +236,8 @@ void PlannerWindow::ShowTrouble(const std::string& text) {
 }
 
 void PlannerWindow::ShowRemarks() {
-  const std::vector<std::string> all = session_->Remarks();
+  std::vector<std::string> all = session_->Remarks();
+  if (!settings_.Trouble().empty()) all.insert(all.begin(), settings_.Trouble());
   constexpr std::size_t MostLines = 20;
   std::string lines;
   for (std::size_t i = 0; i < all.size() && i < MostLines; ++i) lines += all[i] + "\n";

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "hosts/yearplan/KeptSettings.h"
 #include "platform/desktop/QtForms.h"
 #include "platform/desktop/QtMessageBoxes.h"
 
@@ -61,7 +62,7 @@ class PlannerWindow : public QMainWindow {
   void Remember(const char* key, const std::string& value);
   std::string Remembered(const char* key);
 
-  Settings& settings_;
+  KeptSettings settings_;
   std::string cacheUtility_;
   QtMessageBoxes messages_{this};
   QtForms forms_{this};

@@ -8,7 +8,6 @@
 #include "hosts/yearplan/CalendarPlace.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Platform.h"
-#include "platform/desktop/DesktopFiles.h"
 #include "platform/desktop/DesktopLocale.h"
 #include "platform/desktop/DesktopRegistry.h"
 #include "platform/desktop/DesktopShell.h"
@@ -44,7 +43,7 @@ struct TerminalSeams {
 
   DesktopClock clock;
   CalendarEnvironment environment;
-  DesktopFiles files;
+  CalendarFiles files;
   DesktopLocale locale;
   DesktopRegistry registry;
   DesktopShell shell;

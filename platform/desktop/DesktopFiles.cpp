@@ -64,6 +64,12 @@ bool HeldByWriter(const std::string& path) {
   return file.IsOpen() && !LockForWriting(file) && errno == EWOULDBLOCK;
 }
 
+/// A folder, a device or a pipe, at the end of links too: nothing that a file takes the place of.
+bool IsNoFile(const std::string& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) == 0 && !S_ISREG(status.st_mode);
+}
+
 /// Makes a rename in this folder last. A folder that cannot be synchronised is left to the system.
 void SynchroniseFolderOf(const std::string& path) {
   const std::string folder = std::filesystem::path(path).parent_path().string();
@@ -96,7 +102,8 @@ class DesktopOutputFile : public OutputFile {
   }
   bool MoveOver(const std::string& path) override {
     Flush();
-    if (HeldByWriter(path) || ::rename(path_.c_str(), path.c_str()) != 0) return false;
+    if (IsNoFile(path) || HeldByWriter(path) || ::rename(path_.c_str(), path.c_str()) != 0)
+      return false;
     path_ = path;
     SynchroniseFolderOf(path);
     return true;

@@ -1,10 +1,8 @@
-// platform/desktop/DesktopLocale.cpp: date patterns, identifiers and code pages by name.
+// platform/desktop/DesktopLocale.cpp: date patterns, names and identifiers.
 #include "platform/desktop/DesktopLocale.h"
 
-#include <QStringConverter>
 #include <array>
 
-#include "support/CodePage1252.h"
 #include "support/values/Text.h"
 
 namespace velkor {
@@ -44,42 +42,6 @@ LocaleId IdOf(const std::string& name) {
   return EnglishUnitedStates;
 }
 
-/// The converter's name of a code page; null for one that is not known here.
-const char* ConverterName(CodePage page) {
-  struct Known {
-    CodePage page;
-    const char* name;
-  };
-  static constexpr auto Pages = std::to_array<Known>({{874, "windows-874"},
-                                                      {932, "Shift_JIS"},
-                                                      {936, "GBK"},
-                                                      {949, "windows-949"},
-                                                      {950, "Big5"},
-                                                      {1250, "windows-1250"},
-                                                      {1251, "windows-1251"},
-                                                      {1253, "windows-1253"},
-                                                      {1254, "windows-1254"},
-                                                      {1255, "windows-1255"},
-                                                      {1256, "windows-1256"},
-                                                      {1257, "windows-1257"},
-                                                      {1258, "windows-1258"},
-                                                      {28591, "ISO-8859-1"}});
-  for (const Known& known : Pages) {
-    if (known.page == page) return known.name;
-  }
-  return nullptr;
-}
-
-/// One character in the page, '?' when it lacks it: only what leads back is an answer.
-std::string Encoded(char32_t character, const char* page) {
-  const QString text = QString::fromUcs4(&character, 1);
-  QStringEncoder encode(page);
-  if (!encode.isValid()) return "?";
-  const QByteArray bytes = encode(text);
-  QStringDecoder decode(page);
-  return QString(decode(bytes)) == text ? bytes.toStdString() : "?";
-}
-
 }  // namespace
 
 DesktopLocale::DesktopLocale(const QLocale& locale)
@@ -93,7 +55,7 @@ LocaleId DesktopLocale::ThreadLocale() {
 }
 
 std::string DesktopLocale::LocaleInfo(LocaleId, std::uint32_t kind) {
-  if (kind == locale_info::DefaultAnsiCodePage) return "1252";
+  if (kind == locale_info::DefaultAnsiCodePage) return std::to_string(code_pages::Utf8);
   if (kind != locale_info::ShortDateOrder) return {};
   return std::to_string(static_cast<int>(pattern_.FieldOrder()));
 }
@@ -113,34 +75,12 @@ void DesktopLocale::EnumCalendarInfo(LocaleId, std::uint32_t type,
   give(FirstAbbreviatedMonthName, 12, &QLocale::standaloneMonthName, QLocale::ShortFormat);
 }
 
-std::string DesktopLocale::ToCodePage(std::string_view text, CodePage page) {
-  if (page == code_pages::WesternEuropean) return ToCodePage1252(text);
-  if (page == code_pages::Utf8) return ValidUtf8(text);
-  const char* const converter = ConverterName(page);
-  std::string bytes;
-  while (!text.empty()) {
-    const char32_t character = TakeCharacter(text);
-    if (character < 0x80) {
-      bytes.push_back(static_cast<char>(character));
-    } else {
-      bytes += converter == nullptr ? "?" : Encoded(character, converter);
-    }
-  }
-  return bytes;
+std::string DesktopLocale::ToCodePage(std::string_view text, CodePage /*page*/) {
+  return ValidUtf8(text);
 }
 
-std::string DesktopLocale::FromCodePage(std::string_view bytes, CodePage page) {
-  if (page == code_pages::WesternEuropean) return FromCodePage1252(bytes);
-  if (page == code_pages::Utf8) return ValidUtf8(bytes);
-  const char* const converter = ConverterName(page);
-  if (converter != nullptr) {
-    QStringDecoder decode(converter);
-    const QByteArrayView view(bytes.data(), static_cast<qsizetype>(bytes.size()));
-    if (decode.isValid()) return QString(decode(view)).toStdString();
-  }
-  std::string text;
-  for (const char c : bytes) text.push_back(static_cast<unsigned char>(c) < 0x80 ? c : '?');
-  return text;
+std::string DesktopLocale::FromCodePage(std::string_view bytes, CodePage /*page*/) {
+  return ValidUtf8(bytes);
 }
 
 }  // namespace velkor

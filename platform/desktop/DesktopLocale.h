@@ -8,7 +8,7 @@
 
 namespace velkor {
 
-/// The ANSI code page is 1252. One calendar, the Gregorian one.
+/// UTF-8 is the one code page there is. One calendar, the Gregorian one.
 class DesktopLocale : public LocaleApi {
  public:
   explicit DesktopLocale(const QLocale& locale = QLocale::system());
@@ -17,7 +17,8 @@ class DesktopLocale : public LocaleApi {
   std::string LocaleInfo(LocaleId locale, std::uint32_t kind) override;
   void EnumCalendarInfo(LocaleId locale, std::uint32_t calendarType,
                         const std::function<bool(std::string_view)>& name) override;
-  CodePage AnsiCodePage() override { return 1252; }
+  CodePage AnsiCodePage() override { return code_pages::Utf8; }
+  CodePage CachePage() override { return code_pages::Utf8; }
   std::string ToCodePage(std::string_view text, CodePage page) override;
   std::string FromCodePage(std::string_view bytes, CodePage page) override;
   std::string ShortDate(Date date) override { return pattern_.ShortDate(date); }

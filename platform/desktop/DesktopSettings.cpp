@@ -1,6 +1,10 @@
 // platform/desktop/DesktopSettings.cpp: keys of the INI file, and saving one under a lock.
 #include "platform/desktop/DesktopSettings.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <QDir>
 #include <QFileInfo>
 #include <QLockFile>
@@ -26,6 +30,23 @@ QString Component(std::string_view name) {
   return text;
 }
 
+/// Makes what is absent of a file and its folder, and closes the file to other users.
+/// @return false when the folder cannot be made
+bool MakeForOwner(const QString& path) {
+  const QFileInfo file(path);
+  if (!QDir().mkpath(QFileInfo(file.path()).path())) return false;
+  const bool hasFolder =
+      ::mkdir(QFile::encodeName(file.path()).constData(), 0700) == 0 || file.dir().exists();
+  // The file that replaces it has the same mode.
+  const int opened =
+      ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CREAT | O_CLOEXEC, 0600);
+  if (opened >= 0) {
+    ::fchmod(opened, 0600);
+    ::close(opened);
+  }
+  return hasFolder;
+}
+
 QString PathOf(std::string_view application, std::string_view section, std::string_view key) {
   return Component(application) + u'/' + Component(section) + u'/' + Component(key);
 }
@@ -48,7 +69,7 @@ void DesktopSettings::Save(std::string_view application, std::string_view sectio
   const auto fail = [&](const char* reason) {
     throw Error(errors::DeviceInputOutput, "Cannot write the settings " + path_ + ": " + reason);
   };
-  if (!QDir().mkpath(QFileInfo(path).path())) fail("its folder cannot be made");
+  if (!MakeForOwner(path)) fail("its folder cannot be made");
   QLockFile lock(path + QLatin1String(".saving"));
   if (!lock.tryLock(Patience))
     fail(lock.error() == QLockFile::LockFailedError ? "another program holds it"

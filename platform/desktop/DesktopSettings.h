@@ -6,6 +6,7 @@
 namespace velkor {
 
 /// Processes may share the file: each Save locks it, merges its key in and replaces the file whole.
+/// The file is for its owner alone, and so is a folder that is made for it.
 class DesktopSettings : public Settings {
  public:
   /// `path` empty: "settings.ini" under the user's configuration home.

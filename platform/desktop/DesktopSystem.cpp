@@ -18,6 +18,8 @@ namespace velkor {
 namespace {
 
 constexpr const char* ProductFolder = "outlookvelkor";
+constexpr const char* CacheHome = "XDG_CACHE_HOME";
+constexpr const char* ConfigurationHome = "XDG_CONFIG_HOME";
 
 std::string Value(const char* name) {
   const char* const value = std::getenv(name);
@@ -31,10 +33,14 @@ std::string HomeFolder() {
   return user == nullptr ? std::string("/") : user->pw_dir;
 }
 
+bool NamesAFolder(const char* variable) {
+  return std::filesystem::path(Value(variable)).is_absolute();
+}
+
 /// A folder that a variable names by an absolute path, else one under the home folder.
 std::filesystem::path BaseFolder(const char* variable, const char* underHome) {
-  const std::filesystem::path named = Value(variable);
-  return named.is_absolute() ? named : std::filesystem::path(HomeFolder()) / underHome;
+  return NamesAFolder(variable) ? std::filesystem::path(Value(variable))
+                                : std::filesystem::path(HomeFolder()) / underHome;
 }
 
 [[noreturn]] void Refuse(const std::filesystem::path& folder, const std::string& reason,
@@ -53,11 +59,18 @@ Date DesktopClock::Now() {
 }
 
 std::string DesktopEnvironment::Variable(std::string_view name) {
-  return name == "TMP" ? PrivateCacheFolder() : Value(std::string(name).c_str());
+  if (name == "TMP") return PrivateCacheFolder();
+  if (name == "USERNAME") return LoginName();
+  return Value(std::string(name).c_str());
+}
+
+std::string LoginName() {
+  const passwd* const user = ::getpwuid(::geteuid());
+  return user != nullptr && user->pw_name != nullptr ? user->pw_name : "user";
 }
 
 std::string PrivateCacheFolder() {
-  const std::filesystem::path folder = BaseFolder("XDG_CACHE_HOME", ".cache") / ProductFolder;
+  const std::filesystem::path folder = BaseFolder(CacheHome, ".cache") / ProductFolder;
   std::error_code error;
   std::filesystem::create_directories(folder.parent_path(), error);
   if (error) Refuse(folder, error.message(), FileErrorOf(error.value()));
@@ -78,8 +91,16 @@ std::string PrivateCacheFolder() {
   return folder.string();
 }
 
+std::string CacheHomeVariable() {
+  return NamesAFolder(CacheHome) ? CacheHome : "HOME";
+}
+
+std::string ConfigurationHomeVariable() {
+  return NamesAFolder(ConfigurationHome) ? ConfigurationHome : "HOME";
+}
+
 std::string ConfigurationFile(std::string_view name) {
-  return (BaseFolder("XDG_CONFIG_HOME", ".config") / ProductFolder / name).string();
+  return (BaseFolder(ConfigurationHome, ".config") / ProductFolder / name).string();
 }
 
 }  // namespace velkor

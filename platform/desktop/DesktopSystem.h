@@ -12,7 +12,7 @@ class DesktopClock : public Clock {
 
 class DesktopEnvironment : public Environment {
  public:
-  /// "TMP" answers PrivateCacheFolder().
+  /// "TMP" answers PrivateCacheFolder(), "USERNAME" LoginName().
   std::string Variable(std::string_view name) override;
   char PathSeparator() const override { return '/'; }
 };
@@ -24,5 +24,13 @@ std::string PrivateCacheFolder();
 
 /// A file of the product under the user's configuration home ($XDG_CONFIG_HOME or ~/.config).
 std::string ConfigurationFile(std::string_view name);
+
+/// The variables that decide where those two folders lie now: the ones that are named above, or
+/// HOME where they are not set.
+std::string CacheHomeVariable();
+std::string ConfigurationHomeVariable();
+
+/// The user of this process, by name.
+std::string LoginName();
 
 }  // namespace velkor

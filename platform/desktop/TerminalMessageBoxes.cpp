@@ -14,7 +14,8 @@ std::vector<MessageAnswer> AnswersOf(MessageButtons buttons) {
     case MessageButtons::OkCancel:
       return {Ok, Cancel};
     case MessageButtons::RetryCancel:
-      return {Retry, Cancel};
+      // Nobody mends anything meanwhile.
+      return {Cancel};
     case MessageButtons::YesNo:
       return {Yes, No};
     case MessageButtons::YesNoCancel:

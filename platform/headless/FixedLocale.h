@@ -31,6 +31,7 @@ class FixedLocale : public LocaleApi {
   void EnumCalendarInfo(LocaleId, std::uint32_t calendarType,
                         const std::function<bool(std::string_view)>& name) override;
   CodePage AnsiCodePage() override { return ansiCodePage; }
+  CodePage CachePage() override { return ansiCodePage; }
   std::string ToCodePage(std::string_view text, CodePage page) override;
   std::string FromCodePage(std::string_view bytes, CodePage page) override;
   std::string ShortDate(Date date) override { return dates.ShortDate(date); }

@@ -27,6 +27,7 @@ class MemoryFiles::Output : public OutputFile {
   bool MoveOver(const std::string& path) override {
     if (files_.fail.replace.contains(path) || files_.held_.contains(path)) return false;
     auto node = files_.contents.extract(path_);
+    if (node.empty()) return false;
     files_.contents[path] = std::move(node.mapped());
     files_.held_.erase(path_);
     files_.held_.insert(path);
@@ -48,7 +49,7 @@ std::optional<std::string> MemoryFiles::Read(const std::string& path) {
 
 bool MemoryFiles::Delete(const std::string& path) {
   if (!contents.contains(path)) return true;
-  if (fail.remove.contains(path) || held_.contains(path)) return false;
+  if (fail.remove.contains(path)) return false;
   contents.erase(path);
   return true;
 }

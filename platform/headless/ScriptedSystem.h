@@ -4,6 +4,7 @@
 #include <map>
 
 #include "platform/System.h"
+#include "support/values/Error.h"
 
 namespace velkor {
 
@@ -21,8 +22,11 @@ class ScriptedEnvironment : public Environment {
  public:
   std::map<std::string, std::string, std::less<>> variables = {{"TMP", "/temp"}};
   char separator = '/';
+  /// The variable whose folder cannot be made.
+  std::string failing;
 
   std::string Variable(std::string_view name) override {
+    if (name == failing) throw Error(errors::PathNotFound, failing + " was refused.");
     const auto found = variables.find(name);
     return found == variables.end() ? std::string() : found->second;
   }

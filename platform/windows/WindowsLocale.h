@@ -16,6 +16,7 @@ class WindowsLocale : public LocaleApi {
   void EnumCalendarInfo(LocaleId locale, std::uint32_t calendarType,
                         const std::function<bool(std::string_view)>& name) override;
   CodePage AnsiCodePage() override;
+  CodePage CachePage() override { return code_pages::Utf8; }
   std::string ToCodePage(std::string_view text, CodePage page) override;
   std::string FromCodePage(std::string_view bytes, CodePage page) override;
   std::string ShortDate(Date date) override { return pattern_.ShortDate(date); }

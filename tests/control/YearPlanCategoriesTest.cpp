@@ -214,6 +214,52 @@ TEST_F(YearPlanCategoriesTest, AnExportReadsItsYearsAndLeavesTheDisplayedOne) {
   EXPECT_TRUE(timer.Enabled());
 }
 
+TEST_F(YearPlanCategoriesTest, AnExportRefreshesYearsThatNeverWereAndNamesOneThatCannotBe) {
+  AddRecord("Default", "\r\nWork|255\r\nOther|1");
+  calendar_.Add(SampleItem("a", At(2003, 3, 3), At(2003, 3, 5)));
+  Start();
+  Refreshed({});
+  const auto exportYears = [&](short result, int stepsToEnd) {
+    seams_.forms.Expect("dlgSaveType", [](Form& form) {
+      auto& types = dynamic_cast<dlgSaveType&>(form);
+      types.tbFrom.SetText("1/1/2003");
+      types.OKButton.Click();
+    });
+    seams_.dialogs.fileNames = {"/out/years.xml"};
+    seams_.files.contents.erase("/out/years.xml");
+    seams_.cacheUtilities.started.clear();
+    int steps = 0;
+    seams_.progress.onStep = [=](const ScriptedProgress::Step&) mutable {
+      return ++steps != stepsToEnd;
+    };
+    seams_.shell.onMessages = [this, result](int) {
+      const RefreshInputs& inputs = seams_.cacheUtilities.started.back();
+      if (result == 1) {
+        seams_.files.contents[inputs.cacheFile] =
+            inputs.viewYear == 2003 ? Records({SampleEvent("a", At(2003, 3, 3), At(2003, 3, 5))})
+                                    : std::string();
+      }
+      seams_.cacheUtilities.Complete(result);
+    };
+    plan_.Elements().Toolbar1.ClickButton("Save");
+    seams_.shell.onMessages = nullptr;
+  };
+  messages_.Expect(
+      "Error whilst performing Export: 440 The year 2003 could not be refreshed: Error "
+      "occured while fetching events.");
+  exportYears(7, 0);
+  // The second step is that of the wait.
+  exportYears(1, 2);
+  EXPECT_EQ(seams_.cacheUtilities.started.size(), 1u);
+  EXPECT_FALSE(seams_.files.contents.contains("/out/years.xml"));
+  messages_.Expect("Velkor Data saved");
+  exportYears(1, 0);
+  EXPECT_THAT(seams_.files.contents["/out/years.xml"], HasSubstr("2003-03-03T00:00:00"));
+  EXPECT_EQ(seams_.cacheUtilities.started.size(), 2u) << "2005 has its file";
+  EXPECT_EQ(seams_.cacheUtilities.started.front().folderId, "calendar");
+  EXPECT_EQ(plan_.DisplayedYear(), 2005);
+}
+
 TEST_F(YearPlanCategoriesTest, TheImportNamesTheFile) {
   Start();
   seams_.dialogs.fileNames = {"C:\\data\\cats.txt"};

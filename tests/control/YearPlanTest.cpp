@@ -54,13 +54,27 @@ TEST_F(YearPlanTest, PropertiesAreReadInTheirOrderAndSavedUnderTheSameKeys) {
   EXPECT_EQ(again.values, saved.values);
 }
 
-TEST_F(YearPlanTest, AMonthThatIsNoneIsRefusedAndAWrongTypeInTheBagTold) {
+TEST_F(YearPlanTest, AMonthThatIsNoneIsRefusedInTheBagTheFirstAndAWrongTypeThereTold) {
   EXPECT_THROW(plan_.SetFirstMonth(13), Error);
-  bag_.values["StartMonth"] = std::int16_t{0};
-  EXPECT_THROW(plan_.ReadProperties(bag_), Error);
+  for (const int month : {0, 13, -1}) {
+    bag_.values["StartMonth"] = static_cast<std::int16_t>(month);
+    plan_.ReadProperties(bag_);
+    EXPECT_EQ(plan_.FirstMonth(), 1) << month;
+  }
   bag_.values["StartMonth"] = std::string("April");
   EXPECT_THROW(plan_.ReadProperties(bag_), Error);
-  EXPECT_EQ(plan_.FirstMonth(), 1);
+}
+
+TEST_F(YearPlanTest, AUserWhoIsNotNamedIsAskedForOnceAndKnownByTheLogin) {
+  seams_.environment.variables["USERNAME"] = "login";
+  outlook_.failing = "CurrentUserName";
+  Start();
+  outlook_.failing.clear();
+  outlook_.calls.clear();
+  AnswerEveryStop();
+  plan_.Elements().Toolbar1.ClickButton("Next");
+  EXPECT_EQ(seams_.cacheUtilities.started.back().cacheFile, "/temp/login20060.tmp");
+  EXPECT_THAT(outlook_.calls, Not(Contains("CurrentUserName")));
 }
 
 TEST_F(YearPlanTest, StartUpShowsTodaysYearFromTheCacheAndStartsTheFirstRefresh) {
@@ -128,8 +142,9 @@ TEST_F(YearPlanTest, AnErrorOfStartUpNamesItsStepAndKeepsWhatWasLoaded) {
   messages_.Expect(text + "1). \r\rError: 440 GetNamespace was refused.");
   Start();
   YearPlan second(On(outlook_), host_);
-  outlook_.failing = "CurrentUserName";
-  messages_.Expect(text + "4). \r\rError: 440 CurrentUserName was refused.");
+  outlook_.failing.clear();
+  seams_.environment.failing = "TMP";
+  messages_.Expect(text + "4). \r\rError: 76 TMP was refused.");
   Start(second);
   EXPECT_EQ(second.Elements().lblSelectedYear.Caption(), "Year 2005");
 }

@@ -16,7 +16,6 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
-using testing::StartsWith;
 
 constexpr const char* FileName = "C:\\out\\data.xml";
 constexpr const char* OlderFile = "older";
@@ -35,9 +34,10 @@ class NotedYears : public GivenYears {
   bool failsAtEnd = false;
 
   int DisplayedYear() const override { return 2026; }
-  EventCollection EventsOf(int viewYear) override {
+  std::optional<EventCollection> EventsOf(int viewYear,
+                                          const std::function<bool()>& goesOn) override {
     notes += std::to_string(viewYear) + " ";
-    return GivenYears::EventsOf(viewYear);
+    return GivenYears::EventsOf(viewYear, goesOn);
   }
   void BeginReadingYears() override { notes += "begin "; }
   void EndReadingYears() override {
@@ -92,18 +92,18 @@ class XmlExportCase : public testing::Test {
 };
 
 TEST_F(XmlExportCase, CategoriesAloneReplaceTheFileByteForByte) {
-  source_.categories =
-      CategoryTable({{"\"A\" & <B> ]]>", Colour{-1}}, {"Caf\xC3\xA9 \xF0\x9F\x98\x80", {}}});
+  source_.categories = CategoryTable(
+      {{"\"A\" & <B> ]]>\x7F", Colour{-1}}, {"Caf\xC3\xA9\x01 \xF0\x9F\x98\x80\uFFFF", {}}});
   EXPECT_EQ(Exported({.categoriesOnly = true}),
             "<?xml version=\"1.0\" encoding=\"utf-8\" ?>\r\n"
             "<VelkorData xmlns = \"http://velkor.example/Schemas/VelkorData01.xsd\">\r\n"
             "\t<Categories>\r\n"
             "\t\t<Category>\r\n"
-            "\t\t\t<Text><![CDATA[\"A\" & <B> ]]>]]></Text>\r\n"
+            "\t\t\t<Text><![CDATA[\"A\" & <B> ]]>\x7F]]></Text>\r\n"
             "\t\t\t<Colour>-1</Colour>\r\n"
             "\t\t</Category>\r\n"
             "\t\t<Category>\r\n"
-            "\t\t\t<Text><![CDATA[Caf\xE9 ?]]></Text>\r\n"
+            "\t\t\t<Text><![CDATA[Caf\xC3\xA9 \xF0\x9F\x98\x80]]></Text>\r\n"
             "\t\t\t<Colour>0</Colour>\r\n"
             "\t\t</Category>\r\n"
             "\t</Categories>\r\n"
@@ -114,7 +114,7 @@ TEST_F(XmlExportCase, CategoriesAloneReplaceTheFileByteForByte) {
 TEST_F(XmlExportCase, AnAppointmentOfTwoYearsStandsTwiceWithItsTextsInUtf8AndItsTimesPadded) {
   const Date start = Date::FromFields({2005, 2, 3, 9, 5, 0});
   const std::string id = "\xC3\xA9";
-  source_.AddItem(id, "\xF0\x9F\x98\x80\r\n]]> & <", std::string(2'000'000, 'x'));
+  source_.AddItem(id, "\xF0\x9F\x98\x80\r\n]]> &\x1B <", std::string(2'000'000, 'x'));
   CalEvent both = EventOf(id, "\xE2\x82\xAC", start);
   both.Categories = "\xE2\x82\xAC";
   Give(2004, {both});
@@ -122,14 +122,14 @@ TEST_F(XmlExportCase, AnAppointmentOfTwoYearsStandsTwiceWithItsTextsInUtf8AndIts
   const std::string appointment =
       "\t\t<Appointment>\r\n"
       "\t\t\t<Subject><![CDATA[\xE2\x82\xAC]]></Subject>\r\n"
-      "\t\t\t<CategoryList><![CDATA[\x80]]></CategoryList>\r\n"
+      "\t\t\t<CategoryList><![CDATA[\xE2\x82\xAC]]></CategoryList>\r\n"
       "\t\t\t<StartDateTime>2005-02-03T09:05:00</StartDateTime>\r\n"
       "\t\t\t<EndDateTime>2005-02-04T09:05:00</EndDateTime>\r\n"
       "\t\t\t<Body><![CDATA[\xF0\x9F\x98\x80\r\n]]> & <]]></Body>\r\n"
       "\t\t\t<Location><![CDATA[" +
       std::string(2'000'000, 'x') +
       "]]></Location>\r\n"
-      "\t\t\t<ID>\xE9</ID>\r\n"
+      "\t\t\t<ID>\xC3\xA9</ID>\r\n"
       "\t\t</Appointment>\r\n";
   const std::string file = Exported({.firstYear = 2003, .lastYear = 2005});
   const std::size_t at = file.find("\t<Appointments>");
@@ -180,25 +180,33 @@ TEST_F(XmlExportCase, CancelledProgressLeavesTheOlderFileWithoutAWord) {
   EXPECT_EQ(source_.notes, "begin 2025 2026 end");
 }
 
-TEST_F(XmlExportCase, AFullDiskLeavesNoPartOfTheFile) {
+TEST_F(XmlExportCase, WhateverKeepsTheFileFromBeingReplacedIsToldAndTheOlderFileStays) {
+  const std::string beside = std::string(FileName) + ".part";
+  const MemoryFiles older = seams_.files;
   seams_.files.fail.writeAfter = 100;
-  seams_.messages.Expect("Error whilst performing Export: 57 Cannot write");
-  Run([](dlgSaveType& form) { form.OKButton.Click(); });
-  EXPECT_EQ(File(), "no file");
-  EXPECT_TRUE(seams_.files.Held().empty());
-}
+  seams_.messages.Expect("The disk is full.");
+  EXPECT_EQ(Write(ThisYear), ExportOutcome::NotSaved);
+  EXPECT_EQ(seams_.messages.Shown().back().title, "File Error");
+  EXPECT_EQ(seams_.files.contents, older.contents);
 
-TEST_F(XmlExportCase, AFolderThatCannotBeWrittenIsTold) {
-  seams_.files.fail.remove.insert(FileName);
+  seams_.files.fail.writeAfter = 100;
+  seams_.files.fail.writeError = errors::DeviceUnavailable;
+  seams_.messages.Expect("unavailable", MessageAnswer::Retry);
+  seams_.messages.Expect("unavailable", MessageAnswer::Cancel);
+  EXPECT_EQ(Write(ThisYear), ExportOutcome::NotSaved);
+  EXPECT_EQ(seams_.files.contents, older.contents);
+
+  seams_.files.fail = {};
+  seams_.files.fail.replace = {FileName};
   const Error error = ErrorOf([&] { Write(ThisYear); });
   EXPECT_EQ(error.Number(), 70);
-  EXPECT_THAT(error.Description(), StartsWith("Permission denied"));
-  EXPECT_THAT(error.Description(), HasSubstr(FileName));
-  EXPECT_EQ(File(), OlderFile);
-  seams_.files = {};
-  seams_.files.fail.open.insert(FileName);
+  EXPECT_EQ(error.Description(), std::string("Permission denied: ") + FileName);
+  EXPECT_EQ(seams_.files.contents, older.contents);
+
+  seams_.files.fail.open = {beside};
   seams_.messages.Expect("Failed to save file.");
-  EXPECT_EQ(Write(ThisYear), ExportOutcome::NotOpened);
+  EXPECT_EQ(Write(ThisYear), ExportOutcome::NotSaved);
+  EXPECT_EQ(seams_.files.contents, older.contents);
 }
 
 TEST_F(XmlExportCase, CancellingEitherDialogDoesNothing) {

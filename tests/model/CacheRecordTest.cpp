@@ -75,6 +75,20 @@ TEST(CacheRecord, AFileCutAnywhereKeepsTheWholeRecordsBeforeTheCut) {
   }
 }
 
+TEST(CacheRecord, TextsThatAreNoUtf8EndTheReadingOfACacheInUtf8Only) {
+  FixedLocale old;
+  const std::string bytes = Record(old, "plain") + Record(old, "Köln") + Record(old, "after");
+  EXPECT_EQ(Read(bytes, old), (std::vector{"plain"s, "Köln"s, "after"s}));
+  FixedLocale locale;
+  locale.ansiCodePage = 65001;
+  CacheRecordReader reader(bytes, locale);
+  CalEvent event;
+  EXPECT_TRUE(reader.Next(event));
+  EXPECT_FALSE(reader.IsOfOtherPage());
+  EXPECT_FALSE(reader.Next(event));
+  EXPECT_TRUE(reader.IsOfOtherPage());
+}
+
 TEST(CacheRecord, ADateThatIsNoneEndsTheReading) {
   FixedLocale locale;
   using Limits = std::numeric_limits<double>;

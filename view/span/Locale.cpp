@@ -54,8 +54,17 @@ CodePage AnsiCodePageOf(LocaleApi& api, LocaleId locale) {
   return static_cast<CodePage>(ParseInteger(Trim(NullTrim(info))).value_or(0));
 }
 
+CodePage BytePage(LocaleApi& api) {
+  // Code Page Identifiers: Japanese, Chinese, Korean, Chinese, Korean (Johab).
+  constexpr std::array<CodePage, 5> PagesOfPairs{932, 936, 949, 950, 1361};
+  const CodePage page = api.AnsiCodePage();
+  const bool pairs =
+      std::find(PagesOfPairs.begin(), PagesOfPairs.end(), page) != PagesOfPairs.end();
+  return pairs ? code_pages::WesternEuropean : page;
+}
+
 std::string Utf8Encode(LocaleApi& api, std::string_view text) {
-  return text.empty() ? std::string() : api.FromCodePage(ValidUtf8(text), api.AnsiCodePage());
+  return text.empty() ? std::string() : api.FromCodePage(ValidUtf8(text), BytePage(api));
 }
 
 void ApplyCodePageFont(Font& font, CodePage page) {

@@ -27,8 +27,12 @@ std::string_view NullTrim(std::string_view text);
 /// The ANSI code page of a locale; 0 when the system names none.
 CodePage AnsiCodePageOf(LocaleApi& api, LocaleId locale);
 
-/// A text that, written in the system's ANSI code page, is the given text in UTF-8: one character
-/// for each UTF-8 byte.
+/// The code page in which a text of byte values is written: the system's ANSI code page, or 1252
+/// where that takes two bytes for some characters, so that not every sequence of bytes is a text.
+CodePage BytePage(LocaleApi& api);
+
+/// A text that, written in BytePage, is the given text in UTF-8: one character for each UTF-8 byte,
+/// or the text itself where that page is UTF-8.
 std::string Utf8Encode(LocaleApi& api, std::string_view text);
 
 /// Sets the font's character set for a code page and, for the East Asian ones, a face and at least
