@@ -165,10 +165,10 @@ bool XmlExport::Replace(const std::string& fileName, const std::vector<std::stri
     if (file->MoveOver(fileName)) return true;
   } catch (...) {
     // While it is still held, so that no other writer's file is meant.
-    platform_.files.Delete(beside);
+    modFileIO::DeleteIfPresent(platform_.files, beside);
     throw;
   }
-  platform_.files.Delete(beside);
+  modFileIO::DeleteIfPresent(platform_.files, beside);
   // A folder or a device of that name is nothing that an export replaces.
   if (!platform_.files.Exists(fileName)) return false;
   throw Error(errors::PermissionDenied, "Permission denied: " + fileName);

@@ -3,6 +3,7 @@
 
 #include "platform/windows/Wide.h"
 #include "platform/windows/WindowsRegistry.h"
+#include "support/RegIO.h"
 #include "support/values/Error.h"
 
 namespace velkor {
@@ -45,8 +46,7 @@ void WindowsSettings::Save(std::string_view application, std::string_view sectio
   }
   if (code != ERROR_SUCCESS) {
     throw Error(errors::InvalidProcedureCall, "Cannot write the setting " + path + '\\' +
-                                                  std::string(key) + ": " +
-                                                  SystemMessage(static_cast<DWORD>(code)));
+                                                  std::string(key) + ": " + RegIO::ErrorText(code));
   }
 }
 

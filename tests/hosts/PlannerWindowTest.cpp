@@ -146,14 +146,28 @@ TEST_F(PlannerWindow, RemarksTellWhatIsNotShownAsTheFileSays) {
         CalendarOf({{"20260504", "\u4f11\u65e5"}, {"20260506", "Plain"}, {"2026", "Odd"}}));
   Open(window_);
   const auto* const remarks = window_.findChild<QLabel*>("remarks");
-  EXPECT_EQ(remarks->text(), "2 remarks on the file");
-  EXPECT_THAT(remarks->toolTip().toStdString(), HasSubstr("1 subject holds characters"));
+  EXPECT_EQ(remarks->text(), "1 remark on the file");
   EXPECT_THAT(remarks->toolTip().toStdString(), HasSubstr("team.ics:"));
   for (QWidget* const widget : window_.findChildren<QWidget*>()) {
     const auto* const spoken = QAccessible::queryAccessibleInterface(widget);
     const QString description = spoken ? spoken->text(QAccessible::Description) : QString();
     EXPECT_FALSE(description.contains("<p")) << description.toStdString();
   }
+}
+
+TEST_F(PlannerWindow, WithoutFoldersTheYearIsShownFromMemoryWithRemarksThatNameTheirVariables) {
+  const QByteArray cacheHome = qgetenv("XDG_CACHE_HOME");
+  qputenv("XDG_CACHE_HOME", "/dev/null/none");
+  settings_.readOnly = true;
+  OpenWith({{"20260504", "Holiday"}, {"20261224", "Party"}});
+  const QString told = window_.findChild<QLabel*>("remarks")->toolTip();
+  EXPECT_EQ(told.count("in memory"), 2);
+  EXPECT_TRUE(told.contains("XDG_CACHE_HOME"));
+  EXPECT_TRUE(told.contains("settings"));
+  Write("team.ics", CalendarOf({{"20260504", "Holiday"}}));
+  Plan().Elements().Command1.Click();
+  EXPECT_TRUE(Shows(1));
+  qputenv("XDG_CACHE_HOME", cacheHome);
 }
 
 TEST_F(PlannerWindow, ClickOnABarOpensItsAppointmentAndOkSavesIntoTheFile) {

@@ -19,8 +19,9 @@ class Yearplan : public FolderCase {
  protected:
   void Start(QProcess& process, const QStringList& arguments) const {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("XDG_CACHE_HOME", File("cache"));
+    environment.insert("XDG_CACHE_HOME", cacheHome_);
     environment.insert("XDG_CONFIG_HOME", File("config"));
+    environment.insert("HOME", home_);
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(folder_.path());
     process.start(YEARPLAN, arguments);
@@ -33,6 +34,9 @@ class Yearplan : public FolderCase {
     return {normal ? process.exitCode() : -1, process.readAllStandardOutput().toStdString(),
             process.readAllStandardError().toStdString()};
   }
+
+  QString cacheHome_ = File("cache");
+  QString home_ = folder_.path();
 
   /// The one cache file, work files not counted; empty when there is none.
   QString CacheFile() const {

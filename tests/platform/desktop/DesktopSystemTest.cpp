@@ -31,6 +31,11 @@ class DesktopSystem : public testing::Test {
   DesktopEnvironment environment_;
   const std::string cacheFolder_ = folder_.filePath("cache/outlookvelkor").toStdString();
 
+  unsigned ModeOf(const char* name) const {
+    struct stat status {};
+    EXPECT_EQ(::stat(folder_.filePath(name).toUtf8().constData(), &status), 0) << name;
+    return status.st_mode & 0777;
+  }
   std::string Refusal() {
     return ErrorOf([&] { environment_.Variable("TMP"); }).Description();
   }
@@ -38,13 +43,10 @@ class DesktopSystem : public testing::Test {
 
 TEST_F(DesktopSystem, TemporaryFolderIsThePrivateCacheFolder) {
   EXPECT_EQ(environment_.Variable("TMP"), cacheFolder_);
-  struct stat status {};
-  ASSERT_EQ(::stat(cacheFolder_.c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 0777, 0700U);
+  EXPECT_EQ(ModeOf("cache/outlookvelkor"), 0700U);
   ASSERT_EQ(::chmod(cacheFolder_.c_str(), 0777), 0);
   EXPECT_EQ(environment_.Variable("TMP"), cacheFolder_);
-  ASSERT_EQ(::stat(cacheFolder_.c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 0777, 0700U);
+  EXPECT_EQ(ModeOf("cache/outlookvelkor"), 0700U);
   EXPECT_EQ(environment_.Variable("VELKOR_NOT_SET"), "");
 }
 
@@ -77,7 +79,12 @@ TEST_F(DesktopSystem, SettingsKeepAnyTextUnderAnyName) {
   EXPECT_EQ(later.Get("Year Planner", "", "k", "-"), "empty section");
   EXPECT_EQ(later.Get("Year Planner", "Printing", "k", "-"), "");
   EXPECT_EQ(later.Get("Year Planner", "Filtering A", "50%", "-"), "-");
-  EXPECT_TRUE(QFile::exists(folder_.filePath("config/outlookvelkor/settings.ini")));
+  EXPECT_EQ(ModeOf("config/outlookvelkor"), 0700U);
+  EXPECT_EQ(ModeOf("config/outlookvelkor/settings.ini"), 0600U);
+  QFile::setPermissions(folder_.filePath("config/outlookvelkor/settings.ini"),
+                        QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther);
+  settings.Save("Year Planner", "Printing", "k", "again");
+  EXPECT_EQ(ModeOf("config/outlookvelkor/settings.ini"), 0600U);
 }
 
 TEST_F(DesktopSystem, SettingsOfTwoProcessesDoNotLoseEachOthersKeys) {
