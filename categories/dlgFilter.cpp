@@ -7,6 +7,7 @@
 
 #include "categories/StoredFilter.h"
 #include "model/Guard.h"
+#include "platform/LocaleApi.h"
 #include "support/values/Text.h"
 #include "view/span/CategoryFilter.h"
 #include "view/span/Duplicates.h"
@@ -17,22 +18,25 @@ namespace {
 constexpr std::string_view SavingFailed = "Error saving the filter ";
 constexpr std::string_view MasterListFailed = "Error reading the master category list ";
 
-/// Sorts names as lists are shown, each once and none of them empty.
-void SortOnce(std::vector<std::string>& names) {
+/// Sorts names as the user's language lists them, each once and none of them empty.
+void SortOnce(std::vector<std::string>& names, LocaleApi& locale) {
   std::set<std::string, std::less<>> known{std::string()};
   std::erase_if(names, [&](const std::string& name) { return !known.insert(name).second; });
-  Duplicates::SortStrings(names, 0, static_cast<int>(names.size()) - 1);
+  Duplicates::SortStrings(
+      names, 0, static_cast<int>(names.size()) - 1,
+      [&locale](std::string_view a, std::string_view b) { return locale.Compare(a, b); });
 }
 
 }  // namespace
 
 dlgFilter::dlgFilter(const CategoryFilter& filter, std::string titleName, ReadMasterList masterList,
-                     Settings& settings, MessageBoxes& messages)
+                     Settings& settings, LocaleApi& locale, MessageBoxes& messages)
     : Form("dlgFilter", "Category Filter"),
       separator_(filter.FilterSeparator()),
       titleName_(std::move(titleName)),
       readMasterList_(std::move(masterList)),
       settings_(settings),
+      locale_(locale),
       messages_(messages) {
   lblHead.SetCaption("Show appointments of these categories");
   Label1.SetCaption("Names, joined by \"" + separator_ + "\"");
@@ -73,7 +77,7 @@ std::vector<std::string> dlgFilter::OfferedNames() {
     }
     if (masterNames_) names.insert(names.end(), masterNames_->begin(), masterNames_->end());
   }
-  SortOnce(names);
+  SortOnce(names, locale_);
   return names;
 }
 

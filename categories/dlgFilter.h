@@ -15,6 +15,7 @@
 namespace velkor {
 
 class CategoryFilter;
+class LocaleApi;
 class MessageBoxes;
 class Settings;
 
@@ -26,12 +27,12 @@ class dlgFilter : public Form {
   /// Reads Outlook's customised master category names; may throw Error.
   using ReadMasterList = std::function<std::vector<std::string>()>;
 
-  /// Settings and messages outlive this.
+  /// Settings, locale and messages outlive this.
   /// @param filter     shown until the user changes it
   /// @param titleName  the planner title whose filter is stored
   /// @param masterList asked when the user wants those names for the first time
   dlgFilter(const CategoryFilter& filter, std::string titleName, ReadMasterList masterList,
-            Settings& settings, MessageBoxes& messages);
+            Settings& settings, LocaleApi& locale, MessageBoxes& messages);
 
   /// The category names of all colour records in the calendar; set before Load.
   std::vector<std::string> VelkorLegends;
@@ -75,6 +76,7 @@ class dlgFilter : public Form {
   std::string titleName_;
   ReadMasterList readMasterList_;
   Settings& settings_;
+  LocaleApi& locale_;
   MessageBoxes& messages_;
   /// None until they were read.
   std::optional<std::vector<std::string>> masterNames_;

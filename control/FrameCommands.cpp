@@ -40,7 +40,7 @@ void YearPlan::Frame::Filter_Click() {
         [this] {
           return MasterCategories(platform_.outlook, platform_.registry, platform_.messages);
         },
-        platform_.settings, platform_.messages);
+        platform_.settings, platform_.locale, platform_.messages);
     {
       const WaitPointer wait(platform_.shell);
       form.VelkorLegends = CategoryNames();

@@ -17,6 +17,8 @@ using CodePage = std::uint32_t;
 
 /// Kinds of locale information (winnls.h).
 namespace locale_info {
+/// What stands before the decimals of a number.
+inline constexpr std::uint32_t DecimalSign = 0x0E;
 /// Order of the short date: "0" month first, "1" day first, "2" year first.
 inline constexpr std::uint32_t ShortDateOrder = 0x21;
 /// Number of the ANSI code page, as text.
@@ -52,6 +54,10 @@ class LocaleApi {
   /// calendar of the locale, the locale's own calendar first, until it returns false.
   virtual void EnumCalendarInfo(LocaleId locale, std::uint32_t calendarType,
                                 const std::function<bool(std::string_view)>& name) = 0;
+
+  /// Below, at or above 0 as `a` stands before, with or after `b` in the lists of the user's
+  /// language.
+  virtual int Compare(std::string_view a, std::string_view b) = 0;
 
   /// The system's ANSI code page; UTF-8 off Windows. An ASCII text is the same bytes in each (Code
   /// Page Identifiers).

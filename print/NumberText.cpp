@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cstddef>
 
+#include "platform/LocaleApi.h"
 #include "support/values/Text.h"
 
 namespace velkor {
@@ -20,7 +21,18 @@ bool IsDecimal(std::string_view text) {
 
 }  // namespace
 
-std::optional<double> ParseNumber(std::string_view text) {
+std::string DecimalSign(LocaleApi& locale) {
+  std::string sign = locale.LocaleInfo(locale.ThreadLocale(), locale_info::DecimalSign);
+  sign.resize(std::min(sign.find('\0'), sign.size()));
+  return sign.empty() ? "." : sign;
+}
+
+std::optional<double> ParseNumber(std::string_view text, std::string_view decimalSign) {
+  std::string pointed;
+  if (const auto sign = text.find(decimalSign); sign != std::string_view::npos) {
+    pointed.append(text.substr(0, sign)).append(".");
+    text = pointed.append(text.substr(sign + decimalSign.size()));
+  }
   text = Trim(text);
   const bool negative = text.starts_with('-');
   if (negative || text.starts_with('+')) text.remove_prefix(1);

@@ -12,9 +12,14 @@
 
 namespace velkor {
 
-/// The number that a text is: blanks around, a sign, digits, one decimal point. None for any other
-/// text; infinite for more than a double holds.
-std::optional<double> ParseNumber(std::string_view text);
+class LocaleApi;
+
+/// The sign before the decimals in the user's locale, "." where the locale names none.
+std::string DecimalSign(LocaleApi& locale);
+
+/// The number that a text is: blanks around, a sign, digits, one decimal point or one decimal sign
+/// of the user's. None for any other text; infinite for more than a double holds.
+std::optional<double> ParseNumber(std::string_view text, std::string_view decimalSign = ".");
 
 /// The nearest whole number, ties to the even one; throws an overflow Error that names `what`
 /// where the type cannot hold it.

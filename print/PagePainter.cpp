@@ -29,12 +29,11 @@ constexpr float BarGapShare = 0.15F;
 /// Width of lines: one pixel of a preview.
 constexpr Twips LinePen = TwipsPerPixel;
 
-/// A legend that is too long for a page has lower rows, down to these of 5 points.
-constexpr Twips LeastLegendRow = 120;
 constexpr Twips LineTwipsPerPoint = 24;
 
 constexpr TextFlags WrappedFlags =
     text_flags::WordBreak | text_flags::NoPrefix | text_flags::EditControl;
+constexpr TextFlags LineFlags = text_flags::WordEllipsis | text_flags::NoPrefix;
 constexpr TextFlags TitleFlags = WrappedFlags | text_flags::Centre;
 constexpr TextFlags NumberFlags =
     text_flags::Centre | text_flags::SingleLine | text_flags::VerticalCentre | text_flags::NoPrefix;
@@ -84,7 +83,7 @@ Twips PrintedWidth(Extent page, const PrintOptionSet& options) {
 
 SubjectStyle SubjectsBy(const PrintOptionSet& options) {
   const bool multiline = options.PrintFormat == print_formats::Multiline;
-  return {options.VisibleText, multiline ? WrappedFlags : text_flags::WordEllipsis, SubjectPoints};
+  return {options.VisibleText, multiline ? WrappedFlags : LineFlags, SubjectPoints};
 }
 
 }  // namespace
@@ -188,28 +187,23 @@ void PagePainter::DrawMonths(Surface& surface, const PageMonths& months) const {
 }
 
 void PagePainter::DrawLegendPart(Surface& surface, const LegendSlice& slice) const {
-  const int count = slice.last - slice.first + 1;
-  if (count <= 0 || plan_.geometry.legendTextWidth <= 0) return;
+  const LegendRows rows = RowsOfLegend(plan_.geometry, slice);
+  if (rows.shown == 0 && rows.more == 0) return;
   const Twips left = body_.right - options_.LegendWidth;
   const Twips width = plan_.geometry.legendTextWidth;
   const Rect column{left, body_.top, left + width, body_.bottom};
   const ViewScope view(surface, column, {column.left, column.top});
 
-  const Twips rowHeight =
-      std::clamp<Twips>(column.Height() / count, LeastLegendRow, LegendRowHeight);
-  const Font font = PageFontOf(std::min(LabelPoints, std::floor(rowHeight / LineTwipsPerPoint)));
-  const int fitting = std::max(0, static_cast<int>(column.Height() / rowHeight + 1e-6));
-  // The last row that fits then says how many follow.
-  const int rows = count <= fitting ? count : fitting - 1;
+  const Font font = PageFontOf(std::min(LabelPoints, std::floor(rows.height / LineTwipsPerPoint)));
   const auto rowRect = [&](int row) {
-    return Rect{0, row * rowHeight, width, (row + 1) * rowHeight};
+    return Rect{0, row * rows.height, width, (row + 1) * rows.height};
   };
-  for (int row = 0; row < rows; ++row) {
+  for (int row = 0; row < rows.shown; ++row) {
     DrawLegendRow(surface, year_.categories.At(slice.first + row), font, rowRect(row), false,
                   LinePen);
   }
-  if (rows < count && rows >= 0) {
-    surface.Text(LegendNameRect(rowRect(rows)), std::to_string(count - rows) + " more", font,
+  if (rows.more > 0) {
+    surface.Text(LegendNameRect(rowRect(rows.shown)), std::to_string(rows.more) + " more", font,
                  colours::Black, MoreFlags);
   }
 }

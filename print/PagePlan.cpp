@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "print/PaperNames.h"
+#include "view/LegendPainter.h"
 
 namespace velkor {
 namespace {
@@ -17,6 +18,8 @@ constexpr Twips SideGap = 450;
 constexpr Twips FootGap = 240;
 constexpr Twips LegendTextGap = 90;
 constexpr Twips LegendTestGap = 510;
+/// A legend that is too long for a page has lower rows, down to these of 5 points.
+constexpr Twips LeastLegendRow = 120;
 
 constexpr std::array<std::string_view, 13> MonthNames{
     "",     "January", "February",  "March",   "April",    "May",     "June",
@@ -135,11 +138,27 @@ LegendSlice LegendOfPage(const PagePlan& plan, int page, bool reprintLegend) {
   return hasSlice ? plan.legend[(page - 1) % slices] : LegendSlice();
 }
 
-void PageTurner::Begin(int count) {
-  page_ = 1;
+LegendRows RowsOfLegend(const PageGeometry& geometry, const LegendSlice& slice) {
+  const int count = slice.last - slice.first + 1;
+  if (count <= 0 || geometry.legendTextWidth <= 0) return {};
+  const Twips room = geometry.bodyHeight;
+  LegendRows rows;
+  rows.height = std::clamp<Twips>(room / count, LeastLegendRow, LegendRowHeight);
+  const int fitting = std::max(0, static_cast<int>(room / rows.height + 1e-6));
+  if (count <= fitting) {
+    rows.shown = count;
+  } else if (fitting > 0) {
+    rows.shown = fitting - 1;
+    rows.more = count - rows.shown;
+  }
+  return rows;
+}
+
+void PageTurner::Begin(int count, int page) {
+  page_ = std::clamp(page, 1, std::max(1, count));
   count_ = count;
-  backEnabled_ = false;
-  nextEnabled_ = count > 1;
+  backEnabled_ = page_ > 1;
+  nextEnabled_ = page_ < count;
 }
 
 void PageTurner::Back() {

@@ -87,11 +87,24 @@ std::string PageTitle(int viewYear, const std::string& header);
 /// later those from the beginning again when the legend is printed on every page.
 LegendSlice LegendOfPage(const PagePlan& plan, int page, bool reprintLegend);
 
+/// The rows that a slice of the legend is drawn in.
+struct LegendRows {
+  Twips height = 0;
+  /// Entries that have a row.
+  int shown = 0;
+  /// Entries that the last row only counts; 0 where all are shown.
+  int more = 0;
+};
+
+/// A slice that is too long for the body has lower rows, and is cut where they are as low as can be
+/// read. Nothing is shown where there is no room for the legend's texts or for a single row.
+LegendRows RowsOfLegend(const PageGeometry& geometry, const LegendSlice& slice);
+
 /// The page on show, and which ways lead from it.
 class PageTurner {
  public:
-  /// Begins at page 1 of `count`.
-  void Begin(int count);
+  /// Begins at a page of `count`, at the last one where there are fewer.
+  void Begin(int count, int page = 1);
   int Page() const { return page_; }
   int Count() const { return count_; }
   bool BackEnabled() const { return backEnabled_; }

@@ -76,8 +76,11 @@ std::int16_t CheckedMonth(int month, std::string_view key) {
 
 }  // namespace
 
-PrintOptions::PrintOptions(Settings& settings, PrintedPlanner planner)
-    : settings_(settings), planner_(std::move(planner)), values_(Defaults()) {}
+PrintOptions::PrintOptions(Settings& settings, PrintedPlanner planner, std::string decimalSign)
+    : settings_(settings),
+      planner_(std::move(planner)),
+      decimalSign_(std::move(decimalSign)),
+      values_(Defaults()) {}
 
 PrintOptionSet PrintOptions::Defaults() const {
   PrintOptionSet defaults;
@@ -90,12 +93,14 @@ PrintOptionSet PrintOptions::Defaults() const {
 
 std::optional<Error> PrintOptions::Load(MessageBoxes& messages) {
   values_ = Defaults();
-  const auto failure = Guard(messages, LoadingFailed, [this] {
-    ReadAll();
-    SetFilterStartMonth(values_.StartMonth);
-    SetFilterEndMonth(values_.EndMonth);
-  });
-  if (failure) OrderMonths();
+  auto failure = Guard(messages, LoadingFailed, [this] { ReadAll(); });
+  OrderStoredMonths();
+  if (!failure) {
+    failure = Guard(messages, LoadingFailed, [this] {
+      RestoreMonth(StartMonthKey, values_.StartMonth);
+      RestoreMonth(EndMonthKey, values_.EndMonth);
+    });
+  }
   return failure;
 }
 
@@ -123,9 +128,18 @@ std::string PrintOptions::Stored(std::string_view key, std::string_view fallback
   return settings_.Get(Application, Section, key, fallback);
 }
 
+/// A store answers the fallback alike for what is absent and for what equals it.
+bool PrintOptions::IsStored(std::string_view key) const {
+  return Stored(key, "absent") != "absent" || !Stored(key, {}).empty();
+}
+
+std::optional<double> PrintOptions::NumberOf(std::string_view text) const {
+  return ParseNumber(text, decimalSign_);
+}
+
 double PrintOptions::StoredNumber(std::string_view key, std::string_view fallback) const {
   const std::string text = Stored(key, fallback);
-  const auto number = ParseNumber(text);
+  const auto number = NumberOf(text);
   if (!number) RefuseType(key, text);
   return *number;
 }
@@ -146,7 +160,7 @@ void PrintOptions::Read(std::string_view key, bool& field) const {
   const std::string text = Stored(key, field ? True : False);
   if (SameName(text, True) || SameName(text, False)) {
     field = SameName(text, True);
-  } else if (const auto number = ParseNumber(text)) {
+  } else if (const auto number = NumberOf(text)) {
     field = *number != 0;
   } else {
     RefuseType(key, text);
@@ -160,7 +174,7 @@ void PrintOptions::ReadMonth(std::string_view key, std::int16_t& field) const {
 }
 
 std::optional<int> PrintOptions::StoredCode(std::string_view key) const {
-  const auto number = ParseNumber(Stored(key, {}));
+  const auto number = NumberOf(Stored(key, {}));
   // A code is one of 16 bits.
   if (!number || std::fabs(*number) > std::numeric_limits<std::int16_t>::max()) return std::nullopt;
   return ToWhole<std::int16_t>(*number, key);
@@ -220,26 +234,33 @@ void PrintOptions::SetReprintLegend(bool reprint) {
   SaveTruth(ReprintLegendKey, reprint);
 }
 
-bool PrintOptions::OrderMonths() {
+void PrintOptions::OrderMonths() {
   const DisplaySpan year{.FirstMonth = planner_.firstMonth};
-  if (year.RowOfMonth(values_.EndMonth) >= year.RowOfMonth(values_.StartMonth)) return false;
-  std::swap(values_.StartMonth, values_.EndMonth);
-  return true;
+  if (year.RowOfMonth(values_.EndMonth) < year.RowOfMonth(values_.StartMonth)) {
+    std::swap(values_.StartMonth, values_.EndMonth);
+  }
 }
 
-void PrintOptions::StoreMonth(std::int16_t& field, int month, std::string_view key) {
-  field = CheckedMonth(month, key);
-  const bool swapped = OrderMonths();
-  if (swapped || key == StartMonthKey) Save(StartMonthKey, std::to_string(values_.StartMonth));
-  if (swapped || key == EndMonthKey) Save(EndMonthKey, std::to_string(values_.EndMonth));
+void PrintOptions::OrderStoredMonths() {
+  if (values_.StartMonth == values_.EndMonth % MonthRows + 1) {
+    const PrintOptionSet wholeYear = Defaults();
+    values_.StartMonth = wholeYear.StartMonth;
+    values_.EndMonth = wholeYear.EndMonth;
+  }
+  OrderMonths();
 }
 
-void PrintOptions::SetFilterStartMonth(int month) {
-  StoreMonth(values_.StartMonth, month, StartMonthKey);
+void PrintOptions::RestoreMonth(std::string_view key, std::int16_t month) {
+  if (IsStored(key)) Save(key, std::to_string(month));
 }
 
-void PrintOptions::SetFilterEndMonth(int month) {
-  StoreMonth(values_.EndMonth, month, EndMonthKey);
+void PrintOptions::SetFilterMonths(int start, int end) {
+  const std::int16_t checkedStart = CheckedMonth(start, StartMonthKey);
+  values_.EndMonth = CheckedMonth(end, EndMonthKey);
+  values_.StartMonth = checkedStart;
+  OrderMonths();
+  Save(StartMonthKey, std::to_string(values_.StartMonth));
+  Save(EndMonthKey, std::to_string(values_.EndMonth));
 }
 
 void PrintOptions::SetVisibleText(bool visible) {

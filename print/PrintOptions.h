@@ -45,15 +45,21 @@ struct PrintedPlanner {
 class PrintOptions {
  public:
   /// The settings outlive this.
-  PrintOptions(Settings& settings, PrintedPlanner planner);
+  /// @param decimalSign  with which numbers may be stored and typed, beside a point
+  PrintOptions(Settings& settings, PrintedPlanner planner, std::string decimalSign = ".");
 
   const PrintOptionSet& Values() const { return values_; }
 
-  /// Reads the stored options and puts the months in order. A stored text that is no number
-  /// (TypeMismatch), one beyond its field (Overflow) or a month that there is not ends the reading
-  /// with a message; what was not read by then has its default, and nothing was written.
+  /// Reads the stored options. Stored months are put in order and written as they stand then; those
+  /// of a whole year, whichever month it began with, are the planner's whole year. A stored text
+  /// that is no number (TypeMismatch), one beyond its field (Overflow) or a month that there is not
+  /// ends the reading with a message; what was not read by then has its default, and nothing was
+  /// written.
   /// @return what was told; none when all went well
   std::optional<Error> Load(MessageBoxes& messages);
+
+  /// The number that a text of the user's or of the store is; none for any other text.
+  std::optional<double> NumberOf(std::string_view text) const;
 
   /// In the current unit.
   float Length(PrintLength length) const;
@@ -78,10 +84,9 @@ class PrintOptions {
 
   std::int16_t FilterStartMonth() const { return values_.StartMonth; }
   std::int16_t FilterEndMonth() const { return values_.EndMonth; }
-  /// 1 to 12, an Error for another number. Start and end change places, and both are written, where
-  /// the end would come before the start in the planner's year.
-  void SetFilterStartMonth(int month);
-  void SetFilterEndMonth(int month);
+  /// Each 1 to 12, an Error for another number with nothing changed. They change places where the
+  /// end comes before the start in the planner's year.
+  void SetFilterMonths(int start, int end);
 
   bool VisibleText() const { return values_.VisibleText; }
   void SetVisibleText(bool visible);
@@ -112,6 +117,7 @@ class PrintOptions {
   void Read(std::string_view key, float& field) const;
   void Read(std::string_view key, bool& field) const;
   void ReadMonth(std::string_view key, std::int16_t& field) const;
+  bool IsStored(std::string_view key) const;
   double StoredNumber(std::string_view key, std::string_view fallback) const;
   std::optional<int> StoredCode(std::string_view key) const;
   void Save(std::string_view key, std::string_view value);
@@ -119,12 +125,14 @@ class PrintOptions {
 
   double Factor() const;
   std::string HeaderKey() const;
-  /// @return whether start and end changed places
-  bool OrderMonths();
-  void StoreMonth(std::int16_t& field, int month, std::string_view key);
+  void OrderMonths();
+  void OrderStoredMonths();
+  /// Writes a month that was chosen once.
+  void RestoreMonth(std::string_view key, std::int16_t month);
 
   Settings& settings_;
   PrintedPlanner planner_;
+  std::string decimalSign_;
   PrintOptionSet values_;
 };
 

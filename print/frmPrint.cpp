@@ -12,6 +12,7 @@
 #include "platform/MessageBoxes.h"
 #include "platform/Platform.h"
 #include "platform/Surface.h"
+#include "print/NumberText.h"
 #include "print/PageView.h"
 #include "print/PrinterSetup.h"
 #include "print/frmPrintOptions.h"
@@ -53,7 +54,7 @@ frmPrint::frmPrint(const YearGrid& grid, CalendarNames names, PrintedPlanner pla
            ButtonOf(preview_keys::Zoom, toolbar_images::Zoom, "Actual size", true),
            ButtonOf(preview_keys::Back, toolbar_images::Back, "Previous page", false),
            ButtonOf(preview_keys::Next, toolbar_images::Next, "Next page", false)}),
-      options_(platform.settings, std::move(planner)),
+      options_(platform.settings, std::move(planner), DecimalSign(platform.locale)),
       document_(grid, std::move(names)),
       platform_(platform),
       m_cScroll(platform.scrollBars) {
@@ -96,7 +97,7 @@ void frmPrint::Form_Resize(Extent size, PixelSize pixel) {
   size_ = size;
   pixel_ = pixel;
   Arrange();
-  LayOut();
+  LayOut(turner_.Page());
 }
 
 void frmPrint::tbPreview_ButtonClick(std::string_view key) {
@@ -158,20 +159,20 @@ void frmPrint::Zoom_Click() {
   Arrange();
 }
 
-void frmPrint::LayOut() {
+void frmPrint::LayOut(int page) {
   if (telling_) return;
-  const auto failure = Guard(platform_.messages, "Error laying out the pages ", [this] {
+  const auto failure = Guard(platform_.messages, "Error laying out the pages ", [&] {
     Printer& printer = platform_.printer;
     // All that can fail comes first.
     const PrinterSettings settings = printer.Current();
-    const Extent page = printer.PageSize();
+    const Extent paper = printer.PageSize();
     auto picture = printer.PagePicture();
-    document_.LayOut(options_.Values(), page, printer.MeasuringSurface());
+    document_.LayOut(options_.Values(), paper, printer.MeasuringSurface());
     printer_ = settings;
-    page_ = page;
+    page_ = paper;
     SetScrollRanges();
     PageTurner turner;
-    turner.Begin(document_.PageCount());
+    turner.Begin(document_.PageCount(), page);
     ShowPage(turner, std::move(picture));
   });
   if (!failure && document_.Failure()) TellFailure(*document_.Failure());

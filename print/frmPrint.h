@@ -26,9 +26,9 @@ inline constexpr std::string_view Next = "Next";
 }  // namespace preview_keys
 
 /// Pages are laid out for the current printer, from the year as it is then, when the window opens
-/// or gets another size and when printer or options have changed. A layout that fails is told; OK
-/// leads to the options, Cancel closes the preview. What the printer or the settings store fail at
-/// is told and leaves the preview as it was.
+/// or gets another size, which stays on the page on show, and when printer or options have changed.
+/// A layout that fails is told; OK leads to the options, Cancel closes the preview. What the
+/// printer or the settings store fail at is told and leaves the preview as it was.
 class frmPrint : public Form {
  public:
   /// The grid, and what the platform refers to, outlive this.
@@ -73,7 +73,8 @@ class frmPrint : public Form {
   void PlacePage();
   /// @return false where the page is shown whole
   bool ScrollBy(ScrollBarSide side, double way);
-  void LayOut();
+  /// @param page  is shown where there are so many
+  void LayOut(int page = 1);
   void TellFailure(const PageFailure& failure);
   void Turn(void (PageTurner::*way)());
   /// @param picture  a white one of the page

@@ -140,8 +140,7 @@ void frmPrintOptions::cmdOK_Click() {
   const auto failure = Guard(messages_, SavingFailed, [this] {
     StoreNumbers();
     options_.SetHeader(txtHeader.Text());
-    options_.SetFilterStartMonth(cmbStart.Index() + 1);
-    options_.SetFilterEndMonth(cmbEnd.Index() + 1);
+    options_.SetFilterMonths(cmbStart.Index() + 1, cmbEnd.Index() + 1);
     options_.SetVisibleText(chkVisibleText.Checked());
     options_.SetPrintFormat(radFormatMulti.Chosen() ? print_formats::Multiline
                                                     : print_formats::SingleLine);
@@ -167,7 +166,7 @@ void frmPrintOptions::StoreNumbers() {
 
 void frmPrintOptions::StoreNumber(TextBox& box, std::string_view what,
                                   const std::function<void(double)>& store) {
-  if (const auto number = ParseNumber(box.Text())) return store(*number);
+  if (const auto number = options_.NumberOf(box.Text())) return store(*number);
   box.SetText("0");
   messages_.Show({.text = "Please enter a numeric value for the " + std::string(what),
                   .title = {},

@@ -11,6 +11,7 @@
 #include "print/PrintDocument.h"
 #include "support/values/Error.h"
 #include "view/Face.h"
+#include "view/LegendPainter.h"
 
 namespace velkor {
 namespace {
@@ -56,13 +57,15 @@ std::string MonthsOf(const PageMonths& months, const YearGrid& grid, const Calen
   return months.first == months.last ? first : first + " to " + name(months.last);
 }
 
-std::string LegendOf(const LegendSlice& slice, const CategoryTable& categories) {
-  if (slice.last < slice.first) return "none";
+/// As the paper shows it: "Work, Travel, 3 more".
+std::string LegendOf(const PagePlan& plan, const LegendSlice& slice,
+                     const CategoryTable& categories) {
+  const LegendRows rows = RowsOfLegend(plan.geometry, slice);
   std::string all;
-  for (int i = slice.first; i <= slice.last; ++i) {
-    all += (i == slice.first ? "" : ", ") + categories.At(i).name;
-  }
-  return all;
+  const auto add = [&all](const std::string& text) { all += (all.empty() ? "" : ", ") + text; };
+  for (int row = 0; row < rows.shown; ++row) add(LegendText(categories.At(slice.first + row)));
+  if (rows.more > 0) add(std::to_string(rows.more) + " more");
+  return all.empty() ? "none" : all;
 }
 
 void TellPages(const PrintTask& task, const PlannedYear& year, const PrintDocument& document,
@@ -76,7 +79,7 @@ void TellPages(const PrintTask& task, const PlannedYear& year, const PrintDocume
     out << PrintStatus(page, count, task.orientation, task.paper) << '\n'
         << "  months: "
         << MonthsOf(plan.pages[static_cast<std::size_t>(page) - 1], year.grid, year.names) << '\n'
-        << "  legend: " << LegendOf(legend, year.grid.Categories()) << '\n';
+        << "  legend: " << LegendOf(plan, legend, year.grid.Categories()) << '\n';
   }
 }
 

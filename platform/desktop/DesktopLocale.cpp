@@ -47,6 +47,7 @@ LocaleId IdOf(const std::string& name) {
 DesktopLocale::DesktopLocale(const QLocale& locale)
     : locale_(locale.language() == QLocale::C ? QLocale(QLocale::English, QLocale::UnitedStates)
                                               : locale),
+      collator_(locale_),
       pattern_(locale_.dateFormat(QLocale::ShortFormat).toStdString(),
                locale_.timeFormat(QLocale::ShortFormat).contains(u'a', Qt::CaseInsensitive)) {}
 
@@ -56,6 +57,7 @@ LocaleId DesktopLocale::ThreadLocale() {
 
 std::string DesktopLocale::LocaleInfo(LocaleId, std::uint32_t kind) {
   if (kind == locale_info::DefaultAnsiCodePage) return std::to_string(code_pages::Utf8);
+  if (kind == locale_info::DecimalSign) return locale_.decimalPoint().toStdString();
   if (kind != locale_info::ShortDateOrder) return {};
   return std::to_string(static_cast<int>(pattern_.FieldOrder()));
 }
@@ -73,6 +75,13 @@ void DesktopLocale::EnumCalendarInfo(LocaleId, std::uint32_t type,
   give(FirstAbbreviatedDayName, 7, &QLocale::standaloneDayName, QLocale::ShortFormat);
   give(FirstMonthName, 12, &QLocale::standaloneMonthName, QLocale::LongFormat);
   give(FirstAbbreviatedMonthName, 12, &QLocale::standaloneMonthName, QLocale::ShortFormat);
+}
+
+int DesktopLocale::Compare(std::string_view a, std::string_view b) {
+  const auto text = [](std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+  };
+  return collator_.compare(text(a), text(b));
 }
 
 std::string DesktopLocale::ToCodePage(std::string_view text, CodePage /*page*/) {

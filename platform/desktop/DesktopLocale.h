@@ -1,6 +1,7 @@
 // platform/desktop/DesktopLocale.h: the locale of the user's session.
 #pragma once
 
+#include <QCollator>
 #include <QLocale>
 
 #include "platform/LocaleApi.h"
@@ -17,6 +18,7 @@ class DesktopLocale : public LocaleApi {
   std::string LocaleInfo(LocaleId locale, std::uint32_t kind) override;
   void EnumCalendarInfo(LocaleId locale, std::uint32_t calendarType,
                         const std::function<bool(std::string_view)>& name) override;
+  int Compare(std::string_view a, std::string_view b) override;
   CodePage AnsiCodePage() override { return code_pages::Utf8; }
   CodePage CachePage() override { return code_pages::Utf8; }
   std::string ToCodePage(std::string_view text, CodePage page) override;
@@ -26,6 +28,7 @@ class DesktopLocale : public LocaleApi {
 
  private:
   QLocale locale_;
+  QCollator collator_;
   DatePattern pattern_;
 };
 

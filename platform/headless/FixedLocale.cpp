@@ -56,6 +56,7 @@ std::string FixedLocale::LocaleInfo(LocaleId, std::uint32_t kind) {
   }
   if (kind == locale_info::ShortDateOrder)
     return std::to_string(static_cast<int>(dates.FieldOrder())) + '\0';
+  if (kind == locale_info::DecimalSign) return decimalSign + '\0';
   return {};
 }
 

@@ -1,10 +1,12 @@
 // platform/headless/FixedLocale.h: a locale that is the same on every machine.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "platform/LocaleApi.h"
 #include "support/DatePattern.h"
+#include "support/values/Text.h"
 
 namespace velkor {
 
@@ -22,6 +24,7 @@ class FixedLocale : public LocaleApi {
  public:
   LocaleId locale = 0x0409;
   CodePage ansiCodePage = 1252;
+  std::string decimalSign = ".";
   DatePattern dates{"M/d/y", true};
   /// Enumerated in this order.
   std::vector<FixedNames> calendars = {FixedNames::English()};
@@ -30,6 +33,7 @@ class FixedLocale : public LocaleApi {
   std::string LocaleInfo(LocaleId, std::uint32_t kind) override;
   void EnumCalendarInfo(LocaleId, std::uint32_t calendarType,
                         const std::function<bool(std::string_view)>& name) override;
+  int Compare(std::string_view a, std::string_view b) override { return CompareText(a, b); }
   CodePage AnsiCodePage() override { return ansiCodePage; }
   CodePage CachePage() override { return ansiCodePage; }
   std::string ToCodePage(std::string_view text, CodePage page) override;

@@ -115,6 +115,16 @@ void WindowsLocale::EnumCalendarInfo(LocaleId locale, std::uint32_t calendarType
   }
 }
 
+int WindowsLocale::Compare(std::string_view a, std::string_view b) {
+  const std::wstring first = ToWide(a);
+  const std::wstring second = ToWide(b);
+  // It answers 1, 2 or 3, and 0 for a failure (CompareStringW function).
+  const int answer =
+      ::CompareStringW(::GetThreadLocale(), 0, first.c_str(), static_cast<int>(first.size()),
+                       second.c_str(), static_cast<int>(second.size()));
+  return answer == 0 ? first.compare(second) : answer - CSTR_EQUAL;
+}
+
 CodePage WindowsLocale::AnsiCodePage() {
   return ::GetACP();
 }

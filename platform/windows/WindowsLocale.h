@@ -15,6 +15,7 @@ class WindowsLocale : public LocaleApi {
   std::string LocaleInfo(LocaleId locale, std::uint32_t kind) override;
   void EnumCalendarInfo(LocaleId locale, std::uint32_t calendarType,
                         const std::function<bool(std::string_view)>& name) override;
+  int Compare(std::string_view a, std::string_view b) override;
   CodePage AnsiCodePage() override;
   CodePage CachePage() override { return code_pages::Utf8; }
   std::string ToCodePage(std::string_view text, CodePage page) override;

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include "platform/headless/FixedLocale.h"
 #include "platform/headless/MemorySettings.h"
 #include "platform/headless/ScriptedForms.h"
 #include "view/span/CategoryFilter.h"
@@ -22,7 +23,7 @@ class dlgFilterTest : public testing::Test {
     CategoryFilter filter(CategorySeparator(list));
     filter.SetCategoryFilter(text);
     dialog_.emplace(
-        filter, "Team", [this] { return MasterNames(); }, settings_, messages_);
+        filter, "Team", [this] { return MasterNames(); }, settings_, locale_, messages_);
     dialog_->VelkorLegends = std::move(legends);
     dialog_->Load();
     return *dialog_;
@@ -50,6 +51,14 @@ class dlgFilterTest : public testing::Test {
   Names Offered() const { return Listed(false); }
   Names Checked() const { return Listed(true); }
 
+  /// Lists by the length of names, then as ever.
+  struct : FixedLocale {
+    int Compare(std::string_view a, std::string_view b) override {
+      const auto length = [](std::string_view text) { return static_cast<int>(text.size()); };
+      return byLength && a.size() != b.size() ? length(a) - length(b) : CompareText(a, b);
+    }
+    bool byLength = false;
+  } locale_;
   MemorySettings settings_;
   ScriptedMessageBoxes messages_{[](const std::string& failure) { FAIL() << failure; }};
   ScriptedForms forms_{[](const std::string& failure) { FAIL() << failure; }};
@@ -75,6 +84,9 @@ TEST_F(dlgFilterTest, OffersEachNameOnceInOrderAndTheMasterListOnRequest) {
   dialog.cbMasterList.Toggle();
   EXPECT_EQ(dialog.tbFilter.Text(), "Zoo, Work");
   EXPECT_EQ(masterListsRead_, 1);
+  locale_.byLength = true;
+  dialog.Load();
+  EXPECT_THAT(Offered(), ElementsAre("Zoo", "Work", "alpha", testing::_, testing::_));
 }
 
 TEST_F(dlgFilterTest, AMasterListThatCannotBeReadIsToldAndAskedForAgain) {

@@ -218,7 +218,7 @@ TEST(PagePainter, SubjectsStandInTheirBarsAsTheFormatSays) {
   EXPECT_THAT(Texts(Pages(events, options).Draw(1)), Not(Contains("\"Subject of a\"")));
   options.VisibleText = true;
   for (const auto& [format, flags] : {std::pair(print_formats::Multiline, "flags 0x2810"),
-                                      std::pair(print_formats::SingleLine, "flags 0x40000")}) {
+                                      std::pair(print_formats::SingleLine, "flags 0x40800")}) {
     options.PrintFormat = format;
     const RecordingSurface surface = Pages(events, options).Draw(1);
     EXPECT_THAT(surface.Calls("text"),

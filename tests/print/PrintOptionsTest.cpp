@@ -65,6 +65,7 @@ TEST_F(PrintOptionsTest, EverySetterWritesItsKeyAtOnceAndLoadReadsItAgain) {
 
   PrintOptions again = Options();
   EXPECT_FALSE(again.Load(messages_));
+  EXPECT_EQ(Stored(), written);
   EXPECT_EQ(again.Values().LeftMargin, 2160);
   EXPECT_EQ(again.Values().MinBands, 32767);
   EXPECT_EQ(again.Values().MinBandHeight, 141.75F);
@@ -81,18 +82,21 @@ TEST_F(PrintOptionsTest, MonthsThatComeInTheWrongOrderOfThePlannersYearChangePla
   struct {
     int firstMonth, start, end;
     std::string storedStart, storedEnd;
-  } const cases[]{
-      {1, 10, 3, "3", "10"}, {4, 10, 3, "10", "3"}, {4, 3, 4, "4", "3"}, {1, 5, 5, "5", "5"}};
-  for (const auto& [firstMonth, start, end, storedStart, storedEnd] : cases) {
+    bool wholeYear = false;
+  } const cases[]{{1, 10, 3, "3", "10"},    {4, 10, 3, "10", "3"},      {4, 3, 4, "4", "3"},
+                  {1, 5, 5, "5", "5"},      {9, 1, 12, "9", "8", true}, {1, 9, 8, "1", "12", true},
+                  {4, 4, 3, "4", "3", true}};
+  for (const auto& [firstMonth, start, end, storedStart, storedEnd, wholeYear] : cases) {
     for (const bool stored : {false, true}) {
+      // Chosen by hand these are some of the year's months.
+      if (wholeYear && !stored) continue;
       PrintOptions options = Options(firstMonth);
       if (stored) {
         Put("StartMonth", std::to_string(start));
         Put("EndMonth", " +" + std::to_string(end) + ".0 ");
         EXPECT_FALSE(options.Load(messages_));
       } else {
-        options.SetFilterStartMonth(start);
-        options.SetFilterEndMonth(end);
+        options.SetFilterMonths(start, end);
       }
       EXPECT_EQ(std::to_string(options.FilterStartMonth()), storedStart);
       EXPECT_EQ(std::to_string(options.FilterEndMonth()), storedEnd);
@@ -100,6 +104,12 @@ TEST_F(PrintOptionsTest, MonthsThatComeInTheWrongOrderOfThePlannersYearChangePla
                   ElementsAre(Pair("EndMonth", storedEnd), Pair("StartMonth", storedStart)));
     }
   }
+  settings_ = {};
+  Put("EndMonth", "3");
+  PrintOptions half = Options(4);
+  EXPECT_FALSE(half.Load(messages_));
+  EXPECT_EQ(half.FilterStartMonth(), 4);
+  EXPECT_THAT(Stored(), ElementsAre(Pair("EndMonth", "3")));
 }
 
 TEST_F(PrintOptionsTest, AStoredTextThatFitsNoFieldIsToldAndTheFieldsBehindItKeepTheirDefaults) {
@@ -151,7 +161,7 @@ TEST_F(PrintOptionsTest, WhatNoFieldHoldsChangesNothing) {
   EXPECT_THROW(options.SetMinBandNo(32767), Error);
   EXPECT_THROW(options.SetLength(PrintLength::LeftMargin, 4e7F), Error);
   EXPECT_THROW(options.SetLength(PrintLength::BandHeight, 3e38F), Error);
-  EXPECT_THROW(options.SetFilterStartMonth(0), Error);
+  EXPECT_THROW(options.SetFilterMonths(0, 5), Error);
   EXPECT_EQ(options.MinBandNo(), 3);
   EXPECT_EQ(options.Values().LeftMargin, 1134);
   EXPECT_THAT(Stored(), testing::IsEmpty());
@@ -170,6 +180,16 @@ TEST(NumberText, ANumberIsASignDigitsAndOnePointWithBlanksAround) {
   const std::pair<std::string, double> numbers[]{
       {" 12.5 ", 12.5}, {"-.5", -0.5}, {"+5.", 5}, {"007", 7}, {small, 0}};
   for (const auto& [text, value] : numbers) EXPECT_EQ(ParseNumber(text), value) << text;
+  const std::tuple<std::string, std::string, std::optional<double>> signs[]{{"1,5", ",", 1.5},
+                                                                            {"1.5", ",", 1.5},
+                                                                            {"-,5", ",", -0.5},
+                                                                            {"1\xD9\xAB"
+                                                                             "5",
+                                                                             "\xD9\xAB", 1.5},
+                                                                            {"1.234,5", ",", {}},
+                                                                            {"1,2,3", ",", {}},
+                                                                            {"1,5", ".", {}}};
+  for (const auto& [text, sign, value] : signs) EXPECT_EQ(ParseNumber(text, sign), value) << text;
   for (const char* text : {"", " ", ".", "-", "- 5", "--5", "1.2.3", "1,5", "1e3", "0x1", "inf",
                            "nan", "5\t", "1 2", "\xD9\xA3"}) {
     EXPECT_FALSE(ParseNumber(text)) << text;

@@ -26,7 +26,7 @@ class frmPrintOptionsTest : public testing::Test {
   MemorySettings settings_;
   ScriptedMessageBoxes messages_{[](const std::string& failure) { FAIL() << failure; }};
   ScriptedShell shell_;
-  PrintOptions options_{settings_, {.titleName = "Team", .firstMonth = 1}};
+  PrintOptions options_{settings_, {.titleName = "Team", .firstMonth = 1}, ","};
   frmPrintOptions form_{options_, messages_, shell_};
   int layouts_ = 0;
 };
@@ -79,6 +79,13 @@ TEST_F(frmPrintOptionsTest, OkStoresEveryFieldAndLaysOutAgain) {
   EXPECT_EQ(Stored("PrintTextFormat"), "0");
   EXPECT_TRUE(form_.OKPressed && !form_.IsOpen());
   EXPECT_EQ(layouts_, 1);
+  form_.Open();
+  form_.cmbStart.Choose(10);
+  form_.cmbEnd.Choose(11);
+  form_.txtMLeft.SetText("2,5");
+  form_.cmdOK.Click();
+  EXPECT_EQ(Stored("StartMonth") + " to " + Stored("EndMonth"), "11 to 12");
+  EXPECT_EQ(Stored("Left Margin"), "3600");
 }
 
 TEST_F(frmPrintOptionsTest, ABoxWithoutANumberIsToldInOrderAndOnlyItsFieldIsKept) {

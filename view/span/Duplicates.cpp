@@ -3,11 +3,9 @@
 
 #include <utility>
 
-#include "support/values/Text.h"
-
 namespace velkor::Duplicates {
 
-void SortStrings(std::vector<std::string>& list, int low, int high) {
+void SortStrings(std::vector<std::string>& list, int low, int high, const TextOrder& order) {
   // The two parts are independent, so the longer one can wait in the loop: the stack stays short
   // whatever the list is.
   while (low < high) {
@@ -15,18 +13,18 @@ void SortStrings(std::vector<std::string>& list, int low, int high) {
     int left = low;
     int right = high;
     while (left <= right) {
-      while (CompareText(list[left], pivot) < 0) ++left;
-      while (CompareText(pivot, list[right]) < 0) --right;
+      while (order(list[left], pivot) < 0) ++left;
+      while (order(pivot, list[right]) < 0) --right;
       if (left > right) break;
       std::swap(list[left], list[right]);
       ++left;
       --right;
     }
     if (right - low < high - left) {
-      SortStrings(list, low, right);
+      SortStrings(list, low, right, order);
       low = left;
     } else {
-      SortStrings(list, left, high);
+      SortStrings(list, left, high, order);
       high = right;
     }
   }

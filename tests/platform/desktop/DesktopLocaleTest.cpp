@@ -37,6 +37,25 @@ TEST(DesktopLocale, ShortDateHasFourDigitsOfYearInTheLocalesOrder) {
   }
 }
 
+TEST(DesktopLocale, ListsAndDecimalsFollowTheLocale) {
+  struct Case {
+    const char* name;
+    const char* decimalSign;
+    /// In the order of the language.
+    std::vector<std::string> listed;
+  };
+  for (const Case& each : {Case{"en_US", ".", {"able", "Arzt", "Ärzte", "Zoo", "Ωmega"}},
+                           Case{"de_DE", ",", {"Arzt", "Ärzte", "arzten", "Azur", "Zoo"}},
+                           Case{"sv_SE", ",", {"Arzt", "zebra", "Zoo", "Åbo", "Ärzte"}}}) {
+    DesktopLocale locale{QLocale(QString::fromLatin1(each.name))};
+    EXPECT_EQ(locale.LocaleInfo(0, locale_info::DecimalSign), each.decimalSign) << each.name;
+    for (std::size_t i = 1; i < each.listed.size(); ++i) {
+      EXPECT_LT(locale.Compare(each.listed[i - 1], each.listed[i]), 0) << each.name << " " << i;
+    }
+    EXPECT_EQ(locale.Compare("Zoo", "Zoo"), 0);
+  }
+}
+
 TEST(DesktopLocale, EveryLocaleWritesDistinctDatesInPlainDigits) {
   for (const QLocale& each :
        QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyTerritory)) {

@@ -7,6 +7,7 @@
 #include "categories/dlgFilter.h"
 #include "control/frmAbout.h"
 #include "exchange/dlgSaveType.h"
+#include "platform/headless/FixedLocale.h"
 #include "platform/headless/MemorySettings.h"
 #include "platform/headless/ScriptedMessageBoxes.h"
 #include "platform/headless/ScriptedShell.h"
@@ -50,6 +51,7 @@ class WindowsFormsTest : public testing::Test {
   OwnerWindow owner_;
   WindowsForms forms_{owner_.owner};
   MemorySettings settings_;
+  FixedLocale locale_;
   ScriptedMessageBoxes messages_{[](const std::string& failure) { FAIL() << failure; }};
   ScriptedShell shell_;
 };
@@ -58,7 +60,8 @@ TEST_F(WindowsFormsTest, FilterIsChosenByKeysAndTheListTakesTheHeight) {
   CategoryFilter filter;
   filter.SetCategoryFilter("Travel");
   dlgFilter form(
-      filter, "Team", [] { return std::vector<std::string>{"Master"}; }, settings_, messages_);
+      filter, "Team", [] { return std::vector<std::string>{"Master"}; }, settings_, locale_,
+      messages_);
   form.VelkorLegends = {"Holiday", "Travel", "Work"};
   form.Load();
   const HWND button = ::CreateWindowW(L"BUTTON", L"", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20,

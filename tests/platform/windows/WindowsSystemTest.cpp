@@ -34,6 +34,10 @@ TEST(WindowsLocale, AnswersForTheLocaleThatIsAskedFor) {
   EXPECT_THAT(FirstName(locale, German, 14), testing::StartsWith("Mo"));
   EXPECT_EQ(FirstName(locale, 0x0409, 34), "Jan");
   EXPECT_NE(locale.ThreadLocale(), 0U);
+  EXPECT_EQ(locale.LocaleInfo(German, locale_info::DecimalSign), ",");
+  EXPECT_LT(locale.Compare("able", "Ärzte"), 0);
+  EXPECT_LT(locale.Compare("Ärzte", "Zoo"), 0);
+  EXPECT_EQ(locale.Compare("Zoo", "Zoo"), 0);
 }
 
 BOOL CALLBACK Collect(LPWSTR name, DWORD, LPARAM names) {
