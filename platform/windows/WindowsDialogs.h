@@ -10,9 +10,8 @@ namespace velkor {
 
 class DialogOwner;
 
-/// Over the functions that take ANSI text: filters, titles and file names cross by the ANSI code
-/// page. A name with a character that this page lacks is an Error, never the name of another file.
-/// The current directory stays what it was; the system remembers the folder.
+/// File names may have any characters. The current directory stays what it was; the system
+/// remembers the folder.
 class WindowsCommonDialogs : public CommonDialogs {
  public:
   explicit WindowsCommonDialogs(DialogOwner& owner) : owner_(owner) {

@@ -27,7 +27,7 @@ void FillMode(const GlobalBlock& block, const PrinterSettings& settings) {
   device.copy(reinterpret_cast<char*>(mode.dmDeviceName), CCHDEVICENAME - 1);
   mode.dmSpecVersion = DM_SPECVERSION;
   mode.dmSize = sizeof(DEVMODEA);
-  mode.dmFields = DM_ORIENTATION | DM_COPIES | DM_DUPLEX;
+  mode.dmFields = DM_ORIENTATION | DM_COPIES | DM_PAPERSIZE | DM_DUPLEX;
   mode.dmOrientation = static_cast<short>(settings.orientation);
   mode.dmCopies = static_cast<short>(settings.copies);
   mode.dmPaperSize = static_cast<short>(settings.paperSize);

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "platform/windows/AnsiText.h"
 #include "platform/windows/DialogOwner.h"
+#include "platform/windows/Wide.h"
 #include "platform/windows/WindowsPages.h"
 #include "platform/windows/WindowsPrintDialog.h"
 
@@ -77,18 +77,18 @@ bool WindowsPrinter::ShowDialog(PrinterSettings& settings) {
 std::unique_ptr<PrintJob> WindowsPrinter::Begin(const std::string& documentName) {
   MemoryDc dc = Device().PrintingContext();
   const std::string what = "\"" + documentName + "\" on the printer " + Device().Name();
-  const std::string name = ToAnsi(documentName);
+  const std::wstring name = ToWide(documentName);
   const ModalScope modal(owner_);
   // Where the system asks by itself, not every one tells that the user cancelled.
   const auto path = outputFile_.empty() ? Device().AskForFile(documentName) : outputFile_;
   if (!path) return nullptr;
-  const std::string output = ToAnsi(*path);
-  DOCINFOA document{};
+  const std::wstring output = ToWide(*path);
+  DOCINFOW document{};
   document.cbSize = sizeof document;
   document.lpszDocName = name.c_str();
   if (!output.empty()) document.lpszOutput = output.c_str();
   ::SetLastError(ERROR_SUCCESS);
-  if (::StartDocA(dc.get(), &document) <= 0) {
+  if (::StartDocW(dc.get(), &document) <= 0) {
     const DWORD code = ::GetLastError();
     if (code == ERROR_CANCELLED || code == ERROR_PRINT_CANCELLED) return nullptr;
     throw PrinterError(errors::DeviceInputOutput, "Cannot begin " + what, code);

@@ -41,7 +41,8 @@ class WindowsPrinterTest : public testing::Test {
  protected:
   ~WindowsPrinterTest() override { WindowsFiles().Delete(output_); }
 
-  const std::string output_ = WindowsEnvironment().Variable("TMP") + "\\velkor-printed-" +
+  /// With letters that the code page lacks.
+  const std::string output_ = WindowsEnvironment().Variable("TMP") + "\\velkor-日ą-" +
                               std::to_string(::GetCurrentProcessId());
   TestPrinter made_{"Velkor Plain"};
   DialogOwner owner_;
@@ -137,8 +138,13 @@ TEST_F(WindowsPrinterTest, TakesWhatTheDriverCanDoAndLeavesTheRest) {
 }
 
 TEST_F(WindowsPrinterTest, DialogShowsTheSettingsAndHandsOnWhatTheUserChose) {
-  printer_.Apply(With(device_mode::Landscape, 2, device_mode::PaperA4, 1));
+  printer_.Apply(With(device_mode::Landscape, 2, device_mode::PaperLetter, 1));
   const PrinterSettings before = printer_.Current();
+  {
+    const DriveDialog drive([] { Answer(WaitForWindow({}), IDOK); });
+    EXPECT_TRUE(SetUpPrinter(printer_, before));
+    EXPECT_EQ(printer_.Current(), before);
+  }
   TestPrinter other("Velkor Second");
   std::wstring shown;
   const auto choose = [&](int button) {
