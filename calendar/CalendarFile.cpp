@@ -53,22 +53,23 @@ void PauseUntil(TimePoint deadline, const std::string& path) {
   std::this_thread::sleep_for(Pause);
 }
 
+}  // namespace
+
 /// Where a calendar lies, its folder locked against our other programs: the file may be replaced at
 /// any time, and with it what a lock on it is good for, but not the folder. The file is reached
 /// through the open folder only, so that a folder moved meanwhile is still the one that is locked.
-class LockedPlace {
+class CalendarFile::LockedPlace {
  public:
   /// @param target  the canonical path of the calendar
   /// @param path    what messages call it
   LockedPlace(const std::filesystem::path& target, std::string path, TimePoint deadline)
       : path_(std::move(path)),
         name_(target.filename().string()),
-        folder_(::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)),
-        deadline_(deadline) {
+        folder_(::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
     if (!folder_.IsOpen()) FailToSave(path_, errno);
     while (::flock(folder_.Descriptor(), LOCK_EX | LOCK_NB) != 0) {
       if (errno != EWOULDBLOCK && errno != EINTR) FailToSave(path_, errno);
-      PauseUntil(deadline_, path_);
+      PauseUntil(deadline, path_);
     }
   }
 
@@ -78,7 +79,7 @@ class LockedPlace {
   std::optional<FileMark> Mark() const { return MarkAt(Folder(), name_); }
 
   /// The file, once no other program holds a lock on it.
-  OpenFile Open() const {
+  OpenFile Open(TimePoint deadline) const {
     while (true) {
       OpenFile file(
           ::openat(Folder(), name_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
@@ -98,7 +99,7 @@ class LockedPlace {
       if (!isHeld && named && named->device == status.st_dev && named->file == status.st_ino) {
         return file;
       }
-      PauseUntil(deadline_, path_);
+      PauseUntil(deadline, path_);
     }
   }
 
@@ -106,8 +107,9 @@ class LockedPlace {
   std::string path_;
   std::string name_;
   OpenFile folder_;
-  TimePoint deadline_;
 };
+
+namespace {
 
 /// A write sets both times to one; a file that was written elsewhere and renamed, whole, has the
 /// later time of the renaming in its entry.
@@ -123,7 +125,7 @@ bool MayBeInWriting(const FileMark& mark) {
 /// leaves no more than one.
 class WorkFile {
  public:
-  explicit WorkFile(const LockedPlace& place)
+  explicit WorkFile(const CalendarFile::LockedPlace& place)
       : place_(place), name_(".velkor-" + ShortHash(place.Name())), file_(Open()) {}
   ~WorkFile() {
     if (!renamed_) ::unlinkat(place_.Folder(), name_.c_str(), 0);
@@ -158,7 +160,7 @@ class WorkFile {
     return descriptor;
   }
 
-  const LockedPlace& place_;
+  const CalendarFile::LockedPlace& place_;
   std::string name_;
   OpenFile file_;
   bool renamed_ = false;
@@ -171,13 +173,13 @@ std::filesystem::path TargetOf(const std::string& path) {
   return target;
 }
 
-SaveRecord RecordAt(const LockedPlace& place) {
+SaveRecord RecordAt(const CalendarFile::LockedPlace& place) {
   return {place.Folder(), place.Name(), place.Path()};
 }
 
 /// Gives a file new bytes as long as its mark is `before`.
 /// @return the mark it has then; none when it has another by now
-std::optional<FileMark> Exchange(const LockedPlace& place, const OpenFile& file,
+std::optional<FileMark> Exchange(const CalendarFile::LockedPlace& place, const OpenFile& file,
                                  const FileMark& before, std::string_view oldBytes,
                                  std::string_view newBytes) {
   WorkFile work(place);
@@ -208,16 +210,31 @@ void CalendarFile::FinishStoppedSave() const {
   RecordAt(place).Finish();
 }
 
+std::shared_ptr<const CalendarFile::LockedPlace> CalendarFile::Lock() {
+  if (auto held = place_.lock()) return held;
+  auto place = std::make_shared<const LockedPlace>(
+      TargetOf(path_), path_, std::chrono::steady_clock::now() + options_.patience);
+  place_ = place;
+  return place;
+}
+
+std::shared_ptr<const void> CalendarFile::Hold() {
+  auto place = Lock();
+  RecordAt(*place).Finish();
+  return place;
+}
+
 CalendarFile::Replacement CalendarFile::Replace(
     const std::function<std::string(const std::string&)>& edit) {
   constexpr int Attempts = 20;
   constexpr std::chrono::seconds MostWaiting{1};
-  const LockedPlace place(TargetOf(path_), path_,
-                          std::chrono::steady_clock::now() + options_.patience);
+  const TimePoint deadline = std::chrono::steady_clock::now() + options_.patience;
+  const auto locked = Lock();
+  const LockedPlace& place = *locked;
   RecordAt(place).Finish();
   const TimePoint quietUntil = std::chrono::steady_clock::now() + MostWaiting;
   for (int attempt = 0; attempt < Attempts; ++attempt) {
-    const OpenFile file = place.Open();
+    const OpenFile file = place.Open(deadline);
     struct stat status = StatusOf(file, path_);
     while (MarkOf(status) != written_ && MayBeInWriting(MarkOf(status)) &&
            std::chrono::steady_clock::now() < quietUntil) {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -33,6 +34,9 @@ struct CalendarFileOptions {
 /// A symbolic link is followed, not replaced.
 class CalendarFile {
  public:
+  /// The file's folder while it is locked; of the implementation.
+  class LockedPlace;
+
   /// The state that was read and the one that was written; the same when nothing was.
   struct Replacement {
     FileMark before;
@@ -63,9 +67,17 @@ class CalendarFile {
   /// Throws Error as Replace does.
   void FinishStoppedSave() const;
 
+  /// Keeps our other programs, and other objects of this one, from replacing files of the folder
+  /// for as long as the answer is kept. Throws Error when another keeps them away for too long.
+  [[nodiscard]] std::shared_ptr<const void> Hold();
+
  private:
+  std::shared_ptr<const LockedPlace> Lock();
+
   std::string path_;
   CalendarFileOptions options_;
+  /// While somebody holds it.
+  std::weak_ptr<const LockedPlace> place_;
   /// What the last replacement left.
   std::optional<FileMark> written_;
 };

@@ -210,6 +210,20 @@ void CalendarFolder::Delete(const std::string& entryId) {
   Raise({FolderEvent::Kind::Remove, nullptr});
 }
 
+bool CalendarFolder::ReplaceCategory(std::string_view from, std::string_view to, Date now) {
+  if (!writer_) return false;
+  writer_->WriteCategory(from, to, now);
+  writer_->Refresh();
+  return true;
+}
+
+std::shared_ptr<const void> CalendarFolder::Hold() {
+  if (!writer_) return nullptr;
+  auto hold = writer_->Hold();
+  writer_->Refresh();
+  return hold;
+}
+
 std::shared_ptr<const CalendarFolder::Listener> CalendarFolder::Listen(Listener listener) {
   std::erase_if(listeners_, [](const auto& one) { return one.expired(); });
   auto kept = std::make_shared<const Listener>(std::move(listener));

@@ -35,6 +35,11 @@ class CalendarWriter {
   /// @return the item as it was saved
   virtual CalendarItem WriteChange(const CalendarItem& after, const ItemChange& change) = 0;
   virtual void WriteDeletion(const CalendarItem& item) = 0;
+  /// Puts one category in place of another in all items that carry it, changed occurrences too.
+  /// The folder has them after the next Refresh.
+  virtual void WriteCategory(std::string_view from, std::string_view to, Date now) = 0;
+  /// Keeps other programs of ours from saving for as long as the answer is kept.
+  [[nodiscard]] virtual std::shared_ptr<const void> Hold() = 0;
   /// Brings the folder up to date with what others saved.
   virtual void Refresh() = 0;
 };
@@ -105,6 +110,12 @@ class CalendarFolder {
   /// An empty change saves nothing, except for an unsaved item.
   Item SaveChange(const std::string& entryId, const ItemChange& change, Date now);
   void Delete(const std::string& entryId);
+  /// Puts one category in place of another in all items that carry it, in one step.
+  /// @return false without a writer, who alone can
+  bool ReplaceCategory(std::string_view from, std::string_view to, Date now);
+  /// Keeps other programs of ours from saving for as long as the answer is kept, and brings the
+  /// folder up to date; null without a writer.
+  [[nodiscard]] std::shared_ptr<const void> Hold();
 
   /// Calls a listener after each change for as long as the answer is kept. A listener may change
   /// the folder, and end its own or another's listening.

@@ -47,6 +47,11 @@ class EmbeddedFolder : public OutlookFolder {
   std::unique_ptr<OutlookItems> Items() override {
     return std::make_unique<EmbeddedItems>(folder_, session_);
   }
+  bool ReplaceCategory(std::string_view from, std::string_view to) override {
+    return folder_.ReplaceCategory(StorableLine(from), StorableLine(to),
+                                   session_->clock ? session_->clock() : Date());
+  }
+  std::shared_ptr<const void> Hold() override { return folder_.Hold(); }
 
  private:
   CalendarFolder& folder_;

@@ -137,6 +137,13 @@ CalendarItem IcsCalendar::WriteChange(const CalendarItem& after, const ItemChang
   return saved;
 }
 
+void IcsCalendar::WriteCategory(std::string_view from, std::string_view to, Date now) {
+  ++revision_;
+  file_.Replace([&](const std::string& bytes) {
+    return ReplaceCategoryInIcs(bytes, file_.Path(), {from, to}, now);
+  });
+}
+
 void IcsCalendar::WriteDeletion(const CalendarItem& item) {
   Save([&](const std::string& bytes) { return DeleteFromIcs(bytes, file_.Path(), item.entryId); });
 }

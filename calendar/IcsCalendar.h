@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "calendar/CalendarFile.h"
@@ -59,6 +60,8 @@ class IcsCalendar : private CalendarWriter {
   CalendarItem WriteNew(const CalendarItem& item, bool reminder) override;
   CalendarItem WriteChange(const CalendarItem& after, const ItemChange& change) override;
   void WriteDeletion(const CalendarItem& item) override;
+  void WriteCategory(std::string_view from, std::string_view to, Date now) override;
+  std::shared_ptr<const void> Hold() override { return file_.Hold(); }
   void Refresh() override { CheckForChanges(); }
 
   /// A reading that the event loop sees to, and what it was started for.

@@ -13,6 +13,7 @@
 #include "calendar/IcsPlainText.h"
 #include "calendar/IcsText.h"
 #include "support/values/Error.h"
+#include "support/values/NameList.h"
 
 namespace velkor {
 namespace {
@@ -46,11 +47,12 @@ struct TimeText {
 
 class EventEditor {
  public:
-  EventEditor(const IcsDocument& document, const IcsAppointment& appointment,
+  /// @param index  of the appointment's event that is changed
+  EventEditor(const IcsDocument& document, const IcsAppointment& appointment, std::size_t index,
               const IcsLimits& limits)
       : document_(document),
         appointment_(appointment),
-        event_(document.Events()[appointment.main]),
+        event_(document.Events()[index]),
         encoding_(document.Scan().encoding),
         edit_(document.Bytes(), *event_.component, limits) {}
 
@@ -64,8 +66,9 @@ class EventEditor {
     const std::string now = UtcText(after.lastModified, document_);
     edit_.Set("DTSTAMP", "", now);
     edit_.Set("LAST-MODIFIED", "", now);
+    const bool isMain = &event_ == &document_.Events()[appointment_.main];
     const bool knownByUid = appointment_.entryId == EntryIdOfUid(event_.uid);
-    if (!knownByUid && event_.entryId != appointment_.entryId) {
+    if (isMain && !knownByUid && event_.entryId != appointment_.entryId) {
       edit_.Set("X-VELKOR-ENTRY-ID", "", appointment_.entryId);
     }
     return edit_.Text();
@@ -346,7 +349,8 @@ IcsEdit Changed(std::string_view bytes, const std::string& name, const CalendarI
          "; its times cannot be changed.");
   }
   const IcsComponent& old = *event.component;
-  std::string text = EventEditor(document, appointment, limits).Text(after, change);
+  std::string text =
+      EventEditor(document, appointment, appointment.main, limits).Text(after, change);
   IcsComponent component = old;
   component.end = old.begin + text.size();
   std::vector<Splice> splices{{old.begin, old.end, std::move(text)}};
@@ -390,6 +394,47 @@ IcsEdit Changed(std::string_view bytes, const std::string& name, const CalendarI
            "\" shares its UID with another one in the calendar file " + name +
            ", which would be lost; nothing was saved.");
     }
+  }
+  return edit;
+}
+
+IcsEdit Recategorised(std::string_view bytes, const std::string& name,
+                      const IcsCategoryChange& change, Date now, const IcsLimits& limits) {
+  Diagnostics ignored(name, 1);
+  const IcsDocument document(bytes, name, limits, ignored);
+  std::vector<AppointmentFields> wanted;
+  for (const IcsEvent& event : document.Events()) wanted.push_back(event.fields);
+  std::vector<Splice> splices;
+  const auto replace = [&](const IcsAppointment& appointment, std::size_t index) {
+    std::vector<std::string>& names = wanted[index].categories;
+    const std::vector<std::string> before =
+        std::exchange(names, WithNameReplaced(names, change.from, change.to));
+    if (names == before) return;
+    CalendarItem after;
+    after.fields = wanted[index];
+    after.lastModified = now;
+    ItemChange set;
+    set.categories = names;
+    const IcsComponent& component = *document.Events()[index].component;
+    splices.push_back({component.begin, component.end,
+                       EventEditor(document, appointment, index, limits).Text(after, set)});
+  };
+  for (const IcsAppointment& appointment : document.Appointments()) {
+    replace(appointment, appointment.main);
+    for (const std::size_t index : appointment.changed) replace(appointment, index);
+  }
+  IcsEdit edit;
+  edit.bytes = WithSplices(bytes, std::move(splices));
+  const IcsDocument next(edit.bytes, name, limits, ignored);
+  const bool same =
+      IdsOf(next) == IdsOf(document) &&
+      std::equal(wanted.begin(), wanted.end(), next.Events().begin(), next.Events().end(),
+                 [](const AppointmentFields& fields, const IcsEvent& event) {
+                   return fields == event.fields;
+                 });
+  if (!same) {
+    Fail("The category \"" + std::string(change.to) + "\" cannot be written into the calendar " +
+         "file " + name + "; no appointment was changed.");
   }
   return edit;
 }
@@ -444,6 +489,15 @@ IcsEdit ChangeInIcs(std::string_view bytes, const std::string& name, const Calen
   return InFormOf(bytes, name, limits, [&](std::string_view text) {
     return Changed(text, name, after, change, limits);
   });
+}
+
+std::string ReplaceCategoryInIcs(std::string_view bytes, const std::string& name,
+                                 const IcsCategoryChange& change, Date now,
+                                 const IcsLimits& limits) {
+  return InFormOf(
+             bytes, name, limits,
+             [&](std::string_view text) { return Recategorised(text, name, change, now, limits); })
+      .bytes;
 }
 
 IcsEdit DeleteFromIcs(std::string_view bytes, const std::string& name, const std::string& entryId,

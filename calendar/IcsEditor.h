@@ -32,6 +32,20 @@ IcsEdit AddToIcs(std::string_view bytes, const std::string& name, const Calendar
 IcsEdit ChangeInIcs(std::string_view bytes, const std::string& name, const CalendarItem& after,
                     const ItemChange& change, const IcsLimits& limits = {});
 
+/// A category and the one that takes its place.
+struct IcsCategoryChange {
+  std::string_view from;
+  std::string_view to;
+};
+
+/// Changes the category of every appointment that carries it, and of every changed occurrence that
+/// does by itself; identifiers stay as they are. Work grows with the text, however many there are.
+/// @param now  local time of saving
+/// @return the text; the same where nothing carries it
+std::string ReplaceCategoryInIcs(std::string_view bytes, const std::string& name,
+                                 const IcsCategoryChange& change, Date now,
+                                 const IcsLimits& limits = {});
+
 /// Takes an appointment out with its changed occurrences and older revisions.
 IcsEdit DeleteFromIcs(std::string_view bytes, const std::string& name, const std::string& entryId,
                       const IcsLimits& limits = {});

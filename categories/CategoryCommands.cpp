@@ -1,13 +1,20 @@
 // categories/CategoryCommands.cpp: adds, renames, deletes and recolours categories.
 #include "categories/CategoryCommands.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "categories/AppointmentRename.h"
 #include "categories/ColourStore.h"
 #include "model/CategoryView.h"
 #include "model/Guard.h"
+#include "model/WaitPointer.h"
 #include "platform/CommonDialogs.h"
 #include "platform/MessageBoxes.h"
+#include "platform/Outlook.h"
+#include "support/RegIO.h"
+#include "support/values/Text.h"
+#include "view/span/CategoryFilter.h"
 #include "view/span/Globals.h"
 
 namespace velkor {
@@ -72,12 +79,48 @@ bool CategoryCommands::IsTaken(const Choice& choice,
   return false;
 }
 
-void CategoryCommands::Store(const std::vector<Category>& categories, Choice selection) {
+/// A category's place in a list that may be another than the one that was on show when it was
+/// chosen; none when it is gone.
+std::optional<std::size_t> CategoryCommands::PlaceOf(const Choice& choice,
+                                                     const std::vector<Category>& all) {
+  const auto is = [&](const Category& category) { return category.name == choice.name; };
+  const std::size_t shown = PositionOf(choice.index);
+  if (shown < all.size() && is(all[shown])) return shown;
+  const auto found = std::find_if(all.begin(), all.end(), is);
+  if (found == all.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - all.begin());
+}
+
+bool CategoryCommands::Show(std::vector<Category> categories, Choice selection) {
   // Drawing tells the host, which may set another one.
   const std::string title = view_.TitleOfCategories();
   view_.ChangeCategories(categories);
   Select(std::move(selection));
-  colours_.Save(title, categories);
+  const bool saved = colours_.Save(title, categories);
+  unsavedTitle_.reset();
+  if (!saved) unsavedTitle_ = title;
+  return saved;
+}
+
+void CategoryCommands::Store(const Edit& edit, Choice selection) {
+  std::vector<Category> all = view_.Categories().All();
+  if (!edit(all)) return;
+  const Held held = HoldCalendar();
+  if (held.fault) throw Error(*held.fault);
+  if (held.others && !edit(all = *held.others)) return;
+  Show(std::move(all), std::move(selection));
+}
+
+/// Another program may have changed the list since it was read: it is read again while that program
+/// has to wait.
+CategoryCommands::Held CategoryCommands::HoldCalendar() {
+  auto [hold, record] = colours_.Hold(view_.TitleOfCategories());
+  Held held{std::move(hold), std::nullopt, std::nullopt};
+  // What could not be saved the last time is saved now, whatever the calendar has.
+  if (!record || unsavedTitle_ == view_.TitleOfCategories()) return held;
+  held.fault = record->fault;
+  if (record->categories != view_.Categories().All()) held.others = std::move(record->categories);
+  return held;
 }
 
 void CategoryCommands::New() {
@@ -86,41 +129,123 @@ void CategoryCommands::New() {
     const std::string title = view_.TitleOfCategories();
     const std::string answer = platform_.inputs.Ask("Enter name of new category", "New Category");
     if (answer.empty() || title != view_.TitleOfCategories() || !view_.AreCategoriesKnown()) return;
-    std::vector<Category> all = view_.Categories().All();
-    const bool keepsLast = !view_.HideNonCategoryItems() && !all.empty();
-    all.insert(keepsLast ? all.end() - 1 : all.end(),
-               {Globals::StripControlChars(answer), NewColour});
-    Store(all, {});
+    Store(
+        [&](std::vector<Category>& all) {
+          const bool keepsLast = !view_.HideNonCategoryItems() && !all.empty();
+          all.insert(keepsLast ? all.end() - 1 : all.end(),
+                     {Globals::StripControlChars(answer), NewColour});
+          return true;
+        },
+        {});
   });
 }
 
-void CategoryCommands::Rename(std::string_view text) {
+bool CategoryCommands::IsFree(const std::string& name, std::size_t place,
+                              const std::vector<Category>& all) {
+  for (std::size_t i = 0; i < all.size(); ++i) {
+    if (i == place || all[i].name != name) continue;
+    Tell(platform_.messages, "The category " + name + " already exists");
+    return false;
+  }
+  return true;
+}
+
+void CategoryCommands::Rename(std::string_view text, RenameReach reach) {
   const std::string name = Globals::StripControlChars(text);
   Guard(platform_.messages, "Error renaming the category ", [&] {
     const std::optional<Choice> choice = Choose({});
-    if (!choice) return;
-    if (IsTaken(*choice, [&](const Category& other) { return other.name == name; })) {
-      Tell(platform_.messages, "The category " + name + " already exists");
+    if (!choice || !IsFree(name, PositionOf(choice->index), view_.Categories().All())) return;
+    if (name == choice->name) return;
+    if (reach == RenameReach::Ask) {
+      const auto asked = AskForReach(*choice, name);
+      if (!asked) return;
+      reach = *asked;
+    }
+    if (reach == RenameReach::Appointments) return RenameEverywhere(*choice, name);
+    Store(
+        [&](std::vector<Category>& all) {
+          const auto place = PlaceOf(*choice, all);
+          if (!place || !IsFree(name, *place, all)) return false;
+          all[*place].name = name;
+          return true;
+        },
+        {});
+  });
+}
+
+std::optional<RenameReach> CategoryCommands::AskForReach(const Choice& choice,
+                                                         const std::string& name) {
+  if (!view_.IsCarried(choice.name)) return RenameReach::List;
+  const std::string title = view_.TitleOfCategories();
+  const MessageAnswer answer = platform_.messages.Show(
+      {.text = "Appointments of this year carry the category \"" + choice.name +
+               "\".\r\rAre all appointments of the calendar that carry it to take the new name \"" +
+               name + "\"? With No only the list of categories is changed.",
+       .title = "Rename Category",
+       .buttons = MessageButtons::YesNoCancel,
+       .icon = MessageIcon::Question});
+  if (answer != MessageAnswer::Yes && answer != MessageAnswer::No) return std::nullopt;
+  if (title != view_.TitleOfCategories() || !view_.AreCategoriesKnown()) return std::nullopt;
+  return answer == MessageAnswer::Yes ? RenameReach::Appointments : RenameReach::List;
+}
+
+/// The new name is saved before the first appointment takes it, and the old one goes after the
+/// last: whenever this ends, no appointment carries a name that is not in the list.
+void CategoryCommands::RenameEverywhere(const Choice& choice, const std::string& name) {
+  const CategoryRename rename{
+      choice.name, name,
+      CategorySeparator(RegIO::ListSeparator(platform_.registry, platform_.messages))};
+  if (!CanBeCarried(name, rename.separator)) {
+    Tell(platform_.messages, "No appointment can carry the category \"" + name +
+                                 "\": a name has no blanks around it and no \"" +
+                                 std::string(Trim(rename.separator)) + "\" in it.");
+    return;
+  }
+  const std::string title = view_.TitleOfCategories();
+  const Held held = HoldCalendar();
+  if (held.fault) throw Error(*held.fault);
+  std::vector<Category> all = held.others.value_or(view_.Categories().All());
+  const auto place = PlaceOf(choice, all);
+  if (!place || !IsFree(name, *place, all)) return;
+  // Before the old one, which may be the catch-all and stays the last then.
+  all.insert(all.begin() + static_cast<std::ptrdiff_t>(*place), {name, all[*place].colour});
+  if (!Show(std::move(all), {})) return;
+  {
+    const WaitPointer wait(platform_.shell);
+    if (!RenameInAppointments(rename, *colours_.Folder(), platform_)) {
+      Tell(platform_.messages, "The renaming was stopped: some appointments may carry \"" +
+                                   rename.from + "\" and others \"" + name +
+                                   "\". The list keeps both.");
       return;
     }
-    if (name == choice->name) return;
-    std::vector<Category> all = view_.Categories().All();
-    all[PositionOf(choice->index)].name = name;
-    Store(all, {});
-  });
+  }
+  // Messages were let in meanwhile.
+  if (title != view_.TitleOfCategories() || !view_.AreCategoriesKnown()) return;
+  view_.RenameOnShow(rename.from, name);
+  std::vector<Category> after = view_.Categories().All();
+  const auto old = PlaceOf({static_cast<std::int16_t>(*place + 2), rename.from}, after);
+  if (!old) return;
+  after.erase(after.begin() + static_cast<std::ptrdiff_t>(*old));
+  Show(std::move(after), {});
 }
 
 void CategoryCommands::CatDelete(std::string_view name) {
   Guard(platform_.messages, "Error deleting the category ", [&] {
     const std::optional<Choice> choice = Choose(name);
     if (!choice) return;
-    std::vector<Category> all = view_.Categories().All();
-    if (all.size() == 1) {
-      Tell(platform_.messages, "Cannot delete all the categories; at least one must be retained.");
-      return;
-    }
-    all.erase(all.begin() + choice->index - 1);
-    Store(all, {});
+    Store(
+        [&](std::vector<Category>& all) {
+          const auto place = PlaceOf(*choice, all);
+          if (!place) return false;
+          if (all.size() == 1) {
+            Tell(platform_.messages,
+                 "Cannot delete all the categories; at least one must be retained.");
+            return false;
+          }
+          all.erase(all.begin() + static_cast<std::ptrdiff_t>(*place));
+          return true;
+        },
+        {});
   });
 }
 
@@ -148,9 +273,12 @@ void CategoryCommands::CatColour(std::string_view name) {
     // Of another title's list the user has seen nothing.
     if (!picked || title != view_.TitleOfCategories() || !view_.AreCategoriesKnown()) return;
     if (!Stands(*choice)) return;
-    std::vector<Category> all = view_.Categories().All();
-    all[PositionOf(choice->index)].colour = *picked;
-    Store(all, selected_);
+    const auto recolour = [&](std::vector<Category>& all) {
+      const auto place = PlaceOf(*choice, all);
+      if (place) all[*place].colour = *picked;
+      return place.has_value();
+    };
+    Store(recolour, selected_);
   });
 }
 

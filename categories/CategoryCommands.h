@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,15 +11,26 @@
 
 #include "model/CategoryTable.h"
 #include "platform/Platform.h"
+#include "support/values/Error.h"
 
 namespace velkor {
 
 class CategoryView;
 class ColourStore;
 
+/// What a category's new name reaches.
+enum class RenameReach {
+  /// What the user says where events on show carry the category, else the list.
+  Ask,
+  List,
+  /// The list and all appointments of the calendar.
+  Appointments
+};
+
 /// The commands of the legend. Each change is shown and then saved; when it cannot be saved, which
-/// is told, it stays on show. Nothing is changed while the categories are not known. Each command
-/// ends in a message when it fails; none throws Error.
+/// is told, it stays on show. Where our other programs can be kept from saving, a change is made to
+/// the list as the calendar has it by then, so that theirs are not lost. Nothing is changed while
+/// the categories are not known. Each command ends in a message when it fails; none throws Error.
 class CategoryCommands {
  public:
   /// All of them outlive this.
@@ -37,8 +49,9 @@ class CategoryCommands {
   void New();
 
   /// Gives the selected category another name, cleaned as a new one's; a name that another one has
-  /// is refused with a message. Afterwards none is selected, unless nothing was changed.
-  void Rename(std::string_view text);
+  /// is refused with a message. Afterwards none is selected, unless nothing was changed. Where it
+  /// reaches the appointments, and ends before they all have the new name, the list keeps both.
+  void Rename(std::string_view text, RenameReach reach = RenameReach::Ask);
 
   /// Deletes a category; the last one that is left is kept, with a message. Afterwards none is
   /// selected.
@@ -63,13 +76,35 @@ class CategoryCommands {
   std::optional<Colour> PickColour(const Choice& choice);
   bool IsTaken(const Choice& choice, const std::function<bool(const Category&)>& matches) const;
   void Select(Choice choice);
-  /// Shows the categories and saves them.
-  void Store(const std::vector<Category>& categories, Choice selection);
+
+  /// The calendar while nobody else saves into it.
+  struct Held {
+    std::shared_ptr<const void> hold;
+    /// Its list where that is another than the one on show.
+    std::optional<std::vector<Category>> others;
+    /// What is wrong with its list, which must not be saved over then.
+    std::optional<Error> fault;
+  };
+  Held HoldCalendar();
+  /// Changes a list; false, with the reason told, where it cannot.
+  using Edit = std::function<bool(std::vector<Category>& all)>;
+  /// Makes a change to the list as the calendar has it, shows and saves it.
+  void Store(const Edit& edit, Choice selection);
+  /// @return whether it was saved, too
+  bool Show(std::vector<Category> categories, Choice selection);
+  static std::optional<std::size_t> PlaceOf(const Choice& choice, const std::vector<Category>& all);
+  /// Whether no other category than the one at `place` has this name; told when one has.
+  bool IsFree(const std::string& name, std::size_t place, const std::vector<Category>& all);
+  /// None when the user cancels.
+  std::optional<RenameReach> AskForReach(const Choice& choice, const std::string& name);
+  void RenameEverywhere(const Choice& choice, const std::string& name);
 
   CategoryView& view_;
   ColourStore& colours_;
   const Platform platform_;
   Choice selected_;
+  /// Of which the categories on show could not be saved.
+  std::optional<std::string> unsavedTitle_;
 };
 
 }  // namespace velkor

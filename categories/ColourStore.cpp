@@ -3,7 +3,6 @@
 
 #include <utility>
 
-#include "categories/ColourList.h"
 #include "categories/ColourRecords.h"
 #include "model/ColourRecord.h"
 #include "model/Guard.h"
@@ -56,6 +55,16 @@ FetchedColours ColourStore::Fetch(std::string_view titleName) {
   FetchedColours colours;
   colours.fault = Guard(messages_, FetchingFailed, [&] { FetchInto(colours, titleName); });
   return colours;
+}
+
+ColourStore::HeldCalendar ColourStore::Hold(std::string_view titleName) {
+  HeldCalendar held;
+  const auto folder = openFolder_();
+  held.hold = folder->Hold();
+  if (!held.hold) return held;
+  const auto list = ColourRecords(*folder, locale_).FindList(titleName);
+  if (list) held.record = CategoriesOf(*list);
+  return held;
 }
 
 bool ColourStore::Save(std::string_view titleName, const std::vector<Category>& categories) {

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "categories/ColourList.h"
 #include "model/CategoryTable.h"
 #include "support/values/Error.h"
 
@@ -47,6 +48,19 @@ class ColourStore {
   /// without a list to speak of is deleted; where there is none then, one with the default
   /// categories is made. A list with a line that cannot be read is left as it is.
   FetchedColours Fetch(std::string_view titleName);
+
+  /// The calendar while our other programs cannot save into it, and what it listed before.
+  struct HeldCalendar {
+    /// Null where a calendar cannot be held; nothing was read then.
+    std::shared_ptr<const void> hold;
+    /// None where the title has no record yet.
+    std::optional<ListedCategories> record;
+  };
+  /// For a change of what others may be changing too. Throws what the calendar throws.
+  HeldCalendar Hold(std::string_view titleName);
+
+  /// The folder on show; throws what opening it throws.
+  std::unique_ptr<OutlookFolder> Folder() { return openFolder_(); }
 
   /// Writes the record of a planner title, made when it is missing.
   /// @param categories  their names hold no "|" and no line break

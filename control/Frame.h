@@ -76,6 +76,8 @@ class YearPlan::Frame : public Planner, public EventView, public CategoryView, p
   bool HideNonCategoryItems() const override { return options.HideNonCategoryItems; }
   bool AreCategoriesKnown() override;
   void ChangeCategories(std::vector<Category> categories) override;
+  bool IsCarried(std::string_view category) const override;
+  void RenameOnShow(std::string_view from, std::string_view to) override;
 
   // YearSource
   int DisplayedYear() const override { return grid_.Span().ViewYear; }

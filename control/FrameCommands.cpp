@@ -1,4 +1,5 @@
 // control/FrameCommands.cpp: what the toolbar, the menus and the public methods do.
+#include <algorithm>
 #include <utility>
 
 #include "categories/ColourList.h"
@@ -14,6 +15,7 @@
 #include "platform/Forms.h"
 #include "print/frmPrint.h"
 #include "support/values/Error.h"
+#include "support/values/NameList.h"
 
 namespace velkor {
 void YearPlan::Frame::Command1_Click() {
@@ -101,6 +103,23 @@ void YearPlan::Frame::ChangeCategories(std::vector<Category> categories) {
   grid_.SetCategories(CategoryTable(std::move(categories)));
   legend_.CategoriesChanged();
   Redraw(false);
+}
+
+bool YearPlan::Frame::IsCarried(std::string_view category) const {
+  return std::any_of(grid_.Events().begin(), grid_.Events().end(), [&](const CalEvent& event) {
+    return HasName(event.Categories, grid_.Filter().FilterSeparator(), category);
+  });
+}
+
+void YearPlan::Frame::RenameOnShow(std::string_view from, std::string_view to) {
+  const EventFields fields = grid_.Fields();
+  ChangeEvents([&](EventCollection& events) {
+    for (CalEvent& event : events) {
+      event.Categories =
+          WithNameReplaced(event.Categories, grid_.Filter().FilterSeparator(), from, to);
+      fields.Derive(event);
+    }
+  });
 }
 
 std::optional<EventCollection> YearPlan::Frame::EventsOf(int viewYear,

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "model/CategoryTable.h"
@@ -22,6 +23,11 @@ class CategoryView {
   virtual bool AreCategoriesKnown() = 0;
   /// Replaces the categories: every event finds its own anew, and the year is laid out and drawn.
   virtual void ChangeCategories(std::vector<Category> categories) = 0;
+
+  /// Whether an event on show carries a category of this name.
+  virtual bool IsCarried(std::string_view category) const = 0;
+  /// The events on show that carry a category carry another one instead.
+  virtual void RenameOnShow(std::string_view from, std::string_view to) = 0;
 };
 
 }  // namespace velkor

@@ -113,6 +113,14 @@ class OutlookFolder {
   /// A sub-folder by its name; null when there is none.
   virtual std::unique_ptr<OutlookFolder> Folder(std::string_view name) = 0;
   virtual std::unique_ptr<OutlookItems> Items() = 0;
+
+  /// Puts one category in place of another in all items that carry it, changed occurrences too, in
+  /// one step.
+  /// @return false where the calendar program has no such step; nothing was changed then
+  virtual bool ReplaceCategory(std::string_view from, std::string_view to) = 0;
+  /// Keeps other programs from saving into the folder for as long as the answer is kept, and brings
+  /// it up to date with what they saved before; null where the calendar program cannot.
+  [[nodiscard]] virtual std::shared_ptr<const void> Hold() = 0;
 };
 
 class OutlookNamespace {

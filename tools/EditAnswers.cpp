@@ -31,6 +31,8 @@ class EditedCategories : public CategoryView {
   void ChangeCategories(std::vector<Category> categories) override {
     table_ = CategoryTable(std::move(categories));
   }
+  bool IsCarried(std::string_view) const override { return false; }
+  void RenameOnShow(std::string_view, std::string_view) override {}
 
  private:
   CategoryTable table_;

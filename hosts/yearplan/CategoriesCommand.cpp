@@ -21,6 +21,7 @@
 #include "support/values/Error.h"
 #include "view/LegendPainter.h"
 #include "view/span/CategoryFilter.h"
+#include "view/span/Globals.h"
 
 namespace velkor {
 namespace {
@@ -48,12 +49,16 @@ class CategoryDesk : public CategoryView {
   void ChangeCategories(std::vector<Category> categories) override {
     table_ = CategoryTable(std::move(categories));
   }
+  /// A command shows no events.
+  bool IsCarried(std::string_view) const override { return false; }
+  void RenameOnShow(std::string_view, std::string_view) override {}
 
  private:
   std::unique_ptr<OutlookFolder> Folder();
   std::unique_ptr<OutlookFolder> FolderForSaving();
   void ReadTable();
   int IndexOf(const std::string& name) const;
+  void RefuseKnown(const std::string& name) const;
 
   const CommandLine& line_;
   TerminalSeams seams_;
@@ -83,6 +88,7 @@ std::unique_ptr<OutlookFolder> CategoryDesk::Folder() {
 
 /// Reads what there is and changes nothing, unlike a planner that starts.
 void CategoryDesk::ReadTable() {
+  fault_.reset();
   try {
     const auto folder = Folder();
     const auto list = ColourRecords(*folder, seams_.locale).FindList(line_.titleName);
@@ -119,7 +125,17 @@ int CategoryDesk::IndexOf(const std::string& name) const {
   return index;
 }
 
+/// Two of one name could not be told apart by the next command.
+void CategoryDesk::RefuseKnown(const std::string& name) const {
+  if (table_.IndexOf(name) == 0) return;
+  throw Error(errors::BadFileName, "The category \"" + name + "\" already exists");
+}
+
 void CategoryDesk::Run(const CategoryTask& task) {
+  // What another command saved since the calendar was read is there before this one begins.
+  const auto hold = Folder()->Hold();
+  ReadTable();
+  if (fault_) return;
   ColourStore colours([this] { return FolderForSaving(); }, seams_.locale, seams_.messages);
   CategoryCommands commands(*this, colours, seams_.On(outlook_));
   if (task.kind != CategoryTask::Kind::New) commands.Select(IndexOf(task.name));
@@ -127,11 +143,12 @@ void CategoryDesk::Run(const CategoryTask& task) {
     case CategoryTask::Kind::List:
       break;
     case CategoryTask::Kind::New:
+      RefuseKnown(Globals::StripControlChars(task.name));
       seams_.inputs.lines = {task.name};
       commands.New();
       break;
     case CategoryTask::Kind::Rename:
-      commands.Rename(task.newName);
+      commands.Rename(task.newName, task.listOnly ? RenameReach::List : RenameReach::Appointments);
       break;
     case CategoryTask::Kind::Recolour:
       seams_.dialogs.colours = {task.colour};

@@ -56,7 +56,8 @@ CategoryTask ParseCategoryTask(const std::vector<std::string>& words) {
   if (words.size() != task->operands + 1) {
     throw UsageError(std::string("It is: yearplan categories CALENDAR ") + task->usage);
   }
-  CategoryTask parsed{.kind = task->kind, .name = {}, .newName = {}, .colour = {}};
+  CategoryTask parsed{
+      .kind = task->kind, .name = {}, .newName = {}, .listOnly = false, .colour = {}};
   if (task->operands > 0) parsed.name = words[1];
   if (task->kind == CategoryTask::Kind::Rename) parsed.newName = words[2];
   if (task->kind == CategoryTask::Kind::Recolour) parsed.colour = ParseColour(words[2]);

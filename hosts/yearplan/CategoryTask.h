@@ -15,6 +15,8 @@ struct CategoryTask {
   std::string name;
   /// What Rename makes of it.
   std::string newName;
+  /// Rename leaves the appointments as they are.
+  bool listOnly = false;
   /// What Recolour gives it.
   Colour colour;
 };

@@ -48,7 +48,8 @@ constexpr const char* Description =
     "  yearplan print CALENDAR --pages         tell what each page would hold\n"
     "  yearplan categories CALENDAR [list]     print colour and name of each category\n"
     "  yearplan categories CALENDAR new NAME   add a category, in blue\n"
-    "  yearplan categories CALENDAR rename OLD NEW\n"
+    "  yearplan categories CALENDAR rename OLD NEW [--list-only]\n"
+    "                                          in the list and in all appointments\n"
     "  yearplan categories CALENDAR recolour NAME COLOUR\n"
     "  yearplan categories CALENDAR delete NAME\n"
     "                                          COLOUR is given as in '#3366CC', red first;\n"
@@ -69,6 +70,7 @@ constexpr const char* PointOption = "point";
 constexpr const char* From = "from";
 constexpr const char* To = "to";
 constexpr const char* CategoriesOnly = "categories-only";
+constexpr const char* ListOnly = "list-only";
 }  // namespace names
 
 /// What a window is told by its settings instead.
@@ -102,6 +104,7 @@ void AddOptions(QCommandLineParser& parser) {
        "year"},
       {names::To, "export: the last year.", "year"},
       {names::CategoriesOnly, "export: leave the appointments out."},
+      {names::ListOnly, "categories: rename in the list and leave the appointments as they are."},
       {"first-month", "The month in the first row, 1 to 12 (1).", "month", "1"},
       {"no-all-events", "Leave out what has no whole day, as the control does by default."},
       {"no-subjects", "Draw bars without subjects."},
@@ -218,6 +221,7 @@ const std::vector<OptionUse>& OptionUses() {
       {names::From, {Export}},
       {names::To, {Export}},
       {names::CategoriesOnly, {Export}},
+      {names::ListOnly, {Categories}},
       {"year", {Open, Render, Refresh, Inspect, Print}},
       {"no-all-events", {Open, Render, Refresh, Inspect, Print}},
       {"no-subjects", {Open, Render, Refresh, Inspect, Print}},
@@ -311,6 +315,10 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   line.cacheFile = parser.value(names::Cache).toStdString();
   if (line.command == Command::Categories && rest.size() > 1) {
     line.categoryTask = ParseCategoryTask(ToWords(rest.mid(1)));
+    line.categoryTask.listOnly = parser.isSet(names::ListOnly);
+    if (line.categoryTask.listOnly && line.categoryTask.kind != CategoryTask::Kind::Rename) {
+      throw UsageError("--list-only belongs to categories CALENDAR rename");
+    }
   } else if (rest.size() > 1) {
     throw UsageError("One calendar at a time; \"" + rest[1].toStdString() + "\" is one too many");
   }

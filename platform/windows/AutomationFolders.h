@@ -17,6 +17,9 @@ class AutomationFolder : public OutlookFolder {
   int DefaultItemType() override { return folder_.GetInt("DefaultItemType"); }
   std::unique_ptr<OutlookFolder> Folder(std::string_view name) override;
   std::unique_ptr<OutlookItems> Items() override;
+  /// The object model has neither.
+  bool ReplaceCategory(std::string_view, std::string_view) override { return false; }
+  std::shared_ptr<const void> Hold() override { return nullptr; }
 
  private:
   OutlookLink& link_;

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -26,6 +28,10 @@ class ScriptedWriter : public CalendarWriter {
     return after;
   }
   void WriteDeletion(const CalendarItem& item) override { Note("delete " + item.fields.subject); }
+  void WriteCategory(std::string_view from, std::string_view to, Date /*now*/) override {
+    Note("category " + std::string(from) + " to " + std::string(to));
+  }
+  std::shared_ptr<const void> Hold() override { return std::make_shared<bool>(true); }
   void Refresh() override {
     if (onRefresh) onRefresh();
   }

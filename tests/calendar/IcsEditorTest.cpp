@@ -17,6 +17,7 @@
 namespace velkor {
 namespace {
 
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -98,6 +99,27 @@ TEST(IcsEditor, EveryFieldComesBackAsItWasSet) {
     end = edit.bytes.find('\n', at);
     EXPECT_LE(std::min(end, edit.bytes.size()) - at, 75U);
   }
+}
+
+TEST(IcsEditor, ACategoryIsReplacedWhereverItIsCarriedAndNowhereElse) {
+  const std::string before =
+      "BEGIN:VCALENDAR\nBEGIN:VEVENT\nUID:1\nDTSTART;VALUE=DATE:20260105\n"
+      "RRULE:FREQ=WEEKLY;COUNT=4\nCATEGORIES:Home\nSUMMARY:Work\nEND:VEVENT\n"
+      "BEGIN:VEVENT\nUID:1\nRECURRENCE-ID;VALUE=DATE:20260112\nDTSTART;VALUE=DATE:20260113\n"
+      "CATEGORIES;X-A=1:Home,Work\nCATEGORIES:Workshop\nEND:VEVENT\n"
+      "BEGIN:VEVENT\nDTSTART;VALUE=DATE:19990101\nCATEGORIES:Job,Work\nEND:VEVENT\n"
+      "END:VCALENDAR\n";
+  const std::string after = ReplaceCategoryInIcs(before, "team.ics", {"Work", "Job"}, Saved);
+  EXPECT_THAT(after, AllOf(HasSubstr("CATEGORIES:Home\nSUMMARY:Work\nEND:VEVENT\n"),
+                           HasSubstr("CATEGORIES;X-A=1:Home,Job,Workshop\n" + Stamps),
+                           HasSubstr("CATEGORIES:Job\n" + Stamps)));
+  const auto ids = [](const std::string& text) {
+    std::vector<std::string> all;
+    for (const CalendarItem& item : Parse(text).items) all.push_back(item.entryId);
+    return all;
+  };
+  EXPECT_EQ(ids(after), ids(before));
+  EXPECT_EQ(ReplaceCategoryInIcs(before, "team.ics", {"work", "Job"}, Saved), before);
 }
 
 TEST(IcsEditor, OddFilesKeepEveryOtherByte) {

@@ -8,6 +8,7 @@
 
 #include "calendar/CalendarFile.h"
 #include "calendar/ShortHash.h"
+#include "support/values/Error.h"
 #include "tests/calendar/CalendarFileCase.h"
 #include "tests/platform/desktop/ChildProcess.h"
 
@@ -48,6 +49,22 @@ TEST_F(SavingRaces, AForeignReplacementLetsNoSecondSaveOfOursIn) {
   });
   other.join();
   EXPECT_EQ(Read(), "foreign\nfirst\nother\n");
+}
+
+TEST_F(SavingRaces, WhileAPlaceIsHeldOnlyItsHolderSaves) {
+  Write("old\n");
+  const auto add = [](const std::string& line) {
+    return [line](const std::string& bytes) { return bytes + line; };
+  };
+  CalendarFile file(path_);
+  CalendarFile other(path_, {.patience = milliseconds(50)});
+  auto hold = file.Hold();
+  EXPECT_THROW(other.Replace(add("other\n")), Error);
+  EXPECT_THROW((void)other.Hold(), Error);
+  file.Replace(add("first\n"));
+  hold.reset();
+  other.Replace(add("other\n"));
+  EXPECT_EQ(Read(), "old\nfirst\nother\n");
 }
 
 TEST_F(SavingRaces, BesideAForeignWriterEverySaveIsWholeOrSaysThatTheFileKeepsChanging) {

@@ -8,6 +8,7 @@
 #include "categories/CategoryCommands.h"
 #include "categories/ColourStore.h"
 #include "model/CategoryView.h"
+#include "support/values/NameList.h"
 #include "tests/model/CalendarCase.h"
 
 namespace velkor {
@@ -29,6 +30,14 @@ class ShownCategories : public CategoryView {
     table = CategoryTable(std::move(categories));
     if (onChange) onChange();
   }
+  bool IsCarried(std::string_view category) const override {
+    return HasName(carried, ", ", category);
+  }
+  void RenameOnShow(std::string_view from, std::string_view to) override {
+    carried = WithNameReplaced(carried, ", ", from, to);
+  }
+  /// By the events on show.
+  std::string carried;
 };
 
 class CategoryCase : public CalendarCase {

@@ -73,6 +73,10 @@ class LoggedFolder : public LoggedSeam<OutlookFolder> {
     log_("Items");
     return std::make_unique<LoggedItems>(inner_->Items(), log_);
   }
+  bool ReplaceCategory(std::string_view from, std::string_view to) override {
+    return inner_->ReplaceCategory(from, to);
+  }
+  std::shared_ptr<const void> Hold() override { return inner_->Hold(); }
   static std::unique_ptr<OutlookFolder> Logged(std::unique_ptr<OutlookFolder> folder,
                                                const CallLog& log) {
     return folder ? std::make_unique<LoggedFolder>(std::move(folder), log) : nullptr;

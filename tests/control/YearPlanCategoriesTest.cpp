@@ -57,14 +57,23 @@ TEST_F(YearPlanCategoriesTest, EveryCommandGivesTheEventsTheirCategoriesAnew) {
   EXPECT_THAT(Indices(), ElementsAre(1, 2, 1));
   EXPECT_EQ(BodyOf("Default"), Listed("\r\nWork|255\r\nTrips|16711680\r\nOther|1"));
 
-  SelectRow(1);
-  legend.mnuCatRename.Click();
-  legend.txtEdit.SetText("Office");
-  EXPECT_FALSE(legend.txtEdit.onKeyPress(key_codes::Enter));
+  const auto rename = [&](int row, const std::string& name, MessageAnswer answer) {
+    messages_.Expect("all appointments of the calendar", answer);
+    SelectRow(row);
+    legend.mnuCatRename.Click();
+    legend.txtEdit.SetText(name);
+    EXPECT_FALSE(legend.txtEdit.onKeyPress(key_codes::Enter));
+  };
+  rename(1, "Office", MessageAnswer::Cancel);
+  EXPECT_THAT(Indices(), ElementsAre(1, 2, 1));
+  rename(1, "Office", MessageAnswer::No);
   EXPECT_THAT(Indices(), ElementsAre(3, 2, 2));
+  rename(2, "Travel", MessageAnswer::Yes);
+  EXPECT_THAT(Indices(), ElementsAre(3, 2, 2));
+  EXPECT_EQ(plan_.Grid().Events()[2].Categories, "Work, Travel");
 
   plan_.CatDelete("no such");
-  plan_.CatDelete("Trips");
+  plan_.CatDelete("Travel");
   EXPECT_THAT(Indices(), ElementsAre(2, 2, 2));
   seams_.dialogs.colours = {Colour{77}};
   plan_.CatColour("Other");

@@ -1,6 +1,12 @@
 // tests/hosts/CategoriesCommandTest.cpp: `yearplan categories` as its users start it.
 #include <gmock/gmock.h>
 
+#include <QElapsedTimer>
+#include <algorithm>
+#include <chrono>
+#include <random>
+#include <thread>
+
 #include "model/ColourRecord.h"
 #include "tests/hosts/YearplanCase.h"
 #include "tests/platform/desktop/CalendarText.h"
@@ -42,10 +48,18 @@ TEST_F(CategoriesCommand, ChangesAreThereInTheNextRun) {
   EXPECT_EQ(now(), "#128AFF  Leave\n#FE00A0  " + cleaned + "\n#CCCCCC  Other\n");
   EXPECT_EQ(Categories({"rename", "Leave", "-休暇", "--hide-non-category"}).code, 2);
   EXPECT_EQ(Categories({"--hide-non-category", "--", "rename", "Leave", "-休暇"}).code, 0);
+  EXPECT_EQ(Bytes("team.ics").count("CATEGORIES:-休暇\r\n"), 2);
+  EXPECT_EQ(Categories({"rename", "Other", "Rest", "--list-only"}).code, 0);
+  EXPECT_EQ(Categories({"--list-only", "--", "rename", "-休暇", "Leave"}).code, 0);
+  EXPECT_EQ(Categories({"--", "rename", "Leave", "-休暇"}).code, 0);
+  EXPECT_EQ(Categories({"rename", "Rest", "Other"}).code, 0);
+  EXPECT_EQ(Bytes("team.ics").count("CATEGORIES:-休暇\r\n"), 2);
+  EXPECT_EQ(Categories({"new", "New", "--list-only"}).code, 2);
   EXPECT_EQ(Categories({"--hide-non-category", "new", "Last"}).code, 0);
   EXPECT_EQ(Categories({"delete", cleaned.c_str()}).code, 0);
   EXPECT_EQ(now(), "#128AFF  -休暇\n#CCCCCC  Other\n#0000FF  Last\n");
   EXPECT_EQ(Bytes("team.ics").count("BEGIN:VEVENT"), 3);
+  EXPECT_EQ(Categories({"--", "rename", "-休暇", "Leave"}).code, 0);
   EXPECT_EQ(Categories({"--title", "Rooms"}).out, "#128AFF  Leave\n#CCCCCC  Other\n");
 }
 
@@ -72,6 +86,9 @@ TEST_F(CategoriesCommand, WhatIsRefusedLeavesTheCalendarAsItWas) {
       {{"delete", "a"}, "There is no category \"a\""},
       {{"rename", "a", "C"}, "There is no category \"a\""},
       {{"rename", "A", "B"}, "The category B already exists"},
+      {{"new", "B"}, "The category \"B\" already exists"},
+      {{"new", "|B"}, "The category \"B\" already exists"},
+      {{"rename", "A", "C,D"}, "No appointment can carry the category \"C,D\""},
       {{"recolour", "A", "#020000"}, "This colour has already been used."},
       {{"new", "C", "--title", "O'Brien"}, "O'Brien"},
   };
@@ -103,6 +120,54 @@ TEST_F(CategoriesCommand, ABrokenListIsShownAsFarAsItGoesAndNeverSavedOver) {
   EXPECT_EQ(outcome.code, 1);
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(Bytes("team.ics"), calendar);
+}
+
+/// VELKOR_KILLS sets how many; the long form says what it found.
+TEST_F(CategoriesCommand, OfTwoThatAreKilledAtAnyMomentNothingIsLost) {
+  const int kills = std::max(8, qEnvironmentVariableIntValue("VELKOR_KILLS"));
+  constexpr int Appointments = 200;
+  Write("team.ics", Calendar(Appointments, "CATEGORIES:Leave\r\n"));
+  QElapsedTimer clock;
+  clock.start();
+  ASSERT_EQ(Categories({"new", "First"}).code, 0);
+  std::mt19937 random(2026);
+  std::uniform_int_distribution<qint64> moment(0, clock.elapsed() * 2);
+
+  QList<QByteArray> kept{"First"};
+  QByteArray carried = "Leave";
+  int renamed = 0;
+  for (int round = 1; 2 * round <= kills; ++round) {
+    const QByteArray number = QByteArray::number(round);
+    QProcess adds;
+    QProcess renames;
+    Start(adds, {"categories", "team.ics", "new", "N" + number});
+    Start(renames, {"categories", "team.ics", "rename", carried, "R" + number});
+    std::this_thread::sleep_for(std::chrono::milliseconds(moment(random)));
+    adds.kill();
+    std::this_thread::sleep_for(std::chrono::milliseconds(moment(random) / 4));
+    renames.kill();
+    ASSERT_TRUE(adds.waitForFinished() && renames.waitForFinished());
+    const auto isDone = [](const QProcess& process) {
+      const bool ended = process.exitStatus() == QProcess::NormalExit;
+      EXPECT_TRUE(!ended || process.exitCode() == 0);
+      return ended;
+    };
+    if (isDone(adds)) kept << "N" + number;
+
+    const QByteArray text = Bytes("team.ics").replace("\r\n ", "");
+    const auto isListed = [&](const QByteArray& name) { return text.contains("\\n" + name + "|"); };
+    ASSERT_TRUE(text.endsWith("END:VCALENDAR\r\n"));
+    ASSERT_EQ(text.count("SUMMARY:Event "), Appointments);
+    for (const QByteArray& name : kept) ASSERT_TRUE(isListed(name)) << name.toStdString();
+    const bool changed = text.count("CATEGORIES:R" + number + "\r\n") == Appointments;
+    if (changed) carried = "R" + number;
+    if (changed) ++renamed;
+    ASSERT_EQ(text.count("CATEGORIES:" + carried + "\r\n"), Appointments);
+    ASSERT_TRUE(isListed(carried));
+    ASSERT_TRUE(changed || !isDone(renames));
+  }
+  std::printf("%d kills: %d categories were added, %d times all appointments were renamed\n", kills,
+              static_cast<int>(kept.size()) - 1, renamed);
 }
 
 }  // namespace

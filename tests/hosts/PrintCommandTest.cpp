@@ -55,6 +55,9 @@ TEST_F(PrintCommand, TellsThePagesWithoutAFile) {
                               "--first-month", "7", "--portrait"});
   EXPECT_THAT(many.out, AllOf(HasSubstr("Row height: 12.0 mm\n"), HasSubstr("Page 2 of "),
                               HasSubstr("months: Jul"), HasSubstr("legend: none\n")));
+  QByteArray names = "A";
+  for (char name = 'B'; name <= 'Z'; ++name) names.append(',').append(name);
+  Write("team.ics", Calendar(1, "CATEGORIES:" + names + "\r\n"));
   // Hardly any room below the title: rows of the legend are left out, as on the paper.
   const Outcome low =
       Print({"--pages", "--margins", "20,89,20,88", "--min-band-height", "0.1", "--months", "3"});
