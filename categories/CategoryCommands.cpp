@@ -104,11 +104,15 @@ bool CategoryCommands::Show(std::vector<Category> categories, Choice selection) 
 
 void CategoryCommands::Store(const Edit& edit, Choice selection) {
   std::vector<Category> all = view_.Categories().All();
-  if (!edit(all)) return;
-  const Held held = HoldCalendar();
-  if (held.fault) throw Error(*held.fault);
-  if (held.others && !edit(all = *held.others)) return;
-  Show(std::move(all), std::move(selection));
+  std::optional<std::string> refusal = edit(all);
+  if (!refusal) {
+    const Held held = HoldCalendar();
+    if (held.fault) throw Error(*held.fault);
+    if (held.others) refusal = edit(all = *held.others);
+    if (!refusal) Show(std::move(all), std::move(selection));
+  }
+  // Not while others wait for the calendar.
+  if (refusal && !refusal->empty()) Tell(platform_.messages, *refusal);
 }
 
 /// Another program may have changed the list since it was read: it is read again while that program
@@ -129,47 +133,52 @@ void CategoryCommands::New() {
     const std::string title = view_.TitleOfCategories();
     const std::string answer = platform_.inputs.Ask("Enter name of new category", "New Category");
     if (answer.empty() || title != view_.TitleOfCategories() || !view_.AreCategoriesKnown()) return;
-    Store(
-        [&](std::vector<Category>& all) {
-          const bool keepsLast = !view_.HideNonCategoryItems() && !all.empty();
-          all.insert(keepsLast ? all.end() - 1 : all.end(),
-                     {Globals::StripControlChars(answer), NewColour});
-          return true;
-        },
-        {});
+    const Edit add = [&](std::vector<Category>& all) {
+      const bool keepsLast = !view_.HideNonCategoryItems() && !all.empty();
+      all.insert(keepsLast ? all.end() - 1 : all.end(),
+                 {Globals::StripControlChars(answer), NewColour});
+      return std::nullopt;
+    };
+    Store(add, {});
   });
 }
 
-bool CategoryCommands::IsFree(const std::string& name, std::size_t place,
-                              const std::vector<Category>& all) {
+/// Why a category cannot get a name: another one has it, or the category is gone.
+std::optional<std::string> CategoryCommands::RefusalOf(const std::string& name,
+                                                       std::optional<std::size_t> place,
+                                                       const std::vector<Category>& all) {
+  if (!place) return std::string();
   for (std::size_t i = 0; i < all.size(); ++i) {
-    if (i == place || all[i].name != name) continue;
-    Tell(platform_.messages, "The category " + name + " already exists");
-    return false;
+    if (i != *place && all[i].name == name) return "The category " + name + " already exists";
   }
-  return true;
+  return std::nullopt;
 }
 
 void CategoryCommands::Rename(std::string_view text, RenameReach reach) {
   const std::string name = Globals::StripControlChars(text);
   Guard(platform_.messages, "Error renaming the category ", [&] {
     const std::optional<Choice> choice = Choose({});
-    if (!choice || !IsFree(name, PositionOf(choice->index), view_.Categories().All())) return;
+    if (!choice) return;
+    const auto refusal = RefusalOf(name, PositionOf(choice->index), view_.Categories().All());
+    if (refusal) return Tell(platform_.messages, *refusal);
     if (name == choice->name) return;
     if (reach == RenameReach::Ask) {
       const auto asked = AskForReach(*choice, name);
       if (!asked) return;
       reach = *asked;
     }
-    if (reach == RenameReach::Appointments) return RenameEverywhere(*choice, name);
-    Store(
-        [&](std::vector<Category>& all) {
-          const auto place = PlaceOf(*choice, all);
-          if (!place || !IsFree(name, *place, all)) return false;
-          all[*place].name = name;
-          return true;
-        },
-        {});
+    if (reach == RenameReach::Appointments) {
+      const std::string told = RenameEverywhere(*choice, name);
+      if (!told.empty()) Tell(platform_.messages, told);
+      return;
+    }
+    const Edit rename = [&](std::vector<Category>& all) {
+      const auto place = PlaceOf(*choice, all);
+      auto taken = RefusalOf(name, place, all);
+      if (!taken) all[*place].name = name;
+      return taken;
+    };
+    Store(rename, {});
   });
 }
 
@@ -191,61 +200,55 @@ std::optional<RenameReach> CategoryCommands::AskForReach(const Choice& choice,
 
 /// The new name is saved before the first appointment takes it, and the old one goes after the
 /// last: whenever this ends, no appointment carries a name that is not in the list.
-void CategoryCommands::RenameEverywhere(const Choice& choice, const std::string& name) {
+std::string CategoryCommands::RenameEverywhere(const Choice& choice, const std::string& name) {
   const CategoryRename rename{
       choice.name, name,
       CategorySeparator(RegIO::ListSeparator(platform_.registry, platform_.messages))};
   if (!CanBeCarried(name, rename.separator)) {
-    Tell(platform_.messages, "No appointment can carry the category \"" + name +
-                                 "\": a name has no blanks around it and no \"" +
-                                 std::string(Trim(rename.separator)) + "\" in it.");
-    return;
+    return "No appointment can carry the category \"" + name +
+           "\": a name has no blanks around it and no \"" + std::string(Trim(rename.separator)) +
+           "\" in it.";
   }
   const std::string title = view_.TitleOfCategories();
   const Held held = HoldCalendar();
   if (held.fault) throw Error(*held.fault);
   std::vector<Category> all = held.others.value_or(view_.Categories().All());
   const auto place = PlaceOf(choice, all);
-  if (!place || !IsFree(name, *place, all)) return;
+  if (const auto refusal = RefusalOf(name, place, all)) return *refusal;
   // Before the old one, which may be the catch-all and stays the last then.
   all.insert(all.begin() + static_cast<std::ptrdiff_t>(*place), {name, all[*place].colour});
-  if (!Show(std::move(all), {})) return;
-  {
-    const WaitPointer wait(platform_.shell);
-    if (!RenameInAppointments(rename, *colours_.Folder(), platform_)) {
-      Tell(platform_.messages, "The renaming was stopped: some appointments may carry \"" +
-                                   rename.from + "\" and others \"" + name +
-                                   "\". The list keeps both.");
-      return;
-    }
+  if (!Show(std::move(all), {})) return {};
+
+  const WaitPointer wait(platform_.shell);
+  if (!RenameInAppointments(rename, *colours_.Folder(), platform_)) {
+    return "The renaming was stopped: some appointments may carry \"" + rename.from +
+           "\" and others \"" + name + "\". The list keeps both.";
   }
   // Messages were let in meanwhile.
-  if (title != view_.TitleOfCategories() || !view_.AreCategoriesKnown()) return;
+  if (title != view_.TitleOfCategories() || !view_.AreCategoriesKnown()) return {};
   view_.RenameOnShow(rename.from, name);
   std::vector<Category> after = view_.Categories().All();
   const auto old = PlaceOf({static_cast<std::int16_t>(*place + 2), rename.from}, after);
-  if (!old) return;
+  if (!old) return {};
   after.erase(after.begin() + static_cast<std::ptrdiff_t>(*old));
   Show(std::move(after), {});
+  return {};
 }
 
 void CategoryCommands::CatDelete(std::string_view name) {
   Guard(platform_.messages, "Error deleting the category ", [&] {
     const std::optional<Choice> choice = Choose(name);
     if (!choice) return;
-    Store(
-        [&](std::vector<Category>& all) {
-          const auto place = PlaceOf(*choice, all);
-          if (!place) return false;
-          if (all.size() == 1) {
-            Tell(platform_.messages,
-                 "Cannot delete all the categories; at least one must be retained.");
-            return false;
-          }
-          all.erase(all.begin() + static_cast<std::ptrdiff_t>(*place));
-          return true;
-        },
-        {});
+    const Edit remove = [&](std::vector<Category>& all) -> std::optional<std::string> {
+      const auto place = PlaceOf(*choice, all);
+      if (!place) return std::string();
+      if (all.size() == 1) {
+        return "Cannot delete all the categories; at least one must be retained.";
+      }
+      all.erase(all.begin() + static_cast<std::ptrdiff_t>(*place));
+      return std::nullopt;
+    };
+    Store(remove, {});
   });
 }
 
@@ -273,10 +276,11 @@ void CategoryCommands::CatColour(std::string_view name) {
     // Of another title's list the user has seen nothing.
     if (!picked || title != view_.TitleOfCategories() || !view_.AreCategoriesKnown()) return;
     if (!Stands(*choice)) return;
-    const auto recolour = [&](std::vector<Category>& all) {
+    const Edit recolour = [&](std::vector<Category>& all) -> std::optional<std::string> {
       const auto place = PlaceOf(*choice, all);
-      if (place) all[*place].colour = *picked;
-      return place.has_value();
+      if (!place) return std::string();
+      all[*place].colour = *picked;
+      return std::nullopt;
     };
     Store(recolour, selected_);
   });

@@ -86,18 +86,20 @@ class CategoryCommands {
     std::optional<Error> fault;
   };
   Held HoldCalendar();
-  /// Changes a list; false, with the reason told, where it cannot.
-  using Edit = std::function<bool(std::vector<Category>& all)>;
+  /// Changes a list. Where it cannot: what the user is told, empty for nothing.
+  using Edit = std::function<std::optional<std::string>(std::vector<Category>& all)>;
   /// Makes a change to the list as the calendar has it, shows and saves it.
   void Store(const Edit& edit, Choice selection);
   /// @return whether it was saved, too
   bool Show(std::vector<Category> categories, Choice selection);
   static std::optional<std::size_t> PlaceOf(const Choice& choice, const std::vector<Category>& all);
-  /// Whether no other category than the one at `place` has this name; told when one has.
-  bool IsFree(const std::string& name, std::size_t place, const std::vector<Category>& all);
+  static std::optional<std::string> RefusalOf(const std::string& name,
+                                              std::optional<std::size_t> place,
+                                              const std::vector<Category>& all);
   /// None when the user cancels.
   std::optional<RenameReach> AskForReach(const Choice& choice, const std::string& name);
-  void RenameEverywhere(const Choice& choice, const std::string& name);
+  /// @return what the user is told; empty for nothing
+  std::string RenameEverywhere(const Choice& choice, const std::string& name);
 
   CategoryView& view_;
   ColourStore& colours_;
