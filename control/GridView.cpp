@@ -94,8 +94,12 @@ void GridView::SetSelectionMode(int mode) {
 }
 
 std::optional<DateRange> GridView::DaysForNew() const {
-  if (const std::optional<DateRange> selected = pointer_.SelectedRange()) return selected;
-  return menuDay_;
+  const std::optional<DateRange> selected = pointer_.SelectedRange();
+  if (!selected) return menuDay_;
+  // Where a press selects nothing the menu may be called on a free day beside the selection.
+  const bool isElsewhere = menuDay_ && selectedKey_.empty() &&
+                           (menuDay_->start < selected->start || selected->end < menuDay_->end);
+  return isElsewhere ? menuDay_ : selected;
 }
 
 Twips GridView::Offset() const {
@@ -217,7 +221,10 @@ void GridView::pic1_MouseDown(MouseButton button, Point at) {
   }
   const PointerPress press = pointer_.MouseDown(button);
   Show(press.selection);
-  if (press.dragStarted) ShowLabel();
+  if (press.dragStarted) {
+    menuDay_.reset();
+    ShowLabel();
+  }
   if (!press.menu) return;
   elements_.mnuDelete.SetEnabled(press.menu->mnuDelete);
   elements_.mnuEdit.SetEnabled(press.menu->mnuEdit);
@@ -263,6 +270,7 @@ void GridView::picHeadRow_MouseDown(MouseButton button, Point at) {
     if (y < grid_.Geometry().RowTop(layout, row) || y >= grid_.Geometry().RowBottom(layout, row)) {
       continue;
     }
+    menuDay_.reset();
     Show(pointer_.SelectMonth(row));
     return;
   }

@@ -137,6 +137,12 @@ TEST_F(GridViewTest, APressOnAMonthsNameSelectsTheMonth) {
   plan_.Elements().picHeadRow.onMouseDown(MouseButton::Left, february);
   EXPECT_EQ(Painted(Pic1()).ColourAt(DayPoint(At(2005, 2, 22), 3)), selection_colours::Fill);
   EXPECT_THAT(StartsOfNew(), testing::ElementsAre(At(2005, 2, 1)));
+  // Where a press selects nothing, a menu elsewhere is for the day that it is called on.
+  plan_.Elements().mnuSelectionNever.Click();
+  Click(MouseButton::Right, DayPoint(At(2005, 5, 10), 3));
+  EXPECT_THAT(StartsOfNew(), testing::ElementsAre(At(2005, 5, 10)));
+  plan_.Elements().picHeadRow.onMouseDown(MouseButton::Left, february);
+  EXPECT_THAT(StartsOfNew(), testing::ElementsAre(At(2005, 2, 1)));
 }
 
 TEST_F(GridViewTest, APressBesideTheGridSelectsAndOpensNothing) {
