@@ -26,18 +26,17 @@ CheckPlace ColourOf(4), 10, 19, 2
 item.Delete
 AwaitNoBar ColourOf(4)
 
-' The legend's menu and its edit: the category has another name, its bar the colour of "Other".
+' The legend's menu and its edit: the category has another name, in the appointments too.
 Form.RightClick Form.Width - 100, 49
 Form.Expect "menu", "key 40; key 40; key 13"
 Form.WaitForDialogs
 Form.Wait 100
 Form.Type "Holiday"
 Form.Press 13
-AwaitBar "CCCCCC"
+Form.Expect "Rename Category", "press 6"
+Form.WaitForDialogs
 Form.Check InStr(ColourList("Test"), "Holiday|878787") > 0, "Renamed: " & ColourList("Test")
 Form.Check InStr(ColourList("Test"), "Unused 01") = 0, "The old name stays"
-first.Categories = "Holiday"
-first.Save
 AwaitBar ColourOf(1)
 AwaitNoBar "CCCCCC"
 
