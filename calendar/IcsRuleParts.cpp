@@ -89,10 +89,8 @@ class RuleReader {
     if (name == "UNTIL") return TakeUntil(value);
     if (name == "WKST") return TakeWeekStart(value);
     if (name == "BYDAY") return TakeWeekdays(value);
-    if (name == "RSCALE" || name == "SKIP") {
-      reading_.problem = "counts by another calendar system";
-      return;
-    }
+    if (name == "RSCALE") return TakeCalendarSystem(value);
+    if (name == "SKIP") return TakeSkip(value);
     for (const NumberList& list : NumberLists) {
       if (name == list.name) return TakeNumbers(list, value);
     }
@@ -142,6 +140,16 @@ class RuleReader {
     const auto index = IndexOf(Weekdays, value);
     if (!index) return Refuse("WKST", value, "weekday");
     parts_.weekStart = static_cast<int>(*index);
+  }
+
+  void TakeCalendarSystem(std::string_view value) {
+    if (SameName(value, "GREGORIAN")) return;
+    reading_.problem = "counts by another calendar system, " + Quoted(value);
+  }
+
+  /// Days that a month lacks are left out, as they are without this part (RFC 7529 section 4.1).
+  void TakeSkip(std::string_view value) {
+    if (!SameName(value, "OMIT")) PassOver("SKIP ", value);
   }
 
   void TakeWeekdays(std::string_view values) {

@@ -220,7 +220,11 @@ TEST(IcsRule, WhatIsWrongWithARuleIsSaid) {
       "has a part that is not known, \"X-EASTER=1\" and 2 more such parts; it is passed over");
   EXPECT_EQ(remark("FREQ=DAILY;BYHOUR=1;BYHOUR=2"), "has a second BYHOUR \"2\"; it is passed over");
   EXPECT_EQ(remark("FREQ=DAILY;BYDAY="), "has an empty part \"BYDAY=\"; it is passed over");
-  EXPECT_EQ(Expand("FREQ=DAILY;X=1", "20260101", "20260101", "20260105").starts.size(), 4U);
+  EXPECT_EQ(remark("FREQ=DAILY;SKIP=FORWARD"), "has SKIP \"FORWARD\"; it is passed over");
+  EXPECT_EQ(remark("RSCALE=gregorian;FREQ=DAILY;SKIP=OMIT"), "0");
+  for (const char* rule : {"FREQ=DAILY;X=1", "RSCALE=GREGORIAN;FREQ=DAILY;SKIP=BACKWARD"}) {
+    EXPECT_EQ(Expand(rule, "20260101", "20260101", "20260105").starts.size(), 4U) << rule;
+  }
 }
 
 }  // namespace
