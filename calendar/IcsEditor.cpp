@@ -80,9 +80,12 @@ class EventEditor {
       edit_.Remove(name);
       return;
     }
-    // What these say of the old text is not true of the new one.
-    edit_.Set(name, edit_.ParametersWithout(name, {"ALTREP", "ENCODING", "CHARSET"}),
-              EncodeText(TextValue(text), encoding_));
+    edit_.Set(name, TextParameters(name), EncodeText(TextValue(text), encoding_));
+  }
+
+  /// Without those that say of the old text what is not true of the new one.
+  std::string TextParameters(std::string_view name) const {
+    return edit_.ParametersWithout(name, {"ALTREP", "ENCODING", "QUOTED-PRINTABLE", "CHARSET"});
   }
 
   void SetCategories(const std::vector<std::string>& names) {
@@ -90,7 +93,7 @@ class EventEditor {
     if (names.empty()) {
       edit_.Remove("CATEGORIES");
     } else {
-      edit_.Set("CATEGORIES", edit_.ParametersWithout("CATEGORIES", {"ENCODING", "CHARSET"}),
+      edit_.Set("CATEGORIES", TextParameters("CATEGORIES"),
                 EncodeText(TextListValue(names), encoding_));
     }
   }

@@ -22,6 +22,14 @@ std::size_t FindUnquoted(std::string_view text, char wanted) {
   return std::string_view::npos;
 }
 
+/// Takes the first of parameters that begin with its semicolon.
+std::string_view TakeParameter(std::string_view& rest) {
+  rest.remove_prefix(1);
+  const std::string_view parameter = rest.substr(0, FindUnquoted(rest, ';'));
+  rest.remove_prefix(parameter.size());
+  return parameter;
+}
+
 }  // namespace
 
 std::string_view IcsLines::TakePhysicalLine() {
@@ -80,12 +88,8 @@ bool IcsProperty::Is(std::string_view upperCaseName) const {
 }
 
 std::optional<std::string_view> IcsProperty::Parameter(std::string_view upperCaseName) const {
-  std::string_view rest = parameters;
-  while (!rest.empty()) {
-    rest.remove_prefix(1);
-    const std::size_t end = std::min(FindUnquoted(rest, ';'), rest.size());
-    const std::string_view parameter = rest.substr(0, end);
-    rest.remove_prefix(end);
+  for (std::string_view rest = parameters; !rest.empty();) {
+    const std::string_view parameter = TakeParameter(rest);
     const std::size_t equal = parameter.find('=');
     if (equal == std::string_view::npos || !SameName(parameter.substr(0, equal), upperCaseName)) {
       continue;
@@ -102,9 +106,8 @@ std::optional<std::string_view> IcsProperty::Parameter(std::string_view upperCas
 bool IcsProperty::IsQuotedPrintable() const {
   constexpr std::string_view Name = "QUOTED-PRINTABLE";
   if (const auto encoding = Parameter("ENCODING")) return SameName(*encoding, Name);
-  std::string_view rest = parameters;
-  while (!rest.empty()) {
-    if (SameName(TakePart(rest, ';'), Name)) return true;
+  for (std::string_view rest = parameters; !rest.empty();) {
+    if (SameName(TakeParameter(rest), Name)) return true;
   }
   return false;
 }

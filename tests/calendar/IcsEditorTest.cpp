@@ -108,11 +108,13 @@ TEST(IcsEditor, ACategoryIsReplacedWhereverItIsCarriedAndNowhereElse) {
       "BEGIN:VEVENT\nUID:1\nRECURRENCE-ID;VALUE=DATE:20260112\nDTSTART;VALUE=DATE:20260113\n"
       "CATEGORIES;X-A=1:Home,Work\nCATEGORIES:Workshop\nEND:VEVENT\n"
       "BEGIN:VEVENT\nDTSTART;VALUE=DATE:19990101\nCATEGORIES:Job,Work\nEND:VEVENT\n"
+      "BEGIN:VEVENT\nDTSTART:20260101\nCATEGORIES;QUOTED-PRINTABLE:x=3D41,Work\nEND:VEVENT\n"
       "END:VCALENDAR\n";
   const std::string after = ReplaceCategoryInIcs(before, "team.ics", {"Work", "Job"}, Saved);
   EXPECT_THAT(after, AllOf(HasSubstr("CATEGORIES:Home\nSUMMARY:Work\nEND:VEVENT\n"),
                            HasSubstr("CATEGORIES;X-A=1:Home,Job,Workshop\n" + Stamps),
-                           HasSubstr("CATEGORIES:Job\n" + Stamps)));
+                           HasSubstr("CATEGORIES:Job\n" + Stamps),
+                           HasSubstr("CATEGORIES:x=41,Job\n" + Stamps)));
   const auto ids = [](const std::string& text) {
     std::vector<std::string> all;
     for (const CalendarItem& item : Parse(text).items) all.push_back(item.entryId);
