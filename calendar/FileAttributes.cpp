@@ -57,9 +57,10 @@ bool CopyAttributes(int from, int to) {
   constexpr mode_t Permissions = 07777;
   struct stat old {};
   if (::fstat(from, &old) != 0) return false;
-  // Only the superuser may give a file away; a group of our own can be kept.
-  const bool hasGroup = ::fchown(to, old.st_uid, old.st_gid) == 0 ||
-                        ::fchown(to, static_cast<uid_t>(-1), old.st_gid) == 0;
+  // Only the superuser may give a file away; a group of our own can be kept. Without the owner the
+  // rest is kept all the same, so that those who may read the one may read the other.
+  const bool hasOwner = ::fchown(to, old.st_uid, old.st_gid) == 0;
+  const bool hasGroup = hasOwner || ::fchown(to, static_cast<uid_t>(-1), old.st_gid) == 0;
   const auto wanted = AttributesOf(from);
   const auto inherited = AttributesOf(to);
   if (!hasGroup || !wanted || !inherited) return false;
@@ -78,7 +79,7 @@ bool CopyAttributes(int from, int to) {
       return false;
     }
   }
-  return true;
+  return hasOwner;
 }
 
 }  // namespace velkor

@@ -3,10 +3,10 @@
 
 namespace velkor {
 
-/// Gives an open file the group, the permissions, the access control list and the extended
-/// attributes of another, and the owner where the system lets us.
-/// @return false when it has not got all of them, but for the owner and for what only the system
-/// sets (security.*, trusted.*)
+/// Gives an open file the owner, the group, the permissions, the access control list and the
+/// extended attributes of another.
+/// @return false when it has not got all of them, but for what only the system sets (security.*,
+/// trusted.*)
 bool CopyAttributes(int from, int to);
 
 }  // namespace velkor

@@ -287,6 +287,27 @@ TEST_F(IcsCalendarTest, WhatAFileHasBesidesItsBytesStays) {
   EXPECT_EQ(mode(), 0600U);
 }
 
+TEST_F(IcsCalendarTest, AFileOfAnotherUserStaysTheirs) {
+  constexpr uid_t Theirs = 1001;
+  constexpr uid_t Ours = 1000;
+  if (geteuid() != 0 || chown(path_.c_str(), Theirs, Theirs) != 0) {
+    GTEST_SKIP() << "only the superuser can be two users";
+  }
+  chmod(folder_.c_str(), 0777);
+  chmod(path_.c_str(), 0666);
+  ASSERT_EQ(seteuid(Ours), 0);
+  const std::string fault = FaultOf([&] {
+    CalendarFile(path_).Replace([](const std::string& bytes) { return bytes + "x"; });
+  });
+  ASSERT_EQ(seteuid(0), 0);
+  EXPECT_EQ(fault, "no error");
+  struct stat status {};
+  ASSERT_EQ(stat(path_.c_str(), &status), 0);
+  EXPECT_EQ(status.st_uid, Theirs);
+  EXPECT_TRUE(Read().ends_with("x"));
+  EXPECT_EQ(FilesInFolder(), 1U);
+}
+
 TEST_F(IcsCalendarTest, AFileWithSeveralNamesKeepsThem) {
   const std::string other = folder_ + "/other.ics";
   fs::create_hard_link(path_, other);
