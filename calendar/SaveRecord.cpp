@@ -76,6 +76,16 @@ std::string SaveRecord::Text(unsigned long long file, std::string_view before,
   return text.append("\n").append(before).append(after);
 }
 
+std::string SaveRecord::NameToKeep() const {
+  const std::string first = name_ + ".unsaved";
+  std::string name = first;
+  for (int number = 2; ::faccessat(folder_, name.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) == 0;
+       ++number) {
+    name = first + "-" + std::to_string(number);
+  }
+  return name;
+}
+
 bool SaveRecord::Finish() const {
   if (!Exists()) return true;
   const auto open = [&](const std::string& name, int mode) {
@@ -91,7 +101,7 @@ bool SaveRecord::Finish() const {
   const bool isFile = record && S_ISREG(status.st_mode) && status.st_ino == record->file;
   if (!isFile ||
       !IsOnTheWay(ReadAll(file, path_, static_cast<std::size_t>(status.st_size)), *record)) {
-    const std::string kept = name_ + ".unsaved";
+    const std::string kept = NameToKeep();
     if (::renameat(folder_, recordName_.c_str(), folder_, kept.c_str()) != 0) {
       FailToSave(path_, errno);
     }

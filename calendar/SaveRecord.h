@@ -24,11 +24,14 @@ class SaveRecord {
   static std::string Text(unsigned long long file, std::string_view before, std::string_view after);
   /// Writes into the file what its record says, and takes the record away. A file that another
   /// program has changed since is left alone; the record then stays under the file's name with
-  /// ".unsaved". Does nothing without a record. Throws as FailToSave does.
+  /// ".unsaved" and, beside older ones, a number. Does nothing without a record. Throws as
+  /// FailToSave does.
   /// @return false when the file was left alone
   bool Finish() const;
 
  private:
+  std::string NameToKeep() const;
+
   int folder_;
   std::string name_;
   std::string recordName_;
