@@ -224,7 +224,7 @@ class IcsRule::Walk {
       *left_ -= (before - period) / parts_.interval * CountPickedIn(firstPeriod_);
       return;
     }
-    for (; period<before&& * left_> 0; period += parts_.interval) {
+    for (; *left_ > 0 && period < before; period += parts_.interval) {
       *left_ -= CountPickedIn(period);
     }
   }
