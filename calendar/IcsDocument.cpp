@@ -65,6 +65,13 @@ std::optional<std::string> UidBehind(const std::string& entryId,
   return uid;
 }
 
+bool HasBareReturn(std::string_view text) {
+  for (std::size_t at = 0; (at = text.find('\r', at)) != std::string_view::npos; ++at) {
+    if (at + 1 < text.size() && text[at + 1] != '\n' && text[at + 1] != '\r') return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 IcsDocument::IcsDocument(std::string_view bytes, const std::string& name, const IcsLimits& limits,
@@ -80,7 +87,8 @@ IcsDocument::IcsDocument(std::string_view bytes, const std::string& name, const 
   scan_ = ScanIcs(bytes, limits, diagnostics);
   const auto& components = scan_.components;
   if (scan_.calendars == 0 && std::none_of(components.begin(), components.end(), IsEvent)) {
-    fail("holds no calendar.");
+    fail(HasBareReturn(bytes) ? "holds no calendar: CR ends some of its lines and LF others."
+                              : "holds no calendar.");
   }
   zones_ = std::make_unique<IcsZones>(bytes, scan_, limits, diagnostics);
   ReadEvents({bytes, *zones_, limits, diagnostics});

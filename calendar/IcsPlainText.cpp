@@ -2,6 +2,7 @@
 #include "calendar/IcsPlainText.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "support/values/Error.h"
 #include "support/values/Text.h"
@@ -57,6 +58,16 @@ std::string ToUtf16(std::string_view text, bool bigEndian) {
   return bytes;
 }
 
+/// UTF-16 without a mark, as it shows in its first two letters.
+/// @param high  where the NUL stands in each: 0 or 1
+bool HasNulBeside(std::string_view bytes, std::size_t high) {
+  if (bytes.size() < 4) return false;
+  const auto isLetter = [&](std::size_t at) {
+    return bytes[at + high] == '\0' && bytes[at + 1 - high] != '\0';
+  };
+  return isLetter(0) && isLetter(2);
+}
+
 }  // namespace
 
 IcsPlainText::IcsPlainText(std::string_view bytes, const std::string& name)
@@ -66,14 +77,23 @@ IcsPlainText::IcsPlainText(std::string_view bytes, const std::string& name)
                 "The calendar file " + name + " is written in UTF-32, which is not read.",
                 "Calendar");
   }
-  if (bytes.starts_with("\xFF\xFE"sv)) units_ = Units::LittleEndian;
-  if (bytes.starts_with("\xFE\xFF"sv)) units_ = Units::BigEndian;
+  if (bytes.starts_with("\xFF\xFE"sv) || HasNulBeside(bytes, 1)) units_ = Units::LittleEndian;
+  if (bytes.starts_with("\xFE\xFF"sv) || HasNulBeside(bytes, 0)) units_ = Units::BigEndian;
   if (units_ != Units::Bytes) converted_ = FromUtf16(bytes, units_ == Units::BigEndian);
-  const std::string_view text = Text();
-  returns_ = text.find('\n') == std::string_view::npos && text.find('\r') != std::string_view::npos;
+  TakeReturns();
+}
+
+void IcsPlainText::TakeReturns() {
+  std::string_view lines = Text();
+  if (lines.ends_with('\n')) lines.remove_suffix(lines.ends_with("\r\n") ? 2 : 1);
+  const bool hasFeed = lines.find('\n') != std::string_view::npos;
+  returns_ = !hasFeed && lines.find('\r') != std::string_view::npos;
   if (!returns_) return;
-  if (!converted_) converted_ = std::string(bytes);
-  std::replace(converted_->begin(), converted_->end(), '\r', '\n');
+  lastEnd_ = Text().substr(lines.size());
+  std::string text(lines);
+  std::replace(text.begin(), text.end(), '\r', '\n');
+  if (!lastEnd_.empty()) text += '\n';
+  converted_ = std::move(text);
 }
 
 std::string IcsPlainText::WithText(std::string text) const {
@@ -88,7 +108,10 @@ std::string IcsPlainText::WithText(std::string text) const {
 }
 
 std::string IcsPlainText::Restored(std::string text) const {
-  if (returns_) std::replace(text.begin(), text.end(), '\n', '\r');
+  if (returns_) {
+    std::replace(text.begin(), text.end(), '\n', '\r');
+    if (!lastEnd_.empty() && text.ends_with('\r')) text.replace(text.size() - 1, 1, lastEnd_);
+  }
   return units_ == Units::Bytes ? text : ToUtf16(text, units_ == Units::BigEndian);
 }
 

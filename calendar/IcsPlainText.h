@@ -25,6 +25,7 @@ class IcsPlainText {
   std::string WithText(std::string text) const;
 
  private:
+  void TakeReturns();
   std::string Restored(std::string text) const;
 
   enum class Units { Bytes, LittleEndian, BigEndian };
@@ -32,8 +33,10 @@ class IcsPlainText {
   std::string_view bytes_;
   std::string name_;
   Units units_ = Units::Bytes;
-  /// CR alone ends the lines.
+  /// CR alone ends the lines, but perhaps the last one.
   bool returns_ = false;
+  /// What ends that one when it has an LF, as a program that adds a last line end writes it.
+  std::string lastEnd_;
   std::optional<std::string> converted_;
 };
 

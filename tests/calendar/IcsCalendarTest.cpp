@@ -296,9 +296,8 @@ TEST_F(IcsCalendarTest, AFileOfAnotherUserStaysTheirs) {
   chmod(folder_.c_str(), 0777);
   chmod(path_.c_str(), 0666);
   ASSERT_EQ(seteuid(Ours), 0);
-  const std::string fault = FaultOf([&] {
-    CalendarFile(path_).Replace([](const std::string& bytes) { return bytes + "x"; });
-  });
+  const std::string fault = FaultOf(
+      [&] { CalendarFile(path_).Replace([](const std::string& bytes) { return bytes + "x"; }); });
   ASSERT_EQ(seteuid(0), 0);
   EXPECT_EQ(fault, "no error");
   struct stat status {};

@@ -143,6 +143,9 @@ TEST(IcsFaults, WhatIsNoCalendarIsRefused) {
   for (const char* text : {"", "hello", "\xEF\xBB\xBF", "BEGIN:VTODO\nEND:VTODO\n", "\xFF\xFEx"}) {
     EXPECT_EQ(FaultOf([&] { Parse(text); }), "The calendar file team.ics holds no calendar.");
   }
+  EXPECT_EQ(FaultOf([] { Parse("BEGIN:VCALENDAR\rVERSION:2.0\n\rEND:VCALENDAR\n"); }),
+            "The calendar file team.ics holds no calendar: CR ends some of its lines and LF "
+            "others.");
   EXPECT_EQ(FaultOf([] {
               Parse({"\xFF\xFE\0\0B\0\0\0", 8});
             }),
