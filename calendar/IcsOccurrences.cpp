@@ -46,6 +46,13 @@ bool SameClock(const IcsTime& a, const IcsTime& b) {
   return a.zone == b.zone;
 }
 
+/// What the clock of a series shows at one of its added dates.
+WallSeconds OnClockOf(const IcsTime& series, const IcsTime& added) {
+  if (series.isDate) return DayOf(added.wall) * SecondsPerDay;
+  if (SameClock(series, added)) return added.wall;
+  return series.zone->FromLocal(added.Local()).value_or(added.wall);
+}
+
 }  // namespace
 
 std::size_t YearCounts::Room(int year) const {
@@ -124,34 +131,59 @@ CalendarItem IcsItemBuilder::Item(const IcsEvent& main, const std::vector<const 
   return item;
 }
 
-std::vector<WallSeconds> IcsItemBuilder::RuleStartsOf(
-    const IcsEvent& master, const IcsRuleText& rule, RuleKind kind,
-    const std::vector<IcsSegments::Stretch>& reach) {
-  IcsRule expansion(rule.text, master.start);
-  std::vector<std::string> remarks = expansion.Remarks();
-  std::vector<WallSeconds> starts;
-  bool tooMany = false;
-  for (const auto& [from, to] : reach) {
-    // A year on end, so that one that is too full leaves the others whole.
-    for (WallSeconds begin = std::max(from, master.start.wall); begin <= to;) {
-      const WallSeconds next = Date::FromYmd(YearOf(begin) + 1, 1, 1).Seconds();
-      // The first start takes a place, too.
-      const std::size_t ofItem = limits_.itemOccurrences - (begin == master.start.wall ? 1 : 0);
-      const std::size_t room = occurrences_.Room(YearOf(begin));
-      const bool isFull = kind == RuleKind::Adds ? room < ofItem : room == 0;
-      const RuleStarts year =
-          expansion.StartsIn(begin, std::min(next - 1, to), isFull ? room : ofItem);
-      starts.insert(starts.end(), year.starts.begin(), year.starts.end());
-      if (!year.areAll) (isFull ? lacksRoom_ : tooMany) = true;
-      begin = next;
-    }
-  }
-  if (tooMany) remarks.push_back(TooManyInAYear(limits_.itemOccurrences));
+void IcsItemBuilder::Report(const IcsEvent& master, const IcsRuleText& rule,
+                            const std::vector<std::string>& remarks) {
   for (const std::string& remark : remarks) {
     diagnostics_.Warn(rule.line,
                       "the rule " + Quoted(rule.text) + " of " + master.Name() + " " + remark);
   }
+}
+
+std::vector<WallSeconds> IcsItemBuilder::RuleStartsOf(
+    const IcsEvent& master, const std::vector<IcsSegments::Stretch>& reach) {
+  std::vector<WallSeconds> starts;
+  for (const IcsRuleText& rule : master.rules) {
+    IcsRule expansion(rule.text, master.start);
+    std::vector<std::string> remarks = expansion.Remarks();
+    bool tooMany = false;
+    for (const auto& [from, to] : reach) {
+      // A year on end, so that one that is too full leaves the others whole.
+      for (WallSeconds begin = std::max(from, master.start.wall); begin <= to;) {
+        const WallSeconds next = Date::FromYmd(YearOf(begin) + 1, 1, 1).Seconds();
+        // The first start takes a place, too.
+        const std::size_t ofItem = limits_.itemOccurrences - (begin == master.start.wall ? 1 : 0);
+        const std::size_t room = occurrences_.Room(YearOf(begin));
+        const bool isFull = room < ofItem;
+        const RuleStarts year =
+            expansion.StartsIn(begin, std::min(next - 1, to), isFull ? room : ofItem);
+        starts.insert(starts.end(), year.starts.begin(), year.starts.end());
+        if (!year.areAll) (isFull ? lacksRoom_ : tooMany) = true;
+        begin = next;
+      }
+    }
+    if (tooMany) remarks.push_back(TooManyInAYear(limits_.itemOccurrences));
+    Report(master, rule, remarks);
+  }
   return starts;
+}
+
+void IcsItemBuilder::TakeAwayByRules(const IcsEvent& master, std::vector<WallSeconds> starts,
+                                     RemovedDates& removed) {
+  if (master.exceptionRules.empty()) return;
+  removed.Add(KeyOf(master.start, master));
+  for (const IcsAddedDate& added : master.addedDates) {
+    starts.push_back(OnClockOf(master.start, added.start));
+  }
+  std::sort(starts.begin(), starts.end());
+  starts.erase(std::unique(starts.begin(), starts.end()), starts.end());
+  for (const IcsRuleText& rule : master.exceptionRules) {
+    IcsRule expansion(rule.text, master.start);
+    Report(master, rule, expansion.Remarks());
+    for (const WallSeconds wall : starts) {
+      if (!expansion.StartsAt(wall)) continue;
+      removed.Add(KeyOf({master.start.isDate, wall, master.start.zone}, master));
+    }
+  }
 }
 
 /// @param own          of an added date of the series itself
@@ -178,7 +210,7 @@ IcsItemBuilder::Span IcsItemBuilder::SpanOf(const IcsTime& start, const IcsEvent
 
 std::vector<IcsItemBuilder::Place> IcsItemBuilder::Places(
     const IcsEvent& master, const IcsSegments& segments,
-    const std::map<const IcsEvent*, Span>& firsts, const std::vector<IcsSegments::Stretch>& reach,
+    const std::map<const IcsEvent*, Span>& firsts, const std::vector<WallSeconds>& ruleStarts,
     const RemovedDates& removed) {
   std::vector<Place> places;
   std::unordered_set<WallSeconds> starts;
@@ -206,10 +238,8 @@ std::vector<IcsItemBuilder::Place> IcsItemBuilder::Places(
   };
 
   add(master.start, nullptr);
-  for (const IcsRuleText& rule : master.rules) {
-    for (const WallSeconds wall : RuleStartsOf(master, rule, RuleKind::Adds, reach)) {
-      add({master.start.isDate, wall, master.start.zone}, nullptr);
-    }
+  for (const WallSeconds wall : ruleStarts) {
+    add({master.start.isDate, wall, master.start.zone}, nullptr);
   }
   for (const IcsAddedDate& added : master.addedDates) {
     IcsAddedDate date = added;
@@ -240,14 +270,10 @@ void IcsItemBuilder::Expand(CalendarItem& item, const IcsEvent& master,
   RemovedDates removed;
   for (const IcsTime& date : master.exceptionDates) removed.Add(KeyOf(date, master));
   for (const IcsEvent* event : changed) removed.Add(KeyOf(*event->recurrenceId, master));
-  for (const IcsRuleText& rule : master.exceptionRules) {
-    removed.Add(KeyOf(master.start, master));
-    for (const WallSeconds wall : RuleStartsOf(master, rule, RuleKind::TakesAway, reach)) {
-      removed.Add(KeyOf({master.start.isDate, wall, master.start.zone}, master));
-    }
-  }
+  const std::vector<WallSeconds> ruleStarts = RuleStartsOf(master, reach);
+  TakeAwayByRules(master, ruleStarts, removed);
 
-  std::vector<Place> places = Places(master, segments, firsts, reach, removed);
+  std::vector<Place> places = Places(master, segments, firsts, ruleStarts, removed);
   if (std::exchange(lacksRoom_, false)) {
     diagnostics_.Warn(master.Line(),
                       "occurrences of " + master.Name() +

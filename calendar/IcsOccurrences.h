@@ -65,15 +65,20 @@ class IcsItemBuilder {
   /// Reports a cut once for all occurrences of an event.
   void CutAtLastYear(Span& span, const IcsEvent& event);
   bool Touches(const Span& span) const { return span.start <= to_ && span.end >= from_; }
-  enum class RuleKind { Adds, TakesAway };
-  std::vector<WallSeconds> RuleStartsOf(const IcsEvent& master, const IcsRuleText& rule,
-                                        RuleKind kind,
+  void Report(const IcsEvent& master, const IcsRuleText& rule,
+              const std::vector<std::string>& remarks);
+  /// Starts that its rules add, on its own clock.
+  std::vector<WallSeconds> RuleStartsOf(const IcsEvent& master,
                                         const std::vector<IcsSegments::Stretch>& reach);
+  /// Adds those of its starts and added dates that its exception rules take away.
+  /// @param starts  of its rules, in any order
+  void TakeAwayByRules(const IcsEvent& master, std::vector<WallSeconds> starts,
+                       RemovedDates& removed);
   Span SpanOf(const IcsTime& start, const IcsEvent& event, const IcsAddedDate* own,
               WallSeconds firstLength);
   std::vector<Place> Places(const IcsEvent& master, const IcsSegments& segments,
                             const std::map<const IcsEvent*, Span>& firsts,
-                            const std::vector<IcsSegments::Stretch>& reach,
+                            const std::vector<WallSeconds>& ruleStarts,
                             const RemovedDates& removed);
 
   WallSeconds from_;

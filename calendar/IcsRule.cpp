@@ -141,8 +141,12 @@ class IcsRule::Walk {
     wanted_ = left_;
     ForEachPiece(begin, DayOf(to_) + 1, [&](DayNumber from, DayNumber to) {
       return days_.ForEach(from, to, [&](DayNumber day) {
-        for (const std::int32_t time : times_.On(day)) {
-          if (!Take(day * SecondsPerDay + time)) return false;
+        const RuleTimes::List& times = times_.On(day);
+        const WallSeconds midnight = day * SecondsPerDay;
+        auto time = std::lower_bound(times.begin(), times.end(), from_ - midnight);
+        if (wanted_) *wanted_ -= time - std::upper_bound(times.begin(), time, first_ - midnight);
+        for (; time != times.end(); ++time) {
+          if (!Take(midnight + *time)) return false;
         }
         return true;
       });

@@ -39,6 +39,8 @@ class IcsRule {
   /// start itself counts for COUNT but is not given.
   /// @param from  after the end of the window before
   RuleStarts StartsIn(WallSeconds from, WallSeconds to, std::size_t most);
+  /// True for a start after the first one. @param wall  after the end of the window before
+  bool StartsAt(WallSeconds wall) { return !StartsIn(wall, wall, 1).starts.empty(); }
 
  private:
   class Walk;

@@ -145,8 +145,8 @@ void RuleTimes::WorkOut(DayNumber day) {
 }
 
 const RuleTimes::List& RuleTimes::On(DayNumber day) {
-  if (!known_) WorkOut(day);
-  known_ = AreAlike();
+  if (!known_ || (*known_ != day && !AreAlike())) WorkOut(day);
+  known_ = day;
   return times_;
 }
 

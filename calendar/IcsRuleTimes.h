@@ -4,6 +4,7 @@
 #include <bitset>
 #include <cstdint>
 #include <numeric>
+#include <optional>
 #include <vector>
 
 #include "calendar/IcsRuleDays.h"
@@ -53,7 +54,8 @@ class RuleTimes {
   /// The starts within a repetition's unit, in seconds from where it begins.
   List inUnit_;
   List times_;
-  bool known_ = false;
+  /// The day that they are of.
+  std::optional<DayNumber> known_;
   /// How many units of a day fall on each remainder of the interval; empty until asked for.
   std::vector<std::int32_t> unitsByRemainder_;
 };
