@@ -307,23 +307,36 @@ std::set<OccurrenceKey> OccurringAt(const std::set<OccurrenceKey>& keys, const I
       if (keys.contains(key)) found.insert(key);
     }
   };
-  WallSeconds from = LastWall;
-  WallSeconds to = FirstWall;
-  for (const OccurrenceKey& key : keys) {
-    const WallSeconds at = key.isDay ? key.value * SecondsPerDay : key.value;
-    from = std::min(from, at);
-    to = std::max(to, at);
-  }
   take(master.start);
   for (const IcsAddedDate& added : master.addedDates) take(added.start);
-  constexpr WallSeconds Slack = 2 * SecondsPerDay;
-  const std::size_t most = IcsLimits{}.itemOccurrences;
+
+  // Around each moment, since a local time names two of them where a clock is set back.
+  constexpr WallSeconds Slack = 3600;
+  std::vector<IcsSegments::Stretch> moments;
+  for (const OccurrenceKey& key : keys) {
+    if (key.isDay) {
+      moments.emplace_back(key.value * SecondsPerDay, (key.value + 1) * SecondsPerDay - 1);
+    } else {
+      const WallSeconds wall =
+          master.start.zone->FromUtc(IcsZone(IcsZone::Floating{}).ToUtc(key.value));
+      moments.emplace_back(wall - Slack, wall + Slack);
+    }
+  }
+  std::sort(moments.begin(), moments.end());
+  // Bounds the work of many changes far apart in rules of many starts.
+  std::size_t left = 1'000'000;
   for (const IcsRuleText& rule : master.rules) {
     IcsRule expansion(rule.text, master.start);
-    const auto result = expansion.StartsIn(std::max(from - Slack, master.start.wall),
-                                           std::min(to + Slack, LastWall), most);
-    for (const WallSeconds wall : result.starts) {
-      take({master.start.isDate, wall, master.start.zone});
+    WallSeconds next = master.start.wall;
+    for (auto [from, to] : moments) {
+      from = std::max(from, next);
+      if (from > to || left == 0) continue;
+      const RuleStarts result = expansion.StartsIn(from, to, left);
+      left -= std::min(left, result.starts.size() + 1);
+      next = to + 1;
+      for (const WallSeconds wall : result.starts) {
+        take({master.start.isDate, wall, master.start.zone});
+      }
     }
   }
   return found;
