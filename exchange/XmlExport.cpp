@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 #include "exchange/XmlDocument.h"
@@ -15,6 +16,7 @@
 #include "platform/CommonDialogs.h"
 #include "platform/Outlook.h"
 #include "platform/Progress.h"
+#include "platform/System.h"
 #include "support/modFileIO.h"
 #include "view/span/CategoryFilter.h"
 
@@ -58,6 +60,21 @@ Error Naming(const Error& error, const CalEvent& event) {
   if (description.find(subject) != std::string::npos) return error;
   return Error(error.Number(), description + " (" + subject + ", " + DayText(event.StartDate) + ")",
                error.Source());
+}
+
+/// Where a file is written before it gets its name: beside it, under a hidden name that is this
+/// product's own, no longer than any file system allows, and the same each time, so that an export
+/// that was stopped leaves no more than one.
+std::string WorkFileOf(const std::string& fileName, char separator) {
+  const auto nameAt = fileName.find_last_of(separator == '\\' ? "\\/:" : "/") + 1;
+  // FNV-1a, of 64 bits.
+  std::uint64_t hash = 0xcbf29ce484222325;
+  for (const char c : std::string_view(fileName).substr(nameAt)) {
+    hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3;
+  }
+  std::string name = ".velkor-export-";
+  for (int shift = 60; shift >= 0; shift -= 4) name += "0123456789abcdef"[hash >> shift & 15];
+  return fileName.substr(0, nameAt) + name;
 }
 
 }  // namespace
@@ -157,7 +174,7 @@ bool XmlExport::Save(const std::string& fileName, const std::vector<std::string>
 }
 
 bool XmlExport::Replace(const std::string& fileName, const std::vector<std::string>& pieces) {
-  const std::string beside = fileName + ".part";
+  const std::string beside = WorkFileOf(fileName, platform_.environment.PathSeparator());
   const auto file = modFileIO::OpenForWriting(platform_.files, beside);
   if (!file) return false;
   try {

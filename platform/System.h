@@ -76,8 +76,8 @@ class Files {
   virtual bool DirectoryExists(const std::string& path) = 0;
   /// @return false when the file could not be deleted; true also when there was none
   virtual bool Delete(const std::string& path) = 0;
-  /// Opens an empty file for writing, discarding what it held; null when it cannot be opened or
-  /// another writer holds it.
+  /// Opens an empty file in the place of one, or of a link, whose target stays as it was; null when
+  /// it cannot be opened or another writer holds it.
   virtual std::unique_ptr<OutputFile> OpenForWriting(const std::string& path) = 0;
 };
 

@@ -58,6 +58,16 @@ bool IsRegular(const Descriptor& file) {
   return ::fstat(file.Value(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
+bool HasOtherNames(const Descriptor& file) {
+  struct stat status {};
+  return ::fstat(file.Value(), &status) == 0 && status.st_nlink > 1;
+}
+
+bool IsLink(const std::string& path) {
+  struct stat status {};
+  return ::lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
 /// True when a writer other than the caller holds the file of this name.
 bool HeldByWriter(const std::string& path) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
@@ -197,10 +207,18 @@ std::unique_ptr<OutputFile> DesktopFiles::OpenForWriting(const std::string& path
   // Between opening and locking another writer may give the name to its own file; then that one is
   // opened. Whoever loses this often is being kept out.
   for (int attempt = 0; attempt < 10; ++attempt) {
-    Descriptor file(
-        ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666));
-    if (!file.IsOpen() || !IsRegular(file) || !LockForWriting(file)) return nullptr;
+    Descriptor file(::open(
+        path.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666));
+    if (!file.IsOpen()) {
+      if (!IsLink(path) || ::unlink(path.c_str()) != 0) return nullptr;
+      continue;
+    }
+    if (!IsRegular(file) || !LockForWriting(file)) return nullptr;
     if (!StillNames(path, file)) continue;
+    if (HasOtherNames(file)) {
+      if (::unlink(path.c_str()) != 0) return nullptr;
+      continue;
+    }
     if (::ftruncate(file.Value(), 0) != 0) return nullptr;
     return std::make_unique<DesktopOutputFile>(std::move(file), path);
   }

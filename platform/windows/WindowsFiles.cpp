@@ -49,6 +49,16 @@ std::wstring FullPath(const std::wstring& path) {
   return full;
 }
 
+/// A link, or a file that has another name too.
+bool IsOneOfSeveralNames(const std::wstring& path) {
+  const FileHandle file(::CreateFileW(
+      path.c_str(), FILE_READ_ATTRIBUTES, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+      nullptr, OPEN_EXISTING, FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+  BY_HANDLE_FILE_INFORMATION about{};
+  if (!file.IsOpen() || !::GetFileInformationByHandle(file.Value(), &about)) return false;
+  return (about.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 || about.nNumberOfLinks > 1;
+}
+
 /// Renames an open file over another; it stays open.
 bool RenameOpen(const FileHandle& file, const std::wstring& path) {
   const std::wstring target = FullPath(path);
@@ -188,8 +198,10 @@ bool WindowsFiles::Delete(const std::string& path) {
 }
 
 std::unique_ptr<OutputFile> WindowsFiles::OpenForWriting(const std::string& path) {
-  FileHandle file(::CreateFileW(ToWide(path).c_str(), GENERIC_WRITE | DELETE, FILE_SHARE_DELETE,
-                                nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+  const std::wstring name = ToWide(path);
+  if (IsOneOfSeveralNames(name) && !::DeleteFileW(name.c_str())) return nullptr;
+  FileHandle file(::CreateFileW(name.c_str(), GENERIC_WRITE | DELETE, FILE_SHARE_DELETE, nullptr,
+                                CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file.IsOpen()) return nullptr;
   return std::make_unique<WindowsOutputFile>(std::move(file), path);
 }

@@ -181,7 +181,8 @@ TEST_F(XmlExportCase, CancelledProgressLeavesTheOlderFileWithoutAWord) {
 }
 
 TEST_F(XmlExportCase, WhateverKeepsTheFileFromBeingReplacedIsToldAndTheOlderFileStays) {
-  const std::string beside = std::string(FileName) + ".part";
+  seams_.environment.separator = '\\';
+  const std::string beside = "C:\\out\\.velkor-export-4aff7f3cf277ccba";
   const MemoryFiles older = seams_.files;
   seams_.files.fail.writeAfter = 100;
   seams_.messages.Expect("The disk is full.");

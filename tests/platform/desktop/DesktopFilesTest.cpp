@@ -134,6 +134,20 @@ TEST_F(DesktopFilesTest, WhatCannotBeOpenedIsAnAnswer) {
   EXPECT_FALSE(files_.Delete(folder_.path().toStdString()));
 }
 
+TEST_F(DesktopFilesTest, AFileThatHasAnotherNameIsNotWritten) {
+  Put(cache_, "somebody's");
+  for (const auto makeLink : {::link, ::symlink}) {
+    ASSERT_EQ(makeLink(cache_.c_str(), work_.c_str()), 0);
+    const auto file = files_.OpenForWriting(work_);
+    ASSERT_NE(file, nullptr);
+    file->Write("new");
+    file->Flush();
+    EXPECT_EQ(files_.Read(work_), "new");
+    EXPECT_EQ(files_.Read(cache_), "somebody's");
+    EXPECT_TRUE(files_.Delete(work_));
+  }
+}
+
 TEST_F(DesktopFilesTest, FileBeyondTheLimitIsAnErrorWithItsName) {
   Put(work_, "");
   ASSERT_EQ(::truncate(work_.c_str(), off_t{1} << 33), 0);

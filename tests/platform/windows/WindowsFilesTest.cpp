@@ -69,6 +69,14 @@ TEST_F(WindowsFilesTest, SecondWriterIsRefusedAndDestroysNothing) {
   EXPECT_TRUE(files_.Delete(work_));
 }
 
+TEST_F(WindowsFilesTest, AFileThatHasAnotherNameIsNotWritten) {
+  Put(cache_, "somebody's");
+  ASSERT_TRUE(::CreateHardLinkW(ToWide(work_).c_str(), ToWide(cache_).c_str(), nullptr));
+  Put(work_, "new");
+  EXPECT_EQ(files_.Read(work_), "new");
+  EXPECT_EQ(files_.Read(cache_), "somebody's");
+}
+
 TEST_F(WindowsFilesTest, AWriterThatGivesUpDeletesWhatItHolds) {
   {
     const auto file = files_.OpenForWriting(work_);
