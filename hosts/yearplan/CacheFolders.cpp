@@ -47,6 +47,16 @@ bool IsGone(const fs::path& folder) {
   return !calendar || !fs::exists(*calendar);
 }
 
+/// What cannot be removed stays.
+void RemoveCacheFiles(const std::string& folder) {
+  std::error_code end;
+  for (fs::directory_iterator at(folder, end); !end && at != fs::directory_iterator();
+       at.increment(end)) {
+    std::error_code ignored;
+    if (at->path().extension() == ".tmp") fs::remove(at->path(), ignored);
+  }
+}
+
 }  // namespace
 
 std::string CacheFolderNameOf(const std::string& calendar) {
@@ -58,7 +68,9 @@ std::string CacheFolderNameOf(const std::string& calendar) {
 
 void NoteCalendarOf(const std::string& folder, const std::string& calendar) {
   const std::string path = PathOf(calendar);
-  if (DesktopFiles().Read(folder + NoteName) != path) std::ofstream(folder + NoteName) << path;
+  const auto noted = DesktopFiles().Read(folder + NoteName);
+  if (!noted) RemoveCacheFiles(folder);
+  if (noted != path) std::ofstream(folder + NoteName) << path;
 }
 
 void RemoveOldCacheFolders(const std::string& cacheFolder) {

@@ -70,6 +70,25 @@ TEST_F(CachePlace, WithoutACacheFolderEveryCommandWorksFromMemoryWithOneRemark) 
   }
 }
 
+TEST_F(CachePlace, CacheFilesOfAFolderThatDoesNotSayWhoseItIsAreNotShown) {
+  namespace fs = std::filesystem;
+  Write("team.ics", Calendar(1));
+  const auto refreshed = [&](const char* year) {
+    EXPECT_EQ(Run({"refresh", "team.ics", "--year", year}).code, 0);
+    int files = 0;
+    for (const auto& file : fs::recursive_directory_iterator(Path("cache/outlookvelkor"))) {
+      files += file.path().extension() == ".tmp";
+    }
+    return files;
+  };
+  EXPECT_EQ(refreshed("2025"), 1);
+  EXPECT_EQ(refreshed("2026"), 2);
+  for (const auto& folder : fs::directory_iterator(Path("cache/outlookvelkor"))) {
+    fs::remove(folder.path() / "calendar");
+  }
+  EXPECT_EQ(refreshed("2027"), 1);
+}
+
 TEST_F(CachePlace, CachesOfCalendarsThatAreGoneAreRemovedAfterNinetyDays) {
   namespace fs = std::filesystem;
   const auto age = [&](const fs::path& folder, int days) {
