@@ -19,6 +19,7 @@
 #include "hosts/yearplan/TerminalSeams.h"
 #include "model/CategoryView.h"
 #include "support/values/Error.h"
+#include "support/values/Text.h"
 #include "view/LegendPainter.h"
 #include "view/span/CategoryFilter.h"
 #include "view/span/Globals.h"
@@ -125,10 +126,13 @@ int CategoryDesk::IndexOf(const std::string& name) const {
   return index;
 }
 
-/// Two of one name could not be told apart by the next command.
+/// Two of one name could not be told apart by the next command, nor two that blanks alone tell
+/// apart by filters and appointments.
 void CategoryDesk::RefuseKnown(const std::string& name) const {
-  if (table_.IndexOf(name) == 0) return;
-  throw Error(errors::BadFileName, "The category \"" + name + "\" already exists");
+  for (const Category& known : table_.All()) {
+    if (Trim(known.name) != Trim(name)) continue;
+    throw Error(errors::BadFileName, "The category \"" + known.name + "\" already exists");
+  }
 }
 
 void CategoryDesk::Run(const CategoryTask& task) {

@@ -87,6 +87,7 @@ TEST_F(CategoriesCommand, WhatIsRefusedLeavesTheCalendarAsItWas) {
       {{"rename", "a", "C"}, "There is no category \"a\""},
       {{"rename", "A", "B"}, "The category B already exists"},
       {{"new", "B"}, "The category \"B\" already exists"},
+      {{"new", " B "}, "The category \"B\" already exists"},
       {{"new", "|B"}, "The category \"B\" already exists"},
       {{"rename", "A", "C,D"}, "No appointment can carry the category \"C,D\""},
       {{"recolour", "A", "#020000"}, "This colour has already been used."},
