@@ -5,8 +5,8 @@
 
 #include "platform/Printer.h"
 #include "print/PagePainter.h"
+#include "view/Face.h"
 #include "view/YearGrid.h"
-#include "view/YearTexts.h"
 
 namespace velkor {
 namespace {
@@ -34,7 +34,7 @@ void PrintDocument::LayOut(const PrintOptionSet& options, Extent page, Surface& 
 }
 
 std::string PrintDocument::Name() const {
-  return YearName(rule_.span);
+  return YearCaption(rule_.span.ViewYear);
 }
 
 void PrintDocument::DrawPage(Surface& surface, int page) const {

@@ -12,6 +12,7 @@
 #include "support/values/Error.h"
 #include "view/Face.h"
 #include "view/LegendPainter.h"
+#include "view/YearTexts.h"
 
 namespace velkor {
 namespace {
@@ -105,7 +106,7 @@ void Print(const CommandLine& line, std::ostream& out, std::ostream& messages) {
   if (task.pages) return TellPages(task, year, document, out);
   document.Print(*printer.Begin(document.Name()));
   const int pages = document.PageCount();
-  out << document.Name() << ", " << pages << (pages == 1 ? " page: " : " pages: ")
+  out << YearName(year.grid.Span()) << ", " << pages << (pages == 1 ? " page: " : " pages: ")
       << target.absoluteFilePath().toStdString() << '\n';
 }
 
