@@ -111,8 +111,6 @@ class GridPointer {
   /// A press of a button selects; otherwise the left one's release opens the event under the
   /// pointer.
   bool SelectionEnabled() const { return selectionEnabled_; }
-  /// Index in the prefix table for what lblDate shows next.
-  int PrefixIndex() const { return prefix_; }
 
   /// Index of the event under the pointer; nothing as long as GridChanged is due.
   std::optional<std::size_t> HoverEvent() const;
@@ -193,6 +191,7 @@ class GridPointer {
   Selection drag_;
   int startBand_ = 0;
   std::optional<Selection> selection_;
+  /// For what lblDate shows next.
   int prefix_ = PointerLabel::DatePrefix;
   std::optional<PointerLabel> label_;
 };

@@ -70,12 +70,6 @@ void ForEachStretch(const Selection& selection, const YearGrid& grid, Visit&& vi
 
 }  // namespace
 
-RowRects RectsOf(const Selection& selection, const YearGrid& grid) {
-  RowRects rects;
-  ForEachStretch(selection, grid, [&](const Rect& rect) { rects.Add(rect); });
-  return rects;
-}
-
 RowRects ChangedRects(const std::optional<Selection>& before, const std::optional<Selection>& after,
                       const YearGrid& grid) {
   const auto ordered = [](const std::optional<Selection>& selection) {

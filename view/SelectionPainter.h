@@ -32,16 +32,14 @@ class RowRects {
   std::size_t count_ = 0;
 };
 
-/// The cells of a selection, a stretch of days for each of its rows, over all bands of the row.
-RowRects RectsOf(const Selection& selection, const YearGrid& grid);
-
 /// What has to be drawn anew when one selection takes the place of another: the cells that are in
 /// one of them only, with what the frame gains or loses around them.
 RowRects ChangedRects(const std::optional<Selection>& before, const std::optional<Selection>& after,
                       const YearGrid& grid);
 
-/// Fills the cells, between the grid's background and its day numbers and events. Like the
-/// following, draws only the rows that reach into `visible`.
+/// Fills the cells, a stretch of days in each row over all of its bands, between the grid's
+/// background and its day numbers and events. Like the following, draws only the rows that reach
+/// into `visible`.
 void DrawSelectionFill(Surface& surface, const YearGrid& grid, const Selection& selection,
                        const Rect& visible);
 /// Frames each row's stretch, above the events.
