@@ -27,8 +27,7 @@ class CacheRecordReader {
   ///         number or outside the years 100 to 9999, or texts of another code page; `event` is
   ///         then without meaning
   bool Next(CalEvent& event);
-  /// Next came upon bytes that are no UTF-8 where the cache is kept in that: a version before wrote
-  /// them in the system's ANSI code page.
+  /// Next came upon bytes that are no UTF-8 where the cache is kept in that.
   bool IsOfOtherPage() const { return isOfOtherPage_; }
 
   /// How many records the bytes hold at most, by their lengths alone; decodes nothing.

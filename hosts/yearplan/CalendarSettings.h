@@ -8,7 +8,7 @@
 namespace velkor {
 
 /// The sections of a store, each apart for each calendar. A value that this calendar never had is
-/// the one of the section that all calendars shared in versions before.
+/// the one of the section without a calendar.
 class CalendarSettings : public Settings {
  public:
   /// @param store     outlives this
