@@ -242,8 +242,7 @@ void PlannerWindow::ShowRemarks() {
   std::string lines;
   for (std::size_t i = 0; i < all.size() && i < MostLines; ++i) lines += all[i] + "\n";
   if (all.size() > MostLines) lines += "...";
-  const QString count =
-      all.size() == 1 ? tr("1 remark on the file") : tr("%1 remarks on the file").arg(all.size());
+  const QString count = all.size() == 1 ? tr("1 remark") : tr("%1 remarks").arg(all.size());
   remarks_->setText(all.empty() ? QString() : count);
   SetToolTip(*remarks_, lines);
 }

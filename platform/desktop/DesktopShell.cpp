@@ -6,10 +6,12 @@
 #include <QDesktopServices>
 #include <QEventLoop>
 #include <QGuiApplication>
+#include <QMessageBox>
 #include <QTimer>
 #include <QUrl>
 #include <chrono>
 
+#include "platform/desktop/QtMessageBoxes.h"
 #include "platform/desktop/QtText.h"
 
 namespace velkor {
@@ -34,7 +36,11 @@ void DesktopShell::Beep() {
 }
 
 void DesktopShell::OpenPage(const std::string& address) {
-  QDesktopServices::openUrl(QUrl::fromUserInput(ToQt(address)));
+  const QUrl page = QUrl::fromUserInput(ToQt(address));
+  if (QDesktopServices::openUrl(page)) return;
+  QMessageBox::information(QApplication::activeWindow(), ProgramName,
+                           QStringLiteral("No program was found that shows this page:\n%1")
+                               .arg(page.isLocalFile() ? page.toLocalFile() : page.toString()));
 }
 
 }  // namespace velkor

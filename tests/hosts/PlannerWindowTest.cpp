@@ -146,7 +146,7 @@ TEST_F(PlannerWindow, RemarksTellWhatIsNotShownAsTheFileSays) {
         CalendarOf({{"20260504", "\u4f11\u65e5"}, {"20260506", "Plain"}, {"2026", "Odd"}}));
   Open(window_);
   const auto* const remarks = window_.findChild<QLabel*>("remarks");
-  EXPECT_EQ(remarks->text(), "1 remark on the file");
+  EXPECT_EQ(remarks->text(), "1 remark");
   EXPECT_THAT(remarks->toolTip().toStdString(), HasSubstr("team.ics:"));
   for (QWidget* const widget : window_.findChildren<QWidget*>()) {
     const auto* const spoken = QAccessible::queryAccessibleInterface(widget);
@@ -333,8 +333,13 @@ TEST_F(PlannerWindow, RemembersItsSizeAndCalendarAndStoredNonsenseDoesNotStopIt)
   EXPECT_GT(third.width(), 700);
 }
 
-TEST_F(PlannerWindow, CalendarThatCannotBeReadIsToldAndTheOldOneStays) {
+TEST_F(PlannerWindow, APageThatNobodyShowsAndACalendarThatCannotBeReadAreToldAndAllStays) {
   OpenWith({{"20260504", "Holiday"}});
+  WhenOpen([](QDialog& dialog) {
+    EXPECT_THAT(dynamic_cast<QMessageBox&>(dialog).text().toStdString(), HasSubstr("help.html"));
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+  });
+  Plan().Elements().mnuHelp.Click();
   WhenOpen([](QDialog& dialog) {
     EXPECT_THAT(dynamic_cast<QMessageBox&>(dialog).text().toStdString(), HasSubstr("none.ics"));
     QTest::keyClick(&dialog, Qt::Key_Escape);
