@@ -39,23 +39,26 @@ if [[ -n $foreign ]]; then
   exit 1
 fi
 
-wanted=()
-for group in "$@"; do
-  list=$(packages_of "$group" | tr '\n' ' ')
-  read -ra some <<<"$list"
-  wanted+=("${some[@]}")
-done
-
-missing=()
-if command -v dpkg-query >/dev/null && command -v apt-get >/dev/null; then
-  for package in "${wanted[@]}"; do
-    status=$(dpkg-query -W -f='${db:Status-Status}\n' "$package" 2>/dev/null || true)
-    grep -qx installed <<<"$status" || missing+=("$package")
+# find_missing GROUP...: fills `missing`.
+find_missing() {
+  local group list package status some wanted=()
+  for group in "$@"; do
+    list=$(packages_of "$group" | tr '\n' ' ')
+    read -ra some <<<"$list"
+    wanted+=("${some[@]}")
   done
-else
-  echo "packages.sh: this system has no apt-get; what Debian 12 calls ${wanted[*]} must be there." >&2
-fi
+  missing=()
+  if command -v dpkg-query >/dev/null && command -v apt-get >/dev/null; then
+    for package in "${wanted[@]}"; do
+      status=$(dpkg-query -W -f='${db:Status-Status}\n' "$package" 2>/dev/null || true)
+      grep -qx installed <<<"$status" || missing+=("$package")
+    done
+  else
+    echo "packages.sh: this system has no apt-get; what Debian 12 calls ${wanted[*]} must be there." >&2
+  fi
+}
 
+find_missing "$@"
 if ((${#missing[@]})); then
   as_root=()
   if ((EUID != 0)); then
@@ -67,12 +70,14 @@ if ((${#missing[@]})); then
       exit 1
     fi
   fi
-  echo "Installing ${missing[*]}"
   mkdir -p build
   log=build/packages.log
   apt=("${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=300)
   # The update may fail for a source that does not matter; the installation tells.
   "${apt[@]}" update >"$log" 2>&1 </dev/null || true
+  # Only an updated list tells which packages there are besides.
+  find_missing "$@"
+  echo "Installing ${missing[*]}"
   if ! "${apt[@]}" install -y --no-install-recommends "${missing[@]}" >>"$log" 2>&1 </dev/null; then
     echo "packages.sh: the installation failed; the end of $log:" >&2
     tail -n 30 "$log" >&2
