@@ -40,6 +40,23 @@ Expansion Expand(std::string_view rule, std::string_view first, std::string_view
   return {std::move(found.starts), expanded.Remarks(), found.areAll};
 }
 
+/// Those of these starts, and of the seconds before them, that a rule gives when it is asked for
+/// each.
+std::vector<WallSeconds> AskedOneByOne(std::string_view rule, std::string_view first,
+                                       const std::vector<WallSeconds>& starts) {
+  const IcsTimeText text = ReadTimeText(first).value_or(IcsTimeText{});
+  const IcsTime start{text.isDate, text.wall, &floating};
+  IcsRule asked(rule, start);
+  std::vector<WallSeconds> given;
+  for (const WallSeconds one : starts) {
+    for (const WallSeconds wall : {one - 1, one}) {
+      const bool isNew = given.empty() || wall > given.back();
+      if (isNew && asked.StartsAt(wall)) given.push_back(wall);
+    }
+  }
+  return given;
+}
+
 /// Written by scripts/compare-rules.sh.
 TEST(IcsRule, StoredRulesGiveWhatAnotherProgramFinds) {
   std::ifstream file(TEST_DATA "rules.txt");
@@ -55,6 +72,7 @@ TEST(IcsRule, StoredRulesGiveWhatAnotherProgramFinds) {
     std::getline(words.ignore(), rule, '|');
     std::getline(words, expected);
     std::vector<WallSeconds> starts = Expand(rule, first, from, to).starts;
+    EXPECT_EQ(AskedOneByOne(rule, first, starts), starts) << line;
     if (first >= from && first <= to) starts.insert(starts.begin(), At(first));
     std::uint64_t checksum = 0;
     for (const WallSeconds wall : starts) {
