@@ -141,8 +141,13 @@ class IcsRule::Walk {
     wanted_ = left_;
     ForEachPiece(begin, DayOf(to_) + 1, [&](DayNumber from, DayNumber to) {
       return days_.ForEach(from, to, [&](DayNumber day) {
-        const RuleTimes::List& times = times_.On(day);
         const WallSeconds midnight = day * SecondsPerDay;
+        if (from_ == to_) {
+          if (!times_.Contain(day, from_ - midnight)) return true;
+          // COUNT leaves the whole day.
+          if (!wanted_ || *wanted_ >= times_.CountOn(day)) return Take(from_);
+        }
+        const RuleTimes::List& times = times_.On(day);
         auto time = std::lower_bound(times.begin(), times.end(), from_ - midnight);
         if (wanted_) *wanted_ -= time - std::upper_bound(times.begin(), time, first_ - midnight);
         for (; time != times.end(); ++time) {

@@ -150,6 +150,14 @@ const RuleTimes::List& RuleTimes::On(DayNumber day) {
   return times_;
 }
 
+bool RuleTimes::Contain(DayNumber day, std::int64_t time) const {
+  const std::int64_t at = time / unit_;
+  const std::int64_t second = at * unit_;
+  return FloorMod(at - FirstUnitOn(day), interval_) == 0 && Has(hours_, second / 3600) &&
+         Has(minutes_, second / 60 % 60) && Has(seconds_, second % 60) &&
+         std::binary_search(inUnit_.begin(), inUnit_.end(), time - second);
+}
+
 std::int64_t RuleTimes::CountOn(DayNumber day) {
   if (AreAlike()) return static_cast<std::int64_t>(On(day).size());
   if (unitsByRemainder_.empty()) {

@@ -25,6 +25,9 @@ class RuleTimes {
 
   /// The times on one day, which stay until the next call.
   const List& On(DayNumber day);
+  /// Whether one of them is this one, found without working out the others.
+  /// @param time  seconds from midnight
+  bool Contain(DayNumber day, std::int64_t time) const;
   /// How many there are on one day.
   std::int64_t CountOn(DayNumber day);
   /// True when they are the same on each day.
