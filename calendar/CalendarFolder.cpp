@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "support/values/Error.h"
+#include "support/values/FlagScope.h"
 #include "support/values/Text.h"
 
 namespace velkor {
@@ -33,7 +34,11 @@ CalendarFolder& CalendarFolder::AddFolder(std::string name, std::string entryId,
 
 void CalendarFolder::Add(CalendarItem item) {
   items_.push_back(std::make_shared<const CalendarItem>(std::move(item)));
+  const bool isIndexed = indexedRevision_ == revision_;
   ++revision_;
+  if (!isIndexed) return;
+  index_.try_emplace(items_.back()->entryId, items_.size() - 1);
+  indexedRevision_ = revision_;
 }
 
 void CalendarFolder::AddUnsaved(CalendarItem item) {
@@ -232,10 +237,17 @@ std::shared_ptr<const CalendarFolder::Listener> CalendarFolder::Listen(Listener 
 }
 
 void CalendarFolder::Raise(const FolderEvent& event) {
-  // Listeners come and go while they are told.
-  const std::vector<std::weak_ptr<const Listener>> told = listeners_;
-  for (const auto& one : told) {
-    if (const auto listener = one.lock()) (*listener)(event);
+  raised_.push_back(event);
+  if (isRaising_) return;
+  const FlagScope raising(isRaising_);
+  while (!raised_.empty()) {
+    const FolderEvent next = std::move(raised_.front());
+    raised_.pop_front();
+    // Listeners come and go while they are told.
+    const std::vector<std::weak_ptr<const Listener>> told = listeners_;
+    for (const auto& one : told) {
+      if (const auto listener = one.lock()) (*listener)(next);
+    }
   }
 }
 

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -118,7 +119,7 @@ class CalendarFolder {
   [[nodiscard]] std::shared_ptr<const void> Hold();
 
   /// Calls a listener after each change for as long as the answer is kept. A listener may change
-  /// the folder, and end its own or another's listening.
+  /// the folder, of which all are told when it is done, and end its own or another's listening.
   [[nodiscard]] std::shared_ptr<const Listener> Listen(Listener listener);
 
  private:
@@ -147,6 +148,9 @@ class CalendarFolder {
   CalendarWriter* writer_ = nullptr;
   std::optional<DateWindow> loaded_;
   std::vector<std::weak_ptr<const Listener>> listeners_;
+  /// Events that wait for those before them.
+  std::deque<FolderEvent> raised_;
+  bool isRaising_ = false;
 };
 
 }  // namespace velkor

@@ -6,6 +6,8 @@
 #include "categories/ColourList.h"
 #include "model/ColourRecord.h"
 #include "platform/LocaleApi.h"
+#include "support/values/Text.h"
+#include "view/span/Globals.h"
 
 namespace velkor {
 namespace {
@@ -29,7 +31,15 @@ bool FoundRecord::IsWorthKeeping() const {
 }
 
 std::unique_ptr<OutlookItem> ColourRecords::FindItem(std::string_view subject) {
-  return folder_.Items()->Find(Since(locale_) + " AND [Subject]='" + std::string(subject) + "'");
+  const auto items = folder_.Items();
+  if (const auto value = Globals::FilterValue(subject)) {
+    return items->Find(Since(locale_) + " AND [Subject]=" + *value);
+  }
+  // No filter can name it, so each is looked at; as a filter does, without regard to letter case.
+  for (auto item = items->Find(Since(locale_)); item; item = items->FindNext()) {
+    if (CompareText(item->Subject(), subject) == 0) return item;
+  }
+  return nullptr;
 }
 
 FoundRecord ColourRecords::Find(std::string_view titleName) {

@@ -27,7 +27,7 @@ struct FoundRecord {
 };
 
 /// The colour records of one calendar folder; reads them and changes nothing. Members throw what
-/// the calendar throws; a planner title with an apostrophe is a search that the calendar refuses.
+/// the calendar throws.
 class ColourRecords {
  public:
   /// Both outlive this.

@@ -37,7 +37,7 @@ YearPlan::Frame::Frame(const Platform& platform, ControlHost& host)
     : platform_(platform),
       host_(host),
       grid_(SpanOfToday(platform, 1), CategoryTable(), FilterOf(platform), GridOptions()),
-      access_(*this, *this, platform_, AppointmentForm),
+      access_(*this, *this, platform_, elements.tmrItems, AppointmentForm),
       cacheFile_(platform_.files, platform_.locale, *this),
       refresh_(*this, *this, platform_, elements.tmrBackground,
                [this] { return InputsOf(grid_.Span(), paths_); }),
@@ -66,6 +66,7 @@ YearPlan::Frame::~Frame() {
 void YearPlan::Frame::Connect() {
   elements.tmrStart.onTimer = [this] { tmrStart_Timer(); };
   elements.tmrBackground.onTimer = [this] { tmrBackground_Timer(); };
+  elements.tmrItems.onTimer = [this] { tmrItems_Timer(); };
   elements.Command1.onClick = [this] { Command1_Click(); };
   elements.Toolbar1.onButtonClick = [this](std::string_view key) { Toolbar1_ButtonClick(key); };
   elements.mnuNew.onClick = [this] { mnuNew_Click(); };
@@ -103,11 +104,18 @@ void YearPlan::Frame::tmrBackground_Timer() {
   });
 }
 
+void YearPlan::Frame::tmrItems_Timer() {
+  Guard(platform_.messages, "Error taking changes of the calendar ",
+        [&] { access_.Arrivals().Take(); });
+}
+
 void YearPlan::Frame::StartUp() {
   int step = 1;
   SetLive(false);
   gridView_.End();
   try {
+    // One of another folder, perhaps.
+    refresh_.Disconnect();
     ShowSpan(SpanOfToday(platform_, FirstMonth));
     access_.Open();
     step = 2;
@@ -169,7 +177,7 @@ void YearPlan::Frame::ShowSpan(const DisplaySpan& span) {
 
 CachePaths YearPlan::Frame::CachePathsOf(int viewYear) {
   const std::string name =
-      CacheFileName(access_.CurrentUserName(), viewYear, Folder, platform_.locale);
+      CacheFileName(access_.CurrentUserName(), viewYear, access_.FolderPath(), platform_.locale);
   return MakeCachePaths(name, platform_.environment, platform_.files);
 }
 
@@ -224,14 +232,19 @@ void YearPlan::Frame::ChangeEvents(const std::function<void(EventCollection&)>& 
 }
 
 void YearPlan::Frame::RewriteCache() {
-  const bool interrupts = refresh_.Outstanding();
-  cacheFile_.Rewrite(paths_, grid_.Events());
-  // The events may be those of before the refresh that was cancelled for this.
-  if (interrupts && !refresh_.Outstanding()) refresh_.StartRefresh(false);
+  // A refresh that is asked for meanwhile would work on the same files.
+  Together([this] {
+    const bool interrupts = refresh_.Outstanding();
+    cacheFile_.Rewrite(paths_, grid_.Events());
+    // The events may be those of before the refresh that was cancelled for this.
+    if (interrupts && !refresh_.Outstanding()) refresh_.StartRefresh(false);
+  });
 }
 
-void YearPlan::Frame::ReloadCategories() {
-  if (live_ && LoadCategories()) Redraw(false);
+bool YearPlan::Frame::ReloadCategories() {
+  if (!live_) return true;
+  if (LoadCategories()) Redraw(false);
+  return knownTitle_.has_value();
 }
 
 void YearPlan::Frame::Redraw(bool spanChanged) {

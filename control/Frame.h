@@ -60,6 +60,9 @@ class YearPlan::Frame : public Planner, public EventView, public CategoryView, p
   bool RefreshOutstanding() const override { return refresh_.Outstanding(); }
   void CancelRefresh() override { refresh_.CancelRefresh(); }
   void StartRefresh(bool force) override { refresh_.StartRefresh(force); }
+  void FollowChanges(bool force, bool told) override { refresh_.FollowChanges(force, told); }
+  void Together(const std::function<void()>& steps) override { refresh_.Together(steps); }
+  bool IsRefreshBusy() const override { return refresh_.Busy(); }
 
   // EventView
   const EventCollection& Events() const override { return grid_.Events(); }
@@ -68,7 +71,7 @@ class YearPlan::Frame : public Planner, public EventView, public CategoryView, p
   void ChangeEvents(const std::function<void(EventCollection&)>& change) override;
   void ReloadEvents() override;
   void RewriteCache() override;
-  void ReloadCategories() override;
+  bool ReloadCategories() override;
 
   // CategoryView
   const CategoryTable& Categories() const override { return grid_.Categories(); }
@@ -95,6 +98,7 @@ class YearPlan::Frame : public Planner, public EventView, public CategoryView, p
   void SetLive(bool live);
   void tmrStart_Timer();
   void tmrBackground_Timer();
+  void tmrItems_Timer();
   void Command1_Click();
   void Toolbar1_ButtonClick(std::string_view key);
   void Filter_Click();

@@ -94,6 +94,8 @@ void YearPlan::Frame::CatColour(std::string_view name) {
 }
 
 bool YearPlan::Frame::AreCategoriesKnown() {
+  // What another planner saved a moment ago.
+  access_.Arrivals().Take();
   if (knownTitle_ != TitleName) ReloadCategories();
   return knownTitle_ == TitleName;
 }

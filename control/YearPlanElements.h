@@ -56,6 +56,8 @@ struct YearPlanElements {
 
   Timer tmrStart{"tmrStart", 100};
   Timer tmrBackground{"tmrBackground", 50000};
+  /// Runs while item events wait to be taken together.
+  Timer tmrItems{"tmrItems", 50};
 };
 
 }  // namespace velkor

@@ -43,6 +43,23 @@ class FlagWhile {
 
 }  // namespace
 
+/// Something is under way for as long as it lives; the refresh may be gone before.
+class BackgroundRefresh::BusyScope {
+ public:
+  explicit BusyScope(BackgroundRefresh& refresh) : refresh_(refresh), owner_(refresh.life_) {
+    ++refresh_.busy_;
+  }
+  ~BusyScope() {
+    if (!owner_.expired()) --refresh_.busy_;
+  }
+  BusyScope(const BusyScope&) = delete;
+  BusyScope& operator=(const BusyScope&) = delete;
+
+ private:
+  BackgroundRefresh& refresh_;
+  std::weak_ptr<char> owner_;
+};
+
 BackgroundRefresh::BackgroundRefresh(Planner& planner, EventView& view, const Platform& platform,
                                      Timer& tmrBackground, std::function<RefreshInputs()> inputs)
     : planner_(planner),
@@ -58,18 +75,26 @@ BackgroundRefresh::~BackgroundRefresh() {
 
 void BackgroundRefresh::CreateCacheUtility() {
   if (!life_) return;
-  Withdraw();
-  waitCount_ = 0;
-  Connect();
+  const std::weak_ptr<char> life = life_;
+  {
+    const BusyScope busy(*this);
+    Withdraw();
+    waitCount_ = 0;
+    Connect();
+  }
+  if (!life.expired()) CarryOut();
 }
 
 void BackgroundRefresh::Connect() {
   connection_ = std::make_shared<char>();
   m_vkCacheUtil.reset();
-  m_vkCacheUtil = platform_.cacheUtilities.Create(
-      [this, connection = std::weak_ptr<char>(connection_)](short synchResult, long synchError) {
+  const std::weak_ptr<char> connection = connection_;
+  std::shared_ptr<CacheUtility> utility =
+      platform_.cacheUtilities.Create([this, connection](short synchResult, long synchError) {
         if (!connection.expired()) WriteComplete(synchResult, synchError);
       });
+  // Its creation may let messages in, which may have released this or connected it anew.
+  if (!connection.expired()) m_vkCacheUtil = std::move(utility);
 }
 
 void BackgroundRefresh::ResetCacheUtility() {
@@ -80,14 +105,52 @@ void BackgroundRefresh::ResetCacheUtility() {
   }
 }
 
-void BackgroundRefresh::StartRefresh(bool force) {
-  if (!connection_ || cancelling_) return;
+void BackgroundRefresh::FollowChanges(bool force, bool told) {
+  troubleTold_ = troubleTold_ || told;
+  Ask({force, false});
+}
+
+void BackgroundRefresh::Ask(Request request) {
+  if (!connection_) return;
+  Note(request);
+  CarryOut();
+}
+
+void BackgroundRefresh::Note(Request request) {
+  const Request before = noted_.value_or(Request());
+  noted_ = Request{before.force || request.force, before.tellsAll || request.tellsAll};
+}
+
+/// Starts what was asked for, unless something is under way: its end comes here again.
+void BackgroundRefresh::CarryOut() {
+  const std::weak_ptr<char> life = life_;
+  while (!life.expired() && busy_ == 0 && connection_ && noted_) {
+    const BusyScope busy(*this);
+    const Request request = *std::exchange(noted_, std::nullopt);
+    tellsAll_ = request.tellsAll;
+    Start(request.force);
+  }
+}
+
+void BackgroundRefresh::Together(const std::function<void()>& steps) {
+  const std::weak_ptr<char> life = life_;
+  try {
+    const BusyScope busy(*this);
+    steps();
+  } catch (...) {
+    if (!life.expired()) CarryOut();
+    throw;
+  }
+  if (!life.expired()) CarryOut();
+}
+
+void BackgroundRefresh::Start(bool force) {
   const std::weak_ptr<char> life = life_;
   refreshSoon_ = false;
   if (force && Outstanding()) CancelRefresh();
   if (life.expired()) return;
   planner_.ReportStatus(status::Starting);
-  if (MustWait()) return;
+  if (MustWait() || life.expired()) return;
 
   const std::uint64_t request = ++request_;
   ++outstandingCount_;
@@ -96,6 +159,7 @@ void BackgroundRefresh::StartRefresh(bool force) {
   const auto isCurrent = [&] { return !life.expired() && request == request_; };
   try {
     platform_.shell.ProcessMessages();
+    if (isCurrent() && !m_vkCacheUtil) Connect();
     if (isCurrent()) HandOver();
   } catch (const Error& error) {
     if (isCurrent()) GiveUp(error);
@@ -119,8 +183,12 @@ bool BackgroundRefresh::MustWait() {
 }
 
 void BackgroundRefresh::HandOver() {
-  if (!m_vkCacheUtil) Connect();
+  const FlagWhile handingOver(handingOver_, life_);
   const RefreshInputs inputs = inputs_();
+  // What was asked for until now is served by these inputs.
+  if (const auto served = std::exchange(noted_, std::nullopt)) {
+    tellsAll_ = tellsAll_ || served->tellsAll;
+  }
   paths_ = {inputs.cacheFile, inputs.workFile};
   const std::shared_ptr<CacheUtility> utility = m_vkCacheUtil;
   handedOver_ = true;
@@ -133,8 +201,17 @@ void BackgroundRefresh::GiveUp(const Error& error) {
   connection_ = std::make_shared<char>();
   m_vkCacheUtil.reset();
   planner_.ReportStatus(status::Idle);
+  TellTrouble("Error starting background refresh " + Describe(error));
+}
+
+/// Stops the timer and shows a message, or nothing where the last request wants it to be told once
+/// and it was.
+void BackgroundRefresh::TellTrouble(const std::string& text) {
+  if (troubleTold_ && !tellsAll_) return;
+  troubleTold_ = true;
   LetTimerRun(false);
-  TellError(platform_.messages, "Error starting background refresh ", error);
+  const BusyScope busy(*this);
+  Tell(platform_.messages, text);
 }
 
 /// Forgets an outstanding request, wherever it is.
@@ -147,18 +224,22 @@ void BackgroundRefresh::Withdraw() {
 short BackgroundRefresh::CancelRefresh() {
   if (!life_) return CancelDone;
   planner_.ReportStatus(status::Failed);
-  if (cancelling_) {
+  if (cancelling_ || handingOver_) {
+    if (handingOver_) Note({true, tellsAll_});
     planner_.ReportStatus(status::Neutral);
     return CancelRunning;
   }
   const std::weak_ptr<char> life = life_;
   {
+    const BusyScope busy(*this);
     const FlagWhile cancelling(cancelling_, life);
     if (Outstanding()) StopUtility();
     if (life.expired()) return CancelDone;
   }
   planner_.ReportStatus(status::Idle);
-  LetTimerRun(true);
+  // Without a utility it was disconnected meanwhile.
+  LetTimerRun(connection_ != nullptr);
+  CarryOut();
   return CancelDone;
 }
 
@@ -197,6 +278,7 @@ void BackgroundRefresh::WriteComplete(short synchResult, long synchError) {
   LetTimerRun(true);
   const std::weak_ptr<char> life = life_;
   const std::string text = ReactTo(synchResult, synchError);
+  if (!life.expired()) CarryOut();
   if (life.expired() || synchError == 0) return;
   throw Error(synchError, text.empty() ? "The cache utility reported an error" : text,
               "VelkorCacheUtility");
@@ -206,13 +288,13 @@ void BackgroundRefresh::WriteComplete(short synchResult, long synchError) {
 std::string BackgroundRefresh::ReactTo(short synchResult, long synchError) {
   const auto result = static_cast<SynchResult>(synchResult);
   if (result == SynchResult::CacheWritten) {
+    troubleTold_ = false;
     view_.ReloadEvents();
     return {};
   }
   if (result == SynchResult::NothingToReport) return {};
   std::string text = MessageOf(result, synchError, paths_);
-  LetTimerRun(false);
-  Tell(platform_.messages, text);
+  TellTrouble(text);
   return text;
 }
 
@@ -239,6 +321,16 @@ void BackgroundRefresh::OnTimer() {
   // First, as the start lets other ticks in.
   tickCount_ = 1;
   StartRefresh(false);
+}
+
+void BackgroundRefresh::Disconnect() {
+  const bool wasOutstanding = Outstanding();
+  Withdraw();
+  noted_.reset();
+  connection_.reset();
+  m_vkCacheUtil.reset();
+  LetTimerRun(false);
+  if (wasOutstanding) planner_.ReportStatus(status::Idle);
 }
 
 void BackgroundRefresh::Release() noexcept {

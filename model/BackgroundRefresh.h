@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "model/CachePaths.h"
@@ -19,7 +20,8 @@ struct Platform;
 
 /// Starts, counts, cancels and completes refreshes. All runs on the user-interface thread; where
 /// it lets messages be processed or shows one, whatever arrives meanwhile may call any member, and
-/// may release or destroy this object.
+/// may release or destroy this object. A start that is asked for there is only noted: what runs
+/// serves it, or it is carried out once when that is over, so that nothing piles up on the stack.
 class BackgroundRefresh {
  public:
   /// All outlive this. `inputs` gives what the next refresh works on.
@@ -39,10 +41,20 @@ class BackgroundRefresh {
   /// Starts a refresh unless one is outstanding; `force` cancels that one first. The fourth attempt
   /// in a row that finds one outstanding resets the utility. A utility that cannot be started shows
   /// a message, stops the timer and is created anew next time.
-  void StartRefresh(bool force);
+  void StartRefresh(bool force) { Ask({force, true}); }
+  /// The same for what others changed in the calendar. Many changes fail alike: what fails is told
+  /// once and not again before a refresh has succeeded; untold, it does not stop the timer.
+  /// @param told  the user knows of trouble with the changes already
+  void FollowChanges(bool force, bool told);
+
+  /// Starts that are asked for within `steps` are carried out as one, after them.
+  void Together(const std::function<void()>& steps);
+  /// A start or a cancellation runs, or a message of this is open.
+  bool Busy() const { return busy_ > 0; }
 
   /// Cancels an outstanding refresh and waits for its end within bounds.
-  /// @return 1 when done, 3 when a cancellation was already running
+  /// @return 1 when done, 3 when a cancellation was already running, or a refresh is just being
+  /// handed over: that one is cancelled and begun anew afterwards
   short CancelRefresh();
 
   /// Keeps tmrBackground stopped until ResumeTimer was called as often.
@@ -63,16 +75,31 @@ class BackgroundRefresh {
   int TickCount() const { return tickCount_; }
   bool Cancelling() const { return cancelling_; }
 
+  /// Withdraws what is outstanding, stops the timer and lets the utility go: nothing starts before
+  /// the next CreateCacheUtility.
+  void Disconnect();
   /// Drops the utility for good: nothing starts or completes any more.
   void Release() noexcept;
 
  private:
+  struct Request {
+    bool force = false;
+    /// A person's or the timer's: what fails is told in any case.
+    bool tellsAll = false;
+  };
+  class BusyScope;
+
+  void Ask(Request request);
+  void Note(Request request);
+  void CarryOut();
+  void Start(bool force);
   void WriteComplete(short synchResult, long synchError);
   std::string ReactTo(short synchResult, long synchError);
   bool MustWait();
   void Connect();
   void HandOver();
   void GiveUp(const Error& error);
+  void TellTrouble(const std::string& text);
   void Withdraw();
   void StopUtility();
   void AwaitCompletion();
@@ -105,6 +132,17 @@ class BackgroundRefresh {
   bool handedOver_ = false;
   /// Number of the last request, so that one that waits sees that it was overtaken or withdrawn.
   std::uint64_t request_ = 0;
+
+  /// How many of those are under way that make a start wait.
+  int busy_ = 0;
+  /// What was asked for meanwhile.
+  std::optional<Request> noted_;
+  /// From reading the inputs to the utility's answer.
+  bool handingOver_ = false;
+  /// What fails of the last request is told in any case.
+  bool tellsAll_ = true;
+  /// Something failed since the last success, and the user was told.
+  bool troubleTold_ = false;
 };
 
 }  // namespace velkor

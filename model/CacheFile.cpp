@@ -1,7 +1,7 @@
 // model/CacheFile.cpp: loads the cache file of a year and writes it anew.
 #include "model/CacheFile.h"
 
-#include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -24,27 +24,32 @@ LoadOutcome CacheFile::Load(const std::string& path, const EventFields& fields,
   {
     const FlagScope loading(loading_);
     abort_ = false;
-    planner_.ReportStatus(status::Starting);
+    ReportUnlessRefreshing(status::Starting);
     outcome = LoadRecords(path, fields, events);
   }
-  planner_.ReportStatus(status::Idle);
+  ReportUnlessRefreshing(status::Idle);
   return outcome;
+}
+
+/// The indicator is the refresh's for as long as one is outstanding.
+void CacheFile::ReportUnlessRefreshing(Colour colour) {
+  if (!planner_.RefreshOutstanding()) planner_.ReportStatus(colour);
 }
 
 LoadOutcome CacheFile::LoadRecords(const std::string& path, const EventFields& fields,
                                    EventCollection& events) {
-  std::optional<std::string> bytes;
+  std::string bytes;
+  bool isRead = true;
   try {
-    bytes = files_.Read(path);
+    if (!files_.ReadInto(bytes, path)) {
+      events = {};
+      return LoadOutcome::NoFile;
+    }
   } catch (const Error&) {
-    events = {};
-    return LoadOutcome::LoadedInPart;
+    // What came before counts.
+    isRead = false;
   }
-  if (!bytes) {
-    events = {};
-    return LoadOutcome::NoFile;
-  }
-  CacheRecordReader reader(*bytes, locale_);
+  CacheRecordReader reader(bytes, locale_);
   std::vector<CalEvent> loaded;
   // Each event is read where it stays, so there is always one to spare.
   loaded.reserve(reader.CountAhead() + 1);
@@ -62,9 +67,9 @@ LoadOutcome CacheFile::LoadRecords(const std::string& path, const EventFields& f
     events = {};
     return LoadOutcome::NoFile;
   }
-  const bool whole = reader.Remaining() == 0;
+  const bool whole = isRead && reader.Remaining() == 0;
   // The bytes go before the collection is ordered: less memory at the peak.
-  bytes.reset();
+  bytes = {};
   events = EventCollection(std::move(loaded));
   return whole ? LoadOutcome::Loaded : LoadOutcome::LoadedInPart;
 }

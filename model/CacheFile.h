@@ -15,8 +15,7 @@ class LocaleApi;
 
 enum class LoadOutcome {
   Loaded,
-  /// A record could not be read, and those before it were loaded; or the file could not be read,
-  /// and nothing was.
+  /// A record could not be read, or reading the file failed there; those before it were loaded.
   LoadedInPart,
   /// There is no such file, or one whose texts are in another code page: an empty year, which a
   /// refresh fills.
@@ -44,6 +43,7 @@ class CacheFile {
   bool Rewrite(const CachePaths& paths, const EventCollection& events);
 
  private:
+  void ReportUnlessRefreshing(Colour colour);
   LoadOutcome LoadRecords(const std::string& path, const EventFields& fields,
                           EventCollection& events);
 

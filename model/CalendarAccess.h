@@ -1,4 +1,4 @@
-// model/CalendarAccess.h: the calendar folder on show, and what its item events do to the view.
+// model/CalendarAccess.h: the session with the calendar program and the folder on show.
 #pragma once
 
 #include <memory>
@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "model/ItemArrivals.h"
 #include "platform/Outlook.h"
 #include "platform/Platform.h"
 
@@ -13,16 +14,16 @@ namespace velkor {
 
 class EventView;
 class Planner;
+class Timer;
 
 /// One planner's session with the calendar program. Members throw what the calendar program
-/// throws; item events end in a message instead.
-class CalendarAccess : private OutlookItemEvents {
+/// throws.
+class CalendarAccess {
  public:
-  /// All of them outlive this. `appointmentForm` is the control's property: the message class that
-  /// an item must have, letter for letter, for its events to reach the view.
-  CalendarAccess(EventView& view, Planner& planner, const Platform& platform,
+  /// All of them outlive this; see ItemArrivals for what the folder's item events need.
+  CalendarAccess(EventView& view, Planner& planner, const Platform& platform, Timer& tmrItems,
                  const std::string& appointmentForm);
-  ~CalendarAccess() override;
+  ~CalendarAccess();
   CalendarAccess(const CalendarAccess&) = delete;
   CalendarAccess& operator=(const CalendarAccess&) = delete;
 
@@ -39,6 +40,8 @@ class CalendarAccess : private OutlookItemEvents {
 
   /// The folder that ResolveFolder found; there is one.
   OutlookFolder& Folder() { return *folder_; }
+  /// What it was asked for by; empty when there is none.
+  const std::string& FolderPath() const { return folderPath_; }
   /// Identifiers of that folder; empty when there is none.
   const std::string& EntryID() const { return entryId_; }
   const std::string& StoreID() const { return storeId_; }
@@ -55,30 +58,22 @@ class CalendarAccess : private OutlookItemEvents {
   /// Lets go of the folder and the session; errors while doing so are ignored.
   void Release() noexcept;
 
- private:
-  void ItemAdd(OutlookItem& item) override;
-  void ItemChange(OutlookItem& item) override;
-  void ItemRemove() override;
+  /// What the folder's items raise.
+  ItemArrivals& Arrivals() { return arrivals_; }
 
+ private:
   std::unique_ptr<OutlookFolder> FindFolder(std::string_view folder);
   void CheckFolder() const;
   void ReleaseFolder() noexcept;
-  /// Brings an item's occurrences within the span into the view, in place of those that are there
-  /// when `replace` is set.
-  void TakeItem(OutlookItem& item, bool replace);
-  struct Gathered;
-  void Gather(Gathered& gathered);
-  void Show(Gathered& gathered, bool replace);
 
-  EventView& view_;
-  Planner& planner_;
   const Platform platform_;
-  const std::string& appointmentForm_;
   std::unique_ptr<OutlookNamespace> session_;
   std::unique_ptr<OutlookFolder> folder_;
+  std::string folderPath_;
   std::string entryId_;
   std::string storeId_;
   std::optional<std::string> userName_;
+  ItemArrivals arrivals_;
   /// Connected for events.
   std::unique_ptr<OutlookItems> m_olItems;
 };

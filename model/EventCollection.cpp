@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <functional>
+#include <iterator>
+#include <map>
 #include <utility>
 
 #include "platform/LocaleApi.h"
@@ -17,10 +19,10 @@ std::uint32_t HashOf(std::string_view eventId) {
 }  // namespace
 
 EventCollection::EventCollection(std::vector<CalEvent> events) : events_(std::move(events)) {
-  BuildOrder();
+  DropRepeated();
 }
 
-void EventCollection::BuildOrder() {
+void EventCollection::DropRepeated() {
   // Seconds and hash are worked out once for each event, in the order of memory. A cache file is in
   // order of start already, and a sort of what is in order is cheap.
   std::vector<Key> keys;
@@ -42,7 +44,7 @@ void EventCollection::BuildOrder() {
   for (auto group = keys.begin(); group != keys.end();) {
     const auto groupEnd =
         std::find_if(group, keys.end(), [&](const Key& key) { return key.start != group->start; });
-    if (groupEnd - group > 1) SortGroup({group, groupEnd}, leftOut);
+    if (groupEnd - group > 1) FindRepeated({group, groupEnd}, leftOut);
     group = groupEnd;
   }
   if (!leftOut.empty()) {
@@ -51,15 +53,11 @@ void EventCollection::BuildOrder() {
     std::erase_if(events_, [&](const CalEvent&) {
       return std::binary_search(leftOut.begin(), leftOut.end(), index++);
     });
-    BuildOrder();
-    return;
   }
-  order_.clear();
-  order_.reserve(keys.size());
-  for (const auto& key : keys) order_.push_back(key.index);
 }
 
-void EventCollection::SortGroup(std::span<Key> group, std::vector<std::uint32_t>& repeated) const {
+void EventCollection::FindRepeated(std::span<Key> group,
+                                   std::vector<std::uint32_t>& repeated) const {
   const auto idOf = [&](const Key& key) -> const std::string& {
     return events_[key.index].EventID;
   };
@@ -75,36 +73,36 @@ void EventCollection::SortGroup(std::span<Key> group, std::vector<std::uint32_t>
   }
 }
 
-bool EventCollection::Add(CalEvent event) {
-  if (event.EventID.empty()) return false;
-  const std::int64_t start = event.StartDate.Seconds();
-  const std::uint32_t hash = HashOf(event.EventID);
-  const auto compare = [&](std::uint32_t index) {
-    const std::int64_t otherStart = events_[index].StartDate.Seconds();
-    if (otherStart != start) return otherStart < start ? -1 : 1;
-    const std::uint32_t otherHash = HashOf(events_[index].EventID);
-    if (otherHash != hash) return otherHash < hash ? -1 : 1;
-    return events_[index].EventID.compare(event.EventID);
-  };
-  const auto place = std::partition_point(order_.begin(), order_.end(),
-                                          [&](std::uint32_t index) { return compare(index) < 0; });
-  if (place != order_.end() && compare(*place) == 0) return false;
-  order_.insert(place, static_cast<std::uint32_t>(events_.size()));
-  events_.push_back(std::move(event));
-  return true;
+void EventCollection::Insert(std::vector<CalEvent> arrivals,
+                             const std::unordered_set<std::string>& replaced) {
+  std::map<std::pair<std::string, std::int64_t>, std::size_t> placeOf;
+  for (std::size_t i = 0; i < arrivals.size(); ++i) {
+    placeOf.try_emplace({arrivals[i].EventID, arrivals[i].StartDate.Seconds()}, i);
+  }
+  std::vector<CalEvent> all;
+  all.reserve(events_.size() + arrivals.size());
+  for (CalEvent& event : events_) {
+    if (!replaced.contains(event.EventID)) {
+      all.push_back(std::move(event));
+      continue;
+    }
+    const auto again = placeOf.find({event.EventID, event.StartDate.Seconds()});
+    if (again == placeOf.end()) continue;
+    all.push_back(arrivals[again->second]);
+  }
+  std::move(arrivals.begin(), arrivals.end(), std::back_inserter(all));
+  std::stable_sort(all.begin(), all.end(),
+                   [](const CalEvent& a, const CalEvent& b) { return a.StartDate < b.StartDate; });
+  *this = EventCollection(std::move(all));
 }
 
 void EventCollection::RemoveAppointment(std::string_view eventId) {
-  if (std::erase_if(events_, [&](const CalEvent& event) { return event.EventID == eventId; }) > 0) {
-    BuildOrder();
-  }
+  std::erase_if(events_, [&](const CalEvent& event) { return event.EventID == eventId; });
 }
 
 void EventCollection::Remove(std::string_view key, LocaleApi& locale) {
   const std::optional<std::size_t> index = Find(key, locale);
-  if (!index) return;
-  events_.erase(events_.begin() + static_cast<std::ptrdiff_t>(*index));
-  BuildOrder();
+  if (index) events_.erase(events_.begin() + static_cast<std::ptrdiff_t>(*index));
 }
 
 std::string EventCollection::KeyOf(const CalEvent& event, LocaleApi& locale) {

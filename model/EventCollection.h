@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "model/CalEvent.h"
@@ -24,8 +25,11 @@ class EventCollection {
   /// left out.
   explicit EventCollection(std::vector<CalEvent> events);
 
-  /// @return false when the event has no EventID or its key is in use; nothing is added then
-  bool Add(CalEvent event);
+  /// Takes more events in. All stand in order of start then, as a load of them all gives them, and
+  /// of equal starts those first that were there; what has no EventID or a key in use stays out.
+  /// @param replaced  identifiers whose events make way; one that comes again with the same start
+  ///                  keeps its place
+  void Insert(std::vector<CalEvent> arrivals, const std::unordered_set<std::string>& replaced = {});
   /// Removes every occurrence of an appointment.
   void RemoveAppointment(std::string_view eventId);
   /// Removes the event with this key.
@@ -51,14 +55,13 @@ class EventCollection {
     std::uint32_t index;
   };
 
-  void BuildOrder();
-  /// Orders the keys of one start and finds the events that repeat an earlier one's EventID.
-  void SortGroup(std::span<Key> group, std::vector<std::uint32_t>& repeated) const;
+  /// Takes out the events without EventID and those that repeat an earlier one's key.
+  void DropRepeated();
+  /// Finds among the keys of one start the events that repeat an earlier one's EventID. Long
+  /// identifiers begin alike; hashes rarely do.
+  void FindRepeated(std::span<Key> group, std::vector<std::uint32_t>& repeated) const;
 
   std::vector<CalEvent> events_;
-  /// Indices of all events, ordered by start (to the second, as a key shows it), then by the hash
-  /// of the EventID, then by the EventID itself. Long identifiers begin alike; hashes rarely do.
-  std::vector<std::uint32_t> order_;
 };
 
 }  // namespace velkor

@@ -25,7 +25,8 @@ class EventView {
   virtual void RewriteCache() = 0;
   /// Reads the categories from the calendar's colour record again; others than those on show are
   /// laid out and drawn.
-  virtual void ReloadCategories() = 0;
+  /// @return false when they could not be read, which the user was told
+  virtual bool ReloadCategories() = 0;
 };
 
 }  // namespace velkor

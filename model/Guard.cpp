@@ -11,8 +11,12 @@ void Tell(MessageBoxes& messages, std::string_view text) {
   messages.Show({.text = std::string(text), .title = {}});
 }
 
+std::string Describe(const Error& error) {
+  return std::to_string(error.Number()) + " " + error.Description();
+}
+
 void TellError(MessageBoxes& messages, std::string_view prefix, const Error& error) {
-  Tell(messages, std::string(prefix) + std::to_string(error.Number()) + " " + error.Description());
+  Tell(messages, std::string(prefix) + Describe(error));
 }
 
 std::optional<Error> Guard(MessageBoxes& messages, std::string_view prefix,

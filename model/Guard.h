@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "support/values/Error.h"
@@ -14,8 +15,10 @@ class MessageBoxes;
 /// Shows a text; OK only, default title.
 void Tell(MessageBoxes& messages, std::string_view text);
 
-/// Shows the prefix (which ends in its own blank), the error's number in decimal, a blank and its
-/// description, as Tell does.
+/// The error's number in decimal, a blank and its description.
+std::string Describe(const Error& error);
+
+/// Shows the prefix (which ends in its own blank) and the error's description, as Tell does.
 void TellError(MessageBoxes& messages, std::string_view prefix, const Error& error);
 
 /// Runs an operation. An Error that it throws ends it and is told as TellError does; everything

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "support/values/Date.h"
 
@@ -70,7 +71,12 @@ class Files {
   /// The whole file; none when it is absent, cannot be opened or is no file on a disk (a pipe, a
   /// device). Throws Error (DeviceInputOutput) when reading fails half-way, and for a file larger
   /// than LargestFile or the memory left.
-  virtual std::optional<std::string> Read(const std::string& path) = 0;
+  std::optional<std::string> Read(const std::string& path) {
+    std::string bytes;
+    return ReadInto(bytes, path) ? std::optional(std::move(bytes)) : std::nullopt;
+  }
+  /// The same; false for none. Where reading fails half-way, `bytes` has what came before.
+  virtual bool ReadInto(std::string& bytes, const std::string& path) = 0;
   /// False for what is no file on a disk, so that nobody deletes a device to write in its place.
   virtual bool Exists(const std::string& path) = 0;
   virtual bool DirectoryExists(const std::string& path) = 0;

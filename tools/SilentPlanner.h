@@ -11,6 +11,9 @@ class SilentPlanner : public Planner {
   bool RefreshOutstanding() const override { return false; }
   void CancelRefresh() override {}
   void StartRefresh(bool) override {}
+  void FollowChanges(bool, bool) override {}
+  void Together(const std::function<void()>& steps) override { steps(); }
+  bool IsRefreshBusy() const override { return false; }
 };
 
 }  // namespace velkor

@@ -40,7 +40,9 @@ class CalendarFiles : public Files {
   /// No path on a disk that this product makes begins so.
   static constexpr std::string_view MemoryFolder = "memory:";
 
-  std::optional<std::string> Read(const std::string& path) override { return Of(path).Read(path); }
+  bool ReadInto(std::string& bytes, const std::string& path) override {
+    return Of(path).ReadInto(bytes, path);
+  }
   bool Exists(const std::string& path) override { return Of(path).Exists(path); }
   bool DirectoryExists(const std::string& path) override { return Of(path).DirectoryExists(path); }
   bool Delete(const std::string& path) override { return Of(path).Delete(path); }

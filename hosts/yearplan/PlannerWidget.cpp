@@ -106,6 +106,7 @@ void PlannerWidget::MakePeers() {
   peers_.push_back(MakePeer(elements.mnuPop, this));
   peers_.push_back(MakePeer(elements.tmrStart));
   peers_.push_back(MakePeer(elements.tmrBackground));
+  peers_.push_back(MakePeer(elements.tmrItems));
 }
 
 void PlannerWidget::MakeLegend(LegendElements& legend) {

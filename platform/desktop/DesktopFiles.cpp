@@ -169,14 +169,14 @@ long FileErrorOf(int code) {
   }
 }
 
-std::optional<std::string> DesktopFiles::Read(const std::string& path) {
+bool DesktopFiles::ReadInto(std::string& bytes, const std::string& path) {
   const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   struct stat status {};
   if (!file.IsOpen() || ::fstat(file.Value(), &status) != 0 || !S_ISREG(status.st_mode)) {
-    return std::nullopt;
+    return false;
   }
-  return ReadWhole(
-      path, static_cast<std::uint64_t>(status.st_size), [&](char* place, std::size_t room) {
+  ReadWholeInto(
+      bytes, path, static_cast<std::uint64_t>(status.st_size), [&](char* place, std::size_t room) {
         ssize_t got = -1;
         do {
           got = ::read(file.Value(), place, room);
@@ -187,6 +187,7 @@ std::optional<std::string> DesktopFiles::Read(const std::string& path) {
         }
         return static_cast<std::size_t>(got);
       });
+  return true;
 }
 
 bool DesktopFiles::Exists(const std::string& path) {

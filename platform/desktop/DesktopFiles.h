@@ -11,7 +11,7 @@ namespace velkor {
 /// 700).
 class DesktopFiles : public Files {
  public:
-  std::optional<std::string> Read(const std::string& path) override;
+  bool ReadInto(std::string& bytes, const std::string& path) override;
   bool Exists(const std::string& path) override;
   bool DirectoryExists(const std::string& path) override;
   bool Delete(const std::string& path) override;

@@ -40,11 +40,15 @@ class MemoryFiles::Output : public OutputFile {
   std::string path_;
 };
 
-std::optional<std::string> MemoryFiles::Read(const std::string& path) {
+bool MemoryFiles::ReadInto(std::string& bytes, const std::string& path) {
   const auto found = contents.find(path);
-  if (found == contents.end()) return std::nullopt;
-  if (fail.read.contains(path)) throw Error(errors::DeviceInputOutput, "Cannot read " + path);
-  return found->second;
+  if (found == contents.end()) return false;
+  bytes = found->second;
+  if (const auto failing = fail.readAfter.find(path); failing != fail.readAfter.end()) {
+    bytes.resize(std::min(bytes.size(), failing->second));
+    throw Error(errors::DeviceInputOutput, "Cannot read " + path);
+  }
+  return true;
 }
 
 bool MemoryFiles::Delete(const std::string& path) {

@@ -14,7 +14,9 @@ class MemoryFiles : public Files {
  public:
   /// What goes wrong; sets of paths, the target's for `replace`.
   struct Failures {
-    std::set<std::string, std::less<>> read, open, replace, remove;
+    std::set<std::string, std::less<>> open, replace, remove;
+    /// Reading the file fails after so many bytes.
+    std::map<std::string, std::size_t, std::less<>> readAfter;
     /// Writing stops after so many more bytes, over all files, with `writeError`.
     std::optional<std::size_t> writeAfter;
     long writeError = errors::DeviceInputOutput;
@@ -24,7 +26,7 @@ class MemoryFiles : public Files {
   std::map<std::string, std::string, std::less<>> contents;
   std::set<std::string, std::less<>> directories;
 
-  std::optional<std::string> Read(const std::string& path) override;
+  bool ReadInto(std::string& bytes, const std::string& path) override;
   bool Exists(const std::string& path) override { return contents.contains(path); }
   bool DirectoryExists(const std::string& path) override { return directories.contains(path); }
   bool Delete(const std::string& path) override;

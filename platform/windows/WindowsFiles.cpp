@@ -162,23 +162,24 @@ long FileErrorOf(unsigned long code) {
   }
 }
 
-std::optional<std::string> WindowsFiles::Read(const std::string& path) {
+bool WindowsFiles::ReadInto(std::string& bytes, const std::string& path) {
   const FileHandle file(::CreateFileW(ToWide(path).c_str(), GENERIC_READ,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                       nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
   LARGE_INTEGER size{};
-  if (!file.IsOpen() || ::GetFileType(file.Value()) != FILE_TYPE_DISK) return std::nullopt;
+  if (!file.IsOpen() || ::GetFileType(file.Value()) != FILE_TYPE_DISK) return false;
   if (!::GetFileSizeEx(file.Value(), &size)) size.QuadPart = 0;
-  return ReadWhole(path, static_cast<std::uint64_t>(size.QuadPart),
-                   [&](char* place, std::size_t room) {
-                     const auto portion = static_cast<DWORD>(std::min(room, std::size_t{1} << 30));
-                     DWORD got = 0;
-                     if (!::ReadFile(file.Value(), place, portion, &got, nullptr)) {
-                       throw Error(errors::DeviceInputOutput,
-                                   "Cannot read " + path + ": " + SystemMessage(::GetLastError()));
-                     }
-                     return std::size_t{got};
-                   });
+  ReadWholeInto(bytes, path, static_cast<std::uint64_t>(size.QuadPart),
+                [&](char* place, std::size_t room) {
+                  const auto portion = static_cast<DWORD>(std::min(room, std::size_t{1} << 30));
+                  DWORD got = 0;
+                  if (!::ReadFile(file.Value(), place, portion, &got, nullptr)) {
+                    throw Error(errors::DeviceInputOutput,
+                                "Cannot read " + path + ": " + SystemMessage(::GetLastError()));
+                  }
+                  return std::size_t{got};
+                });
+  return true;
 }
 
 bool WindowsFiles::Exists(const std::string& path) {

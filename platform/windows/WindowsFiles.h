@@ -9,7 +9,7 @@ namespace velkor {
 /// held: a writer that gives up does so.
 class WindowsFiles : public Files {
  public:
-  std::optional<std::string> Read(const std::string& path) override;
+  bool ReadInto(std::string& bytes, const std::string& path) override;
   bool Exists(const std::string& path) override;
   bool DirectoryExists(const std::string& path) override;
   bool Delete(const std::string& path) override;

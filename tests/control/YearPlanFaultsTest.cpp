@@ -1,5 +1,11 @@
 // tests/control/YearPlanFaultsTest.cpp: what goes wrong half-way, and what comes in between.
 #include "control/YearPlan.h"
+
+#include <pthread.h>
+
+#include <algorithm>
+
+#include "model/Status.h"
 #include "tests/control/PlannerCase.h"
 #include "tests/model/RefreshDoubles.h"
 
@@ -44,6 +50,7 @@ TEST_F(YearPlanFaultsTest, AYearThatTheHostChangesDuringALoadHasItsOwnEvents) {
     plan.ReadProperties(bag_);
     plan.Elements().tmrStart.Tick();
     ASSERT_EQ(plan.Grid().Events().Count(), 1u);
+    seams_.cacheUtilities.Complete(6);
     int cleared = 0;
     host.onStatus = [&](std::string_view message) {
       if (message.empty() && ++cleared == report) plan.ChangeYear(1);
@@ -67,6 +74,7 @@ TEST_F(YearPlanFaultsTest, WhatChangesWhileAnAppointmentIsReadCountsForIt) {
     };
     CalendarItem item = SampleItem(otherYear ? "a" : "b", At(2005, 3, 3), At(2005, 3, 5));
     calendar_.SaveNew(std::move(item), false, At(2005, 1, 1));
+    plan.Elements().tmrItems.Tick();
     EXPECT_EQ(plan.DisplayedYear(), otherYear ? 2006 : 2005);
     ASSERT_EQ(plan.Grid().Events().Count(), otherYear ? 0u : 1u);
     if (otherYear) continue;
@@ -77,14 +85,78 @@ TEST_F(YearPlanFaultsTest, WhatChangesWhileAnAppointmentIsReadCountsForIt) {
 TEST_F(YearPlanFaultsTest, ASecondStartWithoutItsFolderLeavesTheControlEmpty) {
   Start();
   Refreshed({EventA});
+  AnswerEveryStop();
   Drag(DayPoint(At(2005, 3, 10), 3), DayPoint(At(2005, 3, 14), 3));
   bag_.values["Folder"] = std::string("Mailbox\\Gone");
+  plan_.Elements().Command1.Click();
+  EXPECT_EQ(plan_.Elements().imgLogo.FillColour(), status::Downloading);
+  plan_.SetFolder("Mailbox\\Gone");
+  plan_.ChangeYear(0);
+  EXPECT_EQ(plan_.Grid().Events().Count(), 1u) << "files are those of the folder on show";
+  EXPECT_EQ(plan_.Elements().imgLogo.FillColour(), status::Downloading);
   messages_.Expect("Unable to access specified calendar folder.");
   Start(plan_);
   EXPECT_FALSE(plan_.Elements().Command1.Enabled());
+  EXPECT_FALSE(plan_.Elements().tmrBackground.Enabled());
+  EXPECT_EQ(plan_.Elements().imgLogo.FillColour(), status::Idle);
   EXPECT_EQ(plan_.Grid().Events().Count(), 0u);
   plan_.Elements().mnuNew.Click();
   EXPECT_THAT(calendar_.AllItems(), testing::SizeIs(1)) << "the colour record alone";
+}
+
+/// Runs steps on a stack that a few dozen calls within one another use up.
+void OnSmallStack(const std::function<void()>& steps) {
+  constexpr std::size_t SmallStack = std::size_t{192} << 10;
+  pthread_attr_t attributes;
+  pthread_attr_init(&attributes);
+  pthread_attr_setstacksize(&attributes, SmallStack);
+  pthread_t thread{};
+  const auto run = [](void* work) -> void* {
+    (*static_cast<const std::function<void()>*>(work))();
+    return nullptr;
+  };
+  ASSERT_EQ(pthread_create(&thread, &attributes, run, const_cast<std::function<void()>*>(&steps)),
+            0);
+  pthread_join(thread, nullptr);
+  pthread_attr_destroy(&attributes);
+}
+
+TEST_F(YearPlanFaultsTest, KeysHeldAndThousandsOfItemEventsNeverPileUp) {
+  calendar_.Add(SampleItem("a", At(2005, 3, 3), At(2005, 3, 5)));
+  Start();
+  YearPlanElements& elements = plan_.Elements();
+  int left = 10'000;
+  int depth = 0;
+  int deepest = 0;
+  const auto arrive = [&] {
+    elements.pic1.onKeyDown(left % 2 == 0 ? Key::PageDown : Key::PageUp);
+    ItemChange change;
+    change.location = std::to_string(left);
+    calendar_.SaveChange("a", change, At(2005, 1, 1));
+    if (left % 3 == 0) calendar_.Delete(calendar_.SaveNew({}, false, At(2005, 1, 1))->entryId);
+    elements.tmrItems.Tick();
+    --left;
+  };
+  // Each round brings more; the utility takes some rounds to stop.
+  seams_.shell.onMessages = [&](int round) {
+    deepest = std::max(deepest, ++depth);
+    for (int i = 0; i < 2 && left > 0; ++i) arrive();
+    if (round % 5 == 0) seams_.cacheUtilities.Complete(6);
+    --depth;
+  };
+  int turns = 0;
+  OnSmallStack([&] {
+    for (; left > 0; ++turns) arrive();
+  });
+  EXPECT_LE(deepest, 2);
+  EXPECT_GT(turns, 100) << "the loop around the control never gets its turn";
+  elements.tmrItems.Tick();
+  EXPECT_FALSE(elements.tmrItems.Enabled());
+  EXPECT_EQ(seams_.cacheUtilities.started.back().viewYear, plan_.DisplayedYear());
+  const std::size_t started = seams_.cacheUtilities.started.size();
+  Refreshed({EventA});
+  elements.tmrBackground.Tick();
+  EXPECT_EQ(seams_.cacheUtilities.started.size(), started) << "one refresh at the end";
 }
 
 TEST_F(YearPlanFaultsTest, AWarmCacheIsShownThoughTheColoursCannotBeRead) {

@@ -218,26 +218,96 @@ TEST_F(BackgroundRefreshTest, ACompletionThatNobodyWaitsForNeverMakesTheCountNeg
   EXPECT_EQ(refresh_->OutstandingCount(), 0);
 }
 
-TEST_F(BackgroundRefreshTest, AForcedStartWithinAStartOvertakesIt) {
-  Messages([&](int round) {
-    if (round > 1) return;
+TEST_F(BackgroundRefreshTest, StartsWithinAStartAreServedByIt) {
+  Messages([&](int) {
     inputs_.viewYear = 2006;
     refresh_->StartRefresh(true);
+    refresh_->StartRefresh(false);
+    EXPECT_TRUE(refresh_->Busy());
   });
   refresh_->StartRefresh(false);
   ASSERT_EQ(utilities_.started.size(), 1U);
   EXPECT_EQ(utilities_.started[0].viewYear, 2006);
   EXPECT_EQ(utilities_.stops, 0) << "what the utility does not have needs no stop";
-  EXPECT_EQ(seams_.shell.rounds, 2);
+  EXPECT_EQ(seams_.shell.rounds, 1);
   EXPECT_EQ(refresh_->OutstandingCount(), 1);
+  EXPECT_FALSE(refresh_->Busy());
 }
 
 TEST_F(BackgroundRefreshTest, ACancellationWithinAStartWithdrawsIt) {
-  Messages([&](int) { EXPECT_EQ(refresh_->CancelRefresh(), 1); });
+  bool startsAgain = false;
+  Messages([&](int round) {
+    if (round > 1) return;
+    EXPECT_EQ(refresh_->CancelRefresh(), 1);
+    if (startsAgain) refresh_->StartRefresh(true);
+  });
   refresh_->StartRefresh(false);
   EXPECT_THAT(utilities_.started, IsEmpty());
   EXPECT_FALSE(refresh_->Outstanding());
   EXPECT_EQ(planner_.statuses.back(), status::Idle);
+  startsAgain = true;
+  seams_.shell.rounds = 0;
+  refresh_->StartRefresh(false);
+  EXPECT_EQ(utilities_.started.size(), 1U);
+  EXPECT_EQ(seams_.shell.rounds, 2);
+}
+
+TEST_F(BackgroundRefreshTest, WhatIsAskedForTogetherOrDuringACancellationStartsOnceAfterIt) {
+  refresh_->StartRefresh(false);
+  const auto askDuringCancellation = [&](int) {
+    refresh_->StartRefresh(true);
+    Complete(6);
+  };
+  Messages(askDuringCancellation);
+  refresh_->Together([&] {
+    refresh_->StartRefresh(false);
+    EXPECT_EQ(refresh_->CancelRefresh(), 1);
+    EXPECT_FALSE(refresh_->Outstanding());
+    refresh_->StartRefresh(true);
+    EXPECT_EQ(utilities_.started.size(), 1U);
+  });
+  EXPECT_EQ(utilities_.started.size(), 2U);
+  Messages(askDuringCancellation);
+  EXPECT_EQ(refresh_->CancelRefresh(), 1);
+  EXPECT_EQ(utilities_.started.size(), 3U);
+  EXPECT_EQ(refresh_->OutstandingCount(), 1);
+}
+
+TEST_F(BackgroundRefreshTest, WhatFailsOfOthersChangesIsToldOnceUntilARefreshSucceeds) {
+  const auto changeFails = [&] {
+    refresh_->FollowChanges(true, false);
+    Complete(7);
+    return std::exchange(boxes_.texts, {}).size();
+  };
+  EXPECT_EQ(changeFails(), 1U);
+  EXPECT_FALSE(tmrBackground_.Enabled());
+  EXPECT_EQ(changeFails(), 0U);
+  EXPECT_TRUE(tmrBackground_.Enabled()) << "it goes on trying";
+  refresh_->StartRefresh(true);
+  Complete(7);
+  EXPECT_EQ(boxes_.texts.size(), 1U) << "what a person asked for is told";
+  refresh_->FollowChanges(true, false);
+  Complete(1);
+  boxes_.texts.clear();
+  // While its message is open no other comes on top.
+  boxes_.whileOpen = [&] {
+    refresh_->FollowChanges(true, false);
+    EXPECT_FALSE(refresh_->Outstanding());
+  };
+  EXPECT_EQ(changeFails(), 1U);
+  EXPECT_TRUE(refresh_->Outstanding());
+}
+
+TEST_F(BackgroundRefreshTest, OnceDisconnectedNothingStartsBeforeAnotherUtilityIsCreated) {
+  refresh_->StartRefresh(false);
+  refresh_->Disconnect();
+  EXPECT_FALSE(refresh_->Outstanding() || tmrBackground_.Enabled());
+  EXPECT_EQ(planner_.statuses.back(), status::Idle);
+  refresh_->StartRefresh(true);
+  EXPECT_EQ(utilities_.started.size(), 1U);
+  refresh_->CreateCacheUtility();
+  refresh_->StartRefresh(false);
+  EXPECT_EQ(utilities_.started.size(), 2U);
 }
 
 TEST_F(BackgroundRefreshTest, AStartThatFailsTellsAndTheNextOneTriesWithANewUtility) {

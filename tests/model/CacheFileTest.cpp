@@ -55,7 +55,7 @@ TEST_F(CacheFileTest, LoadsEveryRecordWithItsFieldsAndReportsTheStatus) {
 TEST_F(CacheFileTest, AMissingOrEmptyFileIsAnEmptyYear) {
   EXPECT_EQ(Load(events_), LoadOutcome::Loaded);
   EXPECT_EQ(events_.Count(), 0U);
-  events_.Add(SampleEvent("old", At(2005, 1, 1), At(2005, 1, 2)));
+  events_.Insert({SampleEvent("old", At(2005, 1, 1), At(2005, 1, 2))});
   EXPECT_EQ(cache_.Load("/temp/absent.tmp", fields_, events_), LoadOutcome::NoFile);
   EXPECT_EQ(events_.Count(), 0U);
 }
@@ -64,9 +64,17 @@ TEST_F(CacheFileTest, KeepsWhatStandsBeforeDamageAndReportsTheStatus) {
   file_ = Record("a") + Record("b").substr(0, 9);
   EXPECT_EQ(Load(events_), LoadOutcome::LoadedInPart);
   EXPECT_THAT(Ids(events_), ElementsAre("a"));
-  seams_.files.fail.read.insert(paths_.cacheFile);
+  EXPECT_EQ(planner_.statuses.size(), 2U);
+  file_ = Record("a") + Record("b") + Record("c");
+  seams_.files.fail.readAfter[paths_.cacheFile] = 2 * Record("a").size() + 3;
   EXPECT_EQ(Load(events_), LoadOutcome::LoadedInPart);
-  EXPECT_EQ(planner_.statuses.size(), 4U);
+  EXPECT_THAT(Ids(events_), ElementsAre("a", "b"));
+  // A disk that fails where a record ends.
+  seams_.files.fail.readAfter[paths_.cacheFile] = Record("a").size();
+  planner_.outstanding = true;
+  EXPECT_EQ(Load(events_), LoadOutcome::LoadedInPart);
+  EXPECT_THAT(Ids(events_), ElementsAre("a"));
+  EXPECT_EQ(planner_.statuses.size(), 4U) << "the indicator is an outstanding refresh's";
 }
 
 TEST_F(CacheFileTest, ALoadAskedForInTheMiddleOfOneAbortsItAndTheNextOneWorks) {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "model/CalendarAccess.h"
+#include "platform/Elements.h"
 #include "tests/calendar/CalendarDoubles.h"
 #include "tests/model/CalendarInMemory.h"
 #include "tests/model/WatchedView.h"
@@ -12,7 +13,10 @@ namespace velkor {
 
 class CalendarCase : public CalendarInMemory {
  protected:
-  CalendarCase() { access_.Open(); }
+  CalendarCase() {
+    tmrItems_.onTimer = [this] { access_.Arrivals().Take(); };
+    access_.Open();
+  }
 
   /// At 9 o'clock on Thursdays of 2006, and on one before it.
   static CalendarItem Weekly() {
@@ -25,7 +29,9 @@ class CalendarCase : public CalendarInMemory {
   }
   /// Saves it as another program does: the folder tells of it.
   std::string Save(CalendarItem item) {
-    return calendar_.SaveNew(std::move(item), false, At(2006, 1, 1))->entryId;
+    const std::string id = calendar_.SaveNew(std::move(item), false, At(2006, 1, 1))->entryId;
+    tmrItems_.Tick();
+    return id;
   }
   std::string Told() { return messages_.Shown().back().text; }
 
@@ -33,7 +39,8 @@ class CalendarCase : public CalendarInMemory {
   WatchedView view_;
   std::string appointmentForm_ = "IPM.Appointment";
   const Platform platform_ = seams_.On(embedded_, messages_);
-  CalendarAccess access_{view_, view_, platform_, appointmentForm_};
+  Timer tmrItems_{"tmrItems", 50};
+  CalendarAccess access_{view_, view_, platform_, tmrItems_, appointmentForm_};
 };
 
 }  // namespace velkor

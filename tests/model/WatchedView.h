@@ -24,6 +24,8 @@ class WatchedView : public EventView, public Planner {
   bool hideNonCategoryItems = false;
   int reloads = 0;
   bool outstanding = false;
+  bool busy = false;
+  bool categoriesKnown = true;
   std::vector<Colour> statuses;
   /// Called once, by the next status.
   std::function<void()> onStatus;
@@ -43,7 +45,10 @@ class WatchedView : public EventView, public Planner {
     log_.emplace_back("reload");
   }
   void RewriteCache() override { log_.emplace_back("rewrite"); }
-  void ReloadCategories() override { log_.emplace_back("colours"); }
+  bool ReloadCategories() override {
+    log_.emplace_back("colours");
+    return categoriesKnown;
+  }
 
   void ReportStatus(Colour colour) override {
     statuses.push_back(colour);
@@ -56,6 +61,12 @@ class WatchedView : public EventView, public Planner {
     if (onCancel) onCancel();
   }
   void StartRefresh(bool force) override { log_.emplace_back(force ? "force" : "refresh"); }
+  void FollowChanges(bool force, bool told) override {
+    StartRefresh(force);
+    if (told) log_.back() += " told";
+  }
+  void Together(const std::function<void()>& steps) override { steps(); }
+  bool IsRefreshBusy() const override { return busy; }
 
   /// What was asked since the last call.
   std::vector<std::string> Take() { return std::exchange(log_, {}); }

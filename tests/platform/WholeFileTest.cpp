@@ -29,5 +29,18 @@ TEST(WholeFile, LackOfMemoryIsAnErrorThatNamesTheFile) {
   EXPECT_EQ(error.Description(), "Cannot read big.dat: it is too large");
 }
 
+TEST(WholeFile, WhatWasReadBeforeADiskFailsIsThere) {
+  std::string bytes;
+  const Error error = ErrorOf([&] {
+    ReadWholeInto(bytes, "file", 10, [](char* place, std::size_t) -> std::size_t {
+      if (*place == 'a') throw Error(errors::DeviceInputOutput, "broken");
+      *place = place[1] = 'a';
+      return 1;
+    });
+  });
+  EXPECT_EQ(error.Description(), "broken");
+  EXPECT_EQ(bytes, "a");
+}
+
 }  // namespace
 }  // namespace velkor

@@ -17,6 +17,12 @@ std::string QuoteText(std::string_view text) {
   return '"' + std::string(text) + '"';
 }
 
+std::optional<std::string> FilterValue(std::string_view text) {
+  if (text.find('\'') == std::string_view::npos) return '\'' + std::string(text) + '\'';
+  if (text.find('"') == std::string_view::npos) return QuoteText(text);
+  return std::nullopt;
+}
+
 std::string StripControlChars(std::string_view text) {
   if (Trim(text).empty()) return {};
   std::string clean(text);

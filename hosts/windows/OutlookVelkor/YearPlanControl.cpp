@@ -124,6 +124,7 @@ void YearPlanControl::Start() {
   YearPlanElements& elements = plan_.Elements();
   timers_.push_back(MakePeer(elements.tmrStart));
   timers_.push_back(MakePeer(elements.tmrBackground));
+  timers_.push_back(MakePeer(elements.tmrItems));
   elements.tmrStart.SetEnabled(true);
 }
 
