@@ -37,7 +37,8 @@ using WriteComplete = std::function<void(short synchResult, long synchError)>;
 class CacheUtilities {
  public:
   virtual ~CacheUtilities() = default;
-  /// `writeComplete` is called on the user-interface thread while messages are processed, never
+  /// Throws Error when the utility cannot be had; may let messages in.
+  /// @param writeComplete  called on the user-interface thread while messages are processed, never
   /// from within Start or Stop, once for each refresh that was started. It may destroy the utility.
   virtual std::unique_ptr<CacheUtility> Create(WriteComplete writeComplete) = 0;
 };

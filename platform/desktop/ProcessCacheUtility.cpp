@@ -4,6 +4,7 @@
 #include <signal.h>
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QObject>
 #include <QPointer>
 #include <QProcess>
@@ -178,6 +179,11 @@ std::unique_ptr<CacheUtility> ProcessCacheUtilities::Create(WriteComplete writeC
   const QString program =
       program_.empty() ? QCoreApplication::applicationDirPath() + QStringLiteral("/vkrRefresh")
                        : ToQt(program_);
+  if (const QFileInfo file(program); !file.isFile() || !file.isExecutable()) {
+    throw Error(errors::InvalidProcedureCall,
+                "The cache utility is not there, or may not be run: " + program.toStdString(),
+                "VelkorCacheUtility");
+  }
   return std::make_unique<ProcessCacheUtility>(program, std::move(writeComplete), onError_);
 }
 

@@ -27,6 +27,9 @@ class ScriptedCacheUtilities::Utility : public CacheUtility {
 };
 
 std::unique_ptr<CacheUtility> ScriptedCacheUtilities::Create(WriteComplete writeComplete) {
+  if (failsToCreate) {
+    throw Error(errors::InvalidProcedureCall, "The cache utility cannot be created.");
+  }
   ++created;
   last_ = std::make_shared<WriteComplete>(std::move(writeComplete));
   return std::make_unique<Utility>(*this, last_);

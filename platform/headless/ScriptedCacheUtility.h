@@ -17,6 +17,8 @@ class ScriptedCacheUtilities : public CacheUtilities {
   /// All refreshes that were started.
   std::vector<RefreshInputs> started;
   int stops = 0;
+  /// Lets every Create fail.
+  bool failsToCreate = false;
   /// Lets every Start fail.
   bool failsToStart = false;
 

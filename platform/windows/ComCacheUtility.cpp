@@ -149,6 +149,11 @@ class Session : public std::enable_shared_from_this<Session> {
         onError_(std::move(onError)),
         window_([this](UINT, WPARAM) { Deliver(); }) {}
 
+  /// Starts the process. Throws Error.
+  void Activate() {
+    InCall([&] { Spawn(); });
+  }
+
   void Start(const RefreshInputs& inputs) {
     if (running_) {
       throw Error(errors::InvalidProcedureCall, "The cache utility has not completed yet.", Source);
@@ -286,8 +291,10 @@ ComCacheUtilities::ComCacheUtilities(DialogOwner& owner, ErrorHandler onError)
     : owner_(owner), onError_(std::move(onError)) {}
 
 std::unique_ptr<CacheUtility> ComCacheUtilities::Create(WriteComplete writeComplete) {
-  return std::make_unique<ComCacheUtility>(
-      std::make_shared<Session>(owner_, std::move(writeComplete), onError_));
+  auto session = std::make_shared<Session>(owner_, std::move(writeComplete), onError_);
+  auto utility = std::make_unique<ComCacheUtility>(session);
+  session->Activate();
+  return utility;
 }
 
 }  // namespace velkor

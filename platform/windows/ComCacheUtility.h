@@ -15,10 +15,11 @@ inline constexpr const char* CacheUtilityProgram = "vkrRefresh.VelkorCacheUtilit
 inline constexpr short CacheUtilityInterface = 1;
 
 /// Cache utilities that run vkrRefresh.exe, each in a process of its own which it keeps from one
-/// refresh to the next. On a single-threaded apartment that processes messages. A start throws when
-/// the utility is not registered, cannot be started or is of another version. A process that ends
-/// before it has reported completes with FetchingFailed, or with NothingToReport when it was asked
-/// to stop. One that does not answer for some seconds is ended by force.
+/// refresh to the next. On a single-threaded apartment that processes messages. Creation starts the
+/// process; it throws when the utility is not registered, cannot be started or is of another
+/// version, and so does a start after the process has ended. A process that ends before it has
+/// reported completes with FetchingFailed, or with NothingToReport when it was asked to stop. One
+/// that does not answer for some seconds is ended by force.
 class ComCacheUtilities : public CacheUtilities {
  public:
   /// Shows an error that a completion raised.

@@ -147,6 +147,13 @@ TEST_F(YearPlanTest, AnErrorOfStartUpNamesItsStepAndKeepsWhatWasLoaded) {
   messages_.Expect(text + "4). \r\rError: 76 TMP was refused.");
   Start(second);
   EXPECT_EQ(second.Elements().lblSelectedYear.Caption(), "Year 2005");
+
+  outlook_.failing.clear();
+  seams_.cacheUtilities.failsToCreate = true;
+  YearPlan third(On(outlook_), host_);
+  messages_.Expect(text + "10). \r\rError: 5 The cache utility cannot be created.");
+  Start(third);
+  EXPECT_TRUE(third.Elements().Command1.Enabled());
 }
 
 TEST_F(YearPlanTest, BackAndNextShowTheirYearFromItsCacheAndRefreshItAtOnce) {
@@ -202,6 +209,7 @@ TEST_F(YearPlanTest, AnItemThatArrivesDuringARefreshIsSavedAndTheRefreshBegunAne
   ASSERT_EQ(seams_.cacheUtilities.started.size(), 1u);
   AnswerEveryStop();
   calendar_.SaveNew(SampleItem("a", At(2005, 3, 3), At(2005, 3, 5)), false, At(2005, 1, 1));
+  plan_.Elements().tmrItems.Tick();
   EXPECT_EQ(plan_.Grid().Events().Count(), 1u);
   EXPECT_EQ(seams_.cacheUtilities.stops, 1);
   EXPECT_EQ(seams_.cacheUtilities.started.size(), 2u);

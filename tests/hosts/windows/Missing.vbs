@@ -6,6 +6,7 @@ Form.Expect "OutlookVelkor", "press OK"
 Form.Place
 Form.Resize 1000, 560
 Form.WaitForDialogs
+Form.Check InStr(Form.Dialogs, "(Step:10)") > 0, "No step: " & Form.Dialogs
 Form.Check InStr(Form.Dialogs, "The cache utility is not installed") > 0, "No utility: " & Form.Dialogs
 
 ' What Outlook tells is seen all the same.

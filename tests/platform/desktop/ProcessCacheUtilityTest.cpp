@@ -7,6 +7,7 @@
 #include "platform/desktop/DesktopFiles.h"
 #include "platform/desktop/DesktopLocale.h"
 #include "tests/platform/desktop/RefreshCase.h"
+#include "tests/support/ErrorOf.h"
 
 namespace velkor {
 namespace {
@@ -144,7 +145,12 @@ TEST_F(ProcessCacheUtilityTest, AProgramThatIsNoCacheUtilityCompletesAsFailed) {
     Create(Script("fake", lines));
     EXPECT_EQ(Refresh(inputs), expected) << lines;
   }
-  Create(Path("absent"));
+  for (const std::string& none : {Path("absent"), Path("a.ics"), Path("cache")}) {
+    EXPECT_THAT(ErrorOf([&] { Create(none); }).Description(), HasSubstr(none));
+  }
+  const std::string broken = Script("broken", {});
+  Write("broken", "#!/no/such/shell\n");
+  Create(broken);
   utility_->Start(inputs);
   EXPECT_THROW(utility_->Start(inputs), Error) << "one at a time";
   EXPECT_THAT(AwaitCompletion(), Pair(7, 0));

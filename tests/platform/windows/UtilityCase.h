@@ -73,11 +73,12 @@ class UtilityCase : public testing::Test {
  protected:
   using Completion = std::pair<short, long>;
 
-  UtilityCase() {
+  /// @param creates  makes the first utility
+  explicit UtilityCase(bool creates = true) {
     std::filesystem::remove_all(folder_);
     std::filesystem::create_directory(folder_);
     EXPECT_EQ(RunProgram("vkrRefresh.exe", "/RegServer"), 0U);
-    Create();
+    if (creates) Create();
   }
   ~UtilityCase() override {
     utility_.reset();
