@@ -11,8 +11,8 @@ namespace velkor {
 /// The whole of a span's days.
 DateWindow WindowOf(const DisplaySpan& span);
 
-/// Refreshes as RefreshYear does. Another program may hold the work file of the same calendar and
-/// year; it will not hold it for long, so this waits for it, some seconds at most.
+/// Refreshes as RefreshYear does. Other programs may hold the files of the same calendar and year;
+/// none holds them for long, so this waits for its turn, half a minute at most.
 /// @param proceed  asked while it waits too
 RefreshAnswer RefreshPatiently(const RefreshRequest& request, OutlookApplication& outlook,
                                Files& files, LocaleApi& locale,

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 #include <sys/file.h>
+#include <sys/resource.h>
 
 #include <QAccessible>
 #include <QComboBox>
@@ -17,6 +18,7 @@
 #include <QScreen>
 #include <QToolButton>
 #include <algorithm>
+#include <deque>
 
 #include "control/YearPlan.h"
 #include "hosts/yearplan/PlannerSession.h"
@@ -290,6 +292,86 @@ TEST_F(PlannerWindow, FiftyThousandAppointmentsAreShown) {
   Write("team.ics", Calendar(Count));
   Open(window_);
   EXPECT_TRUE(Shows(Count));
+}
+
+/// Bounds how far this thread's stack may grow, in bytes.
+class StackLimit {
+ public:
+  explicit StackLimit(rlim_t bytes) {
+    ::getrlimit(RLIMIT_STACK, &before_);
+    const rlimit limit{bytes, before_.rlim_max};
+    ::setrlimit(RLIMIT_STACK, &limit);
+  }
+  ~StackLimit() { ::setrlimit(RLIMIT_STACK, &before_); }
+  StackLimit(const StackLimit&) = delete;
+  StackLimit& operator=(const StackLimit&) = delete;
+
+ private:
+  rlimit before_{};
+};
+
+TEST_F(PlannerWindow, KeysHeldWhileTheFileChangesNeverPileUp) {
+  OpenWith({{"20260504", "Holiday"}, {"20260706", "Trip"}});
+  const StackLimit aHostProcesses(rlim_t{1} << 20);
+  int left = 1500;
+  int idle = 0;
+  QTimer keyboard;
+  QObject::connect(&keyboard, &QTimer::timeout, [&] {
+    if (left % 300 == 0) Write("team.ics", CalendarOf({{"20260504", left > 300 ? "Away" : "Off"}}));
+    for (const auto key : {Qt::Key_PageDown, Qt::Key_PageUp}) {
+      QCoreApplication::postEvent(&Grid(), new QKeyEvent(QEvent::KeyPress, key, {}));
+    }
+    --left;
+  });
+  keyboard.start(1);
+  while (left > 0) {
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    ++idle;
+  }
+  keyboard.stop();
+  EXPECT_GT(idle, 10) << "the loop around the control never gets its turn";
+  ASSERT_TRUE(Shows(1));
+  EXPECT_EQ(Plan().DisplayedYear(), Year);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Plan().Grid().Events()[0].Subject == "Off"; }, 15000));
+  EXPECT_FALSE(QApplication::activeModalWidget());
+}
+
+/// VELKOR_ARRIVALS sets how many changes come, one a second; the short form hurries.
+TEST_F(PlannerWindow, FivePlannersOfOneCalendarEndAlikeAndTellNothing) {
+  constexpr int Few = 12;
+  const int arrivals = std::max(Few, qEnvironmentVariableIntValue("VELKOR_ARRIVALS"));
+  std::vector<std::pair<QByteArray, QByteArray>> events;
+  const auto save = [&] {
+    QByteArray text;
+    for (const auto& [uid, lines] : events) text += Event(uid, lines);
+    Write("new.ics", velkor::CalendarOf(text));
+    ASSERT_EQ(std::rename(Path("new.ics").c_str(), Path("team.ics").c_str()), 0);
+  };
+  save();
+  std::deque<velkor::PlannerWindow> windows;
+  for (int i = 0; i < 5; ++i) Open(windows.emplace_back(settings_));
+  for (int i = 0; i < arrivals; ++i) {
+    const QByteArray number = QByteArray::number(i);
+    const QByteArray day = QByteArray::number(20260101 + i * 7 % 12 * 100 + i % 28);
+    events.emplace_back(number,
+                        "DTSTART;VALUE=DATE:" + day + "\r\nSUMMARY:Tom's " + number + "\r\n");
+    if (i % 4 == 3) events.erase(events.begin() + i / 4);
+    if (i % 5 == 4) events.front().second += "LOCATION:Ghent\r\n";
+    save();
+    QTest::qWait(arrivals > Few ? 1000 : 250);
+    ASSERT_FALSE(QApplication::activeModalWidget());
+  }
+  const auto shownBy = [&](velkor::PlannerWindow& window) {
+    std::vector<std::string> shown;
+    for (const CalEvent& event : Plan(window).Grid().Events()) shown.push_back(event.EventID);
+    return shown;
+  };
+  for (velkor::PlannerWindow& window : windows) {
+    EXPECT_TRUE(Shows(window, events.size()));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return shownBy(window) == shownBy(windows[0]); }, 15000));
+    EXPECT_EQ(window.findChild<QLabel*>("trouble")->text(), "");
+  }
+  EXPECT_FALSE(QApplication::activeModalWidget());
 }
 
 TEST_F(PlannerWindow, SettingsAreKeptForEachCalendarAndTheYearStays) {

@@ -45,6 +45,13 @@ void AnswerInspector(const wchar_t* title, const wchar_t* subject) {
   ::PostMessageW(inspector, WM_COMMAND, IDOK, 0);
 }
 
+TEST_F(EndToEnd, ThousandsOfChangesAndHeldKeysNeitherStopTheFormNorPileUpMessages) {
+  const ScriptRun run = RunScript("Many");
+  EXPECT_EQ(run.code, 0U) << run.output;
+  EXPECT_THAT(run.output, HasSubstr("Done"));
+  EXPECT_EQ(run.utilities.size(), 1U);
+}
+
 TEST_F(EndToEnd, AYearIsSeenChangedFilteredExportedAndPrinted) {
   const TestPrinter printer("Velkor Plain");
   const ScriptRun run =
