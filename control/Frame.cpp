@@ -233,7 +233,7 @@ void YearPlan::Frame::ChangeEvents(const std::function<void(EventCollection&)>& 
 
 void YearPlan::Frame::RewriteCache() {
   // A refresh that is asked for meanwhile would work on the same files.
-  Together([this] {
+  refresh_.Together([this] {
     const bool interrupts = refresh_.Outstanding();
     cacheFile_.Rewrite(paths_, grid_.Events());
     // The events may be those of before the refresh that was cancelled for this.

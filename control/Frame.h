@@ -60,8 +60,7 @@ class YearPlan::Frame : public Planner, public EventView, public CategoryView, p
   bool RefreshOutstanding() const override { return refresh_.Outstanding(); }
   void CancelRefresh() override { refresh_.CancelRefresh(); }
   void StartRefresh(bool force) override { refresh_.StartRefresh(force); }
-  void FollowChanges(bool force, bool told) override { refresh_.FollowChanges(force, told); }
-  void Together(const std::function<void()>& steps) override { refresh_.Together(steps); }
+  void FollowChanges(const std::function<bool()>& steps) override { refresh_.FollowChanges(steps); }
   bool IsRefreshBusy() const override { return refresh_.Busy(); }
 
   // EventView

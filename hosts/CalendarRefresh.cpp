@@ -15,7 +15,8 @@ DateWindow WindowOf(const DisplaySpan& span) {
 
 RefreshAnswer RefreshPatiently(const RefreshRequest& request, OutlookApplication& outlook,
                                Files& files, LocaleApi& locale,
-                               const std::function<bool()>& proceed) {
+                               const std::function<bool()>& proceed,
+                               const std::function<void()>& open) {
   // Several planners of one calendar take their turns: all of them may hold it before this one.
   constexpr int MostHolds = 300;
   // Absent, the work file is free. One that is found so again and again cannot be made.
@@ -27,7 +28,7 @@ RefreshAnswer RefreshPatiently(const RefreshRequest& request, OutlookApplication
   int absences = 0;
   int replacements = 0;
   for (;;) {
-    RefreshAnswer answer = RefreshYear(request, outlook, files, locale, proceed);
+    RefreshAnswer answer = RefreshYear(request, outlook, files, locale, proceed, open);
     if (answer.result == SynchResult::CacheNotReplaced) {
       // Another one may be reading or replacing it at this moment.
       if (++replacements == MostReplacements) return answer;

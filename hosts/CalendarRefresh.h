@@ -16,6 +16,7 @@ DateWindow WindowOf(const DisplaySpan& span);
 /// @param proceed  asked while it waits too
 RefreshAnswer RefreshPatiently(const RefreshRequest& request, OutlookApplication& outlook,
                                Files& files, LocaleApi& locale,
-                               const std::function<bool()>& proceed = {});
+                               const std::function<bool()>& proceed = {},
+                               const std::function<void()>& open = {});
 
 }  // namespace velkor

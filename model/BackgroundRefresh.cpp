@@ -105,20 +105,15 @@ void BackgroundRefresh::ResetCacheUtility() {
   }
 }
 
-void BackgroundRefresh::FollowChanges(bool force, bool told) {
-  troubleTold_ = troubleTold_ || told;
-  Ask({force, false});
-}
-
-void BackgroundRefresh::Ask(Request request) {
+void BackgroundRefresh::StartRefresh(bool force) {
   if (!connection_) return;
-  Note(request);
+  Note(force);
   CarryOut();
 }
 
-void BackgroundRefresh::Note(Request request) {
+void BackgroundRefresh::Note(bool force) {
   const Request before = noted_.value_or(Request());
-  noted_ = Request{before.force || request.force, before.tellsAll || request.tellsAll};
+  noted_ = Request{before.force || force, before.tellsAll || !followsChanges_};
 }
 
 /// Starts what was asked for, unless something is under way: its end comes here again.
@@ -142,6 +137,15 @@ void BackgroundRefresh::Together(const std::function<void()>& steps) {
     throw;
   }
   if (!life.expired()) CarryOut();
+}
+
+void BackgroundRefresh::FollowChanges(const std::function<bool()>& steps) {
+  const std::weak_ptr<char> life = life_;
+  Together([&] {
+    const FlagWhile follows(followsChanges_, life);
+    const bool told = steps();
+    if (!life.expired()) troubleTold_ = troubleTold_ || told;
+  });
 }
 
 void BackgroundRefresh::Start(bool force) {
@@ -225,7 +229,7 @@ short BackgroundRefresh::CancelRefresh() {
   if (!life_) return CancelDone;
   planner_.ReportStatus(status::Failed);
   if (cancelling_ || handingOver_) {
-    if (handingOver_) Note({true, tellsAll_});
+    if (handingOver_) Note(true);
     planner_.ReportStatus(status::Neutral);
     return CancelRunning;
   }

@@ -41,14 +41,15 @@ class BackgroundRefresh {
   /// Starts a refresh unless one is outstanding; `force` cancels that one first. The fourth attempt
   /// in a row that finds one outstanding resets the utility. A utility that cannot be started shows
   /// a message, stops the timer and is created anew next time.
-  void StartRefresh(bool force) { Ask({force, true}); }
-  /// The same for what others changed in the calendar. Many changes fail alike: what fails is told
-  /// once and not again before a refresh has succeeded; untold, it does not stop the timer.
-  /// @param told  the user knows of trouble with the changes already
-  void FollowChanges(bool force, bool told);
+  void StartRefresh(bool force);
 
   /// Starts that are asked for within `steps` are carried out as one, after them.
   void Together(const std::function<void()>& steps);
+  /// The same for steps that bring in what others changed. Many changes fail alike: what their
+  /// refresh fails at is told once and not again before one has succeeded; untold, it does not stop
+  /// the timer.
+  /// @param steps  answers whether the user was told of trouble with the changes already
+  void FollowChanges(const std::function<bool()>& steps);
   /// A start or a cancellation runs, or a message of this is open.
   bool Busy() const { return busy_ > 0; }
 
@@ -89,8 +90,7 @@ class BackgroundRefresh {
   };
   class BusyScope;
 
-  void Ask(Request request);
-  void Note(Request request);
+  void Note(bool force);
   void CarryOut();
   void Start(bool force);
   void WriteComplete(short synchResult, long synchError);
@@ -139,6 +139,8 @@ class BackgroundRefresh {
   std::optional<Request> noted_;
   /// From reading the inputs to the utility's answer.
   bool handingOver_ = false;
+  /// What others changed is being brought in.
+  bool followsChanges_ = false;
   /// What fails of the last request is told in any case.
   bool tellsAll_ = true;
   /// Something failed since the last success, and the user was told.

@@ -1,7 +1,7 @@
 // model/CacheFile.cpp: loads the cache file of a year and writes it anew.
 #include "model/CacheFile.h"
 
-#include <string>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -12,6 +12,14 @@
 #include "support/values/FlagScope.h"
 
 namespace velkor {
+namespace {
+
+/// A file that is not there has one of its own.
+std::size_t HashOf(const std::optional<std::string>& bytes) {
+  return std::hash<std::optional<std::string>>()(bytes);
+}
+
+}  // namespace
 
 LoadOutcome CacheFile::Load(const std::string& path, const EventFields& fields,
                             EventCollection& events) {
@@ -42,6 +50,7 @@ LoadOutcome CacheFile::LoadRecords(const std::string& path, const EventFields& f
   bool isRead = true;
   try {
     if (!files_.ReadInto(bytes, path)) {
+      Know(path, std::nullopt);
       events = {};
       return LoadOutcome::NoFile;
     }
@@ -49,6 +58,7 @@ LoadOutcome CacheFile::LoadRecords(const std::string& path, const EventFields& f
     // What came before counts.
     isRead = false;
   }
+  Know(path, bytes);
   CacheRecordReader reader(bytes, locale_);
   std::vector<CalEvent> loaded;
   // Each event is read where it stays, so there is always one to spare.
@@ -74,24 +84,49 @@ LoadOutcome CacheFile::LoadRecords(const std::string& path, const EventFields& f
   return whole ? LoadOutcome::Loaded : LoadOutcome::LoadedInPart;
 }
 
+std::string CacheFile::BytesOf(const EventCollection& events) {
+  std::string bytes;
+  for (const CalEvent& event : events) {
+    AppendCacheRecord(bytes, event.EventID, event.Subject, event.Categories, event.StartDate,
+                      event.EndDate, locale_);
+  }
+  return bytes;
+}
+
+void CacheFile::Know(const std::string& path, const std::optional<std::string>& bytes) {
+  known_ = Known{path, HashOf(bytes)};
+}
+
+/// Nobody else replaces the cache file while this holds the work file.
+bool CacheFile::Replace(const CachePaths& paths, const std::string& bytes) {
+  const auto work = modFileIO::OpenForWriting(files_, paths.workFile);
+  if (!work) return false;
+  const std::optional<std::string> before = files_.Read(paths.cacheFile);
+  const bool isThere = before == bytes;
+  const bool isAnothers =
+      known_ && known_->path == paths.cacheFile && known_->hash != HashOf(before);
+  if (isThere || isAnothers) {
+    files_.Delete(paths.workFile);
+    return isThere;
+  }
+  work->Write(bytes);
+  return work->MoveOver(paths.cacheFile);
+}
+
 bool CacheFile::Rewrite(const CachePaths& paths, const EventCollection& events) {
   if (planner_.RefreshOutstanding()) planner_.CancelRefresh();
+  const std::string bytes = BytesOf(events);
   bool replaced = false;
   try {
-    if (const auto work = modFileIO::OpenForWriting(files_, paths.workFile)) {
-      std::string record;
-      for (const CalEvent& event : events) {
-        record.clear();
-        AppendCacheRecord(record, event.EventID, event.Subject, event.Categories, event.StartDate,
-                          event.EndDate, locale_);
-        work->Write(record);
-      }
-      replaced = work->MoveOver(paths.cacheFile);
-    }
+    replaced = Replace(paths, bytes);
   } catch (const Error&) {
     replaced = false;
   }
-  if (!replaced) planner_.StartRefresh(true);
+  if (replaced) {
+    Know(paths.cacheFile, bytes);
+  } else {
+    planner_.StartRefresh(true);
+  }
   return replaced;
 }
 

@@ -1,6 +1,8 @@
 // model/CacheFile.h: loads the cache file of a year and writes it anew.
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 
 #include "model/CachePaths.h"
@@ -37,9 +39,10 @@ class CacheFile {
   LoadOutcome Load(const std::string& path, const EventFields& fields, EventCollection& events);
 
   /// Writes all events into the work file and replaces the cache file with it; an outstanding
-  /// refresh is cancelled first. When anything fails the cache file stays as it was and a forced
-  /// refresh is started.
-  /// @return whether the cache file was replaced
+  /// refresh is cancelled first. When anything fails, or another planner has replaced the cache
+  /// file since this one loaded or wrote it, the cache file stays as it is and a forced refresh is
+  /// started: these events may be older.
+  /// @return whether the cache file holds them
   bool Rewrite(const CachePaths& paths, const EventCollection& events);
 
  private:
@@ -47,9 +50,20 @@ class CacheFile {
   LoadOutcome LoadRecords(const std::string& path, const EventFields& fields,
                           EventCollection& events);
 
+  std::string BytesOf(const EventCollection& events);
+  bool Replace(const CachePaths& paths, const std::string& bytes);
+  void Know(const std::string& path, const std::optional<std::string>& bytes);
+
+  /// The bytes that a cache file had when it was last loaded or written here.
+  struct Known {
+    std::string path;
+    std::size_t hash = 0;
+  };
+
   Files& files_;
   LocaleApi& locale_;
   Planner& planner_;
+  std::optional<Known> known_;
   bool loading_ = false;
   bool abort_ = false;
 };

@@ -123,15 +123,12 @@ void ItemArrivals::Take() {
   if (batch.IsEmpty()) return;
   const FlagScope taking(taking_);
   Outcome outcome;
-  planner_.Together([&] {
+  planner_.FollowChanges([&] {
     outcome = Bring(batch);
-    outcome.told = outcome.told || told_;
-    const bool failed = outcome.failure.has_value();
-    if (outcome.forces || outcome.follows) {
-      planner_.FollowChanges(outcome.forces, failed || outcome.told);
-    }
+    if (outcome.forces || outcome.follows) planner_.StartRefresh(outcome.forces);
+    return outcome.told || outcome.failure;
   });
-  const bool tells = outcome.failure && !outcome.told;
+  const bool tells = outcome.failure && !outcome.told && !told_;
   told_ = outcome.failure.has_value();
   if (tells) TellError(platform_.messages, AddingFailed, *outcome.failure);
 }

@@ -17,11 +17,10 @@ class Planner {
   virtual void CancelRefresh() = 0;
   /// Starts a background refresh of the displayed year; `force` cancels an outstanding one first.
   virtual void StartRefresh(bool force) = 0;
-  /// The same for what others changed in the calendar: of many that fail one is told.
-  /// @param told  the user knows of trouble with the changes already
-  virtual void FollowChanges(bool force, bool told) = 0;
-  /// Refreshes that are asked for within `steps` are started as one, after them.
-  virtual void Together(const std::function<void()>& steps) = 0;
+  /// Runs steps that bring in what others changed in the calendar: refreshes that are asked for
+  /// within them are started as one afterwards, and of many that fail one is told.
+  /// @param steps  answers whether the user was told of trouble with the changes already
+  virtual void FollowChanges(const std::function<bool()>& steps) = 0;
   /// A refresh is being started or cancelled: what others changed is better taken afterwards.
   virtual bool IsRefreshBusy() const = 0;
 };

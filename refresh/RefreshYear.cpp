@@ -59,8 +59,10 @@ bool WriteItems(OutlookItems& items, OutputFile& work, LocaleApi& locale,
 
 /// Fills the work file and puts it in the cache file's place.
 void WriteYear(const RefreshRequest& request, OutlookNamespace& session, OutputFile& work,
-               LocaleApi& locale, const std::function<bool()>& proceed, RefreshAnswer& answer) {
+               LocaleApi& locale, const std::function<bool()>& proceed,
+               const std::function<void()>& open, RefreshAnswer& answer) {
   try {
+    if (open) open();
     const auto items = OpenItems(request, session, locale);
     if (!WriteItems(*items, work, locale, proceed, answer)) return;
   } catch (const Error& error) {
@@ -78,7 +80,8 @@ void WriteYear(const RefreshRequest& request, OutlookNamespace& session, OutputF
 }  // namespace
 
 RefreshAnswer RefreshYear(const RefreshRequest& request, OutlookApplication& outlook, Files& files,
-                          LocaleApi& locale, const std::function<bool()>& proceed) {
+                          LocaleApi& locale, const std::function<bool()>& proceed,
+                          const std::function<void()>& open) {
   RefreshAnswer answer;
   std::unique_ptr<OutlookNamespace> session;
   try {
@@ -94,7 +97,7 @@ RefreshAnswer RefreshYear(const RefreshRequest& request, OutlookApplication& out
     answer.result = SynchResult::WorkFileNotOpened;
     return answer;
   }
-  WriteYear(request, *session, *work, locale, proceed, answer);
+  WriteYear(request, *session, *work, locale, proceed, open, answer);
   // While it is still held, so that no other writer's file is meant.
   if (answer.result != SynchResult::CacheWritten) files.Delete(request.paths.workFile);
   return answer;

@@ -36,7 +36,10 @@ struct RefreshAnswer {
 /// records are no appointments and stay out.
 /// @param proceed  asked before each item; false stops with NothingToReport, the cache file
 /// untouched
+/// @param open  called before the items are read, once nobody else can replace the cache file any
+/// more: whoever replaces it last has read last. May throw Error.
 RefreshAnswer RefreshYear(const RefreshRequest& request, OutlookApplication& outlook, Files& files,
-                          LocaleApi& locale, const std::function<bool()>& proceed = {});
+                          LocaleApi& locale, const std::function<bool()>& proceed = {},
+                          const std::function<void()>& open = {});
 
 }  // namespace velkor

@@ -11,8 +11,7 @@ class SilentPlanner : public Planner {
   bool RefreshOutstanding() const override { return false; }
   void CancelRefresh() override {}
   void StartRefresh(bool) override {}
-  void FollowChanges(bool, bool) override {}
-  void Together(const std::function<void()>& steps) override { steps(); }
+  void FollowChanges(const std::function<bool()>& steps) override { steps(); }
   bool IsRefreshBusy() const override { return false; }
 };
 

@@ -39,15 +39,18 @@ RefreshAnswer Refresh(const RefreshInputs& inputs, RefreshCommands& commands) {
                                                   std::to_string(inputs.firstMonth) + " on.");
   }
   CalendarStore store(inputs.storeId);
-  commands.RunUnasked([&] { OpenIcsCalendar(store, inputs.storeId, WindowOf(span)); });
-  if (commands.Stopped()) return {};
   DesktopFiles files;
   DesktopLocale locale;
   // The user's name plays no part in what a refresh writes.
   EmbeddedOutlook outlook(store, locale, {.userName = {}, .listSeparator = ListSeparator()});
   const RefreshRequest request{
       span, {inputs.cacheFile, inputs.workFile}, inputs.folderId, inputs.storeId};
-  return RefreshPatiently(request, outlook, files, locale, [&] { return !commands.Stopped(); });
+  const auto open = [&] {
+    store = CalendarStore(inputs.storeId);
+    commands.RunUnasked([&] { OpenIcsCalendar(store, inputs.storeId, WindowOf(span)); });
+  };
+  return RefreshPatiently(
+      request, outlook, files, locale, [&] { return !commands.Stopped(); }, open);
 }
 
 refresh_protocol::Report ReportOf(const RefreshInputs& inputs, RefreshCommands& commands) {

@@ -312,12 +312,12 @@ class StackLimit {
 
 TEST_F(PlannerWindow, KeysHeldWhileTheFileChangesNeverPileUp) {
   OpenWith({{"20260504", "Holiday"}, {"20260706", "Trip"}});
-  const StackLimit aHostProcesses(rlim_t{1} << 20);
-  int left = 1500;
+  const StackLimit small(rlim_t{1} << 19);
+  int left = 250;
   int idle = 0;
   QTimer keyboard;
   QObject::connect(&keyboard, &QTimer::timeout, [&] {
-    if (left % 300 == 0) Write("team.ics", CalendarOf({{"20260504", left > 300 ? "Away" : "Off"}}));
+    if (left % 50 == 0) Write("team.ics", CalendarOf({{"20260504", left > 50 ? "Away" : "Off"}}));
     for (const auto key : {Qt::Key_PageDown, Qt::Key_PageUp}) {
       QCoreApplication::postEvent(&Grid(), new QKeyEvent(QEvent::KeyPress, key, {}));
     }

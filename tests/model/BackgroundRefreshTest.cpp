@@ -274,8 +274,14 @@ TEST_F(BackgroundRefreshTest, WhatIsAskedForTogetherOrDuringACancellationStartsO
 }
 
 TEST_F(BackgroundRefreshTest, WhatFailsOfOthersChangesIsToldOnceUntilARefreshSucceeds) {
+  const auto followChange = [&] {
+    refresh_->FollowChanges([&] {
+      refresh_->StartRefresh(true);
+      return false;
+    });
+  };
   const auto changeFails = [&] {
-    refresh_->FollowChanges(true, false);
+    followChange();
     Complete(7);
     return std::exchange(boxes_.texts, {}).size();
   };
@@ -286,12 +292,12 @@ TEST_F(BackgroundRefreshTest, WhatFailsOfOthersChangesIsToldOnceUntilARefreshSuc
   refresh_->StartRefresh(true);
   Complete(7);
   EXPECT_EQ(boxes_.texts.size(), 1U) << "what a person asked for is told";
-  refresh_->FollowChanges(true, false);
+  followChange();
   Complete(1);
   boxes_.texts.clear();
   // While its message is open no other comes on top.
   boxes_.whileOpen = [&] {
-    refresh_->FollowChanges(true, false);
+    followChange();
     EXPECT_FALSE(refresh_->Outstanding());
   };
   EXPECT_EQ(changeFails(), 1U);

@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 
 #include <functional>
+#include <optional>
+#include <tuple>
 
 #include "model/CacheRecord.h"
 #include "model/Status.h"
@@ -115,6 +117,37 @@ TEST_F(CacheFileTest, RewriteCancelsAnOutstandingRefreshBeforeItTouchesTheFiles)
   ASSERT_THAT(Ids(events_), ElementsAre("b", "a"));
   EXPECT_EQ(events_[0].Categories, "Leave");
   EXPECT_EQ(events_[0].Subject, "Subject of b");
+}
+
+TEST_F(CacheFileTest, ARewriteGivesWayToWhatAnotherPlannerWrote) {
+  using Contents = std::optional<std::string>;
+  const std::string mine = Record("a") + Record("b");
+  const std::string others = Record("a") + Record("c");
+  // What was loaded, what is there by now, whether the rewrite is content.
+  const std::tuple<Contents, Contents, bool> cases[] = {
+      {Record("a"), Record("a"), true}, {Record("a"), others, false},
+      {Record("a"), mine, true},        {{}, others, false},
+      {Record("a"), {}, false},         {{}, {}, true},
+  };
+  const auto put = [&](const Contents& bytes) {
+    seams_.files.contents.erase(paths_.cacheFile);
+    if (bytes) seams_.files.contents[paths_.cacheFile] = *bytes;
+  };
+  for (const auto& [loaded, now, content] : cases) {
+    put(loaded);
+    Load(events_);
+    put(now);
+    EventCollection events({SampleEvent("a", At(2005, 3, 10), At(2005, 3, 11)),
+                            SampleEvent("b", At(2005, 3, 10), At(2005, 3, 11))});
+    for (CalEvent& event : events) event.Subject = "s";
+    EXPECT_EQ(cache_.Rewrite(paths_, events), content);
+    EXPECT_EQ(seams_.files.Read(paths_.cacheFile), content ? Contents(mine) : now);
+    EXPECT_EQ(planner_.Take().size(), content ? 0U : 1U);
+    // What it wrote itself is known.
+    if (content) {
+      EXPECT_TRUE(cache_.Rewrite(paths_, events_));
+    }
+  }
 }
 
 TEST_F(CacheFileTest, RewriteMakesAFileWhereThereWasNone) {

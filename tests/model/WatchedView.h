@@ -61,11 +61,9 @@ class WatchedView : public EventView, public Planner {
     if (onCancel) onCancel();
   }
   void StartRefresh(bool force) override { log_.emplace_back(force ? "force" : "refresh"); }
-  void FollowChanges(bool force, bool told) override {
-    StartRefresh(force);
-    if (told) log_.back() += " told";
+  void FollowChanges(const std::function<bool()>& steps) override {
+    if (steps()) log_.emplace_back("told");
   }
-  void Together(const std::function<void()>& steps) override { steps(); }
   bool IsRefreshBusy() const override { return busy; }
 
   /// What was asked since the last call.

@@ -77,6 +77,22 @@ TEST_F(VkrRefresh, WritesTheYearFromOneProcessIntoAnotherOnesCacheFile) {
   EXPECT_THAT(errors_, IsEmpty());
 }
 
+TEST_F(VkrRefresh, FivePlannersOfOneCalendarTakeTheirTurns) {
+  constexpr std::size_t Rounds = 8;
+  std::vector<short> results;
+  std::vector<std::unique_ptr<CacheUtility>> planners;
+  for (int i = 0; i < 5; ++i) {
+    planners.push_back(utilities_.Create([&](short result, long) { results.push_back(result); }));
+  }
+  for (std::size_t round = 1; round <= Rounds; ++round) {
+    for (const auto& planner : planners) planner->Start(inputs_);
+    ASSERT_TRUE(PumpUntil([&] { return results.size() == round * planners.size(); }));
+  }
+  EXPECT_THAT(results, testing::Each(1));
+  EXPECT_EQ(RecordsInCache(), Appointments);
+  EXPECT_FALSE(WorkFileExists());
+}
+
 TEST_F(VkrRefresh, AYearTakesAtMostEightCallsForEachItemAndLooksEachNameUpOnce) {
   constexpr int Many = 300;
   Testing().Call("AddMany", {Variant(2026), Variant(Many)});
