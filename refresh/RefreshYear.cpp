@@ -63,6 +63,7 @@ void WriteYear(const RefreshRequest& request, OutlookNamespace& session, OutputF
                const std::function<void()>& open, RefreshAnswer& answer) {
   try {
     if (open) open();
+    if (proceed && !proceed()) return;
     const auto items = OpenItems(request, session, locale);
     if (!WriteItems(*items, work, locale, proceed, answer)) return;
   } catch (const Error& error) {

@@ -34,8 +34,8 @@ struct RefreshAnswer {
 /// Fetches every occurrence of the span, writes the work file and puts it in the cache file's
 /// place in one step: whatever stops this, the cache file is the old one or the new one. Colour
 /// records are no appointments and stay out.
-/// @param proceed  asked before each item; false stops with NothingToReport, the cache file
-/// untouched
+/// @param proceed  asked after `open` and before each item; false stops with NothingToReport, the
+/// cache file untouched
 /// @param open  called before the items are read, once nobody else can replace the cache file any
 /// more: whoever replaces it last has read last. May throw Error.
 RefreshAnswer RefreshYear(const RefreshRequest& request, OutlookApplication& outlook, Files& files,

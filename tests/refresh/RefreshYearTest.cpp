@@ -18,8 +18,9 @@ class RefreshYearTest : public CalendarInMemory {
  protected:
   RefreshYearTest() { seams_.files.contents[request_.paths.cacheFile] = "old"; }
 
-  RefreshAnswer Refresh(const std::function<bool()>& proceed = {}) {
-    return RefreshYear(request_, embedded_, seams_.files, seams_.locale, proceed);
+  RefreshAnswer Refresh(const std::function<bool()>& proceed = {},
+                        const std::function<void()>& open = {}) {
+    return RefreshYear(request_, embedded_, seams_.files, seams_.locale, proceed, open);
   }
   std::string CacheBytes() { return seams_.files.Read(request_.paths.cacheFile).value_or("none"); }
   std::vector<CalEvent> Cached() {
@@ -68,6 +69,21 @@ TEST_F(RefreshYearTest, WritesWhatTouchesTheSpanInOrderOfStart) {
   EXPECT_EQ(event.EndDate, At(2005, 12, 26));
   EXPECT_FALSE(seams_.files.Exists(request_.paths.workFile));
   EXPECT_THAT(seams_.files.Held(), IsEmpty());
+}
+
+TEST_F(RefreshYearTest, TheCalendarIsOpenedOnceNobodyElseCanWrite) {
+  bool isStopped = false;
+  const auto open = [&] {
+    EXPECT_THAT(seams_.files.Held(), testing::ElementsAre(request_.paths.workFile));
+    if (isStopped) request_.folderId = "not opened";
+  };
+  const auto proceed = [&] { return !isStopped; };
+  calendar_.Add(SampleItem("a", At(2005, 12, 24), At(2005, 12, 26)));
+  EXPECT_EQ(Refresh(proceed, open).count, 1U);
+  seams_.files.contents[request_.paths.cacheFile] = "old";
+  isStopped = true;
+  EXPECT_EQ(FailedWith(Refresh(proceed, open)), 6) << "stopped, it may have opened nothing";
+  EXPECT_EQ(FailedWith(Refresh({}, [] { throw Error(5, "no calendar"); })), 7);
 }
 
 TEST_F(RefreshYearTest, WritesEachOccurrenceOfTheSpanWithItsOwnFields) {
