@@ -148,7 +148,7 @@ TEST_F(YearPlanTest, AnErrorOfStartUpNamesItsStepAndKeepsWhatWasLoaded) {
   Start(second);
   EXPECT_EQ(second.Elements().lblSelectedYear.Caption(), "Year 2005");
 
-  outlook_.failing.clear();
+  seams_.environment.failing.clear();
   seams_.cacheUtilities.failsToCreate = true;
   YearPlan third(On(outlook_), host_);
   messages_.Expect(text + "10). \r\rError: 5 The cache utility cannot be created.");
