@@ -13,6 +13,7 @@
 #include "platform/Elements.h"
 #include "platform/Platform.h"
 #include "platform/System.h"
+#include "support/modFileIO.h"
 #include "support/values/Error.h"
 
 namespace velkor {
@@ -210,12 +211,24 @@ void BackgroundRefresh::GiveUp(const Error& error) {
 
 /// Stops the timer and shows a message, or nothing where the last request wants it to be told once
 /// and it was.
-void BackgroundRefresh::TellTrouble(const std::string& text) {
-  if (troubleTold_ && !tellsAll_) return;
+/// @return whether it was shown
+bool BackgroundRefresh::TellTrouble(const std::string& text) {
+  if (troubleTold_ && !tellsAll_) return false;
   troubleTold_ = true;
   LetTimerRun(false);
   const BusyScope busy(*this);
   Tell(platform_.messages, text);
+  return true;
+}
+
+/// Says why the cache file could not be written, where the number tells; the user may want it tried
+/// again.
+void BackgroundRefresh::TellFileError(long number) {
+  using modFileIO::FileErrorAnswer;
+  const std::weak_ptr<char> life = life_;
+  const BusyScope busy(*this);
+  const FileErrorAnswer answer = modFileIO::ReportFileError(platform_.messages, number);
+  if (!life.expired() && answer == FileErrorAnswer::Retry) Note(true);
 }
 
 /// Forgets an outstanding request, wherever it is.
@@ -298,7 +311,9 @@ std::string BackgroundRefresh::ReactTo(short synchResult, long synchError) {
   }
   if (result == SynchResult::NothingToReport) return {};
   std::string text = MessageOf(result, synchError, paths_);
-  TellTrouble(text);
+  const std::weak_ptr<char> life = life_;
+  const bool told = TellTrouble(text);
+  if (told && !life.expired() && result == SynchResult::WritingFailed) TellFileError(synchError);
   return text;
 }
 

@@ -99,7 +99,8 @@ class BackgroundRefresh {
   void Connect();
   void HandOver();
   void GiveUp(const Error& error);
-  void TellTrouble(const std::string& text);
+  bool TellTrouble(const std::string& text);
+  void TellFileError(long number);
   void Withdraw();
   void StopUtility();
   void AwaitCompletion();

@@ -106,6 +106,33 @@ TEST_F(BackgroundRefreshTest, EachResultHasItsReactionAndItsErrorNumberIsRaised)
   EXPECT_EQ(view_.reloads, 1);
 }
 
+TEST_F(BackgroundRefreshTest, WhyTheCacheFileCouldNotBeWrittenIsToldAndMayBeTriedAgain) {
+  const std::string failure = "An error occured while updating the cache file";
+  const std::string unavailable = "That device appears to be unavailable.";
+  const struct {
+    long error;
+    MessageAnswer answer;
+    std::vector<std::string> texts;
+    std::size_t retries;
+  } faults[] = {{57, MessageAnswer::Ok, {failure, "The disk is full."}, 0},
+                {5, MessageAnswer::Ok, {failure}, 0},
+                {68, MessageAnswer::Cancel, {failure, unavailable}, 0},
+                {68, MessageAnswer::Retry, {failure, unavailable}, 1}};
+  for (const auto& [error, answer, texts, retries] : faults) {
+    refresh_->StartRefresh(false);
+    const std::size_t started = utilities_.started.size();
+    boxes_.texts.clear();
+    boxes_.answer = answer;
+    EXPECT_EQ(Complete(8, error), error);
+    EXPECT_EQ(boxes_.texts, texts);
+    EXPECT_EQ(utilities_.started.size(), started + retries);
+  }
+  boxes_.texts.clear();
+  boxes_.whileOpen = [&] { refresh_.reset(); };
+  Complete(8, 57);
+  EXPECT_THAT(boxes_.texts, ElementsAre(failure));
+}
+
 TEST_F(BackgroundRefreshTest, EveryEleventhTickStartsARefresh) {
   std::vector<int> starting;
   for (int tick = 1; tick <= 33; ++tick) {

@@ -22,9 +22,12 @@ class OpenMessageBoxes : public MessageBoxes {
  public:
   std::vector<std::string> texts;
   std::function<void()> whileOpen;
+  /// To a file error.
+  MessageAnswer answer = MessageAnswer::Ok;
 
   MessageAnswer Show(const Message& message) override {
     texts.push_back(message.text);
+    if (message.title == "File Error") return answer;
     EXPECT_EQ(message.title, "");
     EXPECT_EQ(message.buttons, MessageButtons::Ok);
     if (const auto once = std::exchange(whileOpen, nullptr)) once();
