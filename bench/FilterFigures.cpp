@@ -9,8 +9,8 @@
 #include "bench/Comparison.h"
 #include "bench/Figures.h"
 #include "bench/SampleEvents.h"
-#include "support/values/Text.h"
-#include "view/span/CategoryFilter.h"
+#include "span/CategoryFilter.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

@@ -3,8 +3,8 @@
 
 #include "bench/Comparison.h"
 #include "bench/Figures.h"
-#include "calendar/IcsParser.h"
-#include "calendar/IcsRule.h"
+#include "calendar/ics/read/IcsParser.h"
+#include "calendar/ics/read/IcsRule.h"
 
 namespace velkor {
 namespace {

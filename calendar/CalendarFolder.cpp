@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
-#include "support/values/Error.h"
-#include "support/values/FlagScope.h"
-#include "support/values/Text.h"
+#include "values/Error.h"
+#include "values/FlagScope.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

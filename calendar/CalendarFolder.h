@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "calendar/CalendarItem.h"
-#include "support/values/Date.h"
+#include "values/Date.h"
 
 namespace velkor {
 

@@ -1,8 +1,8 @@
 // calendar/CalendarItem.cpp: changing an appointment, and the texts that it can keep.
 #include "calendar/CalendarItem.h"
 
-#include "support/values/Error.h"
-#include "support/values/Text.h"
+#include "values/Error.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/Outlook.h"
-#include "support/values/Date.h"
+#include "values/Date.h"
 
 namespace velkor {
 

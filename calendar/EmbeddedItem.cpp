@@ -5,8 +5,8 @@
 #include <optional>
 #include <utility>
 
-#include "support/values/Error.h"
-#include "support/values/Text.h"
+#include "values/Error.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 std::unique_ptr<OutlookItems> EmbeddedItems::Restrict(std::string_view filter) {

@@ -2,8 +2,8 @@
 #include "calendar/EmbeddedOutlook.h"
 
 #include "calendar/EmbeddedItems.h"
-#include "support/values/Error.h"
-#include "support/values/Text.h"
+#include "values/Error.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <array>
 
-#include "support/values/Error.h"
-#include "support/values/Text.h"
+#include "values/Error.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

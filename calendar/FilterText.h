@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "support/DatePattern.h"
-#include "support/values/Date.h"
+#include "values/Date.h"
 
 namespace velkor {
 

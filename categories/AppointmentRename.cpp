@@ -7,9 +7,9 @@
 #include "model/AppointmentOf.h"
 #include "platform/Outlook.h"
 #include "platform/Progress.h"
-#include "support/values/Error.h"
-#include "support/values/NameList.h"
-#include "support/values/Text.h"
+#include "values/Error.h"
+#include "values/NameList.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

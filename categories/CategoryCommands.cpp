@@ -12,10 +12,10 @@
 #include "platform/CommonDialogs.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Outlook.h"
+#include "span/CategoryFilter.h"
+#include "span/Globals.h"
 #include "support/RegIO.h"
-#include "support/values/Text.h"
-#include "view/span/CategoryFilter.h"
-#include "view/span/Globals.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

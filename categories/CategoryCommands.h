@@ -11,7 +11,7 @@
 
 #include "model/CategoryTable.h"
 #include "platform/Platform.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 

@@ -6,7 +6,7 @@
 #include <limits>
 
 #include "model/ColourRecord.h"
-#include "support/values/Text.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "model/CategoryTable.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 

@@ -6,8 +6,8 @@
 #include "categories/ColourList.h"
 #include "model/ColourRecord.h"
 #include "platform/LocaleApi.h"
-#include "support/values/Text.h"
-#include "view/span/Globals.h"
+#include "span/Globals.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

@@ -7,7 +7,7 @@
 #include "model/ColourRecord.h"
 #include "model/Guard.h"
 #include "platform/Outlook.h"
-#include "support/values/Text.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

@@ -11,7 +11,7 @@
 
 #include "categories/ColourList.h"
 #include "model/CategoryTable.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 

@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "support/values/Font.h"
-#include "support/values/Twips.h"
+#include "values/Font.h"
+#include "values/Twips.h"
 #include "view/Scrolling.h"
 
 namespace velkor {

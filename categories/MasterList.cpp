@@ -6,7 +6,7 @@
 
 #include "platform/Outlook.h"
 #include "support/RegIO.h"
-#include "support/values/Text.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

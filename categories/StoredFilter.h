@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "view/span/CategoryFilter.h"
+#include "span/CategoryFilter.h"
 
 namespace velkor {
 

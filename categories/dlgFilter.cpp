@@ -8,9 +8,9 @@
 #include "categories/StoredFilter.h"
 #include "model/Guard.h"
 #include "platform/LocaleApi.h"
-#include "support/values/Text.h"
-#include "view/span/CategoryFilter.h"
-#include "view/span/Duplicates.h"
+#include "span/CategoryFilter.h"
+#include "span/Duplicates.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

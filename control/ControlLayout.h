@@ -1,7 +1,7 @@
 // control/ControlLayout.h: where the child elements of the control lie.
 #pragma once
 
-#include "support/values/Twips.h"
+#include "values/Twips.h"
 #include "view/Face.h"
 
 namespace velkor {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/Elements.h"
-#include "support/values/Date.h"
+#include "values/Date.h"
 #include "view/YearGrid.h"
 
 namespace velkor {

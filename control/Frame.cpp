@@ -12,11 +12,11 @@
 #include "platform/LocaleApi.h"
 #include "platform/Outlook.h"
 #include "platform/System.h"
+#include "span/Locale.h"
 #include "support/RegIO.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 #include "view/GridPainter.h"
 #include "view/YearTexts.h"
-#include "view/span/Locale.h"
 
 namespace velkor {
 namespace {

@@ -14,8 +14,8 @@
 #include "model/YearRefresh.h"
 #include "platform/Forms.h"
 #include "print/frmPrint.h"
-#include "support/values/Error.h"
-#include "support/values/NameList.h"
+#include "values/Error.h"
+#include "values/NameList.h"
 
 namespace velkor {
 void YearPlan::Frame::Command1_Click() {

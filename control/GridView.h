@@ -10,11 +10,11 @@
 #include "control/DayCursor.h"
 #include "control/YearPlanElements.h"
 #include "platform/Platform.h"
-#include "support/values/Font.h"
+#include "span/Locale.h"
+#include "values/Font.h"
 #include "view/GridPointer.h"
 #include "view/Scrolling.h"
 #include "view/YearGrid.h"
-#include "view/span/Locale.h"
 
 namespace velkor {
 

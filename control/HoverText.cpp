@@ -3,7 +3,7 @@
 
 #include "model/CalEvent.h"
 #include "platform/LocaleApi.h"
-#include "view/span/DisplaySpan.h"
+#include "span/DisplaySpan.h"
 
 namespace velkor {
 

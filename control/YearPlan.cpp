@@ -5,7 +5,7 @@
 
 #include "control/Frame.h"
 #include "platform/Host.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

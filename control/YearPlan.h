@@ -8,7 +8,7 @@
 
 #include "control/YearPlanElements.h"
 #include "platform/Platform.h"
-#include "support/values/Twips.h"
+#include "values/Twips.h"
 
 namespace velkor {
 

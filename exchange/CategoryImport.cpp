@@ -5,7 +5,7 @@
 
 #include "model/Guard.h"
 #include "platform/CommonDialogs.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

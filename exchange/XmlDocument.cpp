@@ -7,8 +7,8 @@
 
 #include "model/CalEvent.h"
 #include "model/CategoryTable.h"
-#include "support/values/Text.h"
-#include "view/span/Locale.h"
+#include "span/Locale.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

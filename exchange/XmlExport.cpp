@@ -17,8 +17,8 @@
 #include "platform/Outlook.h"
 #include "platform/Progress.h"
 #include "platform/System.h"
+#include "span/CategoryFilter.h"
 #include "support/modFileIO.h"
-#include "view/span/CategoryFilter.h"
 
 namespace velkor {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "platform/Forms.h"
 #include "platform/InputElements.h"
-#include "support/values/Date.h"
+#include "values/Date.h"
 
 namespace velkor {
 

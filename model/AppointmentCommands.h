@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "platform/Platform.h"
-#include "support/values/Date.h"
+#include "values/Date.h"
 
 namespace velkor {
 

@@ -14,7 +14,7 @@
 #include "platform/Platform.h"
 #include "platform/System.h"
 #include "support/modFileIO.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

@@ -8,8 +8,8 @@
 #include "model/CacheRecord.h"
 #include "model/Status.h"
 #include "support/modFileIO.h"
-#include "support/values/Error.h"
-#include "support/values/FlagScope.h"
+#include "values/Error.h"
+#include "values/FlagScope.h"
 
 namespace velkor {
 namespace {

@@ -6,7 +6,7 @@
 #include "platform/LocaleApi.h"
 #include "platform/System.h"
 #include "support/modFileIO.h"
-#include "support/values/Text.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <utility>
 
-#include "support/values/Text.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

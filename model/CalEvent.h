@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "support/values/Date.h"
+#include "values/Date.h"
 
 namespace velkor {
 

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "platform/System.h"
-#include "support/values/Error.h"
-#include "support/values/Text.h"
+#include "values/Error.h"
+#include "values/Text.h"
 
 namespace velkor {
 

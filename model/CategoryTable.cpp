@@ -3,8 +3,8 @@
 
 #include <utility>
 
-#include "support/values/Error.h"
-#include "support/values/Text.h"
+#include "values/Error.h"
+#include "values/Text.h"
 
 namespace velkor {
 CategoryTable::CategoryTable(std::vector<Category> categories)

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "support/values/Colour.h"
-#include "view/span/NameSet.h"
+#include "span/NameSet.h"
+#include "values/Colour.h"
 
 namespace velkor {
 

@@ -5,7 +5,7 @@
 
 #include "model/CalEvent.h"
 #include "model/CategoryTable.h"
-#include "view/span/DisplaySpan.h"
+#include "span/DisplaySpan.h"
 
 namespace velkor {
 

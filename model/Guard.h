@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 

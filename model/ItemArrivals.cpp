@@ -13,9 +13,9 @@
 #include "model/Guard.h"
 #include "model/Planner.h"
 #include "platform/Elements.h"
-#include "support/values/FlagScope.h"
-#include "view/span/CategoryFilter.h"
-#include "view/span/Globals.h"
+#include "span/CategoryFilter.h"
+#include "span/Globals.h"
+#include "values/FlagScope.h"
 
 namespace velkor {
 namespace {

@@ -11,7 +11,7 @@
 
 #include "platform/Outlook.h"
 #include "platform/Platform.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 

@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "support/values/Colour.h"
+#include "values/Colour.h"
 
 namespace velkor {
 

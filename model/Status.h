@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "support/values/Colour.h"
+#include "values/Colour.h"
 
 namespace velkor::status {
 

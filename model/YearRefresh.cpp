@@ -8,7 +8,7 @@
 #include "model/SynchResult.h"
 #include "platform/Platform.h"
 #include "platform/System.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

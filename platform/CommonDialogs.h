@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "support/values/Colour.h"
+#include "values/Colour.h"
 
 namespace velkor {
 

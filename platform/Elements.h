@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "support/values/Colour.h"
-#include "support/values/Twips.h"
+#include "values/Colour.h"
+#include "values/Twips.h"
 
 namespace velkor {
 

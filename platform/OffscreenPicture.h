@@ -1,7 +1,7 @@
 // platform/OffscreenPicture.h: a picture in memory that is drawn once and shown in any size.
 #pragma once
 
-#include "support/values/Twips.h"
+#include "values/Twips.h"
 
 namespace velkor {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "support/values/Twips.h"
+#include "values/Twips.h"
 
 namespace velkor {
 

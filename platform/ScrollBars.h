@@ -8,7 +8,7 @@
 #include <optional>
 #include <string_view>
 
-#include "support/values/Twips.h"
+#include "values/Twips.h"
 
 namespace velkor {
 

@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <string_view>
 
-#include "support/values/Colour.h"
-#include "support/values/Font.h"
-#include "support/values/Twips.h"
+#include "values/Colour.h"
+#include "values/Font.h"
+#include "values/Twips.h"
 
 namespace velkor {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "support/values/Date.h"
+#include "values/Date.h"
 
 namespace velkor {
 

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "platform/System.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 

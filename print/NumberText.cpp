@@ -7,7 +7,7 @@
 #include <cstddef>
 
 #include "platform/LocaleApi.h"
-#include "support/values/Text.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

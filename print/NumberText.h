@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "support/values/Error.h"
-#include "support/values/Twips.h"
+#include "values/Error.h"
+#include "values/Twips.h"
 
 namespace velkor {
 

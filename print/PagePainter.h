@@ -9,8 +9,8 @@
 #include "platform/Surface.h"
 #include "print/PagePlan.h"
 #include "print/PrintOptionSet.h"
+#include "span/Locale.h"
 #include "view/BandLayout.h"
-#include "view/span/Locale.h"
 
 namespace velkor {
 

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "print/PrintOptionSet.h"
-#include "support/values/Twips.h"
+#include "span/DisplaySpan.h"
+#include "values/Twips.h"
 #include "view/BandLayout.h"
-#include "view/span/DisplaySpan.h"
 
 namespace velkor {
 

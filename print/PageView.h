@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "support/values/Twips.h"
+#include "values/Twips.h"
 
 namespace velkor {
 

@@ -9,10 +9,10 @@
 #include "model/EventCollection.h"
 #include "print/PagePlan.h"
 #include "print/PrintOptionSet.h"
-#include "support/values/Twips.h"
+#include "span/Locale.h"
+#include "values/Twips.h"
 #include "view/BandLayout.h"
 #include "view/Bar.h"
-#include "view/span/Locale.h"
 
 namespace velkor {
 

@@ -6,8 +6,8 @@
 #include "model/Guard.h"
 #include "platform/Settings.h"
 #include "print/NumberText.h"
-#include "support/values/Text.h"
-#include "view/span/DisplaySpan.h"
+#include "span/DisplaySpan.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "platform/Printer.h"
 #include "print/PrintOptionSet.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 

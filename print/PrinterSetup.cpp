@@ -7,8 +7,8 @@
 
 #include "platform/Printer.h"
 #include "print/PrintOptions.h"
-#include "support/values/Error.h"
-#include "support/values/Text.h"
+#include "values/Error.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

@@ -16,7 +16,7 @@
 #include "print/PageView.h"
 #include "print/PrinterSetup.h"
 #include "print/frmPrintOptions.h"
-#include "support/values/FlagScope.h"
+#include "values/FlagScope.h"
 
 namespace velkor {
 namespace {

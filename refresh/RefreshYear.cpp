@@ -9,9 +9,9 @@
 #include "model/ColourRecord.h"
 #include "platform/Outlook.h"
 #include "platform/System.h"
+#include "span/Globals.h"
 #include "support/modFileIO.h"
-#include "support/values/Error.h"
-#include "view/span/Globals.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "model/CachePaths.h"
 #include "model/SynchResult.h"
-#include "view/span/DisplaySpan.h"
+#include "span/DisplaySpan.h"
 
 namespace velkor {
 

@@ -9,7 +9,7 @@
 #include <variant>
 #include <vector>
 
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 

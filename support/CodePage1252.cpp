@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <array>
 
-#include "support/values/Text.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "support/values/Date.h"
+#include "values/Date.h"
 
 namespace velkor {
 

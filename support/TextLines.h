@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <string_view>
 
-#include "support/values/Text.h"
-#include "support/values/Twips.h"
+#include "values/Text.h"
+#include "values/Twips.h"
 
 namespace velkor {
 namespace text_lines {

@@ -5,7 +5,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "support/values/Text.h"
+#include "values/Text.h"
 
 namespace velkor::modFileIO {
 namespace {

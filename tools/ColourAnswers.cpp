@@ -6,9 +6,9 @@
 
 #include "categories/ColourList.h"
 #include "model/ColourRecord.h"
-#include "support/values/Error.h"
 #include "tools/ColourCalendar.h"
 #include "tools/ProbeCase.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

@@ -10,7 +10,7 @@
 #include "calendar/EmbeddedOutlook.h"
 #include "model/YearSource.h"
 #include "platform/headless/FixedLocale.h"
-#include "view/span/CategoryFilter.h"
+#include "span/CategoryFilter.h"
 
 namespace velkor {
 

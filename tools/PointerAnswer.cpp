@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "support/values/Error.h"
 #include "tools/IsoDate.h"
 #include "tools/ProbeCase.h"
+#include "values/Error.h"
 #include "view/GridPointer.h"
 
 namespace velkor {

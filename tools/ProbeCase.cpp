@@ -4,8 +4,8 @@
 #include <optional>
 #include <utility>
 
-#include "support/values/Text.h"
 #include "tools/IsoDate.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

@@ -11,10 +11,10 @@
 #include "model/CalEvent.h"
 #include "model/CategoryTable.h"
 #include "platform/headless/MemorySettings.h"
-#include "support/values/Date.h"
+#include "span/CategoryFilter.h"
+#include "span/DisplaySpan.h"
+#include "values/Date.h"
 #include "view/YearGrid.h"
-#include "view/span/CategoryFilter.h"
-#include "view/span/DisplaySpan.h"
 
 namespace velkor {
 

@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
-#include "calendar/IcsLines.h"
-#include "calendar/IcsRule.h"
-#include "support/values/Date.h"
+#include "calendar/ics/read/IcsLines.h"
+#include "calendar/ics/read/IcsRule.h"
 #include "tools/IsoDate.h"
+#include "values/Date.h"
 
 namespace velkor {
 namespace {

@@ -17,8 +17,8 @@
 
 #include "categories/ColourList.h"
 #include "control/YearPlan.h"
-#include "hosts/yearplan/PlannerSession.h"
-#include "hosts/yearplan/PlannerWindow.h"
+#include "hosts/yearplan/window/PlannerSession.h"
+#include "hosts/yearplan/window/PlannerWindow.h"
 #include "model/ColourRecord.h"
 #include "platform/headless/MemorySettings.h"
 #include "view/YearGrid.h"

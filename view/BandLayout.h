@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "model/EventCollection.h"
+#include "span/CategoryFilter.h"
 #include "view/Bar.h"
-#include "view/span/CategoryFilter.h"
 
 namespace velkor {
 

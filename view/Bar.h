@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "model/CalEvent.h"
-#include "view/span/DisplaySpan.h"
+#include "span/DisplaySpan.h"
 
 namespace velkor {
 

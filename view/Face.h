@@ -4,8 +4,8 @@
 #include <string>
 
 #include "platform/Surface.h"
+#include "span/Locale.h"
 #include "view/YearGrid.h"
-#include "view/span/Locale.h"
 
 namespace velkor {
 

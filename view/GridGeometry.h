@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "support/values/Twips.h"
+#include "values/Twips.h"
 #include "view/BandLayout.h"
 
 namespace velkor {

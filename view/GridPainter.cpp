@@ -7,8 +7,8 @@
 #include <cstddef>
 #include <string>
 
+#include "span/Globals.h"
 #include "view/Frame.h"
-#include "view/span/Globals.h"
 
 namespace velkor {
 namespace {

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "platform/Surface.h"
-#include "support/values/Date.h"
+#include "values/Date.h"
 #include "view/GridScene.h"
 
 namespace velkor {

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "support/values/Text.h"
+#include "values/Text.h"
 #include "view/GridPainter.h"
 
 namespace velkor {

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "platform/Surface.h"
+#include "span/Locale.h"
 #include "view/GridScene.h"
-#include "view/span/Locale.h"
 
 namespace velkor {
 

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
+#include "span/Globals.h"
 #include "view/Frame.h"
-#include "view/span/Globals.h"
 
 namespace velkor {
 namespace {

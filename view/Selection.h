@@ -4,8 +4,8 @@
 #include <tuple>
 #include <utility>
 
-#include "support/values/Date.h"
-#include "view/span/DisplaySpan.h"
+#include "span/DisplaySpan.h"
+#include "values/Date.h"
 
 namespace velkor {
 

@@ -6,10 +6,10 @@
 #include "model/CategoryTable.h"
 #include "model/EventCollection.h"
 #include "model/EventFields.h"
+#include "span/CategoryFilter.h"
 #include "view/BandLayout.h"
 #include "view/CellMap.h"
 #include "view/GridGeometry.h"
-#include "view/span/CategoryFilter.h"
 
 namespace velkor {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "view/span/DisplaySpan.h"
+#include "span/DisplaySpan.h"
 
 namespace velkor {
 

@@ -1,7 +1,7 @@
 // bench/windows/GdiCalls.cpp: the calls as a surface's own rules turn out for them.
 #include "bench/windows/GdiCalls.h"
 
-#include "platform/windows/Wide.h"
+#include "platform/windows/system/Wide.h"
 #include "support/TextPrefixes.h"
 
 namespace velkor {

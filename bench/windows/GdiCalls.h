@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/windows/GdiSurface.h"
+#include "platform/windows/drawing/GdiSurface.h"
 
 namespace velkor {
 

@@ -5,7 +5,7 @@
 
 #include "bench/SampleEvents.h"
 #include "bench/windows/GdiCalls.h"
-#include "platform/windows/DibSection.h"
+#include "platform/windows/drawing/DibSection.h"
 #include "view/GridPainter.h"
 
 namespace velkor {

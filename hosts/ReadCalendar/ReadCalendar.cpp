@@ -13,11 +13,11 @@
 #include <optional>
 #include <string>
 
-#include "calendar/IcsAnswer.h"
-#include "calendar/IcsParser.h"
-#include "calendar/IcsZones.h"
-#include "support/values/Error.h"
-#include "support/values/Text.h"
+#include "calendar/ics/read/IcsAnswer.h"
+#include "calendar/ics/read/IcsParser.h"
+#include "calendar/ics/read/IcsZones.h"
+#include "values/Error.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

@@ -9,7 +9,7 @@
 
 #include "calendar/CalendarStore.h"
 #include "calendar/EmbeddedOutlook.h"
-#include "calendar/IcsReader.h"
+#include "calendar/ics/read/IcsReader.h"
 #include "hosts/CalendarRefresh.h"
 #include "hosts/vkrRefresh/RefreshCommands.h"
 #include "platform/desktop/DesktopFiles.h"
@@ -18,7 +18,7 @@
 #include "platform/desktop/RefreshProtocol.h"
 #include "platform/desktop/TerminalMessageBoxes.h"
 #include "support/RegIO.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

@@ -8,7 +8,7 @@
 #include <fstream>
 #include <system_error>
 
-#include "calendar/ShortHash.h"
+#include "calendar/ics/file/ShortHash.h"
 #include "platform/desktop/DesktopFiles.h"
 
 namespace velkor {

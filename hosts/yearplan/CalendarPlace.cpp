@@ -8,7 +8,7 @@
 #include <system_error>
 
 #include "hosts/yearplan/CacheFolders.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

@@ -6,8 +6,8 @@
 #include <map>
 #include <utility>
 
-#include "support/values/Text.h"
-#include "view/span/Globals.h"
+#include "span/Globals.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "platform/CacheUtility.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "model/EventCollection.h"
-#include "view/span/CategoryFilter.h"
+#include "span/CategoryFilter.h"
 
 namespace velkor {
 

@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "hosts/yearplan/CommandLine.h"
-#include "hosts/yearplan/Commands.h"
-#include "hosts/yearplan/PlannerApplication.h"
-#include "hosts/yearplan/PlannerWindow.h"
+#include "hosts/yearplan/commands/CommandLine.h"
+#include "hosts/yearplan/commands/Commands.h"
+#include "hosts/yearplan/window/PlannerApplication.h"
+#include "hosts/yearplan/window/PlannerWindow.h"
 #include "platform/desktop/DesktopSettings.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace {
 

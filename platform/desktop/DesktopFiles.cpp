@@ -12,7 +12,7 @@
 #include <utility>
 
 #include "platform/WholeFile.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

@@ -18,7 +18,7 @@ class DesktopFiles : public Files {
   std::unique_ptr<OutputFile> OpenForWriting(const std::string& path) override;
 };
 
-/// The file error number (support/values/Error.h) that stands for a code of errno.
+/// The file error number (values/Error.h) that stands for a code of errno.
 long FileErrorOf(int code);
 
 }  // namespace velkor

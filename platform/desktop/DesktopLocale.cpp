@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "support/values/Text.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

@@ -12,7 +12,7 @@
 
 #include "platform/desktop/DesktopSystem.h"
 #include "platform/desktop/QtText.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

@@ -12,7 +12,7 @@
 #include <system_error>
 
 #include "platform/desktop/DesktopFiles.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

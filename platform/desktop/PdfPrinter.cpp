@@ -10,7 +10,7 @@
 #include "platform/desktop/PaperSizes.h"
 #include "platform/desktop/QtText.h"
 #include "platform/desktop/SaveAll.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

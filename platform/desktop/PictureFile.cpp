@@ -12,7 +12,7 @@
 #include "platform/desktop/PngFile.h"
 #include "platform/desktop/QtSurface.h"
 #include "platform/desktop/SaveAll.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "platform/CacheUtility.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 

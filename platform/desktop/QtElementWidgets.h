@@ -4,7 +4,7 @@
 #include <QWidget>
 
 #include "platform/desktop/QtPeers.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 

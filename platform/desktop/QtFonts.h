@@ -9,7 +9,7 @@
 #include <memory>
 #include <vector>
 
-#include "support/values/Font.h"
+#include "values/Font.h"
 
 namespace velkor {
 

@@ -9,7 +9,7 @@
 
 #include "platform/desktop/QtElementWidgets.h"
 #include "platform/desktop/QtText.h"
-#include "support/values/FlagScope.h"
+#include "values/FlagScope.h"
 
 namespace velkor {
 namespace {

@@ -24,7 +24,7 @@
 #include "platform/InputElements.h"
 #include "platform/desktop/QtPeers.h"
 #include "platform/desktop/QtText.h"
-#include "support/values/Font.h"
+#include "values/Font.h"
 
 namespace velkor {
 namespace {

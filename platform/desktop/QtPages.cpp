@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

@@ -17,7 +17,7 @@
 #include "platform/desktop/KeptPage.h"
 #include "platform/desktop/PaperSizes.h"
 #include "platform/desktop/QtText.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

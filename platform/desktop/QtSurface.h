@@ -7,7 +7,7 @@
 
 #include "platform/Surface.h"
 #include "platform/desktop/QtFonts.h"
-#include "support/values/PixelViews.h"
+#include "values/PixelViews.h"
 
 namespace velkor {
 

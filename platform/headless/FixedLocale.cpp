@@ -2,7 +2,7 @@
 #include "platform/headless/FixedLocale.h"
 
 #include "support/CodePage1252.h"
-#include "support/values/Text.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "platform/LocaleApi.h"
 #include "support/DatePattern.h"
-#include "support/values/Text.h"
+#include "values/Text.h"
 
 namespace velkor {
 

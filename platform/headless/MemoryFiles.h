@@ -5,7 +5,7 @@
 #include <set>
 
 #include "platform/System.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 

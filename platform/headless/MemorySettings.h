@@ -5,7 +5,7 @@
 #include <tuple>
 
 #include "platform/Settings.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 

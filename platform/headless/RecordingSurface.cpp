@@ -8,7 +8,7 @@
 
 #include "support/TextLines.h"
 #include "support/TextPrefixes.h"
-#include "support/values/Text.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/Surface.h"
-#include "support/values/PixelViews.h"
+#include "values/PixelViews.h"
 
 namespace velkor {
 

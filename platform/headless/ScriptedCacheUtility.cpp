@@ -1,7 +1,7 @@
 // platform/headless/ScriptedCacheUtility.cpp: cache utilities that work when the test says so.
 #include "platform/headless/ScriptedCacheUtility.h"
 
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 

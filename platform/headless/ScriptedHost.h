@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/Host.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 

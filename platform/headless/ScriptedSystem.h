@@ -4,7 +4,7 @@
 #include <map>
 
 #include "platform/System.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 

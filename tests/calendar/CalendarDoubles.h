@@ -10,7 +10,7 @@
 
 #include "calendar/CalendarFolder.h"
 #include "platform/Outlook.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 

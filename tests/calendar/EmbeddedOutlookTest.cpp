@@ -1,8 +1,8 @@
 // tests/calendar/EmbeddedOutlookTest.cpp: folders, order, occurrences and loading.
 #include "calendar/EmbeddedOutlook.h"
 
-#include "support/values/Error.h"
 #include "tests/model/CalendarInMemory.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

@@ -8,8 +8,8 @@
 #include "categories/CategoryCommands.h"
 #include "categories/ColourStore.h"
 #include "model/CategoryView.h"
-#include "support/values/NameList.h"
 #include "tests/model/CalendarCase.h"
+#include "values/NameList.h"
 
 namespace velkor {
 

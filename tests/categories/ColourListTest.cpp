@@ -3,7 +3,7 @@
 
 #include <gmock/gmock.h>
 
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

@@ -6,7 +6,7 @@
 #include "platform/headless/FixedLocale.h"
 #include "platform/headless/MemorySettings.h"
 #include "platform/headless/ScriptedForms.h"
-#include "view/span/CategoryFilter.h"
+#include "span/CategoryFilter.h"
 
 namespace velkor {
 namespace {

@@ -9,7 +9,7 @@
 #include <set>
 #include <tuple>
 
-#include "calendar/IcsCalendar.h"
+#include "calendar/ics/IcsCalendar.h"
 #include "refresh/RefreshYear.h"
 #include "tests/control/PlannerCase.h"
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/Outlook.h"
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 

@@ -4,10 +4,10 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "calendar/IcsAnswer.h"
-#include "calendar/IcsEditor.h"
-#include "calendar/IcsParser.h"
-#include "support/values/Error.h"
+#include "calendar/ics/read/IcsAnswer.h"
+#include "calendar/ics/read/IcsParser.h"
+#include "calendar/ics/write/IcsEditor.h"
+#include "values/Error.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // tests/hosts/AppointmentInspectorTest.cpp: what a user types into the inspector reaches the item.
-#include "hosts/yearplan/AppointmentInspector.h"
+#include "hosts/yearplan/window/AppointmentInspector.h"
 
 #include <gmock/gmock.h>
 

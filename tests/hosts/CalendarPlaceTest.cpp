@@ -1,6 +1,6 @@
 // tests/hosts/CalendarPlaceTest.cpp: where caches and settings of a calendar are, and are not.
 #include "hosts/yearplan/CalendarSettings.h"
-#include "hosts/yearplan/KeptSettings.h"
+#include "hosts/yearplan/window/KeptSettings.h"
 #include "platform/headless/MemorySettings.h"
 #include "tests/hosts/YearplanCase.h"
 #include "tests/platform/desktop/CalendarText.h"

@@ -1,10 +1,10 @@
 // tests/hosts/CommandLineTest.cpp: what the command line of yearplan means.
-#include "hosts/yearplan/CommandLine.h"
+#include "hosts/yearplan/commands/CommandLine.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "support/values/Text.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

@@ -1,5 +1,5 @@
 // tests/hosts/PlannerWindowTest.cpp: the window over real calendar files, used by mouse and keys.
-#include "hosts/yearplan/PlannerWindow.h"
+#include "hosts/yearplan/window/PlannerWindow.h"
 
 #include <gmock/gmock.h>
 #include <sys/file.h>
@@ -21,7 +21,7 @@
 #include <deque>
 
 #include "control/YearPlan.h"
-#include "hosts/yearplan/PlannerSession.h"
+#include "hosts/yearplan/window/PlannerSession.h"
 #include "platform/desktop/QtPages.h"
 #include "platform/headless/MemorySettings.h"
 #include "tests/platform/desktop/CalendarText.h"

@@ -1,5 +1,5 @@
 // tests/hosts/SettingsDialogTest.cpp: properties shown, changed, refused and kept per calendar.
-#include "hosts/yearplan/SettingsDialog.h"
+#include "hosts/yearplan/window/SettingsDialog.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,7 +12,7 @@
 #include <QPushButton>
 #include <QTest>
 
-#include "hosts/yearplan/SleepWatch.h"
+#include "hosts/yearplan/window/SleepWatch.h"
 #include "platform/headless/MemorySettings.h"
 #include "platform/headless/ScriptedSystem.h"
 #include "tests/platform/desktop/OpenDialog.h"

@@ -1,7 +1,7 @@
 // tests/hosts/main.cpp: runs the tests of the desktop programs without a display.
 #include <gmock/gmock.h>
 
-#include "hosts/yearplan/PlannerApplication.h"
+#include "hosts/yearplan/window/PlannerApplication.h"
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -12,8 +12,8 @@
 #include "platform/MessageBoxes.h"
 #include "platform/Outlook.h"
 #include "platform/headless/HeadlessSeams.h"
-#include "support/values/Error.h"
 #include "tests/model/WatchedView.h"
+#include "values/Error.h"
 
 namespace velkor {
 

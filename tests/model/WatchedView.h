@@ -10,8 +10,8 @@
 #include "model/EventFields.h"
 #include "model/EventView.h"
 #include "model/Planner.h"
+#include "span/CategoryFilter.h"
 #include "tests/model/SampleEvents.h"
-#include "view/span/CategoryFilter.h"
 
 namespace velkor {
 

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/values/Text.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "support/values/Error.h"
+#include "values/Error.h"
 
 namespace velkor {
 

@@ -7,8 +7,8 @@
 
 #include "platform/Elements.h"
 #include "platform/headless/ScriptedScrollBars.h"
-#include "support/values/Error.h"
 #include "tests/support/ScrollBarLog.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

@@ -7,7 +7,7 @@
 #include <tuple>
 #include <utility>
 
-#include "view/span/DisplaySpan.h"
+#include "span/DisplaySpan.h"
 
 namespace velkor {
 namespace {

@@ -1,7 +1,7 @@
 // hosts/windows/OutlookVelkor/ControlPersistence.cpp: properties from and to the container.
 #include "hosts/windows/OutlookVelkor/PropertyBags.h"
 #include "hosts/windows/OutlookVelkor/YearPlanControl.h"
-#include "platform/windows/ComError.h"
+#include "platform/windows/com/ComError.h"
 
 namespace velkor {
 

@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "control/YearPlanElements.h"
-#include "platform/windows/DibSection.h"
-#include "platform/windows/GdiSurface.h"
-#include "platform/windows/WindowsPeer.h"
-#include "platform/windows/WindowsToolbarImages.h"
+#include "platform/windows/drawing/DibSection.h"
+#include "platform/windows/drawing/GdiSurface.h"
+#include "platform/windows/elements/WindowsPeer.h"
+#include "platform/windows/elements/WindowsToolbarImages.h"
 #include "view/Face.h"
 
 namespace velkor {

@@ -1,8 +1,8 @@
 // hosts/windows/OutlookVelkor/ControlPicture.h: the control drawn without its windows.
 #pragma once
 
-#include "platform/windows/Win32.h"
-#include "support/values/Twips.h"
+#include "platform/windows/system/Win32.h"
+#include "values/Twips.h"
 
 namespace velkor {
 

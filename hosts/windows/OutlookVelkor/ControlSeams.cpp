@@ -4,8 +4,8 @@
 #include <string>
 #include <utility>
 
-#include "platform/windows/Registration.h"
-#include "platform/windows/WindowsPeer.h"
+#include "platform/windows/com/Registration.h"
+#include "platform/windows/elements/WindowsPeer.h"
 
 namespace velkor {
 namespace {

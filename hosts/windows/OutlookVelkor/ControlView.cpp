@@ -1,7 +1,7 @@
 // hosts/windows/OutlookVelkor/ControlView.cpp: the control drawn where the container wants it.
 #include "hosts/windows/OutlookVelkor/ControlPicture.h"
 #include "hosts/windows/OutlookVelkor/YearPlanControl.h"
-#include "platform/windows/ComError.h"
+#include "platform/windows/com/ComError.h"
 
 namespace velkor {
 STDMETHODIMP YearPlanControl::Draw(DWORD aspect, LONG /*index*/, void* /*aspectInfo*/,

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "control/YearPlan.h"
-#include "platform/windows/DialogOwner.h"
+#include "platform/windows/system/DialogOwner.h"
 #include "view/Face.h"
 // After windows.h.
 #include <commctrl.h>

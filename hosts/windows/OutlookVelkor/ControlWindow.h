@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/windows/WindowsPeer.h"
+#include "platform/windows/elements/WindowsPeer.h"
 
 namespace velkor {
 

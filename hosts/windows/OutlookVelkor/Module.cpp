@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "hosts/windows/OutlookVelkor/YearPlanControl.h"
-#include "platform/windows/ComError.h"
-#include "platform/windows/WindowsPeer.h"
+#include "platform/windows/com/ComError.h"
+#include "platform/windows/elements/WindowsPeer.h"
 
 namespace velkor {
 namespace {

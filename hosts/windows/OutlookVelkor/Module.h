@@ -1,8 +1,8 @@
 // hosts/windows/OutlookVelkor/Module.h: what the system has to know of the control.
 #pragma once
 
-#include "platform/windows/ComObject.h"
-#include "platform/windows/Registration.h"
+#include "platform/windows/com/ComObject.h"
+#include "platform/windows/com/Registration.h"
 
 namespace velkor {
 

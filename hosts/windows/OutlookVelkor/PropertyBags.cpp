@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <limits>
 
-#include "platform/windows/Variant.h"
-#include "support/values/Error.h"
+#include "platform/windows/com/Variant.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "platform/Host.h"
-#include "platform/windows/ComObject.h"
+#include "platform/windows/com/ComObject.h"
 
 namespace velkor {
 

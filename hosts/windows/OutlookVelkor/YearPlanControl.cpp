@@ -2,12 +2,12 @@
 // properties and methods, and what it tells its container.
 #include "hosts/windows/OutlookVelkor/YearPlanControl.h"
 
-#include "platform/windows/ComError.h"
+#include "platform/windows/com/ComError.h"
 
 #include <utility>
 
-#include "platform/windows/Variant.h"
-#include "support/values/Error.h"
+#include "platform/windows/com/Variant.h"
+#include "values/Error.h"
 namespace velkor {
 namespace {
 

@@ -9,9 +9,9 @@
 #include "hosts/windows/OutlookVelkor/ControlSeams.h"
 #include "hosts/windows/OutlookVelkor/ControlWindow.h"
 #include "platform/Host.h"
-#include "platform/windows/ConnectionPoint.h"
-#include "platform/windows/MessageWindow.h"
-#include "platform/windows/ObjectSafety.h"
+#include "platform/windows/com/ConnectionPoint.h"
+#include "platform/windows/com/MessageWindow.h"
+#include "platform/windows/com/ObjectSafety.h"
 // After windows.h.
 #include "OutlookVelkor.h"
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "platform/windows/Wide.h"
+#include "platform/windows/system/Wide.h"
 
 namespace velkor {
 namespace {

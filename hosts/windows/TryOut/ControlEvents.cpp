@@ -3,8 +3,8 @@
 #include "hosts/windows/TryOut/ControlEvents.h"
 
 #include "OutlookVelkor.h"
-#include "platform/windows/ComError.h"
-#include "platform/windows/DispatchSink.h"
+#include "platform/windows/com/ComError.h"
+#include "platform/windows/com/DispatchSink.h"
 
 namespace velkor {
 namespace {

@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/windows/Variant.h"
+#include "platform/windows/com/Variant.h"
 
 namespace velkor {
 

@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "platform/windows/ComError.h"
+#include "platform/windows/com/ComError.h"
 
 namespace velkor {
 namespace {

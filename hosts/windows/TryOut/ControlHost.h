@@ -6,7 +6,7 @@
 #include <string>
 
 #include "hosts/windows/TryOut/ControlEvents.h"
-#include "platform/windows/DibSection.h"
+#include "platform/windows/drawing/DibSection.h"
 
 namespace velkor {
 

@@ -11,9 +11,9 @@
 #include <commctrl.h>
 
 #include "hosts/windows/TryOut/WindowInput.h"
-#include "platform/windows/Wide.h"
-#include "support/values/Error.h"
-#include "support/values/Text.h"
+#include "platform/windows/system/Wide.h"
+#include "values/Error.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/windows/Win32.h"
+#include "platform/windows/system/Win32.h"
 
 namespace velkor {
 

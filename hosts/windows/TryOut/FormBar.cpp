@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "platform/windows/Automation.h"
-#include "platform/windows/WindowsPeer.h"
+#include "platform/windows/com/Automation.h"
+#include "platform/windows/elements/WindowsPeer.h"
 
 namespace velkor {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/windows/Win32.h"
+#include "platform/windows/system/Win32.h"
 
 struct IDispatch;
 

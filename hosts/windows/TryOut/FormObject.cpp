@@ -8,7 +8,7 @@
 #include "hosts/windows/TryOut/Console.h"
 #include "hosts/windows/TryOut/PictureFile.h"
 #include "hosts/windows/TryOut/WindowInput.h"
-#include "support/values/Text.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

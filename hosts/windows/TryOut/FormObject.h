@@ -8,7 +8,7 @@
 
 #include "hosts/windows/TryOut/DialogAnswers.h"
 #include "hosts/windows/TryOut/TryOutForm.h"
-#include "platform/windows/NamedMembers.h"
+#include "platform/windows/com/NamedMembers.h"
 
 namespace velkor {
 

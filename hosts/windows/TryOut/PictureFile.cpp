@@ -4,7 +4,7 @@
 #include <charconv>
 #include <cstdio>
 
-#include "platform/windows/WindowsFiles.h"
+#include "platform/windows/system/WindowsFiles.h"
 
 namespace velkor {
 namespace {

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/windows/DibSection.h"
+#include "platform/windows/drawing/DibSection.h"
 
 namespace velkor {
 

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "hosts/windows/TryOut/Console.h"
-#include "platform/windows/ComError.h"
-#include "platform/windows/WindowsFiles.h"
-#include "support/values/Text.h"
+#include "platform/windows/com/ComError.h"
+#include "platform/windows/system/WindowsFiles.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {

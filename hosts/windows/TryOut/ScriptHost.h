@@ -4,7 +4,7 @@
 #include <initializer_list>
 #include <string>
 
-#include "platform/windows/Variant.h"
+#include "platform/windows/com/Variant.h"
 // After windows.h.
 #include <activscp.h>
 

@@ -6,7 +6,7 @@
 // After windows.h.
 #include <commctrl.h>
 
-#include "platform/windows/WindowsPeer.h"
+#include "platform/windows/elements/WindowsPeer.h"
 
 namespace velkor {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "hosts/windows/TryOut/ControlHost.h"
 #include "hosts/windows/TryOut/FormBar.h"
-#include "platform/windows/WindowsFiles.h"
+#include "platform/windows/system/WindowsFiles.h"
 
 namespace velkor {
 

@@ -4,8 +4,8 @@
 // After windows.h.
 #include <commctrl.h>
 
-#include "platform/windows/Wide.h"
-#include "support/values/Error.h"
+#include "platform/windows/system/Wide.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

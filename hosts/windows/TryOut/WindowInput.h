@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "platform/windows/Win32.h"
+#include "platform/windows/system/Win32.h"
 
 namespace velkor {
 

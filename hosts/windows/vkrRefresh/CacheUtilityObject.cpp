@@ -4,10 +4,10 @@
 #include <thread>
 #include <utility>
 
-#include "platform/windows/ComCacheUtility.h"
-#include "platform/windows/ComError.h"
-#include "platform/windows/Registration.h"
-#include "platform/windows/Variant.h"
+#include "platform/windows/com/ComCacheUtility.h"
+#include "platform/windows/com/ComError.h"
+#include "platform/windows/com/Registration.h"
+#include "platform/windows/com/Variant.h"
 
 namespace velkor {
 namespace {

@@ -6,8 +6,8 @@
 
 #include "VelkorCacheUtility.h"
 #include "hosts/windows/vkrRefresh/Refresher.h"
-#include "platform/windows/ConnectionPoint.h"
-#include "platform/windows/ProcessWatch.h"
+#include "platform/windows/com/ConnectionPoint.h"
+#include "platform/windows/com/ProcessWatch.h"
 
 namespace velkor {
 

@@ -6,9 +6,9 @@
 
 #include "hosts/CalendarRefresh.h"
 #include "platform/Outlook.h"
-#include "platform/windows/ComError.h"
-#include "platform/windows/WindowsFiles.h"
-#include "platform/windows/WindowsLocale.h"
+#include "platform/windows/com/ComError.h"
+#include "platform/windows/system/WindowsFiles.h"
+#include "platform/windows/system/WindowsLocale.h"
 
 namespace velkor {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "model/SynchResult.h"
 #include "platform/CacheUtility.h"
-#include "platform/windows/MessageWindow.h"
+#include "platform/windows/com/MessageWindow.h"
 
 namespace velkor {
 

@@ -2,7 +2,7 @@
 #include "hosts/windows/vkrRefresh/Server.h"
 
 #include "hosts/windows/vkrRefresh/CacheUtilityObject.h"
-#include "platform/windows/ComError.h"
+#include "platform/windows/com/ComError.h"
 
 namespace velkor {
 namespace {

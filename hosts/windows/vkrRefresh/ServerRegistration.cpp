@@ -2,7 +2,7 @@
 #include "hosts/windows/vkrRefresh/ServerRegistration.h"
 
 #include "VelkorCacheUtility.h"
-#include "platform/windows/ComCacheUtility.h"
+#include "platform/windows/com/ComCacheUtility.h"
 
 namespace velkor {
 namespace {

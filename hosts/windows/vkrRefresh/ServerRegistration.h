@@ -1,7 +1,7 @@
 // hosts/windows/vkrRefresh/ServerRegistration.h: what makes the cache utility known to clients.
 #pragma once
 
-#include "platform/windows/Registration.h"
+#include "platform/windows/com/Registration.h"
 
 namespace velkor {
 

@@ -7,8 +7,8 @@
 
 #include "hosts/windows/vkrRefresh/Server.h"
 #include "hosts/windows/vkrRefresh/ServerRegistration.h"
-#include "platform/windows/AutomationOutlook.h"
-#include "platform/windows/Wide.h"
+#include "platform/windows/outlook/AutomationOutlook.h"
+#include "platform/windows/system/Wide.h"
 
 namespace velkor {
 namespace {

@@ -7,8 +7,8 @@
 #include <map>
 #include <string>
 
-#include "platform/windows/Automation.h"
-#include "platform/windows/Registration.h"
+#include "platform/windows/com/Automation.h"
+#include "platform/windows/com/Registration.h"
 
 namespace velkor {
 

@@ -2,7 +2,7 @@
 // or is missing.
 #include <optional>
 
-#include "platform/windows/WindowsRegistry.h"
+#include "platform/windows/system/WindowsRegistry.h"
 #include "tests/hosts/windows/ScriptCase.h"
 
 namespace velkor {

@@ -1,7 +1,7 @@
 // tests/hosts/windows/EndToEndTest.cpp: the control in a form, its cache utility and a calendar
 // program, each a process, as a script uses them.
 #include "model/CacheRecord.h"
-#include "platform/windows/WindowsLocale.h"
+#include "platform/windows/system/WindowsLocale.h"
 #include "tests/hosts/windows/ScriptCase.h"
 #include "tests/platform/windows/TestPrinter.h"
 

@@ -5,10 +5,10 @@
 #include <set>
 #include <vector>
 
-#include "platform/windows/DibSection.h"
-#include "platform/windows/MessageWindow.h"
-#include "platform/windows/ObjectSafety.h"
-#include "platform/windows/WindowsRegistry.h"
+#include "platform/windows/com/MessageWindow.h"
+#include "platform/windows/com/ObjectSafety.h"
+#include "platform/windows/drawing/DibSection.h"
+#include "platform/windows/system/WindowsRegistry.h"
 #include "tests/hosts/windows/ControlCase.h"
 #include "tests/platform/windows/DriveDialog.h"
 #include "tests/platform/windows/HeldHandles.h"

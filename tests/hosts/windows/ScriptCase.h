@@ -6,7 +6,7 @@
 
 #include <functional>
 
-#include "platform/windows/WindowsFiles.h"
+#include "platform/windows/system/WindowsFiles.h"
 #include "tests/hosts/windows/ControlCase.h"
 #include "tests/platform/windows/StandIn.h"
 #include "tests/platform/windows/UtilityCase.h"

@@ -12,8 +12,8 @@
 
 #include "platform/InputElements.h"
 #include "platform/desktop/QtMessageBoxes.h"
-#include "support/values/Error.h"
 #include "tests/platform/desktop/OpenDialog.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

@@ -19,10 +19,10 @@
 #include <cstring>
 
 #include "platform/desktop/PaperSizes.h"
-#include "support/values/Error.h"
 #include "tests/platform/desktop/ChildProcess.h"
 #include "tests/platform/desktop/FolderCase.h"
 #include "tests/platform/desktop/OpenDialog.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

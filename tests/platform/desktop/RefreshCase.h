@@ -14,7 +14,7 @@
 #include <utility>
 #include <vector>
 
-#include "calendar/IcsCalendar.h"
+#include "calendar/ics/IcsCalendar.h"
 #include "hosts/CalendarRefresh.h"
 #include "platform/desktop/DesktopShell.h"
 #include "platform/desktop/ProcessCacheUtility.h"

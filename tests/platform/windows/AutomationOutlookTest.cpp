@@ -1,9 +1,9 @@
 // tests/platform/windows/AutomationOutlookTest.cpp: the calendar program by automation.
-#include "platform/windows/AutomationOutlook.h"
+#include "platform/windows/outlook/AutomationOutlook.h"
 
 #include <gmock/gmock.h>
 
-#include "platform/windows/WindowsShell.h"
+#include "platform/windows/system/WindowsShell.h"
 #include "tests/platform/windows/FakeOutlook.h"
 
 namespace velkor {

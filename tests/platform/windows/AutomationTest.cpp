@@ -1,9 +1,9 @@
 // tests/platform/windows/AutomationTest.cpp: late-bound calls, and programs that refuse them.
-#include "platform/windows/Automation.h"
+#include "platform/windows/com/Automation.h"
 
 #include <gmock/gmock.h>
 
-#include "platform/windows/MessageWindow.h"
+#include "platform/windows/com/MessageWindow.h"
 #include "tests/platform/windows/FakeAutomation.h"
 
 namespace velkor {

@@ -1,5 +1,5 @@
 // tests/platform/windows/ComCacheUtilityTest.cpp: the utility's process and all that ends it.
-#include "platform/windows/ComCacheUtility.h"
+#include "platform/windows/com/ComCacheUtility.h"
 
 #include "tests/platform/windows/FakeUtility.h"
 #include "tests/platform/windows/UtilityCase.h"

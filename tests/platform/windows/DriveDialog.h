@@ -11,7 +11,7 @@
 #include <thread>
 #include <utility>
 
-#include "platform/windows/Wide.h"
+#include "platform/windows/system/Wide.h"
 
 namespace velkor {
 

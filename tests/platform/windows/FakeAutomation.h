@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/windows/Variant.h"
-#include "support/values/Error.h"
+#include "platform/windows/com/Variant.h"
+#include "values/Error.h"
 
 namespace velkor {
 

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "platform/Outlook.h"
-#include "platform/windows/AutomationOutlook.h"
-#include "platform/windows/ConnectionPoint.h"
+#include "platform/windows/com/ConnectionPoint.h"
+#include "platform/windows/outlook/AutomationOutlook.h"
 #include "tests/platform/windows/FakeAutomation.h"
 
 namespace velkor {

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "VelkorCacheUtility.h"
-#include "platform/windows/ConnectionPoint.h"
-#include "platform/windows/Variant.h"
+#include "platform/windows/com/ConnectionPoint.h"
+#include "platform/windows/com/Variant.h"
 
 namespace velkor {
 

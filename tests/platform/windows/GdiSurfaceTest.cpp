@@ -1,10 +1,10 @@
 // tests/platform/windows/GdiSurfaceTest.cpp: pixels of the GDI surface, ellipsis and metrics.
-#include "platform/windows/GdiSurface.h"
+#include "platform/windows/drawing/GdiSurface.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/windows/DibSection.h"
-#include "platform/windows/Wide.h"
+#include "platform/windows/drawing/DibSection.h"
+#include "platform/windows/system/Wide.h"
 #include "tests/platform/SurfaceScene.h"
 
 namespace velkor {

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "platform/windows/GdiHandles.h"
+#include "platform/windows/drawing/GdiHandles.h"
 
 namespace velkor {
 

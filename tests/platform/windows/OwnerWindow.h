@@ -3,8 +3,8 @@
 
 #include <vector>
 
-#include "platform/windows/DialogOwner.h"
-#include "platform/windows/WindowsPeer.h"
+#include "platform/windows/elements/WindowsPeer.h"
+#include "platform/windows/system/DialogOwner.h"
 
 namespace velkor {
 

@@ -3,9 +3,9 @@
 
 #include <functional>
 
-#include "platform/windows/DibSection.h"
-#include "platform/windows/Wide.h"
-#include "platform/windows/WindowsPeer.h"
+#include "platform/windows/drawing/DibSection.h"
+#include "platform/windows/elements/WindowsPeer.h"
+#include "platform/windows/system/Wide.h"
 // After windows.h.
 #include <commctrl.h>
 

@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "platform/windows/ComCacheUtility.h"
+#include "platform/windows/com/ComCacheUtility.h"
 #include "tests/platform/windows/PumpMessages.h"
 
 int main(int argc, char** argv) {

@@ -6,11 +6,11 @@
 #include <string>
 #include <utility>
 
-#include "platform/windows/Automation.h"
-#include "platform/windows/Registration.h"
-#include "support/values/Error.h"
+#include "platform/windows/com/Automation.h"
+#include "platform/windows/com/Registration.h"
 #include "tests/platform/windows/PumpMessages.h"
 #include "tests/platform/windows/StartStandIn.h"
+#include "values/Error.h"
 
 namespace velkor {
 

@@ -1,8 +1,8 @@
 // tests/platform/windows/StartStandIn.h: the calendar program for tests, started.
 #pragma once
 
-#include "platform/windows/Automation.h"
-#include "support/values/Error.h"
+#include "platform/windows/com/Automation.h"
+#include "values/Error.h"
 
 namespace velkor {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/windows/Win32.h"
+#include "platform/windows/system/Win32.h"
 // After windows.h.
 #include <winspool.h>
 

@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/windows/Wide.h"
-#include "platform/windows/WindowsPeer.h"
+#include "platform/windows/elements/WindowsPeer.h"
+#include "platform/windows/system/Wide.h"
 
 namespace velkor {
 

@@ -11,10 +11,10 @@
 #include <utility>
 #include <vector>
 
-#include "platform/windows/Automation.h"
-#include "platform/windows/ComCacheUtility.h"
-#include "platform/windows/ProcessWatch.h"
-#include "platform/windows/Registration.h"
+#include "platform/windows/com/Automation.h"
+#include "platform/windows/com/ComCacheUtility.h"
+#include "platform/windows/com/ProcessWatch.h"
+#include "platform/windows/com/Registration.h"
 #include "tests/platform/windows/PumpMessages.h"
 // After windows.h.
 #include <tlhelp32.h>

@@ -1,14 +1,14 @@
 // tests/platform/windows/WindowsDialogsTest.cpp: each dialog opened for real, and answered.
-#include "platform/windows/WindowsDialogs.h"
+#include "platform/windows/dialogs/WindowsDialogs.h"
 
 #include <gmock/gmock.h>
 
 #include <filesystem>
 #include <fstream>
 
-#include "platform/windows/WindowsInputBox.h"
-#include "platform/windows/WindowsMessageBoxes.h"
-#include "platform/windows/WindowsProgress.h"
+#include "platform/windows/dialogs/WindowsInputBox.h"
+#include "platform/windows/dialogs/WindowsMessageBoxes.h"
+#include "platform/windows/dialogs/WindowsProgress.h"
 #include "tests/platform/windows/DriveDialog.h"
 #include "tests/platform/windows/OwnerWindow.h"
 #include "tests/support/ErrorOf.h"

@@ -1,11 +1,11 @@
 // tests/platform/windows/WindowsFilesTest.cpp: exclusive writing, replacing and a killed writer.
-#include "platform/windows/WindowsFiles.h"
+#include "platform/windows/system/WindowsFiles.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/windows/Wide.h"
-#include "platform/windows/Win32.h"
-#include "platform/windows/WindowsSystem.h"
+#include "platform/windows/system/Wide.h"
+#include "platform/windows/system/Win32.h"
+#include "platform/windows/system/WindowsSystem.h"
 #include "tests/support/ErrorOf.h"
 
 namespace velkor {

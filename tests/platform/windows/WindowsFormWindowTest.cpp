@@ -1,15 +1,15 @@
 // tests/platform/windows/WindowsFormWindowTest.cpp: forms that place their elements, as a user
 // sizes and closes them.
-#include "platform/windows/WindowsFormWindow.h"
+#include "platform/windows/dialogs/WindowsFormWindow.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/windows/WindowsForms.h"
-#include "platform/windows/WindowsMessageBoxes.h"
-#include "support/values/Error.h"
+#include "platform/windows/dialogs/WindowsForms.h"
+#include "platform/windows/dialogs/WindowsMessageBoxes.h"
 #include "tests/platform/windows/OwnerWindow.h"
 #include "tests/platform/windows/UserSteps.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

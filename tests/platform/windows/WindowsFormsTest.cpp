@@ -1,5 +1,5 @@
 // tests/platform/windows/WindowsFormsTest.cpp: forms as a user fills in and closes them.
-#include "platform/windows/WindowsForms.h"
+#include "platform/windows/dialogs/WindowsForms.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,9 +13,9 @@
 #include "platform/headless/ScriptedShell.h"
 #include "print/PrintOptions.h"
 #include "print/frmPrintOptions.h"
+#include "span/CategoryFilter.h"
 #include "tests/platform/windows/OwnerWindow.h"
 #include "tests/platform/windows/UserSteps.h"
-#include "view/span/CategoryFilter.h"
 
 namespace velkor {
 namespace {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "platform/Surface.h"
-#include "platform/windows/DialogOwner.h"
+#include "platform/windows/system/DialogOwner.h"
 #include "tests/platform/windows/HeldHandles.h"
 #include "tests/platform/windows/PeersWindow.h"
 

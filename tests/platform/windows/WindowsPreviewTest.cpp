@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "platform/headless/HeadlessSeams.h"
-#include "platform/windows/WindowsForms.h"
-#include "platform/windows/WindowsPrinter.h"
-#include "platform/windows/WindowsScrollBars.h"
+#include "platform/windows/dialogs/WindowsForms.h"
+#include "platform/windows/drawing/WindowsPrinter.h"
+#include "platform/windows/elements/WindowsScrollBars.h"
 #include "print/frmPrint.h"
 #include "tests/model/RefreshDoubles.h"
 #include "tests/platform/windows/OwnerWindow.h"

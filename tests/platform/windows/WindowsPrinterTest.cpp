@@ -1,5 +1,5 @@
 // tests/platform/windows/WindowsPrinterTest.cpp: a real printer set up, printed on and lost.
-#include "platform/windows/WindowsPrinter.h"
+#include "platform/windows/drawing/WindowsPrinter.h"
 
 #include <gmock/gmock.h>
 
@@ -8,10 +8,10 @@
 #include <functional>
 
 #include "platform/OffscreenPicture.h"
-#include "platform/windows/DialogOwner.h"
-#include "platform/windows/WindowsFiles.h"
-#include "platform/windows/WindowsPages.h"
-#include "platform/windows/WindowsSystem.h"
+#include "platform/windows/drawing/WindowsPages.h"
+#include "platform/windows/system/DialogOwner.h"
+#include "platform/windows/system/WindowsFiles.h"
+#include "platform/windows/system/WindowsSystem.h"
 #include "print/PrintDocument.h"
 #include "print/PrinterSetup.h"
 #include "tests/platform/windows/DriveDialog.h"

@@ -1,9 +1,9 @@
 // tests/platform/windows/WindowsScrollBarsTest.cpp: real messages of a window's own scroll bars.
-#include "platform/windows/WindowsScrollBars.h"
+#include "platform/windows/elements/WindowsScrollBars.h"
 
 #include <gmock/gmock.h>
 
-#include "platform/windows/WindowsPeer.h"
+#include "platform/windows/elements/WindowsPeer.h"
 #include "support/cScrollBars.h"
 #include "tests/support/ScrollBarLog.h"
 

@@ -1,5 +1,5 @@
 // tests/platform/windows/WindowsShellTest.cpp: messages in the middle of a call, pointer, pages.
-#include "platform/windows/WindowsShell.h"
+#include "platform/windows/system/WindowsShell.h"
 
 #include <gtest/gtest.h>
 

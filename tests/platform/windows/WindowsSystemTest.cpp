@@ -1,14 +1,14 @@
 // tests/platform/windows/WindowsSystemTest.cpp: locale, registry, settings, environment and clock.
-#include "platform/windows/WindowsSystem.h"
+#include "platform/windows/system/WindowsSystem.h"
 
 #include <gmock/gmock.h>
 
-#include "platform/windows/Wide.h"
-#include "platform/windows/Win32.h"
-#include "platform/windows/WindowsLocale.h"
-#include "platform/windows/WindowsRegistry.h"
-#include "platform/windows/WindowsSettings.h"
-#include "support/values/Error.h"
+#include "platform/windows/system/Wide.h"
+#include "platform/windows/system/Win32.h"
+#include "platform/windows/system/WindowsLocale.h"
+#include "platform/windows/system/WindowsRegistry.h"
+#include "platform/windows/system/WindowsSettings.h"
+#include "values/Error.h"
 
 namespace velkor {
 namespace {

@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <string_view>
 
-#include "platform/windows/Win32.h"
-#include "platform/windows/WindowsFiles.h"
+#include "platform/windows/system/Win32.h"
+#include "platform/windows/system/WindowsFiles.h"
 
 int main(int argc, char** argv) {
   // Writes to a file, says so, and never ends by itself.

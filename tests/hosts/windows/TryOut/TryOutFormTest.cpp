@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/windows/WindowsFiles.h"
+#include "platform/windows/system/WindowsFiles.h"
 #include "tests/hosts/windows/ControlCase.h"
 
 namespace velkor {

@@ -3,9 +3,9 @@
 
 #include <filesystem>
 
-#include "platform/windows/ProcessWatch.h"
-#include "platform/windows/Wide.h"
-#include "platform/windows/WindowsFiles.h"
+#include "platform/windows/com/ProcessWatch.h"
+#include "platform/windows/system/Wide.h"
+#include "platform/windows/system/WindowsFiles.h"
 #include "tests/model/CalendarInMemory.h"
 #include "tests/model/RefreshDoubles.h"
 #include "tests/platform/windows/PumpMessages.h"

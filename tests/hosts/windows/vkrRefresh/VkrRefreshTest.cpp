@@ -2,8 +2,8 @@
 // program.
 #include "VelkorCacheUtility.h"
 #include "model/CacheRecord.h"
-#include "platform/windows/WindowsFiles.h"
-#include "platform/windows/WindowsLocale.h"
+#include "platform/windows/system/WindowsFiles.h"
+#include "platform/windows/system/WindowsLocale.h"
 #include "tests/platform/windows/StartStandIn.h"
 #include "tests/platform/windows/UtilityCase.h"
 

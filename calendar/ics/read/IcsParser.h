@@ -1,0 +1,30 @@
+// calendar/ics/read/IcsParser.h: iCalendar text to the items of one calendar.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "calendar/CalendarStore.h"
+#include "calendar/ics/read/Diagnostics.h"
+#include "calendar/ics/read/IcsLimits.h"
+
+namespace velkor {
+
+struct ParsedCalendar {
+  /// The calendar's own name, else the file's without folder and ".ics".
+  std::string name;
+  /// In the order of the file; times are local wall-clock times of the system's zone.
+  std::vector<CalendarItem> items;
+  std::vector<Diagnostic> diagnostics;
+};
+
+/// Reads all calendars of a text as one. Recurring items get those occurrences that touch `window`.
+/// Identifiers are 32 hexadecimal digits, the same for the same text. The work grows as n log n,
+/// recurrence rules within their limits.
+/// @param name  of the file, for messages
+/// Throws Error (CalendarFailed) for a text that is too large or holds no calendar.
+ParsedCalendar ParseIcs(std::string_view bytes, const std::string& name, const DateWindow& window,
+                        const IcsLimits& limits = {});
+
+}  // namespace velkor

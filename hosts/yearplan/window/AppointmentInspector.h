@@ -1,0 +1,16 @@
+// hosts/yearplan/window/AppointmentInspector.h: the window in which one appointment is seen and
+// changed.
+#pragma once
+
+class QWidget;
+
+namespace velkor {
+
+class OutlookItem;
+
+/// Shows the item until the window is closed. OK saves what was changed; when that is refused, the
+/// window says why and stays open with everything that was typed. Cancel leaves the item as it
+/// was. The times of a recurring item are shown and cannot be changed.
+void InspectAppointment(QWidget* parent, OutlookItem& item);
+
+}  // namespace velkor

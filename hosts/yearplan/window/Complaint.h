@@ -1,0 +1,30 @@
+// hosts/yearplan/window/Complaint.h: the line in a dialog that says what has to be put right.
+#pragma once
+
+#include <QAccessible>
+#include <QLabel>
+
+namespace velkor {
+
+/// Hidden while there is nothing to say.
+class Complaint : public QLabel {
+ public:
+  Complaint() {
+    setObjectName("complaint");
+    setTextFormat(Qt::PlainText);
+    setWordWrap(true);
+    setStyleSheet(
+        "background:#fdecea; color:#8a1c12; border:1px solid #d9584a; border-radius:3px;"
+        "padding:6px");
+    hide();
+  }
+
+  void Say(const QString& text) {
+    setText(text);
+    setVisible(!text.isEmpty());
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    if (!text.isEmpty()) QAccessible::updateAccessibility(&alert);
+  }
+};
+
+}  // namespace velkor

@@ -1,0 +1,57 @@
+// hosts/yearplan/window/PlannerProperties.h: the properties of one planner as values, kept per
+// calendar.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "platform/Host.h"
+#include "platform/Settings.h"
+
+namespace velkor {
+
+class YearPlan;
+
+/// What the settings dialog shows and changes. Appointments of calendar files are all of one
+/// message class, so that of the control stays as it is.
+struct PlannerProperties {
+  std::string Folder;
+  bool AllEvents = true;
+  bool HideNonCategoryItems = false;
+  bool DisplaySubject = true;
+  std::string TitleName = "Default";
+  /// 1 to 12.
+  int FirstMonth = 1;
+
+  friend bool operator==(const PlannerProperties&, const PlannerProperties&) = default;
+};
+
+PlannerProperties PropertiesOf(const YearPlan& plan);
+/// Writes each property that differs.
+void SetProperties(YearPlan& plan, const PlannerProperties& properties);
+
+/// The properties of one calendar in the user's settings. A new calendar starts with AllEvents and
+/// DisplaySubject set. A stored value that makes no sense counts as none: it is reported, and the
+/// planner opens all the same. WriteProperty throws what the settings throw.
+class StoredProperties : public PropertyBag {
+ public:
+  /// @param calendar  the file's own path
+  /// @param report    takes a sentence about each value that was passed over
+  StoredProperties(Settings& settings, const std::string& calendar,
+                   std::function<void(const std::string&)> report)
+      : settings_(settings), section_("Calendar " + calendar), report_(std::move(report)) {}
+
+  PropertyValue ReadProperty(std::string_view key, const PropertyValue& fallback) override;
+  void WriteProperty(std::string_view key, const PropertyValue& value,
+                     const PropertyValue& fallback) override;
+
+ private:
+  Settings& settings_;
+  std::string section_;
+  std::function<void(const std::string&)> report_;
+};
+
+/// The name of this program in the user's settings.
+inline constexpr std::string_view SettingsName = "yearplan";
+
+}  // namespace velkor

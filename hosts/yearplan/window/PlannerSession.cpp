@@ -1,0 +1,159 @@
+// hosts/yearplan/window/PlannerSession.cpp: wiring a calendar file to a control.
+#include "hosts/yearplan/window/PlannerSession.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <utility>
+
+#include "hosts/CalendarRefresh.h"
+#include "hosts/yearplan/FirstColours.h"
+#include "hosts/yearplan/LostNames.h"
+#include "hosts/yearplan/window/AppointmentInspector.h"
+#include "model/Status.h"
+#include "platform/Forms.h"
+#include "platform/MessageBoxes.h"
+#include "platform/Platform.h"
+#include "platform/desktop/QtText.h"
+#include "span/CategoryFilter.h"
+#include "support/RegIO.h"
+#include "values/Error.h"
+
+namespace velkor {
+namespace {
+
+/// How often the calendar file's entry is looked at, in milliseconds: the watcher does not see
+/// every kind of change on every kind of disk.
+constexpr int LookInterval = 2000;
+
+/// The span that is shown first.
+DateWindow FirstWindow(Clock& clock) {
+  return WindowOf({DisplaySpan{0, 1}.ViewYearOf(clock.Now()), 1});
+}
+
+}  // namespace
+
+void SessionShell::ProcessMessages() {
+  ++depth_;
+  DesktopShell::ProcessMessages();
+  --depth_;
+}
+
+void SessionShell::OpenPage(const std::string& address) {
+  const bool own = address.find('/') == std::string::npos;
+  const std::string docs = QCoreApplication::applicationDirPath().toStdString() + "/docs/";
+  DesktopShell::OpenPage(own ? docs + address : address);
+}
+
+PlannerSession::PlannerSession(const std::string& calendar, SessionSurroundings surroundings)
+    : surroundings_(std::move(surroundings)),
+      dialogs_(surroundings_.window, calendar),
+      inputs_(surroundings_.window),
+      progress_(surroundings_.window),
+      printer_(surroundings_.window, calendar),
+      environment_(calendar),
+      cacheUtilities_([this](const Error& error) { Tell(troubles_.other, error.Description()); },
+                      surroundings_.cacheUtility),
+      listSeparator_(RegIO::ListSeparator(registry_, surroundings_.messages)),
+      calendar_(calendar, FirstWindow(clock_)),
+      outlook_(calendar_.Store(), locale_,
+               {.userName = LoginName(),
+                .listSeparator = listSeparator_,
+                .inspector =
+                    [this](OutlookItem& item) { InspectAppointment(surroundings_.window, item); },
+                .post =
+                    [this](std::function<void()> work) {
+                      QMetaObject::invokeMethod(&receiver_, std::move(work), Qt::QueuedConnection);
+                    },
+                .clock = [this] { return clock_.Now(); }}),
+      memoryCache_(outlook_, files_, locale_,
+                   [this](const Error& error) { Tell(troubles_.other, error.Description()); }),
+      settings_(surroundings_.settings, calendar_.Path()),
+      sleepWatch_(clock_, [this] { plan_->RefreshSoon(); }) {
+  Start();
+  QObject::connect(&watcher_, &QFileSystemWatcher::fileChanged, &receiver_, [this] { Look(); });
+  QObject::connect(&lookTimer_, &QTimer::timeout, &receiver_, [this] { Look(); });
+  lookTimer_.start(LookInterval);
+  Follow();
+}
+
+Platform PlannerSession::MakePlatform() {
+  const bool onDisk = environment_.Trouble().empty();
+  CacheUtilities& utilities = onDisk ? static_cast<CacheUtilities&>(cacheUtilities_) : memoryCache_;
+  return {utilities,    clock_,      dialogs_,
+          environment_, files_,      surroundings_.forms,
+          inputs_,      locale_,     surroundings_.messages,
+          outlook_,     printer_,    progress_,
+          registry_,    scrollBars_, settings_,
+          shell_};
+}
+
+StoredProperties PlannerSession::Bag() {
+  return {surroundings_.settings, Calendar(),
+          [this](const std::string& text) { Tell(troubles_.other, text); }};
+}
+
+void PlannerSession::Start() {
+  plan_ = std::make_unique<YearPlan>(MakePlatform(), *this);
+  StoredProperties bag = Bag();
+  plan_->ReadProperties(bag);
+  OfferFirstColours(calendar_.Folder(), plan_->TitleName(), CategorySeparator(listSeparator_));
+}
+
+std::vector<std::string> PlannerSession::Remarks() {
+  std::vector<std::string> remarks;
+  if (!environment_.Trouble().empty()) remarks.push_back(environment_.Trouble());
+  std::string lost = RemarkOnLostNames(calendar_.Folder(), plan_->TitleName());
+  if (!lost.empty()) remarks.push_back(std::move(lost));
+  for (const Diagnostic& diagnostic : calendar_.Diagnostics()) {
+    remarks.push_back(ToText(diagnostic));
+  }
+  return remarks;
+}
+
+void PlannerSession::Recreate(const PlannerProperties& properties) {
+  SetProperties(*plan_, properties);
+  plan_.reset();
+  Start();
+}
+
+void PlannerSession::ShowYear(int year) {
+  Timer& start = plan_->Elements().tmrStart;
+  if (start.Enabled()) start.Tick();
+  if (year != plan_->DisplayedYear()) plan_->ChangeYear(year - plan_->DisplayedYear());
+}
+
+void PlannerSession::PropertyChanged(std::string_view /*key*/) {
+  try {
+    StoredProperties bag = Bag();
+    plan_->WriteProperties(bag);
+  } catch (const Error& error) {
+    Tell(troubles_.other, error.Description());
+  }
+}
+
+void PlannerSession::Tell(std::string& kind, const std::string& text) {
+  kind = text;
+  const bool both = !troubles_.file.empty() && !troubles_.other.empty();
+  surroundings_.onTrouble(troubles_.file + (both ? "; " : "") + troubles_.other);
+}
+
+void PlannerSession::StatusChange(std::string_view Msg) {
+  // What the last refresh left is over when another one begins.
+  if (Msg == status::MessageOf(status::Downloading) && !troubles_.other.empty()) {
+    Tell(troubles_.other, {});
+  }
+  surroundings_.onStatus(std::string(Msg));
+}
+
+/// A file that was replaced is another one to the watcher.
+void PlannerSession::Follow() {
+  const QString path = ToQt(Calendar());
+  if (!watcher_.files().contains(path) && QFileInfo::exists(path)) watcher_.addPath(path);
+}
+
+void PlannerSession::Look() {
+  calendar_.Look([this](const std::string& text) { Tell(troubles_.file, text); });
+  Follow();
+}
+
+}  // namespace velkor

@@ -1,0 +1,135 @@
+// hosts/yearplan/window/PlannerSession.h: one calendar file with its control and all that the
+// control needs.
+#pragma once
+
+#include <QFileSystemWatcher>
+#include <QObject>
+#include <QTimer>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "calendar/EmbeddedOutlook.h"
+#include "calendar/ics/IcsCalendar.h"
+#include "control/YearPlan.h"
+#include "hosts/yearplan/CalendarPlace.h"
+#include "hosts/yearplan/CalendarSettings.h"
+#include "hosts/yearplan/SessionCacheUtility.h"
+#include "hosts/yearplan/window/PlannerProperties.h"
+#include "hosts/yearplan/window/SleepWatch.h"
+#include "platform/Host.h"
+#include "platform/desktop/DesktopLocale.h"
+#include "platform/desktop/DesktopRegistry.h"
+#include "platform/desktop/DesktopShell.h"
+#include "platform/desktop/DesktopSystem.h"
+#include "platform/desktop/ProcessCacheUtility.h"
+#include "platform/desktop/QtDialogs.h"
+#include "platform/desktop/QtPrinter.h"
+#include "platform/desktop/QtScrollBars.h"
+
+class QWidget;
+
+namespace velkor {
+
+class Forms;
+class MessageBoxes;
+
+/// What a session finds around it; all of it outlives the session.
+struct SessionSurroundings {
+  Settings& settings;
+  MessageBoxes& messages;
+  Forms& forms;
+  /// What dialogs open over.
+  QWidget* window = nullptr;
+  /// Progress of the synchronisation; empty clears the last text.
+  std::function<void(const std::string&)> onStatus;
+  /// Something that lasts, as a calendar file that cannot be read; empty when it is over.
+  std::function<void(const std::string&)> onTrouble;
+  /// The cache utility; empty for the one beside the program.
+  std::string cacheUtility;
+};
+
+/// Counts how deep the control is inside ProcessMessages, where it must not be taken away, and
+/// finds the user's pages.
+class SessionShell : public DesktopShell {
+ public:
+  void ProcessMessages() override;
+  /// A page without a folder is one of the product's own, which lie in the folder docs beside the
+  /// program.
+  void OpenPage(const std::string& address) override;
+  bool IsProcessing() const { return depth_ > 0; }
+
+ private:
+  int depth_ = 0;
+};
+
+/// Everything of one calendar, on the user-interface thread. Follows the file: what other programs
+/// save there arrives as item events.
+class PlannerSession : public ControlHost {
+ public:
+  /// Opens the calendar and starts its control. Throws Error when the file cannot be read.
+  /// @param calendar  UTF-8
+  PlannerSession(const std::string& calendar, SessionSurroundings surroundings);
+  PlannerSession(const PlannerSession&) = delete;
+  PlannerSession& operator=(const PlannerSession&) = delete;
+
+  /// The calendar's absolute path.
+  const std::string& Calendar() const { return calendar_.Path(); }
+  YearPlan& Plan() { return *plan_; }
+  /// While the control waits for something, neither it nor this may be destroyed.
+  bool IsBusy() const { return shell_.IsProcessing() || progress_.IsOpen(); }
+  /// What the file got wrong when it was last read, and what cannot be shown of it.
+  std::vector<std::string> Remarks();
+
+  /// Saves the properties and makes the control anew with them. Widgets of the old one are gone
+  /// before. Start with the same year by ShowYear.
+  void Recreate(const PlannerProperties& properties);
+  /// Starts the control, unless it has started, and shows a year.
+  void ShowYear(int year);
+
+ private:
+  void PropertyChanged(std::string_view key) override;
+  void StatusChange(std::string_view Msg) override;
+
+  /// What lasts, by what it is about, so that the end of one does not hide another.
+  struct Troubles {
+    std::string file;
+    std::string other;
+  };
+
+  void Tell(std::string& kind, const std::string& text);
+  Platform MakePlatform();
+  StoredProperties Bag();
+  void Start();
+  void Follow();
+  void Look();
+
+  SessionSurroundings surroundings_;
+  Troubles troubles_;
+  QtCommonDialogs dialogs_;
+  QtInputBoxes inputs_;
+  QtProgress progress_;
+  QtPrinter printer_;
+  QtScrollBars scrollBars_;
+  DesktopClock clock_;
+  CalendarEnvironment environment_;
+  CalendarFiles files_;
+  DesktopLocale locale_;
+  DesktopRegistry registry_;
+  SessionShell shell_;
+  ProcessCacheUtilities cacheUtilities_;
+  std::string listSeparator_;
+  IcsCalendar calendar_;
+  /// What is delivered later is delivered to it, and so not at all after its end.
+  QObject receiver_;
+  EmbeddedOutlook outlook_;
+  SessionCacheUtilities memoryCache_;
+  CalendarSettings settings_;
+  std::unique_ptr<YearPlan> plan_;
+  QFileSystemWatcher watcher_;
+  QTimer lookTimer_;
+  SleepWatch sleepWatch_;
+};
+
+}  // namespace velkor

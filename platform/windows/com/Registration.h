@@ -1,0 +1,44 @@
+// platform/windows/com/Registration.h: writes and removes what makes a class known to other
+// programs.
+#pragma once
+
+#include <span>
+#include <string>
+
+#include "platform/windows/system/Win32.h"
+
+namespace velkor {
+
+/// Whom a class is registered for: everybody (HKEY_LOCAL_MACHINE, needs administrator rights), or
+/// the current user (HKEY_CURRENT_USER). Both lie below Software\Classes.
+enum class Registration { Machine, User };
+
+/// A text value below Software\Classes; an empty name is the key's own value.
+struct ClassesValue {
+  std::string key;
+  std::string name;
+  std::string text;
+};
+
+/// Makes the keys and writes the values. Throws Error with the system's number at the first that
+/// cannot be written; those before stay.
+void WriteClasses(Registration registration, std::span<const ClassesValue> values);
+
+/// Removes a key with all below it; one that is not there is no failure. Throws Error.
+/// @param key  below Software\Classes, not empty
+void RemoveClasses(Registration registration, const std::string& key);
+
+/// Registers the type library that a module carries as its first resource, with what lets its
+/// interfaces cross processes. Throws Error.
+/// @param module  full path of a program or library
+void RegisterTypes(Registration registration, const std::string& module);
+/// The counterpart; one that is not registered is no failure. Throws Error.
+void UnregisterTypes(Registration registration, const std::string& module);
+
+/// Full path of the module; the program's for null.
+std::string ModulePath(HINSTANCE module);
+
+/// "{00000000-0000-0000-0000-000000000000}"
+std::string ToText(const GUID& id);
+
+}  // namespace velkor

@@ -1,0 +1,66 @@
+// platform/windows/elements/WindowsButtonPeer.cpp: buttons that press their elements.
+#include <algorithm>
+#include <utility>
+
+#include "platform/windows/elements/PeerDrawing.h"
+#include "platform/windows/elements/WindowsPeer.h"
+
+namespace velkor {
+namespace {
+
+class CommandButtonPeer : public WindowsPeer {
+ public:
+  CommandButtonPeer(CommandButton& button, HWND parent, Placement placement)
+      : WindowsPeer(button, parent, placement, L"BUTTON", BS_PUSHBUTTON | WS_TABSTOP),
+        button_(button),
+        takesFocus_(placement == Placement::Layout) {
+    Changed();
+  }
+
+  SIZE NeededSize(int /*width*/) override {
+    // 50 by 14 dialog units are usual.
+    const POINT least = ToScreenPixels(Point{1125, 345});
+    const POINT margin = ToScreenPixels(Point{360, 150});
+    const SIZE text = TextSize(Window(), button_.Caption(), DT_SINGLELINE);
+    return {std::max(least.x, text.cx + margin.x), std::max(least.y, text.cy + margin.y)};
+  }
+
+ protected:
+  void Mirror() override { SetWindowsText(button_.Caption()); }
+  std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam) override {
+    switch (message) {
+      case WM_COMMAND + Reflected:
+        if (HIWORD(wParam) == BN_CLICKED) button_.Click();
+        return 0;
+      case WM_LBUTTONDOWN:
+      case WM_LBUTTONDBLCLK:
+        if (!takesFocus_ && ::GetFocus() != Window()) focusBefore_ = ::GetFocus();
+        return std::nullopt;
+      case WM_LBUTTONUP:
+        return Release(wParam, lParam);
+      default:
+        return std::nullopt;
+    }
+  }
+
+ private:
+  /// In a control a press leaves the keyboard where it was.
+  LRESULT Release(WPARAM wParam, LPARAM lParam) {
+    const LRESULT answer = Default(WM_LBUTTONUP, wParam, lParam);
+    const HWND before = std::exchange(focusBefore_, nullptr);
+    if (before != nullptr && Window() != nullptr && ::GetFocus() == Window()) ::SetFocus(before);
+    return answer;
+  }
+
+  CommandButton& button_;
+  bool takesFocus_;
+  HWND focusBefore_ = nullptr;
+};
+
+}  // namespace
+
+std::unique_ptr<WindowsPeer> MakePeer(CommandButton& button, HWND parent, Placement placement) {
+  return std::make_unique<CommandButtonPeer>(button, parent, placement);
+}
+
+}  // namespace velkor

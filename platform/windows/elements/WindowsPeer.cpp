@@ -1,0 +1,260 @@
+// platform/windows/elements/WindowsPeer.cpp: windows with a subclass procedure, and what all of
+// them share.
+#include "platform/windows/elements/WindowsPeer.h"
+
+#include <cmath>
+
+#include "platform/windows/system/Wide.h"
+// After windows.h.
+#include <commctrl.h>
+
+namespace velkor {
+namespace {
+
+constexpr UINT_PTR SubclassId = 1;
+/// The property of a window that names its peer; GetWindowSubclass is in no import library.
+constexpr const wchar_t* PeerProperty = L"VelkorPeer";
+
+/// Whether a message comes to a window because of its child, whose handle it carries.
+HWND ChildOf(UINT message, LPARAM lParam) {
+  switch (message) {
+    case WM_COMMAND:
+    case WM_HSCROLL:
+    case WM_VSCROLL:
+    case WM_CTLCOLORSTATIC:
+    case WM_CTLCOLORBTN:
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORLISTBOX:
+    case WM_CTLCOLORSCROLLBAR:
+      return reinterpret_cast<HWND>(lParam);
+    case WM_NOTIFY:
+      return reinterpret_cast<const NMHDR*>(lParam)->hwndFrom;
+    case WM_DRAWITEM: {
+      // Of a menu it names the menu.
+      const auto& drawn = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+      return drawn.CtlType == ODT_MENU ? nullptr : drawn.hwndItem;
+    }
+    default:
+      return nullptr;
+  }
+}
+
+LRESULT CALLBACK PaintedWindow(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_SETFONT:
+      ::SetWindowLongPtrW(window, 0, static_cast<LONG_PTR>(wParam));
+      return 0;
+    case WM_GETFONT:
+      return ::GetWindowLongPtrW(window, 0);
+    default:
+      return ::DefWindowProcW(window, message, wParam, lParam);
+  }
+}
+
+}  // namespace
+
+PixelSize ScreenPixel() {
+  constexpr float TwipsPerInch = 1440;
+  const HDC screen = ::GetDC(nullptr);
+  const int across = ::GetDeviceCaps(screen, LOGPIXELSX);
+  const int down = ::GetDeviceCaps(screen, LOGPIXELSY);
+  ::ReleaseDC(nullptr, screen);
+  if (across <= 0 || down <= 0) return {};
+  return {TwipsPerInch / static_cast<float>(across), TwipsPerInch / static_cast<float>(down)};
+}
+
+PixelRect ToScreenPixels(const Rect& bounds) {
+  return ToPixels(bounds, ScreenPixel());
+}
+
+Point ToTwips(POINT pixels) {
+  const PixelSize pixel = ScreenPixel();
+  return {pixels.x * static_cast<double>(pixel.width),
+          pixels.y * static_cast<double>(pixel.height)};
+}
+
+POINT ToScreenPixels(Point position) {
+  const PixelSize pixel = ScreenPixel();
+  return {ToPixel(position.x, pixel.width), ToPixel(position.y, pixel.height)};
+}
+
+HINSTANCE ThisModule() {
+  HMODULE module = nullptr;
+  ::GetModuleHandleExW(
+      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+      reinterpret_cast<LPCWSTR>(&PaintedWindow), &module);
+  return module;
+}
+
+const wchar_t* PaintedWindowClass() {
+  constexpr const wchar_t* Name = L"VelkorPainted";
+  WNDCLASSW definition{};
+  if (::GetClassInfoW(ThisModule(), Name, &definition)) return Name;
+  definition.style = CS_DBLCLKS;
+  definition.lpfnWndProc = PaintedWindow;
+  definition.cbWndExtra = sizeof(LONG_PTR);
+  definition.hInstance = ThisModule();
+  definition.hCursor = ::LoadCursorW(nullptr, IDC_ARROW);
+  definition.lpszClassName = Name;
+  ::RegisterClassW(&definition);
+  return Name;
+}
+
+void UnregisterPaintedWindowClass() {
+  ::UnregisterClassW(L"VelkorPainted", ThisModule());
+}
+
+FontHandle MakeDialogFont() {
+  constexpr double Points = 9;
+  constexpr double TwipsPerPoint = 20;
+  LOGFONTW wanted{};
+  wanted.lfHeight = -ToPixel(Points * TwipsPerPoint, ScreenPixel().height);
+  wanted.lfWeight = FW_NORMAL;
+  wanted.lfCharSet = DEFAULT_CHARSET;
+  std::wstring(L"Tahoma").copy(wanted.lfFaceName, LF_FACESIZE - 1);
+  return FontHandle(::CreateFontIndirectW(&wanted));
+}
+
+std::optional<LRESULT> ReflectMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  const HWND child = ChildOf(message, lParam);
+  const HANDLE peer = child == nullptr ? nullptr : ::GetPropW(child, PeerProperty);
+  if (peer == nullptr) return std::nullopt;
+  return static_cast<WindowsPeer*>(peer)->Handle(message + Reflected, wParam, lParam);
+}
+
+WindowsPeer::WindowsPeer(Element& element, HWND parent, Placement placement,
+                         const wchar_t* windowClass, DWORD style, DWORD extendedStyle)
+    : element_(element), placement_(placement) {
+  window_ = ::CreateWindowExW(extendedStyle, windowClass, L"", style | WS_CHILD | WS_CLIPSIBLINGS,
+                              0, 0, 0, 0, parent, nullptr, ThisModule(), nullptr);
+  ::SetWindowSubclass(window_, Subclass, SubclassId, reinterpret_cast<DWORD_PTR>(this));
+  ::SetPropW(window_, PeerProperty, this);
+  const LRESULT font = ::SendMessageW(parent, WM_GETFONT, 0, 0);
+  ::SendMessageW(window_, WM_SETFONT, static_cast<WPARAM>(font), FALSE);
+  element_.Attach(this);
+}
+
+WindowsPeer::~WindowsPeer() {
+  if (element_.Peer() == this) element_.Attach(nullptr);
+  if (window_ == nullptr) return;
+  ::RemoveWindowSubclass(window_, Subclass, SubclassId);
+  ::RemovePropW(window_, PeerProperty);
+  EndToolTip();
+  ::DestroyWindow(window_);
+}
+
+/// The top-level window around a tool tip owns it, and may outlive what it tells about.
+void WindowsPeer::EndToolTip() {
+  if (toolTip_ != nullptr && ::IsWindow(toolTip_)) ::DestroyWindow(toolTip_);
+  toolTip_ = nullptr;
+}
+
+void WindowsPeer::RearmToolTip() {
+  if (toolTip_ != nullptr) ::SendMessageW(toolTip_, TTM_POP, 0, 0);
+}
+
+LRESULT CALLBACK WindowsPeer::Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                       UINT_PTR /*id*/, DWORD_PTR peer) {
+  auto& self = *reinterpret_cast<WindowsPeer*>(peer);
+  if (message == WM_NCDESTROY) {
+    ::RemoveWindowSubclass(window, Subclass, SubclassId);
+    ::RemovePropW(window, PeerProperty);
+    self.window_ = nullptr;
+    self.EndToolTip();
+    return ::DefSubclassProc(window, message, wParam, lParam);
+  }
+  if (message == WM_NOTIFY && self.toolTip_ != nullptr &&
+      reinterpret_cast<const NMHDR*>(lParam)->hwndFrom == self.toolTip_) {
+    self.GiveToolTip(lParam);
+    return 0;
+  }
+  try {
+    if (const auto answer = ReflectMessage(message, wParam, lParam)) return *answer;
+    if (const auto answer = self.Handle(message, wParam, lParam)) return *answer;
+  } catch (...) {
+    // Nothing may be thrown through the system; what users have to know, handlers have told.
+    return 0;
+  }
+  return ::DefSubclassProc(window, message, wParam, lParam);
+}
+
+std::optional<LRESULT> WindowsPeer::Handle(UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/) {
+  return std::nullopt;
+}
+
+LRESULT WindowsPeer::Default(UINT message, WPARAM wParam, LPARAM lParam) {
+  return window_ == nullptr ? 0 : ::DefSubclassProc(window_, message, wParam, lParam);
+}
+
+SIZE WindowsPeer::NeededSize(int /*width*/) {
+  return {};
+}
+
+void WindowsPeer::SetFocus() {
+  if (window_ != nullptr) ::SetFocus(window_);
+}
+
+void WindowsPeer::Changed() {
+  if (window_ == nullptr || mirroring_) return;
+  mirroring_ = true;
+  MirrorShared();
+  Mirror();
+  mirroring_ = false;
+}
+
+void WindowsPeer::MirrorShared() {
+  if (placement_ == Placement::Bounds) {
+    const PixelRect pixels = ToScreenPixels(element_.Bounds());
+    ::SetWindowPos(window_, nullptr, pixels.left, pixels.top, pixels.Width(), pixels.Height(),
+                   SWP_NOZORDER | SWP_NOACTIVATE);
+  }
+  if (element_.Enabled() != static_cast<bool>(::IsWindowEnabled(window_))) {
+    ::EnableWindow(window_, element_.Enabled());
+  }
+  const bool shown = (::GetWindowLongW(window_, GWL_STYLE) & WS_VISIBLE) != 0;
+  if (element_.Visible() != shown) ::ShowWindow(window_, element_.Visible() ? SW_SHOWNA : SW_HIDE);
+  MirrorToolTip();
+}
+
+/// The tool tip asks for its text each time.
+void WindowsPeer::MirrorToolTip() {
+  if (HasToolTip() == (toolTip_ != nullptr)) return;
+  if (toolTip_ != nullptr) {
+    EndToolTip();
+    return;
+  }
+  toolTip_ = ::CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, L"",
+                               WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, 0, 0, 0, 0, window_,
+                               nullptr, ThisModule(), nullptr);
+  TTTOOLINFOW tool{};
+  tool.cbSize = TTTOOLINFOW_V1_SIZE;
+  tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+  tool.hwnd = window_;
+  tool.uId = reinterpret_cast<UINT_PTR>(window_);
+  tool.lpszText = LPSTR_TEXTCALLBACKW;
+  ::SendMessageW(toolTip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+  // Without a width lines are not broken.
+  constexpr int Widest = 500;
+  ::SendMessageW(toolTip_, TTM_SETMAXTIPWIDTH, 0, Widest);
+}
+
+void WindowsPeer::GiveToolTip(LPARAM notice) {
+  auto& asked = *reinterpret_cast<NMTTDISPINFOW*>(notice);
+  if (asked.hdr.code != TTN_GETDISPINFOW) return;
+  dueToolTip_ = ToWide(ToolTipText());
+  asked.lpszText = dueToolTip_.data();
+}
+
+void WindowsPeer::SetWindowsText(const std::string& utf8) {
+  if (window_ != nullptr && WindowsText() != utf8) {
+    ::SetWindowTextW(window_, ToWide(utf8).c_str());
+  }
+}
+
+std::string WindowsPeer::WindowsText() const {
+  std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(window_)) + 1, L'\0');
+  const int length = ::GetWindowTextW(window_, text.data(), static_cast<int>(text.size()));
+  return ToUtf8({text.data(), static_cast<std::size_t>(length)});
+}
+
+}  // namespace velkor

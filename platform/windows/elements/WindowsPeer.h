@@ -1,0 +1,146 @@
+// platform/windows/elements/WindowsPeer.h: a child window that mirrors an element.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/InputElements.h"
+#include "platform/windows/drawing/GdiHandles.h"
+
+namespace velkor {
+
+class DialogOwner;
+
+/// Twips to a pixel of the screen as this process sees it (GetDeviceCaps, LOGPIXELSX): 15 at 96
+/// dots to the inch.
+PixelSize ScreenPixel();
+/// Whole pixels of an element's bounds.
+PixelRect ToScreenPixels(const Rect& bounds);
+/// Twips of a point in pixels, and the other way.
+Point ToTwips(POINT pixels);
+POINT ToScreenPixels(Point position);
+
+/// Who decides where a window stands: its element's bounds, or the layout of a form.
+enum class Placement { Bounds, Layout };
+
+/// What a parent hands to its child of a message that the child's own doing brought there
+/// (WM_COMMAND, WM_NOTIFY, WM_HSCROLL, WM_VSCROLL, WM_DRAWITEM, WM_CTLCOLOR...): the same message
+/// with this added.
+inline constexpr UINT Reflected = 0x2000;
+
+/// Hands such a message of a parent to its child's peer. Every window procedure of a window that
+/// holds peers asks this first.
+/// @return none when no child is concerned
+std::optional<LRESULT> ReflectMessage(UINT message, WPARAM wParam, LPARAM lParam);
+
+/// A window attached to its element from here to its end; it is destroyed with it. The window may
+/// be gone before, as windows go with their parents: then this does nothing any more. What the
+/// element's handlers do may destroy the window, but not this: whoever owns peers keeps them until
+/// the handlers returned (see DialogOwner::IsBusy).
+class WindowsPeer : public ElementPeer {
+ public:
+  ~WindowsPeer() override;
+  WindowsPeer(const WindowsPeer&) = delete;
+  WindowsPeer& operator=(const WindowsPeer&) = delete;
+
+  /// Null once the window is gone.
+  HWND Window() const { return window_; }
+  Element& Mirrored() const { return element_; }
+  /// Width and height in pixels that the element needs to be shown whole; for a layout.
+  /// @param width  that is there, for elements that wrap their text; 0 for no limit
+  virtual SIZE NeededSize(int width);
+
+  void Changed() override;
+  void SetFocus() override;
+
+ protected:
+  /// Makes the window, hidden, with the font of its parent, and attaches it to the element. Who
+  /// derives from this calls Changed at the end of its constructor.
+  /// @param windowClass  of the system, of the common controls, or PaintedWindowClass
+  WindowsPeer(Element& element, HWND parent, Placement placement, const wchar_t* windowClass,
+              DWORD style, DWORD extendedStyle = 0);
+
+  /// Reads what only this kind of element has.
+  virtual void Mirror() {}
+  /// A message of the window, or one that its parent reflects; none for the window's own answer.
+  virtual std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam);
+  /// What to show when the pointer rests on the window; asked when it is due.
+  virtual std::string ToolTipText() { return element_.ToolTip(); }
+  /// Whether the pointer may bring a tool tip at all.
+  virtual bool HasToolTip() const { return !element_.ToolTip().empty(); }
+  /// Takes a tool tip off, so that it is asked for anew when the pointer rests again.
+  void RearmToolTip();
+  /// What the window procedure under this one does.
+  LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam);
+  /// Sets the window's text, unless it has it.
+  void SetWindowsText(const std::string& utf8);
+  std::string WindowsText() const;
+  /// Whether what the window tells now is the answer to what this told it.
+  bool IsMirroring() const { return mirroring_; }
+
+ private:
+  friend std::optional<LRESULT> ReflectMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  static LRESULT CALLBACK Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                   UINT_PTR id, DWORD_PTR peer);
+  void MirrorShared();
+  void MirrorToolTip();
+  void EndToolTip();
+  void GiveToolTip(LPARAM notice);
+
+  Element& element_;
+  Placement placement_;
+  HWND window_ = nullptr;
+  HWND toolTip_ = nullptr;
+  std::wstring dueToolTip_;
+  bool mirroring_ = false;
+};
+
+/// Class of windows that do nothing by themselves, but keep the font that they are given; it is
+/// registered when asked for.
+const wchar_t* PaintedWindowClass();
+
+/// Ends the class; for a library that is unloaded, when none of its windows is left.
+void UnregisterPaintedWindowClass();
+
+/// The font of dialogs at the screen's resolution. Whoever makes the outermost window owns one and
+/// answers WM_GETFONT with it: children ask their parent.
+FontHandle MakeDialogFont();
+
+/// The module that this code lies in: the program or the library.
+HINSTANCE ThisModule();
+
+/// Each makes the window of one element, a child of `parent`. The element outlives it. Of windows
+/// that overlap the one made first lies on top, and is first in the order of the Tab key.
+std::unique_ptr<WindowsPeer> MakePeer(Label& label, HWND parent,
+                                      Placement placement = Placement::Bounds);
+std::unique_ptr<WindowsPeer> MakePeer(CommandButton& button, HWND parent,
+                                      Placement placement = Placement::Bounds);
+std::unique_ptr<WindowsPeer> MakePeer(Image& image, HWND parent,
+                                      Placement placement = Placement::Bounds);
+/// May hold the windows of other elements.
+std::unique_ptr<WindowsPeer> MakePeer(PictureBox& picture, HWND parent,
+                                      Placement placement = Placement::Bounds);
+std::unique_ptr<WindowsPeer> MakePeer(ScrollBar& scrollBar, HWND parent,
+                                      Placement placement = Placement::Bounds);
+std::unique_ptr<WindowsPeer> MakePeer(Toolbar& toolbar, HWND parent,
+                                      Placement placement = Placement::Bounds);
+/// A masked box takes only what fits its mask.
+std::unique_ptr<WindowsPeer> MakePeer(TextBox& box, HWND parent,
+                                      Placement placement = Placement::Bounds);
+std::unique_ptr<WindowsPeer> MakePeer(CheckBox& box, HWND parent,
+                                      Placement placement = Placement::Bounds);
+std::unique_ptr<WindowsPeer> MakePeer(OptionButton& button, HWND parent,
+                                      Placement placement = Placement::Bounds);
+std::unique_ptr<WindowsPeer> MakePeer(ComboBox& box, HWND parent,
+                                      Placement placement = Placement::Bounds);
+std::unique_ptr<WindowsPeer> MakePeer(CheckListBox& list, HWND parent,
+                                      Placement placement = Placement::Bounds);
+
+/// These have no place of their own. `control` is the window whose points a menu pops up at; a menu
+/// pops up inside a scope of `owner`.
+std::unique_ptr<ElementPeer> MakePeer(Menu& menu, HWND control, DialogOwner& owner);
+/// Ticks on the thread that made it, whether or not there is any window.
+std::unique_ptr<ElementPeer> MakePeer(Timer& timer);
+
+}  // namespace velkor
