@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "control/Frame.h"
+#include "control/YearPlanParts.h"
 #include "platform/Host.h"
 #include "values/Error.h"
 
@@ -44,144 +44,144 @@ void CheckMonth(int month) {
 }  // namespace
 
 YearPlan::YearPlan(const Platform& platform, ControlHost& host)
-    : frame_(std::make_unique<Frame>(platform, host)) {}
+    : parts_(std::make_unique<Parts>(platform, host)) {}
 
 YearPlan::~YearPlan() = default;
 
 const std::string& YearPlan::Folder() const {
-  return frame_->Folder;
+  return parts_->Folder;
 }
 
 void YearPlan::SetFolder(std::string_view value) {
-  frame_->Folder = value;
-  frame_->Host().PropertyChanged(property_keys::Folder);
+  parts_->Folder = value;
+  parts_->Host().PropertyChanged(property_keys::Folder);
 }
 
 bool YearPlan::AllEvents() const {
-  return frame_->options.AllEvents;
+  return parts_->options.AllEvents;
 }
 
 void YearPlan::SetAllEvents(bool value) {
-  frame_->options.AllEvents = value;
-  frame_->Host().PropertyChanged(property_keys::AllEvents);
+  parts_->options.AllEvents = value;
+  parts_->Host().PropertyChanged(property_keys::AllEvents);
 }
 
 bool YearPlan::HideNonCategoryItems() const {
-  return frame_->options.HideNonCategoryItems;
+  return parts_->options.HideNonCategoryItems;
 }
 
 void YearPlan::SetHideNonCategoryItems(bool value) {
-  frame_->options.HideNonCategoryItems = value;
-  frame_->Host().PropertyChanged(property_keys::HideNonCategoryItems);
+  parts_->options.HideNonCategoryItems = value;
+  parts_->Host().PropertyChanged(property_keys::HideNonCategoryItems);
 }
 
 bool YearPlan::DisplaySubject() const {
-  return frame_->options.DisplaySubject;
+  return parts_->options.DisplaySubject;
 }
 
 void YearPlan::SetDisplaySubject(bool value) {
-  frame_->options.DisplaySubject = value;
-  frame_->Host().PropertyChanged(property_keys::DisplaySubject);
+  parts_->options.DisplaySubject = value;
+  parts_->Host().PropertyChanged(property_keys::DisplaySubject);
 }
 
 const std::string& YearPlan::TitleName() const {
-  return frame_->TitleName;
+  return parts_->TitleName;
 }
 
 void YearPlan::SetTitleName(std::string_view value) {
-  frame_->TitleName = value;
-  frame_->Host().PropertyChanged(property_keys::TitleName);
+  parts_->TitleName = value;
+  parts_->Host().PropertyChanged(property_keys::TitleName);
 }
 
 const std::string& YearPlan::AppointmentForm() const {
-  return frame_->AppointmentForm;
+  return parts_->AppointmentForm;
 }
 
 void YearPlan::SetAppointmentForm(std::string_view value) {
-  frame_->AppointmentForm = value;
-  frame_->Host().PropertyChanged(property_keys::AppointmentForm);
+  parts_->AppointmentForm = value;
+  parts_->Host().PropertyChanged(property_keys::AppointmentForm);
 }
 
 int YearPlan::FirstMonth() const {
-  return frame_->FirstMonth;
+  return parts_->FirstMonth;
 }
 
 void YearPlan::SetFirstMonth(int value) {
   CheckMonth(value);
-  frame_->FirstMonth = static_cast<std::int16_t>(value);
-  frame_->Host().PropertyChanged(property_keys::FirstMonth);
+  parts_->FirstMonth = static_cast<std::int16_t>(value);
+  parts_->Host().PropertyChanged(property_keys::FirstMonth);
 }
 
 void YearPlan::ReadProperties(PropertyBag& bag) {
-  Frame& frame = *frame_;
-  Read<std::string>(bag, property_keys::Folder, frame.Folder, {});
-  Read(bag, property_keys::AllEvents, frame.options.AllEvents, false);
-  Read(bag, property_keys::DisplaySubject, frame.options.DisplaySubject, false);
-  Read<std::string>(bag, property_keys::TitleName, frame.TitleName, DefaultTitleName);
-  Read(bag, property_keys::HideNonCategoryItems, frame.options.HideNonCategoryItems, false);
-  Read<std::string>(bag, property_keys::AppointmentForm, frame.AppointmentForm,
+  Parts& parts = *parts_;
+  Read<std::string>(bag, property_keys::Folder, parts.Folder, {});
+  Read(bag, property_keys::AllEvents, parts.options.AllEvents, false);
+  Read(bag, property_keys::DisplaySubject, parts.options.DisplaySubject, false);
+  Read<std::string>(bag, property_keys::TitleName, parts.TitleName, DefaultTitleName);
+  Read(bag, property_keys::HideNonCategoryItems, parts.options.HideNonCategoryItems, false);
+  Read<std::string>(bag, property_keys::AppointmentForm, parts.AppointmentForm,
                     DefaultAppointmentForm);
   std::int16_t month = DefaultFirstMonth;
   Read(bag, property_keys::FirstMonth, month, DefaultFirstMonth);
   // A bag holds what other programs wrote.
-  frame.FirstMonth = IsMonth(month) ? month : DefaultFirstMonth;
-  frame.elements.tmrStart.SetEnabled(true);
+  parts.FirstMonth = IsMonth(month) ? month : DefaultFirstMonth;
+  parts.elements.tmrStart.SetEnabled(true);
 }
 
 void YearPlan::WriteProperties(PropertyBag& bag) const {
-  const Frame& frame = *frame_;
-  bag.WriteProperty(property_keys::Folder, frame.Folder, std::string());
-  bag.WriteProperty(property_keys::AllEvents, frame.options.AllEvents, false);
-  bag.WriteProperty(property_keys::DisplaySubject, frame.options.DisplaySubject, false);
-  bag.WriteProperty(property_keys::TitleName, frame.TitleName, std::string(DefaultTitleName));
-  bag.WriteProperty(property_keys::HideNonCategoryItems, frame.options.HideNonCategoryItems, false);
-  bag.WriteProperty(property_keys::AppointmentForm, frame.AppointmentForm,
+  const Parts& parts = *parts_;
+  bag.WriteProperty(property_keys::Folder, parts.Folder, std::string());
+  bag.WriteProperty(property_keys::AllEvents, parts.options.AllEvents, false);
+  bag.WriteProperty(property_keys::DisplaySubject, parts.options.DisplaySubject, false);
+  bag.WriteProperty(property_keys::TitleName, parts.TitleName, std::string(DefaultTitleName));
+  bag.WriteProperty(property_keys::HideNonCategoryItems, parts.options.HideNonCategoryItems, false);
+  bag.WriteProperty(property_keys::AppointmentForm, parts.AppointmentForm,
                     std::string(DefaultAppointmentForm));
-  bag.WriteProperty(property_keys::FirstMonth, frame.FirstMonth, DefaultFirstMonth);
+  bag.WriteProperty(property_keys::FirstMonth, parts.FirstMonth, DefaultFirstMonth);
 }
 
 void YearPlan::CatDelete(std::string_view name) {
-  frame_->CatDelete(name);
+  parts_->CatDelete(name);
 }
 
 void YearPlan::CatColour(std::string_view name) {
-  frame_->CatColour(name);
+  parts_->CatColour(name);
 }
 
 std::vector<std::string> YearPlan::GetStringList() {
-  return frame_->CategoryNames();
+  return parts_->CategoryNames();
 }
 
 void YearPlan::KeepBandsReadable(Surface& measuring) {
-  frame_->KeepBandsReadable(measuring);
+  parts_->KeepBandsReadable(measuring);
 }
 
 void YearPlan::Resize(Extent size, PixelSize pixel) {
-  frame_->Resize(size, pixel);
+  parts_->Resize(size, pixel);
 }
 
 int YearPlan::DisplayedYear() const {
-  return frame_->Grid().Span().ViewYear;
+  return parts_->Grid().Span().ViewYear;
 }
 
 void YearPlan::ChangeYear(int by) {
-  frame_->ChangeYear(by);
+  parts_->ChangeYear(by);
 }
 
 void YearPlan::RefreshSoon() {
-  frame_->RefreshSoon();
+  parts_->RefreshSoon();
 }
 
 std::string YearPlan::Description() const {
-  return frame_->Description();
+  return parts_->Description();
 }
 
 YearPlanElements& YearPlan::Elements() {
-  return frame_->elements;
+  return parts_->elements;
 }
 
 const YearGrid& YearPlan::Grid() const {
-  return frame_->Grid();
+  return parts_->Grid();
 }
 
 }  // namespace velkor

@@ -84,8 +84,8 @@ class YearPlan {
   const YearGrid& Grid() const;
 
  private:
-  class Frame;
-  std::unique_ptr<Frame> frame_;
+  class Parts;
+  std::unique_ptr<Parts> parts_;
 };
 
 }  // namespace velkor

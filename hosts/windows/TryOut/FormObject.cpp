@@ -113,7 +113,7 @@ int FormObject::Finish() {
 }
 
 Variant FormObject::YearPlan(const Call&) {
-  return Variant(&form_.Host().Control());
+  return Variant(&form_.Container().Control());
 }
 
 Variant FormObject::Open(const Call&) {
@@ -145,22 +145,22 @@ Variant FormObject::Restore(const Call& call) {
 }
 
 Variant FormObject::Resize(const Call& call) {
-  form_.Host();
+  form_.Container();
   form_.Resize({call[0].ToInt(), call[1].ToInt()});
   return {};
 }
 
 Variant FormObject::Width(const Call&) {
-  return Number(form_.Host().Size().cx);
+  return Number(form_.Container().Size().cx);
 }
 
 Variant FormObject::Height(const Call&) {
-  return Number(form_.Host().Size().cy);
+  return Number(form_.Container().Size().cy);
 }
 
 /// Whether one of the control's windows has the keyboard.
 Variant FormObject::HasKeyboard(const Call&) {
-  return Variant(::IsChild(form_.Host().ControlWindow(), ::GetFocus()) != FALSE);
+  return Variant(::IsChild(form_.Container().ControlWindow(), ::GetFocus()) != FALSE);
 }
 
 Variant FormObject::Status(const Call&) {
@@ -227,22 +227,22 @@ Variant FormObject::WaitForDialogs(const Call&) {
 }
 
 Variant FormObject::Click(const Call& call) {
-  PostClick(form_.Host().ControlWindow(), PointOf(call), MouseButton::Left);
+  PostClick(form_.Container().ControlWindow(), PointOf(call), MouseButton::Left);
   return {};
 }
 
 Variant FormObject::RightClick(const Call& call) {
-  PostClick(form_.Host().ControlWindow(), PointOf(call), MouseButton::Right);
+  PostClick(form_.Container().ControlWindow(), PointOf(call), MouseButton::Right);
   return {};
 }
 
 Variant FormObject::Move(const Call& call) {
-  PostMove(form_.Host().ControlWindow(), PointOf(call));
+  PostMove(form_.Container().ControlWindow(), PointOf(call));
   return {};
 }
 
 Variant FormObject::Press(const Call& call) {
-  PostKey(form_.Host().ControlWindow(), static_cast<WPARAM>(call[0].ToInt()));
+  PostKey(form_.Container().ControlWindow(), static_cast<WPARAM>(call[0].ToInt()));
   return {};
 }
 
@@ -253,14 +253,14 @@ Variant FormObject::Type(const Call& call) {
 }
 
 Variant FormObject::Button(const Call& call) {
-  PostToolbarButton(form_.Host().ControlWindow(), call[0].ToInt());
+  PostToolbarButton(form_.Container().ControlWindow(), call[0].ToInt());
   return {};
 }
 
 /// Draws the control anew; with a path also into a file.
 Variant FormObject::Draw(const Call& call) {
-  const SIZE size = form_.Host().Size();
-  picture_ = form_.Host().Draw();
+  const SIZE size = form_.Container().Size();
+  picture_ = form_.Container().Draw();
   pictureSize_ = size;
   if (call.Has(0)) SaveBitmap(*picture_, size, call[0].ToText());
   return {};

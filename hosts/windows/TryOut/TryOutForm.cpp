@@ -62,17 +62,17 @@ void TryOutForm::Open() {
   status_ = ::CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0,
                               0, 0, 0, window_, nullptr, nullptr, nullptr);
   ::SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
-  host_ = std::make_unique<ControlHost>(window_);
-  host_->listener.onStatus = [this](const std::string& text) {
+  container_ = std::make_unique<ControlContainer>(window_);
+  container_->listener.onStatus = [this](const std::string& text) {
     ShowStatus(text);
     if (listener.onStatus) listener.onStatus(text);
   };
-  host_->listener.onError = [this](int number, const std::string& description) {
+  container_->listener.onError = [this](int number, const std::string& description) {
     ShowStatus("Error " + std::to_string(number) + ": " + description);
     if (listener.onError) listener.onError(number, description);
   };
-  host_->listener.onPropertyChanged = [this](const std::string& name) {
-    if (host_->IsPlaced()) bar_->Show(host_->Control());
+  container_->listener.onPropertyChanged = [this](const std::string& name) {
+    if (container_->IsPlaced()) bar_->Show(container_->Control());
     if (listener.onPropertyChanged) listener.onPropertyChanged(name);
   };
   Arrange();
@@ -81,27 +81,27 @@ void TryOutForm::Open() {
 }
 
 void TryOutForm::Close() {
-  if (host_) host_->Remove();
+  if (container_) container_->Remove();
   if (window_ != nullptr) ::DestroyWindow(window_);
-  host_.reset();
+  container_.reset();
   bar_.reset();
 }
 
-ControlHost& TryOutForm::Host() {
-  if (!host_) throw Error(errors::InvalidProcedureCall, "The form is not open.");
-  return *host_;
+ControlContainer& TryOutForm::Container() {
+  if (!container_) throw Error(errors::InvalidProcedureCall, "The form is not open.");
+  return *container_;
 }
 
 std::string TryOutForm::Place(const std::optional<std::string>& properties) {
   bar_->Enable(false);
-  const std::string objection = Host().Place(ControlPlace(), properties);
-  bar_->Show(Host().Control());
+  const std::string objection = Container().Place(ControlPlace(), properties);
+  bar_->Show(Container().Control());
   bar_->Enable(true);
   return objection;
 }
 
 void TryOutForm::Save(const std::string& path) {
-  const std::string properties = Host().Properties();
+  const std::string properties = Container().Properties();
   WindowsFiles files;
   const std::string whole = path + ".new";
   const std::unique_ptr<OutputFile> file = files.OpenForWriting(whole);
@@ -133,7 +133,7 @@ void TryOutForm::Arrange() {
   ::GetClientRect(window_, &area);
   ::SendMessageW(status_, WM_SIZE, 0, 0);
   barHeight_ = bar_->Arrange(area.right);
-  host_->Move(ControlPlace());
+  container_->Move(ControlPlace());
 }
 
 void TryOutForm::Resize(SIZE control) {
@@ -160,7 +160,7 @@ void TryOutForm::Tell(const std::string& text) const {
 bool TryOutForm::TranslateKey(MSG& message) {
   if (window_ == nullptr || !IsKey(message)) return false;
   if (message.hwnd != window_ && !::IsChild(window_, message.hwnd)) return false;
-  return host_->TranslateKey(message) || ::IsDialogMessageW(window_, &message);
+  return container_->TranslateKey(message) || ::IsDialogMessageW(window_, &message);
 }
 
 bool TryOutForm::Pump(int milliseconds, const std::function<bool()>& holds) {
@@ -201,7 +201,7 @@ void TryOutForm::RunForUser() {
            "defaults.\n\n" +
            objection);
     }
-    if (Host().IsPlaced()) Host().Focus();
+    if (Container().IsPlaced()) Container().Focus();
   } catch (const Error& error) {
     Tell(error.Description());
   }
@@ -211,7 +211,7 @@ void TryOutForm::RunForUser() {
 
 void TryOutForm::OnCommand(int command) {
   try {
-    if (command == form_commands::Apply) bar_->Apply(Host().Control());
+    if (command == form_commands::Apply) bar_->Apply(Container().Control());
     if (command == form_commands::Save) {
       Save(UsersPropertyFile());
       ShowStatus("The properties are saved in " + UsersPropertyFile());
@@ -221,7 +221,7 @@ void TryOutForm::OnCommand(int command) {
       if (!objection.empty()) Tell("The saved properties cannot be loaded.\n\n" + objection);
     }
   } catch (const Error& error) {
-    if (IsOpen() && host_->IsPlaced()) bar_->Show(host_->Control());
+    if (IsOpen() && container_->IsPlaced()) bar_->Show(container_->Control());
     Tell(error.Description());
   }
 }

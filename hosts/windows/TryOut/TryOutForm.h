@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "hosts/windows/TryOut/ControlHost.h"
+#include "hosts/windows/TryOut/ControlContainer.h"
 #include "hosts/windows/TryOut/FormBar.h"
 #include "platform/windows/system/WindowsFiles.h"
 
@@ -30,9 +30,9 @@ class TryOutForm {
   /// Takes the control away, and the window with it.
   void Close();
 
-  /// Makes the control anew (see ControlHost::Place), in an open window.
+  /// Makes the control anew (see ControlContainer::Place), in an open window.
   std::string Place(const std::optional<std::string>& properties);
-  ControlHost& Host();
+  ControlContainer& Container();
 
   /// Throw Error (PathNotFound, FileNotFound) with the path.
   void Save(const std::string& path);
@@ -67,7 +67,7 @@ class TryOutForm {
   HWND lastFocus_ = nullptr;
   int barHeight_ = 0;
   std::unique_ptr<FormBar> bar_;
-  std::unique_ptr<ControlHost> host_;
+  std::unique_ptr<ControlContainer> container_;
   bool forUser_ = false;
 };
 

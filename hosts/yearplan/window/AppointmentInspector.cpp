@@ -5,7 +5,7 @@
 #include <QDialogButtonBox>
 #include <QVBoxLayout>
 
-#include "hosts/yearplan/window/AppointmentForm.h"
+#include "hosts/yearplan/window/AppointmentFields.h"
 #include "hosts/yearplan/window/Complaint.h"
 #include "platform/Outlook.h"
 #include "platform/desktop/QtText.h"
@@ -19,13 +19,16 @@ constexpr QSize UsualSize{520, 460};
 class Inspector : public QDialog {
  public:
   Inspector(QWidget* parent, OutlookItem& item)
-      : QDialog(parent), item_(item), form_(new AppointmentForm(item)), complaint_(new Complaint) {
+      : QDialog(parent),
+        item_(item),
+        fields_(new AppointmentFields(item)),
+        complaint_(new Complaint) {
     const std::string subject = item.Subject();
     setObjectName("AppointmentInspector");
     setWindowTitle(subject.empty() ? tr("Appointment") : tr("%1 - Appointment").arg(ToQt(subject)));
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     auto* const rows = new QVBoxLayout(this);
-    rows->addWidget(form_, 1);
+    rows->addWidget(fields_, 1);
     rows->addWidget(complaint_);
     rows->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::accepted, this, [this] { SaveAndClose(); });
@@ -35,13 +38,13 @@ class Inspector : public QDialog {
 
  private:
   void SaveAndClose() {
-    complaint_->Say(form_->Objection());
+    complaint_->Say(fields_->Objection());
     if (complaint_->isVisible()) return;
     try {
-      form_->Write(item_);
+      fields_->Write(item_);
       item_.Save();
     } catch (const Error& error) {
-      form_->Restore(item_);
+      fields_->Restore(item_);
       complaint_->Say(tr("The appointment could not be saved: %1").arg(ToQt(error.Description())));
       return;
     }
@@ -49,7 +52,7 @@ class Inspector : public QDialog {
   }
 
   OutlookItem& item_;
-  AppointmentForm* form_;
+  AppointmentFields* fields_;
   Complaint* complaint_;
 };
 

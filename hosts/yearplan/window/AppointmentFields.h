@@ -1,4 +1,5 @@
-// hosts/yearplan/window/AppointmentForm.h: the fields of an appointment as a form of widgets.
+// hosts/yearplan/window/AppointmentFields.h: shows the fields of an appointment and writes what the
+// user changed.
 #pragma once
 
 #include <QString>
@@ -29,9 +30,9 @@ struct AppointmentTimes {
 
 /// Shows what an item holds, and writes into it what the user changed. To people the last day of
 /// an all-day appointment is its end.
-class AppointmentForm : public QWidget {
+class AppointmentFields : public QWidget {
  public:
-  explicit AppointmentForm(OutlookItem& item, QWidget* parent = nullptr);
+  explicit AppointmentFields(OutlookItem& item, QWidget* parent = nullptr);
 
   /// Why the fields cannot be saved as they are; empty when they can.
   QString Objection() const;

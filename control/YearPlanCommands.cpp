@@ -1,11 +1,11 @@
-// control/FrameCommands.cpp: what the toolbar, the menus and the public methods do.
+// control/YearPlanCommands.cpp: what the toolbar, the menus and the public methods do.
 #include <algorithm>
 #include <utility>
 
 #include "categories/ColourList.h"
 #include "categories/MasterList.h"
 #include "categories/dlgFilter.h"
-#include "control/Frame.h"
+#include "control/YearPlanParts.h"
 #include "control/frmAbout.h"
 #include "exchange/CategoryImport.h"
 #include "exchange/XmlExport.h"
@@ -18,7 +18,7 @@
 #include "values/NameList.h"
 
 namespace velkor {
-void YearPlan::Frame::Command1_Click() {
+void YearPlan::Parts::Command1_Click() {
   if (!live_) return;
   Guard(platform_.messages, "Error refreshing the year ", [&] {
     ReloadEvents();
@@ -26,7 +26,7 @@ void YearPlan::Frame::Command1_Click() {
   });
 }
 
-void YearPlan::Frame::Toolbar1_ButtonClick(std::string_view key) {
+void YearPlan::Parts::Toolbar1_ButtonClick(std::string_view key) {
   if (key == toolbar_keys::Back) ChangeYear(-1);
   if (key == toolbar_keys::Next) ChangeYear(1);
   if (key == toolbar_keys::Filter) Filter_Click();
@@ -35,7 +35,7 @@ void YearPlan::Frame::Toolbar1_ButtonClick(std::string_view key) {
   if (key == toolbar_keys::Save) XmlExport(*this, platform_).Run();
 }
 
-void YearPlan::Frame::Filter_Click() {
+void YearPlan::Parts::Filter_Click() {
   Guard(platform_.messages, "Error setting the filter ", [&] {
     dlgFilter form(
         grid_.Filter(), TitleName,
@@ -58,7 +58,7 @@ void YearPlan::Frame::Filter_Click() {
   });
 }
 
-void YearPlan::Frame::Print_Click() {
+void YearPlan::Parts::Print_Click() {
   Guard(platform_.messages, "Error printing ", [&] {
     if (grid_.Options() != options) Redraw(false);
     frmPrint form(grid_, names_, {TitleName, grid_.Span().FirstMonth, options.DisplaySubject},
@@ -71,7 +71,7 @@ void YearPlan::Frame::Print_Click() {
   });
 }
 
-void YearPlan::Frame::ApplyFilter(CategoryFilter filter) {
+void YearPlan::Parts::ApplyFilter(CategoryFilter filter) {
   const bool active = !filter.GetCategoryFilter().empty();
   elements.Toolbar1.SetButtonToolTip(toolbar_keys::Filter, filter.ToolTip());
   elements.Toolbar1.SetButtonImage(toolbar_keys::Filter,
@@ -80,40 +80,40 @@ void YearPlan::Frame::ApplyFilter(CategoryFilter filter) {
   Redraw(false);
 }
 
-std::vector<std::string> YearPlan::Frame::CategoryNames() {
+std::vector<std::string> YearPlan::Parts::CategoryNames() {
   if (!live_) return {};
   return CategoryNamesOf(colours_.CollectAllLists());
 }
 
-void YearPlan::Frame::CatDelete(std::string_view name) {
+void YearPlan::Parts::CatDelete(std::string_view name) {
   if (live_) categoryCommands_.CatDelete(name);
 }
 
-void YearPlan::Frame::CatColour(std::string_view name) {
+void YearPlan::Parts::CatColour(std::string_view name) {
   if (live_) categoryCommands_.CatColour(name);
 }
 
-bool YearPlan::Frame::AreCategoriesKnown() {
+bool YearPlan::Parts::AreCategoriesKnown() {
   // What another planner saved a moment ago.
   access_.Arrivals().Take();
   if (knownTitle_ != TitleName) ReloadCategories();
   return knownTitle_ == TitleName;
 }
 
-void YearPlan::Frame::ChangeCategories(std::vector<Category> categories) {
+void YearPlan::Parts::ChangeCategories(std::vector<Category> categories) {
   TakeOptions();
   grid_.SetCategories(CategoryTable(std::move(categories)));
   legend_.CategoriesChanged();
   Redraw(false);
 }
 
-bool YearPlan::Frame::IsCarried(std::string_view category) const {
+bool YearPlan::Parts::IsCarried(std::string_view category) const {
   return std::any_of(grid_.Events().begin(), grid_.Events().end(), [&](const CalEvent& event) {
     return HasName(event.Categories, grid_.Filter().FilterSeparator(), category);
   });
 }
 
-void YearPlan::Frame::RenameOnShow(std::string_view from, std::string_view to) {
+void YearPlan::Parts::RenameOnShow(std::string_view from, std::string_view to) {
   const EventFields fields = grid_.Fields();
   ChangeEvents([&](EventCollection& events) {
     for (CalEvent& event : events) {
@@ -124,7 +124,7 @@ void YearPlan::Frame::RenameOnShow(std::string_view from, std::string_view to) {
   });
 }
 
-std::optional<EventCollection> YearPlan::Frame::EventsOf(int viewYear,
+std::optional<EventCollection> YearPlan::Parts::EventsOf(int viewYear,
                                                          const std::function<bool()>& goesOn) {
   const DisplaySpan span{viewYear, grid_.Span().FirstMonth};
   EventCollection events;
@@ -151,26 +151,26 @@ std::optional<EventCollection> YearPlan::Frame::EventsOf(int viewYear,
   return events;
 }
 
-void YearPlan::Frame::BeginReadingYears() {
+void YearPlan::Parts::BeginReadingYears() {
   refresh_.PauseTimer();
 }
 
-void YearPlan::Frame::EndReadingYears() {
+void YearPlan::Parts::EndReadingYears() {
   refresh_.ResumeTimer();
   ReloadEvents();
 }
 
-void YearPlan::Frame::mnuNew_Click() {
+void YearPlan::Parts::mnuNew_Click() {
   const auto days = gridView_.DaysForNew();
   if (days && commands_.New(days->start, days->end)) gridView_.ClearSelection();
 }
 
-void YearPlan::Frame::mnuAbout_Click() {
+void YearPlan::Parts::mnuAbout_Click() {
   frmAbout form(platform_.shell);
   platform_.forms.ShowModal(form);
 }
 
-void YearPlan::Frame::mnuSelection_Click(int index) {
+void YearPlan::Parts::mnuSelection_Click(int index) {
   for (MenuItem* mode : elements.mnuSelectionMode.entries) {
     mode->SetChecked(mode->Index() == index);
   }

@@ -1,4 +1,4 @@
-// hosts/windows/TryOut/ControlHost.h: the control in a window of the system's own container.
+// hosts/windows/TryOut/ControlContainer.h: the control in a window of the system's own container.
 #pragma once
 
 #include <memory>
@@ -11,13 +11,13 @@
 namespace velkor {
 
 /// Holds one control at a time in a child window of atl.dll. On the thread that initialised OLE.
-class ControlHost {
+class ControlContainer {
  public:
   /// @param parent  window that the control stands in; outlives this
-  explicit ControlHost(HWND parent) : parent_(parent) {}
-  ~ControlHost() { Remove(); }
-  ControlHost(const ControlHost&) = delete;
-  ControlHost& operator=(const ControlHost&) = delete;
+  explicit ControlContainer(HWND parent) : parent_(parent) {}
+  ~ControlContainer() { Remove(); }
+  ControlContainer(const ControlContainer&) = delete;
+  ControlContainer& operator=(const ControlContainer&) = delete;
 
   /// Takes effect with the next control.
   ControlListener listener;

@@ -1,5 +1,6 @@
-// hosts/windows/TryOut/ControlHost.cpp: the container's functions, found by their names in atl.dll.
-#include "hosts/windows/TryOut/ControlHost.h"
+// hosts/windows/TryOut/ControlContainer.cpp: the container's functions, found by their names in
+// atl.dll.
+#include "hosts/windows/TryOut/ControlContainer.h"
 
 #include <utility>
 
@@ -56,7 +57,7 @@ std::string TakeErrorText() {
 
 }  // namespace
 
-ComPtr<IStream> ControlHost::MakeStream(const std::optional<std::string>& properties) const {
+ComPtr<IStream> ControlContainer::MakeStream(const std::optional<std::string>& properties) const {
   ComPtr<IStream> stream;
   if (!properties) return stream;
   Check(::CreateStreamOnHGlobal(nullptr, TRUE, &stream), "No memory for the properties");
@@ -66,7 +67,8 @@ ComPtr<IStream> ControlHost::MakeStream(const std::optional<std::string>& proper
   return stream;
 }
 
-std::string ControlHost::Place(const RECT& place, const std::optional<std::string>& properties) {
+std::string ControlContainer::Place(const RECT& place,
+                                    const std::optional<std::string>& properties) {
   Remove();
   CheckRegistered();
   ContainerFunction<InitFunction>("AtlAxWinInit")();
@@ -102,38 +104,38 @@ std::string ControlHost::Place(const RECT& place, const std::optional<std::strin
   return objection;
 }
 
-void ControlHost::Remove() {
+void ControlContainer::Remove() {
   events_.reset();
   control_.Reset();
   if (window_ != nullptr) ::DestroyWindow(std::exchange(window_, nullptr));
 }
 
-void ControlHost::Move(const RECT& place) {
+void ControlContainer::Move(const RECT& place) {
   if (window_ == nullptr) return;
   ::SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left,
                  place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-IDispatch& ControlHost::Control() const {
+IDispatch& ControlContainer::Control() const {
   if (!control_) throw Error(errors::InvalidProcedureCall, "There is no year planner in the form.");
   return *control_.Get();
 }
 
 template <typename Interface>
-ComPtr<Interface> ControlHost::As(const char* doing) const {
+ComPtr<Interface> ControlContainer::As(const char* doing) const {
   ComPtr<Interface> found;
   Check(Control().QueryInterface(IID_PPV_ARGS(&found)), doing);
   return found;
 }
 
-HWND ControlHost::ControlWindow() const {
+HWND ControlContainer::ControlWindow() const {
   HWND window = nullptr;
   Check(As<IOleInPlaceActiveObject>("The control has no window")->GetWindow(&window),
         "The control has no window");
   return window;
 }
 
-std::string ControlHost::Properties() const {
+std::string ControlContainer::Properties() const {
   const auto control = As<IPersistStreamInit>("The control keeps no properties");
   ComPtr<IStream> stream;
   Check(::CreateStreamOnHGlobal(nullptr, TRUE, &stream), "No memory for the properties");
@@ -147,13 +149,13 @@ std::string ControlHost::Properties() const {
   return bytes;
 }
 
-SIZE ControlHost::Size() const {
+SIZE ControlContainer::Size() const {
   RECT area{};
   ::GetClientRect(ControlWindow(), &area);
   return {area.right, area.bottom};
 }
 
-std::unique_ptr<DibSection> ControlHost::Draw() const {
+std::unique_ptr<DibSection> ControlContainer::Draw() const {
   const SIZE size = Size();
   auto picture = std::make_unique<DibSection>(size.cx, size.cy);
   const RECTL bounds{0, 0, size.cx, size.cy};
@@ -164,13 +166,13 @@ std::unique_ptr<DibSection> ControlHost::Draw() const {
   return picture;
 }
 
-bool ControlHost::TranslateKey(MSG& message) const {
+bool ControlContainer::TranslateKey(MSG& message) const {
   if (!control_ || !::IsChild(window_, message.hwnd)) return false;
   ComPtr<IOleInPlaceActiveObject> active;
   return SUCCEEDED(control_.As(&active)) && active->TranslateAccelerator(&message) == S_OK;
 }
 
-void ControlHost::Focus() const {
+void ControlContainer::Focus() const {
   ComPtr<IOleObject> object;
   ComPtr<IOleClientSite> site;
   if (!control_ || FAILED(control_.As(&object)) || FAILED(object->GetClientSite(&site))) return;

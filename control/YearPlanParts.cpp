@@ -1,5 +1,5 @@
-// control/Frame.cpp: start-up, navigation, and what the parts of the control ask of it.
-#include "control/Frame.h"
+// control/YearPlanParts.cpp: start-up, navigation, and what the parts of the control ask of it.
+#include "control/YearPlanParts.h"
 
 #include <algorithm>
 
@@ -33,7 +33,7 @@ DisplaySpan SpanOfToday(const Platform& platform, int firstMonth) {
 
 }  // namespace
 
-YearPlan::Frame::Frame(const Platform& platform, ControlHost& host)
+YearPlan::Parts::Parts(const Platform& platform, ControlHost& host)
     : platform_(platform),
       host_(host),
       grid_(SpanOfToday(platform, 1), CategoryTable(), FilterOf(platform), GridOptions()),
@@ -58,12 +58,12 @@ YearPlan::Frame::Frame(const Platform& platform, ControlHost& host)
   Connect();
 }
 
-YearPlan::Frame::~Frame() {
+YearPlan::Parts::~Parts() {
   refresh_.Release();
   access_.Release();
 }
 
-void YearPlan::Frame::Connect() {
+void YearPlan::Parts::Connect() {
   elements.tmrStart.onTimer = [this] { tmrStart_Timer(); };
   elements.tmrBackground.onTimer = [this] { tmrBackground_Timer(); };
   elements.tmrItems.onTimer = [this] { tmrItems_Timer(); };
@@ -81,7 +81,7 @@ void YearPlan::Frame::Connect() {
   mnuSelection_Click(elements.mnuSelectionAutomatic.Index());
 }
 
-void YearPlan::Frame::SetLive(bool live) {
+void YearPlan::Parts::SetLive(bool live) {
   live_ = live;
   elements.Command1.SetEnabled(live);
   for (const std::string_view key : {toolbar_keys::Back, toolbar_keys::Next, toolbar_keys::Filter,
@@ -91,12 +91,12 @@ void YearPlan::Frame::SetLive(bool live) {
   legend_.SetLive(live);
 }
 
-void YearPlan::Frame::tmrStart_Timer() {
+void YearPlan::Parts::tmrStart_Timer() {
   elements.tmrStart.SetEnabled(false);
   StartUp();
 }
 
-void YearPlan::Frame::tmrBackground_Timer() {
+void YearPlan::Parts::tmrBackground_Timer() {
   Guard(platform_.messages, "Error refreshing the year ", [&] {
     // A new day has begun: its mark moves.
     if (live_ && platform_.clock.Now().DayNumber() != drawnDay_) Redraw(false);
@@ -104,12 +104,12 @@ void YearPlan::Frame::tmrBackground_Timer() {
   });
 }
 
-void YearPlan::Frame::tmrItems_Timer() {
+void YearPlan::Parts::tmrItems_Timer() {
   Guard(platform_.messages, "Error taking changes of the calendar ",
         [&] { access_.Arrivals().Take(); });
 }
 
-void YearPlan::Frame::StartUp() {
+void YearPlan::Parts::StartUp() {
   int step = 1;
   SetLive(false);
   gridView_.End();
@@ -152,7 +152,7 @@ void YearPlan::Frame::StartUp() {
   }
 }
 
-void YearPlan::Frame::ChangeYear(int by) {
+void YearPlan::Parts::ChangeYear(int by) {
   // Further than all years there are, either way.
   constexpr int FarthestMove = 10'000;
   const int move = std::clamp(by, -FarthestMove, FarthestMove);
@@ -170,27 +170,27 @@ void YearPlan::Frame::ChangeYear(int by) {
   });
 }
 
-void YearPlan::Frame::ShowSpan(const DisplaySpan& span) {
+void YearPlan::Parts::ShowSpan(const DisplaySpan& span) {
   grid_.SetSpan(span);
   elements.lblSelectedYear.SetCaption(YearCaption(span.ViewYear));
 }
 
-CachePaths YearPlan::Frame::CachePathsOf(int viewYear) {
+CachePaths YearPlan::Parts::CachePathsOf(int viewYear) {
   const std::string name =
       CacheFileName(access_.CurrentUserName(), viewYear, access_.FolderPath(), platform_.locale);
   return MakeCachePaths(name, platform_.environment, platform_.files);
 }
 
-RefreshInputs YearPlan::Frame::InputsOf(const DisplaySpan& span, const CachePaths& paths) {
+RefreshInputs YearPlan::Parts::InputsOf(const DisplaySpan& span, const CachePaths& paths) {
   return {span.ViewYear,  span.FirstMonth,   paths.cacheFile,
           paths.workFile, access_.EntryID(), access_.StoreID()};
 }
 
-void YearPlan::Frame::TakeOptions() {
+void YearPlan::Parts::TakeOptions() {
   if (grid_.Options() != options) grid_.SetOptions(options);
 }
 
-bool YearPlan::Frame::LoadCategories() {
+bool YearPlan::Parts::LoadCategories() {
   // The host may set another one while the calendar is asked.
   const std::string title = TitleName;
   FetchedColours colours = colours_.Fetch(title);
@@ -206,7 +206,7 @@ bool YearPlan::Frame::LoadCategories() {
   return true;
 }
 
-void YearPlan::Frame::LoadEvents() {
+void YearPlan::Parts::LoadEvents() {
   EventCollection events;
   LoadOutcome outcome = LoadOutcome::Aborted;
   std::uint64_t load = 0;
@@ -221,17 +221,17 @@ void YearPlan::Frame::LoadEvents() {
   if (outcome != LoadOutcome::AlreadyRunning && !overtaken) grid_.SetEvents(std::move(events));
 }
 
-void YearPlan::Frame::ReloadEvents() {
+void YearPlan::Parts::ReloadEvents() {
   LoadEvents();
   Redraw(false);
 }
 
-void YearPlan::Frame::ChangeEvents(const std::function<void(EventCollection&)>& change) {
+void YearPlan::Parts::ChangeEvents(const std::function<void(EventCollection&)>& change) {
   grid_.ChangeEvents(change);
   Redraw(false);
 }
 
-void YearPlan::Frame::RewriteCache() {
+void YearPlan::Parts::RewriteCache() {
   // A refresh that is asked for meanwhile would work on the same files.
   refresh_.Together([this] {
     const bool interrupts = refresh_.Outstanding();
@@ -241,13 +241,13 @@ void YearPlan::Frame::RewriteCache() {
   });
 }
 
-bool YearPlan::Frame::ReloadCategories() {
+bool YearPlan::Parts::ReloadCategories() {
   if (!live_) return true;
   if (LoadCategories()) Redraw(false);
   return knownTitle_.has_value();
 }
 
-void YearPlan::Frame::Redraw(bool spanChanged) {
+void YearPlan::Parts::Redraw(bool spanChanged) {
   TakeOptions();
   PlaceElements();
   gridView_.GridChanged(spanChanged);
@@ -255,17 +255,17 @@ void YearPlan::Frame::Redraw(bool spanChanged) {
   drawnDay_ = platform_.clock.Now().DayNumber();
 }
 
-void YearPlan::Frame::KeepBandsReadable(Surface& measuring) {
+void YearPlan::Parts::KeepBandsReadable(Surface& measuring) {
   options.MinBandHeight = ReadableBandHeight(measuring, font_);
 }
 
-void YearPlan::Frame::Resize(Extent size, PixelSize pixel) {
+void YearPlan::Parts::Resize(Extent size, PixelSize pixel) {
   size_ = size;
   pixel_ = pixel;
   Redraw(false);
 }
 
-void YearPlan::Frame::PlaceElements() {
+void YearPlan::Parts::PlaceElements() {
   const FaceLayout face = DivideFace(size_, StripHeight);
   PlaceStrip(elements, size_, pixel_);
   grid_.Resize({face.picParent.Width(), face.picParent.Height()}, ScrollBarWidth, pixel_);
@@ -273,14 +273,14 @@ void YearPlan::Frame::PlaceElements() {
   legend_.Place(face.picCatView, pixel_);
 }
 
-void YearPlan::Frame::ReportStatus(Colour colour) {
+void YearPlan::Parts::ReportStatus(Colour colour) {
   const std::string_view message = status::MessageOf(colour);
   elements.imgLogo.SetFillColour(colour);
   elements.imgLogo.SetToolTip(message);
   host_.StatusChange(message);
 }
 
-std::string YearPlan::Frame::Description() const {
+std::string YearPlan::Parts::Description() const {
   const DisplaySpan& span = grid_.Span();
   const auto shown = std::count_if(grid_.Events().begin(), grid_.Events().end(),
                                    [](const CalEvent& event) { return event.Band > 0; });

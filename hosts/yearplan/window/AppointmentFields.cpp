@@ -1,5 +1,6 @@
-// hosts/yearplan/window/AppointmentForm.cpp: filling the form, its rules, and what it writes back.
-#include "hosts/yearplan/window/AppointmentForm.h"
+// hosts/yearplan/window/AppointmentFields.cpp: filling the form, its rules, and what it writes
+// back.
+#include "hosts/yearplan/window/AppointmentFields.h"
 
 #include <QCheckBox>
 #include <QDateEdit>
@@ -82,7 +83,7 @@ QLineEdit* MakeLine(const char* name, const std::string& text) {
 
 }  // namespace
 
-AppointmentForm::AppointmentForm(OutlookItem& item, QWidget* parent)
+AppointmentFields::AppointmentFields(OutlookItem& item, QWidget* parent)
     : QWidget(parent),
       original_{item.Subject(),
                 item.Location(),
@@ -111,7 +112,7 @@ AppointmentForm::AppointmentForm(OutlookItem& item, QWidget* parent)
   connect(startTime_, &QTimeEdit::timeChanged, this, [this] { KeepLength(); });
 }
 
-void AppointmentForm::AddRows(bool recurring) {
+void AppointmentFields::AddRows(bool recurring) {
   auto* const rows = new QFormLayout(this);
   rows->setContentsMargins(0, 0, 0, 0);
   rows->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
@@ -135,7 +136,7 @@ void AppointmentForm::AddRows(bool recurring) {
   rows->addRow(tr("&Notes:"), notes_);
 }
 
-void AppointmentForm::ShowTimes(const AppointmentTimes& times) {
+void AppointmentFields::ShowTimes(const AppointmentTimes& times) {
   const QSignalBlocker silent(allDay_);
   allDay_->setChecked(times.allDay);
   startTime_->setVisible(!times.allDay);
@@ -149,7 +150,7 @@ void AppointmentForm::ShowTimes(const AppointmentTimes& times) {
 }
 
 /// Days that end at midnight belong to the appointment as a whole, with the box or without it.
-void AppointmentForm::ChangeAllDay(bool allDay) {
+void AppointmentFields::ChangeAllDay(bool allDay) {
   startTime_->setVisible(!allDay);
   endTime_->setVisible(!allDay);
   if (!IsMidnight(endTime_->time())) return;
@@ -162,7 +163,7 @@ void AppointmentForm::ChangeAllDay(bool allDay) {
 }
 
 /// An end moves along with its start.
-void AppointmentForm::KeepLength() {
+void AppointmentFields::KeepLength() {
   const std::int64_t start = Join(startDate_->date(), startTime_->time()).Seconds();
   const std::int64_t end = Join(endDate_->date(), endTime_->time()).Seconds();
   const Date moved = Date::FromSeconds(end + start - lastStart_);
@@ -171,7 +172,7 @@ void AppointmentForm::KeepLength() {
   endTime_->setTime(TimeOf(moved));
 }
 
-AppointmentTimes AppointmentForm::Times() const {
+AppointmentTimes AppointmentFields::Times() const {
   if (!allDay_->isChecked()) {
     return {Join(startDate_->date(), startTime_->time()), Join(endDate_->date(), endTime_->time()),
             false};
@@ -180,11 +181,11 @@ AppointmentTimes AppointmentForm::Times() const {
   return {Join(startDate_->date(), midnight), Join(endDate_->date().addDays(1), midnight), true};
 }
 
-AppointmentForm::Texts AppointmentForm::CurrentTexts() const {
+AppointmentFields::Texts AppointmentFields::CurrentTexts() const {
   return {subject_->text(), location_->text(), categories_->text(), notes_->toPlainText()};
 }
 
-QString AppointmentForm::Objection() const {
+QString AppointmentFields::Objection() const {
   const AppointmentTimes times = Times();
   if (times == shownTimes_) return {};
   if (times.allDay && times.end <= times.start) {
@@ -194,7 +195,7 @@ QString AppointmentForm::Objection() const {
   return {};
 }
 
-void AppointmentForm::Write(OutlookItem& item) const {
+void AppointmentFields::Write(OutlookItem& item) const {
   const Texts texts = CurrentTexts();
   if (texts.subject != shownTexts_.subject) item.SetSubject(texts.subject.toStdString());
   if (texts.location != shownTexts_.location) item.SetLocation(texts.location.toStdString());
@@ -209,7 +210,7 @@ void AppointmentForm::Write(OutlookItem& item) const {
   item.SetEnd(times.end);
 }
 
-void AppointmentForm::Restore(OutlookItem& item) const {
+void AppointmentFields::Restore(OutlookItem& item) const {
   if (item.Subject() != original_.subject) item.SetSubject(original_.subject);
   if (item.Location() != original_.location) item.SetLocation(original_.location);
   if (item.Categories() != original_.categories) item.SetCategories(original_.categories);

@@ -1,4 +1,4 @@
-// control/Frame.h: what the control is made of, and how its parts reach one another.
+// control/YearPlanParts.h: what the control is made of, and how its parts reach one another.
 #pragma once
 
 #include <cstdint>
@@ -25,12 +25,12 @@
 
 namespace velkor {
 
-class YearPlan::Frame : public Planner, public EventView, public CategoryView, public YearSource {
+class YearPlan::Parts : public Planner, public EventView, public CategoryView, public YearSource {
  public:
-  Frame(const Platform& platform, ControlHost& host);
-  ~Frame() override;
-  Frame(const Frame&) = delete;
-  Frame& operator=(const Frame&) = delete;
+  Parts(const Platform& platform, ControlHost& host);
+  ~Parts() override;
+  Parts(const Parts&) = delete;
+  Parts& operator=(const Parts&) = delete;
 
   // The persisted properties; a write is told to the host by whoever writes.
   std::string Folder;
