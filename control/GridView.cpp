@@ -288,8 +288,10 @@ bool GridView::pic1_KeyDown(Key key) {
   const Key move = key == Key::Menu && !cursor_.IsShown() ? Key::Left : key;
   MoveCursor([&] { moved = cursor_.Move(move, today); });
   if (moved && key != Key::Menu) return true;
-  const std::optional<GridCell> cell = cursor_.Cell();
-  if (!cell) return false;
+  return cursor_.Cell() && UseCursor(key);
+}
+
+bool GridView::UseCursor(Key key) {
   std::string named = CursorKey();
   switch (key) {
     case Key::Space:
@@ -302,22 +304,23 @@ bool GridView::pic1_KeyDown(Key key) {
     case Key::Delete:
       commands_.remove(selectedKey_ = named);
       return true;
-    case Key::Menu: {
-      if (named.empty() && pointer_.Mode() != SelectionMode::AlwaysOpen) {
-        Show(pointer_.SelectDay(*cell));
-      }
-      elements_.mnuDelete.SetEnabled(!named.empty());
-      elements_.mnuEdit.SetEnabled(!named.empty());
-      elements_.mnuClear.SetEnabled(pointer_.DrawnSelection().has_value());
-      const Rect day = DayCursorRect(*cell, grid_);
-      const Twips below = day.top + grid_.Geometry().BandEdge(1) - Offset();
-      PopUp({day.right, below}, std::move(named),
-            DateRange{cursor_.Day(), cursor_.Day().AddDays(1)});
+    case Key::Menu:
+      PopUpAtCursor(std::move(named));
       return true;
-    }
     default:
       return false;
   }
+}
+
+void GridView::PopUpAtCursor(std::string named) {
+  const GridCell cell = *cursor_.Cell();
+  if (named.empty() && pointer_.Mode() != SelectionMode::AlwaysOpen) Show(pointer_.SelectDay(cell));
+  elements_.mnuDelete.SetEnabled(!named.empty());
+  elements_.mnuEdit.SetEnabled(!named.empty());
+  elements_.mnuClear.SetEnabled(pointer_.DrawnSelection().has_value());
+  const Rect day = DayCursorRect(cell, grid_);
+  const Twips below = day.top + grid_.Geometry().BandEdge(1) - Offset();
+  PopUp({day.right, below}, std::move(named), DateRange{cursor_.Day(), cursor_.Day().AddDays(1)});
 }
 
 /// Draws the cursor where it was and where `move` puts it.

@@ -78,6 +78,11 @@ class GridView {
   void ShowCursor();
   void WordCursor();
   void MoveCursor(const std::function<void()>& move);
+  /// What a key does to the day that the cursor shows.
+  /// @return false for a key that does nothing to it
+  bool UseCursor(Key key);
+  /// @param named  the event that the menu is about; empty for the day alone
+  void PopUpAtCursor(std::string named);
   void PopUp(Point at, std::string key, std::optional<DateRange> day);
   /// Key of the event that the keyboard points at; empty for none.
   std::string CursorKey() const;

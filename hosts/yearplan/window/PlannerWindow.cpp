@@ -74,47 +74,49 @@ QSize PlannerWindow::FittingSize() const {
   return UsualSize.boundedTo(room);
 }
 
+QAction* PlannerWindow::AddAction(QMenu& menu, const QString& text, const QKeySequence& keys,
+                                  const std::function<void()>& steps) {
+  QAction* const action = menu.addAction(text);
+  action->setShortcut(keys);
+  connect(action, &QAction::triggered, this, steps);
+  return action;
+}
+
+void PlannerWindow::AddCalendarAction(QMenu& menu, const QString& text, const QKeySequence& keys,
+                                      const std::function<void(YearPlanElements&)>& press) {
+  QAction* const action = AddAction(menu, text, keys, [this, press] {
+    if (session_) press(session_->Plan().Elements());
+  });
+  action->setEnabled(false);
+  calendarActions_ << action;
+}
+
 void PlannerWindow::MakeMenus() {
-  const auto add = [this](QMenu& menu, const QString& text, const QKeySequence& keys, auto steps) {
-    QAction* const action = menu.addAction(text);
-    action->setShortcut(keys);
-    connect(action, &QAction::triggered, this, steps);
-    return action;
-  };
-  const auto element = [this](auto press) {
-    return [this, press] {
-      if (session_) press(session_->Plan().Elements());
-    };
+  const auto button = [](std::string_view key) {
+    return [key](YearPlanElements& elements) { elements.Toolbar1.ClickButton(key); };
   };
   QMenu& file = *menuBar()->addMenu(tr("&File"));
-  add(file, tr("&Open Calendar..."), QKeySequence::Open, [this] { AskForCalendar(); });
-  calendarActions_ << add(file, tr("&Print..."), QKeySequence::Print,
-                          element([](YearPlanElements& elements) {
-                            elements.Toolbar1.ClickButton(toolbar_keys::Print);
-                          }));
+  AddAction(file, tr("&Open Calendar..."), QKeySequence::Open, [this] { AskForCalendar(); });
+  AddCalendarAction(file, tr("&Print..."), QKeySequence::Print, button(toolbar_keys::Print));
   file.addSeparator();
-  add(file, tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { close(); });
+  AddAction(file, tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { close(); });
 
   QMenu& year = *menuBar()->addMenu(tr("&Year"));
-  calendarActions_ << add(year, tr("&Previous Year"), QKeySequence(Qt::ALT | Qt::Key_Left),
-                          element([](YearPlanElements& elements) {
-                            elements.Toolbar1.ClickButton(toolbar_keys::Back);
-                          }));
-  calendarActions_ << add(year, tr("&Next Year"), QKeySequence(Qt::ALT | Qt::Key_Right),
-                          element([](YearPlanElements& elements) {
-                            elements.Toolbar1.ClickButton(toolbar_keys::Next);
-                          }));
-  calendarActions_ << add(year, tr("Force &Refresh"), QKeySequence(Qt::Key_F5),
-                          element([](YearPlanElements& elements) { elements.Command1.Click(); }));
+  AddCalendarAction(year, tr("&Previous Year"), QKeySequence(Qt::ALT | Qt::Key_Left),
+                    button(toolbar_keys::Back));
+  AddCalendarAction(year, tr("&Next Year"), QKeySequence(Qt::ALT | Qt::Key_Right),
+                    button(toolbar_keys::Next));
+  AddCalendarAction(year, tr("Force &Refresh"), QKeySequence(Qt::Key_F5),
+                    [](YearPlanElements& elements) { elements.Command1.Click(); });
   year.addSeparator();
-  calendarActions_ << add(year, tr("&Settings..."), QKeySequence(Qt::CTRL | Qt::Key_Comma),
-                          [this] { AskForSettings(); });
+  AddCalendarAction(year, tr("&Settings..."), QKeySequence(Qt::CTRL | Qt::Key_Comma),
+                    [this](YearPlanElements&) { AskForSettings(); });
 
   QMenu& help = *menuBar()->addMenu(tr("&Help"));
-  add(help, tr("&Help"), QKeySequence::HelpContents, [] { SessionShell().OpenPage("help.html"); });
-  calendarActions_ << add(help, tr("&About"), {},
-                          element([](YearPlanElements& elements) { elements.mnuAbout.Click(); }));
-  for (QAction* action : calendarActions_) action->setEnabled(false);
+  AddAction(help, tr("&Help"), QKeySequence::HelpContents,
+            [] { SessionShell().OpenPage("help.html"); });
+  AddCalendarAction(help, tr("&About"), {},
+                    [](YearPlanElements& elements) { elements.mnuAbout.Click(); });
 }
 
 void PlannerWindow::MakeStatusBar() {

@@ -18,6 +18,7 @@ namespace velkor {
 class PlannerSession;
 class PlannerWidget;
 class Settings;
+struct YearPlanElements;
 
 /// Shows at most one calendar. Its size and the calendar are remembered in the settings.
 class PlannerWindow : public QMainWindow {
@@ -49,6 +50,11 @@ class PlannerWindow : public QMainWindow {
   using Steps = std::function<void()>;
 
   QSize FittingSize() const;
+  QAction* AddAction(QMenu& menu, const QString& text, const QKeySequence& keys,
+                     const std::function<void()>& steps);
+  /// An action that is live while a calendar is open.
+  void AddCalendarAction(QMenu& menu, const QString& text, const QKeySequence& keys,
+                         const std::function<void(YearPlanElements&)>& press);
   void MakeMenus();
   void MakeStatusBar();
   QWidget* MakeInvitation();
