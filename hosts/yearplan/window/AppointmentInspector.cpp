@@ -5,7 +5,7 @@
 #include <QDialogButtonBox>
 #include <QVBoxLayout>
 
-#include "hosts/yearplan/window/AppointmentFields.h"
+#include "hosts/yearplan/window/AppointmentEditor.h"
 #include "hosts/yearplan/window/Complaint.h"
 #include "platform/Outlook.h"
 #include "platform/desktop/QtText.h"
@@ -21,14 +21,14 @@ class Inspector : public QDialog {
   Inspector(QWidget* parent, OutlookItem& item)
       : QDialog(parent),
         item_(item),
-        fields_(new AppointmentFields(item)),
+        editor_(new AppointmentEditor(item)),
         complaint_(new Complaint) {
     const std::string subject = item.Subject();
     setObjectName("AppointmentInspector");
     setWindowTitle(subject.empty() ? tr("Appointment") : tr("%1 - Appointment").arg(ToQt(subject)));
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     auto* const rows = new QVBoxLayout(this);
-    rows->addWidget(fields_, 1);
+    rows->addWidget(editor_, 1);
     rows->addWidget(complaint_);
     rows->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::accepted, this, [this] { SaveAndClose(); });
@@ -38,13 +38,13 @@ class Inspector : public QDialog {
 
  private:
   void SaveAndClose() {
-    complaint_->Say(fields_->Objection());
+    complaint_->Say(editor_->Objection());
     if (complaint_->isVisible()) return;
     try {
-      fields_->Write(item_);
+      editor_->Write(item_);
       item_.Save();
     } catch (const Error& error) {
-      fields_->Restore(item_);
+      editor_->Restore(item_);
       complaint_->Say(tr("The appointment could not be saved: %1").arg(ToQt(error.Description())));
       return;
     }
@@ -52,7 +52,7 @@ class Inspector : public QDialog {
   }
 
   OutlookItem& item_;
-  AppointmentFields* fields_;
+  AppointmentEditor* editor_;
   Complaint* complaint_;
 };
 

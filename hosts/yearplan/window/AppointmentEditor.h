@@ -1,4 +1,4 @@
-// hosts/yearplan/window/AppointmentFields.h: shows the fields of an appointment and writes what the
+// hosts/yearplan/window/AppointmentEditor.h: shows the fields of an appointment and writes what the
 // user changed.
 #pragma once
 
@@ -30,9 +30,9 @@ struct AppointmentTimes {
 
 /// Shows what an item holds, and writes into it what the user changed. To people the last day of
 /// an all-day appointment is its end.
-class AppointmentFields : public QWidget {
+class AppointmentEditor : public QWidget {
  public:
-  explicit AppointmentFields(OutlookItem& item, QWidget* parent = nullptr);
+  explicit AppointmentEditor(OutlookItem& item, QWidget* parent = nullptr);
 
   /// Why the fields cannot be saved as they are; empty when they can.
   QString Objection() const;

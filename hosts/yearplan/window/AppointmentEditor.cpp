@@ -1,6 +1,6 @@
-// hosts/yearplan/window/AppointmentFields.cpp: filling the form, its rules, and what it writes
+// hosts/yearplan/window/AppointmentEditor.cpp: filling the form, its rules, and what it writes
 // back.
-#include "hosts/yearplan/window/AppointmentFields.h"
+#include "hosts/yearplan/window/AppointmentEditor.h"
 
 #include <QCheckBox>
 #include <QDateEdit>
@@ -83,7 +83,7 @@ QLineEdit* MakeLine(const char* name, const std::string& text) {
 
 }  // namespace
 
-AppointmentFields::AppointmentFields(OutlookItem& item, QWidget* parent)
+AppointmentEditor::AppointmentEditor(OutlookItem& item, QWidget* parent)
     : QWidget(parent),
       original_{item.Subject(),
                 item.Location(),
@@ -112,7 +112,7 @@ AppointmentFields::AppointmentFields(OutlookItem& item, QWidget* parent)
   connect(startTime_, &QTimeEdit::timeChanged, this, [this] { KeepLength(); });
 }
 
-void AppointmentFields::AddRows(bool recurring) {
+void AppointmentEditor::AddRows(bool recurring) {
   auto* const rows = new QFormLayout(this);
   rows->setContentsMargins(0, 0, 0, 0);
   rows->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
@@ -136,7 +136,7 @@ void AppointmentFields::AddRows(bool recurring) {
   rows->addRow(tr("&Notes:"), notes_);
 }
 
-void AppointmentFields::ShowTimes(const AppointmentTimes& times) {
+void AppointmentEditor::ShowTimes(const AppointmentTimes& times) {
   const QSignalBlocker silent(allDay_);
   allDay_->setChecked(times.allDay);
   startTime_->setVisible(!times.allDay);
@@ -150,7 +150,7 @@ void AppointmentFields::ShowTimes(const AppointmentTimes& times) {
 }
 
 /// Days that end at midnight belong to the appointment as a whole, with the box or without it.
-void AppointmentFields::ChangeAllDay(bool allDay) {
+void AppointmentEditor::ChangeAllDay(bool allDay) {
   startTime_->setVisible(!allDay);
   endTime_->setVisible(!allDay);
   if (!IsMidnight(endTime_->time())) return;
@@ -163,7 +163,7 @@ void AppointmentFields::ChangeAllDay(bool allDay) {
 }
 
 /// An end moves along with its start.
-void AppointmentFields::KeepLength() {
+void AppointmentEditor::KeepLength() {
   const std::int64_t start = Join(startDate_->date(), startTime_->time()).Seconds();
   const std::int64_t end = Join(endDate_->date(), endTime_->time()).Seconds();
   const Date moved = Date::FromSeconds(end + start - lastStart_);
@@ -172,7 +172,7 @@ void AppointmentFields::KeepLength() {
   endTime_->setTime(TimeOf(moved));
 }
 
-AppointmentTimes AppointmentFields::Times() const {
+AppointmentTimes AppointmentEditor::Times() const {
   if (!allDay_->isChecked()) {
     return {Join(startDate_->date(), startTime_->time()), Join(endDate_->date(), endTime_->time()),
             false};
@@ -181,11 +181,11 @@ AppointmentTimes AppointmentFields::Times() const {
   return {Join(startDate_->date(), midnight), Join(endDate_->date().addDays(1), midnight), true};
 }
 
-AppointmentFields::Texts AppointmentFields::CurrentTexts() const {
+AppointmentEditor::Texts AppointmentEditor::CurrentTexts() const {
   return {subject_->text(), location_->text(), categories_->text(), notes_->toPlainText()};
 }
 
-QString AppointmentFields::Objection() const {
+QString AppointmentEditor::Objection() const {
   const AppointmentTimes times = Times();
   if (times == shownTimes_) return {};
   if (times.allDay && times.end <= times.start) {
@@ -195,7 +195,7 @@ QString AppointmentFields::Objection() const {
   return {};
 }
 
-void AppointmentFields::Write(OutlookItem& item) const {
+void AppointmentEditor::Write(OutlookItem& item) const {
   const Texts texts = CurrentTexts();
   if (texts.subject != shownTexts_.subject) item.SetSubject(texts.subject.toStdString());
   if (texts.location != shownTexts_.location) item.SetLocation(texts.location.toStdString());
@@ -210,7 +210,7 @@ void AppointmentFields::Write(OutlookItem& item) const {
   item.SetEnd(times.end);
 }
 
-void AppointmentFields::Restore(OutlookItem& item) const {
+void AppointmentEditor::Restore(OutlookItem& item) const {
   if (item.Subject() != original_.subject) item.SetSubject(original_.subject);
   if (item.Location() != original_.location) item.SetLocation(original_.location);
   if (item.Categories() != original_.categories) item.SetCategories(original_.categories);
