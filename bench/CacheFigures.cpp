@@ -13,7 +13,6 @@
 #include "model/CacheRecord.h"
 #include "platform/headless/FixedLocale.h"
 #include "platform/headless/MemoryFiles.h"
-#include "tools/SilentPlanner.h"
 
 namespace velkor {
 namespace {
@@ -106,8 +105,7 @@ class CacheFixture {
   MemoryFiles files_;
   FixedLocale locale_;
   const CodePage page_ = locale_.AnsiCodePage();
-  SilentPlanner planner_;
-  CacheFile cache_{files_, locale_, planner_};
+  CacheFile cache_{files_, locale_};
   const YearGrid grid_ = SampleGrid();
   const EventFields fields_ = grid_.Fields();
   std::string bytes_;

@@ -10,6 +10,7 @@
 #include "exchange/CategoryImport.h"
 #include "exchange/XmlExport.h"
 #include "model/Guard.h"
+#include "model/Status.h"
 #include "model/WaitPointer.h"
 #include "model/YearRefresh.h"
 #include "platform/Forms.h"
@@ -22,7 +23,7 @@ void YearPlan::Parts::Command1_Click() {
   if (!live_) return;
   Guard(platform_.messages, "Error refreshing the year ", [&] {
     ReloadEvents();
-    StartRefresh(true);
+    refresh_.StartRefresh(true);
   });
 }
 
@@ -134,10 +135,13 @@ std::optional<EventCollection> YearPlan::Parts::EventsOf(int viewYear,
   fields.span = span;
   fields.columns = MonthColumns(span);
   const CachePaths paths = CachePathsOf(viewYear);
-  // A reader of its own: a load of the displayed year may come in between.
+  // A file of its own: the other one knows what the displayed year's held.
   const auto load = [&] {
-    return CacheFile(platform_.files, platform_.locale, *this)
-        .Load(paths.cacheFile, fields, events);
+    ReportLoad(status::Starting);
+    const LoadOutcome loaded =
+        CacheFile(platform_.files, platform_.locale).Load(paths.cacheFile, fields, events);
+    ReportLoad(status::Idle);
+    return loaded;
   };
   LoadOutcome outcome = load();
   if (outcome == LoadOutcome::NoFile) {

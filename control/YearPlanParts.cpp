@@ -15,6 +15,7 @@
 #include "span/Locale.h"
 #include "support/RegIO.h"
 #include "values/Error.h"
+#include "values/FlagScope.h"
 #include "view/GridPainter.h"
 #include "view/YearTexts.h"
 
@@ -37,12 +38,20 @@ YearPlan::Parts::Parts(const Platform& platform, ControlHost& host)
     : platform_(platform),
       host_(host),
       grid_(SpanOfToday(platform, 1), CategoryTable(), FilterOf(platform), GridOptions()),
-      access_(*this, *this, platform_, elements.tmrItems, AppointmentForm),
-      cacheFile_(platform_.files, platform_.locale, *this),
-      refresh_(*this, *this, platform_, elements.tmrBackground,
-               [this] { return InputsOf(grid_.Span(), paths_); }),
+      cacheFile_(platform_.files, platform_.locale),
+      view_{grid_.Events(),
+            grid_.Filter(),
+            [this] { return grid_.Fields(); },
+            [this](const auto& alter) { ChangeEvents(alter); },
+            [this] { ReloadEvents(); },
+            [this] { RewriteCache(); },
+            [this] { return ReloadCategories(); }},
+      refresh_(
+          platform_, elements.tmrBackground, [this] { return InputsOf(grid_.Span(), paths_); },
+          [this](Colour colour) { ReportStatus(colour); }, view_.reload),
+      access_(view_, refresh_, platform_, elements.tmrItems, AppointmentForm),
       colours_([this] { return access_.ReopenFolder(); }, platform_.locale, platform_.messages),
-      commands_(*this, *this, access_, platform_, AppointmentForm),
+      commands_(view_, refresh_, access_, platform_, AppointmentForm),
       categoryCommands_(*this, colours_, platform_),
       gridView_(elements, grid_, platform_,
                 {[this](std::string_view key) { commands_.Edit(key); },
@@ -207,18 +216,17 @@ bool YearPlan::Parts::LoadCategories() {
 }
 
 void YearPlan::Parts::LoadEvents() {
-  EventCollection events;
-  LoadOutcome outcome = LoadOutcome::Aborted;
-  std::uint64_t load = 0;
-  // One that is aborted was told to stop by a later one, of a year that may be another: it is read
-  // instead.
-  while (outcome == LoadOutcome::Aborted) {
-    load = ++loads_;
-    TakeOptions();
-    outcome = cacheFile_.Load(paths_.cacheFile, grid_.Fields(), events);
+  // Whoever hears that a load begins may ask for another year: this load is that year's.
+  if (loadBegins_) return;
+  {
+    const FlagScope begins(loadBegins_);
+    ReportLoad(status::Starting);
   }
-  const bool overtaken = load != loads_;
-  if (outcome != LoadOutcome::AlreadyRunning && !overtaken) grid_.SetEvents(std::move(events));
+  TakeOptions();
+  EventCollection events;
+  cacheFile_.Load(paths_.cacheFile, grid_.Fields(), events);
+  grid_.SetEvents(std::move(events));
+  ReportLoad(status::Idle);
 }
 
 void YearPlan::Parts::ReloadEvents() {
@@ -226,8 +234,8 @@ void YearPlan::Parts::ReloadEvents() {
   Redraw(false);
 }
 
-void YearPlan::Parts::ChangeEvents(const std::function<void(EventCollection&)>& change) {
-  grid_.ChangeEvents(change);
+void YearPlan::Parts::ChangeEvents(const std::function<void(EventCollection&)>& alter) {
+  grid_.ChangeEvents(alter);
   Redraw(false);
 }
 
@@ -235,9 +243,10 @@ void YearPlan::Parts::RewriteCache() {
   // A refresh that is asked for meanwhile would work on the same files.
   refresh_.Together([this] {
     const bool interrupts = refresh_.Outstanding();
-    cacheFile_.Rewrite(paths_, grid_.Events());
+    if (interrupts) refresh_.CancelRefresh();
+    const bool written = cacheFile_.Rewrite(paths_, grid_.Events());
     // The events may be those of before the refresh that was cancelled for this.
-    if (interrupts && !refresh_.Outstanding()) refresh_.StartRefresh(false);
+    if (!written || (interrupts && !refresh_.Outstanding())) refresh_.StartRefresh(!written);
   });
 }
 
@@ -278,6 +287,10 @@ void YearPlan::Parts::ReportStatus(Colour colour) {
   elements.imgLogo.SetFillColour(colour);
   elements.imgLogo.SetToolTip(message);
   host_.StatusChange(message);
+}
+
+void YearPlan::Parts::ReportLoad(Colour colour) {
+  if (!refresh_.Outstanding()) ReportStatus(colour);
 }
 
 std::string YearPlan::Parts::Description() const {

@@ -17,7 +17,6 @@
 #include "model/CalendarAccess.h"
 #include "model/CategoryView.h"
 #include "model/EventView.h"
-#include "model/Planner.h"
 #include "model/YearSource.h"
 #include "platform/Platform.h"
 #include "view/Face.h"
@@ -25,7 +24,7 @@
 
 namespace velkor {
 
-class YearPlan::Parts : public Planner, public EventView, public CategoryView, public YearSource {
+class YearPlan::Parts : public CategoryView, public YearSource {
  public:
   Parts(const Platform& platform, ControlHost& host);
   ~Parts() override;
@@ -55,23 +54,6 @@ class YearPlan::Parts : public Planner, public EventView, public CategoryView, p
   void CatColour(std::string_view name);
   std::string Description() const;
 
-  // Planner
-  void ReportStatus(Colour colour) override;
-  bool RefreshOutstanding() const override { return refresh_.Outstanding(); }
-  void CancelRefresh() override { refresh_.CancelRefresh(); }
-  void StartRefresh(bool force) override { refresh_.StartRefresh(force); }
-  void FollowChanges(const std::function<bool()>& steps) override { refresh_.FollowChanges(steps); }
-  bool IsRefreshBusy() const override { return refresh_.Busy(); }
-
-  // EventView
-  const EventCollection& Events() const override { return grid_.Events(); }
-  EventFields Fields() const override { return grid_.Fields(); }
-  const CategoryFilter& Filter() const override { return grid_.Filter(); }
-  void ChangeEvents(const std::function<void(EventCollection&)>& change) override;
-  void ReloadEvents() override;
-  void RewriteCache() override;
-  bool ReloadCategories() override;
-
   // CategoryView
   const CategoryTable& Categories() const override { return grid_.Categories(); }
   const std::string& TitleOfCategories() const override { return TitleName; }
@@ -83,6 +65,7 @@ class YearPlan::Parts : public Planner, public EventView, public CategoryView, p
 
   // YearSource
   int DisplayedYear() const override { return grid_.Span().ViewYear; }
+  const CategoryFilter& Filter() const override { return grid_.Filter(); }
   std::optional<EventCollection> EventsOf(int viewYear,
                                           const std::function<bool()>& goesOn) override;
   std::unique_ptr<OutlookItem> ItemOf(std::string_view eventId) override {
@@ -114,7 +97,17 @@ class YearPlan::Parts : public Planner, public EventView, public CategoryView, p
   void TakeOptions();
   /// @return whether others are on show now
   bool LoadCategories();
+  /// @return false when they could not be read, which the user was told
+  bool ReloadCategories();
   void LoadEvents();
+  void ReloadEvents();
+  void ChangeEvents(const std::function<void(EventCollection&)>& alter);
+  /// Writes the cache file from the events; a failure starts a forced refresh.
+  void RewriteCache();
+  /// One of the colours of model/Status.h.
+  void ReportStatus(Colour colour);
+  /// The light is the refresh's for as long as one is outstanding.
+  void ReportLoad(Colour colour);
   void ApplyFilter(CategoryFilter filter);
   /// Lays out by the properties as they are now, and draws.
   void Redraw(bool spanChanged);
@@ -123,9 +116,10 @@ class YearPlan::Parts : public Planner, public EventView, public CategoryView, p
   Platform platform_;
   ControlHost& host_;
   YearGrid grid_;
-  CalendarAccess access_;
   CacheFile cacheFile_;
+  const EventView view_;
   BackgroundRefresh refresh_;
+  CalendarAccess access_;
   ColourStore colours_;
   AppointmentCommands commands_;
   CategoryCommands categoryCommands_;
@@ -140,8 +134,8 @@ class YearPlan::Parts : public Planner, public EventView, public CategoryView, p
   /// The title whose categories are on show as the calendar has them; none when they could not be
   /// read.
   std::optional<std::string> knownTitle_;
-  /// Grows with every load, so that one sees that another overtook it.
-  std::uint64_t loads_ = 0;
+  /// A load is about to begin, which the host is told.
+  bool loadBegins_ = false;
   /// The day that was marked as today.
   std::int64_t drawnDay_ = 0;
 };

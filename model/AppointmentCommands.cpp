@@ -5,11 +5,11 @@
 #include <utility>
 
 #include "model/AppointmentOf.h"
+#include "model/BackgroundRefresh.h"
 #include "model/CalendarAccess.h"
 #include "model/EventCollection.h"
 #include "model/EventView.h"
 #include "model/Guard.h"
-#include "model/Planner.h"
 #include "platform/MessageBoxes.h"
 
 namespace velkor {
@@ -51,20 +51,20 @@ bool CoversWholeDays(Date start, Date end) {
 
 }  // namespace
 
-AppointmentCommands::AppointmentCommands(EventView& view, Planner& planner,
+AppointmentCommands::AppointmentCommands(const EventView& view, BackgroundRefresh& refresh,
                                          CalendarAccess& calendar, const Platform& platform,
                                          const std::string& appointmentForm)
     : view_(view),
-      planner_(planner),
+      refresh_(refresh),
       calendar_(calendar),
       platform_(platform),
       appointmentForm_(appointmentForm) {}
 
 std::unique_ptr<OutlookItem> AppointmentCommands::Locate(std::string_view key) {
-  const auto index = view_.Events().Find(key, platform_.locale);
+  const auto index = view_.events.Find(key, platform_.locale);
   if (index) {
     try {
-      return calendar_.Item(view_.Events()[*index].EventID);
+      return calendar_.Item(view_.events[*index].EventID);
     } catch (const Error&) {
       // Deleted or moved meanwhile, or out of reach: told below.
     }
@@ -93,8 +93,8 @@ void AppointmentCommands::Edit(std::string_view key) {
     appointment->Display(true);
     // An appointment that was deleted in its inspector has no marker any more.
     if (MarkerOf(*appointment) == before) return;
-    view_.ReloadEvents();
-    planner_.StartRefresh(true);
+    view_.reload();
+    refresh_.StartRefresh(true);
   });
 }
 
@@ -123,14 +123,14 @@ void AppointmentCommands::Delete(std::string_view key) {
     const bool recurring = appointment->IsRecurring();
     // First in the calendar, which may refuse: view and cache file then stay as they are.
     appointment->Delete();
-    view_.ChangeEvents([&](EventCollection& events) {
+    view_.change([&](EventCollection& events) {
       if (recurring) {
         events.RemoveAppointment(eventId);
       } else {
         events.Remove(selected, platform_.locale);
       }
     });
-    view_.RewriteCache();
+    view_.rewriteCache();
   });
 }
 

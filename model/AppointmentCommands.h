@@ -10,10 +10,10 @@
 
 namespace velkor {
 
+class BackgroundRefresh;
 class CalendarAccess;
-class EventView;
 class OutlookItem;
-class Planner;
+struct EventView;
 
 /// The commands of the grid's context menu that concern one appointment. Each ends in a message
 /// when it fails; none throws Error.
@@ -21,7 +21,7 @@ class AppointmentCommands {
  public:
   /// All of them outlive this. `appointmentForm` is the control's property: the message class of a
   /// new appointment.
-  AppointmentCommands(EventView& view, Planner& planner, CalendarAccess& calendar,
+  AppointmentCommands(const EventView& view, BackgroundRefresh& refresh, CalendarAccess& calendar,
                       const Platform& platform, const std::string& appointmentForm);
 
   /// Shows an event's appointment in the calendar program's inspector until that is closed; when
@@ -47,8 +47,8 @@ class AppointmentCommands {
   std::unique_ptr<OutlookItem> Appointment(std::unique_ptr<OutlookItem> item);
   bool ConfirmsDelete(OutlookItem& item);
 
-  EventView& view_;
-  Planner& planner_;
+  const EventView& view_;
+  BackgroundRefresh& refresh_;
   CalendarAccess& calendar_;
   const Platform platform_;
   const std::string& appointmentForm_;

@@ -5,9 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "model/EventView.h"
 #include "model/Guard.h"
-#include "model/Planner.h"
 #include "model/Status.h"
 #include "model/SynchResult.h"
 #include "platform/Elements.h"
@@ -61,13 +59,15 @@ class BackgroundRefresh::BusyScope {
   std::weak_ptr<char> owner_;
 };
 
-BackgroundRefresh::BackgroundRefresh(Planner& planner, EventView& view, const Platform& platform,
-                                     Timer& tmrBackground, std::function<RefreshInputs()> inputs)
-    : planner_(planner),
-      view_(view),
-      platform_(platform),
+BackgroundRefresh::BackgroundRefresh(const Platform& platform, Timer& tmrBackground,
+                                     std::function<RefreshInputs()> inputs,
+                                     std::function<void(Colour)> reportStatus,
+                                     std::function<void()> reloadEvents)
+    : platform_(platform),
       tmrBackground_(tmrBackground),
       inputs_(std::move(inputs)),
+      reportStatus_(std::move(reportStatus)),
+      reloadEvents_(std::move(reloadEvents)),
       life_(std::make_shared<char>()) {}
 
 BackgroundRefresh::~BackgroundRefresh() {
@@ -154,13 +154,13 @@ void BackgroundRefresh::Start(bool force) {
   refreshSoon_ = false;
   if (force && Outstanding()) CancelRefresh();
   if (life.expired()) return;
-  planner_.ReportStatus(status::Starting);
+  reportStatus_(status::Starting);
   if (MustWait() || life.expired()) return;
 
   const std::uint64_t request = ++request_;
   ++outstandingCount_;
   LetTimerRun(true);
-  planner_.ReportStatus(status::Downloading);
+  reportStatus_(status::Downloading);
   const auto isCurrent = [&] { return !life.expired() && request == request_; };
   try {
     platform_.shell.ProcessMessages();
@@ -173,7 +173,7 @@ void BackgroundRefresh::Start(bool force) {
     if (isCurrent()) Withdraw();
     throw;
   }
-  if (isCurrent() && Outstanding()) planner_.ReportStatus(status::Downloading);
+  if (isCurrent() && Outstanding()) reportStatus_(status::Downloading);
 }
 
 /// Counts an attempt that finds a refresh outstanding; false when a new one may start.
@@ -205,7 +205,7 @@ void BackgroundRefresh::GiveUp(const Error& error) {
   Withdraw();
   connection_ = std::make_shared<char>();
   m_vkCacheUtil.reset();
-  planner_.ReportStatus(status::Idle);
+  reportStatus_(status::Idle);
   TellTrouble("Error starting background refresh " + Describe(error));
 }
 
@@ -240,10 +240,10 @@ void BackgroundRefresh::Withdraw() {
 
 short BackgroundRefresh::CancelRefresh() {
   if (!life_) return CancelDone;
-  planner_.ReportStatus(status::Failed);
+  reportStatus_(status::Failed);
   if (cancelling_ || handingOver_) {
     if (handingOver_) Note(true);
-    planner_.ReportStatus(status::Neutral);
+    reportStatus_(status::Neutral);
     return CancelRunning;
   }
   const std::weak_ptr<char> life = life_;
@@ -253,7 +253,7 @@ short BackgroundRefresh::CancelRefresh() {
     if (Outstanding()) StopUtility();
     if (life.expired()) return CancelDone;
   }
-  planner_.ReportStatus(status::Idle);
+  reportStatus_(status::Idle);
   // Without a utility it was disconnected meanwhile.
   LetTimerRun(connection_ != nullptr);
   CarryOut();
@@ -291,7 +291,7 @@ void BackgroundRefresh::WriteComplete(short synchResult, long synchError) {
     --outstandingCount_;
     handedOver_ = false;
   }
-  planner_.ReportStatus(status::Idle);
+  reportStatus_(status::Idle);
   LetTimerRun(true);
   const std::weak_ptr<char> life = life_;
   const std::string text = ReactTo(synchResult, synchError);
@@ -306,7 +306,7 @@ std::string BackgroundRefresh::ReactTo(short synchResult, long synchError) {
   const auto result = static_cast<SynchResult>(synchResult);
   if (result == SynchResult::CacheWritten) {
     troubleTold_ = false;
-    view_.ReloadEvents();
+    reloadEvents_();
     return {};
   }
   if (result == SynchResult::NothingToReport) return {};
@@ -349,7 +349,7 @@ void BackgroundRefresh::Disconnect() {
   connection_.reset();
   m_vkCacheUtil.reset();
   LetTimerRun(false);
-  if (wasOutstanding) planner_.ReportStatus(status::Idle);
+  if (wasOutstanding) reportStatus_(status::Idle);
 }
 
 void BackgroundRefresh::Release() noexcept {

@@ -9,12 +9,11 @@
 
 #include "model/CachePaths.h"
 #include "platform/CacheUtility.h"
+#include "values/Colour.h"
 
 namespace velkor {
 
 class Error;
-class EventView;
-class Planner;
 class Timer;
 struct Platform;
 
@@ -24,9 +23,13 @@ struct Platform;
 /// serves it, or it is carried out once when that is over, so that nothing piles up on the stack.
 class BackgroundRefresh {
  public:
-  /// All outlive this. `inputs` gives what the next refresh works on.
-  BackgroundRefresh(Planner& planner, EventView& view, const Platform& platform,
-                    Timer& tmrBackground, std::function<RefreshInputs()> inputs);
+  /// Platform and timer outlive this.
+  /// @param inputs  gives what the next refresh works on
+  /// @param reportStatus  takes one of the colours of model/Status.h
+  /// @param reloadEvents  called when the cache file was written anew
+  BackgroundRefresh(const Platform& platform, Timer& tmrBackground,
+                    std::function<RefreshInputs()> inputs, std::function<void(Colour)> reportStatus,
+                    std::function<void()> reloadEvents);
   ~BackgroundRefresh();
   BackgroundRefresh(const BackgroundRefresh&) = delete;
   BackgroundRefresh& operator=(const BackgroundRefresh&) = delete;
@@ -106,11 +109,11 @@ class BackgroundRefresh {
   void AwaitCompletion();
   void LetTimerRun(bool runs);
 
-  Planner& planner_;
-  EventView& view_;
   const Platform& platform_;
   Timer& tmrBackground_;
   std::function<RefreshInputs()> inputs_;
+  std::function<void(Colour)> reportStatus_;
+  std::function<void()> reloadEvents_;
   /// Those of the last refresh that was handed over.
   CachePaths paths_;
 

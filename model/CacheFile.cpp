@@ -6,10 +6,8 @@
 #include <vector>
 
 #include "model/CacheRecord.h"
-#include "model/Status.h"
 #include "support/modFileIO.h"
 #include "values/Error.h"
-#include "values/FlagScope.h"
 
 namespace velkor {
 namespace {
@@ -23,29 +21,6 @@ std::size_t HashOf(const std::optional<std::string>& bytes) {
 
 LoadOutcome CacheFile::Load(const std::string& path, const EventFields& fields,
                             EventCollection& events) {
-  // A host that handles the status change may ask for a load in the middle of one.
-  if (loading_) {
-    abort_ = true;
-    return LoadOutcome::AlreadyRunning;
-  }
-  LoadOutcome outcome;
-  {
-    const FlagScope loading(loading_);
-    abort_ = false;
-    ReportUnlessRefreshing(status::Starting);
-    outcome = LoadRecords(path, fields, events);
-  }
-  ReportUnlessRefreshing(status::Idle);
-  return outcome;
-}
-
-/// The indicator is the refresh's for as long as one is outstanding.
-void CacheFile::ReportUnlessRefreshing(Colour colour) {
-  if (!planner_.RefreshOutstanding()) planner_.ReportStatus(colour);
-}
-
-LoadOutcome CacheFile::LoadRecords(const std::string& path, const EventFields& fields,
-                                   EventCollection& events) {
   std::string bytes;
   bool isRead = true;
   try {
@@ -64,15 +39,11 @@ LoadOutcome CacheFile::LoadRecords(const std::string& path, const EventFields& f
   // Each event is read where it stays, so there is always one to spare.
   loaded.reserve(reader.CountAhead() + 1);
   loaded.emplace_back();
-  while (!abort_ && reader.Next(loaded.back())) {
+  while (reader.Next(loaded.back())) {
     fields.Derive(loaded.back());
     loaded.emplace_back();
   }
   loaded.pop_back();
-  if (abort_) {
-    events = {};
-    return LoadOutcome::Aborted;
-  }
   if (reader.IsOfOtherPage()) {
     events = {};
     return LoadOutcome::NoFile;
@@ -114,20 +85,14 @@ bool CacheFile::Replace(const CachePaths& paths, const std::string& bytes) {
 }
 
 bool CacheFile::Rewrite(const CachePaths& paths, const EventCollection& events) {
-  if (planner_.RefreshOutstanding()) planner_.CancelRefresh();
   const std::string bytes = BytesOf(events);
-  bool replaced = false;
   try {
-    replaced = Replace(paths, bytes);
+    if (!Replace(paths, bytes)) return false;
   } catch (const Error&) {
-    replaced = false;
+    return false;
   }
-  if (replaced) {
-    Know(paths.cacheFile, bytes);
-  } else {
-    planner_.StartRefresh(true);
-  }
-  return replaced;
+  Know(paths.cacheFile, bytes);
+  return true;
 }
 
 }  // namespace velkor

@@ -8,7 +8,6 @@
 #include "model/CachePaths.h"
 #include "model/EventCollection.h"
 #include "model/EventFields.h"
-#include "model/Planner.h"
 #include "platform/System.h"
 
 namespace velkor {
@@ -22,34 +21,24 @@ enum class LoadOutcome {
   /// There is no such file, or one whose texts are in another code page: an empty year, which a
   /// refresh fills.
   NoFile,
-  /// A load was asked for while this one ran; the collection is empty.
-  Aborted,
-  /// Another load runs and was told to stop; nothing was touched.
-  AlreadyRunning,
 };
 
 /// The cache of one planner. Not for use by several threads.
 class CacheFile {
  public:
-  /// All of them outlive this.
-  CacheFile(Files& files, LocaleApi& locale, Planner& planner)
-      : files_(files), locale_(locale), planner_(planner) {}
+  /// Both outlive this.
+  CacheFile(Files& files, LocaleApi& locale) : files_(files), locale_(locale) {}
 
   /// Replaces `events` by those of a cache file, in file order, with their fields derived.
   LoadOutcome Load(const std::string& path, const EventFields& fields, EventCollection& events);
 
-  /// Writes all events into the work file and replaces the cache file with it; an outstanding
-  /// refresh is cancelled first. When anything fails, or another planner has replaced the cache
-  /// file since this one loaded or wrote it, the cache file stays as it is and a forced refresh is
-  /// started: these events may be older.
-  /// @return whether the cache file holds them
+  /// Writes all events into the work file and replaces the cache file with it, while no refresh
+  /// works on them. When anything fails, or another planner has replaced the cache file since this
+  /// one loaded or wrote it, the cache file stays as it is: these events may be older.
+  /// @return whether the cache file holds them; else it needs a refresh
   bool Rewrite(const CachePaths& paths, const EventCollection& events);
 
  private:
-  void ReportUnlessRefreshing(Colour colour);
-  LoadOutcome LoadRecords(const std::string& path, const EventFields& fields,
-                          EventCollection& events);
-
   std::string BytesOf(const EventCollection& events);
   bool Replace(const CachePaths& paths, const std::string& bytes);
   void Know(const std::string& path, const std::optional<std::string>& bytes);
@@ -62,10 +51,7 @@ class CacheFile {
 
   Files& files_;
   LocaleApi& locale_;
-  Planner& planner_;
   std::optional<Known> known_;
-  bool loading_ = false;
-  bool abort_ = false;
 };
 
 }  // namespace velkor

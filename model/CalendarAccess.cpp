@@ -9,10 +9,11 @@
 
 namespace velkor {
 
-CalendarAccess::CalendarAccess(EventView& view, Planner& planner, const Platform& platform,
-                               Timer& tmrItems, const std::string& appointmentForm)
+CalendarAccess::CalendarAccess(const EventView& view, BackgroundRefresh& refresh,
+                               const Platform& platform, Timer& tmrItems,
+                               const std::string& appointmentForm)
     : platform_(platform),
-      arrivals_(view, planner, platform_, tmrItems, appointmentForm,
+      arrivals_(view, refresh, platform_, tmrItems, appointmentForm,
                 [this]() -> OutlookFolder& { return Folder(); }) {}
 
 CalendarAccess::~CalendarAccess() {

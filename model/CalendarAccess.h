@@ -12,17 +12,17 @@
 
 namespace velkor {
 
-class EventView;
-class Planner;
+class BackgroundRefresh;
 class Timer;
+struct EventView;
 
 /// One planner's session with the calendar program. Members throw what the calendar program
 /// throws.
 class CalendarAccess {
  public:
   /// All of them outlive this; see ItemArrivals for what the folder's item events need.
-  CalendarAccess(EventView& view, Planner& planner, const Platform& platform, Timer& tmrItems,
-                 const std::string& appointmentForm);
+  CalendarAccess(const EventView& view, BackgroundRefresh& refresh, const Platform& platform,
+                 Timer& tmrItems, const std::string& appointmentForm);
   ~CalendarAccess();
   CalendarAccess(const CalendarAccess&) = delete;
   CalendarAccess& operator=(const CalendarAccess&) = delete;

@@ -1,4 +1,4 @@
-// model/EventView.h: the events on show, as those see them who bring in or take out some.
+// model/EventView.h: hands the events on show to those who bring in or take out some.
 #pragma once
 
 #include <functional>
@@ -9,24 +9,22 @@ class CategoryFilter;
 class EventCollection;
 struct EventFields;
 
-/// Implemented by the control, which outlives everything that it hands itself to.
-class EventView {
- public:
-  virtual ~EventView() = default;
-  virtual const EventCollection& Events() const = 0;
+/// Given by the control; what it refers to outlives everything that it is handed to.
+struct EventView {
+  const EventCollection& events;
+  const CategoryFilter& filter;
   /// What fills the derived fields of an event of the displayed year.
-  virtual EventFields Fields() const = 0;
-  virtual const CategoryFilter& Filter() const = 0;
-  /// Lets `change` alter the events, then lays the year out and draws it.
-  virtual void ChangeEvents(const std::function<void(EventCollection&)>& change) = 0;
+  std::function<EventFields()> fields;
+  /// Has the events altered, then lays the year out and draws it.
+  std::function<void(const std::function<void(EventCollection&)>& alter)> change;
   /// Replaces the events by those of the cache file, lays the year out and draws it.
-  virtual void ReloadEvents() = 0;
+  std::function<void()> reload;
   /// Writes the cache file from the events; a failure starts a forced refresh.
-  virtual void RewriteCache() = 0;
+  std::function<void()> rewriteCache;
   /// Reads the categories from the calendar's colour record again; others than those on show are
   /// laid out and drawn.
   /// @return false when they could not be read, which the user was told
-  virtual bool ReloadCategories() = 0;
+  std::function<bool()> reloadCategories;
 };
 
 }  // namespace velkor

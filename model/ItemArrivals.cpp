@@ -6,12 +6,12 @@
 #include <utility>
 
 #include "model/AppointmentOf.h"
+#include "model/BackgroundRefresh.h"
 #include "model/ColourRecord.h"
 #include "model/EventCollection.h"
 #include "model/EventFields.h"
 #include "model/EventView.h"
 #include "model/Guard.h"
-#include "model/Planner.h"
 #include "platform/Elements.h"
 #include "span/CategoryFilter.h"
 #include "span/Globals.h"
@@ -45,11 +45,12 @@ struct ItemArrivals::Gathered {
   bool leftOut = false;
 };
 
-ItemArrivals::ItemArrivals(EventView& view, Planner& planner, const Platform& platform,
-                           Timer& tmrItems, const std::string& appointmentForm,
+ItemArrivals::ItemArrivals(const EventView& view, BackgroundRefresh& refresh,
+                           const Platform& platform, Timer& tmrItems,
+                           const std::string& appointmentForm,
                            std::function<OutlookFolder&()> folder)
     : view_(view),
-      planner_(planner),
+      refresh_(refresh),
       platform_(platform),
       tmrItems_(tmrItems),
       appointmentForm_(appointmentForm),
@@ -117,15 +118,15 @@ void ItemArrivals::Keep(Sought sought) {
 }
 
 void ItemArrivals::Take() {
-  if (taking_ || planner_.IsRefreshBusy()) return;
+  if (taking_ || refresh_.Busy()) return;
   tmrItems_.SetEnabled(false);
   const Batch batch = std::exchange(waiting_, {});
   if (batch.IsEmpty()) return;
   const FlagScope taking(taking_);
   Outcome outcome;
-  planner_.FollowChanges([&] {
+  refresh_.FollowChanges([&] {
     outcome = Bring(batch);
-    if (outcome.forces || outcome.follows) planner_.StartRefresh(outcome.forces);
+    if (outcome.forces || outcome.follows) refresh_.StartRefresh(outcome.forces);
     return outcome.told || outcome.failure;
   });
   const bool tells = outcome.failure && !outcome.told && !told_;
@@ -136,7 +137,7 @@ void ItemArrivals::Take() {
 ItemArrivals::Outcome ItemArrivals::Bring(const Batch& batch) {
   Outcome outcome;
   outcome.failure = batch.failure;
-  if (batch.colourRecords) outcome.told = !view_.ReloadCategories();
+  if (batch.colourRecords) outcome.told = !view_.reloadCategories();
   outcome.forces = batch.needsRefresh;
   const bool isTooMany = batch.appointments.size() >= MostAppointments;
   if (!batch.appointments.empty() && !isTooMany) BringAppointments(batch, outcome);
@@ -146,7 +147,7 @@ ItemArrivals::Outcome ItemArrivals::Bring(const Batch& batch) {
 }
 
 void ItemArrivals::BringAppointments(const Batch& batch, Outcome& outcome) {
-  const DisplaySpan span = view_.Fields().span;
+  const DisplaySpan span = view_.fields().span;
   Gathered gathered;
   try {
     Gather(batch, gathered);
@@ -154,12 +155,12 @@ void ItemArrivals::BringAppointments(const Batch& batch, Outcome& outcome) {
     outcome.failure = error;
   }
   // Messages that came in meanwhile showed another year: there these events have no place.
-  if (view_.Fields().span != span) {
+  if (view_.fields().span != span) {
     outcome.forces = true;
     return;
   }
   const bool isWhole = !outcome.failure;
-  if (Show(batch, gathered, isWhole) && isWhole) view_.RewriteCache();
+  if (Show(batch, gathered, isWhole) && isWhole) view_.rewriteCache();
   // The cache file lacks what is hidden until a refresh brings it.
   outcome.forces = outcome.forces || gathered.leftOut;
   // Occurrences that have a subject of their own were not found by that of the series.
@@ -171,7 +172,7 @@ void ItemArrivals::BringAppointments(const Batch& batch, Outcome& outcome) {
 /// The items of the span, each occurrence by itself; of one subject where a filter text can tell.
 std::unique_ptr<OutlookItems> ItemArrivals::ItemsOf(const Batch& batch) {
   const std::vector<Sought>& all = batch.appointments;
-  std::string filter = Globals::ViewRestriction(view_.Fields().span, platform_.locale);
+  std::string filter = Globals::ViewRestriction(view_.fields().span, platform_.locale);
   const auto subject = Globals::FilterValue(all.front().subject);
   const bool isOneSubject = std::all_of(all.begin(), all.end(), [&](const Sought& sought) {
     return sought.subject == all.front().subject;
@@ -187,7 +188,7 @@ std::unique_ptr<OutlookItems> ItemArrivals::ItemsOf(const Batch& batch) {
 
 /// Collects the occurrences of the batch's appointments; those before an Error stay.
 void ItemArrivals::Gather(const Batch& batch, Gathered& gathered) {
-  const EventFields fields = view_.Fields();
+  const EventFields fields = view_.fields();
   const auto items = ItemsOf(batch);
   for (auto item = items->GetFirst(); item; item = items->GetNext()) {
     const auto appointment = AppointmentOf(std::move(item));
@@ -195,7 +196,7 @@ void ItemArrivals::Gather(const Batch& batch, Gathered& gathered) {
     std::string entryId = appointment->EntryID();
     if (!batch.placeOf.contains(entryId)) continue;
     CalEvent event = EventOf(*appointment, std::move(entryId), fields);
-    if (event.CatIndex == -1 || view_.Filter().IsFilteredOut(event.Categories)) {
+    if (event.CatIndex == -1 || view_.filter.IsFilteredOut(event.Categories)) {
       gathered.leftOut = true;
     } else {
       gathered.events.push_back(std::move(event));
@@ -211,8 +212,8 @@ bool ItemArrivals::Show(const Batch& batch, Gathered& gathered, bool isWhole) {
     if (isWhole && sought.replace) replaced.insert(sought.entryId);
   }
   if (gathered.events.empty() && replaced.empty()) return false;
-  const EventFields fields = view_.Fields();
-  view_.ChangeEvents([&](EventCollection& collection) {
+  const EventFields fields = view_.fields();
+  view_.change([&](EventCollection& collection) {
     // The categories may be others than when it was read.
     for (CalEvent& event : gathered.events) fields.Derive(event);
     collection.Insert(std::move(gathered.events), replaced);

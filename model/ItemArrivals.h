@@ -15,10 +15,10 @@
 
 namespace velkor {
 
-class EventView;
-class Planner;
+class BackgroundRefresh;
 class Timer;
 struct CalEvent;
+struct EventView;
 
 /// Notes what others change in the calendar and, when tmrItems ticks, brings all of it into the
 /// view: one reading of the calendar, one layout, one rewrite of the cache file, one message at
@@ -31,8 +31,9 @@ class ItemArrivals : public OutlookItemEvents {
   /// All of them outlive this. `appointmentForm` is the control's property: the message class that
   /// an item must have, letter for letter, to reach the view. `folder` gives the folder on show
   /// while there is one.
-  ItemArrivals(EventView& view, Planner& planner, const Platform& platform, Timer& tmrItems,
-               const std::string& appointmentForm, std::function<OutlookFolder&()> folder);
+  ItemArrivals(const EventView& view, BackgroundRefresh& refresh, const Platform& platform,
+               Timer& tmrItems, const std::string& appointmentForm,
+               std::function<OutlookFolder&()> folder);
 
   void ItemAdd(OutlookItem& item) override { Note(item, false); }
   void ItemChange(OutlookItem& item) override { Note(item, true); }
@@ -84,8 +85,8 @@ class ItemArrivals : public OutlookItemEvents {
   void Gather(const Batch& batch, Gathered& gathered);
   bool Show(const Batch& batch, Gathered& gathered, bool isWhole);
 
-  EventView& view_;
-  Planner& planner_;
+  const EventView& view_;
+  BackgroundRefresh& refresh_;
   const Platform& platform_;
   Timer& tmrItems_;
   const std::string& appointmentForm_;

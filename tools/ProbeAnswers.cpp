@@ -25,7 +25,6 @@
 #include "tools/PagesAnswer.h"
 #include "tools/PointerAnswer.h"
 #include "tools/ProbeCase.h"
-#include "tools/SilentPlanner.h"
 #include "tools/XmlAnswer.h"
 #include "values/Error.h"
 #include "values/Text.h"
@@ -157,8 +156,7 @@ Json AnswerCacheWrite(const Json& json) {
   const CachePaths paths{"cache.tmp", "~cache.tmp"};
   MemoryFiles files;
   FixedLocale locale;
-  SilentPlanner planner;
-  CacheFile(files, locale, planner).Rewrite(paths, EventCollection(EventsOf(json.at("events"))));
+  CacheFile(files, locale).Rewrite(paths, EventCollection(EventsOf(json.at("events"))));
   return TextOfBytes(files.contents.at(paths.cacheFile));
 }
 
@@ -166,12 +164,10 @@ Json AnswerCacheRead(const Json& json) {
   MemoryFiles files;
   files.contents["cache.tmp"] = BytesOf(json.at("bytes").get<std::string>());
   FixedLocale locale;
-  SilentPlanner planner;
   const DisplaySpan span;
   const CategoryTable none;
   EventCollection events;
-  CacheFile(files, locale, planner)
-      .Load("cache.tmp", EventFields{span, MonthColumns(span), none}, events);
+  CacheFile(files, locale).Load("cache.tmp", EventFields{span, MonthColumns(span), none}, events);
   Json answer = Json::array();
   for (const CalEvent& event : events) {
     answer.push_back({{"id", event.EventID},

@@ -213,7 +213,16 @@ TEST_F(YearPlanTest, AnItemThatArrivesDuringARefreshIsSavedAndTheRefreshBegunAne
   EXPECT_EQ(plan_.Grid().Events().Count(), 1u);
   EXPECT_EQ(seams_.cacheUtilities.stops, 1);
   EXPECT_EQ(seams_.cacheUtilities.started.size(), 2u);
-  EXPECT_FALSE(seams_.files.contents[seams_.cacheUtilities.started[1].cacheFile].empty());
+  const RefreshInputs inputs = seams_.cacheUtilities.started[1];
+  EXPECT_FALSE(seams_.files.contents[inputs.cacheFile].empty());
+
+  seams_.cacheUtilities.Complete(6);
+  for (const std::size_t refreshes : {2u, 3u}) {
+    calendar_.SaveNew(SampleItem("b", At(2005, 3, 3), At(2005, 3, 5)), false, At(2005, 1, 1));
+    plan_.Elements().tmrItems.Tick();
+    EXPECT_EQ(seams_.cacheUtilities.started.size(), refreshes) << "a file that stays needs one";
+    seams_.files.fail.open.insert(inputs.workFile);
+  }
 }
 
 TEST_F(YearPlanTest, TheMenuActsOnTheAppointmentItWasCalledFor) {

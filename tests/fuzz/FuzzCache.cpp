@@ -9,7 +9,6 @@
 #include "model/CacheFile.h"
 #include "platform/headless/FixedLocale.h"
 #include "platform/headless/MemoryFiles.h"
-#include "tools/SilentPlanner.h"
 #include "view/YearGrid.h"
 
 namespace velkor {
@@ -82,8 +81,7 @@ void CheckBytes(unsigned char choice, std::string bytes) {
   files.contents[paths.cacheFile] = std::move(bytes);
   FixedLocale locale;
   if ((choice & 0x80) != 0) locale.ansiCodePage = Utf8Page;
-  SilentPlanner planner;
-  CacheFile cache(files, locale, planner);
+  CacheFile cache(files, locale);
 
   YearGrid grid = GridFor(choice);
   EventCollection events;

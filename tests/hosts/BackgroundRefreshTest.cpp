@@ -57,20 +57,20 @@ class RealBackgroundRefresh : public RefreshCase {
   ProcessCacheUtilities processes_{[this](const Error& error) { raised_.push_back(error); },
                                    NumberedUtility()};
   Platform platform_ = around_.With(processes_, shell_);
-  WatchedView planner_;
-  WatchedView view_;
+  Colour status_;
+  int reloads_ = 0;
   Timer tmrBackground_{"tmrBackground", 50000};
-  BackgroundRefresh refresh_{planner_, view_, platform_, tmrBackground_,
-                             [this] { return inputs_; }};
+  BackgroundRefresh refresh_{platform_, tmrBackground_, [this] { return inputs_; },
+                             [this](Colour colour) { status_ = colour; }, [this] { ++reloads_; }};
 };
 
 TEST_F(RealBackgroundRefresh, TheWindowHandlesInputWhileTheProcessWorksAndWhenItIsKilled) {
   pid_t process = StartAndHang();
   EXPECT_TRUE(HandlesInputMeanwhile());
-  EXPECT_EQ(planner_.statuses.back(), status::Downloading);
+  EXPECT_EQ(status_, status::Downloading);
   ::kill(process, SIGCONT);
   ASSERT_TRUE(AwaitIdle());
-  EXPECT_EQ(view_.reloads, 1);
+  EXPECT_EQ(reloads_, 1);
   const QByteArray written = Bytes("cache/c.tmp");
 
   // The same process does the next one; it is killed in the middle.

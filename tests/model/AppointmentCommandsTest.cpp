@@ -28,7 +28,7 @@ class AppointmentCommandsTest : public CalendarCase {
     return Put(SampleItem("a", At(2006, 3, 1, 9), At(2006, 3, 1, 10)));
   }
 
-  AppointmentCommands commands_{view_, view_, access_, platform_, appointmentForm_};
+  AppointmentCommands commands_{view_.view, refresh_, access_, platform_, appointmentForm_};
 };
 
 TEST_F(AppointmentCommandsTest, AnInspectorClosedWithoutChangesReloadsNothing) {

@@ -30,19 +30,24 @@ class BackgroundRefreshTest : public testing::Test {
   long Complete(short synchResult, long synchError = 0) {
     return ErrorOf([&] { utilities_.Complete(synchResult, synchError); }).Number();
   }
-  std::vector<Colour> Statuses() { return std::exchange(planner_.statuses, {}); }
+  std::vector<Colour> Statuses() { return std::exchange(statuses_, {}); }
 
   RefreshSeams around_;
   HeadlessSeams& seams_ = around_.seams;
   ScriptedCacheUtilities& utilities_ = seams_.cacheUtilities;
   OpenMessageBoxes& boxes_ = around_.boxes;
   Platform platform_ = around_.With(utilities_, seams_.shell);
-  WatchedView planner_;
-  WatchedView view_;
+  std::vector<Colour> statuses_;
+  int reloads_ = 0;
   Timer tmrBackground_{"tmrBackground", 50000};
   RefreshInputs inputs_{2005, 7, "/temp/c.tmp", "/temp/~c.tmp", "folder", "store"};
-  std::optional<BackgroundRefresh> refresh_{
-      std::in_place, planner_, view_, platform_, tmrBackground_, [this] { return inputs_; }};
+  const std::function<RefreshInputs()> giveInputs_ = [this] { return inputs_; };
+  const std::function<void(Colour)> report_ = [this](Colour colour) {
+    statuses_.push_back(colour);
+  };
+  const std::function<void()> reload_ = [this] { ++reloads_; };
+  std::optional<BackgroundRefresh> refresh_{std::in_place, platform_, tmrBackground_,
+                                            giveInputs_,   report_,   reload_};
 };
 
 TEST_F(BackgroundRefreshTest, ARefreshIsCountedHandedOverAndCompleted) {
@@ -62,7 +67,7 @@ TEST_F(BackgroundRefreshTest, ARefreshIsCountedHandedOverAndCompleted) {
 
   EXPECT_EQ(Complete(1), 0);
   EXPECT_FALSE(refresh_->Outstanding());
-  EXPECT_EQ(view_.reloads, 1);
+  EXPECT_EQ(reloads_, 1);
   EXPECT_THAT(Statuses(), ElementsAre(status::Idle));
   EXPECT_TRUE(tmrBackground_.Enabled());
 }
@@ -103,7 +108,7 @@ TEST_F(BackgroundRefreshTest, EachResultHasItsReactionAndItsErrorNumberIsRaised)
       EXPECT_THAT(boxes_.texts, IsEmpty());
     }
   }
-  EXPECT_EQ(view_.reloads, 1);
+  EXPECT_EQ(reloads_, 1);
 }
 
 TEST_F(BackgroundRefreshTest, WhyTheCacheFileCouldNotBeWrittenIsToldAndMayBeTriedAgain) {
@@ -217,7 +222,7 @@ TEST_F(BackgroundRefreshTest, ACancellationWithinACancellationAnswersThree) {
   EXPECT_EQ(seams_.shell.rounds, 2);
   EXPECT_FALSE(refresh_->Cancelling());
   EXPECT_TRUE(tmrBackground_.Enabled());
-  EXPECT_EQ(planner_.statuses.back(), status::Idle);
+  EXPECT_EQ(statuses_.back(), status::Idle);
 }
 
 TEST_F(BackgroundRefreshTest, AUtilityThatDoesNotStopIsResetAfterTwoThousandRounds) {
@@ -234,13 +239,13 @@ TEST_F(BackgroundRefreshTest, ACompletionThatNobodyWaitsForNeverMakesTheCountNeg
   Complete(1);
   Complete(6);
   EXPECT_EQ(refresh_->OutstandingCount(), 0);
-  EXPECT_EQ(view_.reloads, 1);
+  EXPECT_EQ(reloads_, 1);
   // One that comes while the next start lets messages be processed belongs to no request of now.
   Messages([&](int) { Complete(6); });
   refresh_->StartRefresh(false);
   EXPECT_EQ(refresh_->OutstandingCount(), 1);
   EXPECT_EQ(utilities_.started.size(), 1U);
-  EXPECT_EQ(planner_.statuses.back(), status::Downloading);
+  EXPECT_EQ(statuses_.back(), status::Downloading);
   Complete(1);
   EXPECT_EQ(refresh_->OutstandingCount(), 0);
 }
@@ -271,7 +276,7 @@ TEST_F(BackgroundRefreshTest, ACancellationWithinAStartWithdrawsIt) {
   refresh_->StartRefresh(false);
   EXPECT_THAT(utilities_.started, IsEmpty());
   EXPECT_FALSE(refresh_->Outstanding());
-  EXPECT_EQ(planner_.statuses.back(), status::Idle);
+  EXPECT_EQ(statuses_.back(), status::Idle);
   startsAgain = true;
   seams_.shell.rounds = 0;
   refresh_->StartRefresh(false);
@@ -335,7 +340,7 @@ TEST_F(BackgroundRefreshTest, OnceDisconnectedNothingStartsBeforeAnotherUtilityI
   refresh_->StartRefresh(false);
   refresh_->Disconnect();
   EXPECT_FALSE(refresh_->Outstanding() || tmrBackground_.Enabled());
-  EXPECT_EQ(planner_.statuses.back(), status::Idle);
+  EXPECT_EQ(statuses_.back(), status::Idle);
   refresh_->StartRefresh(true);
   EXPECT_EQ(utilities_.started.size(), 1U);
   refresh_->CreateCacheUtility();
@@ -350,19 +355,20 @@ TEST_F(BackgroundRefreshTest, AStartThatFailsTellsAndTheNextOneTriesWithANewUtil
                                         "cannot be started."));
   EXPECT_FALSE(refresh_->Outstanding());
   EXPECT_FALSE(tmrBackground_.Enabled());
-  EXPECT_EQ(planner_.statuses.back(), status::Idle);
+  EXPECT_EQ(statuses_.back(), status::Idle);
   utilities_.failsToStart = false;
   refresh_->StartRefresh(false);
   EXPECT_EQ(utilities_.created, 2);
   EXPECT_TRUE(refresh_->Outstanding());
   EXPECT_TRUE(tmrBackground_.Enabled());
   EXPECT_EQ(Complete(1), 0);
-  EXPECT_EQ(view_.reloads, 1);
+  EXPECT_EQ(reloads_, 1);
 }
 
 TEST_F(BackgroundRefreshTest, InputsThatFailLeaveNothingOutstanding) {
-  refresh_.emplace(planner_, view_, platform_, tmrBackground_,
-                   []() -> RefreshInputs { throw Error(440, "The folder is gone."); });
+  refresh_.emplace(
+      platform_, tmrBackground_, []() -> RefreshInputs { throw Error(440, "The folder is gone."); },
+      report_, reload_);
   refresh_->CreateCacheUtility();
   refresh_->StartRefresh(false);
   EXPECT_THAT(boxes_.texts,
@@ -403,8 +409,7 @@ class LateCompletion : public BackgroundRefreshTest {
  protected:
   LateUtilities late_;
   Platform latePlatform_ = around_.With(late_, seams_.shell);
-  BackgroundRefresh lateRefresh_{planner_, view_, latePlatform_, tmrBackground_,
-                                 [this] { return inputs_; }};
+  BackgroundRefresh lateRefresh_{latePlatform_, tmrBackground_, giveInputs_, report_, reload_};
 };
 
 TEST_F(LateCompletion, OfAUtilityThatWasResetDoesNotCount) {
@@ -416,7 +421,7 @@ TEST_F(LateCompletion, OfAUtilityThatWasResetDoesNotCount) {
   late_.all[0](1, 0);
   late_.all[0](7, 440);
   EXPECT_EQ(lateRefresh_.OutstandingCount(), 1);
-  EXPECT_EQ(view_.reloads, 0);
+  EXPECT_EQ(reloads_, 0);
   EXPECT_THAT(boxes_.texts, IsEmpty());
   late_.all[1](1, 0);
   EXPECT_EQ(lateRefresh_.OutstandingCount(), 0);
@@ -465,7 +470,7 @@ TEST_F(BackgroundRefreshTest, MayBeDestroyedWhileItStartsOrCancels) {
   refresh_->StartRefresh(false);
   EXPECT_THAT(utilities_.started, IsEmpty());
 
-  refresh_.emplace(planner_, view_, platform_, tmrBackground_, [this] { return inputs_; });
+  refresh_.emplace(platform_, tmrBackground_, giveInputs_, report_, reload_);
   refresh_->CreateCacheUtility();
   Messages({});
   refresh_->StartRefresh(false);

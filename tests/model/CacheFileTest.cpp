@@ -1,4 +1,4 @@
-// tests/model/CacheFileTest.cpp: loading, loading again in the middle, and rewriting safely.
+// tests/model/CacheFileTest.cpp: loading whole and damaged files, and rewriting safely.
 #include "model/CacheFile.h"
 
 #include <gmock/gmock.h>
@@ -8,9 +8,8 @@
 #include <tuple>
 
 #include "model/CacheRecord.h"
-#include "model/Status.h"
 #include "platform/headless/HeadlessSeams.h"
-#include "tests/model/WatchedView.h"
+#include "tests/model/SampleEvents.h"
 
 namespace velkor {
 namespace {
@@ -34,8 +33,7 @@ class CacheFileTest : public testing::Test {
   }
 
   HeadlessSeams seams_;
-  WatchedView planner_;
-  CacheFile cache_{seams_.files, seams_.locale, planner_};
+  CacheFile cache_{seams_.files, seams_.locale};
   CategoryTable categories_ = SampleCategories();
   DisplaySpan span_{2005, 1};
   EventFields fields_{span_, MonthColumns(span_), categories_, ", ", true};
@@ -44,14 +42,13 @@ class CacheFileTest : public testing::Test {
   EventCollection events_{{SampleEvent("old", At(2005, 1, 1), At(2005, 1, 2))}};
 };
 
-TEST_F(CacheFileTest, LoadsEveryRecordWithItsFieldsAndReportsTheStatus) {
+TEST_F(CacheFileTest, LoadsEveryRecordWithItsFields) {
   file_ = Record("a", "Leave") + Record("") + Record("b") + Record("a", "Key Customer");
   EXPECT_EQ(Load(events_), LoadOutcome::Loaded);
   ASSERT_THAT(Ids(events_), ElementsAre("a", "b"));
   EXPECT_EQ(events_[0].CatIndex, 1);
   EXPECT_EQ(events_[0].StartDay, 12);
   EXPECT_EQ(events_[1].CatIndex, -1);
-  EXPECT_THAT(planner_.statuses, ElementsAre(status::Starting, status::Idle));
 }
 
 TEST_F(CacheFileTest, AMissingOrEmptyFileIsAnEmptyYear) {
@@ -62,55 +59,25 @@ TEST_F(CacheFileTest, AMissingOrEmptyFileIsAnEmptyYear) {
   EXPECT_EQ(events_.Count(), 0U);
 }
 
-TEST_F(CacheFileTest, KeepsWhatStandsBeforeDamageAndReportsTheStatus) {
+TEST_F(CacheFileTest, KeepsWhatStandsBeforeDamage) {
   file_ = Record("a") + Record("b").substr(0, 9);
   EXPECT_EQ(Load(events_), LoadOutcome::LoadedInPart);
   EXPECT_THAT(Ids(events_), ElementsAre("a"));
-  EXPECT_EQ(planner_.statuses.size(), 2U);
   file_ = Record("a") + Record("b") + Record("c");
   seams_.files.fail.readAfter[paths_.cacheFile] = 2 * Record("a").size() + 3;
   EXPECT_EQ(Load(events_), LoadOutcome::LoadedInPart);
   EXPECT_THAT(Ids(events_), ElementsAre("a", "b"));
   // A disk that fails where a record ends.
   seams_.files.fail.readAfter[paths_.cacheFile] = Record("a").size();
-  planner_.outstanding = true;
   EXPECT_EQ(Load(events_), LoadOutcome::LoadedInPart);
   EXPECT_THAT(Ids(events_), ElementsAre("a"));
-  EXPECT_EQ(planner_.statuses.size(), 4U) << "the indicator is an outstanding refresh's";
 }
 
-TEST_F(CacheFileTest, ALoadAskedForInTheMiddleOfOneAbortsItAndTheNextOneWorks) {
-  file_ = Record("a");
-  EventCollection inner({SampleEvent("untouched", At(2005, 1, 1), At(2005, 1, 2))});
-  std::vector<LoadOutcome> innerOutcomes;
-  planner_.onStatus = [&] { innerOutcomes.push_back(Load(inner)); };
-  EXPECT_EQ(Load(events_), LoadOutcome::Aborted);
-  EXPECT_EQ(events_.Count(), 0U);
-  EXPECT_THAT(innerOutcomes, ElementsAre(LoadOutcome::AlreadyRunning));
-  EXPECT_THAT(Ids(inner), ElementsAre("untouched"));
-  EXPECT_EQ(planner_.statuses.back(), status::Idle);
-  EXPECT_EQ(Load(events_), LoadOutcome::Loaded);
-  EXPECT_THAT(Ids(events_), ElementsAre("a"));
-}
-
-TEST_F(CacheFileTest, AStatusHandlerThatThrowsDoesNotStopLaterLoads) {
-  file_ = Record("a");
-  planner_.onStatus = [] { throw Error(errors::InvalidProcedureCall, "host"); };
-  EXPECT_THROW(Load(events_), Error);
-  EXPECT_EQ(Load(events_), LoadOutcome::Loaded);
-}
-
-TEST_F(CacheFileTest, RewriteCancelsAnOutstandingRefreshBeforeItTouchesTheFiles) {
+TEST_F(CacheFileTest, ARewriteReplacesTheFileByTheEvents) {
   file_ = "old";
-  planner_.outstanding = true;
-  planner_.onCancel = [&] {
-    EXPECT_EQ(file_, "old");
-    EXPECT_FALSE(seams_.files.Exists(paths_.workFile));
-  };
   EventCollection events({SampleEvent("b", At(2005, 3, 10), At(2005, 3, 11), "Leave"),
                           SampleEvent("a", At(2005, 2, 1), At(2005, 2, 2))});
   EXPECT_TRUE(cache_.Rewrite(paths_, events));
-  EXPECT_THAT(planner_.Take(), ElementsAre("cancel"));
   EXPECT_FALSE(seams_.files.Exists(paths_.workFile));
   EXPECT_TRUE(seams_.files.Held().empty());
   EXPECT_EQ(Load(events_), LoadOutcome::Loaded);
@@ -142,7 +109,6 @@ TEST_F(CacheFileTest, ARewriteGivesWayToWhatAnotherPlannerWrote) {
     for (CalEvent& event : events) event.Subject = "s";
     EXPECT_EQ(cache_.Rewrite(paths_, events), content);
     EXPECT_EQ(seams_.files.Read(paths_.cacheFile), content ? Contents(mine) : now);
-    EXPECT_EQ(planner_.Take().size(), content ? 0U : 1U);
     // What it wrote itself is known.
     if (content) {
       EXPECT_TRUE(cache_.Rewrite(paths_, events_));
@@ -154,10 +120,9 @@ TEST_F(CacheFileTest, RewriteMakesAFileWhereThereWasNone) {
   const CachePaths paths{"/temp/new.tmp", "/temp/~new.tmp"};
   EXPECT_TRUE(cache_.Rewrite(paths, {}));
   EXPECT_EQ(seams_.files.Read(paths.cacheFile), "");
-  EXPECT_THAT(planner_.Take(), testing::IsEmpty());
 }
 
-TEST_F(CacheFileTest, ARewriteThatFailsKeepsTheOldFileAndForcesARefresh) {
+TEST_F(CacheFileTest, ARewriteThatFailsKeepsTheOldFile) {
   // More than one block, so that writing can fail at the first and at the last.
   std::vector<CalEvent> many;
   for (int i = 0; i < 3000; ++i) {
@@ -177,7 +142,6 @@ TEST_F(CacheFileTest, ARewriteThatFailsKeepsTheOldFileAndForcesARefresh) {
     failAt(seams_.files.fail);
     EXPECT_FALSE(cache_.Rewrite(paths_, events));
     EXPECT_EQ(seams_.files.Read(paths_.cacheFile), "old");
-    EXPECT_THAT(planner_.Take(), ElementsAre("force"));
     EXPECT_TRUE(seams_.files.Held().empty());
   }
 }

@@ -12,7 +12,6 @@
 #include "platform/MessageBoxes.h"
 #include "platform/Outlook.h"
 #include "platform/headless/HeadlessSeams.h"
-#include "tests/model/WatchedView.h"
 #include "values/Error.h"
 
 namespace velkor {

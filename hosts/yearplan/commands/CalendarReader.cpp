@@ -14,7 +14,6 @@
 #include "hosts/yearplan/FirstCategoryTable.h"
 #include "hosts/yearplan/LostNames.h"
 #include "model/CacheFile.h"
-#include "tools/SilentPlanner.h"
 #include "values/Error.h"
 
 namespace velkor {
@@ -110,10 +109,9 @@ void CalendarReader::ReadCategories() {
 }
 
 EventCollection CalendarReader::Load(const std::string& cacheFile, const EventFields& fields) {
-  SilentPlanner planner;
   EventCollection events;
   const LoadOutcome outcome =
-      CacheFile(seams_.files, seams_.locale, planner).Load(cacheFile, fields, events);
+      CacheFile(seams_.files, seams_.locale).Load(cacheFile, fields, events);
   if (outcome == LoadOutcome::NoFile) {
     throw Error(errors::FileNotFound,
                 seams_.files.Exists(cacheFile)

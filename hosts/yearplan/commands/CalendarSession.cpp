@@ -10,7 +10,6 @@
 #include "hosts/yearplan/UncarriedNames.h"
 #include "model/CacheFile.h"
 #include "platform/desktop/QtPages.h"
-#include "tools/SilentPlanner.h"
 #include "view/GridPainter.h"
 #include "view/YearTexts.h"
 
@@ -34,10 +33,9 @@ std::size_t CalendarSession::Refresh() {
 CategoryTable CalendarSession::TableOfCache() {
   const CategoryTable none;
   std::vector<std::string> texts;
-  SilentPlanner planner;
   EventCollection events;
   TerminalSeams& seams = reader_.Seams();
-  CacheFile(seams.files, seams.locale, planner)
+  CacheFile(seams.files, seams.locale)
       .Load(cacheFile_, EventFields{span_, MonthColumns(span_), none}, events);
   for (const CalEvent& event : events) texts.push_back(event.Categories);
   return MakeFirstCategoryTable(texts, CategorySeparator(seams.listSeparator));
