@@ -30,7 +30,7 @@ echo "Building"
 CMAKE_BUILD_PARALLEL_LEVEL=$(nproc)
 export CMAKE_BUILD_PARALLEL_LEVEL
 quietly cmake --preset linux
-quietly cmake --build --preset linux --target yearplan yearplan-read
+quietly cmake --build --preset linux --target yearplan
 # The sample is opened as a copy, since the window writes into its calendar.
 if [[ -z $calendar ]]; then
   calendar=$root/build/team.ics

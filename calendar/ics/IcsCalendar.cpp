@@ -15,7 +15,7 @@ std::string StoreIdOfIcsFile(const std::string& path) {
 }
 
 IcsCalendar::IcsCalendar(const std::string& path, const DateWindow& window,
-                         const IcsReaderOptions& options)
+                         const WorkerOptions& options)
     : file_(StoreIdOfIcsFile(path)), options_(options), store_(file_.Path()) {
   known_ = file_.Mark();
   ParsedCalendar calendar = ReadIcsFile(file_.Path(), window, options_);

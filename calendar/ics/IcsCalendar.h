@@ -27,8 +27,7 @@ class IcsCalendar : private CalendarWriter {
  public:
   /// Reads the file, with the occurrences of `window`. Throws as ReadIcsFile does.
   /// @param path  UTF-8
-  IcsCalendar(const std::string& path, const DateWindow& window,
-              const IcsReaderOptions& options = {});
+  IcsCalendar(const std::string& path, const DateWindow& window, const WorkerOptions& options = {});
   IcsCalendar(const IcsCalendar&) = delete;
   IcsCalendar& operator=(const IcsCalendar&) = delete;
 
@@ -82,7 +81,7 @@ class IcsCalendar : private CalendarWriter {
   CalendarItem Save(const std::function<IcsEdit(const std::string& bytes)>& edit);
 
   CalendarFile file_;
-  IcsReaderOptions options_;
+  WorkerOptions options_;
   CalendarStore store_;
   CalendarFolder* folder_ = nullptr;
   std::vector<Diagnostic> diagnostics_;

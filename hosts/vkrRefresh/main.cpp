@@ -1,88 +1,81 @@
-// hosts/vkrRefresh/main.cpp: the cache utility: refreshes the cache files of one client.
-#include <unistd.h>
-
+// hosts/vkrRefresh/main.cpp: the worker, which does the one job that its arguments tell.
 #include <QCoreApplication>
 #include <cstdio>
-#include <exception>
-#include <ostream>
+#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
-#include "calendar/CalendarStore.h"
-#include "calendar/EmbeddedOutlook.h"
-#include "calendar/ics/read/IcsReader.h"
-#include "hosts/CalendarRefresh.h"
-#include "hosts/vkrRefresh/RefreshCommands.h"
-#include "platform/desktop/DesktopFiles.h"
-#include "platform/desktop/DesktopLocale.h"
-#include "platform/desktop/DesktopRegistry.h"
-#include "platform/desktop/RefreshProtocol.h"
-#include "platform/desktop/TerminalMessageBoxes.h"
-#include "support/RegIO.h"
-#include "values/Error.h"
+#include "calendar/ics/read/IcsZones.h"
+#include "hosts/vkrRefresh/ItemsJob.h"
+#include "hosts/vkrRefresh/YearJob.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {
 
-/// The user's list separator, as the client's own session reads it.
-std::string ListSeparator() {
-  DesktopRegistry registry;
-  std::ostream nowhere(nullptr);
-  TerminalMessageBoxes messages(nowhere);
-  return RegIO::ListSeparator(registry, messages);
+constexpr const char* Usage =
+    "usage: vkrRefresh MEMORY SECONDS items CALENDAR FROM TO\n"
+    "       vkrRefresh MEMORY SECONDS year YEAR MONTH CACHEFILE WORKFILE FOLDER CALENDAR\n"
+    "items writes what the file CALENDAR holds; FROM and TO are seconds since 1899-12-30 in the\n"
+    "years 100 to 9999. year replaces the cache file of a year that begins with MONTH and says "
+    "how\n"
+    "it went. MEMORY (bytes) and SECONDS bound the reading; both are above 0.\n";
+
+/// What an argument says as a number between two; none for another.
+std::optional<long long> NumberIn(const std::string& text, long long least, long long most) {
+  const auto number = ParseInteger(text);
+  return number && *number >= least && *number <= most ? number : std::nullopt;
 }
 
-RefreshAnswer Refresh(const RefreshInputs& inputs, RefreshCommands& commands) {
-  const DisplaySpan span{inputs.viewYear, inputs.firstMonth};
-  if (!IsValidSpan(span)) {
-    throw Error(errors::InvalidProcedureCall, "There is no year " +
-                                                  std::to_string(inputs.viewYear) + " from month " +
-                                                  std::to_string(inputs.firstMonth) + " on.");
-  }
-  CalendarStore store(inputs.storeId);
-  DesktopFiles files;
-  DesktopLocale locale;
-  // The user's name plays no part in what a refresh writes.
-  EmbeddedOutlook outlook(store, locale, {.userName = {}, .listSeparator = ListSeparator()});
-  const RefreshRequest request{
-      span, {inputs.cacheFile, inputs.workFile}, inputs.folderId, inputs.storeId};
-  const auto open = [&] {
-    store = CalendarStore(inputs.storeId);
-    commands.RunUnasked([&] { OpenIcsCalendar(store, inputs.storeId, WindowOf(span)); });
-  };
-  return RefreshPatiently(
-      request, outlook, files, locale, [&] { return !commands.Stopped(); }, open);
+std::optional<std::string> DoItems(const std::vector<std::string>& job,
+                                   const ProcessLimits& limits) {
+  constexpr std::size_t Count = 4;
+  if (job.size() != Count || job[0] != "items") return std::nullopt;
+  const auto from = ParseInteger(job[2]);
+  const auto to = ParseInteger(job[3]);
+  if (!from || !to || !IsInCalendar(*from) || !IsInCalendar(*to)) return std::nullopt;
+  Hold(limits);
+  return AnswerOfItems(job[1], {Date::FromSeconds(*from), Date::FromSeconds(*to)}, limits);
 }
 
-refresh_protocol::Report ReportOf(const RefreshInputs& inputs, RefreshCommands& commands) {
-  constexpr auto Failed = static_cast<short>(SynchResult::FetchingFailed);
-  try {
-    const RefreshAnswer answer = Refresh(inputs, commands);
-    return {static_cast<short>(answer.result), answer.error, answer.description};
-  } catch (const Error& error) {
-    return {Failed, error.Number(), error.Description()};
-  } catch (const std::exception& error) {
-    return {Failed, 0, error.what()};
-  }
+std::optional<std::string> DoYear(const std::vector<std::string>& job,
+                                  const ProcessLimits& limits) {
+  constexpr std::size_t Count = 7;
+  constexpr long long Most = 1'000'000;
+  if (job.size() != Count || job[0] != "year") return std::nullopt;
+  const auto year = NumberIn(job[1], -Most, Most);
+  const auto month = NumberIn(job[2], -Most, Most);
+  if (!year || !month) return std::nullopt;
+  Hold(limits);
+  return AnswerOfYear(
+      {static_cast<int>(*year), static_cast<int>(*month), job[3], job[4], job[5], job[6]}, limits);
 }
 
-bool Write(const std::string& line) {
-  return std::fwrite(line.data(), 1, line.size(), stdout) == line.size() &&
-         std::fflush(stdout) == 0;
+/// None for what is no job.
+std::optional<std::string> Do(std::vector<std::string> arguments) {
+  constexpr long long Most = 1LL << 60;
+  if (arguments.size() < 2) return std::nullopt;
+  const auto memory = NumberIn(arguments[0], 1, Most);
+  const auto seconds = NumberIn(arguments[1], 1, Most);
+  if (!memory || !seconds) return std::nullopt;
+  const ProcessLimits limits{static_cast<rlim_t>(*memory), static_cast<rlim_t>(*seconds)};
+  arguments.erase(arguments.begin(), arguments.begin() + 2);
+  auto answer = DoItems(arguments, limits);
+  return answer ? std::move(answer) : DoYear(arguments, limits);
 }
 
 }  // namespace
 }  // namespace velkor
 
-int main(int argc, char** argv) {
-  // A group of its own, so that the reader of the calendar ends with this process.
-  ::setpgid(0, 0);
-  const QCoreApplication application(argc, argv);
-  velkor::RefreshCommands commands;
-  while (const auto inputs = commands.Next()) {
-    const velkor::refresh_protocol::Report report = velkor::ReportOf(*inputs, commands);
-    commands.Done();
-    // A client that does not listen any more is gone.
-    if (!velkor::Write(velkor::refresh_protocol::Encode(report))) ::_exit(1);
+int main(int count, char** arguments) {
+  std::vector<std::string> given(arguments + 1, arguments + count);
+  const QCoreApplication application(count, arguments);
+  const auto answer = velkor::Do(std::move(given));
+  if (!answer) {
+    std::fputs(velkor::Usage, stderr);
+    return 2;
   }
-  return 0;
+  const bool written = std::fwrite(answer->data(), 1, answer->size(), stdout) == answer->size();
+  return written && std::fflush(stdout) == 0 ? 0 : 1;
 }

@@ -1,4 +1,4 @@
-// tests/hosts/BackgroundRefreshTest.cpp: the control's refresh with the real cache utility.
+// tests/hosts/BackgroundRefreshTest.cpp: the control's refresh with the real worker.
 #include "model/BackgroundRefresh.h"
 
 #include "model/Status.h"
@@ -73,16 +73,10 @@ TEST_F(RealBackgroundRefresh, TheWindowHandlesInputWhileTheProcessWorksAndWhenIt
   EXPECT_EQ(reloads_, 1);
   const QByteArray written = Bytes("cache/c.tmp");
 
-  // The same process does the next one; it is killed in the middle.
-  {
-    const auto held = DesktopFiles().OpenForWriting(inputs_.workFile);
-    refresh_.StartRefresh(false);
-    ::kill(process, SIGSTOP);
-  }
+  process = StartAndHang();
   EXPECT_TRUE(HandlesInputMeanwhile());
   ::kill(process, SIGKILL);
   ASSERT_TRUE(AwaitIdle());
-  EXPECT_EQ(Processes().size(), 1U);
   EXPECT_THAT(around_.boxes.texts, ElementsAre("Error occured while fetching events."));
   EXPECT_FALSE(tmrBackground_.Enabled());
   EXPECT_EQ(Bytes("cache/c.tmp"), written);

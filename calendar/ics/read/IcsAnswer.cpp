@@ -6,8 +6,8 @@
 namespace velkor {
 namespace {
 
-constexpr std::string_view CalendarMark = "yearplan-read 2 calendar\n";
-constexpr std::string_view ErrorMark = "yearplan-read 2 error\n";
+constexpr std::string_view CalendarMark = "vkrRefresh 3 calendar\n";
+constexpr std::string_view ErrorMark = "vkrRefresh 3 error\n";
 
 class Writer {
  public:

@@ -1,4 +1,4 @@
-// calendar/ics/read/IcsParser.h: iCalendar text to the items of one calendar.
+// calendar/ics/read/IcsParser.h: turns iCalendar text into the items of one calendar.
 #pragma once
 
 #include <string>
@@ -26,5 +26,11 @@ struct ParsedCalendar {
 /// Throws Error (CalendarFailed) for a text that is too large or holds no calendar.
 ParsedCalendar ParseIcs(std::string_view bytes, const std::string& name, const DateWindow& window,
                         const IcsLimits& limits = {});
+
+/// Reads a file as ParseIcs does, in this process, once what a stopped save left of it is finished.
+/// Throws Error (CalendarFailed) that names the file for whatever keeps it from being read, want of
+/// memory too.
+/// @param path  UTF-8
+ParsedCalendar ParseIcsFile(const std::string& path, const DateWindow& window);
 
 }  // namespace velkor

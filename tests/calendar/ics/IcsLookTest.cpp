@@ -51,12 +51,12 @@ class IcsLook : public CalendarFileCase {
     ASSERT_TRUE(RunUntil([&] { return Begun() == 2; }));
   }
   void Open(std::chrono::milliseconds timeLimit = 20s) {
-    IcsReaderOptions options;
+    WorkerOptions options;
     options.timeLimit = timeLimit;
     options.program = folder_ + "/reader";
     const std::string real = QCoreApplication::applicationDirPath().toStdString();
     WriteTo("reader", "#!/bin/sh\ncd '" + folder_ + "'\n'" + real +
-                          "/yearplan-read' \"$@\" >answer$$\ncode=$?\n"
+                          "/vkrRefresh' \"$@\" >answer$$\ncode=$?\n"
                           "echo begin $$ >>log\n"
                           "while [ -e hold ]; do sleep 0.01; done\n"
                           "cat answer$$\necho end >>log\nexit $code\n");

@@ -16,13 +16,13 @@ using Texts = std::vector<std::string>;
 class IcsReaderTest : public CalendarFileCase {
  protected:
   /// A reader that is this shell script.
-  IcsReaderOptions Script(const std::string& lines) const {
-    IcsReaderOptions options;
+  WorkerOptions Script(const std::string& lines) const {
+    WorkerOptions options;
     options.program = WriteTo("reader", "#!/bin/sh\n" + lines + "\n");
     chmod(options.program.c_str(), 0700);
     return options;
   }
-  static std::string FaultOf(const std::string& path, const IcsReaderOptions& options = {}) {
+  static std::string FaultOf(const std::string& path, const WorkerOptions& options = {}) {
     const Error error = ErrorOf([&] { ReadIcsFile(path, Year(2026), options); });
     EXPECT_EQ(error.Number(), errors::CalendarFailed);
     EXPECT_THAT(error.Description(), HasSubstr(path));
@@ -66,7 +66,7 @@ TEST_F(IcsReaderTest, AReaderThatFailsBecomesAMessage) {
   EXPECT_THAT(FaultOf(path, Script("exit 3")), HasSubstr("exit code 3"));
   EXPECT_THAT(FaultOf(path, Script("exit 0")), HasSubstr("gave no answer"));
   EXPECT_THAT(FaultOf(path, Script("echo hello; echo trouble >&2")), HasSubstr("gave no answer"));
-  IcsReaderOptions missing;
+  WorkerOptions missing;
   missing.program = folder_ + "/no-such-reader";
   EXPECT_THAT(FaultOf(path, missing), HasSubstr("could not be started"));
 }
@@ -74,7 +74,7 @@ TEST_F(IcsReaderTest, AReaderThatFailsBecomesAMessage) {
 TEST_F(IcsReaderTest, AReaderThatHangsIsStopped) {
   const std::string path = WriteTo("team.ics", Calendar(""));
   for (const char* script : {"sleep 1000", "exec >&-; exec sleep 1000", "while :; do :; done"}) {
-    IcsReaderOptions options = Script(script);
+    WorkerOptions options = Script(script);
     options.timeLimit = std::chrono::milliseconds{200};
     EXPECT_THAT(FaultOf(path, options), HasSubstr("took longer than 200 ms")) << script;
   }
@@ -86,7 +86,7 @@ TEST_F(IcsReaderTest, AReaderThatNeedsTooMuchMemoryBecomesAMessage) {
 #endif
   std::string events;
   for (int i = 0; i < 200'000; ++i) events += "BEGIN:VEVENT\nDTSTART:20260101\nEND:VEVENT\n";
-  IcsReaderOptions options;
+  WorkerOptions options;
   options.memoryLimit = std::size_t{200} << 20;
   EXPECT_THAT(FaultOf(WriteTo("many.ics", Calendar(events)), options), HasSubstr("memory"));
 }

@@ -1,4 +1,5 @@
-// tests/platform/desktop/ProcessCacheUtilityTest.cpp: the child process and all that ends it.
+// tests/platform/desktop/ProcessCacheUtilityTest.cpp: refreshes by the worker, and all that ends
+// it.
 #include "platform/desktop/ProcessCacheUtility.h"
 
 #include <QTimer>
@@ -30,7 +31,7 @@ class ProcessCacheUtilityTest : public RefreshCase {
   }
 };
 
-TEST_F(ProcessCacheUtilityTest, OneProcessWritesTheCacheFilesOfSeveralRefreshes) {
+TEST_F(ProcessCacheUtilityTest, EachRefreshIsOneProcess) {
   RefreshInputs inputs = InputsFor(Bytes(SAMPLE_CALENDAR));
   Create(NumberedUtility());
   EXPECT_THAT(Refresh(inputs), Pair(1, 0));
@@ -39,7 +40,8 @@ TEST_F(ProcessCacheUtilityTest, OneProcessWritesTheCacheFilesOfSeveralRefreshes)
   inputs.viewYear = 1800;
   EXPECT_THAT(Refresh(inputs), Pair(1, 0));
   EXPECT_EQ(RecordsInCache(), 0);
-  EXPECT_EQ(Processes().size(), 1U);
+  ASSERT_EQ(Processes().size(), 2U);
+  EXPECT_NE(Processes()[0], Processes()[1]);
 }
 
 TEST_F(ProcessCacheUtilityTest, AFailureKeepsTheOldCacheFileAndRaisesTheWordsOfTheProcess) {
@@ -74,7 +76,7 @@ TEST_F(ProcessCacheUtilityTest, WhatCannotBeWrittenHasItsOwnResult) {
   EXPECT_THAT(CacheFolder(), IsEmpty());
 
   inputs.cacheFile = Path("cache/c.tmp");
-  Create(Script("full", "trap '' XFSZ\nulimit -f 4\nexec '" VKR_REFRESH "'\n"));
+  Create(Script("full", "trap '' XFSZ\nulimit -f 4\nexec '" VKR_REFRESH "' \"$@\"\n"));
   EXPECT_THAT(Refresh(inputs), Pair(8, errors::DeviceInputOutput));
   EXPECT_THAT(CacheFolder(), IsEmpty());
 }
@@ -94,66 +96,56 @@ TEST_F(ProcessCacheUtilityTest, AWorkFileThatAnotherWindowHoldsIsWaitedFor) {
   EXPECT_EQ(RecordsInCache(), 3);
 }
 
-TEST_F(ProcessCacheUtilityTest, AStopIsHeardWhileItWaits) {
+TEST_F(ProcessCacheUtilityTest, AStopEndsItAtOnce) {
   const RefreshInputs inputs = InputsFor(Calendar(3));
   const auto held = DesktopFiles().OpenForWriting(inputs.workFile);
-  Create();
+  Create(NumberedUtility());
   utility_->Stop();
   utility_->Start(inputs);
+  EXPECT_THROW(utility_->Start(inputs), Error) << "one at a time";
+  ASSERT_TRUE(Await([&] { return Processes().size() == 1; }));
+  ::kill(Processes()[0], SIGSTOP);
   utility_->Stop();
   EXPECT_THAT(completions_, IsEmpty()) << "never from within a call";
   EXPECT_THAT(AwaitCompletion(), Pair(6, 0));
+  EXPECT_FALSE(IsRunning(Processes()[0]));
   EXPECT_EQ(Bytes("cache/c.tmp"), "none");
 }
 
-TEST_F(ProcessCacheUtilityTest, AProcessThatIsKilledCompletesOnceAndTheNextStartMakesAnother) {
+/// What becomes of a refresh whose worker dies, hangs or tells nonsense.
+TEST_F(ProcessCacheUtilityTest, AWorkerThatDiesCompletesAsFailedAndSaysWhy) {
   const RefreshInputs inputs = InputsFor(Calendar(3));
-  Create(NumberedUtility());
-  for (const int expected : {7, 6}) {
-    const auto held = DesktopFiles().OpenForWriting(inputs.workFile);
-    const std::size_t before = Processes().size();
-    utility_->Start(inputs);
-    ASSERT_TRUE(Await([&] { return Processes().size() > before; }));
-    ::kill(Processes().back(), SIGSTOP);
-    if (expected == 6) utility_->Stop();
-    ::kill(Processes().back(), SIGKILL);
-    EXPECT_THAT(AwaitCompletion(), Pair(expected, 0));
-  }
-  // One that is killed between two refreshes reports nothing.
-  EXPECT_THAT(Refresh(inputs), Pair(1, 0));
-  ::kill(Processes().back(), SIGKILL);
-  ASSERT_TRUE(Await([&] { return !IsRunning(Processes().back()); }));
-  for (int round = 0; round < 50; ++round) shell_.ProcessMessages();
-  EXPECT_THAT(Refresh(inputs), Pair(1, 0));
-  EXPECT_EQ(completions_.size(), 4U);
-  EXPECT_EQ(Processes().size(), 4U);
-}
-
-TEST_F(ProcessCacheUtilityTest, AProgramThatIsNoCacheUtilityCompletesAsFailed) {
-  const RefreshInputs inputs = InputsFor(Calendar(3));
-  const std::pair<const char*, Completion> programs[] = {
-      {"read line\necho '{\"synchResult\":42,\"synchError\":9}'\nread line", {42, 9}},
-      {"read line\necho '{\"synchResult\":1.5,\"synchError\":0}'\nread line", {7, 0}},
-      {"read line\necho '{\"synchResult\":70000,\"synchError\":0}'\nread line", {7, 0}},
-      {"read line\necho garbage\nread line", {7, 0}},
-      {"head -c 2000000 /dev/zero\nread line\nread line", {7, 0}},
-      {"read line\nprintf '{\"synchResult\":1,\"synchError\":0}'", {7, 0}},
-      {"exit 0", {7, 0}},
-      {"kill -SEGV $$", {7, 0}},
+  const struct {
+    const char* lines;
+    Completion expected;
+    const char* words;
+  } workers[] = {
+      {"echo '42 9 all is well'", {42, 9}, "all is well"},
+      {"echo '42 9 '", {42, 9}, "plain"},
+      {"echo '1.5 0 '", {7, errors::CalendarFailed}, "gave no answer"},
+      {"echo '70000 0 '", {7, errors::CalendarFailed}, "gave no answer"},
+      {"echo garbage", {7, errors::CalendarFailed}, "gave no answer"},
+      {"printf '1 0 '", {7, errors::CalendarFailed}, "gave no answer"},
+      {"exit 0", {7, errors::CalendarFailed}, "gave no answer"},
+      {"exit 3", {7, errors::CalendarFailed}, "stopped with exit code 3"},
+      {"kill -SEGV $$", {7, errors::CalendarFailed}, "stopped with signal 11"},
+      {"kill -KILL $$", {7, errors::CalendarFailed}, "stopped with signal 9"},
+      {"kill -XCPU $$", {7, errors::CalendarFailed}, "took longer than 30000 ms"},
+      {"kill -ALRM $$", {7, errors::CalendarFailed}, "took longer than 30000 ms"},
   };
-  for (const auto& [lines, expected] : programs) {
+  for (const auto& [lines, expected, words] : workers) {
     Create(Script("fake", lines));
     EXPECT_EQ(Refresh(inputs), expected) << lines;
-  }
-  for (const std::string& none : {Path("absent"), Path("a.ics"), Path("cache")}) {
-    EXPECT_THAT(ErrorOf([&] { Create(none); }).Description(), HasSubstr(none));
+    EXPECT_THAT(errors_.back().Description(), HasSubstr(words));
   }
   const std::string broken = Script("broken", {});
   Write("broken", "#!/no/such/shell\n");
   Create(broken);
-  utility_->Start(inputs);
-  EXPECT_THROW(utility_->Start(inputs), Error) << "one at a time";
-  EXPECT_THAT(AwaitCompletion(), Pair(7, 0));
+  EXPECT_THAT(Refresh(inputs), Pair(7, errors::CalendarFailed));
+  EXPECT_THAT(errors_.back().Description(), HasSubstr("could not be started"));
+  for (const std::string& none : {Path("absent"), Path("a.ics"), Path("cache")}) {
+    EXPECT_THAT(ErrorOf([&] { Create(none); }).Description(), HasSubstr(none));
+  }
 }
 
 TEST_F(ProcessCacheUtilityTest, OneThatIsDestroyedKillsAHungProcessAtOnceAndReportsNothing) {
@@ -172,7 +164,7 @@ TEST_F(ProcessCacheUtilityTest, OneThatIsDestroyedKillsAHungProcessAtOnceAndRepo
 
 TEST_F(ProcessCacheUtilityTest, ACompletionMayDestroyTheUtility) {
   const RefreshInputs inputs = InputsFor(Calendar(3));
-  for (const char* lines : {"exec '" VKR_REFRESH "'", "exit 0"}) {
+  for (const char* lines : {"exec '" VKR_REFRESH "' \"$@\"", "exit 0"}) {
     bool completed = false;
     ProcessCacheUtilities utilities({}, Script("any", lines));
     utility_ = utilities.Create([&](short, long) {

@@ -1,4 +1,4 @@
-// tests/platform/desktop/RefreshCase.h: a calendar file and the real cache utility at work on it.
+// tests/platform/desktop/RefreshCase.h: a calendar file and the real worker at work on it.
 #pragma once
 
 #include <signal.h>
@@ -39,10 +39,10 @@ class RefreshCase : public FolderCase {
     QFile::setPermissions(File(name), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     return Path(name);
   }
-  /// The cache utility, after it has added its process number to the file "pids".
+  /// The worker, after it has added its process number to the file "pids".
   std::string NumberedUtility() const {
     return Script("utility", "echo $$ >>'" + QByteArray::fromStdString(Path("pids")) +
-                                 "'\nexec '" VKR_REFRESH "'\n");
+                                 "'\nexec '" VKR_REFRESH "' \"$@\"\n");
   }
   /// Process numbers so far.
   std::vector<pid_t> Processes() const {
