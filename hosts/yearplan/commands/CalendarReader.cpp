@@ -10,9 +10,9 @@
 #include "calendar/ics/read/IcsReader.h"
 #include "categories/ColourList.h"
 #include "categories/ColourRecords.h"
+#include "categories/FirstColours.h"
+#include "categories/LostNames.h"
 #include "hosts/CalendarRefresh.h"
-#include "hosts/yearplan/FirstCategoryTable.h"
-#include "hosts/yearplan/LostNames.h"
 #include "model/CacheFile.h"
 #include "values/Error.h"
 
@@ -88,14 +88,10 @@ std::unique_ptr<OutlookItem> CalendarReader::ItemOf(std::string_view eventId) {
 }
 
 void CalendarReader::ReadCategories() {
-  std::vector<std::string> texts;
-  const auto items = folder_->Items();
-  for (auto item = items->GetFirst(); item; item = items->GetNext()) {
-    texts.push_back(item->Categories());
-  }
-  const std::string lost = RemarkOnLostNames(*store_.DefaultCalendar(), line_.titleName);
+  const std::string separator = CategorySeparator(seams_.listSeparator);
+  const std::string lost = RemarkOnLostNames(*folder_, seams_.locale, line_.titleName, separator);
   if (!lost.empty()) messages_ << line_.calendar << ": " << lost << '\n';
-  table_ = MakeFirstCategoryTable(texts, CategorySeparator(seams_.listSeparator));
+  table_ = MakeFirstCategoryTable(CategoryTextsOf(*folder_), separator);
   try {
     if (const auto list = ColourRecords(*folder_, seams_.locale).FindList(line_.titleName)) {
       ListedCategories listed = CategoriesOf(*list);

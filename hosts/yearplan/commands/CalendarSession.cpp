@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "hosts/yearplan/FirstCategoryTable.h"
-#include "hosts/yearplan/UncarriedNames.h"
+#include "categories/FirstColours.h"
+#include "categories/UncarriedNames.h"
 #include "model/CacheFile.h"
 #include "platform/desktop/QtPages.h"
 #include "view/GridPainter.h"

@@ -13,9 +13,10 @@
 #include "categories/ColourList.h"
 #include "categories/ColourRecords.h"
 #include "categories/ColourStore.h"
+#include "categories/FirstColours.h"
+#include "categories/LostNames.h"
 #include "hosts/CalendarRefresh.h"
-#include "hosts/yearplan/FirstColours.h"
-#include "hosts/yearplan/LostNames.h"
+#include "hosts/yearplan/OfferedColours.h"
 #include "hosts/yearplan/commands/TerminalSeams.h"
 #include "model/CategoryView.h"
 #include "span/CategoryFilter.h"
@@ -77,9 +78,10 @@ CategoryDesk::CategoryDesk(const CommandLine& line, std::ostream& messages)
                {.userName = LoginName(), .listSeparator = seams_.listSeparator, .clock = [this] {
                   return seams_.clock.Now();
                 }}) {
-  const std::string lost = RemarkOnLostNames(calendar_.Folder(), line.titleName);
+  const std::string separator = CategorySeparator(seams_.listSeparator);
+  const std::string lost = RemarkOnLostNames(*Folder(), seams_.locale, line.titleName, separator);
   if (!lost.empty()) messages << line.calendar << ": " << lost << '\n';
-  OfferFirstColours(calendar_.Folder(), line.titleName, CategorySeparator(seams_.listSeparator));
+  OfferFirstColours(calendar_.Folder(), outlook_, seams_.locale, line.titleName, separator);
   ReadTable();
 }
 
@@ -102,7 +104,8 @@ void CategoryDesk::ReadTable() {
   } catch (const Error& error) {
     fault_ = error;
   }
-  table_ = FirstColoursOf(calendar_.Folder(), CategorySeparator(seams_.listSeparator));
+  table_ =
+      MakeFirstCategoryTable(CategoryTextsOf(*Folder()), CategorySeparator(seams_.listSeparator));
 }
 
 /// A record in the older form becomes the title's own before it is changed, as when a planner

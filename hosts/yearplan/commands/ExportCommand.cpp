@@ -8,8 +8,8 @@
 #include <optional>
 #include <ostream>
 
+#include "categories/UncarriedNames.h"
 #include "exchange/XmlExport.h"
-#include "hosts/yearplan/UncarriedNames.h"
 #include "hosts/yearplan/commands/CalendarReader.h"
 #include "model/YearSource.h"
 #include "values/Error.h"

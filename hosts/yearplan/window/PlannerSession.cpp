@@ -5,9 +5,9 @@
 #include <QFileInfo>
 #include <utility>
 
+#include "categories/LostNames.h"
 #include "hosts/CalendarRefresh.h"
-#include "hosts/yearplan/FirstColours.h"
-#include "hosts/yearplan/LostNames.h"
+#include "hosts/yearplan/OfferedColours.h"
 #include "hosts/yearplan/window/AppointmentInspector.h"
 #include "model/Status.h"
 #include "platform/Forms.h"
@@ -96,13 +96,15 @@ void PlannerSession::Start() {
   plan_ = std::make_unique<YearPlan>(MakePlatform(), *this);
   StoredProperties bag = Bag();
   plan_->ReadProperties(bag);
-  OfferFirstColours(calendar_.Folder(), plan_->TitleName(), CategorySeparator(listSeparator_));
+  OfferFirstColours(calendar_.Folder(), outlook_, locale_, plan_->TitleName(),
+                    CategorySeparator(listSeparator_));
 }
 
 std::vector<std::string> PlannerSession::Remarks() {
   std::vector<std::string> remarks;
   if (!environment_.Trouble().empty()) remarks.push_back(environment_.Trouble());
-  std::string lost = RemarkOnLostNames(calendar_.Folder(), plan_->TitleName());
+  std::string lost = RemarkOnLostNames(*DefaultCalendarOf(outlook_), locale_, plan_->TitleName(),
+                                       CategorySeparator(listSeparator_));
   if (!lost.empty()) remarks.push_back(std::move(lost));
   for (const Diagnostic& diagnostic : calendar_.Diagnostics()) {
     remarks.push_back(ToText(diagnostic));

@@ -1,5 +1,5 @@
-// hosts/yearplan/UncarriedNames.cpp: a filter's names, one by one.
-#include "hosts/yearplan/UncarriedNames.h"
+// categories/UncarriedNames.cpp: a filter's names, one by one.
+#include "categories/UncarriedNames.h"
 
 #include <algorithm>
 #include <ostream>

@@ -1,4 +1,4 @@
-// hosts/yearplan/UncarriedNames.h: the names of a filter that no event carries.
+// categories/UncarriedNames.h: the names of a filter that no event carries.
 #pragma once
 
 #include <iosfwd>

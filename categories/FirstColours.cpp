@@ -1,11 +1,14 @@
-// hosts/yearplan/FirstCategoryTable.cpp: a category table for a calendar that holds no colours yet.
-#include "hosts/yearplan/FirstCategoryTable.h"
+// categories/FirstColours.cpp: the colours of a calendar that holds none yet.
+#include "categories/FirstColours.h"
 
 #include <algorithm>
 #include <array>
 #include <map>
 #include <utility>
 
+#include "categories/ColourList.h"
+#include "categories/ColourRecords.h"
+#include "platform/Outlook.h"
 #include "span/Globals.h"
 #include "values/Text.h"
 
@@ -40,8 +43,10 @@ CategoryTable MakeFirstCategoryTable(const std::vector<std::string>& categoryTex
   std::map<std::string, int> counts;
   for (const std::string& text : categoryTexts) {
     ForEachPiece(text, separator, [&](std::string_view piece) {
+      // What a colour list cannot hold is left to the last of its categories.
+      const bool fits = piece.find('|') == std::string_view::npos;
       std::string name = Globals::StripControlChars(Trim(piece));
-      if (!name.empty() && name != CatchAll.name) ++counts[std::move(name)];
+      if (fits && !name.empty() && name != CatchAll.name) ++counts[std::move(name)];
       return true;
     });
   }
@@ -57,6 +62,21 @@ CategoryTable MakeFirstCategoryTable(const std::vector<std::string>& categoryTex
   }
   categories.push_back(CatchAll);
   return CategoryTable(std::move(categories));
+}
+
+std::vector<std::string> CategoryTextsOf(OutlookFolder& folder) {
+  std::vector<std::string> texts;
+  const auto items = folder.Items();
+  for (auto item = items->GetFirst(); item; item = items->GetNext()) {
+    texts.push_back(item->Categories());
+  }
+  return texts;
+}
+
+std::optional<std::string> FirstColourList(OutlookFolder& folder, LocaleApi& locale,
+                                           std::string_view titleName, std::string_view separator) {
+  if (ColourRecords(folder, locale).Find(titleName).item) return std::nullopt;
+  return ColourListText(MakeFirstCategoryTable(CategoryTextsOf(folder), separator).All());
 }
 
 }  // namespace velkor

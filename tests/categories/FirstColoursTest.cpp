@@ -1,5 +1,5 @@
-// tests/hosts/FirstCategoryTableTest.cpp: the table for a calendar that holds no colours.
-#include "hosts/yearplan/FirstCategoryTable.h"
+// tests/categories/FirstColoursTest.cpp: the table for a calendar that holds no colours.
+#include "categories/FirstColours.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -63,14 +63,15 @@ std::vector<std::string> NamesOf(const CategoryTable& table) {
   return names;
 }
 
-TEST(FirstCategoryTable, MostFrequentCategoriesComeFirstAndOtherLast) {
-  EXPECT_THAT(NamesOf(MakeFirstCategoryTable(
-                  {"Trip", "Leave, Trip", "", "Zoo, Leave", "Trip", " , Other", "Ant"}, ", ")),
-              ElementsAre("Trip", "Leave", "Ant", "Zoo", "Other"));
+TEST(FirstColours, MostFrequentCategoriesComeFirstAndOtherLast) {
+  EXPECT_THAT(
+      NamesOf(MakeFirstCategoryTable(
+          {"Trip", "Leave, Trip", "", "Zoo, Leave", "Trip", " , Other", "Red|Blue, Ant"}, ", ")),
+      ElementsAre("Trip", "Leave", "Ant", "Zoo", "Other"));
   EXPECT_THAT(NamesOf(MakeFirstCategoryTable({}, ", ")), ElementsAre("Other"));
 }
 
-TEST(FirstCategoryTable, HoldsAtMostFourteenNamesBesidesOther) {
+TEST(FirstColours, HoldsAtMostFourteenNamesBesidesOther) {
   std::vector<std::string> texts;
   for (int i = 0; i < 40; ++i) {
     for (int k = 0; k <= i; ++k) texts.push_back("C" + std::to_string(i));
@@ -82,7 +83,7 @@ TEST(FirstCategoryTable, HoldsAtMostFourteenNamesBesidesOther) {
   EXPECT_EQ(table.At(15).name, "Other");
 }
 
-TEST(FirstCategoryTable, ColoursStayApartForEveryKindOfColourVision) {
+TEST(FirstColours, ColoursStayApartForEveryKindOfColourVision) {
   std::vector<std::string> texts;
   for (int i = 0; i < 14; ++i) texts.push_back("C" + std::to_string(i));
   std::vector<Colour> all{grid_colours::Back, grid_colours::Weekend, grid_colours::OutOfMonth};
