@@ -19,6 +19,7 @@
 #include "platform/System.h"
 #include "span/CategoryFilter.h"
 #include "support/modFileIO.h"
+#include "values/IsoDate.h"
 
 namespace velkor {
 namespace {
@@ -45,20 +46,13 @@ void ReadYears(YearSource& source, Read&& read) {
   source.EndReadingYears();
 }
 
-std::string DayText(Date date) {
-  const DateFields fields = date.Fields();
-  const auto twoDigits = [](int value) {
-    return (value < 10 ? "-0" : "-") + std::to_string(value);
-  };
-  return std::to_string(fields.year) + twoDigits(fields.month) + twoDigits(fields.day);
-}
-
 /// The same failure with the appointment that it is about, unless it names that already.
 Error Naming(const Error& error, const CalEvent& event) {
   const std::string subject = "\"" + event.Subject + "\"";
   const std::string& description = error.Description();
   if (description.find(subject) != std::string::npos) return error;
-  return Error(error.Number(), description + " (" + subject + ", " + DayText(event.StartDate) + ")",
+  return Error(error.Number(),
+               description + " (" + subject + ", " + ToIso(event.StartDate).substr(0, 10) + ")",
                error.Source());
 }
 

@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "tools/IsoDate.h"
 #include "tools/ProbeCase.h"
 #include "values/Error.h"
+#include "values/IsoDate.h"
 #include "view/GridPointer.h"
 
 namespace velkor {

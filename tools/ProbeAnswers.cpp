@@ -20,13 +20,13 @@
 #include "support/modFileIO.h"
 #include "tools/ColourAnswers.h"
 #include "tools/EditAnswers.h"
-#include "tools/IsoDate.h"
 #include "tools/OptionsAnswer.h"
 #include "tools/PagesAnswer.h"
 #include "tools/PointerAnswer.h"
 #include "tools/ProbeCase.h"
 #include "tools/XmlAnswer.h"
 #include "values/Error.h"
+#include "values/IsoDate.h"
 #include "values/Text.h"
 
 namespace velkor {

@@ -4,7 +4,7 @@
 #include <optional>
 #include <utility>
 
-#include "tools/IsoDate.h"
+#include "values/IsoDate.h"
 #include "values/Text.h"
 
 namespace velkor {

@@ -8,8 +8,8 @@
 
 #include "calendar/ics/read/IcsLines.h"
 #include "calendar/ics/read/IcsRule.h"
-#include "tools/IsoDate.h"
 #include "values/Date.h"
+#include "values/IsoDate.h"
 
 namespace velkor {
 namespace {

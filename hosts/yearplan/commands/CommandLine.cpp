@@ -10,7 +10,7 @@
 #include <string_view>
 #include <utility>
 
-#include "tools/IsoDate.h"
+#include "values/IsoDate.h"
 
 namespace velkor {
 namespace {

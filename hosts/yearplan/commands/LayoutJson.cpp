@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "tools/IsoDate.h"
+#include "values/IsoDate.h"
 
 namespace velkor {
 namespace {

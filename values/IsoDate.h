@@ -1,4 +1,4 @@
-// tools/IsoDate.h: dates as ISO 8601 text.
+// values/IsoDate.h: dates as ISO 8601 text.
 #pragma once
 
 #include <optional>

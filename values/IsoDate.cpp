@@ -1,5 +1,5 @@
-// tools/IsoDate.cpp: dates as ISO 8601 text.
-#include "tools/IsoDate.h"
+// values/IsoDate.cpp: dates as ISO 8601 text.
+#include "values/IsoDate.h"
 
 #include <cstddef>
 
