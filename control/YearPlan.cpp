@@ -148,6 +148,10 @@ void YearPlan::CatColour(std::string_view name) {
   parts_->CatColour(name);
 }
 
+void YearPlan::CatRename(std::string_view newName, RenameReach reach) {
+  parts_->CatRename(newName, reach);
+}
+
 std::vector<std::string> YearPlan::GetStringList() {
   return parts_->CategoryNames();
 }

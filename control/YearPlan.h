@@ -15,6 +15,7 @@ namespace velkor {
 class ControlHost;
 class PropertyBag;
 class YearGrid;
+enum class RenameReach;
 
 /// One planner. Everything runs on the thread that made it. Failures are told in message boxes and
 /// end the operation; nothing is thrown, but what a refresh reports as the calendar program's error
@@ -62,6 +63,9 @@ class YearPlan {
   /// is selected in the legend. Nothing happens for a name that is unknown.
   void CatDelete(std::string_view name);
   void CatColour(std::string_view name);
+  /// Gives the category that is selected in the legend another name, without asking how far it
+  /// reaches.
+  void CatRename(std::string_view newName, RenameReach reach);
   /// Names of all categories of all titles in the calendar; a name used by several titles appears
   /// once for each.
   std::vector<std::string> GetStringList();

@@ -94,6 +94,10 @@ void YearPlan::Parts::CatColour(std::string_view name) {
   if (live_) categoryCommands_.CatColour(name);
 }
 
+void YearPlan::Parts::CatRename(std::string_view newName, RenameReach reach) {
+  if (live_) categoryCommands_.Rename(newName, reach);
+}
+
 bool YearPlan::Parts::AreCategoriesKnown() {
   // What another planner saved a moment ago.
   access_.Arrivals().Take();

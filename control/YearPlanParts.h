@@ -52,6 +52,7 @@ class YearPlan::Parts : public CategoryView, public YearSource {
   std::vector<std::string> CategoryNames();
   void CatDelete(std::string_view name);
   void CatColour(std::string_view name);
+  void CatRename(std::string_view newName, RenameReach reach);
   std::string Description() const;
 
   // CategoryView

@@ -156,7 +156,7 @@ bool XmlExport::Save(const std::string& fileName, const std::vector<std::string>
   while (true) {
     try {
       const bool saved = Replace(fileName, pieces);
-      Tell(platform_.messages, saved ? "Velkor Data saved" : "Failed to save file.");
+      Tell(platform_.messages, saved ? ExportSaved : "Failed to save file.");
       return saved;
     } catch (const Error& error) {
       using modFileIO::FileErrorAnswer;

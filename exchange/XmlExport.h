@@ -10,6 +10,9 @@
 
 namespace velkor {
 
+/// Told when a file was saved.
+inline constexpr std::string_view ExportSaved = "Velkor Data saved";
+
 class CategoryFilter;
 class EventCollection;
 class XmlDocument;

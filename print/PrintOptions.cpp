@@ -203,11 +203,32 @@ void PrintOptions::SetLength(PrintLength length, float value) {
   const double twips = value * Factor();
   if (field.twips) {
     values_.*field.twips = ToWhole<std::int32_t>(twips, field.key);
-    Save(field.key, std::to_string(values_.*field.twips));
   } else {
     values_.MinBandHeight = ToSingle(twips, field.key);
-    Save(field.key, DecimalText(values_.MinBandHeight));
   }
+  SaveLength(length);
+}
+
+void PrintOptions::SaveLength(PrintLength length) {
+  const LengthField field = FieldOf(length);
+  Save(field.key,
+       field.twips ? std::to_string(values_.*field.twips) : DecimalText(values_.MinBandHeight));
+}
+
+void PrintOptions::SetValues(const PrintOptionSet& values) {
+  values_ = values;
+  for (const PrintLength length :
+       {PrintLength::LeftMargin, PrintLength::TopMargin, PrintLength::RightMargin,
+        PrintLength::BottomMargin, PrintLength::LegendWidth, PrintLength::BandHeight}) {
+    SaveLength(length);
+  }
+  SetMinBandNo(MinBandNo());
+  SetHeader(values.Header);
+  SetUnits(values.Units);
+  SetReprintLegend(values.ReprintLegend);
+  SetFilterMonths(values.StartMonth, values.EndMonth);
+  SetVisibleText(values.VisibleText);
+  SetPrintFormat(values.PrintFormat);
 }
 
 void PrintOptions::SetMinBandNo(std::int16_t bands) {

@@ -49,6 +49,9 @@ class PrintOptions {
   PrintOptions(Settings& settings, PrintedPlanner planner, std::string decimalSign = ".");
 
   const PrintOptionSet& Values() const { return values_; }
+  /// Sets all of them.
+  /// @param values  the months in the planner's order, each number in the range of its setter
+  void SetValues(const PrintOptionSet& values);
 
   /// Reads the stored options. Stored months are put in order and written as they stand then; those
   /// of a whole year, whichever month it began with, are the planner's whole year. A stored text
@@ -121,6 +124,7 @@ class PrintOptions {
   double StoredNumber(std::string_view key, std::string_view fallback) const;
   std::optional<int> StoredCode(std::string_view key) const;
   void Save(std::string_view key, std::string_view value);
+  void SaveLength(PrintLength length);
   void SaveTruth(std::string_view key, bool value);
 
   double Factor() const;

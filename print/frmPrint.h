@@ -40,6 +40,8 @@ class frmPrint : public Form {
   bool Load();
 
   PrintOptions& Options() { return options_; }
+  /// The pages as they are laid out now.
+  const PrintDocument& Document() const { return document_; }
   /// Lays the pages out again and shows the first one.
   void OptionsChanged();
 

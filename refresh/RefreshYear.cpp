@@ -7,6 +7,7 @@
 #include "model/AppointmentOf.h"
 #include "model/CacheRecord.h"
 #include "model/ColourRecord.h"
+#include "platform/CacheUtility.h"
 #include "platform/Outlook.h"
 #include "platform/System.h"
 #include "span/Globals.h"
@@ -79,6 +80,13 @@ void WriteYear(const RefreshRequest& request, OutlookNamespace& session, OutputF
 }
 
 }  // namespace
+
+RefreshRequest RequestOf(const RefreshInputs& inputs) {
+  return {{inputs.viewYear, inputs.firstMonth},
+          {inputs.cacheFile, inputs.workFile},
+          inputs.folderId,
+          inputs.storeId};
+}
 
 RefreshAnswer RefreshYear(const RefreshRequest& request, OutlookApplication& outlook, Files& files,
                           LocaleApi& locale, const std::function<bool()>& proceed,

@@ -13,6 +13,7 @@ namespace velkor {
 class Files;
 class LocaleApi;
 class OutlookApplication;
+struct RefreshInputs;
 
 struct RefreshRequest {
   DisplaySpan span;
@@ -20,6 +21,9 @@ struct RefreshRequest {
   std::string folderId;
   std::string storeId;
 };
+
+/// What a cache utility was handed, as a request.
+RefreshRequest RequestOf(const RefreshInputs& inputs);
 
 struct RefreshAnswer {
   SynchResult result = SynchResult::NothingToReport;

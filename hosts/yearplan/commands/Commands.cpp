@@ -7,12 +7,17 @@
 #include <ostream>
 
 #include "Version.h"
-#include "hosts/yearplan/commands/CalendarSession.h"
+#include "control/ControlLayout.h"
 #include "hosts/yearplan/commands/CategoriesCommand.h"
+#include "hosts/yearplan/commands/CommandPlanner.h"
 #include "hosts/yearplan/commands/ExportCommand.h"
+#include "hosts/yearplan/commands/GridOfCache.h"
 #include "hosts/yearplan/commands/LayoutJson.h"
 #include "hosts/yearplan/commands/PrintCommand.h"
+#include "hosts/yearplan/commands/YearRemarks.h"
 #include "platform/desktop/PictureFile.h"
+#include "platform/desktop/QtPages.h"
+#include "span/Locale.h"
 #include "values/Error.h"
 #include "view/Face.h"
 #include "view/YearTexts.h"
@@ -29,23 +34,28 @@ auto WriterFor(const std::string& path) {
   throw UsageError("The name of a picture ends in .png, .svg or .pdf, unlike \"" + path + "\"");
 }
 
-FaceLayout SizeTo(Extent control, YearGrid& grid) {
-  const FaceLayout face = DivideFace(control);
-  grid.Resize({face.picParent.Width(), face.picParent.Height()}, ScrollBarWidth, {});
-  return face;
+/// The strip above the grid of a picture holds its caption alone.
+void SizeTo(Extent picture, YearPlan& plan) {
+  plan.Resize({picture.width, picture.height + StripHeight - CaptionHeight}, {});
 }
 
-Extent ControlSize(const CommandLine& line) {
+Extent PictureSize(const CommandLine& line) {
   return {line.width * TwipsPerPixel, line.height * TwipsPerPixel};
 }
 
+void ShowReadable(CommandPlanner& planner) {
+  QtMeasuringPage measuring{PixelSize()};
+  planner.Plan().KeepBandsReadable(measuring.Page());
+  planner.Show(planner.FirstYear());
+}
+
 /// Instead of scrolling, a picture grows in height until every band fits.
-Extent SizeWithoutScrolling(const CommandLine& line, YearGrid& grid) {
-  Extent control = ControlSize(line);
-  SizeTo(control, grid);
-  if (!grid.Geometry().scroll) return control;
-  control.height = std::ceil(LeastControlHeight(grid, {}) / TwipsPerPixel) * TwipsPerPixel;
-  return control;
+Extent SizeWithoutScrolling(Extent picture, YearPlan& plan) {
+  SizeTo(picture, plan);
+  if (!plan.Grid().Geometry().scroll) return picture;
+  picture.height = std::ceil(LeastControlHeight(plan.Grid(), {}) / TwipsPerPixel) * TwipsPerPixel;
+  SizeTo(picture, plan);
+  return picture;
 }
 
 /// "19 events", or "2 of 19 events" where some are hidden.
@@ -60,14 +70,21 @@ std::string EventCount(const YearGrid& grid) {
 void Render(const CommandLine& line, const std::string& path, std::ostream& out,
             std::ostream& messages) {
   const auto write = WriterFor(path);
-  PlannedYear year = CalendarSession(line, messages).Plan();
-  const Extent size = SizeWithoutScrolling(line, year.grid);
-  const FaceLayout face = SizeTo(size, year.grid);
-  const FaceContent content{YearCaption(year.grid.Span().ViewYear), year.names, year.font,
-                            year.today};
-  write(path, size, [&](Surface& surface) { DrawFace(surface, face, year.grid, content); },
-        {.title = YearName(year.grid.Span())});
-  out << YearName(year.grid.Span()) << ", " << EventCount(year.grid) << ": "
+  CommandPlanner planner(line, messages);
+  ShowReadable(planner);
+  const YearGrid& grid = planner.Grid();
+  RemarkOn(grid, messages);
+  const Extent size = SizeWithoutScrolling(PictureSize(line), planner.Plan());
+  LocaleApi& locale = planner.Seams().locale;
+  const LocaleId id = locale.ThreadLocale();
+  FaceContent content{YearCaption(grid.Span().ViewYear),
+                      Locale::LoadCalendarNames(locale, id),
+                      {},
+                      planner.Seams().clock.Now()};
+  Locale::ApplyCodePageFont(content.font, Locale::AnsiCodePageOf(locale, id));
+  write(path, size, [&](Surface& surface) { DrawFace(surface, DivideFace(size), grid, content); },
+        {.title = YearName(grid.Span())});
+  out << YearName(grid.Span()) << ", " << EventCount(grid) << ": "
       << QFileInfo(QString::fromStdString(path)).absoluteFilePath().toStdString() << '\n';
 }
 
@@ -78,21 +95,32 @@ std::string PictureOf(const CommandLine& line) {
 }
 
 void Refresh(const CommandLine& line, std::ostream& out, std::ostream& messages) {
-  CalendarSession session(line, messages);
-  if (!session.CacheTrouble().empty()) {
-    throw Error(errors::PathNotFound, session.CacheTrouble());
-  }
-  const std::size_t count = session.Refresh();
-  out << YearName(session.Span()) << ", " << count << " events: " << session.CacheFileName()
-      << '\n';
+  const std::string trouble = CalendarEnvironment(line.calendar).Trouble();
+  if (!trouble.empty()) throw Error(errors::PathNotFound, trouble);
+  CommandPlanner planner(line, messages);
+  planner.Show(planner.FirstYear());
+  const YearGrid& grid = planner.Grid();
+  out << YearName(grid.Span()) << ", " << grid.Events().Count()
+      << " events: " << planner.CacheFile() << '\n';
 }
 
 void Inspect(const CommandLine& line, std::ostream& out, std::ostream& messages) {
-  PlannedYear year = CalendarSession(line, messages).Plan();
-  SizeTo(ControlSize(line), year.grid);
-  nlohmann::ordered_json more = nlohmann::ordered_json::object();
-  if (!line.points.empty()) more["hits"] = HitsJson(year.grid, line.points);
-  PrintLayoutJson(out, year.grid, year.today, more);
+  const auto print = [&](const YearGrid& grid, Date today) {
+    nlohmann::ordered_json more = nlohmann::ordered_json::object();
+    if (!line.points.empty()) more["hits"] = HitsJson(grid, line.points);
+    PrintLayoutJson(out, grid, today, more);
+  };
+  if (!line.cacheFile.empty()) {
+    TerminalSeams seams(line, messages);
+    const YearGrid grid = GridOfCache(line, seams, messages);
+    RemarkOn(grid, messages);
+    return print(grid, seams.clock.Now());
+  }
+  CommandPlanner planner(line, messages);
+  ShowReadable(planner);
+  RemarkOn(planner.Grid(), messages);
+  SizeTo(PictureSize(line), planner.Plan());
+  print(planner.Grid(), planner.Seams().clock.Now());
 }
 
 }  // namespace

@@ -5,12 +5,13 @@
 #include <algorithm>
 #include <ostream>
 
-#include "hosts/yearplan/commands/CalendarSession.h"
-#include "platform/desktop/PdfPrinter.h"
+#include "hosts/yearplan/commands/CommandPlanner.h"
+#include "hosts/yearplan/commands/YearRemarks.h"
 #include "print/NumberText.h"
-#include "print/PrintDocument.h"
+#include "print/PrintOptions.h"
+#include "print/frmPrint.h"
+#include "span/Locale.h"
 #include "values/Error.h"
-#include "view/Face.h"
 #include "view/LegendPainter.h"
 #include "view/YearTexts.h"
 
@@ -69,8 +70,9 @@ std::string LegendOf(const PagePlan& plan, const LegendSlice& slice,
   return all.empty() ? "none" : all;
 }
 
-void TellPages(const PrintTask& task, const PlannedYear& year, const PrintDocument& document,
-               std::ostream& out) {
+void TellPages(const PrintTask& task, const CommandPlanner& planner, const CalendarNames& names,
+               const PrintDocument& document, std::ostream& out) {
+  const YearGrid& grid = planner.Grid();
   const PagePlan& plan = document.Plan();
   out << "Title: " << OneLine(document.Title(), " / ") << '\n'
       << "Row height: " << Millimetres(static_cast<double>(plan.bandHeight)) << '\n';
@@ -78,36 +80,50 @@ void TellPages(const PrintTask& task, const PlannedYear& year, const PrintDocume
   for (int page = 1; page <= count; ++page) {
     const LegendSlice legend = LegendOfPage(plan, page, task.options.ReprintLegend);
     out << PrintStatus(page, count, task.orientation, task.paper) << '\n'
-        << "  months: "
-        << MonthsOf(plan.pages[static_cast<std::size_t>(page) - 1], year.grid, year.names) << '\n'
-        << "  legend: " << LegendOf(plan, legend, year.grid.Categories()) << '\n';
+        << "  months: " << MonthsOf(plan.pages[static_cast<std::size_t>(page) - 1], grid, names)
+        << '\n'
+        << "  legend: " << LegendOf(plan, legend, grid.Categories()) << '\n';
   }
+}
+
+/// What the preview's own dialogs would store.
+void StoreOptions(const CommandLine& line, Settings& settings) {
+  PrintOptions options(settings, {line.titleName, line.firstMonth, line.grid.DisplaySubject});
+  options.SetValues(line.printTask.options);
+  options.SetPaperSize(line.printTask.paper);
+  options.SetOrientation(line.printTask.orientation);
 }
 
 }  // namespace
 
 void Print(const CommandLine& line, std::ostream& out, std::ostream& messages) {
   CheckTarget(line);
-  const PrintTask& task = line.printTask;
-  const PlannedYear year = CalendarSession(line, messages).Plan();
-  const QFileInfo target(QString::fromStdString(line.output));
-  PdfPrinter printer(target.absoluteFilePath().toStdString());
-  printer.Apply({.device = {},
-                 .driver = {},
-                 .port = {},
-                 .orientation = task.orientation,
-                 .paperSize = task.paper});
+  CommandPlanner planner(line, messages);
+  TerminalSeams& seams = planner.Seams();
+  planner.Show(planner.FirstYear());
+  RemarkOn(planner.Grid(), messages);
+  StoreOptions(line, seams.settings);
 
-  PrintDocument document(year.grid, year.names);
-  document.LayOut(task.options, printer.PageSize(), printer.MeasuringSurface());
-  if (const auto& failure = document.Failure()) {
-    throw Error(errors::InvalidProcedureCall, OneLine(failure->message, "\n"));
+  int pages = 0;
+  seams.forms.Expect("frmPrint", [&](Form& form) {
+    auto& preview = dynamic_cast<frmPrint&>(form);
+    pages = preview.Document().PageCount();
+    if (line.printTask.pages && pages > 0) {
+      const LocaleId id = seams.locale.ThreadLocale();
+      TellPages(line.printTask, planner, Locale::LoadCalendarNames(seams.locale, id),
+                preview.Document(), out);
+    } else if (pages > 0) {
+      preview.tbPreview.ClickButton(preview_keys::Print);
+    }
+  });
+  planner.Plan().Elements().Toolbar1.ClickButton(toolbar_keys::Print);
+  const std::string failure = seams.messages.Take();
+  if (!failure.empty()) {
+    throw Error(errors::InvalidProcedureCall, OneLine(ReasonOf(failure), "\n"));
   }
-  if (task.pages) return TellPages(task, year, document, out);
-  document.Print(*printer.Begin(document.Name()));
-  const int pages = document.PageCount();
-  out << YearName(year.grid.Span()) << ", " << pages << (pages == 1 ? " page: " : " pages: ")
-      << target.absoluteFilePath().toStdString() << '\n';
+  if (line.printTask.pages) return;
+  out << YearName(planner.Grid().Span()) << ", " << pages << (pages == 1 ? " page: " : " pages: ")
+      << QFileInfo(QString::fromStdString(line.output)).absoluteFilePath().toStdString() << '\n';
 }
 
 }  // namespace velkor

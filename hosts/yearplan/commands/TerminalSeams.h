@@ -2,63 +2,81 @@
 #pragma once
 
 #include <iosfwd>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "hosts/yearplan/CalendarPlace.h"
+#include "hosts/yearplan/commands/CommandLine.h"
 #include "platform/MessageBoxes.h"
 #include "platform/Platform.h"
 #include "platform/desktop/DesktopLocale.h"
 #include "platform/desktop/DesktopRegistry.h"
-#include "platform/desktop/DesktopShell.h"
-#include "platform/desktop/DesktopSystem.h"
+#include "platform/desktop/PdfPrinter.h"
 #include "platform/desktop/TerminalDialogs.h"
 #include "platform/headless/MemorySettings.h"
-#include "platform/headless/RecordingPrinter.h"
-#include "platform/headless/ScriptedCacheUtility.h"
 #include "platform/headless/ScriptedDialogs.h"
 #include "platform/headless/ScriptedForms.h"
 #include "platform/headless/ScriptedScrollBars.h"
+#include "platform/headless/ScriptedShell.h"
+#include "platform/headless/ScriptedSystem.h"
 
 namespace velkor {
 
 /// Keeps what is told, for a command that knows only at its end whether that was its failure.
 class KeptMessages : public MessageBoxes {
  public:
-  /// Answers the default button, since nobody can be asked.
+  /// Answers Cancel where there is one, and else the default button, since nobody can be asked.
   MessageAnswer Show(const Message& message) override;
-  /// All texts, joined by "; "; empty for none.
-  std::string Text() const;
+  /// All texts since the last call, joined by "; "; empty for none.
+  std::string Take();
 
  private:
-  std::vector<std::string> texts_;
+  std::string texts_;
+};
+
+/// A text of KeptMessages without the number of an error and what stands before it: what was being
+/// done, which whoever gave a command knows.
+std::string ReasonOf(const std::string& told);
+
+/// A cache file that the command did not bring up to date itself counts as absent.
+class FreshFiles : public CalendarFiles {
+ public:
+  void IsFresh(const std::string& path) { fresh_.insert(path); }
+  bool ReadInto(std::string& bytes, const std::string& path) override {
+    return fresh_.contains(path) && CalendarFiles::ReadInto(bytes, path);
+  }
+
+ private:
+  std::set<std::string> fresh_;
 };
 
 /// Outlives what works on its platform. The command line is the script: it fills in what dialogs
-/// and input boxes answer, once, and what is asked beyond that is cancelled.
+/// and input boxes answer, once, and what is asked beyond that is cancelled. Its printer's paper is
+/// the file that the command writes.
 struct TerminalSeams {
-  /// @param calendar  as CalendarEnvironment takes it
-  /// @param stream    shows the progress where it is a terminal's; outlives this
-  TerminalSeams(const std::string& calendar, std::ostream& stream);
+  /// @param stream  shows the progress where it is a terminal's; outlives this
+  TerminalSeams(const CommandLine& line, std::ostream& stream);
 
-  DesktopClock clock;
+  /// Stands still.
+  ScriptedClock clock;
   CalendarEnvironment environment;
-  CalendarFiles files;
+  FreshFiles files;
   DesktopLocale locale;
   DesktopRegistry registry;
-  DesktopShell shell;
+  ScriptedShell shell;
   KeptMessages messages;
   MemorySettings settings;
-  ScriptedCacheUtilities cacheUtilities;
   ScriptedDialogs dialogs;
-  ScriptedForms forms;
+  /// A form that does not come to be shown had its reason told.
+  ScriptedForms forms{[](const std::string&) {}};
   ScriptedInputBoxes inputs;
-  RecordingPrinter printer;
+  PdfPrinter printer;
   ScriptedScrollBars scrollBars;
   TerminalProgress progress;
   std::string listSeparator;
 
-  Platform On(OutlookApplication& outlook);
+  Platform On(OutlookApplication& outlook, CacheUtilities& cacheUtilities);
 };
 
 }  // namespace velkor

@@ -14,6 +14,7 @@
 #include "platform/MessageBoxes.h"
 #include "platform/Platform.h"
 #include "platform/desktop/QtText.h"
+#include "refresh/RefreshYear.h"
 #include "span/CategoryFilter.h"
 #include "support/RegIO.h"
 #include "values/Error.h"
@@ -60,13 +61,16 @@ PlannerSession::PlannerSession(const std::string& calendar, SessionSurroundings 
                 .listSeparator = listSeparator_,
                 .inspector =
                     [this](OutlookItem& item) { InspectAppointment(surroundings_.window, item); },
-                .post =
-                    [this](std::function<void()> work) {
-                      QMetaObject::invokeMethod(&receiver_, std::move(work), Qt::QueuedConnection);
-                    },
+                .post = [this](std::function<void()> work) { Post(std::move(work)); },
                 .clock = [this] { return clock_.Now(); }}),
-      memoryCache_(outlook_, files_, locale_,
-                   [this](const Error& error) { Tell(troubles_.other, error.Description()); }),
+      memoryCache_(
+          [this](const RefreshInputs& inputs, const std::function<bool()>& proceed) {
+            const RefreshAnswer answer =
+                RefreshYear(RequestOf(inputs), outlook_, files_, locale_, proceed);
+            return std::pair(static_cast<short>(answer.result), answer.error);
+          },
+          [this](std::function<void()> work) { Post(std::move(work)); },
+          [this](const Error& error) { Tell(troubles_.other, error.Description()); }),
       settings_(surroundings_.settings, calendar_.Path()),
       sleepWatch_(clock_, [this] { plan_->RefreshSoon(); }) {
   Start();
@@ -85,6 +89,10 @@ Platform PlannerSession::MakePlatform() {
           outlook_,     printer_,    progress_,
           registry_,    scrollBars_, settings_,
           shell_};
+}
+
+void PlannerSession::Post(std::function<void()> work) {
+  QMetaObject::invokeMethod(&receiver_, std::move(work), Qt::QueuedConnection);
 }
 
 StoredProperties PlannerSession::Bag() {

@@ -15,7 +15,6 @@
 #include "control/YearPlan.h"
 #include "hosts/yearplan/CalendarPlace.h"
 #include "hosts/yearplan/CalendarSettings.h"
-#include "hosts/yearplan/SessionCacheUtility.h"
 #include "hosts/yearplan/window/PlannerProperties.h"
 #include "hosts/yearplan/window/SleepWatch.h"
 #include "platform/Host.h"
@@ -27,6 +26,7 @@
 #include "platform/desktop/QtDialogs.h"
 #include "platform/desktop/QtPrinter.h"
 #include "platform/desktop/QtScrollBars.h"
+#include "platform/headless/PromptCacheUtility.h"
 
 class QWidget;
 
@@ -100,6 +100,8 @@ class PlannerSession : public ControlHost {
 
   void Tell(std::string& kind, const std::string& text);
   Platform MakePlatform();
+  /// Runs work from the event loop, unless this is gone by then.
+  void Post(std::function<void()> work);
   StoredProperties Bag();
   void Start();
   void Follow();
@@ -124,7 +126,8 @@ class PlannerSession : public ControlHost {
   /// What is delivered later is delivered to it, and so not at all after its end.
   QObject receiver_;
   EmbeddedOutlook outlook_;
-  SessionCacheUtilities memoryCache_;
+  /// For a session without a cache folder: another process sees nothing of its memory.
+  PromptCacheUtilities memoryCache_;
   CalendarSettings settings_;
   std::unique_ptr<YearPlan> plan_;
   QFileSystemWatcher watcher_;

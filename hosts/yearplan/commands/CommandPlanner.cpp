@@ -1,0 +1,136 @@
+// hosts/yearplan/commands/CommandPlanner.cpp: the control of a command, started without a window.
+#include "hosts/yearplan/commands/CommandPlanner.h"
+
+#include <algorithm>
+#include <ostream>
+#include <utility>
+
+#include "categories/LostNames.h"
+#include "categories/StoredFilter.h"
+#include "hosts/CalendarRefresh.h"
+#include "hosts/yearplan/OfferedColours.h"
+#include "platform/desktop/DesktopSystem.h"
+#include "span/CategoryFilter.h"
+
+namespace velkor {
+namespace {
+
+/// So many years are taken from one reading of the calendar: a reading has room for so many
+/// occurrences and no more, and each year looks through all of them.
+constexpr int YearsOfReading = 20;
+
+/// The year that today lies in, unless the command line says another one.
+int YearOf(std::optional<int> ofRange, const CommandLine& line, Clock& clock) {
+  if (ofRange || line.year) return ofRange ? *ofRange : *line.year;
+  return DisplaySpan{0, line.firstMonth}.ViewYearOf(clock.Now());
+}
+
+}  // namespace
+
+CommandPlanner::CommandPlanner(const CommandLine& line, std::ostream& messages,
+                               IcsCalendar* calendar)
+    : line_(line),
+      messages_(messages),
+      seams_(line, messages),
+      firstYear_(YearOf(line.fromYear, line, seams_.clock)),
+      lastYear_(YearOf(line.toYear, line, seams_.clock)),
+      reader_(line.calendar, messages),
+      cacheUtilities_(
+          [this](const RefreshInputs& inputs, const std::function<bool()>& proceed) {
+            return Refresh(inputs, proceed);
+          },
+          [this](std::function<void()> work) { work_.push_back(std::move(work)); },
+          [](const Error&) { /* Refresh has kept it. */ }),
+      outlook_(StoreOf(calendar), seams_.locale,
+               {.userName = LoginName(),
+                .listSeparator = seams_.listSeparator,
+                // A command shows what is there when it is given.
+                .post = [](const std::function<void()>&) {},
+                .clock = [] { return DesktopClock().Now(); }}),
+      plan_(seams_.On(outlook_, cacheUtilities_), host_) {
+  seams_.shell.onMessages = [this](int) { LetWorkRun(); };
+  const std::string separator = CategorySeparator(seams_.listSeparator);
+  const std::string lost =
+      RemarkOnLostNames(*DefaultCalendarOf(outlook_), seams_.locale, line.titleName, separator);
+  if (!lost.empty()) messages << line.calendar << ": " << lost << '\n';
+  CalendarStore& store = calendar ? calendar->Store() : reader_.Store();
+  OfferFirstColours(*store.DefaultCalendar(), outlook_, seams_.locale, line.titleName, separator);
+  Start();
+  if (!calendar && !fault_.empty()) messages << fault_ << '\n';
+}
+
+CalendarStore& CommandPlanner::StoreOf(IcsCalendar* calendar) {
+  if (calendar) return calendar->Store();
+  ReadFrom(firstYear_);
+  const std::string& trouble = seams_.environment.Trouble();
+  if (!trouble.empty()) messages_ << trouble << '\n';
+  return reader_.Store();
+}
+
+void CommandPlanner::ReadFrom(int year) {
+  lastRead_ = std::min(year + YearsOfReading - 1, lastYear_);
+  reader_.Open({year, line_.firstMonth}, {lastRead_, line_.firstMonth});
+}
+
+void CommandPlanner::Start() {
+  MemoryPropertyBag defaults;
+  plan_.ReadProperties(defaults);
+  plan_.SetAllEvents(line_.grid.AllEvents);
+  plan_.SetDisplaySubject(line_.grid.DisplaySubject);
+  plan_.SetHideNonCategoryItems(line_.grid.HideNonCategoryItems);
+  plan_.SetTitleName(line_.titleName);
+  plan_.SetFirstMonth(line_.firstMonth);
+  SaveFilter(seams_.settings, line_.titleName, line_.filter, line_.matchAll);
+  plan_.Elements().tmrStart.Tick();
+  fault_ = seams_.messages.Take();
+  // It is not live.
+  if (!plan_.Elements().Command1.Enabled()) {
+    throw Error(errors::CalendarFailed, ReasonOf(fault_));
+  }
+}
+
+void CommandPlanner::Show(int year) {
+  failure_.reset();
+  inputs_ = {};
+  if (year != Grid().Span().ViewYear) plan_.ChangeYear(year - Grid().Span().ViewYear);
+  LetWorkRun();
+  const std::string told = seams_.messages.Take();
+  if (failure_) throw Error(*failure_);
+  if (inputs_.viewYear != year) throw Error(errors::CalendarFailed, ReasonOf(told));
+}
+
+void CommandPlanner::LetWorkRun() {
+  while (!work_.empty()) {
+    const std::function<void()> work = std::move(work_.front());
+    work_.pop_front();
+    work();
+  }
+}
+
+PromptCacheUtilities::Result CommandPlanner::Refresh(const RefreshInputs& inputs,
+                                                     const std::function<bool()>& proceed) {
+  const auto result = [](SynchResult code, long error) {
+    return std::pair(static_cast<short>(code), error);
+  };
+  if (!proceed()) return result(SynchResult::NothingToReport, 0);
+  inputs_ = inputs;
+  try {
+    if (inputs.viewYear > lastRead_) ReadFrom(inputs.viewYear);
+  } catch (const Error& error) {
+    failure_ = error;
+    return result(SynchResult::FetchingFailed, error.Number());
+  }
+  const RefreshRequest request = RequestOf(inputs);
+  const RefreshAnswer answer =
+      RefreshPatiently(request, outlook_, seams_.files, seams_.locale, proceed);
+  if (answer.result == SynchResult::CacheWritten) {
+    seams_.files.IsFresh(inputs.cacheFile);
+  } else {
+    std::string text = MessageOf(answer.result, answer.error, request.paths);
+    if (!answer.description.empty()) text += ": " + answer.description;
+    failure_ = Error(answer.error, text, "refresh");
+  }
+  return result(answer.result, answer.error);
+}
+
+}  // namespace velkor
