@@ -25,20 +25,16 @@ TEST(StoredFilter, EachTitleFindsItsOwnFilterAgain) {
   EXPECT_EQ(LoadFilter(settings, "team", "; ").GetCategoryFilter(), "");
 }
 
-TEST(StoredFilter, OnlyExactWordsMeanNoFilterAndAllMode) {
-  struct Case {
-    std::string active, mode, text;
-    bool matchAll;
-  };
-  for (const Case& c : {Case{"", "True", "", true}, Case{"False", "true", "", false},
-                        Case{"false", "-1", "false", false}, Case{"True", "", "True", false}}) {
-    MemorySettings settings;
-    settings.Save("Year Planner", "Filtering T", "Active", c.active);
-    settings.Save("Year Planner", "Filtering T", "UsingAND", c.mode);
-    const CategoryFilter filter = LoadFilter(settings, "T", ", ");
-    EXPECT_EQ(filter.GetCategoryFilter(), c.text) << c.active;
-    EXPECT_EQ(filter.GetFilterMode(), c.matchAll) << c.mode;
-  }
+TEST(StoredFilter, OneThatIsStoredInPartFiltersNothing) {
+  struct : MemorySettings {
+    void Save(std::string_view application, std::string_view section, std::string_view key,
+              std::string_view value) override {
+      readOnly = !Values().empty();
+      MemorySettings::Save(application, section, key, value);
+    }
+  } settings;
+  EXPECT_THROW(SaveFilter(settings, "Team", "Work", true), Error);
+  EXPECT_EQ(LoadFilter(settings, "Team", ", ").GetCategoryFilter(), "");
 }
 
 }  // namespace

@@ -155,6 +155,10 @@ TEST_F(GridViewTest, APressBesideTheGridSelectsAndOpensNothing) {
   inspect_ = [](OutlookItem&) { ADD_FAILURE() << "opened"; };
   Pic1().onMouseMove(DayPoint(At(2005, 1, 31), 2));
   Click(MouseButton::Left, {Pic1().Bounds().Width() - 10, DayPoint(At(2005, 2, 1), 2).y});
+  Click(MouseButton::Right, {Pic1().Bounds().Width() - 10, DayPoint(At(2005, 2, 1), 2).y});
+  EXPECT_FALSE(plan_.Elements().mnuNew.Enabled());
+  Click(MouseButton::Right, DayPoint(At(2005, 2, 1), 3));
+  EXPECT_TRUE(plan_.Elements().mnuNew.Enabled());
 }
 
 TEST_F(GridViewTest, TheMenusDayAndAppointmentGoWithTheirYear) {

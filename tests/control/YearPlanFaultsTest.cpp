@@ -170,7 +170,7 @@ TEST_F(YearPlanFaultsTest, AWarmCacheIsShownThoughTheColoursCannotBeRead) {
   EXPECT_EQ(second.Grid().Categories().Count(), 15);
 }
 
-TEST_F(YearPlanFaultsTest, AControlOfAnySizeTakesPointerAndKeys) {
+TEST_F(YearPlanFaultsTest, AControlOfAnySizeTakesPointerAndKeysAndIsPainted) {
   Start();
   std::vector<CalEvent> events;
   for (int i = 0; i < 40; ++i) {
@@ -188,15 +188,37 @@ TEST_F(YearPlanFaultsTest, AControlOfAnySizeTakesPointerAndKeys) {
     Drag({-20, -20}, {80, 30});
     for (const Key key : {Key::Left, Key::Down, Key::End, Key::Menu}) elements.pic1.onKeyDown(key);
     elements.VScroll1.SetValue(elements.VScroll1.Max());
+    RecordingSurface surface;
+    const Rect whole{0, 0, elements.pic1.Bounds().Width(), elements.pic1.Bounds().Height()};
+    elements.pic1.onPaint(surface, whole);
+    EXPECT_EQ(surface.Depth(), 0U);
   }
 }
 
-TEST_F(YearPlanFaultsTest, TheDateIsLeftOutOfTheStripLast) {
+TEST_F(YearPlanFaultsTest, TheStripLeavesOutTheDateLastAndPutsNothingUponAnother) {
+  YearPlanElements& elements = plan_.Elements();
   for (int width = 3000; width < 15000; width += 15) {
     plan_.Resize({static_cast<double>(width), 9000}, {});
-    EXPECT_LE(plan_.Elements().Command1.Visible(), plan_.Elements().lblDate.Visible()) << width;
+    EXPECT_LE(elements.Command1.Visible(), elements.lblDate.Visible()) << width;
+    Twips left = 0;
+    for (const Element* element : std::initializer_list<Element*>{
+             &elements.Toolbar1, &elements.lblSelectedYear, &elements.lblDate, &elements.Command1,
+             &elements.imgLogo}) {
+      if (!element->Visible()) continue;
+      EXPECT_GE(element->Bounds().left, left) << element->Name() << " at " << width;
+      left = element->Bounds().right;
+    }
   }
-  EXPECT_TRUE(plan_.Elements().Command1.Visible());
+  EXPECT_TRUE(elements.Command1.Visible());
+}
+
+TEST_F(YearPlanFaultsTest, ANarrowControlKeepsHalfItsWidthForTheGrid) {
+  const std::pair<Twips, Twips> widths[] = {{15000, 12810}, {4400, 2210}, {4300, 2150}, {900, 450}};
+  for (const auto& [width, legendLeft] : widths) {
+    plan_.Resize({width, 9000}, {});
+    EXPECT_EQ(plan_.Elements().legend.picCatView.Bounds().left, legendLeft) << width;
+    EXPECT_LT(plan_.Elements().picParent.Bounds().right, legendLeft) << width;
+  }
 }
 
 }  // namespace

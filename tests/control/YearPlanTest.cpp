@@ -111,6 +111,7 @@ TEST_F(YearPlanTest, StartUpShowsTodaysYearFromTheCacheAndStartsTheFirstRefresh)
   EXPECT_EQ(inputs.storeId, "store");
   EXPECT_THAT(host_.statuses, Contains(std::string(status::MessageOf(status::Downloading))));
   EXPECT_EQ(second.Elements().imgLogo.FillColour(), status::Downloading);
+  EXPECT_EQ(second.Elements().imgLogo.ToolTip(), status::MessageOf(status::Downloading));
   EXPECT_TRUE(second.Elements().tmrBackground.Enabled());
   second.Elements().pic1.Attach(nullptr);
 }

@@ -253,6 +253,7 @@ TEST_F(frmPrintTest, ZoomShowsThePageInItsOwnSizeAndScrollsIt) {
   EXPECT_FALSE(bars[ScrollBarSide::Vertical].visible);
   EXPECT_FALSE(form_.pic1.onKeyDown(Key::Down));
   Click(preview_keys::Zoom);
+  EXPECT_TRUE(form_.tbPreview.Button(preview_keys::Zoom)->checked);
   EXPECT_TRUE(bars[ScrollBarSide::Vertical].visible && bars[ScrollBarSide::Horizontal].visible);
   EXPECT_EQ(bars[ScrollBarSide::Vertical].info.max, 11906 + 600);
   EXPECT_EQ(bars[ScrollBarSide::Horizontal].info.max, 16838 + 600);
@@ -270,6 +271,7 @@ TEST_F(frmPrintTest, ZoomShowsThePageInItsOwnSizeAndScrollsIt) {
   form_.pic1.onPaint(screen, {0, 0, 300, 300});
   EXPECT_THAT(screen.Calls("picture"), ElementsAre("picture 300 300 17138 12206"));
   Click(preview_keys::Zoom);
+  EXPECT_FALSE(form_.tbPreview.Button(preview_keys::Zoom)->checked);
   EXPECT_FALSE(bars[ScrollBarSide::Vertical].visible);
   EXPECT_EQ(form_.pic1.Bounds().top, 0);
 }

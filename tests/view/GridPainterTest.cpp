@@ -97,11 +97,15 @@ TEST(GridPainter, SubjectsTakeTheLargestSizeOfTwoPointsOrMoreWhoseLineFitsABand)
 }
 
 TEST(GridPainter, SubjectsAreBlackOrWhiteByTheGreaterContrast) {
-  // On the grey 118 both have a contrast of 4.6 to 1, and black a little more.
-  const std::pair<Colour, Colour> cases[] = {{Colour::FromRgb(255, 0, 0), colours::Black},
-                                             {Colour::FromRgb(0, 128, 0), colours::White},
-                                             {Colour::FromRgb(118, 118, 118), colours::Black},
-                                             {Colour::FromRgb(117, 117, 117), colours::White}};
+  // On the first of each pair both have a contrast of 4.6 to 1, and black a little more.
+  const std::pair<Colour, Colour> cases[] = {{Colour::FromRgb(118, 118, 118), colours::Black},
+                                             {Colour::FromRgb(117, 117, 117), colours::White},
+                                             {Colour::FromRgb(237, 0, 0), colours::Black},
+                                             {Colour::FromRgb(236, 0, 0), colours::White},
+                                             {Colour::FromRgb(0, 138, 0), colours::Black},
+                                             {Colour::FromRgb(0, 137, 0), colours::White},
+                                             {Colour::FromRgb(189, 0, 255), colours::Black},
+                                             {Colour::FromRgb(188, 0, 255), colours::White}};
   for (const auto& [back, text] : cases) EXPECT_EQ(ReadableOn(back), text) << back.value;
 }
 

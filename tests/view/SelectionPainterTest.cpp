@@ -147,16 +147,5 @@ TEST(SelectionPainter, WhatADayCursorDrawsLiesInItsRectangle) {
   }
 }
 
-TEST(SelectionPainter, AGridWithoutSizeCanBeDrawn) {
-  YearGrid grid = SampleGrid({});
-  for (const Extent size : {Extent{0, 0}, Extent{-9000, -9000}, Extent{451, 9000}}) {
-    grid.Resize(size, 255, {});
-    RecordingSurface surface;
-    Draw(surface, grid, Selection{{1, 1}, {12, 31}});
-    DrawDayCursor(surface, grid, {3, 10}, Everything);
-    ChangedRects(std::nullopt, Selection{{1, 1}, {12, 31}}, grid);
-  }
-}
-
 }  // namespace
 }  // namespace velkor
