@@ -49,7 +49,6 @@ PointerPress GridPointer::MouseDown(MouseButton button) {
   } else if (selectionEnabled_ && IsOverADay()) {
     const GridCell cell{row_, column_};
     drag_ = {cell, cell};
-    startBand_ = band_;
     selection_ = drag_;
     prefix_ = PointerLabel::SelectedPrefix;
     press.dragStarted = dragging_ = true;

@@ -102,15 +102,6 @@ class GridPointer {
   /// 1 to 37; 0 outside the row's month.
   int CurrentColumn() const { return column_; }
   bool Dragging() const { return dragging_; }
-  /// The anchor and the moving end of the drag; after it the corners in date order.
-  int SelStartColumn() const { return drag_.start.column; }
-  int SelEndColumn() const { return drag_.end.column; }
-  int SelStartRow() const { return drag_.start.row; }
-  int SelEndRow() const { return drag_.end.row; }
-  int SelStartBand() const { return startBand_; }
-  /// A press of a button selects; otherwise the left one's release opens the event under the
-  /// pointer.
-  bool SelectionEnabled() const { return selectionEnabled_; }
 
   /// Index of the event under the pointer; nothing as long as GridChanged is due.
   std::optional<std::size_t> HoverEvent() const;
@@ -183,13 +174,15 @@ class GridPointer {
   int band_ = 0;
   int column_ = 0;
   std::optional<std::size_t> event_;
+  /// A press of a button selects; otherwise the left one's release opens the event under the
+  /// pointer.
   bool selectionEnabled_ = true;
 
   bool dragging_ = false;
   /// The button of an abandoned drag is still down: its release must open nothing.
   bool releaseIsDue_ = false;
+  /// The anchor and the moving end of the drag; after it the corners in date order.
   Selection drag_;
-  int startBand_ = 0;
   std::optional<Selection> selection_;
   /// For what lblDate shows next.
   int prefix_ = PointerLabel::DatePrefix;

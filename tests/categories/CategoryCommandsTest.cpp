@@ -13,68 +13,6 @@ using testing::IsEmpty;
 
 class CategoryCommandsTest : public CategoryCase {};
 
-TEST_F(CategoryCommandsTest, ANewCategoryStandsBeforeTheCatchAllUnlessThereIsNone) {
-  struct Case {
-    Names before;
-    bool hides;
-    std::string answer;
-    Names after;
-  };
-  for (const Case& each :
-       {Case{{"A", "Other"}, false, "New", {"A", "New", "Other"}},
-        Case{{"A", "Other"}, true, "New", {"A", "Other", "New"}}, Case{{}, false, "New", {"New"}},
-        Case{{"A"}, false, "A", {"A", "A"}}, Case{{"A"}, true, "   ", {"A", ""}},
-        Case{{"A"}, true, " |\x1F\r\n", {"A", " "}},
-        Case{{"A"},
-             true,
-             "\"x\" 'y'; z, \U0001F3D6|",  //
-             {"A", "\"x\" 'y'; z, \U0001F3D6"}}}) {
-    SCOPED_TRACE(each.answer);
-    List(each.before);
-    shown_.hides = each.hides;
-    commands_.Select(1);
-    seams_.inputs.lines = {each.answer};
-    commands_.New();
-    EXPECT_EQ(Listed(), each.after);
-    EXPECT_TRUE(IsSaved());
-    EXPECT_EQ(commands_.Selected(), 0);
-    const std::size_t at = each.before.size() - (each.hides || each.before.empty() ? 0 : 1);
-    EXPECT_EQ(shown_.table.All()[at].colour, Colour{16711680});
-  }
-  EXPECT_EQ(seams_.inputs.asked[0].prompt, "Enter name of new category");
-  EXPECT_EQ(seams_.inputs.asked[0].title, "New Category");
-}
-
-TEST_F(CategoryCommandsTest, ARenameIsRefusedOnlyForTheNameOfAnother) {
-  constexpr const char* Exists = "The category Travel already exists";
-  struct Case {
-    std::string text;
-    const char* told;
-    std::string after;
-  };
-  List({"Work", "Travel", "Other"});
-  for (const Case& each : {Case{"Work", nullptr, "Work"}, Case{"Wo|rk\t", nullptr, "Work"},
-                           Case{"Travel", Exists, "Work"}, Case{"Tra|vel\x01", Exists, "Work"}}) {
-    commands_.Select(1);
-    if (each.told) messages_.Expect(each.told);
-    commands_.Rename(each.text);
-    EXPECT_EQ(Listed()[0], each.after);
-    EXPECT_EQ(commands_.Selected(), 1);
-  }
-  EXPECT_FALSE(IsSaved());
-  for (const Case& each :
-       {Case{"travel", nullptr, "travel"}, Case{"  ", nullptr, ""}, Case{"|A, B", nullptr, "A, B"},
-        Case{"\U0001F600 \"q\"", nullptr, "\U0001F600 \"q\""}}) {
-    commands_.Select(1);
-    commands_.Rename(each.text);
-    EXPECT_EQ(Listed(), (Names{each.after, "Travel", "Other"}));
-    EXPECT_TRUE(IsSaved());
-    EXPECT_EQ(commands_.Selected(), 0);
-    commands_.Rename("Nobody's");
-    EXPECT_EQ(Listed()[0], each.after) << "nothing is selected";
-  }
-}
-
 class CategoryRenameTest : public CategoryCommandsTest {
  protected:
   CategoryRenameTest() {

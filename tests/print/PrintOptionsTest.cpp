@@ -78,40 +78,6 @@ TEST_F(PrintOptionsTest, EverySetterWritesItsKeyAtOnceAndLoadReadsItAgain) {
   EXPECT_EQ(other.Header(), "");
 }
 
-TEST_F(PrintOptionsTest, MonthsThatComeInTheWrongOrderOfThePlannersYearChangePlaces) {
-  struct {
-    int firstMonth, start, end;
-    std::string storedStart, storedEnd;
-    bool wholeYear = false;
-  } const cases[]{{1, 10, 3, "3", "10"},    {4, 10, 3, "10", "3"},      {4, 3, 4, "4", "3"},
-                  {1, 5, 5, "5", "5"},      {9, 1, 12, "9", "8", true}, {1, 9, 8, "1", "12", true},
-                  {4, 4, 3, "4", "3", true}};
-  for (const auto& [firstMonth, start, end, storedStart, storedEnd, wholeYear] : cases) {
-    for (const bool stored : {false, true}) {
-      // Chosen by hand these are some of the year's months.
-      if (wholeYear && !stored) continue;
-      PrintOptions options = Options(firstMonth);
-      if (stored) {
-        Put("StartMonth", std::to_string(start));
-        Put("EndMonth", " +" + std::to_string(end) + ".0 ");
-        EXPECT_FALSE(options.Load(messages_));
-      } else {
-        options.SetFilterMonths(start, end);
-      }
-      EXPECT_EQ(std::to_string(options.FilterStartMonth()), storedStart);
-      EXPECT_EQ(std::to_string(options.FilterEndMonth()), storedEnd);
-      EXPECT_THAT(Stored(),
-                  ElementsAre(Pair("EndMonth", storedEnd), Pair("StartMonth", storedStart)));
-    }
-  }
-  settings_ = {};
-  Put("EndMonth", "3");
-  PrintOptions half = Options(4);
-  EXPECT_FALSE(half.Load(messages_));
-  EXPECT_EQ(half.FilterStartMonth(), 4);
-  EXPECT_THAT(Stored(), ElementsAre(Pair("EndMonth", "3")));
-}
-
 TEST_F(PrintOptionsTest, AStoredTextThatFitsNoFieldIsToldAndTheFieldsBehindItKeepTheirDefaults) {
   struct {
     std::string key, value;

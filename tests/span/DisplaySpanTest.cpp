@@ -54,25 +54,5 @@ TEST(DisplaySpan, EveryDayOfItIsFoundInItsCellAgain) {
   });
 }
 
-TEST(DisplaySpan, MonthsOutsideItCountOn) {
-  ForEachSpan([](const DisplaySpan& span) {
-    const Date after = span.ViewEndDate().AddDays(1);
-    if (after.IsValid()) {
-      EXPECT_FALSE(span.IsDateInView(after));
-      EXPECT_EQ(span.MonthIndexOf(after), 13);
-      EXPECT_EQ(span.ViewYearOf(after), span.ViewYear + 1);
-    }
-    const Date before = Date::FromSeconds(span.ViewStartDate().Seconds() - 1);
-    if (before.IsValid()) {
-      EXPECT_FALSE(span.IsDateInView(before));
-      EXPECT_EQ(span.MonthIndexOf(before), 0);
-      EXPECT_EQ(span.ViewYearOf(before), span.ViewYear - 1);
-    }
-  });
-  const DisplaySpan span{2005, 7};
-  EXPECT_EQ(span.MonthIndexOf(Date::FromYmd(9999, 12, 31)), 12 + 12 * 7993 + 6);
-  EXPECT_EQ(span.MonthIndexOf(Date(1e9)), 0);
-}
-
 }  // namespace
 }  // namespace velkor

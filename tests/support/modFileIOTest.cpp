@@ -1,4 +1,4 @@
-// tests/support/modFileIOTest.cpp: safe names, deleting, and file errors in words.
+// tests/support/modFileIOTest.cpp: deleting, and file errors in words.
 #include "support/modFileIO.h"
 
 #include <gtest/gtest.h>
@@ -8,20 +8,6 @@
 
 namespace velkor {
 namespace {
-
-TEST(modFileIO, NamesBecomeSafe) {
-  const std::pair<std::string, std::string> names[] = {
-      {"  Jane Doe ", "Jane Doe"},
-      {"trailing.", "trailing_"},
-      {"two..", "two._"},
-      {"dot. ", "dot_"},
-      {"\"/\\:|<>*?", "_________"},
-      {std::string("nul\0\x1F\x20x", 7), "nul__ x"},
-      {"...", ".._"},
-      {"   ", ""},
-      {"Zoë & Co (日本)", "Zoë & Co (日本)"}};
-  for (const auto& [name, safe] : names) EXPECT_EQ(modFileIO::MakeFileNameSafe(name), safe);
-}
 
 TEST(modFileIO, DeletesOnlyWhatIsThere) {
   MemoryFiles files;
