@@ -7,10 +7,12 @@
 
 #include "categories/LostNames.h"
 #include "categories/StoredFilter.h"
+#include "categories/UncarriedNames.h"
 #include "hosts/CalendarRefresh.h"
 #include "hosts/yearplan/OfferedColours.h"
 #include "platform/desktop/DesktopSystem.h"
 #include "span/CategoryFilter.h"
+#include "view/YearTexts.h"
 
 namespace velkor {
 namespace {
@@ -131,6 +133,13 @@ PromptCacheUtilities::Result CommandPlanner::Refresh(const RefreshInputs& inputs
     failure_ = Error(answer.error, text, "refresh");
   }
   return result(answer.result, answer.error);
+}
+
+void RemarkOn(const YearGrid& grid, std::ostream& messages) {
+  UncarriedNames uncarried(grid.Filter());
+  uncarried.Look(grid.Events());
+  uncarried.Report(messages, "the year");
+  if (const std::string why = WhyEmpty(grid); !why.empty()) messages << why << '\n';
 }
 
 }  // namespace velkor

@@ -76,4 +76,7 @@ class CommandPlanner {
   std::optional<Error> failure_;
 };
 
+/// A line for each name of the filter that no event carries, and one on why nothing is shown.
+void RemarkOn(const YearGrid& grid, std::ostream& messages);
+
 }  // namespace velkor

@@ -14,7 +14,6 @@
 #include "hosts/yearplan/commands/GridOfCache.h"
 #include "hosts/yearplan/commands/LayoutJson.h"
 #include "hosts/yearplan/commands/PrintCommand.h"
-#include "hosts/yearplan/commands/YearRemarks.h"
 #include "platform/desktop/PictureFile.h"
 #include "platform/desktop/QtPages.h"
 #include "span/Locale.h"

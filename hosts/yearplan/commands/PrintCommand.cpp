@@ -6,7 +6,6 @@
 #include <ostream>
 
 #include "hosts/yearplan/commands/CommandPlanner.h"
-#include "hosts/yearplan/commands/YearRemarks.h"
 #include "print/NumberText.h"
 #include "print/PrintOptions.h"
 #include "print/frmPrint.h"

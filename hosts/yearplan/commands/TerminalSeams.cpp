@@ -26,7 +26,7 @@ std::string KeptMessages::Take() {
 }
 
 std::string ReasonOf(const std::string& told) {
-  static const std::regex Before("^Error [^0-9]* -?[0-9]+ ");
+  static const std::regex Before(R"(^([^]*\r)?Error[^0-9]* -?[0-9]+ )");
   return std::regex_replace(told, Before, "");
 }
 
