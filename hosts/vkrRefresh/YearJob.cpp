@@ -39,8 +39,7 @@ RefreshAnswer Refresh(const RefreshInputs& inputs, const ProcessLimits& limits) 
   DesktopLocale locale;
   // The user's name plays no part in what a refresh writes.
   EmbeddedOutlook outlook(store, locale, {.userName = {}, .listSeparator = ListSeparator()});
-  const RefreshRequest request{
-      span, {inputs.cacheFile, inputs.workFile}, inputs.folderId, inputs.storeId};
+  const RefreshRequest request = RequestOf(inputs);
   const auto open = [&] {
     const ReadingTime time(limits);
     store = CalendarStore(inputs.storeId);
