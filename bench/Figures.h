@@ -11,5 +11,6 @@ void RegisterFilterFigures();
 void RegisterExportFigures();
 void RegisterPrintFigures();
 void RegisterRuleFigures();
+void RegisterReadingFigures();
 
 }  // namespace velkor

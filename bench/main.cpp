@@ -26,6 +26,7 @@ int main(int argc, char** argv) {
   velkor::RegisterExportFigures();
   velkor::RegisterPrintFigures();
   velkor::RegisterRuleFigures();
+  velkor::RegisterReadingFigures();
   velkor::FigureReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
   if (reporter.Missed() > 0) {

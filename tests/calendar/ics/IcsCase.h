@@ -55,12 +55,6 @@ inline CalendarItem OnlyItem(std::string_view eventLines) {
   return calendar.items.size() == 1 ? calendar.items[0] : CalendarItem{};
 }
 
-/// Start and end of the only event.
-inline std::string SpanOf(std::string_view eventLines) {
-  const CalendarItem item = OnlyItem(eventLines);
-  return item.entryId.empty() ? "no item" : Words(item.start, item.end);
-}
-
 /// Starts of the occurrences; a changed one with its subject.
 inline std::vector<std::string> StartsOf(const CalendarItem& item) {
   std::vector<std::string> starts;

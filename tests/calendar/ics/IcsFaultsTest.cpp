@@ -1,9 +1,6 @@
 // tests/calendar/ics/IcsFaultsTest.cpp: broken calendars show what they hold and say what is wrong.
 #include <gmock/gmock.h>
 
-#include <ctime>
-#include <functional>
-
 #include "calendar/ics/read/IcsAnswer.h"
 #include "tests/calendar/ics/IcsCase.h"
 #include "values/Error.h"
@@ -19,12 +16,6 @@ Texts SubjectsOf(const ParsedCalendar& calendar) {
   Texts subjects;
   for (const CalendarItem& item : calendar.items) subjects.push_back(item.fields.subject);
   return subjects;
-}
-
-/// The only report about an event with these lines, which begin in line 4.
-std::string ReportOn(std::string_view eventLines) {
-  const Texts reports = ReportsOf(Parse(Calendar(Event(eventLines))));
-  return reports.size() == 1 ? reports[0] : std::to_string(reports.size()) + " reports";
 }
 
 /// The calendar as it comes out of the answer of the reading process.
@@ -71,17 +62,6 @@ TEST(IcsFaults, WhatEndsAfterTheLastYearIsCutThereAndReportedOnce) {
       EXPECT_EQ(calendar.diagnostics.size(), 1U) << lines;
     }
   }
-}
-
-TEST(IcsFaults, WhatIsWrongWithARuleLeavesTheEventAlone) {
-  const auto reported = [](const std::string& line, const std::string& text) {
-    const std::string lines = "DTSTART:20260105T100000\nSUMMARY:Foo\n" + line + "\n";
-    EXPECT_THAT(ReportOn(lines), HasSubstr("team.ics:6: ")) << ReportOn(lines);
-    EXPECT_THAT(ReportOn(lines), HasSubstr(text)) << ReportOn(lines);
-    EXPECT_EQ(Words(OnlyItem(lines).start), "2026-01-05 10:00") << line;
-  };
-  reported("RRULE:FREQ=SOMETIMES", "which is no frequency; it adds no occurrence");
-  reported("RRULE:FREQ=SECONDLY", "the rest of that year's are left out");
 }
 
 TEST(IcsFaults, EveryBoundIsReportedAndEverythingElseShown) {
@@ -150,72 +130,6 @@ TEST(IcsFaults, WhatIsNoCalendarIsRefused) {
               Parse({"\xFF\xFE\0\0B\0\0\0", 8});
             }),
             "The calendar file team.ics is written in UTF-32, which is not read.");
-}
-
-/// Seconds of the processor that reading a good calendar with these components takes.
-double TimeOf(const std::string& components) {
-  const std::string text = Calendar(components);
-  IcsLimits limits;
-  limits.itemOccurrences = limits.occurrences = 1'000'000;
-  const std::clock_t started = std::clock();
-  const ParsedCalendar calendar = Parse(text, limits);
-  const std::clock_t ended = std::clock();
-  EXPECT_FALSE(calendar.items.empty());
-  EXPECT_TRUE(calendar.diagnostics.empty());
-  return static_cast<double>(ended - started) / CLOCKS_PER_SEC;
-}
-
-/// "20260101T000700" for the seventh minute of 2026.
-std::string Minute(int minute) {
-  const std::string words = Words(Date::FromFields({2026, 1, 1, 0, minute, 0}));
-  const auto part = [&](std::size_t at) { return words.substr(at, 2); };
-  std::string text("2026");
-  return text.append(part(5)).append(part(8)).append("T").append(part(11)).append(part(14)) + "00";
-}
-
-TEST(IcsFaults, WorkDoesNotGrowWithTheSquareOfAnything) {
-  const auto list = [](const std::string& head, int count) {
-    std::string lines = "DTSTART:20260101T000000\n" + head;
-    for (int i = 1; i <= count; ++i) lines += (i > 1 ? ",\n " : "") + Minute(i);
-    return Event(lines + "\n");
-  };
-  const auto sameUid = [](int count) {
-    std::string events;
-    for (int i = 1; i <= count; ++i) events += Event("UID:m\nDTSTART:" + Minute(i) + "\n");
-    return events;
-  };
-  const auto changes = [](int count) {
-    std::string events = Event("UID:m\nDTSTART:20260101T000000\nRRULE:FREQ=MINUTELY;COUNT=99999\n");
-    for (int i = 1; i <= count; ++i) {
-      const std::string moment = Minute(i);
-      events += Event("UID:m\nRECURRENCE-ID:" + moment + "\nDTSTART:" + moment + "\n");
-    }
-    return events;
-  };
-  const auto removed = [&](int count) {
-    return list("RRULE:FREQ=MINUTELY;COUNT=99999\nEXDATE:", count);
-  };
-  const auto longParameter = [&](int count) {
-    const std::string filler(static_cast<std::size_t>(count) * 10, 'x');
-    return list("RDATE;X-A=" + filler + ";TZID=America/St_Johns:", count);
-  };
-  const auto longZone = [&](int count) {
-    const std::string name(static_cast<std::size_t>(count) * 10, 'x');
-    return "BEGIN:VTIMEZONE\nTZID:" + name +
-           "\nBEGIN:STANDARD\nDTSTART:19700101T000000\nTZOFFSETFROM:+0000\nTZOFFSETTO:+0000\n"
-           "END:STANDARD\nEND:VTIMEZONE\n" +
-           list("RDATE;TZID=" + name + ":", count);
-  };
-  const std::vector<std::function<std::string(int)>> shapes{sameUid, changes, removed,
-                                                            longParameter, longZone};
-  for (std::size_t shape = 0; shape < shapes.size(); ++shape) {
-    constexpr int Many = 3000;
-    constexpr int Times = 8;
-    const double small = TimeOf(shapes[shape](Many));
-    const double large = TimeOf(shapes[shape](Times * Many));
-    // A square would take 64 times as long; what is constant stands for noise.
-    EXPECT_LT(large, Times * 3 * small + 0.25) << "shape " << shape;
-  }
 }
 
 }  // namespace

