@@ -13,6 +13,7 @@
 #include "platform/desktop/DesktopLocale.h"
 #include "platform/desktop/DesktopRegistry.h"
 #include "platform/desktop/PdfPrinter.h"
+#include "platform/desktop/QtPages.h"
 #include "platform/desktop/TerminalDialogs.h"
 #include "platform/headless/MemorySettings.h"
 #include "platform/headless/ScriptedDialogs.h"
@@ -51,9 +52,18 @@ class FreshFiles : public CalendarFiles {
   std::set<std::string> fresh_;
 };
 
+/// Its paper is the file that a command writes. Nobody looks at a preview, which is drawn on a
+/// speck.
+class CommandPrinter : public PdfPrinter {
+ public:
+  using PdfPrinter::PdfPrinter;
+  std::unique_ptr<OffscreenPicture> PagePicture() override {
+    return std::make_unique<QtPagePicture>(Extent{});
+  }
+};
+
 /// Outlives what works on its platform. The command line is the script: it fills in what dialogs
-/// and input boxes answer, once, and what is asked beyond that is cancelled. Its printer's paper is
-/// the file that the command writes.
+/// and input boxes answer, once, and what is asked beyond that is cancelled.
 struct TerminalSeams {
   /// @param stream  shows the progress where it is a terminal's; outlives this
   TerminalSeams(const CommandLine& line, std::ostream& stream);
@@ -71,7 +81,7 @@ struct TerminalSeams {
   /// A form that does not come to be shown had its reason told.
   ScriptedForms forms{[](const std::string&) {}};
   ScriptedInputBoxes inputs;
-  PdfPrinter printer;
+  CommandPrinter printer;
   ScriptedScrollBars scrollBars;
   TerminalProgress progress;
   std::string listSeparator;
