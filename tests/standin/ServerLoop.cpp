@@ -9,8 +9,10 @@
 namespace velkor {
 namespace {
 
+// In milliseconds.
 constexpr UINT LookEvery = 250;
 constexpr ULONGLONG Linger = 1000;
+constexpr ULONGLONG LongestIdle = 3 * 60 * 1000;
 
 }  // namespace
 
@@ -33,22 +35,21 @@ void ServerLoop::RunTask() {
   task();
 }
 
-void ServerLoop::Enter() {
+std::shared_ptr<void> ServerLoop::Hold() {
   ::CoAddRefServerProcess();
   ++clients_;
   used_ = true;
-}
-
-void ServerLoop::Leave() {
-  ::CoReleaseServerProcess();
-  --clients_;
-  lastClient_ = ::GetTickCount64();
+  return {this, [this](void*) {
+            ::CoReleaseServerProcess();
+            --clients_;
+            lastClient_ = ::GetTickCount64();
+          }};
 }
 
 void ServerLoop::Look() {
   const ULONGLONG now = ::GetTickCount64();
   const bool isLeft = used_ && clients_ == 0 && now - lastClient_ > Linger;
-  if (isLeft || now - lastCall_ > idleLimit_) End();
+  if (isLeft || now - lastCall_ > LongestIdle) End();
 }
 
 void ServerLoop::End() {
@@ -57,16 +58,12 @@ void ServerLoop::End() {
   ::PostQuitMessage(0);
 }
 
-bool ServerLoop::Step() {
+void ServerLoop::Run() {
   MSG message;
-  if (::GetMessageW(&message, nullptr, 0, 0) <= 0) return false;
-  const bool isKey = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
-  const HWND dialog = isKey ? ::GetAncestor(message.hwnd, GA_ROOT) : nullptr;
-  if (dialog == nullptr || !::IsDialogMessageW(dialog, &message)) {
+  while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
     ::TranslateMessage(&message);
     ::DispatchMessageW(&message);
   }
-  return true;
 }
 
 }  // namespace velkor

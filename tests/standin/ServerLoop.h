@@ -4,6 +4,7 @@
 
 #include <deque>
 #include <functional>
+#include <memory>
 
 #include "platform/windows/com/MessageWindow.h"
 
@@ -19,14 +20,12 @@ class ServerLoop {
 
   /// Runs `task` later, from this thread's messages.
   void Post(std::function<void()> task);
-  /// A client's object or connection begins and ends.
-  void Enter();
-  void Leave();
+  /// A client has an object for as long as the answer is kept.
+  std::shared_ptr<void> Hold();
   void NoteCall() { lastCall_ = ::GetTickCount64(); }
-  void EndWhenIdleFor(ULONGLONG milliseconds) { idleLimit_ = milliseconds; }
   void End();
-  /// Waits for a message and processes it; false once the process is to end.
-  bool Step();
+  /// Processes messages until the process is to end.
+  static void Run();
 
  private:
   void RunTask();
@@ -38,7 +37,6 @@ class ServerLoop {
   bool ended_ = false;
   ULONGLONG lastCall_ = ::GetTickCount64();
   ULONGLONG lastClient_ = 0;
-  ULONGLONG idleLimit_ = 3 * 60 * 1000;
   MessageWindow window_;
 };
 

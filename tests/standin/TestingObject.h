@@ -2,12 +2,15 @@
 // members (Application.Testing); part of the calendar program for tests, never shipped.
 #pragma once
 
+#include "calendar/CalendarFolder.h"
+#include "tests/standin/CallFaults.h"
 #include "tests/standin/ServedObject.h"
 
 namespace velkor {
 
-/// Its own calls are neither counted nor put off. Members as CallWatch has them; what it fills and
-/// lists is the default calendar.
-Variant TestingAnswer(StandInSession& session);
+/// Counts of the program's calls, its faults, and the content of its calendar.
+/// @param own  the program of this object, whose calls are not among the counted ones
+ComPtr<ServedObject> MakeTesting(ServedProgram& own, ServedProgram& counted, CallFaults& faults,
+                                 CalendarFolder& calendar);
 
 }  // namespace velkor

@@ -1,99 +1,120 @@
 // tests/standin/main.cpp: a calendar program that answers as Outlook does by automation, so
 // that the Windows tests have one to call; never shipped.
 #include <cstdio>
-#include <functional>
+#include <list>
 #include <string_view>
-#include <utility>
 #include <vector>
 
-#include "platform/windows/com/ComError.h"
-#include "tests/standin/ApplicationObject.h"
+#include "calendar/CalendarStore.h"
+#include "calendar/EmbeddedOutlook.h"
+#include "platform/windows/system/Wide.h"
+#include "platform/windows/system/WindowsLocale.h"
+#include "platform/windows/system/WindowsSystem.h"
+#include "tests/standin/ClassOffer.h"
+#include "tests/standin/Inspector.h"
 #include "tests/standin/ServedClasses.h"
-#include "tests/standin/ZqObjects.h"
+#include "tests/standin/ServedOutlook.h"
+#include "tests/standin/ServerLoop.h"
+#include "tests/standin/TestingObject.h"
 
 namespace velkor {
 namespace {
 
-class ClassFactory : public ComObject<IClassFactory> {
- public:
-  using Make = std::function<ComPtr<IDispatch>()>;
+/// "Personal Folders", in it an empty "Calendar", the default one, and an "Inbox".
+CalendarFolder& AddFolders(CalendarStore& store) {
+  CalendarFolder& top = store.AddFolder("Personal Folders", "F-TOP", outlook::ItemTypeMail);
+  top.AddFolder("Inbox", "F-INBOX", outlook::ItemTypeMail);
+  CalendarFolder& calendar = top.AddFolder("Calendar", "F-CALENDAR", outlook::ItemTypeAppointment);
+  store.SetDefaultCalendar(&calendar);
+  return calendar;
+}
 
-  ClassFactory(ServerLoop& loop, Make make) : loop_(loop), make_(std::move(make)) {}
+std::string ListSeparator() {
+  wchar_t text[8] = L"";
+  ::GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SLIST, text, static_cast<int>(std::size(text)));
+  // Not as an automation text, which has its length in front.
+  return *text == L'\0' ? "," : ToUtf8(std::wstring_view(text));
+}
 
-  STDMETHODIMP CreateInstance(IUnknown* outer, REFIID id, void** object) override {
-    if (object == nullptr) return E_POINTER;
-    *object = nullptr;
-    if (outer != nullptr) return CLASS_E_NOAGGREGATION;
-    return make_()->QueryInterface(id, object);
-  }
-  STDMETHODIMP LockServer(BOOL lock) override {
-    if (lock) {
-      loop_.Enter();
-    } else {
-      loop_.Leave();
-    }
-    return S_OK;
-  }
-
- private:
-  ServerLoop& loop_;
-  Make make_;
-};
-
-class Apartment {
- public:
+struct Apartment {
   Apartment() { Check(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), "COM"); }
   ~Apartment() { ::CoUninitialize(); }
   Apartment(const Apartment&) = delete;
   Apartment& operator=(const Apartment&) = delete;
 };
 
-int Serve() {
+/// The program between its first and its last client.
+void Serve() {
   ServerLoop loop;
-  StandInSession session(loop);
-  // What clients still hold goes with the apartment, before the session.
+  WindowsLocale locale;
+  CalendarStore store("S-STANDIN");
+  CalendarFolder& calendar = AddFolders(store);
+  EmbeddedOutlook outlook(store, locale,
+                          {.userName = "Test User",
+                           .listSeparator = ListSeparator(),
+                           .version = "16.0.0.1",
+                           .inspector = ShowInspector,
+                           .post = [&](auto task) { loop.Post(std::move(task)); },
+                           .clock = [] { return WindowsClock().Now(); }});
+  CallFaults faults;
+  std::list<ClassOffer> offers;
+  ServedProgram program;
+  program.refuse = [&] {
+    loop.NoteCall();
+    return faults.PutOff();
+  };
+  // What is offered the system would take back by itself, but Wine hands out a class for ever that
+  // a process which is no more has registered.
+  program.onCall = [&](const std::string& kind, const std::string& member) {
+    faults.Meet(kind, member, [&] { offers.clear(); });
+  };
+  ServedProgram uncounted;
+  ServedOutlook served(program, outlook);
+  served.onGive = [&](ServedObject& object) { object.held.push_back(loop.Hold()); };
+  // What clients still hold goes with the apartment, before all that it uses.
   const Apartment apartment;
-  const ComPtr<CallFilter> filter(new CallFilter(session.watch));
+  const ComPtr<CallFilter> filter(new CallFilter(faults));
   ::CoRegisterMessageFilter(filter.Get(), nullptr);
-  const ComPtr<ApplicationObject> application(new ApplicationObject(session));
-
-  std::vector<DWORD> cookies;
-  const auto revoke = [&cookies] {
-    for (const DWORD cookie : cookies) ::CoRevokeClassObject(cookie);
+  const auto makeApplication = [&] {
+    ComPtr<ServedObject> made = served.Application();
+    made->members["Testing"] = [&](const ServedCall&) {
+      return ObjectAnswer(MakeTesting(uncounted, program, faults, calendar));
+    };
+    made->members["Quit"] = [&](const ServedCall&) {
+      loop.End();
+      return Variant();
+    };
+    return made;
   };
-  session.watch.onExit = revoke;
-  const auto serve = [&](const ServedClass& served, ClassFactory::Make make) {
-    const ComPtr<ClassFactory> factory(new ClassFactory(loop, std::move(make)));
-    Check(::CoRegisterClassObject(served.id, factory.Get(), CLSCTX_LOCAL_SERVER,
-                                  REGCLS_MULTIPLEUSE | REGCLS_SUSPENDED, &cookies.emplace_back()),
-          served.programId);
+  const auto offer = [&](const ServedClass& kind, ClassOffer::Make make) {
+    offers.emplace_back(kind.id, CLSCTX_LOCAL_SERVER, std::move(make));
   };
-  serve(ApplicationClass, [&] { return ComPtr<IDispatch>(application.Get()); });
-  serve(CurrentUserClass, [&] { return MakeCurrentUser(session); });
-  serve(AppointmentItemClass, [&] { return MakeAppointmentItem(session); });
+  const auto give = [&](const ComPtr<ServedObject>& made) {
+    served.onGive(*made.Get());
+    return ComPtr<IDispatch>(made.Get());
+  };
+  offer(CurrentUserClass, [&] { return give(served.CurrentUser()); });
+  offer(AppointmentItemClass, [&] { return give(served.AppointmentItem()); });
+  offer(ApplicationClass, [&] { return give(makeApplication()); });
+  // For those who join a running program.
+  const ComPtr<ServedObject> running = makeApplication();
   DWORD active = 0;
-  ::RegisterActiveObject(static_cast<IDispatch*>(application.Get()), ApplicationClass.id,
+  ::RegisterActiveObject(static_cast<IDispatch*>(running.Get()), ApplicationClass.id,
                          ACTIVEOBJECT_WEAK, &active);
-  ::CoResumeClassObjects();
-  while (loop.Step()) {
-  }
-  if (active != 0) ::RevokeActiveObject(active, nullptr);
-  revoke();
+  ServerLoop::Run();
+  ::RevokeActiveObject(active, nullptr);
+  offers.clear();
   ::CoRegisterMessageFilter(nullptr, nullptr);
-  ::CoDisconnectObject(static_cast<IDispatch*>(application.Get()), 0);
-  return 0;
+  ::CoDisconnectObject(static_cast<IDispatch*>(running.Get()), 0);
 }
 
 int Run(const std::vector<std::string_view>& arguments) {
   const std::string_view command = arguments.empty() ? "-Embedding" : arguments[0];
-  const bool withHelpers = arguments.size() > 1 && arguments[1] == "zqcdo";
-  if (command == "-Embedding" || command == "/Embedding") return Serve();
+  if (command == "-Embedding" || command == "/Embedding") return Serve(), 0;
   if (command == "/register") {
     Register(ApplicationClass);
-    if (withHelpers) {
-      Register(CurrentUserClass);
-      Register(AppointmentItemClass);
-    }
+    if (arguments.size() == 1) return 0;
+    for (const auto& helper : {CurrentUserClass, AppointmentItemClass}) Register(helper);
     return 0;
   }
   if (command == "/unregister") {

@@ -8,14 +8,10 @@
 namespace velkor {
 namespace {
 
-class ContainerCalls : public testing::Test {
+class ContainerCalls : public ControlCase {
  protected:
-  ContainerCalls() { EXPECT_EQ(library_.Call("DllRegisterServer"), S_OK); }
   ~ContainerCalls() override {
     if (container_) container_->Close();
-    container_.Reset();
-    EXPECT_TRUE(Pump(2000, [this] { return library_.CanUnload(); })) << "something holds it";
-    EXPECT_EQ(library_.Call("DllUnregisterServer"), S_OK);
   }
 
   static CLSID Id() {
@@ -40,8 +36,6 @@ class ContainerCalls : public testing::Test {
     return answered;
   }
 
-  const ContainerThread thread_;
-  ControlLibrary library_;
   ComPtr<BareContainer> container_;
 };
 
@@ -155,7 +149,7 @@ TEST_F(ContainerCalls, AFrameThatTheControlLeftDuringADialogIsFreedAgain) {
     ::SendMessageW(leaver.Get(), WM_APP, 0, 0);
     Answer(message, IDOK);
   });
-  EXPECT_TRUE(Pump(15000, [&] { return container.Count("EnableModeless(TRUE)") == 1; }));
+  EXPECT_TRUE(PumpUntil([&] { return container.Count("EnableModeless(TRUE)") == 1; }));
   EXPECT_EQ(container.Count("EnableModeless(FALSE)"), 1);
 }
 
@@ -168,7 +162,7 @@ TEST_F(ContainerCalls, WhatIsLoadedBeforeItsSiteDoesNotStartInDesignMode) {
   ASSERT_EQ(container_->Do(OLEIVERB_SHOW), S_OK);
   // Starting would tell that there is no calendar program.
   constexpr int LongerThanTheStart = 500;
-  Pump(LongerThanTheStart);
+  PumpFor(LongerThanTheStart);
   EXPECT_EQ(container_->Count("EnableModeless(FALSE)"), 0);
 }
 
@@ -184,7 +178,7 @@ TEST_F(ContainerCalls, AControlStartsWhereNothingSaysThatItIsDesigned) {
     ASSERT_EQ(container_->Do(OLEIVERB_SHOW), S_OK);
     // It tells that there is no calendar program.
     const DriveDialog drive([] { Answer(WaitForDialog(L"OutlookVelkor"), IDOK); });
-    EXPECT_TRUE(Pump(15000, [&] { return container_->Count("EnableModeless(TRUE)") == 1; }));
+    EXPECT_TRUE(PumpUntil([&] { return container_->Count("EnableModeless(TRUE)") == 1; }));
     container_->Close();
   }
 }

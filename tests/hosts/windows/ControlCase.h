@@ -3,12 +3,13 @@
 
 #include <gmock/gmock.h>
 
-#include <functional>
 #include <map>
 #include <string>
 
 #include "platform/windows/com/Automation.h"
 #include "platform/windows/com/Registration.h"
+#include "tests/platform/windows/Apartment.h"
+#include "tests/platform/windows/PumpMessages.h"
 
 namespace velkor {
 
@@ -43,31 +44,18 @@ class ControlLibrary {
   HMODULE library_;
 };
 
-/// A thread that containers live on.
-class ContainerThread {
- public:
-  ContainerThread() { ::OleInitialize(nullptr); }
-  ~ContainerThread() { ::OleUninitialize(); }
-  ContainerThread(const ContainerThread&) = delete;
-  ContainerThread& operator=(const ContainerThread&) = delete;
-};
-
-/// Lets messages flow for a time, or until `holds`.
-inline bool Pump(int milliseconds, const std::function<bool()>& holds = {}) {
-  const ULONGLONG end = ::GetTickCount64() + static_cast<ULONGLONG>(milliseconds);
-  for (;;) {
-    MSG message;
-    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-      ::TranslateMessage(&message);
-      ::DispatchMessageW(&message);
-    }
-    if (holds && holds()) return true;
-    const ULONGLONG now = ::GetTickCount64();
-    if (now >= end) return !holds;
-    ::MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(end - now) % 20 + 1,
-                                QS_ALLINPUT);
+/// The control registered, and let go of by the end.
+class ControlCase : public testing::Test {
+ protected:
+  ControlCase() { EXPECT_EQ(library_.Call("DllRegisterServer"), S_OK); }
+  ~ControlCase() override {
+    EXPECT_TRUE(PumpUntil([this] { return library_.CanUnload(); })) << "something holds it";
+    EXPECT_EQ(library_.Call("DllUnregisterServer"), S_OK);
   }
-}
+
+  const Apartment apartment_;
+  ControlLibrary library_;
+};
 
 /// A property bag of a container, in memory.
 class TextBag : public ComObject<IPropertyBag> {

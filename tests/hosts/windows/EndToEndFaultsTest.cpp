@@ -9,11 +9,7 @@ namespace velkor {
 namespace {
 
 using testing::HasSubstr;
-
-class EndToEndFaults : public ScriptCase {
- protected:
-  StandIn standIn_;
-};
+using EndToEndFaults = ScriptCase;
 
 TEST_F(EndToEndFaults, OutlookThatRefusesIsBusyOrEndsAndAFormThatClosesInTheMiddle) {
   const ScriptRun run = RunScript("Refusals", [this] {

@@ -32,8 +32,6 @@ class EndToEnd : public ScriptCase {
     }
     return subjects;
   }
-
-  StandIn standIn_;
 };
 
 /// Gives the appointment whose inspector is open another subject, as its user would.

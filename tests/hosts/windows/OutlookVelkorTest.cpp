@@ -21,14 +21,8 @@ namespace {
 
 constexpr const char* ProgramId = "OutlookVelkor.YearPlan";
 
-class OutlookVelkor : public testing::Test {
+class OutlookVelkor : public ControlCase {
  protected:
-  OutlookVelkor() { EXPECT_EQ(library_.Call("DllRegisterServer"), S_OK); }
-  ~OutlookVelkor() override {
-    EXPECT_TRUE(Pump(2000, [this] { return library_.CanUnload(); })) << "something holds it";
-    EXPECT_EQ(library_.Call("DllUnregisterServer"), S_OK);
-  }
-
   AutomationObject Planner(ComPtr<IDispatch> control) {
     return {program_, class_, std::move(control)};
   }
@@ -40,8 +34,11 @@ class OutlookVelkor : public testing::Test {
     return answered;
   }
 
-  const ContainerThread thread_;
-  ControlLibrary library_;
+  HRESULT Draw(HDC dc, const RECTL& bounds) {
+    return As<IViewObject2>(NewPlanner())
+        ->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, dc, &bounds, nullptr, nullptr, 0);
+  }
+
   DialogOwner owner_;
   AutomationProgram program_{"YearPlan", owner_};
   AutomationClass class_{"YearPlan"};
@@ -193,47 +190,39 @@ TEST_F(OutlookVelkor, IsSafeForDataAndNotForScripts) {
       E_FAIL);
 }
 
-TEST_F(OutlookVelkor, DrawsItselfIntoAPartOfAnyDeviceContext) {
-  const AutomationObject planner = NewPlanner();
-  const DibSection picture(500, 300);
-  const RECTL bounds{50, 30, 450, 270};
-  ASSERT_EQ(As<IViewObject2>(planner)->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr,
-                                            picture.Dc(), &bounds, nullptr, nullptr, 0),
-            S_OK);
+/// The colours of a picture within bounds; outside of them it is black.
+std::size_t ColoursIn(const DibSection& picture, const RECTL& bounds) {
   std::set<std::int32_t> within;
-  for (int y = 0; y < 300; ++y) {
-    for (int x = 0; x < 500; ++x) {
-      const bool inside = x >= 50 && x < 450 && y >= 30 && y < 270;
-      if (inside) {
-        within.insert(picture.At(x, y).value);
-      } else {
-        ASSERT_EQ(picture.At(x, y), colours::Black) << x << ' ' << y;
-      }
+  for (int y = 0; y < picture.Height(); ++y) {
+    for (int x = 0; x < picture.Width(); ++x) {
+      const bool inside =
+          x >= bounds.left && x < bounds.right && y >= bounds.top && y < bounds.bottom;
+      if (inside) within.insert(picture.At(x, y).value);
+      EXPECT_TRUE(inside || picture.At(x, y) == colours::Black) << x << ' ' << y;
     }
   }
-  EXPECT_GT(within.size(), 3U);
+  return within.size();
+}
+
+TEST_F(OutlookVelkor, DrawsItselfIntoAPartOfAnyDeviceContext) {
+  const DibSection picture(500, 300);
+  const RECTL bounds{50, 30, 450, 270};
+  ASSERT_EQ(Draw(picture.Dc(), bounds), S_OK);
+  EXPECT_GT(ColoursIn(picture, bounds), 3U);
 }
 
 TEST_F(OutlookVelkor, DrawsItselfIntoAMetafileThatIsScaledLater) {
-  const AutomationObject planner = NewPlanner();
   const HDC recorded = ::CreateMetaFileW(nullptr);
   ::SetMapMode(recorded, MM_ANISOTROPIC);
   ::SetWindowExtEx(recorded, 23000, 12000, nullptr);
-  const RECTL bounds{0, 0, 23000, 12000};
-  ASSERT_EQ(As<IViewObject2>(planner)->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr,
-                                            recorded, &bounds, nullptr, nullptr, 0),
-            S_OK);
+  ASSERT_EQ(Draw(recorded, {0, 0, 23000, 12000}), S_OK);
   const HMETAFILE metafile = ::CloseMetaFile(recorded);
   const DibSection picture(460, 240);
   ::SetMapMode(picture.Dc(), MM_ANISOTROPIC);
   ::SetViewportExtEx(picture.Dc(), 460, 240, nullptr);
   ::PlayMetaFile(picture.Dc(), metafile);
   ::DeleteMetaFile(metafile);
-  std::set<std::int32_t> seen;
-  for (int y = 0; y < 240; ++y) {
-    for (int x = 0; x < 460; ++x) seen.insert(picture.At(x, y).value);
-  }
-  EXPECT_GT(seen.size(), 3U);
+  EXPECT_GT(ColoursIn(picture, {0, 0, 460, 240}), 3U);
   EXPECT_NE(picture.At(459, 239), colours::Black);
 }
 
@@ -247,7 +236,7 @@ TEST_F(OutlookVelkor, TellsThatThereIsNoOutlookAndGoesOn) {
     told = TextOf(message, 0xFFFF);
     Answer(message, IDOK);
   });
-  EXPECT_TRUE(Pump(15000, [&] { return !told.empty(); }));
+  EXPECT_TRUE(PumpUntil([&] { return !told.empty(); }));
   EXPECT_THAT(ToUtf8(told), testing::HasSubstr("(Step:1)"));
   EXPECT_EQ(Planner(container.Control()).Get("TitleName").ToText(), "Default");
 }
@@ -264,7 +253,7 @@ TEST_F(OutlookVelkor, AContainerThatClosesWhileAMessageIsOpenTakesNothingAwayToo
     ::PostMessageW(closer.Get(), WM_APP, 0, 0);
     WaitUntil("end of the message", [&] { return !::IsWindow(message); });
   });
-  EXPECT_TRUE(Pump(15000, [&] { return closed; }));
+  EXPECT_TRUE(PumpUntil([&] { return closed; }));
 }
 
 SIZE_T PrivateMemory() {
@@ -275,15 +264,15 @@ SIZE_T PrivateMemory() {
 }
 
 TEST(OutlookVelkorLoads, TwentyLoadsAndUnloadsLeaveNothingBehind) {
-  const ContainerThread thread;
+  const Apartment thread;
   EXPECT_EQ(ControlLibrary().Call("DllRegisterServer"), S_OK);
   const auto load = [] {
     {
       const AtlContainer container;
       ASSERT_EQ(container.Result(), S_OK);
-      Pump(20);
+      PumpFor(20);
     }
-    Pump(20);
+    PumpFor(20);
     ::CoFreeUnusedLibrariesEx(0, 0);
     ASSERT_EQ(::GetModuleHandleW(L"OutlookVelkor.ocx"), nullptr) << "still loaded";
   };

@@ -97,9 +97,12 @@ End Sub
 
 ' The text of the hidden appointment that keeps a title's colours.
 Function ColourList(title)
-  Dim item
+  Dim list, item
   ColourList = ""
-  For Each item In Items()
+  Set list = Items()
+  Set item = list.GetFirst
+  Do Until item Is Nothing
     If item.Subject = "PLEASE IGNORE - Velkor Category Colours: " & title Then ColourList = item.Body
-  Next
+    Set item = list.GetNext
+  Loop
 End Function

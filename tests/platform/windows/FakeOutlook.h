@@ -1,43 +1,31 @@
-// tests/platform/windows/FakeOutlook.h: a calendar program in this process, over objects by name.
+// tests/platform/windows/FakeOutlook.h: the stand-in's objects in this process, as a test has them.
 #pragma once
 
-#include <algorithm>
-#include <memory>
+#include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "platform/Outlook.h"
-#include "platform/windows/com/ConnectionPoint.h"
+#include "calendar/CalendarStore.h"
+#include "calendar/EmbeddedOutlook.h"
+#include "platform/headless/FixedLocale.h"
 #include "platform/windows/outlook/AutomationOutlook.h"
-#include "tests/platform/windows/FakeAutomation.h"
+#include "tests/standin/ServedOutlook.h"
 
 namespace velkor {
 
-/// One folder below the session, with the items that a test gives it. A restriction keeps them all.
-class FakeOutlook : private IConnectionPointContainer {
+/// One calendar, the default one and a top folder, empty at first.
+class FakeOutlook {
  public:
-  static constexpr GUID ItemsEvents = {
-      0x00063077, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
-  static constexpr HRESULT NotFound = static_cast<HRESULT>(0x8004010F);
-
-  FakeOutlook() : point(new ConnectionPoint(*this, ItemsEvents)) {
-    application->Has("Version", "11.0.5608");
-    application->HasObject("GetNamespace", session);
-    session->HasObject("GetDefaultFolder", folder);
-    session->HasObject("GetFolderFromID", folder);
-    session->HasObject("Folders", folders);
-    folder->HasObject("Folders", folders);
-    folder->Has("DefaultItemType", 1);
-    folders->members["Item"] = [this](const FakeCall& call) {
-      if (call.Argument(0).ToText() != "Team") throw FakeFailure(NotFound, "Not found.");
-      return Variant(static_cast<IDispatch*>(folder.Get()));
+  FakeOutlook() {
+    store.SetDefaultCalendar(&calendar);
+    served.onGive = [this](ServedObject& object) {
+      given[object.ClassName()] = &object;
+      const auto change = changes.find(object.ClassName());
+      if (change != changes.end()) change->second(object);
     };
-    folder->members["Items"] = [this](const FakeCall&) { return Items(); };
   }
-  virtual ~FakeOutlook() { point->Detach(); }
-  FakeOutlook(const FakeOutlook&) = delete;
-  FakeOutlook& operator=(const FakeOutlook&) = delete;
 
   /// Gives its objects by their program identifiers; an Error for what is not there.
   OpenObject Opener() {
@@ -48,71 +36,35 @@ class FakeOutlook : private IConnectionPointContainer {
       return ComPtr<IDispatch>(found->second.Get());
     };
   }
-
-  ComPtr<FakeObject> MakeAppointment(const std::string& subject) {
-    auto item = MakeFake(program, "AppointmentItem");
-    item->Has("Class", outlook::ClassAppointment);
-    item->Has("EntryID", "id " + subject);
-    item->Has("MessageClass", "IPM.Appointment");
-    item->Has("Subject", subject);
-    item->Has("Categories", "Work");
-    item->Has("Body", "own body");
-    item->Has("Start", Date::FromYmd(2005, 4, 8));
-    item->Has("End", Date::FromYmd(2005, 4, 9));
-    return item;
+  /// Saves an appointment of two days in 2005; answers its identifier.
+  std::string Save(const std::string& subject) {
+    CalendarItem item;
+    item.fields.subject = subject;
+    item.fields.body = "own body";
+    item.start = Date::FromYmd(2005, 4, 8);
+    item.end = Date::FromYmd(2005, 4, 10);
+    return calendar.SaveNew(std::move(item), true, now)->entryId;
+  }
+  void Change(const std::string& id) {
+    ItemChange change;
+    change.location = "Room";
+    calendar.SaveChange(id, change, now);
   }
 
-  /// An item event at every receiver.
-  void Raise(DISPID event, const ComPtr<FakeObject>& item = nullptr) {
-    if (item == nullptr) return point->Fire(event, {});
-    point->Fire(event, {Variant(static_cast<IDispatch*>(item.Get())).Get()});
-  }
+  const Date now = Date::FromYmd(2005, 1, 1);
 
-  FakeProgram program;
-  ComPtr<FakeObject> application = MakeFake(program, "Application");
-  ComPtr<FakeObject> session = MakeFake(program, "NameSpace");
-  ComPtr<FakeObject> folders = MakeFake(program, "Folders");
-  ComPtr<FakeObject> folder = MakeFake(program, "MAPIFolder");
-  std::vector<ComPtr<FakeObject>> contents;
-  ComPtr<ConnectionPoint> point;
-  std::map<std::string, ComPtr<FakeObject>, std::less<>> classes = {
-      {"Outlook.Application", application}};
+  FixedLocale locale;
+  CalendarStore store{"store"};
+  CalendarFolder& calendar = store.AddFolder("Team", "team", outlook::ItemTypeAppointment);
+  EmbeddedOutlook outlook{store, locale, {.userName = "Session User", .version = "11.0.5608"}};
+  ServedProgram program;
+  ServedOutlook served{program, outlook};
+  /// What a test does to each object of a class before a client gets it, and the last one given.
+  std::map<std::string, std::function<void(ServedObject&)>> changes;
+  std::map<std::string, ComPtr<ServedObject>> given;
+  std::map<std::string, ComPtr<ServedObject>, std::less<>> classes = {
+      {"Outlook.Application", served.Application()}};
   std::vector<std::string> opened;
-
- private:
-  Variant Items() {
-    const auto items = MakeFake(program, "Items");
-    const auto next = std::make_shared<std::size_t>(0);
-    const auto give = [this, next] {
-      if (*next >= contents.size()) return Variant(static_cast<IDispatch*>(nullptr));
-      return Variant(static_cast<IDispatch*>(contents[(*next)++].Get()));
-    };
-    items->members["GetFirst"] = [next, give](const FakeCall&) { return *next = 0, give(); };
-    items->members["GetNext"] = [give](const FakeCall&) { return give(); };
-    items->members["Restrict"] = [this](const FakeCall&) { return Items(); };
-    items->members["Sort"] = [](const FakeCall&) { return Variant(); };
-    items->members["IncludeRecurrences"] = [](const FakeCall&) { return Variant(); };
-    items->members["Add"] = [this](const FakeCall& call) {
-      auto item = MakeAppointment("new");
-      item->Has("MessageClass",
-                call.arguments.empty() ? std::string("no type") : call.Argument(0).ToText());
-      return Variant(static_cast<IDispatch*>(item.Get()));
-    };
-    items->events = this;
-    return Variant(static_cast<IDispatch*>(items.Get()));
-  }
-
-  // The calendar program outlives its collections, so these events are not counted.
-  STDMETHODIMP QueryInterface(REFIID, void** object) override {
-    *object = nullptr;
-    return E_NOINTERFACE;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return 1; }
-  STDMETHODIMP_(ULONG) Release() override { return 1; }
-  STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints**) override { return E_NOTIMPL; }
-  STDMETHODIMP FindConnectionPoint(REFIID id, IConnectionPoint** found) override {
-    return velkor::FindConnectionPoint({point.Get()}, id, found);
-  }
 };
 
 }  // namespace velkor

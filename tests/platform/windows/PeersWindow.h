@@ -1,11 +1,10 @@
 // tests/platform/windows/PeersWindow.h: a window that holds peers, and what happens to windows.
 #pragma once
 
-#include <functional>
-
 #include "platform/windows/drawing/DibSection.h"
 #include "platform/windows/elements/WindowsPeer.h"
 #include "platform/windows/system/Wide.h"
+#include "tests/platform/windows/PumpMessages.h"
 // After windows.h.
 #include <commctrl.h>
 
@@ -55,19 +54,6 @@ class PeersWindow {
   FontHandle font_ = MakeDialogFont();
   HWND window_ = nullptr;
 };
-
-/// Processes messages until something is so, for two seconds at most.
-/// @return whether it is so
-inline bool PumpUntil(const std::function<bool()>& isSo, DWORD milliseconds = 2000) {
-  const ULONGLONG end = ::GetTickCount64() + milliseconds;
-  while (!isSo()) {
-    if (::GetTickCount64() >= end) return false;
-    MSG message;
-    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) ::DispatchMessageW(&message);
-    ::Sleep(1);
-  }
-  return true;
-}
 
 inline LRESULT SendAt(HWND window, UINT message, WPARAM wParam, int x, int y) {
   return ::SendMessageW(window, message, wParam, MAKELPARAM(x, y));

@@ -15,6 +15,7 @@ inline bool PumpUntil(const std::function<bool()>& isSo, DWORD milliseconds = 20
     ::MsgWaitForMultipleObjectsEx(0, nullptr, 5, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
     MSG message;
     while (!isSo() && ::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+      ::TranslateMessage(&message);
       ::DispatchMessageW(&message);
     }
   }

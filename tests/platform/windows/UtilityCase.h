@@ -4,70 +4,15 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
-#include <initializer_list>
 #include <memory>
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "platform/windows/com/Automation.h"
 #include "platform/windows/com/ComCacheUtility.h"
-#include "platform/windows/com/ProcessWatch.h"
-#include "platform/windows/com/Registration.h"
-#include "tests/platform/windows/PumpMessages.h"
-// After windows.h.
-#include <tlhelp32.h>
+#include "tests/platform/windows/Programs.h"
 
 namespace velkor {
-
-/// A program beside this one, with its arguments.
-inline std::wstring CommandLine(const std::string& program, const std::string& arguments) {
-  const std::filesystem::path folder =
-      std::filesystem::path(ToWide(ModulePath(nullptr))).parent_path();
-  return L"\"" + (folder / program).wstring() + L"\" " + ToWide(arguments);
-}
-
-/// Null when it does not start.
-inline KernelHandle StartProgram(const std::string& program, const std::string& arguments,
-                                 HANDLE output = nullptr) {
-  STARTUPINFOW startup{};
-  startup.cb = sizeof startup;
-  startup.dwFlags = STARTF_USESTDHANDLES;
-  startup.hStdOutput = startup.hStdError = output;
-  PROCESS_INFORMATION started{};
-  std::wstring line = CommandLine(program, arguments);
-  if (!::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
-                        &started)) {
-    return nullptr;
-  }
-  ::CloseHandle(started.hThread);
-  return KernelHandle(started.hProcess);
-}
-
-/// Its exit code.
-inline DWORD RunProgram(const std::string& program, const std::string& arguments,
-                        HANDLE output = nullptr) {
-  const KernelHandle process = StartProgram(program, arguments, output);
-  DWORD code = 99;
-  if (process && ::WaitForSingleObject(process.get(), 20'000) == WAIT_OBJECT_0) {
-    ::GetExitCodeProcess(process.get(), &code);
-  }
-  return code;
-}
-
-/// The running processes of a program.
-inline std::set<DWORD> ProcessesOf(const wchar_t* program) {
-  std::set<DWORD> found;
-  const KernelHandle all(::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
-  PROCESSENTRY32W process{};
-  process.dwSize = sizeof process;
-  for (BOOL more = ::Process32FirstW(all.get(), &process); more;
-       more = ::Process32NextW(all.get(), &process)) {
-    if (::lstrcmpiW(process.szExeFile, program) == 0) found.insert(process.th32ProcessID);
-  }
-  return found;
-}
 
 class UtilityCase : public testing::Test {
  protected:

@@ -3,8 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
-
 #include "tests/platform/windows/OwnerWindow.h"
 #include "tests/platform/windows/UserSteps.h"
 // After windows.h.
@@ -281,7 +279,7 @@ TEST_F(WindowsCheckList, BoxTextAndSpaceToggleAsACallDoes) {
   EXPECT_EQ(ShownText(Current()), "Category 4");
 }
 
-TEST_F(WindowsCheckList, StaysWhereItIsWhileItsEntriesChangeAndIsQuick) {
+TEST_F(WindowsCheckList, StaysWhereItIsWhileItsEntriesChange) {
   LVITEMW focused{};
   focused.state = focused.stateMask = LVIS_FOCUSED | LVIS_SELECTED;
   Send(LVM_SETITEMSTATE, 1000, reinterpret_cast<LPARAM>(&focused));
@@ -294,9 +292,7 @@ TEST_F(WindowsCheckList, StaysWhereItIsWhileItsEntriesChangeAndIsQuick) {
   EXPECT_EQ(Current(), 1000);
   ExpectMirrored();
   items_.erase(items_.begin(), items_.begin() + 10);
-  const auto begin = std::chrono::steady_clock::now();
   list_.SetItems(items_);
-  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(1));
   EXPECT_EQ(ShownText(Current()), "Category 1000");
   ExpectMirrored();
   list_.SetItems({});

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/windows/com/MessageWindow.h"
 #include "platform/windows/system/DialogOwner.h"
 #include "tests/platform/windows/PeersWindow.h"
 
@@ -226,19 +227,26 @@ TEST(WindowsPeers, ScrollBarAndElementFollowEachOtherOnce) {
 }
 
 TEST(WindowsPeers, TimerTicksWhileItIsEnabled) {
+  // Tells when the other one would have ticked.
+  int rounds = 0;
+  const MessageWindow clock([&](UINT, WPARAM) { ++rounds; });
+  ::SetTimer(clock.Get(), 1, USER_TIMER_MINIMUM, nullptr);
+  const auto await = [&] {
+    EXPECT_TRUE(PumpUntil([&, end = rounds + 4] { return rounds >= end; }));
+  };
   int ticks = 0;
   Timer timer("tmrStart", 10);
   timer.onTimer = [&] {
     ++ticks;
-    PumpUntil([] { return false; }, 40);
+    await();
     timer.SetEnabled(ticks == 1);
   };
   const auto peer = MakePeer(timer);
-  PumpUntil([] { return false; }, 40);
+  await();
   EXPECT_EQ(ticks, 0);
   timer.SetEnabled(true);
   EXPECT_TRUE(PumpUntil([&] { return ticks == 2; }));
-  PumpUntil([] { return false; }, 60);
+  await();
   EXPECT_EQ(ticks, 2) << "none in a tick, none after the end";
 }
 
