@@ -4,9 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <limits>
-#include <string>
-#include <utility>
 
 #include "platform/Surface.h"
 
@@ -113,63 +110,6 @@ inline void ExpectClippedText(const std::function<Colour(int x, int y)>& at, int
   }
   EXPECT_GT(inked, 50);
   EXPECT_EQ(spilled, 0);
-}
-
-/// Fills with Sand, then draws what cannot be drawn.
-inline void DrawNonsense(Surface& surface) {
-  const double nan = std::numeric_limits<double>::quiet_NaN();
-  surface.Fill({-1e300, -1e300, 1e300, 1e300}, Sand);
-  surface.Fill({300, 300, 0, 0}, Red);
-  surface.LeaveView();
-  surface.Text({0, 0, 300, 300}, "\xFF\xC3 \x01", {"No such face", nan}, Red, 0);
-  surface.Text({0, 0, nan, 300}, std::string(70000, 'x'), {"", 1e9}, Red, 0);
-}
-
-/// Checks where one line of text has ink in 200 pixels; `inkOf` answers its first and last column.
-inline void ExpectAlignedText(
-    const std::function<std::pair<int, int>(std::string_view text, TextFlags flags)>& inkOf) {
-  using namespace text_flags;
-  EXPECT_LT(inkOf("lll", NoPrefix).first, 4);
-  EXPECT_GT(inkOf("lll", Right | NoPrefix).second, 190);
-  const auto [first, last] = inkOf("lll", Centre | NoPrefix);
-  EXPECT_NEAR(first, 200 - last, 6);
-  // A face may underline the letter after the prefix.
-  EXPECT_NEAR(inkOf("R&D", Left).second, inkOf("RD", NoPrefix).second, 2);
-  EXPECT_GT(inkOf("R&D", NoPrefix).second, inkOf("R&D", Left).second) << "a character, no prefix";
-}
-
-inline constexpr std::string_view Lines = "HH HH HH HHHHHHHHHHHHHHHH\rH\r\nH\nH\r";
-inline constexpr TextFlags Wrapped =
-    text_flags::WordBreak | text_flags::NoPrefix | text_flags::EditControl;
-
-/// Checks that lines are broken where there is no room, and that what is drawn takes the measured
-/// height. `inkedRows(height)` draws Lines with the flags Wrapped in 100 pixels by `height` and
-/// answers the number of rows down to the last one with ink.
-inline void ExpectLines(Surface& surface, const std::function<int(int height)>& inkedRows) {
-  const Font font{"", 12};
-  const Twips width = 100 * TwipsPerPixel;
-  const auto linesOf = [&](std::string_view text) {
-    const Twips one = surface.Measure("H", font).height;
-    return surface.MeasureLines(text, font, width, Wrapped).height / one;
-  };
-  EXPECT_EQ(linesOf("H"), 1);
-  EXPECT_EQ(linesOf("H\r"), 1) << "a line end that ends the text";
-  EXPECT_EQ(linesOf("H\r\rH"), 3) << "an empty line";
-  EXPECT_EQ(linesOf("H\rH\r\nH\nH"), 4);
-  EXPECT_EQ(linesOf("HH HH HH HH HH HH"), 2);
-  EXPECT_EQ(linesOf("HH HHHHHHHH"), 2) << "a word without room beside another";
-  EXPECT_GE(linesOf("HHHHHHHHHHHHHHHH"), 2) << "a word wider than the line";
-  EXPECT_LE(surface.MeasureLines(Lines, font, width, Wrapped).width, width);
-
-  const int line = static_cast<int>(surface.Measure("H", font).height / TwipsPerPixel);
-  const int all = static_cast<int>(linesOf(Lines));
-  const int whole = inkedRows(200);
-  EXPECT_GT(whole, (all - 1) * line);
-  EXPECT_LE(whole, all * line);
-  // Two lines and most of the third.
-  const int partial = 3 * line - 3;
-  EXPECT_LE(inkedRows(partial), 2 * line);
-  EXPECT_GT(inkedRows(line - 3), 0) << "a first line that is visible in part";
 }
 
 }  // namespace velkor::scene

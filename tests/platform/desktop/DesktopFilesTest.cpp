@@ -1,4 +1,4 @@
-// tests/platform/desktop/DesktopFilesTest.cpp: locks, replacing and failures on a real file system.
+// tests/platform/desktop/DesktopFilesTest.cpp: locks between processes, failures and devices.
 #include "platform/desktop/DesktopFiles.h"
 
 #include <fcntl.h>
@@ -10,6 +10,7 @@
 #include <csignal>
 #include <vector>
 
+#include "tests/platform/Face.h"
 #include "tests/platform/desktop/ChildProcess.h"
 #include "tests/platform/desktop/FolderCase.h"
 #include "tests/support/ErrorOf.h"
@@ -28,21 +29,7 @@ class DesktopFilesTest : public FolderCase {
   }
 };
 
-TEST_F(DesktopFilesTest, MovingOverReplacesTheOldFileWhole) {
-  Put(cache_, "the old file, longer than the new one");
-  {
-    const auto file = files_.OpenForWriting(work_);
-    file->Write("new");
-    EXPECT_EQ(files_.Read(cache_), "the old file, longer than the new one");
-    EXPECT_TRUE(file->MoveOver(cache_));
-    EXPECT_EQ(files_.Read(cache_), "new");
-    EXPECT_EQ(files_.OpenForWriting(cache_), nullptr) << "its writer still lives";
-  }
-  EXPECT_FALSE(files_.Exists(work_));
-  EXPECT_NE(files_.OpenForWriting(cache_), nullptr);
-}
-
-TEST_F(DesktopFilesTest, BothFilesStayWhenTheOldOneCannotBeReplaced) {
+TEST_F(DesktopFilesTest, AFolderIsNotReplaced) {
   ASSERT_EQ(::mkdir(cache_.c_str(), 0700), 0);
   Put(Path("cache/inside"), "x");
   const auto file = files_.OpenForWriting(work_);
@@ -51,16 +38,9 @@ TEST_F(DesktopFilesTest, BothFilesStayWhenTheOldOneCannotBeReplaced) {
   EXPECT_EQ(files_.Read(work_), "new");
   EXPECT_TRUE(files_.DirectoryExists(cache_));
   EXPECT_FALSE(files_.Exists(cache_));
-
-  const std::string held = Path("held");
-  const auto other = files_.OpenForWriting(held);
-  other->Write("other");
-  EXPECT_FALSE(file->MoveOver(held));
-  other->Flush();
-  EXPECT_EQ(files_.Read(held), "other");
 }
 
-TEST_F(DesktopFilesTest, SecondWriterIsRefusedAndDestroysNothing) {
+TEST_F(DesktopFilesTest, AWriterOfAnotherProcessIsRefusedAndDestroysNothing) {
   const auto first = files_.OpenForWriting(work_);
   first->Write("first");
   first->Flush();
@@ -120,39 +100,12 @@ TEST_F(DesktopFilesTest, FailedWriteIsReportedWithANumberAndTheFile) {
   EXPECT_EQ(FileErrorOf(ENOSPC), errors::DeviceInputOutput);
 }
 
-TEST_F(DesktopFilesTest, WhatCannotBeOpenedIsAnAnswer) {
-  EXPECT_EQ(files_.Read(Path("absent")), std::nullopt);
-  EXPECT_EQ(files_.Read(folder_.path().toStdString()), std::nullopt);
-  EXPECT_EQ(files_.OpenForWriting(Path("absent/file")), nullptr);
-  EXPECT_EQ(files_.OpenForWriting(folder_.path().toStdString()), nullptr);
+TEST_F(DesktopFilesTest, PipesAndDevicesAreNoFiles) {
   ASSERT_EQ(::mkfifo(Path("pipe").c_str(), 0600), 0);
   EXPECT_EQ(files_.OpenForWriting(Path("pipe")), nullptr);
   EXPECT_EQ(files_.Read(Path("pipe")), std::nullopt);
   EXPECT_FALSE(files_.Exists(Path("pipe")));
   EXPECT_EQ(files_.Read("/dev/null"), std::nullopt);
-  EXPECT_TRUE(files_.Delete(Path("absent")));
-  EXPECT_FALSE(files_.Delete(folder_.path().toStdString()));
-}
-
-TEST_F(DesktopFilesTest, AFileThatHasAnotherNameIsNotWritten) {
-  Put(cache_, "somebody's");
-  for (const auto makeLink : {::link, ::symlink}) {
-    ASSERT_EQ(makeLink(cache_.c_str(), work_.c_str()), 0);
-    const auto file = files_.OpenForWriting(work_);
-    ASSERT_NE(file, nullptr);
-    file->Write("new");
-    file->Flush();
-    EXPECT_EQ(files_.Read(work_), "new");
-    EXPECT_EQ(files_.Read(cache_), "somebody's");
-    EXPECT_TRUE(files_.Delete(work_));
-  }
-}
-
-TEST_F(DesktopFilesTest, FileBeyondTheLimitIsAnErrorWithItsName) {
-  Put(work_, "");
-  ASSERT_EQ(::truncate(work_.c_str(), off_t{1} << 33), 0);
-  EXPECT_EQ(ErrorOf([&] { files_.Read(work_); }).Description(),
-            "Cannot read " + work_ + ": it is too large");
 }
 
 TEST_F(DesktopFilesTest, NewFilesAreForWhomTheUmaskSays) {
@@ -162,9 +115,12 @@ TEST_F(DesktopFilesTest, NewFilesAreForWhomTheUmaskSays) {
   struct stat status {};
   ASSERT_EQ(::stat(work_.c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 0777, 0640U);
-  EXPECT_TRUE(files_.Delete(work_));
-  EXPECT_FALSE(files_.Exists(work_));
 }
 
 }  // namespace
+
+std::unique_ptr<Files> MakeFiles() {
+  return std::make_unique<DesktopFiles>();
+}
+
 }  // namespace velkor

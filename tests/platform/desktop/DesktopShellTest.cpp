@@ -4,29 +4,23 @@
 #include <gtest/gtest.h>
 
 #include <QCursor>
-#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QTimer>
 
 namespace velkor {
 namespace {
 
-TEST(DesktopShell, ARoundOfMessagesIsShortHoweverManyWait) {
+TEST(DesktopShell, ARoundOfMessagesWaitsAMomentAndEndsHoweverManyWait) {
   DesktopShell shell;
-  QTimer busy;
-  int handled = 0;
-  QObject::connect(&busy, &QTimer::timeout, [&] { ++handled; });
-  for (const bool flood : {false, true}) {
-    // A timer without an interval always waits.
-    if (flood) busy.start(0);
-    QElapsedTimer clock;
-    clock.start();
+  // A timer without an interval always waits.
+  for (const int interval : {1, 0}) {
+    QTimer busy;
+    int handled = 0;
+    QObject::connect(&busy, &QTimer::timeout, [&] { ++handled; });
+    busy.start(interval);
     for (int round = 0; round < 200; ++round) shell.ProcessMessages();
-    // 2000 rounds then take some four seconds: never none, and not without end.
-    EXPECT_GE(clock.elapsed(), 200);
-    EXPECT_LT(clock.elapsed(), 2000);
+    EXPECT_GE(handled, 100) << "every " << interval << " milliseconds";
   }
-  EXPECT_GT(handled, 200);
 }
 
 TEST(DesktopShell, WaitPointersNest) {

@@ -6,7 +6,10 @@
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QTemporaryDir>
+#include <optional>
 #include <string>
 
 namespace velkor {
@@ -26,6 +29,18 @@ class FolderCase : public testing::Test {
   QByteArray Bytes(const QString& name) const {
     QFile file(File(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("none");
+  }
+
+  /// What a program of the machine prints about files of the folder; none when it is not installed.
+  std::optional<std::string> Output(const char* program, const QStringList& arguments) const {
+    if (QStandardPaths::findExecutable(program).isEmpty()) return std::nullopt;
+    QProcess process;
+    process.setWorkingDirectory(folder_.path());
+    process.start(program, arguments);
+    if (!process.waitForFinished() || process.exitCode() != 0) {
+      ADD_FAILURE() << program << ": " << process.readAllStandardError().toStdString();
+    }
+    return process.readAllStandardOutput().toStdString();
   }
 
   QTemporaryDir folder_;

@@ -2,8 +2,6 @@
 #include "platform/desktop/PictureFile.h"
 
 #include <QImage>
-#include <QProcess>
-#include <QStandardPaths>
 #include <QXmlStreamReader>
 #include <cstdint>
 #include <stdexcept>
@@ -18,20 +16,7 @@ namespace {
 
 using testing::HasSubstr;
 
-class PictureFile : public FolderCase {
- protected:
-  /// What a program of the machine prints about a file; none when it is not installed.
-  std::optional<QByteArray> Output(const char* program, const QStringList& arguments) const {
-    if (QStandardPaths::findExecutable(program).isEmpty()) return std::nullopt;
-    QProcess process;
-    process.setWorkingDirectory(folder_.path());
-    process.start(program, arguments);
-    if (!process.waitForFinished() || process.exitCode() != 0) {
-      ADD_FAILURE() << program << ": " << process.readAllStandardError().toStdString();
-    }
-    return process.readAllStandardOutput();
-  }
-};
+using PictureFile = FolderCase;
 
 std::function<Colour(int, int)> PixelsOf(const QImage& image) {
   return [image](int x, int y) {
@@ -51,9 +36,9 @@ TEST_F(PictureFile, PdfPageHasTheDrawingsSizeAndItsText) {
   RenderToPdf(Path("a.pdf"), scene::Size, scene::Draw, {.scale = 1, .title = "A planner"});
   const auto info = Output("pdfinfo", {"a.pdf"});
   if (!info) GTEST_SKIP() << "no PDF tools";
-  EXPECT_THAT(info->toStdString(), HasSubstr("90 x 72 pts"));
-  EXPECT_THAT(info->toStdString(), HasSubstr("A planner"));
-  EXPECT_THAT(Output("pdftotext", {"a.pdf", "-"})->toStdString(), HasSubstr("MW"));
+  EXPECT_THAT(*info, HasSubstr("90 x 72 pts"));
+  EXPECT_THAT(*info, HasSubstr("A planner"));
+  EXPECT_THAT(*Output("pdftotext", {"a.pdf", "-"}), HasSubstr("MW"));
   Output("pdftoppm", {"-r", "96", "-png", "-singlefile", "-aaVector", "no", "a.pdf", "page"});
   const QImage page(File("page.png"));
   EXPECT_EQ(page.size(), QSize(scene::Width, scene::Height));
@@ -104,7 +89,7 @@ TEST_F(PictureFile, PdfPageShrinksToTheLongestThatThereIs) {
   RenderToPdf(Path("a.pdf"), {1440 * 100, 1440 * 400}, scene::Draw);
   const auto info = Output("pdfinfo", {"a.pdf"});
   if (!info) GTEST_SKIP() << "no PDF tools";
-  EXPECT_THAT(info->toStdString(), HasSubstr("3600 x 14400 pts"));
+  EXPECT_THAT(*info, HasSubstr("3600 x 14400 pts"));
 }
 
 // Even areas, rows like the one above, and neither; rows too long for a match with the one above.

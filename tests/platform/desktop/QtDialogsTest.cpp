@@ -127,18 +127,16 @@ TEST(QtProgress, OpensAfterAMomentAndEndsByEscapeButtonOrClosing) {
   for (const auto& way : ways) {
     const auto report = progress.Begin("Export");
     EXPECT_TRUE(progress.IsOpen());
-    QElapsedTimer time;
-    time.start();
-    qint64 opened = 0;
+    EXPECT_TRUE(report->Step(1, 1000, "begun"));
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "at once";
     WhenOpen([&](QDialog& window) {
-      opened = time.elapsed();
       EXPECT_TRUE(window.isModal());
       EXPECT_GE(dynamic_cast<QProgressDialog&>(window).value(), 1);
       way(window);
     });
     int done = 0;
-    while (report->Step(1 + done % 999, 1000, "Year 2026") && time.elapsed() < 5000) ++done;
-    EXPECT_GE(opened, 300);
+    // Bounded, should nobody end it.
+    while (report->Step(1 + done % 999, 1000, "Year 2026") && done < 100'000'000) ++done;
     EXPECT_FALSE(report->Step(1, 1000, "once more"));
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
   }

@@ -7,9 +7,9 @@
 #include <QScreen>
 #include <QTest>
 
-#include "platform/InputElements.h"
 #include "platform/desktop/QtForms.h"
 #include "platform/desktop/QtMessageBoxes.h"
+#include "tests/platform/PageForm.h"
 #include "tests/platform/desktop/OpenDialog.h"
 #include "values/Error.h"
 
@@ -18,32 +18,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-/// A button over a view that clips a page.
-struct PageForm : Form {
-  explicit PageForm(Extent opening = {9000, 7500}) : Form("frmPage", "A page") {
-    pic1.onKeyDown = [this](Key key) {
-      keys.push_back(key);
-      return true;
-    };
-    cmdPress.onClick = [this] { ++presses; };
-    Place({{&cmdPress}, {&picParent}, {&pic1, &picParent}}, opening);
-  }
-  void Form_Resize(Extent size, PixelSize pixel) override {
-    widths.push_back(static_cast<int>(size.width));
-    EXPECT_EQ(pixel.width, 15);
-    picParent.SetBounds({0, 600, size.width, size.height});
-    pic1.SetBounds({300, 300, 9999999, 9999999});
-    if (onResize) onResize();
-  }
-  CommandButton cmdPress{"cmdPress"};
-  PictureBox picParent{"picParent"};
-  PictureBox pic1{"pic1"};
-  std::function<void()> onResize;
-  std::vector<int> widths;
-  std::vector<Key> keys;
-  int presses = 0;
-};
 
 TEST(QtFormWindow, TellsTheFormEachOfItsSizesOnce) {
   PageForm form;
@@ -55,9 +29,9 @@ TEST(QtFormWindow, TellsTheFormEachOfItsSizesOnce) {
     EXPECT_EQ(page->mapTo(&window, QPoint(0, 0)), QPoint(20, 60));
     window.resize(650, 500);
     window.resize(700, 500);
-    QTest::qWait(20);
+    QCoreApplication::processEvents();
     window.resize(700, 500);
-    QTest::qWait(20);
+    QCoreApplication::processEvents();
     EXPECT_THAT(form.widths, ElementsAre(9000, 10500));
     window.close();
   });
@@ -93,7 +67,7 @@ TEST(QtFormWindow, ShowsMessagesWhileItIsArrangedAndDoesLaterSizesAfterThem) {
     WhenOpen([&](QDialog& box) {
       EXPECT_EQ(box.parentWidget(), window);
       window->resize(650, 500);
-      QTest::qWait(20);
+      QCoreApplication::processEvents();
       EXPECT_EQ(form.widths.size(), 1U) << "arranged while it is being arranged";
       QTest::keyClick(&box, Qt::Key_Return);
     });
@@ -127,16 +101,8 @@ TEST(QtFormWindow, FitsTheScreenAndStaysLargeEnoughToUse) {
 }
 
 TEST(QtFormWindow, RefusesElementsThatItCannotShow) {
-  struct BoxForm : Form {
-    explicit BoxForm(bool held) : Form("frmBox", "Box") {
-      Place({{held ? static_cast<Element*>(&lblText) : &tbText, held ? &picHolder : nullptr}}, {});
-    }
-    TextBox tbText{"tbText"};
-    Label lblText{"lblText"};
-    PictureBox picHolder{"picHolder"};
-  };
   for (const bool held : {false, true}) {
-    BoxForm form(held);
+    UnplaceableForm form(held);
     EXPECT_THROW(QtForms().ShowModal(form), Error);
     EXPECT_FALSE(form.IsOpen() || form.lblText.Peer());
   }

@@ -104,7 +104,7 @@ TEST(QtForms, TheFirstInputHasTheKeyboardAndLabelsLeadToTheirs) {
     EXPECT_EQ(dialog.focusWidget(), find("tbFrom"));
     const int height = find("lbList")->height();
     dialog.resize(600, dialog.height() + 100);
-    QTest::qWait(1);
+    QCoreApplication::processEvents();
     EXPECT_EQ(find("lbList")->height(), height + 100);
     QTest::keyClicks(dialog.focusWidget(), "2/3/2027");
     QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);

@@ -6,6 +6,10 @@
 #include <cmath>
 #include <limits>
 
+#include "platform/desktop/KeptPage.h"
+#include "platform/headless/RecordingSurface.h"
+#include "tests/platform/SurfaceScene.h"
+
 namespace velkor {
 namespace {
 
@@ -88,6 +92,16 @@ TEST(QtPagePicture, PagesThatAreNoneMakeSmallPictures) {
     picture.Drawing().Fill({-1e300, -1e300, 1e300, 1e300}, Green);
     EXPECT_EQ(Copy(picture, 20, 20).pixel(10, 10), qRgb(0, 128, 0)) << page.width;
   }
+}
+
+TEST(KeptPage, IsDrawnLaterByTheSameCalls) {
+  RecordingSurface direct;
+  RecordingSurface later;
+  KeptPage kept;
+  scene::Draw(kept);
+  kept.DrawOn(later);
+  scene::Draw(direct);
+  EXPECT_EQ(later.Log(), direct.Log());
 }
 
 }  // namespace

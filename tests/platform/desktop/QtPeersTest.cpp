@@ -17,6 +17,7 @@
 #include <QWheelEvent>
 
 #include "platform/Surface.h"
+#include "tests/platform/PictureLog.h"
 
 namespace velkor {
 namespace {
@@ -184,13 +185,19 @@ TEST(QtPeers, TimerTicksWhileItIsEnabled) {
     ++ticks;
     timer.SetEnabled(false);
   };
+  // Tells when the other one would have ticked.
+  int rounds = 0;
+  Timer clock("clock", 10);
+  clock.onTimer = [&] { ++rounds; };
   const auto peer = MakePeer(timer);
-  QTest::qWait(30);
-  EXPECT_EQ(ticks, 0);
-  timer.SetEnabled(true);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return ticks == 1; }, 2000));
-  QTest::qWait(30);
-  EXPECT_EQ(ticks, 1);
+  const auto clockPeer = MakePeer(clock);
+  clock.SetEnabled(true);
+  for (const int expected : {0, 1}) {
+    rounds = 0;
+    timer.SetEnabled(expected == 1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return rounds == 4; }, 5000));
+    EXPECT_EQ(ticks, expected);
+  }
 }
 
 TEST(QtPeers, MenuShowsItsEntriesAsTheyAreWhenItOpens) {
@@ -228,26 +235,9 @@ TEST(QtPeers, MenuShowsItsEntriesAsTheyAreWhenItOpens) {
 }
 
 TEST(QtPeers, PictureHearsPointerWheelAndKeysInTwips) {
-  std::vector<std::string> heard;
-  const auto at = [](const char* what, Point point) {
-    return what + std::to_string(static_cast<int>(point.x)) + "," +
-           std::to_string(static_cast<int>(point.y));
-  };
   PictureBox picture("pic1");
   picture.SetBounds({150, 150, 3150, 3150});
-  picture.onMouseMove = [&](Point p) { heard.push_back(at("move ", p)); };
-  picture.onMouseDown = [&](MouseButton button, Point p) {
-    heard.push_back(at(button == MouseButton::Left ? "left " : "right ", p));
-  };
-  picture.onMouseUp = [&](MouseButton, Point p) { heard.push_back(at("up ", p)); };
-  picture.onMouseLeave = [&] { heard.emplace_back("leave"); };
-  picture.onMouseWheel = [&](double notches) {
-    heard.push_back(std::to_string(static_cast<int>(notches * 10)) + " tenths");
-  };
-  picture.onKeyDown = [&](Key key) {
-    heard.push_back("key " + std::to_string(static_cast<int>(key)));
-    return key != Key::Space;
-  };
+  const PictureLog log(picture);
   Control control;
   QWidget* const peer = MakePeer(picture, &control);
   control.Show();
@@ -268,10 +258,9 @@ TEST(QtPeers, PictureHearsPointerWheelAndKeysInTwips) {
   QTest::keyClick(peer, Qt::Key_Space);
   QEvent leave(QEvent::Leave);
   QCoreApplication::sendEvent(peer, &leave);
-  const auto key = [](Key k) { return "key " + std::to_string(static_cast<int>(k)); };
-  EXPECT_THAT(heard,
+  EXPECT_THAT(log.heard,
               ElementsAre("move 60,90", "right 150,300", "up 3750,300", "left 15,15", "-15 tenths",
-                          key(Key::PageDown), key(Key::Menu), key(Key::Space), "leave"));
+                          Named(Key::PageDown), Named(Key::Menu), Named(Key::Space), "leave"));
 }
 
 TEST(QtPeers, PictureAsksForTheToolTipOfThePlaceUnderThePointer) {
@@ -305,7 +294,7 @@ TEST(QtPeers, PicturePaintsOnlyWhatIsExposed) {
   MakePeer(picture, &control);
   control.Show();
   ASSERT_TRUE(QTest::qWaitFor([&] { return !painted.empty(); }, 2000));
-  QTest::qWait(50);
+  QCoreApplication::processEvents();
   painted.clear();
   picture.RefreshPart({300, 300, 600, 460});
   ASSERT_TRUE(QTest::qWaitFor([&] { return !painted.empty(); }, 2000));

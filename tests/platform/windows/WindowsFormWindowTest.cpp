@@ -7,6 +7,7 @@
 
 #include "platform/windows/dialogs/WindowsForms.h"
 #include "platform/windows/dialogs/WindowsMessageBoxes.h"
+#include "tests/platform/PageForm.h"
 #include "tests/platform/windows/OwnerWindow.h"
 #include "tests/platform/windows/UserSteps.h"
 #include "values/Error.h"
@@ -15,31 +16,6 @@ namespace velkor {
 namespace {
 
 using testing::ElementsAre;
-
-/// A button over a view that clips a page.
-struct PageForm : Form {
-  explicit PageForm(Extent opening = {9000, 7500}) : Form("frmPage", "A page") {
-    pic1.onKeyDown = [this](Key key) {
-      keys.push_back(key);
-      return true;
-    };
-    cmdPress.onClick = [this] { ++presses; };
-    Place({{&cmdPress}, {&picParent}, {&pic1, &picParent}}, opening);
-  }
-  void Form_Resize(Extent size, PixelSize /*pixel*/) override {
-    widths.push_back(static_cast<int>(size.width));
-    picParent.SetBounds({0, 600, size.width, size.height});
-    pic1.SetBounds({300, 300, 9999999, 9999999});
-    if (onResize) onResize();
-  }
-  CommandButton cmdPress{"cmdPress"};
-  PictureBox picParent{"picParent"};
-  PictureBox pic1{"pic1"};
-  std::function<void()> onResize;
-  std::vector<int> widths;
-  std::vector<Key> keys;
-  int presses = 0;
-};
 
 class WindowsFormWindowTest : public testing::Test {
  protected:
@@ -121,16 +97,8 @@ TEST_F(WindowsFormWindowTest, APlacedFormFitsTheScreenAndStaysLargeEnoughToUse) 
 }
 
 TEST_F(WindowsFormWindowTest, RefusesElementsThatItCannotShow) {
-  struct BoxForm : Form {
-    explicit BoxForm(bool held) : Form("frmBox", "Box") {
-      Place({{held ? static_cast<Element*>(&lblText) : &tbText, held ? &picHolder : nullptr}}, {});
-    }
-    TextBox tbText{"tbText"};
-    Label lblText{"lblText"};
-    PictureBox picHolder{"picHolder"};
-  };
   for (const bool held : {false, true}) {
-    BoxForm form(held);
+    UnplaceableForm form(held);
     EXPECT_THROW(forms_.ShowModal(form), Error);
     EXPECT_FALSE(form.IsOpen() || form.lblText.Peer() || form.onUnload);
     EXPECT_TRUE(::IsWindowEnabled(owner_.window));

@@ -6,6 +6,7 @@
 
 #include "platform/Surface.h"
 #include "platform/windows/system/DialogOwner.h"
+#include "tests/platform/PictureLog.h"
 #include "tests/platform/windows/HeldHandles.h"
 #include "tests/platform/windows/PeersWindow.h"
 
@@ -15,32 +16,10 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::string At(const char* what, Point point) {
-  return what + std::to_string(static_cast<int>(point.x)) + "," +
-         std::to_string(static_cast<int>(point.y));
-}
-
-std::string Named(Key key) {
-  return "key " + std::to_string(static_cast<int>(key));
-}
-
 class WindowsPicture : public testing::Test {
  protected:
   WindowsPicture() {
     picture_.SetBounds({150, 150, 3150, 3150});
-    picture_.onMouseMove = [this](Point p) { heard_.push_back(At("move ", p)); };
-    picture_.onMouseDown = [this](MouseButton button, Point p) {
-      heard_.push_back(At(button == MouseButton::Left ? "left " : "right ", p));
-    };
-    picture_.onMouseUp = [this](MouseButton, Point p) { heard_.push_back(At("up ", p)); };
-    picture_.onMouseLeave = [this] { heard_.emplace_back("leave"); };
-    picture_.onMouseWheel = [this](double notches) {
-      heard_.push_back(std::to_string(static_cast<int>(notches * 10)) + " tenths");
-    };
-    picture_.onKeyDown = [this](Key key) {
-      heard_.push_back(Named(key));
-      return key != Key::Space;
-    };
     picture_.onPaint = [this](Surface& surface, const Rect& visible) {
       surface.Fill({0, 0, 3000, 3000}, fill_);
       painted_.push_back(visible);
@@ -53,12 +32,12 @@ class WindowsPicture : public testing::Test {
     ::UpdateWindow(peer_->Window());
   }
 
-  std::vector<std::string> heard_;
   std::vector<Rect> painted_;
   std::string toolTip_ = "Leave & return";
   int asked_ = 0;
   Colour fill_ = Colour::FromRgb(1, 2, 3);
   PictureBox picture_{"pic1"};
+  PictureLog log_{picture_};
   PeersWindow window_;
   std::unique_ptr<WindowsPeer> peer_;
 };
@@ -80,9 +59,9 @@ TEST_F(WindowsPicture, HearsThePointerInTwips) {
   SendAt(window, WM_MBUTTONDOWN, MK_MBUTTON, 1, 1);
   ::SendMessageW(window, WM_MOUSEWHEEL, MAKEWPARAM(0, -180), MAKELPARAM(9000, 9000));
   ::SendMessageW(window, WM_MOUSELEAVE, 0, 0);
-  EXPECT_THAT(heard_, ElementsAre("move 60,90", "left 150,300", "move -45,3750", "right 15,15",
-                                  "up 15,15", "up 3750,300", "left 15,15", "left 30,30", "up 30,30",
-                                  "-15 tenths", "leave"));
+  EXPECT_THAT(log_.heard, ElementsAre("move 60,90", "left 150,300", "move -45,3750", "right 15,15",
+                                      "up 15,15", "up 3750,300", "left 15,15", "left 30,30",
+                                      "up 30,30", "-15 tenths", "leave"));
 }
 
 TEST_F(WindowsPicture, HearsItsKeysAndGivesTheOthersOn) {
@@ -97,8 +76,8 @@ TEST_F(WindowsPicture, HearsItsKeysAndGivesTheOthersOn) {
   const HWND window = peer_->Window();
   for (const WPARAM key : {VK_NEXT, VK_DELETE, VK_SPACE, VK_F5}) PressKey(window, key);
   ::SendMessageW(window, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window), -1);
-  EXPECT_THAT(heard_, ElementsAre(Named(Key::PageDown), Named(Key::Delete), Named(Key::Space),
-                                  Named(Key::Menu)));
+  EXPECT_THAT(log_.heard, ElementsAre(Named(Key::PageDown), Named(Key::Delete), Named(Key::Space),
+                                      Named(Key::Menu)));
   EXPECT_THAT(outer, ElementsAre(Key::Space));
   const auto wants = [&](WPARAM key) { return ::SendMessageW(window, WM_GETDLGCODE, key, 0); };
   EXPECT_TRUE(wants(VK_RETURN) & DLGC_WANTALLKEYS);

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "platform/windows/com/MessageWindow.h"
 #include "tests/platform/windows/DriveDialog.h"
 #include "tests/platform/windows/OwnerWindow.h"
 // After windows.h.
@@ -47,10 +48,11 @@ TEST_F(WindowsShellTest, WaitingMessagesAreProcessedAndNoneAreWaitedForLong) {
   EXPECT_EQ(heard_, 2);
   EXPECT_FALSE(container_.owner.IsBusy());
 
-  const ULONGLONG begin = ::GetTickCount64();
-  for (int i = 0; i < 20; ++i) shell_.ProcessMessages();
-  EXPECT_GE(::GetTickCount64() - begin, 16U) << "whoever waits should sleep";
-  EXPECT_LT(::GetTickCount64() - begin, 2000U);
+  int ticks = 0;
+  const MessageWindow clock([&](UINT, WPARAM) { ++ticks; });
+  ::SetTimer(clock.Get(), 1, USER_TIMER_MINIMUM, nullptr);
+  for (int i = 0; i < 100; ++i) shell_.ProcessMessages();
+  EXPECT_GE(ticks, 3) << "whoever waits should sleep";
   ::PostMessageW(container_.window, WM_APP, 1, 0);
   shell_.ProcessMessages();
   EXPECT_GT(heard_, 3);
@@ -94,9 +96,11 @@ TEST_F(WindowsShellTest, APageWithoutASlashIsOneOfItsOwnAndAMissingOneIsPassedOv
     EXPECT_NO_THROW(WaitUntil("page", [&] { return fs::exists(folder / name); }));
   }
   EXPECT_EQ(FindOpenWindow({}), nullptr);
-  ::Sleep(200);
-  std::error_code ignored;
-  fs::remove_all(folder, ignored);
+  EXPECT_NO_THROW(WaitUntil("end of what wrote", [&] {
+    std::error_code held;
+    fs::remove_all(folder, held);
+    return !held;
+  }));
 }
 
 }  // namespace
