@@ -87,7 +87,7 @@ CategoryTable SampleCategories() {
 
 YearGrid SampleGrid(bool displaySubject) {
   return {DisplaySpan{.ViewYear = Year, .FirstMonth = 1}, SampleCategories(), CategoryFilter(),
-          GridOptions{.AllEvents = true, .DisplaySubject = displaySubject}};
+          PlannerProperties{.AllEvents = true, .DisplaySubject = displaySubject}};
 }
 
 std::vector<CalEvent> SampleEvents(std::size_t count, Spread spread, std::size_t idLength) {

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "control/PropertyTable.h"
 #include "control/YearPlanElements.h"
 #include "platform/Platform.h"
 #include "values/Twips.h"
@@ -13,7 +14,6 @@
 namespace velkor {
 
 class ControlHost;
-class PropertyBag;
 class YearGrid;
 enum class RenameReach;
 
@@ -30,32 +30,17 @@ class YearPlan {
   YearPlan(const YearPlan&) = delete;
   YearPlan& operator=(const YearPlan&) = delete;
 
-  /// Path of the calendar folder, components joined by backslashes; empty or "Calendar" is the
-  /// default calendar. Read at start-up.
-  const std::string& Folder() const;
-  void SetFolder(std::string_view value);
-  /// Also show events that begin and end within one day. Counts from the next drawing.
-  bool AllEvents() const;
-  void SetAllEvents(bool value);
-  /// Hide events that name no known category. Counts from the next load.
-  bool HideNonCategoryItems() const;
-  void SetHideNonCategoryItems(bool value);
-  /// Write subjects into the bars.
-  bool DisplaySubject() const;
-  void SetDisplaySubject(bool value);
-  /// Planners of one title share colours and filter settings.
-  const std::string& TitleName() const;
-  void SetTitleName(std::string_view value);
-  /// The message class that an added or changed item must have to come into the view.
-  const std::string& AppointmentForm() const;
-  void SetAppointmentForm(std::string_view value);
-  /// First month of the span, 1 to 12, persisted as "StartMonth". A value outside throws Error
-  /// (InvalidProcedureCall); in a property bag it counts as 1. Counts from the next change of year.
-  int FirstMonth() const;
-  void SetFirstMonth(int value);
+  const PlannerProperties& Properties() const;
+  /// Writes one, as in Set(&PlannerProperties::AllEvents, true), and tells the host. Throws Error
+  /// for a value that the property does not take: TypeMismatch for one of another type,
+  /// InvalidProcedureCall for a month that is none.
+  void Set(Property::Member member, const PropertyValue& value);
+  /// Writes those that differ.
+  void Set(const PlannerProperties& wanted);
 
-  /// Reads the persisted properties, then lets tmrStart begin the start-up sequence. Throws what
-  /// the bag throws; the properties not yet read keep their defaults then.
+  /// Reads the persisted properties, then lets tmrStart begin the start-up sequence. A month that
+  /// is none counts as the first. Throws what the bag throws; the properties not yet read stay as
+  /// they are then.
   void ReadProperties(PropertyBag& bag);
   void WriteProperties(PropertyBag& bag) const;
 

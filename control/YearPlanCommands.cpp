@@ -39,7 +39,7 @@ void YearPlan::Parts::Toolbar1_ButtonClick(std::string_view key) {
 void YearPlan::Parts::Filter_Click() {
   Guard(platform_.messages, "Error setting the filter ", [&] {
     dlgFilter form(
-        grid_.Filter(), TitleName,
+        grid_.Filter(), Properties().TitleName,
         [this] {
           return MasterCategories(platform_.outlook, platform_.registry, platform_.messages);
         },
@@ -61,8 +61,10 @@ void YearPlan::Parts::Filter_Click() {
 
 void YearPlan::Parts::Print_Click() {
   Guard(platform_.messages, "Error printing ", [&] {
-    if (grid_.Options() != options) Redraw(false);
-    frmPrint form(grid_, names_, {TitleName, grid_.Span().FirstMonth, options.DisplaySubject},
+    // What is printed is what is on show.
+    Redraw(false);
+    frmPrint form(grid_, names_,
+                  {Properties().TitleName, grid_.Span().FirstMonth, Properties().DisplaySubject},
                   platform_);
     {
       const WaitPointer wait(platform_.shell);
@@ -101,12 +103,11 @@ void YearPlan::Parts::CatRename(std::string_view newName, RenameReach reach) {
 bool YearPlan::Parts::AreCategoriesKnown() {
   // What another planner saved a moment ago.
   access_.Arrivals().Take();
-  if (knownTitle_ != TitleName) ReloadCategories();
-  return knownTitle_ == TitleName;
+  if (knownTitle_ != Properties().TitleName) ReloadCategories();
+  return knownTitle_ == Properties().TitleName;
 }
 
 void YearPlan::Parts::ChangeCategories(std::vector<Category> categories) {
-  TakeOptions();
   grid_.SetCategories(CategoryTable(std::move(categories)));
   legend_.CategoriesChanged();
   Redraw(false);
@@ -134,7 +135,6 @@ std::optional<EventCollection> YearPlan::Parts::EventsOf(int viewYear,
   const DisplaySpan span{viewYear, grid_.Span().FirstMonth};
   EventCollection events;
   if (!IsValidSpan(span)) return events;
-  TakeOptions();
   EventFields fields = grid_.Fields();
   fields.span = span;
   fields.columns = MonthColumns(span);

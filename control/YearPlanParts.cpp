@@ -2,6 +2,7 @@
 #include "control/YearPlanParts.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "categories/ColourList.h"
 #include "categories/StoredFilter.h"
@@ -37,7 +38,7 @@ DisplaySpan SpanOfToday(const Platform& platform, int firstMonth) {
 YearPlan::Parts::Parts(const Platform& platform, ControlHost& host)
     : platform_(platform),
       host_(host),
-      grid_(SpanOfToday(platform, 1), CategoryTable(), FilterOf(platform), GridOptions()),
+      grid_(SpanOfToday(platform, 1), CategoryTable(), FilterOf(platform), PlannerProperties()),
       cacheFile_(platform_.files, platform_.locale),
       view_{grid_.Events(),
             grid_.Filter(),
@@ -49,9 +50,9 @@ YearPlan::Parts::Parts(const Platform& platform, ControlHost& host)
       refresh_(
           platform_, elements.tmrBackground, [this] { return InputsOf(grid_.Span(), paths_); },
           [this](Colour colour) { ReportStatus(colour); }, view_.reload),
-      access_(view_, refresh_, platform_, elements.tmrItems, AppointmentForm),
+      access_(view_, refresh_, platform_, elements.tmrItems, Properties().AppointmentForm),
       colours_([this] { return access_.ReopenFolder(); }, platform_.locale, platform_.messages),
-      commands_(view_, refresh_, access_, platform_, AppointmentForm),
+      commands_(view_, refresh_, access_, platform_, Properties().AppointmentForm),
       categoryCommands_(*this, colours_, platform_),
       gridView_(elements, grid_, platform_,
                 {[this](std::string_view key) { commands_.Edit(key); },
@@ -90,6 +91,23 @@ void YearPlan::Parts::Connect() {
   mnuSelection_Click(elements.mnuSelectionAutomatic.Index());
 }
 
+void YearPlan::Parts::SetProperty(const Property& property, const PropertyValue& value) {
+  property.Set(grid_.Properties(), value);
+  needsLayout_ = needsLayout_ || property.need == PropertyNeed::Layout;
+  host_.PropertyChanged(property.key);
+}
+
+void YearPlan::Parts::ReadProperties(PropertyBag& bag) {
+  needsLayout_ = true;
+  for (const Property& property : PropertyTable) {
+    const PropertyValue stored = bag.ReadProperty(property.key, property.Default());
+    // A bag holds what other programs wrote.
+    const bool isNoMonth = stored.index() == property.member.index() && !property.Accepts(stored);
+    property.Set(grid_.Properties(), isNoMonth ? property.Default() : stored);
+  }
+  elements.tmrStart.SetEnabled(true);
+}
+
 void YearPlan::Parts::SetLive(bool live) {
   live_ = live;
   elements.Command1.SetEnabled(live);
@@ -125,10 +143,10 @@ void YearPlan::Parts::StartUp() {
   try {
     // One of another folder, perhaps.
     refresh_.Disconnect();
-    ShowSpan(SpanOfToday(platform_, FirstMonth));
+    ShowSpan(SpanOfToday(platform_, Properties().FirstMonth));
     access_.Open();
     step = 2;
-    if (!access_.ResolveFolder(Folder)) {
+    if (!access_.ResolveFolder(Properties().Folder)) {
       Tell(platform_.messages, "Unable to access specified calendar folder.");
       return;
     }
@@ -151,7 +169,8 @@ void YearPlan::Parts::StartUp() {
     step = 11;
     refresh_.StartRefresh(false);
     step = 12;
-    ApplyFilter(LoadFilter(platform_.settings, TitleName, grid_.Filter().FilterSeparator()));
+    ApplyFilter(
+        LoadFilter(platform_.settings, Properties().TitleName, grid_.Filter().FilterSeparator()));
   } catch (const Error& error) {
     TellError(platform_.messages,
               "Error while initialising the background processing, the cache file will not be "
@@ -165,7 +184,7 @@ void YearPlan::Parts::ChangeYear(int by) {
   // Further than all years there are, either way.
   constexpr int FarthestMove = 10'000;
   const int move = std::clamp(by, -FarthestMove, FarthestMove);
-  const DisplaySpan span{grid_.Span().ViewYear + move, FirstMonth};
+  const DisplaySpan span{grid_.Span().ViewYear + move, Properties().FirstMonth};
   if (!live_ || !IsValidSpan(span)) return;
   Guard(platform_.messages, "Error changing the year ", [&] {
     // First, since it may fail: a year and its cache file go together.
@@ -195,20 +214,15 @@ RefreshInputs YearPlan::Parts::InputsOf(const DisplaySpan& span, const CachePath
           paths.workFile, access_.EntryID(), access_.StoreID()};
 }
 
-void YearPlan::Parts::TakeOptions() {
-  if (grid_.Options() != options) grid_.SetOptions(options);
-}
-
 bool YearPlan::Parts::LoadCategories() {
   // The host may set another one while the calendar is asked.
-  const std::string title = TitleName;
+  const std::string title = Properties().TitleName;
   FetchedColours colours = colours_.Fetch(title);
   knownTitle_.reset();
   if (!colours.fault) knownTitle_ = title;
   // Without a single category no event would be seen. These are shown and not saved.
   if (colours.fault && colours.categories.empty()) colours.categories = DefaultCategories();
   if (colours.categories == grid_.Categories().All()) return false;
-  TakeOptions();
   categoryCommands_.Select(0);
   grid_.SetCategories(CategoryTable(std::move(colours.categories)));
   legend_.CategoriesChanged();
@@ -222,7 +236,6 @@ void YearPlan::Parts::LoadEvents() {
     const FlagScope begins(loadBegins_);
     ReportLoad(status::Starting);
   }
-  TakeOptions();
   EventCollection events;
   cacheFile_.Load(paths_.cacheFile, grid_.Fields(), events);
   grid_.SetEvents(std::move(events));
@@ -257,7 +270,7 @@ bool YearPlan::Parts::ReloadCategories() {
 }
 
 void YearPlan::Parts::Redraw(bool spanChanged) {
-  TakeOptions();
+  if (std::exchange(needsLayout_, false)) grid_.LayOut();
   PlaceElements();
   gridView_.GridChanged(spanChanged);
   elements.pic1.SetDescription(Description());
@@ -265,7 +278,7 @@ void YearPlan::Parts::Redraw(bool spanChanged) {
 }
 
 void YearPlan::Parts::KeepBandsReadable(Surface& measuring) {
-  options.MinBandHeight = ReadableBandHeight(measuring, font_);
+  grid_.SetMinBandHeight(ReadableBandHeight(measuring, font_));
 }
 
 void YearPlan::Parts::Resize(Extent size, PixelSize pixel) {

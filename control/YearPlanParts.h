@@ -31,16 +31,10 @@ class YearPlan::Parts : public CategoryView, public YearSource {
   Parts(const Parts&) = delete;
   Parts& operator=(const Parts&) = delete;
 
-  // The persisted properties; a write is told to the host by whoever writes.
-  std::string Folder;
-  GridOptions options;
-  std::string TitleName = "Default";
-  std::string AppointmentForm = "IPM.Appointment";
-  std::int16_t FirstMonth = 1;
-
   YearPlanElements elements;
 
-  ControlHost& Host() { return host_; }
+  void SetProperty(const Property& property, const PropertyValue& value);
+  void ReadProperties(PropertyBag& bag);
   const YearGrid& Grid() const { return grid_; }
 
   /// Runs once, after the properties were read.
@@ -57,8 +51,8 @@ class YearPlan::Parts : public CategoryView, public YearSource {
 
   // CategoryView
   const CategoryTable& Categories() const override { return grid_.Categories(); }
-  const std::string& TitleOfCategories() const override { return TitleName; }
-  bool HideNonCategoryItems() const override { return options.HideNonCategoryItems; }
+  const std::string& TitleOfCategories() const override { return Properties().TitleName; }
+  bool HideNonCategoryItems() const override { return Properties().HideNonCategoryItems; }
   bool AreCategoriesKnown() override;
   void ChangeCategories(std::vector<Category> categories) override;
   bool IsCarried(std::string_view category) const override;
@@ -76,6 +70,7 @@ class YearPlan::Parts : public CategoryView, public YearSource {
   void EndReadingYears() override;
 
  private:
+  const PlannerProperties& Properties() const { return grid_.Properties(); }
   void Connect();
   /// Whether there is a calendar to work on.
   void SetLive(bool live);
@@ -94,8 +89,6 @@ class YearPlan::Parts : public CategoryView, public YearSource {
   CachePaths CachePathsOf(int viewYear);
   /// What a refresh of a span works on.
   RefreshInputs InputsOf(const DisplaySpan& span, const CachePaths& paths);
-  /// Has the grid follow the properties as they are now.
-  void TakeOptions();
   /// @return whether others are on show now
   bool LoadCategories();
   /// @return false when they could not be read, which the user was told
@@ -135,6 +128,8 @@ class YearPlan::Parts : public CategoryView, public YearSource {
   /// The title whose categories are on show as the calendar has them; none when they could not be
   /// read.
   std::optional<std::string> knownTitle_;
+  /// A property was written by which the year is laid out.
+  bool needsLayout_ = false;
   /// A load is about to begin, which the host is told.
   bool loadBegins_ = false;
   /// The day that was marked as today.

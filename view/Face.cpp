@@ -45,8 +45,8 @@ FaceLayout DivideFace(Extent control, Twips captionHeight) {
 }
 
 Twips LeastControlHeight(const YearGrid& grid, PixelSize pixel) {
-  return CaptionHeight +
-         HeightWithoutScrolling(grid.Layout(), pixel, grid.Options().MinBandHeight) + FaceMargin;
+  return CaptionHeight + HeightWithoutScrolling(grid.Layout(), pixel, grid.MinBandHeight()) +
+         FaceMargin;
 }
 
 std::string YearCaption(int viewYear) {

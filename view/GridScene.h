@@ -28,7 +28,7 @@ struct GridScene {
 
 inline GridScene SceneOf(const YearGrid& grid) {
   return {grid.Rule(),   grid.Categories(), grid.Events(),
-          grid.Layout(), grid.Geometry(),   {.shown = grid.Options().DisplaySubject}};
+          grid.Layout(), grid.Geometry(),   {.shown = grid.Properties().DisplaySubject}};
 }
 
 }  // namespace velkor

@@ -6,17 +6,17 @@
 namespace velkor {
 
 YearGrid::YearGrid(const DisplaySpan& span, CategoryTable categories, CategoryFilter filter,
-                   GridOptions options)
+                   PlannerProperties properties)
     : categories_(std::move(categories)),
       filter_(std::move(filter)),
-      options_(options),
-      rule_{span, MonthColumns(span), options.AllEvents} {
+      properties_(std::move(properties)),
+      rule_{span, MonthColumns(span)} {
   LayOut();
 }
 
 EventFields YearGrid::Fields() const {
   return {rule_.span, rule_.columns, categories_, filter_.FilterSeparator(),
-          options_.HideNonCategoryItems};
+          properties_.HideNonCategoryItems};
 }
 
 void YearGrid::SetEvents(EventCollection events) {
@@ -26,12 +26,6 @@ void YearGrid::SetEvents(EventCollection events) {
 
 void YearGrid::SetFilter(CategoryFilter filter) {
   filter_ = std::move(filter);
-  LayOut();
-}
-
-void YearGrid::SetOptions(GridOptions options) {
-  options_ = options;
-  rule_.allEvents = options.AllEvents;
   LayOut();
 }
 
@@ -45,13 +39,14 @@ void YearGrid::SetCategories(CategoryTable categories) {
   categories_ = std::move(categories);
   for (CalEvent& event : events_) {
     event.CatIndex = categories_.CatIndexOf(event.Categories, filter_.FilterSeparator(),
-                                            options_.HideNonCategoryItems);
+                                            properties_.HideNonCategoryItems);
   }
   LayOut();
 }
 
 void YearGrid::LayOut() {
   ++revision_;
+  rule_.allEvents = properties_.AllEvents;
   layout_ = LayOutBands(events_, rule_, filter_);
   cells_ = CellMap(layout_);
   Size();
@@ -65,7 +60,7 @@ void YearGrid::Resize(Extent picParent, Twips scrollBarWidth, PixelSize pixel) {
 }
 
 void YearGrid::Size() {
-  geometry_ = SizeGrid(picParent_, scrollBarWidth_, pixel_, layout_, options_.MinBandHeight);
+  geometry_ = SizeGrid(picParent_, scrollBarWidth_, pixel_, layout_, minBandHeight_);
 }
 
 std::optional<GridHit> YearGrid::HitTestAt(Point point) const {

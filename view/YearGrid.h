@@ -1,4 +1,5 @@
-// view/YearGrid.h: the year of one planner: its events, laid out in bands, sized and mapped.
+// view/YearGrid.h: holds the year of one planner and its properties, lays it out, sizes and maps
+// it.
 #pragma once
 
 #include <optional>
@@ -6,6 +7,7 @@
 #include "model/CategoryTable.h"
 #include "model/EventCollection.h"
 #include "model/EventFields.h"
+#include "model/PlannerProperties.h"
 #include "span/CategoryFilter.h"
 #include "view/BandLayout.h"
 #include "view/CellMap.h"
@@ -13,32 +15,23 @@
 
 namespace velkor {
 
-struct GridOptions {
-  bool AllEvents = false;
-  bool DisplaySubject = false;
-  bool HideNonCategoryItems = false;
-  /// Bands that would be lower are scrolled instead. Whole twips.
-  Twips MinBandHeight = LeastBandHeight;
-
-  friend bool operator==(const GridOptions&, const GridOptions&) = default;
-};
-
 /// Whatever it is asked, its layout, sizes and cells fit the events that it holds.
 class YearGrid {
  public:
   YearGrid(const DisplaySpan& span, CategoryTable categories, CategoryFilter filter,
-           GridOptions options);
+           PlannerProperties properties);
 
   const DisplaySpan& Span() const { return rule_.span; }
   const MonthColumns& Columns() const { return rule_.columns; }
   const CategoryTable& Categories() const { return categories_; }
   const CategoryFilter& Filter() const { return filter_; }
-  const GridOptions& Options() const { return options_; }
+  /// The planner's one set of properties. A change of AllEvents counts from the next layout.
+  const PlannerProperties& Properties() const { return properties_; }
+  PlannerProperties& Properties() { return properties_; }
   const BarRule& Rule() const { return rule_; }
 
   /// Each lays the year out anew; the events' derived fields stay until they are loaded again.
   void SetFilter(CategoryFilter filter);
-  void SetOptions(GridOptions options);
   /// Each event finds its category anew.
   void SetCategories(CategoryTable categories);
   /// Also leaves the grid without events: what they were derived by is gone.
@@ -62,6 +55,9 @@ class YearGrid {
   void LayOut();
   const BandLayout& Layout() const { return layout_; }
 
+  /// Bands that would be lower are scrolled instead. Whole twips; counts from the next sizing.
+  Twips MinBandHeight() const { return minBandHeight_; }
+  void SetMinBandHeight(Twips height) { minBandHeight_ = height; }
   /// Sizes the grid to `picParent`, now and after every layout.
   void Resize(Extent picParent, Twips scrollBarWidth, PixelSize pixel);
   const GridGeometry& Geometry() const { return geometry_; }
@@ -80,11 +76,12 @@ class YearGrid {
 
   CategoryTable categories_;
   CategoryFilter filter_;
-  GridOptions options_;
+  PlannerProperties properties_;
   BarRule rule_;
   EventCollection events_;
   BandLayout layout_;
   CellMap cells_;
+  Twips minBandHeight_ = LeastBandHeight;
   Extent picParent_;
   Twips scrollBarWidth_ = 0;
   PixelSize pixel_;

@@ -35,7 +35,7 @@ using Cells = std::set<std::tuple<int, int>>;
 /// ends with that day.
 Cells DaysOf(const CalEvent& event, const YearGrid& grid) {
   const bool isMoment = event.StartDate == event.EndDate;
-  const bool touchesLast = grid.Options().AllEvents && (HasTimeOfDay(event.EndDate) || isMoment);
+  const bool touchesLast = grid.Properties().AllEvents && (HasTimeOfDay(event.EndDate) || isMoment);
   const std::int64_t first =
       std::max(event.StartDate.DayNumber(), grid.Span().ViewStartDate().DayNumber());
   const std::int64_t last = std::min(event.EndDate.DayNumber() - (touchesLast ? 0 : 1),

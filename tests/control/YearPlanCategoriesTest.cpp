@@ -109,7 +109,7 @@ TEST_F(YearPlanCategoriesTest, AChangedPropertyCountsFromTheNextCommand) {
   AddRecord("Default", "\r\nWork|255\r\nOther|1");
   Start();
   Refreshed({Event("a", "Nobody's")});
-  plan_.SetHideNonCategoryItems(true);
+  plan_.Set(&PlannerProperties::HideNonCategoryItems, true);
   seams_.inputs.lines = {"New"};
   plan_.Elements().legend.mnuCatNew.Click();
   EXPECT_THAT(Indices(), ElementsAre(-1));
@@ -120,7 +120,7 @@ TEST_F(YearPlanCategoriesTest, ATitleThatChangesUnderTheColourPickerIsLeftAlone)
   AddRecord("Rooms", "\r\nWork|3\r\nHall|77\r\nOther|1");
   Start();
   seams_.dialogs.colours = {Colour{77}};
-  seams_.dialogs.whileOpen = [&] { plan_.SetTitleName("Rooms"); };
+  seams_.dialogs.whileOpen = [&] { plan_.Set(&PlannerProperties::TitleName, "Rooms"); };
   plan_.CatColour("Work");
   EXPECT_EQ(BodyOf("Rooms"), Listed("\r\nWork|3\r\nHall|77\r\nOther|1"));
   EXPECT_EQ(BodyOf("Default"), Listed("\r\nWork|255\r\nOther|1"));
@@ -145,7 +145,7 @@ TEST_F(YearPlanCategoriesTest, AnotherTitleChangesItsOwnList) {
   AddRecord("Default", "\r\nWork|255\r\nOther|1");
   AddRecord("Rooms", "\r\nHall|3\r\nKitchen|4\r\nOther|1");
   Start();
-  plan_.SetTitleName("Rooms");
+  plan_.Set(&PlannerProperties::TitleName, "Rooms");
   plan_.CatDelete("Kitchen");
   EXPECT_EQ(BodyOf("Default"), Listed("\r\nWork|255\r\nOther|1"));
   EXPECT_EQ(BodyOf("Rooms"), Listed("\r\nHall|3\r\nOther|1"));
@@ -279,8 +279,8 @@ TEST_F(YearPlanCategoriesTest, TheImportNamesTheFile) {
 TEST_F(YearPlanCategoriesTest, PrintsTheYearByThePropertiesAsTheyAreThen) {
   seams_.files.contents[CacheFileOf(2005)] = Records({Event("a", "")});
   Start();
-  plan_.SetTitleName("Team");
-  plan_.SetDisplaySubject(true);
+  plan_.Set(&PlannerProperties::TitleName, "Team");
+  plan_.Set(&PlannerProperties::DisplaySubject, true);
   seams_.forms.Expect("frmPrint", [&](Form& form) {
     auto& preview = dynamic_cast<frmPrint&>(form);
     const auto log = [&] { return dynamic_cast<RecordingSurface&>(preview.picTemp->Drawing()); };

@@ -90,7 +90,7 @@ TEST_F(YearPlanFaultsTest, ASecondStartWithoutItsFolderLeavesTheControlEmpty) {
   bag_.values["Folder"] = std::string("Mailbox\\Gone");
   plan_.Elements().Command1.Click();
   EXPECT_EQ(plan_.Elements().imgLogo.FillColour(), status::Downloading);
-  plan_.SetFolder("Mailbox\\Gone");
+  plan_.Set(&PlannerProperties::Folder, "Mailbox\\Gone");
   plan_.ChangeYear(0);
   EXPECT_EQ(plan_.Grid().Events().Count(), 1u) << "files are those of the folder on show";
   EXPECT_EQ(plan_.Elements().imgLogo.FillColour(), status::Downloading);

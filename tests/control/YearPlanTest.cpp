@@ -22,20 +22,17 @@ TEST_F(YearPlanTest, PropertiesAreReadInTheirOrderAndSavedUnderTheSameKeys) {
   plan_.ReadProperties(bag_);
   EXPECT_THAT(bag_.read, ElementsAre("Folder", "AllEvents", "DisplaySubject", "TitleName",
                                      "HideNonCategoryItems", "AppointmentForm", "StartMonth"));
-  EXPECT_EQ(plan_.Folder(), "");
-  EXPECT_FALSE(plan_.AllEvents() || plan_.DisplaySubject() || plan_.HideNonCategoryItems());
-  EXPECT_EQ(plan_.TitleName(), "Default");
-  EXPECT_EQ(plan_.AppointmentForm(), "IPM.Appointment");
-  EXPECT_EQ(plan_.FirstMonth(), 1);
+  EXPECT_EQ(plan_.Properties(),
+            (PlannerProperties{"", false, false, "Default", false, "IPM.Appointment", 1}));
   EXPECT_THAT(host_.changed, IsEmpty());
 
-  plan_.SetFolder("Mailbox\\Team");
-  plan_.SetAllEvents(true);
-  plan_.SetDisplaySubject(true);
-  plan_.SetTitleName("Leave");
-  plan_.SetHideNonCategoryItems(true);
-  plan_.SetAppointmentForm("IPM.Appointment.Leave");
-  plan_.SetFirstMonth(4);
+  plan_.Set(&PlannerProperties::Folder, "Mailbox\\Team");
+  plan_.Set(&PlannerProperties::AllEvents, true);
+  plan_.Set(&PlannerProperties::DisplaySubject, true);
+  plan_.Set(&PlannerProperties::TitleName, "Leave");
+  plan_.Set(&PlannerProperties::HideNonCategoryItems, true);
+  plan_.Set(&PlannerProperties::AppointmentForm, "IPM.Appointment.Leave");
+  plan_.Set(&PlannerProperties::FirstMonth, std::int16_t{4});
   EXPECT_THAT(host_.changed, ElementsAre("Folder", "AllEvents", "DisplaySubject", "TitleName",
                                          "HideNonCategoryItems", "AppointmentForm", "StartMonth"));
   MemoryPropertyBag saved;
@@ -55,11 +52,12 @@ TEST_F(YearPlanTest, PropertiesAreReadInTheirOrderAndSavedUnderTheSameKeys) {
 }
 
 TEST_F(YearPlanTest, AMonthThatIsNoneIsRefusedInTheBagTheFirstAndAWrongTypeThereTold) {
-  EXPECT_THROW(plan_.SetFirstMonth(13), Error);
+  EXPECT_THROW(plan_.Set(&PlannerProperties::FirstMonth, std::int16_t{13}), Error);
+  EXPECT_THROW(plan_.Set(&PlannerProperties::FirstMonth, "April"), Error);
   for (const int month : {0, 13, -1}) {
     bag_.values["StartMonth"] = static_cast<std::int16_t>(month);
     plan_.ReadProperties(bag_);
-    EXPECT_EQ(plan_.FirstMonth(), 1) << month;
+    EXPECT_EQ(plan_.Properties().FirstMonth, 1) << month;
   }
   bag_.values["StartMonth"] = std::string("April");
   EXPECT_THROW(plan_.ReadProperties(bag_), Error);
@@ -191,16 +189,16 @@ TEST_F(YearPlanTest, OptionsCountFromTheNextDrawingOrLoad) {
   Start();
   Refreshed({SampleEvent("a", At(2005, 3, 3, 9), At(2005, 3, 3, 10))});
   EXPECT_EQ(plan_.Grid().Layout().bars.size(), 0u);
-  plan_.SetAllEvents(true);
+  plan_.Set(&PlannerProperties::AllEvents, true);
   EXPECT_EQ(plan_.Grid().Layout().bars.size(), 0u);
   plan_.Resize({14000, 9000}, {});
   EXPECT_EQ(plan_.Grid().Layout().bars.size(), 1u);
-  plan_.SetHideNonCategoryItems(true);
+  plan_.Set(&PlannerProperties::HideNonCategoryItems, true);
   EXPECT_EQ(plan_.Grid().Events()[0].CatIndex, plan_.Grid().Categories().Count());
   plan_.ChangeYear(0);
   EXPECT_EQ(plan_.Grid().Events()[0].CatIndex, -1);
   EXPECT_EQ(plan_.Grid().Layout().bars.size(), 0u);
-  plan_.SetHideNonCategoryItems(false);
+  plan_.Set(&PlannerProperties::HideNonCategoryItems, false);
   plan_.ChangeYear(0);
   EXPECT_EQ(plan_.Grid().Layout().bars.size(), 1u);
 }

@@ -23,8 +23,8 @@ void Require(bool condition, const char* claim) {
 /// The planner that the first byte of an input asks for; the other bytes are the cache file.
 YearGrid GridFor(unsigned char choice) {
   const DisplaySpan span{.ViewYear = 2026, .FirstMonth = (choice & 0x0F) % 12 + 1};
-  const GridOptions options{.AllEvents = (choice & 0x10) != 0,
-                            .HideNonCategoryItems = (choice & 0x20) != 0};
+  const PlannerProperties options{.AllEvents = (choice & 0x10) != 0,
+                                  .HideNonCategoryItems = (choice & 0x20) != 0};
   CategoryFilter filter;
   if ((choice & 0x40) != 0) filter.SetCategoryFilter("Leave, Trip");
   return {span, CategoryTable({{"Leave", {}}, {"Trip", {}}, {"Other", {}}}), filter, options};

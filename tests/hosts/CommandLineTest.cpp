@@ -27,11 +27,11 @@ TEST(CommandLine, OptionsMayStandAnywhere) {
        "--no-subjects", "--title", "Räume", "--point", "-3,4", "--today", "2005-09-01"});
   EXPECT_EQ(line.command, Command::Inspect);
   EXPECT_EQ(line.calendar, "a.ics");
-  EXPECT_EQ(line.firstMonth, 7);
-  EXPECT_FALSE(line.grid.AllEvents);
-  EXPECT_FALSE(line.grid.DisplaySubject);
-  EXPECT_FALSE(line.grid.HideNonCategoryItems);
-  EXPECT_EQ(line.titleName, "Räume");
+  EXPECT_EQ(line.properties.FirstMonth, 7);
+  EXPECT_FALSE(line.properties.AllEvents);
+  EXPECT_FALSE(line.properties.DisplaySubject);
+  EXPECT_FALSE(line.properties.HideNonCategoryItems);
+  EXPECT_EQ(line.properties.TitleName, "Räume");
   EXPECT_EQ(line.today, Date::FromYmd(2005, 9, 1));
   ASSERT_EQ(line.points.size(), 2U);
   EXPECT_EQ(line.points[0].x, 1.5);

@@ -107,8 +107,8 @@ TEST_F(PlannerWindow, ShowsTheYearOfTheCalendarThroughTheCacheUtility) {
   EXPECT_EQ(window_.windowTitle(), "team - Year 2026 - YearPlan");
   EXPECT_EQ(window_.focusWidget(), &Grid());
   EXPECT_THAT(Grid().accessibleDescription().toStdString(), HasSubstr("2 appointments"));
-  EXPECT_TRUE(Plan().AllEvents());
-  EXPECT_TRUE(Plan().DisplaySubject());
+  EXPECT_TRUE(Plan().Properties().AllEvents);
+  EXPECT_TRUE(Plan().Properties().DisplaySubject);
   EXPECT_THAT(Plan().GetStringList(), testing::ElementsAre("Leave", "Other"));
   QTest::keyClick(&Grid(), Qt::Key_PageDown);
   EXPECT_EQ(Plan().DisplayedYear(), Year + 1);
@@ -388,18 +388,18 @@ TEST_F(PlannerWindow, SettingsAreKeptForEachCalendarAndTheYearStays) {
   Open(window_, "a.ics");
   QTest::keyClick(&Grid(), Qt::Key_PageUp);
   WhenOpen([](QDialog& dialog) {
-    dialog.findChild<QComboBox*>("FirstMonth")->setCurrentIndex(3);
+    dialog.findChild<QComboBox*>("StartMonth")->setCurrentIndex(3);
     dialog.findChild<QLineEdit*>("TitleName")->setText("Mine");
     Press(dialog, QDialogButtonBox::Ok);
   });
   window_.AskForSettings();
   EXPECT_EQ(Plan().DisplayedYear(), Year - 1);
   EXPECT_EQ(Plan().Grid().Span().FirstMonth, 4);
-  EXPECT_EQ(Plan().TitleName(), "Mine");
+  EXPECT_EQ(Plan().Properties().TitleName, "Mine");
   ASSERT_TRUE(window_.OpenCalendar(Path("b.ics")));
-  EXPECT_EQ(Plan().FirstMonth(), 1);
+  EXPECT_EQ(Plan().Properties().FirstMonth, 1);
   ASSERT_TRUE(window_.OpenCalendar(Path("a.ics")));
-  EXPECT_EQ(Plan().FirstMonth(), 4);
+  EXPECT_EQ(Plan().Properties().FirstMonth, 4);
 }
 
 TEST_F(PlannerWindow, RemembersItsSizeAndCalendarAndStoredNonsenseDoesNotStopIt) {

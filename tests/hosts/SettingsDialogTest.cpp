@@ -13,6 +13,7 @@
 #include <QTest>
 
 #include "hosts/yearplan/window/SleepWatch.h"
+#include "hosts/yearplan/window/StoredProperties.h"
 #include "platform/headless/MemorySettings.h"
 #include "platform/headless/ScriptedSystem.h"
 #include "tests/platform/desktop/OpenDialog.h"
@@ -25,15 +26,16 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 TEST(SettingsDialog, OkGivesWhatWasSetAndCancelNothing) {
-  const PlannerProperties shown{"Team", true, false, true, "Mine", 4};
+  const PlannerProperties shown{
+      .Folder = "Team", .AllEvents = true, .TitleName = "Mine", .FirstMonth = 4};
   WhenOpen([](QDialog& dialog) {
-    EXPECT_EQ(dialog.findChild<QComboBox*>("FirstMonth")->currentIndex(), 3);
-    EXPECT_EQ(dialog.findChild<QComboBox*>("FirstMonth")->count(), 12);
+    EXPECT_EQ(dialog.findChild<QComboBox*>("StartMonth")->currentIndex(), 3);
+    EXPECT_EQ(dialog.findChild<QComboBox*>("StartMonth")->count(), 12);
     Press(dialog, QDialogButtonBox::Ok);
   });
   EXPECT_EQ(AskForSettings(nullptr, shown), shown);
   WhenOpen([](QDialog& dialog) {
-    dialog.findChild<QComboBox*>("FirstMonth")->setCurrentIndex(6);
+    dialog.findChild<QComboBox*>("StartMonth")->setCurrentIndex(6);
     QTest::mouseClick(dialog.findChild<QCheckBox*>("AllEvents"), Qt::LeftButton, {}, QPoint(8, 8));
     dialog.findChild<QLineEdit*>("TitleName")->setText("  Yours ");
     Press(dialog, QDialogButtonBox::Ok);

@@ -22,7 +22,7 @@ struct ShownYear {
   YearGrid grid;
   FaceContent content;
 
-  explicit ShownYear(Extent control, GridOptions options = {.DisplaySubject = true})
+  explicit ShownYear(Extent control, PlannerProperties options = {.DisplaySubject = true})
       : layout(DivideFace(control)),
         grid(SampleGrid({SampleEvent("days", At(2006, 1, 30), At(2006, 2, 3), "Leave"),
                          SampleEvent("same", At(2006, 1, 31), At(2006, 2, 1), "Key Customer"),

@@ -21,10 +21,10 @@ inline void SetEvents(YearGrid& grid, std::vector<CalEvent> events) {
 
 /// A grid of 2006, laid out, with bands and columns of these sizes on a screen of 15 twips a
 /// pixel. January 2006 takes columns 1 to 31.
-inline YearGrid SampleGrid(std::vector<CalEvent> events, GridOptions options = {},
+inline YearGrid SampleGrid(std::vector<CalEvent> events, PlannerProperties options = {},
                            int bandHeight = 300, int columnWidth = 300,
                            DisplaySpan span = {2006, 1}, CategoryFilter filter = CategoryFilter()) {
-  YearGrid grid(span, SampleCategories(), std::move(filter), options);
+  YearGrid grid(span, SampleCategories(), std::move(filter), std::move(options));
   SetEvents(grid, std::move(events));
   grid.Resize({405.0 + 45 + 37 * columnWidth, 240.0 + 45 + grid.Layout().TotalBands() * bandHeight},
               255, {});

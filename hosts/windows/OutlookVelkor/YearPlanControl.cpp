@@ -17,17 +17,6 @@ constexpr DISPID StatusChangeEvent = 1;
 /// 900 x 480 pixels at 96 to the inch, in hundredths of a millimetre.
 constexpr SIZEL FirstExtent{23813, 12700};
 
-HRESULT Give(const std::string& text, BSTR* value) {
-  if (value == nullptr) return E_POINTER;
-  return Answer([&] { *value = Bstr(text).Release(); });
-}
-
-HRESULT Give(bool truth, VARIANT_BOOL* value) {
-  if (value == nullptr) return E_POINTER;
-  *value = truth ? VARIANT_TRUE : VARIANT_FALSE;
-  return S_OK;
-}
-
 }  // namespace
 
 YearPlanControl::YearPlanControl(ComPtr<ITypeInfo> typeInfo)
@@ -82,8 +71,7 @@ void YearPlanControl::Enter(bool begins) {
   Release();
 }
 
-template <typename Work>
-HRESULT YearPlanControl::AnswerCall(const Work& work) {
+HRESULT YearPlanControl::AnswerCall(const std::function<void()>& work) {
   const EntryScope entry(owner_);
   return Answer(work);
 }
@@ -171,54 +159,6 @@ void YearPlanControl::TellError(const Error& error) {
   events_->Fire(DISPID_ERROREVENT, {number.Get(), descriptionByReference, scode, source.Get(),
                                     helpFile.Get(), helpContext.Get(), cancel});
   ::SysFreeString(description);
-}
-
-STDMETHODIMP YearPlanControl::get_Folder(BSTR* value) {
-  return Give(plan_.Folder(), value);
-}
-
-STDMETHODIMP YearPlanControl::put_Folder(BSTR value) {
-  return AnswerCall([&] { plan_.SetFolder(ToUtf8(value)); });
-}
-
-STDMETHODIMP YearPlanControl::get_AllEvents(VARIANT_BOOL* value) {
-  return Give(plan_.AllEvents(), value);
-}
-
-STDMETHODIMP YearPlanControl::put_AllEvents(VARIANT_BOOL value) {
-  return AnswerCall([&] { plan_.SetAllEvents(value != VARIANT_FALSE); });
-}
-
-STDMETHODIMP YearPlanControl::get_HideNonCategoryItems(VARIANT_BOOL* value) {
-  return Give(plan_.HideNonCategoryItems(), value);
-}
-
-STDMETHODIMP YearPlanControl::put_HideNonCategoryItems(VARIANT_BOOL value) {
-  return AnswerCall([&] { plan_.SetHideNonCategoryItems(value != VARIANT_FALSE); });
-}
-
-STDMETHODIMP YearPlanControl::get_DisplaySubject(VARIANT_BOOL* value) {
-  return Give(plan_.DisplaySubject(), value);
-}
-
-STDMETHODIMP YearPlanControl::put_DisplaySubject(VARIANT_BOOL value) {
-  return AnswerCall([&] { plan_.SetDisplaySubject(value != VARIANT_FALSE); });
-}
-
-STDMETHODIMP YearPlanControl::get_TitleName(BSTR* value) {
-  return Give(plan_.TitleName(), value);
-}
-
-STDMETHODIMP YearPlanControl::put_TitleName(BSTR value) {
-  return AnswerCall([&] { plan_.SetTitleName(ToUtf8(value)); });
-}
-
-STDMETHODIMP YearPlanControl::get_AppointmentForm(BSTR* value) {
-  return Give(plan_.AppointmentForm(), value);
-}
-
-STDMETHODIMP YearPlanControl::put_AppointmentForm(BSTR value) {
-  return AnswerCall([&] { plan_.SetAppointmentForm(ToUtf8(value)); });
 }
 
 STDMETHODIMP YearPlanControl::CatDelete(BSTR name) {

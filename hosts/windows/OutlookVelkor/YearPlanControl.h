@@ -8,6 +8,7 @@
 #include "control/YearPlan.h"
 #include "hosts/windows/OutlookVelkor/ControlSeams.h"
 #include "hosts/windows/OutlookVelkor/ControlWindow.h"
+#include "hosts/windows/OutlookVelkor/PropertyMembers.h"
 #include "platform/Host.h"
 #include "platform/windows/com/ConnectionPoint.h"
 #include "platform/windows/com/MessageWindow.h"
@@ -27,10 +28,10 @@ inline constexpr double TwipsPerInch = 1440;
 /// loaded, or, newly placed, when it is activated; in design mode never. A container may let it go
 /// at any moment: while messages are processed in the middle of a call it lives on.
 class YearPlanControl
-    : public ComObject<IYearPlan, IProvideClassInfo2, IConnectionPointContainer,
-                       IPersistPropertyBag, IPersistStreamInit, IOleObject, IOleInPlaceObject,
-                       IOleInPlaceActiveObject, IOleControl, IViewObject2, IDataObject,
-                       IObjectSafety, ISupportErrorInfo>,
+    : public PropertyMembers<
+          ComObject<IYearPlan, IProvideClassInfo2, IConnectionPointContainer, IPersistPropertyBag,
+                    IPersistStreamInit, IOleObject, IOleInPlaceObject, IOleInPlaceActiveObject,
+                    IOleControl, IViewObject2, IDataObject, IObjectSafety, ISupportErrorInfo>>,
       private ControlHost {
  public:
   /// @param typeInfo  of IYearPlan
@@ -44,19 +45,7 @@ class YearPlanControl
   STDMETHODIMP Invoke(DISPID member, REFIID id, LCID locale, WORD flags, DISPPARAMS* parameters,
                       VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override;
 
-  // IYearPlan
-  STDMETHODIMP get_Folder(BSTR* value) override;
-  STDMETHODIMP put_Folder(BSTR value) override;
-  STDMETHODIMP get_AllEvents(VARIANT_BOOL* value) override;
-  STDMETHODIMP put_AllEvents(VARIANT_BOOL value) override;
-  STDMETHODIMP get_HideNonCategoryItems(VARIANT_BOOL* value) override;
-  STDMETHODIMP put_HideNonCategoryItems(VARIANT_BOOL value) override;
-  STDMETHODIMP get_DisplaySubject(VARIANT_BOOL* value) override;
-  STDMETHODIMP put_DisplaySubject(VARIANT_BOOL value) override;
-  STDMETHODIMP get_TitleName(BSTR* value) override;
-  STDMETHODIMP put_TitleName(BSTR value) override;
-  STDMETHODIMP get_AppointmentForm(BSTR* value) override;
-  STDMETHODIMP put_AppointmentForm(BSTR value) override;
+  // IYearPlan, beside its properties
   STDMETHODIMP CatDelete(BSTR name) override;
   STDMETHODIMP CatColour(BSTR name) override;
   STDMETHODIMP GetStringList(VARIANT* names) override;
@@ -150,6 +139,8 @@ class YearPlanControl
  protected:
   ~YearPlanControl() override;
   void* FindOther(REFIID id) override;
+  YearPlan& Plan() override { return plan_; }
+  HRESULT AnswerCall(const std::function<void()>& work) override;
 
  private:
   // ControlHost
@@ -165,8 +156,6 @@ class YearPlanControl
   void FocusChanged(bool has);
   void FrameIsModal(bool open);
   HRESULT ReadFrom(PropertyBag& bag);
-  template <typename Work>
-  HRESULT AnswerCall(const Work& work);
   void Enter(bool begins);
   void KeepWhileBusy(bool busy);
   void SettleAfterBusy();

@@ -10,6 +10,8 @@
 #include <string_view>
 #include <utility>
 
+#include "hosts/yearplan/PropertyTexts.h"
+#include "span/DisplaySpan.h"
 #include "values/IsoDate.h"
 
 namespace velkor {
@@ -73,10 +75,14 @@ constexpr const char* CategoriesOnly = "categories-only";
 constexpr const char* ListOnly = "list-only";
 }  // namespace names
 
-/// What a window is told by its settings instead.
-constexpr std::array NotForWindows{"first-month",       "no-all-events", "no-subjects",
-                                   "hide-non-category", "title",         "filter",
-                                   "match-all",         "size",          "today"};
+/// What a window is told by its settings instead, beside the properties.
+constexpr std::array NotForWindows{"filter", "match-all", "size", "today"};
+
+void AddPropertyOptions(QCommandLineParser& parser) {
+  for (const PropertyTexts& texts : PropertyTextTable) {
+    if (texts.option != nullptr) parser.addOption({texts.option, texts.help, texts.valueName});
+  }
+}
 
 void AddOptions(QCommandLineParser& parser) {
   parser.setApplicationDescription(QString::fromUtf8(Description));
@@ -105,12 +111,9 @@ void AddOptions(QCommandLineParser& parser) {
       {names::To, "export: the last year.", "year"},
       {names::CategoriesOnly, "export: leave the appointments out."},
       {names::ListOnly, "categories: rename in the list and leave the appointments as they are."},
-      {"first-month", "The month in the first row, 1 to 12 (1).", "month", "1"},
-      {"no-all-events", "Leave out what has no whole day, as the control does by default."},
-      {"no-subjects", "Draw bars without subjects."},
-      {"hide-non-category", "Hide events that name no category of the legend."},
-      {"title", "The planner's title, which names its category colours (Default).", "name",
-       "Default"},
+  });
+  AddPropertyOptions(parser);
+  parser.addOptions({
       {"filter", "Show only events with one of these categories; case matters.", "A, B", ""},
       {"match-all", "Show only events with all categories of the filter."},
       {"size",
@@ -141,6 +144,26 @@ void ReadSize(const QString& text, CommandLine& line) {
   }
   line.width = WholeNumber(sides[0], "size", LeastSide, MostSide);
   line.height = WholeNumber(sides[1], "size", LeastSide, MostSide);
+}
+
+/// The properties of a planner that starts with all options that were given.
+PlannerProperties ReadProperties(const QCommandLineParser& parser) {
+  PlannerProperties properties = FirstProperties();
+  for (const PropertyTexts& texts : PropertyTextTable) {
+    const char* const option = texts.option;
+    if (option == nullptr || !parser.isSet(option)) continue;
+    const Property& property = PropertyOf(texts.member);
+    PropertyValue value = property.ValueIn(properties);
+    if (auto* const text = std::get_if<std::string>(&value)) {
+      *text = parser.value(option).toStdString();
+    } else if (auto* const truth = std::get_if<bool>(&value)) {
+      *truth = !*truth;
+    } else {
+      value = static_cast<std::int16_t>(WholeNumber(parser.value(option), option, 1, 12));
+    }
+    property.Set(properties, value);
+  }
+  return properties;
 }
 
 Point ReadPoint(const QString& text) {
@@ -290,7 +313,18 @@ void ReadExportYears(const QCommandLineParser& parser, CommandLine& line) {
     throw UsageError("--from " + std::to_string(*line.fromYear) + " lies after --to " +
                      std::to_string(*line.toYear));
   }
-  CheckSpan(line.toYear, line.firstMonth);
+  CheckSpan(line.toYear, line.properties.FirstMonth);
+}
+
+/// The first option given that a window does not take; empty for none.
+std::string PictureOptionOf(const QCommandLineParser& parser) {
+  for (const PropertyTexts& texts : PropertyTextTable) {
+    if (texts.option != nullptr && parser.isSet(texts.option)) return texts.option;
+  }
+  for (const char* option : NotForWindows) {
+    if (parser.isSet(option)) return option;
+  }
+  return {};
 }
 
 }  // namespace
@@ -330,25 +364,19 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   if (!opens && line.calendar.empty() && line.cacheFile.empty()) {
     throw UsageError("A calendar file is missing");
   }
-  for (const char* option : NotForWindows) {
-    if (line.pictureOption.empty() && parser.isSet(option)) line.pictureOption = option;
-  }
+  line.pictureOption = PictureOptionOf(parser);
   line.output = parser.value(names::Output).toStdString();
   if (parser.isSet("year"))
     line.year = WholeNumber(parser.value("year"), "year", LeastYear, MostYear);
-  line.firstMonth = WholeNumber(parser.value("first-month"), "first-month", 1, 12);
-  CheckSpan(line.year, line.firstMonth);
+  line.properties = ReadProperties(parser);
+  CheckSpan(line.year, line.properties.FirstMonth);
   ReadExportYears(parser, line);
-  line.printTask = ReadPrintTask(parser, line.firstMonth);
+  line.printTask = ReadPrintTask(parser, line.properties.FirstMonth);
   line.categoriesOnly = parser.isSet(names::CategoriesOnly);
   if (parser.isSet("today")) {
     line.today = ParseIso(parser.value("today").toStdString());
     if (!line.today) throw UsageError("--today takes a date as in 2026-07-01");
   }
-  line.grid = {.AllEvents = !parser.isSet("no-all-events"),
-               .DisplaySubject = !parser.isSet("no-subjects"),
-               .HideNonCategoryItems = parser.isSet("hide-non-category")};
-  line.titleName = parser.value("title").toStdString();
   line.filter = parser.value("filter").toStdString();
   line.matchAll = parser.isSet("match-all");
   ReadSize(parser.value("size"), line);

@@ -8,9 +8,9 @@
 
 #include "hosts/yearplan/commands/CategoryTask.h"
 #include "hosts/yearplan/commands/PrintTask.h"
+#include "model/PlannerProperties.h"
 #include "values/Date.h"
 #include "values/Twips.h"
-#include "view/YearGrid.h"
 
 namespace velkor {
 
@@ -45,9 +45,8 @@ struct CommandLine {
   bool categoriesOnly = false;
   CategoryTask categoryTask;
   PrintTask printTask;
-  int firstMonth = 1;
-  GridOptions grid;
-  std::string titleName;
+  /// As the planner is to have them.
+  PlannerProperties properties;
   std::string filter;
   bool matchAll = false;
   /// Size of the control in pixels.

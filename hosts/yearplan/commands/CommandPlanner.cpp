@@ -24,7 +24,7 @@ constexpr int YearsOfReading = 20;
 /// The year that today lies in, unless the command line says another one.
 int YearOf(std::optional<int> ofRange, const CommandLine& line, Clock& clock) {
   if (ofRange || line.year) return ofRange ? *ofRange : *line.year;
-  return DisplaySpan{0, line.firstMonth}.ViewYearOf(clock.Now());
+  return DisplaySpan{0, line.properties.FirstMonth}.ViewYearOf(clock.Now());
 }
 
 }  // namespace
@@ -52,11 +52,12 @@ CommandPlanner::CommandPlanner(const CommandLine& line, std::ostream& messages,
       plan_(seams_.On(outlook_, cacheUtilities_), host_) {
   seams_.shell.onMessages = [this](int) { LetWorkRun(); };
   const std::string separator = CategorySeparator(seams_.listSeparator);
-  const std::string lost =
-      RemarkOnLostNames(*DefaultCalendarOf(outlook_), seams_.locale, line.titleName, separator);
+  const std::string lost = RemarkOnLostNames(*DefaultCalendarOf(outlook_), seams_.locale,
+                                             line.properties.TitleName, separator);
   if (!lost.empty()) messages << line.calendar << ": " << lost << '\n';
   CalendarStore& store = calendar ? calendar->Store() : reader_.Store();
-  OfferFirstColours(*store.DefaultCalendar(), outlook_, seams_.locale, line.titleName, separator);
+  OfferFirstColours(*store.DefaultCalendar(), outlook_, seams_.locale, line.properties.TitleName,
+                    separator);
   Start();
   if (!calendar && !fault_.empty()) messages << fault_ << '\n';
 }
@@ -71,18 +72,14 @@ CalendarStore& CommandPlanner::StoreOf(IcsCalendar* calendar) {
 
 void CommandPlanner::ReadFrom(int year) {
   lastRead_ = std::min(year + YearsOfReading - 1, lastYear_);
-  reader_.Open({year, line_.firstMonth}, {lastRead_, line_.firstMonth});
+  reader_.Open({year, line_.properties.FirstMonth}, {lastRead_, line_.properties.FirstMonth});
 }
 
 void CommandPlanner::Start() {
   MemoryPropertyBag defaults;
   plan_.ReadProperties(defaults);
-  plan_.SetAllEvents(line_.grid.AllEvents);
-  plan_.SetDisplaySubject(line_.grid.DisplaySubject);
-  plan_.SetHideNonCategoryItems(line_.grid.HideNonCategoryItems);
-  plan_.SetTitleName(line_.titleName);
-  plan_.SetFirstMonth(line_.firstMonth);
-  SaveFilter(seams_.settings, line_.titleName, line_.filter, line_.matchAll);
+  plan_.Set(line_.properties);
+  SaveFilter(seams_.settings, line_.properties.TitleName, line_.filter, line_.matchAll);
   plan_.Elements().tmrStart.Tick();
   fault_ = seams_.messages.Take();
   // It is not live.

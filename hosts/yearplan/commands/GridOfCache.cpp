@@ -40,8 +40,9 @@ EventCollection Load(const std::string& path, TerminalSeams& seams, const EventF
 }  // namespace
 
 YearGrid GridOfCache(const CommandLine& line, TerminalSeams& seams, std::ostream& messages) {
-  const DisplaySpan today{0, line.firstMonth};
-  const DisplaySpan span{line.year.value_or(today.ViewYearOf(seams.clock.Now())), line.firstMonth};
+  const DisplaySpan today{0, line.properties.FirstMonth};
+  const DisplaySpan span{line.year.value_or(today.ViewYearOf(seams.clock.Now())),
+                         line.properties.FirstMonth};
   CategoryFilter filter(CategorySeparator(seams.listSeparator));
   filter.SetCategoryFilter(line.filter);
   filter.SetFilterMode(line.matchAll);
@@ -49,10 +50,8 @@ YearGrid GridOfCache(const CommandLine& line, TerminalSeams& seams, std::ostream
   Locale::ApplyCodePageFont(font,
                             Locale::AnsiCodePageOf(seams.locale, seams.locale.ThreadLocale()));
   QtMeasuringPage measuring{PixelSize()};
-  GridOptions options = line.grid;
-  options.MinBandHeight = ReadableBandHeight(measuring.Page(), font);
-
-  YearGrid grid(span, CategoryTable(), filter, options);
+  YearGrid grid(span, CategoryTable(), filter, line.properties);
+  grid.SetMinBandHeight(ReadableBandHeight(measuring.Page(), font));
   seams.files.IsFresh(line.cacheFile);
   grid.SetEvents(Load(line.cacheFile, seams, grid.Fields(), messages));
   std::vector<std::string> texts;

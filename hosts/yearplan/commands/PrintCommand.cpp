@@ -87,7 +87,8 @@ void TellPages(const PrintTask& task, const CommandPlanner& planner, const Calen
 
 /// What the preview's own dialogs would store.
 void StoreOptions(const CommandLine& line, Settings& settings) {
-  PrintOptions options(settings, {line.titleName, line.firstMonth, line.grid.DisplaySubject});
+  PrintOptions options(settings, {line.properties.TitleName, line.properties.FirstMonth,
+                                  line.properties.DisplaySubject});
   options.SetValues(line.printTask.options);
   options.SetPaperSize(line.printTask.paper);
   options.SetOrientation(line.printTask.orientation);

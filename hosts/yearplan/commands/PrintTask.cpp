@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "hosts/yearplan/commands/CommandLine.h"
+#include "span/DisplaySpan.h"
 
 namespace velkor {
 namespace {

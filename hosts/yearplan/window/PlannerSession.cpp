@@ -104,15 +104,16 @@ void PlannerSession::Start() {
   plan_ = std::make_unique<YearPlan>(MakePlatform(), *this);
   StoredProperties bag = Bag();
   plan_->ReadProperties(bag);
-  OfferFirstColours(calendar_.Folder(), outlook_, locale_, plan_->TitleName(),
+  OfferFirstColours(calendar_.Folder(), outlook_, locale_, plan_->Properties().TitleName,
                     CategorySeparator(listSeparator_));
 }
 
 std::vector<std::string> PlannerSession::Remarks() {
   std::vector<std::string> remarks;
   if (!environment_.Trouble().empty()) remarks.push_back(environment_.Trouble());
-  std::string lost = RemarkOnLostNames(*DefaultCalendarOf(outlook_), locale_, plan_->TitleName(),
-                                       CategorySeparator(listSeparator_));
+  std::string lost =
+      RemarkOnLostNames(*DefaultCalendarOf(outlook_), locale_, plan_->Properties().TitleName,
+                        CategorySeparator(listSeparator_));
   if (!lost.empty()) remarks.push_back(std::move(lost));
   for (const Diagnostic& diagnostic : calendar_.Diagnostics()) {
     remarks.push_back(ToText(diagnostic));
@@ -121,7 +122,7 @@ std::vector<std::string> PlannerSession::Remarks() {
 }
 
 void PlannerSession::Recreate(const PlannerProperties& properties) {
-  SetProperties(*plan_, properties);
+  plan_->Set(properties);
   plan_.reset();
   Start();
 }

@@ -260,7 +260,7 @@ void PlannerWindow::AskForCalendar() {
 
 void PlannerWindow::AskForSettings() {
   if (!session_) return;
-  const auto properties = velkor::AskForSettings(this, PropertiesOf(session_->Plan()));
+  const auto properties = velkor::AskForSettings(this, session_->Plan().Properties());
   if (!properties) return;
   WhenIdle([this, wanted = *properties] {
     const int year = session_->Plan().DisplayedYear();

@@ -11,6 +11,7 @@
 #include <QLocale>
 #include <QVBoxLayout>
 
+#include "hosts/yearplan/PropertyTexts.h"
 #include "hosts/yearplan/window/Complaint.h"
 #include "platform/desktop/QtText.h"
 
@@ -19,81 +20,74 @@ namespace {
 
 constexpr int UsualWidth = 480;
 
+/// A field by the property's type: a line, a box, a list of months.
+QWidget* MakeField(const std::string& text, const PropertyTexts& /*texts*/) {
+  return new QLineEdit(ToQt(text));
+}
+QWidget* MakeField(bool truth, const PropertyTexts& texts) {
+  auto* const box = new QCheckBox(QDialog::tr(texts.caption));
+  box->setChecked(truth);
+  return box;
+}
+QWidget* MakeField(std::int16_t month, const PropertyTexts& /*texts*/) {
+  auto* const months = new QComboBox;
+  for (int each = 1; each <= 12; ++each) months->addItem(QLocale().standaloneMonthName(each));
+  months->setCurrentIndex(month - 1);
+  return months;
+}
+
+PropertyValue ValueOf(const QWidget& field) {
+  if (const auto* line = qobject_cast<const QLineEdit*>(&field)) {
+    return line->text().trimmed().toStdString();
+  }
+  if (const auto* box = qobject_cast<const QCheckBox*>(&field)) return box->isChecked();
+  const auto& months = dynamic_cast<const QComboBox&>(field);
+  return static_cast<std::int16_t>(months.currentIndex() + 1);
+}
+
+/// A line below a field, in a quieter colour, that says what it is for.
+QLabel* MakeNote(const QString& text) {
+  auto* const note = new QLabel(text);
+  note->setWordWrap(true);
+  QPalette colours = note->palette();
+  QColor quiet = colours.color(QPalette::WindowText);
+  constexpr float Quietness = 0.65F;
+  quiet.setAlphaF(Quietness);
+  colours.setColor(QPalette::WindowText, quiet);
+  note->setPalette(colours);
+  return note;
+}
+
 class SettingsDialog : public QDialog {
  public:
   SettingsDialog(QWidget* parent, const PlannerProperties& shown)
-      : QDialog(parent),
-        folder_(MakeLine("Folder", shown.Folder)),
-        title_(MakeLine("TitleName", shown.TitleName)),
-        firstMonth_(new QComboBox),
-        allEvents_(
-            MakeBox("AllEvents", tr("Show appointments &within one day, too"), shown.AllEvents)),
-        subjects_(
-            MakeBox("DisplaySubject", tr("Write &subjects into the bars"), shown.DisplaySubject)),
-        hide_(MakeBox("HideNonCategoryItems", tr("&Hide appointments without a known category"),
-                      shown.HideNonCategoryItems)),
-        complaint_(new Complaint) {
+      : QDialog(parent), shown_(shown), complaint_(new Complaint) {
     setObjectName("SettingsDialog");
     setWindowTitle(tr("Settings of this calendar"));
-    firstMonth_->setObjectName("FirstMonth");
-    for (int month = 1; month <= 12; ++month) {
-      firstMonth_->addItem(QLocale().standaloneMonthName(month));
-    }
-    firstMonth_->setCurrentIndex(shown.FirstMonth - 1);
-    folder_->setPlaceholderText(tr("the calendar itself"));
     AddRows();
+    Field<QLineEdit>(&PlannerProperties::Folder)->setPlaceholderText(tr("the calendar itself"));
     setMinimumWidth(UsualWidth);
   }
 
   PlannerProperties Properties() const {
-    return {.Folder = TextOf(folder_),
-            .AllEvents = allEvents_->isChecked(),
-            .HideNonCategoryItems = hide_->isChecked(),
-            .DisplaySubject = subjects_->isChecked(),
-            .TitleName = TextOf(title_),
-            .FirstMonth = firstMonth_->currentIndex() + 1};
+    PlannerProperties properties = shown_;
+    for (const PropertyTexts& texts : PropertyTextTable) {
+      PropertyOf(texts.member).Set(properties, ValueOf(*Field<QWidget>(texts.member)));
+    }
+    return properties;
   }
 
  private:
-  static std::string TextOf(const QLineEdit* line) { return line->text().trimmed().toStdString(); }
-  static QLineEdit* MakeLine(const char* name, const std::string& text) {
-    auto* const line = new QLineEdit(ToQt(text));
-    line->setObjectName(QString::fromLatin1(name));
-    return line;
-  }
-  static QCheckBox* MakeBox(const char* name, const QString& text, bool checked) {
-    auto* const box = new QCheckBox(text);
-    box->setObjectName(QString::fromLatin1(name));
-    box->setChecked(checked);
-    return box;
-  }
-
-  /// A line below a field, in a quieter colour, that says what it is for.
-  static QLabel* MakeNote(const QString& text) {
-    auto* const note = new QLabel(text);
-    note->setWordWrap(true);
-    QPalette colours = note->palette();
-    QColor quiet = colours.color(QPalette::WindowText);
-    constexpr float Quietness = 0.65F;
-    quiet.setAlphaF(Quietness);
-    colours.setColor(QPalette::WindowText, quiet);
-    note->setPalette(colours);
-    return note;
+  static QString NameOf(Property::Member member) { return ToQt(PropertyOf(member).key); }
+  template <typename Widget>
+  Widget* Field(Property::Member member) const {
+    return findChild<Widget*>(NameOf(member));
   }
 
   void AddRows() {
     auto* const fields = new QFormLayout;
     fields->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    fields->addRow(tr("First &month:"), firstMonth_);
-    fields->addRow(allEvents_);
-    fields->addRow(subjects_);
-    fields->addRow(hide_);
-    fields->addRow(tr("&Title:"), title_);
-    fields->addRow(QString(), MakeNote(tr("Planners with the same title share their colours.")));
-    fields->addRow(tr("&Folder:"), folder_);
-    fields->addRow(QString(),
-                   MakeNote(tr("A folder of the calendar, as in Team\\Holidays; leave it empty for "
-                               "the whole file.")));
+    for (const PropertyTexts& texts : PropertyTextTable) AddRow(*fields, texts);
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     auto* const rows = new QVBoxLayout(this);
     rows->addLayout(fields);
@@ -104,22 +98,28 @@ class SettingsDialog : public QDialog {
     connect(buttons, &QDialogButtonBox::rejected, this, [this] { reject(); });
   }
 
-  void CheckAndClose() {
-    const PlannerProperties properties = Properties();
-    if (properties.TitleName.empty()) {
-      complaint_->Say(tr("A planner needs a title; Default is the usual one."));
-      title_->setFocus();
+  void AddRow(QFormLayout& fields, const PropertyTexts& texts) {
+    QWidget* const field =
+        std::visit([&](auto member) { return MakeField(shown_.*member, texts); }, texts.member);
+    field->setObjectName(NameOf(texts.member));
+    if (qobject_cast<QCheckBox*>(field) != nullptr) {
+      fields.addRow(field);
     } else {
-      accept();
+      fields.addRow(tr(texts.caption), field);
     }
+    if (texts.note != nullptr) fields.addRow(QString(), MakeNote(tr(texts.note)));
   }
 
-  QLineEdit* folder_;
-  QLineEdit* title_;
-  QComboBox* firstMonth_;
-  QCheckBox* allEvents_;
-  QCheckBox* subjects_;
-  QCheckBox* hide_;
+  void CheckAndClose() {
+    if (!Properties().TitleName.empty()) {
+      accept();
+      return;
+    }
+    complaint_->Say(tr("A planner needs a title; Default is the usual one."));
+    Field<QWidget>(&PlannerProperties::TitleName)->setFocus();
+  }
+
+  const PlannerProperties shown_;
   Complaint* complaint_;
 };
 

@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "hosts/yearplan/window/PlannerProperties.h"
+#include "model/PlannerProperties.h"
 
 class QWidget;
 

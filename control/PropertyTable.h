@@ -1,0 +1,55 @@
+// control/PropertyTable.h: lists the control's properties: key, value, default, and what follows.
+#pragma once
+
+#include <array>
+#include <string_view>
+#include <variant>
+
+#include "model/PlannerProperties.h"
+#include "platform/Host.h"
+
+namespace velkor {
+
+/// What a property that was written needs before it can be seen.
+enum class PropertyNeed {
+  /// It is read whenever it counts.
+  Nothing,
+  /// The next drawing lays the year out anew.
+  Layout,
+};
+
+/// One property of the control.
+struct Property {
+  /// Its types are those of PropertyValue, in the same order.
+  using Member = std::variant<std::string PlannerProperties::*, bool PlannerProperties::*,
+                              std::int16_t PlannerProperties::*>;
+
+  /// Under which it is persisted and told of.
+  std::string_view key;
+  Member member;
+  PropertyNeed need = PropertyNeed::Nothing;
+
+  PropertyValue ValueIn(const PlannerProperties& properties) const;
+  PropertyValue Default() const { return ValueIn({}); }
+  /// Whether a value has the property's type; a number is a month.
+  bool Accepts(const PropertyValue& value) const;
+  /// Throws Error (TypeMismatch, InvalidProcedureCall) for a value that is not accepted.
+  void Set(PlannerProperties& properties, const PropertyValue& value) const;
+};
+
+/// In the order in which they are read and written.
+inline constexpr std::array<Property, 7> PropertyTable{{
+    {"Folder", &PlannerProperties::Folder},
+    {"AllEvents", &PlannerProperties::AllEvents, PropertyNeed::Layout},
+    {"DisplaySubject", &PlannerProperties::DisplaySubject},
+    {"TitleName", &PlannerProperties::TitleName},
+    {"HideNonCategoryItems", &PlannerProperties::HideNonCategoryItems},
+    {"AppointmentForm", &PlannerProperties::AppointmentForm},
+    {"StartMonth", &PlannerProperties::FirstMonth},
+}};
+
+const Property& PropertyOf(Property::Member member);
+/// Throws Error (InvalidProcedureCall) for a key that no property has.
+const Property& PropertyOf(std::string_view key);
+
+}  // namespace velkor
