@@ -153,7 +153,7 @@ void IcsComponentEdit::RemoveComponents(std::string_view name) {
   }
 }
 
-void IcsComponentEdit::AddComponent(std::initializer_list<std::string_view> lines) {
+void IcsComponentEdit::AddComponent(std::span<const std::string_view> lines) {
   for (const std::string_view line : lines) {
     addedComponents_ += FoldLine(line, lineEnd_);
   }

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <initializer_list>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -38,7 +39,7 @@ class IcsComponentEdit {
   bool HasComponent(std::string_view name) const;
   void RemoveComponents(std::string_view name);
   /// Adds a component of ASCII lines inside this one.
-  void AddComponent(std::initializer_list<std::string_view> lines);
+  void AddComponent(std::span<const std::string_view> lines);
 
   /// The component's text with all changes made.
   std::string Text() const;

@@ -1,4 +1,4 @@
-// calendar/ics/write/IcsEditor.cpp: which properties a save touches, and how times are written.
+// calendar/ics/write/IcsEditor.cpp: an edit as pieces of the text that others take the place of.
 #include "calendar/ics/write/IcsEditor.h"
 
 #include <algorithm>
@@ -10,8 +10,9 @@
 #include "calendar/ics/read/IcsDocument.h"
 #include "calendar/ics/read/IcsOccurrences.h"
 #include "calendar/ics/read/IcsPlainText.h"
-#include "calendar/ics/write/IcsComponentEdit.h"
-#include "calendar/ics/write/IcsText.h"
+#include "calendar/ics/write/IcsEventEdit.h"
+#include "calendar/ics/write/IcsNewEvent.h"
+#include "calendar/ics/write/IcsReadBack.h"
 #include "values/Error.h"
 #include "values/NameList.h"
 
@@ -21,172 +22,6 @@ namespace {
 [[noreturn]] void Fail(const std::string& what) {
   throw Error(errors::CalendarFailed, what, "Calendar");
 }
-
-/// Seconds of Greenwich's clock.
-WallSeconds ToUtc(WallSeconds local, const IcsDocument& document) {
-  const WallSeconds utc = document.FloatingZone().ToUtc(local);
-  if (!IsInCalendar(utc)) Fail("A date of the appointment lies outside the years 100 to 9999.");
-  return utc;
-}
-
-/// What a local time shows once it was written on Greenwich's clock: itself, but for one that the
-/// clock skips.
-WallSeconds AsShown(Date local, const IcsDocument& document) {
-  return document.UtcZone().ToLocal(ToUtc(local.Seconds(), document));
-}
-
-std::string UtcText(Date local, const IcsDocument& document) {
-  return TimeValue(ToUtc(local.Seconds(), document), true);
-}
-
-/// Parameters, with their semicolons, and the value.
-struct TimeText {
-  std::string parameters;
-  std::string value;
-};
-
-class EventEditor {
- public:
-  /// @param index  of the appointment's event that is changed
-  EventEditor(const IcsDocument& document, const IcsAppointment& appointment, std::size_t index,
-              const IcsLimits& limits)
-      : document_(document),
-        appointment_(appointment),
-        event_(document.Events()[index]),
-        encoding_(document.Scan().encoding),
-        edit_(document.Bytes(), *event_.component, limits) {}
-
-  std::string Text(const CalendarItem& after, const ItemChange& change) {
-    if (change.subject) SetText("SUMMARY", after.fields.subject);
-    if (change.location) SetText("LOCATION", after.fields.location);
-    if (change.body) SetText("DESCRIPTION", after.fields.body);
-    if (change.categories) SetCategories(after.fields.categories);
-    if (change.SetsTimes()) SetTimes(after);
-    if (change.reminder) SetReminder(*change.reminder);
-    const std::string now = UtcText(after.lastModified, document_);
-    edit_.Set("DTSTAMP", "", now);
-    edit_.Set("LAST-MODIFIED", "", now);
-    const bool isMain = &event_ == &document_.Events()[appointment_.main];
-    const bool knownByUid = appointment_.entryId == EntryIdOfUid(event_.uid);
-    if (isMain && !knownByUid && event_.entryId != appointment_.entryId) {
-      edit_.Set("X-VELKOR-ENTRY-ID", "", appointment_.entryId);
-    }
-    return edit_.Text();
-  }
-
- private:
-  void SetText(std::string_view name, const std::string& text) {
-    if (text.empty()) {
-      edit_.Remove(name);
-      return;
-    }
-    edit_.Set(name, TextParameters(name), EncodeText(TextValue(text), encoding_));
-  }
-
-  /// Without those that say of the old text what is not true of the new one.
-  std::string TextParameters(std::string_view name) const {
-    return edit_.ParametersWithout(name, {"ALTREP", "ENCODING", "QUOTED-PRINTABLE", "CHARSET"});
-  }
-
-  void SetCategories(const std::vector<std::string>& names) {
-    edit_.KeepFirst("CATEGORIES");
-    if (names.empty()) {
-      edit_.Remove("CATEGORIES");
-    } else {
-      edit_.Set("CATEGORIES", TextParameters("CATEGORIES"),
-                EncodeText(TextListValue(names), encoding_));
-    }
-  }
-
-  void SetTimes(const CalendarItem& after) {
-    const bool allDay = after.fields.allDay;
-    const bool otherKind = allDay != event_.start.isDate;
-    bool floats = event_.start.zone == &document_.FloatingZone();
-    if (otherKind || event_.start.Local() != after.start.Seconds()) {
-      const TimeText start = TimeTextFor("DTSTART", event_.start, after.start, allDay);
-      edit_.Set("DTSTART", start.parameters, start.value);
-      floats = floats && !start.value.ends_with('Z');
-    }
-    SetEnd(after, otherKind, floats);
-    if (edit_.Has("X-MICROSOFT-CDO-ALLDAYEVENT")) {
-      edit_.Set("X-MICROSOFT-CDO-ALLDAYEVENT", "", allDay ? "TRUE" : "FALSE");
-    }
-    // Among events that share a UID the number says which of them are older revisions.
-    if (!appointment_.sharesUid) {
-      edit_.Set("SEQUENCE", "", std::to_string(NextSequence()));
-    }
-  }
-
-  long long NextSequence() const {
-    constexpr long long Largest = 2'147'483'647;
-    return std::clamp(event_.sequence.value_or(0), 0LL, Largest - 1) + 1;
-  }
-
-  /// @param floats  whether the start, as it is written now, is on no particular clock
-  void SetEnd(const CalendarItem& after, bool otherKind, bool floats) {
-    const bool allDay = after.fields.allDay;
-    if (!allDay && after.end == after.start) {
-      edit_.Remove("DTEND");
-      edit_.Remove("DURATION");
-      return;
-    }
-    if (edit_.Has("DURATION") && !edit_.Has("DTEND")) {
-      const bool countsByClock = allDay || floats;
-      const std::int64_t seconds =
-          countsByClock ? after.end.Seconds() - after.start.Seconds()
-                        : std::max<std::int64_t>(ToUtc(after.end.Seconds(), document_) -
-                                                     ToUtc(after.start.Seconds(), document_),
-                                                 0);
-      const auto& before = event_.duration;
-      // Days are the clock's, of which some are shorter or longer.
-      const bool same = before && (countsByClock || before->days == 0) &&
-                        before->days * SecondsPerDay + before->seconds == seconds;
-      if (!same || otherKind) {
-        edit_.Set("DURATION", edit_.ParametersWithout("DURATION", {}),
-                  DurationValue(seconds, allDay));
-      }
-      return;
-    }
-    const bool same = event_.end && event_.end->isDate == allDay &&
-                      event_.end->Local() == after.end.Seconds() && !otherKind;
-    if (same) return;
-    const TimeText end = event_.end ? TimeTextFor("DTEND", *event_.end, after.end, allDay)
-                                    : TimeTextFor("DTSTART", event_.start, after.end, allDay);
-    edit_.Set("DTEND", end.parameters, end.value);
-  }
-
-  /// A time in the form that a property has now: on the clock of its zone where that is known,
-  /// floating where it is floating, else UTC.
-  TimeText TimeTextFor(std::string_view property, const IcsTime& before, Date local, bool isDate) {
-    const std::string others = edit_.ParametersWithout(property, {"VALUE", "TZID"});
-    const WallSeconds wall = local.Seconds();
-    if (isDate) return {others + ";VALUE=DATE", DateValue(wall)};
-    const std::string tzid = edit_.ParameterOf(property, "TZID");
-    const bool floats = before.zone == &document_.FloatingZone();
-    if (!before.isDate && floats && tzid.empty()) return {others, TimeValue(wall, false)};
-    if (!before.isDate && !floats && before.zone != &document_.UtcZone() && !tzid.empty()) {
-      if (const auto inZone = before.zone->FromLocal(wall)) {
-        return {others + tzid, TimeValue(*inZone, false)};
-      }
-    }
-    return {others, TimeValue(ToUtc(wall, document_), true)};
-  }
-
-  void SetReminder(bool set) {
-    if (!set) {
-      edit_.RemoveComponents("VALARM");
-    } else if (!edit_.HasComponent("VALARM")) {
-      edit_.AddComponent({"BEGIN:VALARM", "ACTION:DISPLAY", "DESCRIPTION:Reminder",
-                          "TRIGGER:-PT15M", "END:VALARM"});
-    }
-  }
-
-  const IcsDocument& document_;
-  const IcsAppointment& appointment_;
-  const IcsEvent& event_;
-  IcsEncoding encoding_;
-  IcsComponentEdit edit_;
-};
 
 const IcsAppointment& Find(const IcsDocument& document, const std::string& name,
                            const std::string& entryId) {
@@ -222,49 +57,6 @@ std::string WithSplices(std::string_view bytes, std::vector<Splice> splices) {
   return result.append(bytes.substr(at));
 }
 
-/// The event as the next reading will find it at this place. Throws when that is not what was to be
-/// written, or when it would reach further than its own text.
-CalendarItem ReadBack(IcsDocument& document, const std::string& bytes,
-                      const IcsComponent& component, const std::vector<const IcsEvent*>& changed,
-                      const CalendarItem& wanted, const std::string& name,
-                      const IcsLimits& limits) {
-  const auto refuse = [&] {
-    Fail("The appointment \"" + wanted.fields.subject + "\" cannot be written into the calendar " +
-         "file " + name + " as it is; nothing was saved.");
-  };
-  if (component.end - component.begin > limits.componentSize) refuse();
-  Diagnostics ignored(name, 1);
-  const std::string_view text =
-      std::string_view(bytes).substr(component.begin, component.end - component.begin);
-  const IcsScan alone = ScanIcs(text, limits, ignored);
-  if (alone.components.size() != 1 || alone.components[0].begin != 0 ||
-      alone.components[0].end != text.size() ||
-      alone.components[0].unfinished != component.unfinished) {
-    refuse();
-  }
-  const IcsFile file{bytes, document.Zones(), limits, ignored};
-  const auto event = ReadIcsEvent(component, file);
-  if (!event) refuse();
-  IcsItemBuilder items({}, limits, ignored);
-  CalendarItem item = items.Bare(*event, changed, wanted.entryId);
-  if (item.fields.allDay != wanted.fields.allDay || item.recurring != wanted.recurring) refuse();
-  const auto shows = [&](Date written, Date set) {
-    return written.Seconds() == set.Seconds() || written.Seconds() == AsShown(set, document);
-  };
-  if (!shows(item.start, wanted.start) || !shows(item.end, wanted.end)) refuse();
-  return item;
-}
-
-void CheckFields(const AppointmentFields& written, const AppointmentFields& wanted,
-                 const std::string& name) {
-  const bool same = written.subject == wanted.subject && written.location == wanted.location &&
-                    written.body == wanted.body && written.categories == wanted.categories;
-  if (!same) {
-    Fail("A text of the appointment \"" + wanted.subject + "\" cannot be kept in the calendar " +
-         "file " + name + "; nothing was saved.");
-  }
-}
-
 bool HasUnfinished(const IcsDocument& document) {
   const auto& components = document.Scan().components;
   return std::any_of(components.begin(), components.end(),
@@ -286,59 +78,60 @@ IcsEdit Added(std::string_view bytes, const std::string& name, const CalendarIte
               bool reminder, const std::string& uid, const IcsLimits& limits) {
   Diagnostics ignored(name, 1);
   IcsDocument document(bytes, name, limits, ignored, {.entryId = {}, .uid = uid});
-  const IcsEncoding encoding = document.Scan().encoding;
   if (document.Scan().lastCalendarCancels) {
     Fail("The calendar file " + name +
          " cancels its appointments (METHOD:CANCEL), a new one too; nothing was saved.");
   }
   const std::size_t place = document.Scan().lastCalendarEnd.value_or(bytes.size());
   const std::string lineEnd = LineEndAt(bytes, place);
-
-  std::string text;
-  const auto add = [&](const std::string& line) {
-    text += FoldLine(EncodeText(line, encoding), lineEnd);
-  };
-  const std::string now = UtcText(item.lastModified, document);
-  const auto time = [&](const std::string& property, Date local) {
-    add(item.fields.allDay ? property + ";VALUE=DATE:" + DateValue(local.Seconds())
-                           : property + ":" + UtcText(local, document));
-  };
-  add("BEGIN:VEVENT");
-  const std::size_t lead = place > 0 && bytes[place - 1] != '\n' ? lineEnd.size() : 0;
-  add("UID:" + uid);
-  add("DTSTAMP:" + now);
-  add("LAST-MODIFIED:" + now);
-  time("DTSTART", item.start);
-  if (item.end != item.start) time("DTEND", item.end);
-  const AppointmentFields& fields = item.fields;
-  if (!fields.subject.empty()) add("SUMMARY:" + TextValue(fields.subject));
-  if (!fields.location.empty()) add("LOCATION:" + TextValue(fields.location));
-  if (!fields.body.empty()) add("DESCRIPTION:" + TextValue(fields.body));
-  if (!fields.categories.empty()) add("CATEGORIES:" + TextListValue(fields.categories));
-  if (item.messageClass != CalendarItem{}.messageClass) {
-    add("X-VELKOR-MESSAGE-CLASS:" + TextValue(item.messageClass));
-  }
-  if (reminder) {
-    for (const char* line : {"BEGIN:VALARM", "ACTION:DISPLAY", "DESCRIPTION:Reminder",
-                             "TRIGGER:-PT15M", "END:VALARM"}) {
-      add(line);
-    }
-  }
-  add("END:VEVENT");
+  const std::string lead = place > 0 && bytes[place - 1] != '\n' ? lineEnd : "";
+  const std::string text = NewEvent(document, item, reminder, uid, lineEnd);
 
   IcsEdit edit;
-  const std::string before = lead > 0 ? lineEnd : "";
-  edit.bytes = WithSplices(bytes, {{place, place, before + text}});
+  edit.bytes = WithSplices(bytes, {{place, place, lead + text}});
   CalendarItem wanted = item;
   wanted.entryId = EntryIdOfUid(uid);
+  const std::size_t begin = place + lead.size();
   const IcsComponent component{
-      "VEVENT", place + lead, place + lead + text.size(), 1, document.Scan().calendars - 1,
-      false,    false};
+      "VEVENT", begin, begin + text.size(), 1, document.Scan().calendars - 1, false, false};
   edit.item = ReadBack(document, edit.bytes, component, {}, wanted, name, limits);
-  CheckFields(edit.item.fields, fields, name);
   // Another event without END, or without a line end after it, may have another text now.
-  edit.movesOthers = lead > 0 || HasUnfinished(document);
+  edit.movesOthers = !lead.empty() || HasUnfinished(document);
   return edit;
+}
+
+/// Older revisions that a change would no longer let be known as such: they go with what they are
+/// revisions of.
+std::vector<const IcsComponent*> LostRevisions(const IcsDocument& document,
+                                               const IcsAppointment& appointment,
+                                               const CalendarItem& after,
+                                               const ItemChange& change) {
+  const IcsEvent& event = document.Events()[appointment.main];
+  const WallSeconds start = change.SetsTimes() ? after.start.Seconds() : event.start.Local();
+  const std::string& subject = change.subject ? *change.subject : event.fields.subject;
+  std::vector<const IcsComponent*> lost;
+  for (const std::size_t index : appointment.hidden) {
+    const IcsEvent& hidden = document.Events()[index];
+    // Those that are known by their moment stay so.
+    if (event.recurrenceId || hidden.recurrenceId) continue;
+    if (hidden.fields.subject == subject || hidden.start.Local() == start) continue;
+    lost.push_back(hidden.component);
+  }
+  return lost;
+}
+
+/// What is not set stays as the file has it, which may be newer than what the caller has.
+CalendarItem WithSet(CalendarItem item, const CalendarItem& after, const ItemChange& change) {
+  if (change.subject) item.fields.subject = after.fields.subject;
+  if (change.location) item.fields.location = after.fields.location;
+  if (change.body) item.fields.body = after.fields.body;
+  if (change.categories) item.fields.categories = after.fields.categories;
+  if (change.SetsTimes()) {
+    item.fields.allDay = after.fields.allDay;
+    item.start = after.start;
+    item.end = after.end;
+  }
+  return item;
 }
 
 IcsEdit Changed(std::string_view bytes, const std::string& name, const CalendarItem& after,
@@ -351,45 +144,22 @@ IcsEdit Changed(std::string_view bytes, const std::string& name, const CalendarI
     Fail("The appointment \"" + after.fields.subject + "\" recurs in the calendar file " + name +
          "; its times cannot be changed.");
   }
-  const IcsComponent& old = *event.component;
   std::string text =
-      EventEditor(document, appointment, appointment.main, limits).Text(after, change);
-  IcsComponent component = old;
-  component.end = old.begin + text.size();
-  std::vector<Splice> splices{{old.begin, old.end, std::move(text)}};
-
-  // An older revision that would no longer be known as one goes with what it is a revision of.
-  const WallSeconds start = change.SetsTimes() ? after.start.Seconds() : event.start.Local();
-  const std::string& subject = change.subject ? *change.subject : event.fields.subject;
-  for (const std::size_t index : appointment.hidden) {
-    const IcsEvent& hidden = document.Events()[index];
-    // Those that are known by their moment stay so.
-    if (event.recurrenceId || hidden.recurrenceId) continue;
-    if (hidden.fields.subject == subject || hidden.start.Local() == start) continue;
-    const IcsComponent& gone = *hidden.component;
-    splices.push_back({gone.begin, gone.end, ""});
-    if (gone.begin < old.begin) {
-      component.begin -= gone.end - gone.begin;
-      component.end -= gone.end - gone.begin;
-    }
+      EventWithChange(document, appointment, appointment.main, after, change, limits);
+  IcsComponent component = *event.component;
+  component.end = component.begin + text.size();
+  std::vector<Splice> splices{{event.component->begin, event.component->end, std::move(text)}};
+  for (const IcsComponent* gone : LostRevisions(document, appointment, after, change)) {
+    splices.push_back({gone->begin, gone->end, ""});
+    if (gone->begin > event.component->begin) continue;
+    component.begin -= gone->end - gone->begin;
+    component.end -= gone->end - gone->begin;
   }
   IcsEdit edit;
   edit.bytes = WithSplices(bytes, std::move(splices));
-  // What is not set stays as the file has it, which may be newer than what the caller has.
   IcsItemBuilder items({}, limits, ignored);
-  CalendarItem wanted = items.Bare(event, {}, after.entryId);
-  if (change.subject) wanted.fields.subject = after.fields.subject;
-  if (change.location) wanted.fields.location = after.fields.location;
-  if (change.body) wanted.fields.body = after.fields.body;
-  if (change.categories) wanted.fields.categories = after.fields.categories;
-  if (change.SetsTimes()) {
-    wanted.fields.allDay = after.fields.allDay;
-    wanted.start = after.start;
-    wanted.end = after.end;
-  }
-  edit.item = ReadBack(document, edit.bytes, component, document.ChangedOf(appointment), wanted,
-                       name, limits);
-  CheckFields(edit.item.fields, wanted.fields, name);
+  edit.item = ReadBack(document, edit.bytes, component, document.ChangedOf(appointment),
+                       WithSet(items.Bare(event, {}, after.entryId), after, change), name, limits);
   if (appointment.sharesUid || !appointment.hidden.empty()) {
     const IcsDocument next(edit.bytes, name, limits, ignored, document.Selection());
     if (IdsOf(next) != IdsOf(document)) {
@@ -420,7 +190,7 @@ IcsEdit Recategorised(std::string_view bytes, const std::string& name,
     set.categories = names;
     const IcsComponent& component = *document.Events()[index].component;
     splices.push_back({component.begin, component.end,
-                       EventEditor(document, appointment, index, limits).Text(after, set)});
+                       EventWithChange(document, appointment, index, after, set, limits)});
   };
   for (const IcsAppointment& appointment : document.Appointments()) {
     replace(appointment, appointment.main);

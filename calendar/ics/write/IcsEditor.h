@@ -1,5 +1,10 @@
-// calendar/ics/write/IcsEditor.h: the text of a calendar file with one appointment added, changed
-// or deleted.
+// calendar/ics/write/IcsEditor.h: adds, changes and deletes appointments in the text of a calendar
+// file. The bytes are edited by hand, since the file is not only ours: other programs keep it, and
+// people look at what changed in it. So a save touches the lines that it is about and not one byte
+// else. A library that reads a file into objects and writes them out again folds all lines anew,
+// orders parameters and properties its own way, gives every line one kind of end and every text
+// one encoding, and drops what it does not know: lines that break the rules, properties and time
+// zones of other programs, a component without its END.
 #pragma once
 
 #include <string>

@@ -1,6 +1,7 @@
 // calendar/ics/write/IcsText.h: values as iCalendar text, the counterpart of IcsValues.
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,10 @@ std::string DateValue(WallSeconds wall);
 std::string TimeValue(WallSeconds wall, bool isUtc);
 /// P2D or PT26H30M; not below 0.
 std::string DurationValue(std::int64_t seconds, bool wholeDays);
+
+/// A reminder as it is added to an event: a quarter of an hour before.
+inline constexpr std::array<std::string_view, 5> ReminderLines{
+    "BEGIN:VALARM", "ACTION:DISPLAY", "DESCRIPTION:Reminder", "TRIGGER:-PT15M", "END:VALARM"};
 
 /// The text in the encoding of a file; in UTF-8 when it would not be read back from that one, as a
 /// character that Windows-1252 lacks.
