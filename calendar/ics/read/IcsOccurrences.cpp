@@ -8,14 +8,11 @@
 
 #include "calendar/ics/read/IcsAppointments.h"
 #include "calendar/ics/read/IcsRule.h"
+#include "calendar/ics/read/IcsRuleDays.h"
 #include "values/Date.h"
 
 namespace velkor {
 namespace {
-
-WallSeconds DayOf(WallSeconds wall) {
-  return Date::FromSeconds(wall).DayNumber();
-}
 
 Date ToDate(WallSeconds wall) {
   return Date::FromSeconds(wall);
@@ -69,6 +66,15 @@ struct IcsItemBuilder::RemovedDates {
   bool Has(const IcsTime& start, WallSeconds local) const {
     return (!days.empty() && days.contains(DayOf(start.wall))) || seconds.contains(local);
   }
+};
+
+/// A recurring event and all that says where its occurrences lie.
+struct IcsItemBuilder::Series {
+  const IcsEvent& master;
+  IcsSegments segments;
+  /// Of the master and of each change that is not cancelled.
+  std::map<const IcsEvent*, Span> firsts;
+  RemovedDates removed;
 };
 
 OccurrenceKey KeyOf(const IcsTime& named, const IcsEvent& master) {
@@ -208,24 +214,33 @@ IcsItemBuilder::Span IcsItemBuilder::SpanOf(const IcsTime& start, const IcsEvent
   return span;
 }
 
+/// None where the series has been moved or cancelled, and outside the window.
+std::optional<IcsItemBuilder::Place> IcsItemBuilder::PlaceAt(const IcsTime& start,
+                                                             const IcsAddedDate* own,
+                                                             const Series& series) {
+  const IcsEvent& event = series.segments.EventAt(start);
+  const auto moved = series.segments.Moved(start);
+  if (event.cancelled || !moved) return std::nullopt;
+  const Span& first = series.firsts.at(&event);
+  const Span span =
+      SpanOf(*moved, event, &event == &series.master ? own : nullptr, first.end - first.start);
+  if (!Touches(span) || !IsInCalendar(span.start)) return std::nullopt;
+  return Place{span, &event};
+}
+
 std::vector<IcsItemBuilder::Place> IcsItemBuilder::Places(
-    const IcsEvent& master, const IcsSegments& segments,
-    const std::map<const IcsEvent*, Span>& firsts, const std::vector<WallSeconds>& ruleStarts,
-    const RemovedDates& removed) {
+    const Series& series, const std::vector<WallSeconds>& ruleStarts) {
+  const IcsEvent& master = series.master;
   std::vector<Place> places;
   std::unordered_set<WallSeconds> starts;
   YearCounts ofItem(limits_.itemOccurrences);
   bool tooMany = false;
   const auto add = [&](const IcsTime& start, const IcsAddedDate* own) {
     const WallSeconds local = start.Local();
-    if (removed.Has(start, local) || starts.contains(local)) return;
-    const IcsEvent& event = segments.EventAt(start);
-    const auto moved = segments.Moved(start);
-    if (event.cancelled || !moved) return;
-    const Span& first = firsts.at(&event);
-    Span span = SpanOf(*moved, event, &event == &master ? own : nullptr, first.end - first.start);
-    if (!Touches(span) || !IsInCalendar(span.start)) return;
-    const int year = YearOf(span.start);
+    if (series.removed.Has(start, local) || starts.contains(local)) return;
+    auto place = PlaceAt(start, own, series);
+    if (!place) return;
+    const int year = YearOf(place->span.start);
     if (ofItem.Room(year) == 0 || occurrences_.Room(year) == 0) {
       (ofItem.Room(year) == 0 ? tooMany : lacksRoom_) = true;
       return;
@@ -233,16 +248,15 @@ std::vector<IcsItemBuilder::Place> IcsItemBuilder::Places(
     ofItem.Add(year);
     occurrences_.Add(year);
     starts.insert(local);
-    CutAtLastYear(span, event);
-    places.push_back({span, &event});
+    CutAtLastYear(place->span, *place->event);
+    places.push_back(*place);
   };
 
   add(master.start, nullptr);
   for (const WallSeconds wall : ruleStarts) {
     add({master.start.isDate, wall, master.start.zone}, nullptr);
   }
-  for (const IcsAddedDate& added : master.addedDates) {
-    IcsAddedDate date = added;
+  for (IcsAddedDate date : master.addedDates) {
     if (master.start.isDate && !date.start.isDate) {
       date.start = {true, DayOf(date.start.wall) * SecondsPerDay, master.start.zone};
     }
@@ -258,22 +272,21 @@ std::vector<IcsItemBuilder::Place> IcsItemBuilder::Places(
 
 void IcsItemBuilder::Expand(CalendarItem& item, const IcsEvent& master,
                             const std::vector<const IcsEvent*>& changed) {
-  const IcsSegments segments(master, changed);
-  std::map<const IcsEvent*, Span> firsts{{&master, {item.start.Seconds(), item.end.Seconds()}}};
+  Series series{master, {master, changed}, {}, {}};
+  series.firsts.emplace(&master, Span{item.start.Seconds(), item.end.Seconds()});
   for (const IcsEvent* event : changed) {
-    if (!event->cancelled) firsts.emplace(event, FirstSpan(*event));
+    if (!event->cancelled) series.firsts.emplace(event, FirstSpan(*event));
   }
   WallSeconds longest = 0;
-  for (const auto& [event, first] : firsts) longest = std::max(longest, first.end - first.start);
-  const auto reach = segments.Reach(from_, to_, longest);
+  for (const auto& [event, first] : series.firsts) {
+    longest = std::max(longest, first.end - first.start);
+  }
+  for (const IcsTime& date : master.exceptionDates) series.removed.Add(KeyOf(date, master));
+  for (const IcsEvent* event : changed) series.removed.Add(KeyOf(*event->recurrenceId, master));
+  const auto ruleStarts = RuleStartsOf(master, series.segments.Reach(from_, to_, longest));
+  TakeAwayByRules(master, ruleStarts, series.removed);
 
-  RemovedDates removed;
-  for (const IcsTime& date : master.exceptionDates) removed.Add(KeyOf(date, master));
-  for (const IcsEvent* event : changed) removed.Add(KeyOf(*event->recurrenceId, master));
-  const std::vector<WallSeconds> ruleStarts = RuleStartsOf(master, reach);
-  TakeAwayByRules(master, ruleStarts, removed);
-
-  std::vector<Place> places = Places(master, segments, firsts, ruleStarts, removed);
+  std::vector<Place> places = Places(series, ruleStarts);
   if (std::exchange(lacksRoom_, false)) {
     diagnostics_.Warn(master.Line(),
                       "occurrences of " + master.Name() +
@@ -281,10 +294,15 @@ void IcsItemBuilder::Expand(CalendarItem& item, const IcsEvent& master,
                           std::to_string(limits_.occurrences) + " in a year");
   }
   for (const IcsEvent* event : changed) {
-    if (event->cancelled || !Touches(firsts.at(event))) continue;
-    places.push_back({firsts.at(event), event});
+    if (event->cancelled || !Touches(series.firsts.at(event))) continue;
+    places.push_back({series.firsts.at(event), event});
   }
+  AddOccurrences(item, master, places);
+}
 
+/// @param places  whose events other than the master give the item its changed texts
+void IcsItemBuilder::AddOccurrences(CalendarItem& item, const IcsEvent& master,
+                                    const std::vector<Place>& places) {
   std::map<const IcsEvent*, std::int32_t> fields{{&master, -1}};
   item.occurrences.reserve(places.size());
   for (const Place& place : places) {
@@ -298,6 +316,29 @@ void IcsItemBuilder::Expand(CalendarItem& item, const IcsEvent& master,
       [](const CalendarOccurrence& a, const CalendarOccurrence& b) { return a.start < b.start; });
 }
 
+namespace {
+
+/// Stretches of the master's clock around the moments that keys name, ascending.
+std::vector<IcsSegments::Stretch> StretchesAround(const std::set<OccurrenceKey>& keys,
+                                                  const IcsEvent& master) {
+  // A local time names two moments where a clock is set back.
+  constexpr WallSeconds Slack = 3600;
+  std::vector<IcsSegments::Stretch> stretches;
+  for (const OccurrenceKey& key : keys) {
+    if (key.isDay) {
+      stretches.emplace_back(key.value * SecondsPerDay, (key.value + 1) * SecondsPerDay - 1);
+    } else {
+      const WallSeconds wall =
+          master.start.zone->FromUtc(IcsZone(IcsZone::Floating{}).ToUtc(key.value));
+      stretches.emplace_back(wall - Slack, wall + Slack);
+    }
+  }
+  std::sort(stretches.begin(), stretches.end());
+  return stretches;
+}
+
+}  // namespace
+
 std::set<OccurrenceKey> OccurringAt(const std::set<OccurrenceKey>& keys, const IcsEvent& master) {
   std::set<OccurrenceKey> found;
   if (keys.empty()) return found;
@@ -310,25 +351,13 @@ std::set<OccurrenceKey> OccurringAt(const std::set<OccurrenceKey>& keys, const I
   take(master.start);
   for (const IcsAddedDate& added : master.addedDates) take(added.start);
 
-  // Around each moment, since a local time names two of them where a clock is set back.
-  constexpr WallSeconds Slack = 3600;
-  std::vector<IcsSegments::Stretch> moments;
-  for (const OccurrenceKey& key : keys) {
-    if (key.isDay) {
-      moments.emplace_back(key.value * SecondsPerDay, (key.value + 1) * SecondsPerDay - 1);
-    } else {
-      const WallSeconds wall =
-          master.start.zone->FromUtc(IcsZone(IcsZone::Floating{}).ToUtc(key.value));
-      moments.emplace_back(wall - Slack, wall + Slack);
-    }
-  }
-  std::sort(moments.begin(), moments.end());
+  const auto stretches = StretchesAround(keys, master);
   // Bounds the work of many changes far apart in rules of many starts.
   std::size_t left = 1'000'000;
   for (const IcsRuleText& rule : master.rules) {
     IcsRule expansion(rule.text, master.start);
     WallSeconds next = master.start.wall;
-    for (auto [from, to] : moments) {
+    for (auto [from, to] : stretches) {
       from = std::max(from, next);
       if (from > to || left == 0) continue;
       const RuleStarts result = expansion.StartsIn(from, to, left);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstddef>
-#include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -58,6 +58,7 @@ class IcsItemBuilder {
     const IcsEvent* event;
   };
   struct RemovedDates;
+  struct Series;
 
   void Expand(CalendarItem& item, const IcsEvent& master,
               const std::vector<const IcsEvent*>& changed);
@@ -76,10 +77,10 @@ class IcsItemBuilder {
                        RemovedDates& removed);
   Span SpanOf(const IcsTime& start, const IcsEvent& event, const IcsAddedDate* own,
               WallSeconds firstLength);
-  std::vector<Place> Places(const IcsEvent& master, const IcsSegments& segments,
-                            const std::map<const IcsEvent*, Span>& firsts,
-                            const std::vector<WallSeconds>& ruleStarts,
-                            const RemovedDates& removed);
+  std::optional<Place> PlaceAt(const IcsTime& start, const IcsAddedDate* own, const Series& series);
+  std::vector<Place> Places(const Series& series, const std::vector<WallSeconds>& ruleStarts);
+  static void AddOccurrences(CalendarItem& item, const IcsEvent& master,
+                             const std::vector<Place>& places);
 
   WallSeconds from_;
   WallSeconds to_;

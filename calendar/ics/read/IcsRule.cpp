@@ -17,10 +17,6 @@
 namespace velkor {
 namespace {
 
-constexpr DayNumber DayOf(WallSeconds wall) {
-  return (wall - (wall % SecondsPerDay + SecondsPerDay) % SecondsPerDay) / SecondsPerDay;
-}
-
 /// The last start that UNTIL allows.
 class UntilBound {
  public:
@@ -91,8 +87,7 @@ class IcsRule::Walk {
   std::int64_t PeriodOf(DayNumber day) const {
     if (parts_.frequency == RuleFrequency::Weekly) {
       // Day 2 was a Monday.
-      const DayNumber sinceWeekStart = day - 2 - parts_.weekStart;
-      return (sinceWeekStart - (sinceWeekStart % 7 + 7) % 7) / 7;
+      return FloorDiv(day - 2 - parts_.weekStart, 7);
     }
     const std::chrono::year_month_day date{ToSysDays(day)};
     const auto year = static_cast<int>(date.year());

@@ -14,6 +14,18 @@ namespace velkor {
 /// Whole days since 30 December 1899, as Date::DayNumber counts them.
 using DayNumber = std::int64_t;
 
+/// The rest that is not below 0, and the quotient that goes with it. @param divisor  above 0
+constexpr std::int64_t FloorMod(std::int64_t value, std::int64_t divisor) {
+  const std::int64_t rest = value % divisor;
+  return rest < 0 ? rest + divisor : rest;
+}
+constexpr std::int64_t FloorDiv(std::int64_t value, std::int64_t divisor) {
+  return (value - FloorMod(value, divisor)) / divisor;
+}
+
+constexpr DayNumber DayOf(WallSeconds wall) {
+  return FloorDiv(wall, SecondsPerDay);
+}
 constexpr std::chrono::sys_days ToSysDays(DayNumber day) {
   // From the epoch of Date to that of the system's clock.
   return std::chrono::sys_days{std::chrono::days{day - 25569}};

@@ -2,20 +2,12 @@
 #include "calendar/ics/read/IcsRuleTimes.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "values/Date.h"
 
 namespace velkor {
 namespace {
-
-constexpr std::int64_t FloorMod(std::int64_t value, std::int64_t divisor) {
-  const std::int64_t rest = value % divisor;
-  return rest < 0 ? rest + divisor : rest;
-}
-
-constexpr std::int64_t FloorDiv(std::int64_t value, std::int64_t divisor) {
-  return (value - FloorMod(value, divisor)) / divisor;
-}
 
 std::int64_t UnitOf(RuleFrequency frequency) {
   switch (frequency) {
@@ -49,6 +41,22 @@ constexpr std::bitset<N> Zero{1};
 template <std::size_t N>
 bool Has(const std::bitset<N>& set, std::int64_t value) {
   return set.test(static_cast<std::size_t>(value));
+}
+
+/// The seconds of a unit on such an hour, minute and second.
+RuleTimes::List SecondsIn(std::int64_t unit, const std::bitset<24>& hours,
+                          const std::bitset<60>& minutes, const std::bitset<60>& seconds) {
+  RuleTimes::List found;
+  for (int second = 0; second < unit; ++second) {
+    if (!Has(hours, second / 3600)) {
+      second += 3599;
+    } else if (!Has(minutes, second / 60 % 60)) {
+      second += 59;
+    } else if (Has(seconds, second % 60)) {
+      found.push_back(second);
+    }
+  }
+  return found;
 }
 
 }  // namespace
@@ -90,22 +98,13 @@ RuleTimes::RuleTimes(const RuleParts& parts, const IcsTime& first)
   const auto hours = withinDay ? Zero<24> : Or(used.hours, time / 3600);
   const auto minutes = minutely || secondly ? Zero<60> : Or(used.minutes, time / 60 % 60);
   const auto seconds = secondly ? Zero<60> : Or(used.seconds, time % 60);
-  for (int second = 0; second < unit_; ++second) {
-    if (!Has(hours, second / 3600)) {
-      second += 3599;
-    } else if (!Has(minutes, second / 60 % 60)) {
-      second += 59;
-    } else if (Has(seconds, second % 60)) {
-      inUnit_.push_back(second);
-    }
-  }
+  inUnit_ = SecondsIn(unit_, hours, minutes, seconds);
   if (parts.places.empty() || frequency > RuleFrequency::Daily) return;
-  List picked;
+  const List all = std::exchange(inUnit_, {});
   for (const std::int64_t place :
-       PickedPlaces(parts.places, static_cast<std::int64_t>(inUnit_.size()))) {
-    picked.push_back(inUnit_[static_cast<std::size_t>(place)]);
+       PickedPlaces(parts.places, static_cast<std::int64_t>(all.size()))) {
+    inUnit_.push_back(all[static_cast<std::size_t>(place)]);
   }
-  inUnit_ = std::move(picked);
 }
 
 /// The first repetition on a day or after it, in units from the day's beginning.
