@@ -2,7 +2,6 @@
 #include "platform/desktop/DesktopFiles.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -12,6 +11,7 @@
 #include <utility>
 
 #include "platform/WholeFile.h"
+#include "platform/posix/OpenFile.h"
 #include "values/Error.h"
 
 namespace velkor {
@@ -19,48 +19,16 @@ namespace {
 
 constexpr std::size_t BufferSize = std::size_t{1} << 16;
 
-/// An open file, closed at the end of its life.
-class Descriptor {
- public:
-  explicit Descriptor(int value) : value_(value) {}
-  ~Descriptor() {
-    if (value_ >= 0) ::close(value_);
-  }
-  Descriptor(Descriptor&& other) noexcept : value_(std::exchange(other.value_, -1)) {}
-  Descriptor& operator=(Descriptor&&) = delete;
-
-  bool IsOpen() const { return value_ >= 0; }
-  int Value() const { return value_; }
-
- private:
-  int value_;
-};
-
 [[noreturn]] void Fail(const char* what, const std::string& path, int code) {
   throw Error(FileErrorOf(code),
               std::string(what) + ' ' + path + ": " + std::generic_category().message(code));
 }
 
-bool LockForWriting(const Descriptor& file) {
-  return ::flock(file.Value(), LOCK_EX | LOCK_NB) == 0;
-}
-
 /// False when the path was given to another file, or to none, since it was opened.
-bool StillNames(const std::string& path, const Descriptor& file) {
-  struct stat opened {};
+bool StillNames(const std::string& path, const struct stat& opened) {
   struct stat named {};
-  return ::fstat(file.Value(), &opened) == 0 && ::stat(path.c_str(), &named) == 0 &&
-         opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
-}
-
-bool IsRegular(const Descriptor& file) {
-  struct stat status {};
-  return ::fstat(file.Value(), &status) == 0 && S_ISREG(status.st_mode);
-}
-
-bool HasOtherNames(const Descriptor& file) {
-  struct stat status {};
-  return ::fstat(file.Value(), &status) == 0 && status.st_nlink > 1;
+  return ::stat(path.c_str(), &named) == 0 && opened.st_dev == named.st_dev &&
+         opened.st_ino == named.st_ino;
 }
 
 bool IsLink(const std::string& path) {
@@ -70,8 +38,8 @@ bool IsLink(const std::string& path) {
 
 /// True when a writer other than the caller holds the file of this name.
 bool HeldByWriter(const std::string& path) {
-  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  return file.IsOpen() && !LockForWriting(file) && errno == EWOULDBLOCK;
+  const OpenFile file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  return file.IsOpen() && !file.Lock() && errno == EWOULDBLOCK;
 }
 
 /// A folder, a device or a pipe, at the end of links too: nothing that a file takes the place of.
@@ -83,14 +51,13 @@ bool IsNoFile(const std::string& path) {
 /// Makes a rename in this folder last. A folder that cannot be synchronised is left to the system.
 void SynchroniseFolderOf(const std::string& path) {
   const std::string folder = std::filesystem::path(path).parent_path().string();
-  const Descriptor opened(
-      ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (opened.IsOpen()) ::fsync(opened.Value());
+  OpenFile(::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+      .Synchronise();
 }
 
 class DesktopOutputFile : public OutputFile {
  public:
-  DesktopOutputFile(Descriptor file, std::string path)
+  DesktopOutputFile(OpenFile file, std::string path)
       : file_(std::move(file)), path_(std::move(path)) {}
   ~DesktopOutputFile() override {
     try {
@@ -108,7 +75,7 @@ class DesktopOutputFile : public OutputFile {
   }
   void Flush() override {
     WriteOut();
-    if (::fsync(file_.Value()) != 0) Fail("Cannot write", path_, errno);
+    if (!file_.Synchronise()) Fail("Cannot write", path_, errno);
   }
   bool MoveOver(const std::string& path) override {
     Flush();
@@ -123,18 +90,10 @@ class DesktopOutputFile : public OutputFile {
   void WriteOut() {
     // Taken out first: what failed once is not written again.
     const std::string bytes = std::exchange(buffer_, {});
-    std::string_view left = bytes;
-    while (!left.empty()) {
-      const ssize_t written = ::write(file_.Value(), left.data(), left.size());
-      if (written >= 0) {
-        left.remove_prefix(static_cast<std::size_t>(written));
-      } else if (errno != EINTR) {
-        Fail("Cannot write", path_, errno);
-      }
-    }
+    if (!file_.Write(bytes)) Fail("Cannot write", path_, errno);
   }
 
-  Descriptor file_;
+  OpenFile file_;
   std::string path_;
   std::string buffer_;
 };
@@ -170,17 +129,12 @@ long FileErrorOf(int code) {
 }
 
 bool DesktopFiles::ReadInto(std::string& bytes, const std::string& path) {
-  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-  struct stat status {};
-  if (!file.IsOpen() || ::fstat(file.Value(), &status) != 0 || !S_ISREG(status.st_mode)) {
-    return false;
-  }
+  const OpenFile file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  const auto status = file.Status();
+  if (!status || !S_ISREG(status->st_mode)) return false;
   ReadWholeInto(
-      bytes, path, static_cast<std::uint64_t>(status.st_size), [&](char* place, std::size_t room) {
-        ssize_t got = -1;
-        do {
-          got = ::read(file.Value(), place, room);
-        } while (got < 0 && errno == EINTR);
+      bytes, path, static_cast<std::uint64_t>(status->st_size), [&](char* place, std::size_t room) {
+        const ssize_t got = file.ReadSome(place, room);
         if (got < 0) {
           throw Error(errors::DeviceInputOutput,
                       "Cannot read " + path + ": " + std::generic_category().message(errno));
@@ -208,19 +162,21 @@ std::unique_ptr<OutputFile> DesktopFiles::OpenForWriting(const std::string& path
   // Between opening and locking another writer may give the name to its own file; then that one is
   // opened. Whoever loses this often is being kept out.
   for (int attempt = 0; attempt < 10; ++attempt) {
-    Descriptor file(::open(
+    OpenFile file(::open(
         path.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0666));
     if (!file.IsOpen()) {
       if (!IsLink(path) || ::unlink(path.c_str()) != 0) return nullptr;
       continue;
     }
-    if (!IsRegular(file) || !LockForWriting(file)) return nullptr;
-    if (!StillNames(path, file)) continue;
-    if (HasOtherNames(file)) {
+    const auto kind = file.Status();
+    if (!kind || !S_ISREG(kind->st_mode) || !file.Lock()) return nullptr;
+    const auto status = file.Status();
+    if (!status || !StillNames(path, *status)) continue;
+    if (status->st_nlink > 1) {
       if (::unlink(path.c_str()) != 0) return nullptr;
       continue;
     }
-    if (::ftruncate(file.Value(), 0) != 0) return nullptr;
+    if (::ftruncate(file.Descriptor(), 0) != 0) return nullptr;
     return std::make_unique<DesktopOutputFile>(std::move(file), path);
   }
   return nullptr;

@@ -3,7 +3,6 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <QDir>
 #include <QFileInfo>
@@ -12,6 +11,7 @@
 
 #include "platform/desktop/DesktopSystem.h"
 #include "platform/desktop/QtText.h"
+#include "platform/posix/OpenFile.h"
 #include "values/Error.h"
 
 namespace velkor {
@@ -38,12 +38,9 @@ bool MakeForOwner(const QString& path) {
   const bool hasFolder =
       ::mkdir(QFile::encodeName(file.path()).constData(), 0700) == 0 || file.dir().exists();
   // The file that replaces it has the same mode.
-  const int opened =
-      ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CREAT | O_CLOEXEC, 0600);
-  if (opened >= 0) {
-    ::fchmod(opened, 0600);
-    ::close(opened);
-  }
+  const OpenFile opened(
+      ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CREAT | O_CLOEXEC, 0600));
+  ::fchmod(opened.Descriptor(), 0600);
   return hasFolder;
 }
 

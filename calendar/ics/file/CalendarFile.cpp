@@ -2,7 +2,6 @@
 #include "calendar/ics/file/CalendarFile.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -13,7 +12,7 @@
 #include <thread>
 
 #include "calendar/ics/file/FileAttributes.h"
-#include "calendar/ics/file/OpenFile.h"
+#include "calendar/ics/file/SaveFaults.h"
 #include "calendar/ics/file/SaveRecord.h"
 #include "calendar/ics/file/ShortHash.h"
 #include "values/Error.h"
@@ -34,12 +33,6 @@ std::optional<FileMark> MarkAt(int folder, const std::string& name) {
   struct stat status {};
   if (::fstatat(folder, name.c_str(), &status, 0) != 0) return std::nullopt;
   return MarkOf(status);
-}
-
-struct stat StatusOf(const OpenFile& file, const std::string& path) {
-  struct stat status {};
-  if (::fstat(file.Descriptor(), &status) != 0) FailToSave(path, errno);
-  return status;
 }
 
 using TimePoint = std::chrono::steady_clock::time_point;
@@ -67,7 +60,7 @@ class CalendarFile::LockedPlace {
         name_(target.filename().string()),
         folder_(::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
     if (!folder_.IsOpen()) FailToSave(path_, errno);
-    while (::flock(folder_.Descriptor(), LOCK_EX | LOCK_NB) != 0) {
+    while (!folder_.Lock()) {
       if (errno != EWOULDBLOCK && errno != EINTR) FailToSave(path_, errno);
       PauseUntil(deadline, path_);
     }
@@ -93,8 +86,7 @@ class CalendarFile::LockedPlace {
         FailToSave(errors::BadFileMode, path_, "it is write-protected");
       }
       // Some file systems in a network lock no file that is open for reading.
-      const bool isHeld =
-          ::flock(file.Descriptor(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+      const bool isHeld = !file.Lock() && errno == EWOULDBLOCK;
       const auto named = Mark();
       if (!isHeld && named && named->device == status.st_dev && named->file == status.st_ino) {
         return file;
@@ -134,10 +126,7 @@ class WorkFile {
   WorkFile& operator=(const WorkFile&) = delete;
 
   const OpenFile& File() const { return file_; }
-  void Fill(std::string_view bytes) {
-    WriteAll(file_, bytes, place_.Path());
-    if (::fsync(file_.Descriptor()) != 0) FailToSave(place_.Path(), errno);
-  }
+  void Fill(std::string_view bytes) { WriteAll(file_, bytes, place_.Path()); }
   void MoveTo(const std::string& name) {
     if (::renameat(place_.Folder(), name_.c_str(), place_.Folder(), name.c_str()) != 0) {
       FailToSave(place_.Path(), errno);

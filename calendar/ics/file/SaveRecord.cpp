@@ -93,11 +93,10 @@ bool SaveRecord::Finish() const {
     if (!file.IsOpen()) FailToSave(path_, errno);
     return file;
   };
-  struct stat status {};
   const std::string text = ReadAll(open(recordName_, O_RDONLY), path_, 0);
   const auto record = ReadRecord(text);
   const OpenFile file = open(name_, O_RDWR);
-  if (::fstat(file.Descriptor(), &status) != 0) FailToSave(path_, errno);
+  const struct stat status = StatusOf(file, path_);
   const bool isFile = record && S_ISREG(status.st_mode) && status.st_ino == record->file;
   if (!isFile ||
       !IsOnTheWay(ReadAll(file, path_, static_cast<std::size_t>(status.st_size)), *record)) {
@@ -110,7 +109,7 @@ bool SaveRecord::Finish() const {
   if (::lseek(file.Descriptor(), 0, SEEK_SET) != 0) FailToSave(path_, errno);
   WriteAll(file, record->after, path_);
   if (::ftruncate(file.Descriptor(), static_cast<off_t>(record->after.size())) != 0 ||
-      ::fsync(file.Descriptor()) != 0) {
+      !file.Synchronise()) {
     FailToSave(path_, errno);
   }
   if (::unlinkat(folder_, recordName_.c_str(), 0) != 0) FailToSave(path_, errno);

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "calendar/ics/file/OpenFile.h"
+#include "calendar/ics/file/SaveFaults.h"
 
 namespace velkor {
 

@@ -1,22 +1,15 @@
-// calendar/ics/file/OpenFile.cpp: reading and writing to the end, and which error is which fault.
-#include "calendar/ics/file/OpenFile.h"
+// calendar/ics/file/SaveFaults.cpp: which error of the system is which fault of a save.
+#include "calendar/ics/file/SaveFaults.h"
 
 #include <unistd.h>
 
 #include <cerrno>
 #include <system_error>
-#include <utility>
 
 #include "platform/WholeFile.h"
 #include "values/Error.h"
 
 namespace velkor {
-
-OpenFile::~OpenFile() {
-  if (descriptor_ >= 0) ::close(descriptor_);
-}
-
-OpenFile::OpenFile(OpenFile&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
 
 void FailToSave(long number, const std::string& path, const std::string& why) {
   throw Error(number, "The calendar file " + path + " could not be saved: " + why + ".",
@@ -31,27 +24,23 @@ void FailToSave(const std::string& path, int code) {
   FailToSave(number, path, std::generic_category().message(code));
 }
 
+struct stat StatusOf(const OpenFile& file, const std::string& path) {
+  const auto status = file.Status();
+  if (!status) FailToSave(path, errno);
+  return *status;
+}
+
 std::string ReadAll(const OpenFile& file, const std::string& path, std::size_t size) {
   if (::lseek(file.Descriptor(), 0, SEEK_SET) != 0) FailToSave(path, errno);
   return ReadWhole(path, size, [&](char* place, std::size_t room) {
-    ssize_t got = -1;
-    do {
-      got = ::read(file.Descriptor(), place, room);
-    } while (got < 0 && errno == EINTR);
+    const ssize_t got = file.ReadSome(place, room);
     if (got < 0) FailToSave(path, errno);
     return static_cast<std::size_t>(got);
   });
 }
 
 void WriteAll(const OpenFile& file, std::string_view bytes, const std::string& path) {
-  while (!bytes.empty()) {
-    const ssize_t written = ::write(file.Descriptor(), bytes.data(), bytes.size());
-    if (written >= 0) {
-      bytes.remove_prefix(static_cast<std::size_t>(written));
-    } else if (errno != EINTR) {
-      FailToSave(path, errno);
-    }
-  }
+  if (!file.Write(bytes) || !file.Synchronise()) FailToSave(path, errno);
 }
 
 }  // namespace velkor
