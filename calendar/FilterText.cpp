@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "values/DateDigits.h"
 #include "values/Error.h"
 #include "values/Text.h"
 
@@ -127,9 +128,7 @@ class Parser {
     fields.day = numbers[order_ == DateOrder::MonthDayYear   ? 1
                          : order_ == DateOrder::DayMonthYear ? 0
                                                              : 2];
-    fields.hour = fields.minute = fields.second = 0;
-    const Date day = Date::FromFields(fields);
-    if (!day.IsValid() || day.Fields() != fields) {
+    if (!ExistingDate(fields)) {
       Fail(text_, begin, "\"" + std::string(text_.substr(begin, end - begin)) + "\" is no date");
     }
     SkipSeparators(end);
@@ -166,12 +165,10 @@ class Parser {
 
   int Number(std::size_t end, const std::string& what) {
     const std::size_t begin = at_;
-    int value = 0;
-    while (at_ < end && IsDigit(text_[at_]) && at_ - begin < 4)
-      value = value * 10 + (text_[at_++] - '0');
+    while (at_ < end && IsDigit(text_[at_])) ++at_;
     if (at_ == begin) Fail(text_, begin, what + " is expected");
-    if (at_ < end && IsDigit(text_[at_])) Fail(text_, begin, "the number is too long");
-    return value;
+    if (at_ - begin > 4) Fail(text_, begin, "the number is too long");
+    return *DigitsOf(text_.substr(begin, at_ - begin));
   }
 
   /// Skips what locales put between the numbers of a date: punctuation, blanks and letters of

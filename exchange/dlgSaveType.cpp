@@ -1,37 +1,26 @@
 // exchange/dlgSaveType.cpp: the form that asks what to export, and of which years.
 #include "exchange/dlgSaveType.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
 
+#include "values/DateDigits.h"
 #include "values/Text.h"
 
 namespace velkor {
 namespace {
 
-/// The number that a text of so many digits stands for.
-std::optional<int> DigitsOf(std::string_view text, std::size_t least, std::size_t most) {
-  if (text.size() < least || text.size() > most || !std::all_of(text.begin(), text.end(), IsDigit))
-    return std::nullopt;
-  int value = 0;
-  for (const char digit : text) value = 10 * value + (digit - '0');
-  return value;
-}
-
 std::optional<Date> DateOf(std::string_view text) {
   const std::vector<std::string> parts = Split(Trim(text), "/");
   if (parts.size() != 3) return std::nullopt;
-  const auto day = DigitsOf(parts[0], 1, 2);
-  const auto month = DigitsOf(parts[1], 1, 2);
-  const auto year = DigitsOf(parts[2], 3, 4);
+  const auto day = DigitsOf(parts[0]);
+  const auto month = DigitsOf(parts[1]);
+  const auto year = DigitsOf(parts[2]);
+  const std::size_t digits = parts[2].size();
+  if (parts[0].size() > 2 || parts[1].size() > 2 || digits < 3 || digits > 4) return std::nullopt;
   if (!day || !month || !year) return std::nullopt;
-  const DateFields fields{*year, *month, *day};
-  const Date date = Date::FromFields(fields);
-  // A day that its month does not have rolls over.
-  if (!date.IsValid() || date.Fields() != fields) return std::nullopt;
-  return date;
+  return ExistingDate({*year, *month, *day});
 }
 
 }  // namespace

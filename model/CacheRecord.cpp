@@ -5,26 +5,14 @@
 #include <cstdint>
 #include <utility>
 
+#include "values/LittleEndian.h"
 #include "values/Text.h"
 
 namespace velkor {
 namespace {
 
+using TextLength = std::uint16_t;
 constexpr std::size_t LongestText = 0xFFFF;
-constexpr std::size_t LengthSize = 2;
-constexpr std::size_t DateSize = 8;
-
-void AppendNumber(std::string& bytes, std::uint64_t value, std::size_t size) {
-  for (std::size_t i = 0; i < size; ++i) bytes.push_back(static_cast<char>(value >> (8 * i)));
-}
-
-/// The size is a constant so that the bytes are read as one number.
-template <std::size_t Size>
-std::uint64_t NumberAt(std::string_view bytes) {
-  std::uint64_t value = 0;
-  for (std::size_t i = Size; i-- > 0;) value = value << 8 | static_cast<unsigned char>(bytes[i]);
-  return value;
-}
 
 /// The encoding of the longest start of a text that fits a record. A character has no fixed size
 /// in a code page, so the cut is searched for.
@@ -48,16 +36,16 @@ std::string EncodeStart(std::string_view text, LocaleApi& locale, CodePage page)
 void AppendText(std::string& bytes, std::string_view text, LocaleApi& locale, CodePage page) {
   std::string encoded = locale.ToCodePage(text, page);
   if (encoded.size() > LongestText) encoded = EncodeStart(text, locale, page);
-  AppendNumber(bytes, encoded.size(), LengthSize);
+  AppendLittleEndian(bytes, static_cast<TextLength>(encoded.size()));
   bytes += encoded;
 }
 
 /// Takes a counted text off the front.
 /// @return false when it is cut short; `bytes` is then without meaning
 bool TakeText(std::string_view& bytes, std::string_view& text) {
-  if (bytes.size() < LengthSize) return false;
-  const std::size_t length = NumberAt<LengthSize>(bytes);
-  bytes.remove_prefix(LengthSize);
+  if (bytes.size() < sizeof(TextLength)) return false;
+  const std::size_t length = ReadLittleEndian<TextLength>(bytes);
+  bytes.remove_prefix(sizeof(TextLength));
   if (bytes.size() < length) return false;
   text = bytes.substr(0, length);
   bytes.remove_prefix(length);
@@ -66,9 +54,9 @@ bool TakeText(std::string_view& bytes, std::string_view& text) {
 
 /// Takes a date off the front; false also for one that is not valid.
 bool TakeDate(std::string_view& bytes, Date& date) {
-  if (bytes.size() < DateSize) return false;
-  date = Date(std::bit_cast<double>(NumberAt<DateSize>(bytes)));
-  bytes.remove_prefix(DateSize);
+  if (bytes.size() < sizeof(std::uint64_t)) return false;
+  date = Date(std::bit_cast<double>(ReadLittleEndian<std::uint64_t>(bytes)));
+  bytes.remove_prefix(sizeof(std::uint64_t));
   return date.IsValid();
 }
 
@@ -80,8 +68,8 @@ void AppendCacheRecord(std::string& bytes, std::string_view eventId, std::string
   AppendText(bytes, eventId, locale, page);
   AppendText(bytes, subject, locale, page);
   AppendText(bytes, categories, locale, page);
-  AppendNumber(bytes, std::bit_cast<std::uint64_t>(start.Days()), DateSize);
-  AppendNumber(bytes, std::bit_cast<std::uint64_t>(end.Days()), DateSize);
+  AppendLittleEndian(bytes, std::bit_cast<std::uint64_t>(start.Days()));
+  AppendLittleEndian(bytes, std::bit_cast<std::uint64_t>(end.Days()));
 }
 
 bool CacheRecordReader::Next(CalEvent& event) {
@@ -112,8 +100,8 @@ std::size_t CacheRecordReader::CountAhead() const {
   std::string_view text;
   for (std::string_view bytes = rest_;; ++count) {
     if (!TakeText(bytes, text) || !TakeText(bytes, text) || !TakeText(bytes, text)) return count;
-    if (bytes.size() < 2 * DateSize) return count;
-    bytes.remove_prefix(2 * DateSize);
+    if (bytes.size() < 2 * sizeof(std::uint64_t)) return count;
+    bytes.remove_prefix(2 * sizeof(std::uint64_t));
   }
 }
 

@@ -1,7 +1,7 @@
 // support/DatePattern.cpp: reducing a format to its fields, and filling them in.
 #include "support/DatePattern.h"
 
-#include <cstdio>
+#include "values/DateDigits.h"
 
 namespace velkor {
 namespace {
@@ -25,12 +25,6 @@ std::string Reduced(std::string_view format) {
   return result.substr(first, result.find_last_of(Fields) - first + 1);
 }
 
-std::string Digits(int value, int width) {
-  char text[32];
-  std::snprintf(text, sizeof text, "%0*d", width, value);
-  return text;
-}
-
 }  // namespace
 
 DatePattern::DatePattern(std::string_view format, bool halfDays)
@@ -46,7 +40,7 @@ DateOrder DatePattern::FieldOrder() const {
 
 std::string DatePattern::ShortDate(Date date) const {
   const DateFields fields = date.Fields();
-  const int width = padded_ ? 2 : 1;
+  const std::size_t width = padded_ ? 2 : 1;
   std::string text;
   for (const char c : pattern_) {
     if (c == 'y') {

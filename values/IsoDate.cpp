@@ -3,14 +3,10 @@
 
 #include <cstddef>
 
+#include "values/DateDigits.h"
+
 namespace velkor {
 namespace {
-
-std::string Digits(int value, std::size_t width) {
-  std::string digits = std::to_string(value);
-  if (digits.size() < width) digits.insert(0, width - digits.size(), '0');
-  return digits;
-}
 
 /// Takes a number of exactly `width` digits and the separator before it.
 bool Take(std::string_view& text, char separator, std::size_t width, int& value) {
@@ -18,12 +14,9 @@ bool Take(std::string_view& text, char separator, std::size_t width, int& value)
     if (!text.starts_with(separator)) return false;
     text.remove_prefix(1);
   }
-  if (text.size() < width) return false;
-  value = 0;
-  for (const char c : text.substr(0, width)) {
-    if (c < '0' || c > '9') return false;
-    value = value * 10 + (c - '0');
-  }
+  const auto number = text.size() < width ? std::nullopt : DigitsOf(text.substr(0, width));
+  if (!number) return false;
+  value = *number;
   text.remove_prefix(width);
   return true;
 }
@@ -38,7 +31,6 @@ std::string ToIso(Date date) {
 
 std::optional<Date> ParseIso(std::string_view text) {
   DateFields f;
-  f.hour = f.minute = f.second = 0;
   if (!Take(text, '\0', 4, f.year) || !Take(text, '-', 2, f.month) || !Take(text, '-', 2, f.day)) {
     return std::nullopt;
   }
@@ -47,10 +39,7 @@ std::optional<Date> ParseIso(std::string_view text) {
                   !Take(text, ':', 2, f.second) || !text.empty())) {
     return std::nullopt;
   }
-  const Date date = Date::FromFields(f);
-  // Fields out of their ranges have rolled over.
-  if (!date.IsValid() || date.Fields() != f) return std::nullopt;
-  return date;
+  return ExistingDate(f);
 }
 
 }  // namespace velkor

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "values/LittleEndian.h"
+
 namespace velkor {
 namespace {
 
@@ -13,11 +15,7 @@ class Writer {
  public:
   explicit Writer(std::string_view mark) : mark_(mark) {}
 
-  void Number(std::int64_t value) {
-    for (int shift = 0; shift < 64; shift += 8) {
-      bytes_ += static_cast<char>(static_cast<std::uint64_t>(value) >> shift & 0xFF);
-    }
-  }
+  void Number(std::int64_t value) { AppendLittleEndian(bytes_, value); }
   void Count(std::size_t value) { Number(static_cast<std::int64_t>(value)); }
   void Text(std::string_view text) {
     Count(text.size());
@@ -52,12 +50,10 @@ class Reader {
   explicit Reader(std::string_view bytes) : rest_(bytes) {}
 
   std::int64_t Number() {
-    constexpr std::size_t Size = 8;
-    if (rest_.size() < Size) Fail();
-    std::uint64_t value = 0;
-    for (std::size_t i = Size; i-- > 0;) value = value << 8 | static_cast<unsigned char>(rest_[i]);
-    rest_.remove_prefix(Size);
-    return static_cast<std::int64_t>(value);
+    if (rest_.size() < sizeof(std::int64_t)) Fail();
+    const auto value = ReadLittleEndian<std::int64_t>(rest_);
+    rest_.remove_prefix(sizeof value);
+    return value;
   }
   /// A count of things that take at least eight bytes each.
   std::size_t Count() {

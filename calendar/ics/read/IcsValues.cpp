@@ -8,21 +8,11 @@
 
 #include "calendar/CalendarItem.h"
 #include "support/CodePage1252.h"
-#include "values/Date.h"
+#include "values/DateDigits.h"
 #include "values/Text.h"
 
 namespace velkor {
 namespace {
-
-int Digits(std::string_view text, std::size_t at, std::size_t count) {
-  int value = 0;
-  for (const char c : text.substr(at, count)) value = value * 10 + (c - '0');
-  return value;
-}
-
-bool AllDigits(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), IsDigit);
-}
 
 /// A value without its backslashes.
 std::string Unescaped(std::string_view value) {
@@ -119,17 +109,19 @@ std::optional<IcsTimeText> ReadTimeText(std::string_view value) {
   time.isDate = value.size() == 8 && !time.isUtc;
   const bool timed = value.size() == 15 && (value[8] == 'T' || value[8] == 't');
   if (!time.isDate && !timed) return std::nullopt;
-  if (!AllDigits(value.substr(0, 8)) || (timed && !AllDigits(value.substr(9)))) return std::nullopt;
-
-  DateFields fields{Digits(value, 0, 4), Digits(value, 4, 2), Digits(value, 6, 2), 0, 0, 0};
-  const Date day = Date::FromFields(fields);
-  if (!day.IsValid() || day.Fields() != fields) return std::nullopt;
-  time.wall = day.Seconds();
+  const auto date = DigitsOf(value.substr(0, 8));
+  if (!date) return std::nullopt;
+  const auto day = ExistingDate({*date / 10'000, *date / 100 % 100, *date % 100});
+  if (!day) return std::nullopt;
+  time.wall = day->Seconds();
   if (timed) {
-    const int hour = Digits(value, 9, 2);
-    const int minute = Digits(value, 11, 2);
-    const int second = std::min(Digits(value, 13, 2), 60);
-    if (hour > 23 || minute > 59 || Digits(value, 13, 2) > 60) return std::nullopt;
+    const auto clock = DigitsOf(value.substr(9));
+    if (!clock) return std::nullopt;
+    const int hour = *clock / 10'000;
+    const int minute = *clock / 100 % 100;
+    const int second = *clock % 100;
+    if (hour > 23 || minute > 59 || second > 60) return std::nullopt;
+    // A leap second is shown as the one before it.
     time.wall += hour * 3600 + minute * 60 + std::min(second, 59);
   }
   return time;

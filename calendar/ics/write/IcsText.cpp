@@ -3,18 +3,10 @@
 
 #include "calendar/ics/read/IcsValues.h"
 #include "support/CodePage1252.h"
+#include "values/DateDigits.h"
 #include "values/Text.h"
 
 namespace velkor {
-namespace {
-
-std::string Digits(int value, std::size_t width) {
-  const std::string text = std::to_string(value);
-  return std::string(width - std::min(width, text.size()), '0') + text;
-}
-
-}  // namespace
-
 std::string TextValue(std::string_view text) {
   std::string value;
   for (std::size_t i = 0; i < text.size(); ++i) {
