@@ -16,8 +16,6 @@ const std::string Prefix = "PLEASE IGNORE - Velkor Category Colours: ";
 const std::string Legacy = "Please Ignore - Holds Category Colours for the Year Planner";
 const std::string Header = "--DO NOT EDIT LIST MANUALLY--";
 constexpr auto Created = ColourRecordChange::Created;
-constexpr auto Migrated = ColourRecordChange::Migrated;
-constexpr auto Deleted = ColourRecordChange::Deleted;
 
 class ColourStoreTest : public CategoryCase {
  protected:
@@ -52,16 +50,6 @@ TEST_F(ColourStoreTest, AnEmptyFolderGetsARecordWithTheDefaultsOutOfEveryonesWay
   EXPECT_THAT(colours_.Fetch("Team").done, ElementsAre(Created)) << "each title has its own";
   tmrItems_.Tick();
   EXPECT_THAT(view_.Take(), ElementsAre("colours")) << "and is no appointment";
-}
-
-TEST_F(ColourStoreTest, ARecordOfOnlyTheHeaderIsReplaced) {
-  Put(Prefix, Header + "\r\n \t\r\n");
-  Put(Legacy, Header + "\r\nA|1\r\nB|2");
-  const FetchedColours fetched = colours_.Fetch("");
-  EXPECT_EQ(fetched.categories, DefaultCategories());
-  EXPECT_THAT(fetched.done, ElementsAre(Deleted, Created));
-  EXPECT_THAT(Stored(), ElementsAre(Legacy + " / " + Header + "\r\nA|1\r\nB|2",
-                                    Prefix + " / " + ColourListText(DefaultCategories())));
 }
 
 TEST_F(ColourStoreTest, ABodyEditedByHandKeepsTheEntriesBeforeTheFaultAndIsNotTouched) {

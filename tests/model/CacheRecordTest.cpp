@@ -31,13 +31,6 @@ std::vector<std::string> Read(std::string_view bytes, FixedLocale& locale,
   return subjects;
 }
 
-TEST(CacheRecord, IsThreeCountedAnsiTextsAndTwoDoublesLittleEndian) {
-  FixedLocale locale;
-  EXPECT_EQ(Record(locale, "é€日", 1.0, -1.25),
-            "\x02\0ID\x03\0\xE9\x80?\x05\0Leave"s
-            "\0\0\0\0\0\0\xF0\x3F\0\0\0\0\0\0\xF4\xBF"s);
-}
-
 TEST(CacheRecord, ATextOverTheLongestLengthIsCutAtACharacter) {
   const struct {
     CodePage page;

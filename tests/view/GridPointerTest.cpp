@@ -285,15 +285,5 @@ TEST(GridPointer, AGridWithoutSizeHasNothingUnderThePointer) {
   }
 }
 
-// Days beyond the calendar's end can be pointed at, and be the end of a range.
-TEST(GridPointer, TheLastYearOfTheCalendarCanBeDraggedToItsEnd) {
-  const YearGrid grid = SampleGrid({}, {}, 300, 300, {9999, 1});
-  GridPointer pointer(grid);
-  pointer.MouseMove(DayAt(grid, 12, 33));
-  const PointerRelease release = Drag(pointer, DayAt(grid, 12, 30), DayAt(grid, 12, 31));
-  EXPECT_EQ(release.range->start, At(9999, 12, 30));
-  EXPECT_EQ(DaysBetween(release.range->start, release.range->end), 2);
-}
-
 }  // namespace
 }  // namespace velkor
