@@ -45,26 +45,6 @@ TEST_F(PrintCommand, WritesPagesWithTitleMonthsLegendAndSubjects) {
   EXPECT_THAT(pages, AllOf(HasSubstr("Apr"), Not(HasSubstr("Nov")), HasSubstr("\f")));
 }
 
-TEST_F(PrintCommand, TellsThePagesWithoutAFile) {
-  const Outcome one = Print({"--pages", "--months", "3-4", "--header", "Rooms"});
-  EXPECT_EQ(one.code, 0) << one.messages;
-  EXPECT_THAT(one.out, AllOf(HasSubstr("Title: Year 2026 / Rooms\n"),
-                             HasSubstr("Page 1 of 1  Landscape A4, 210 x 297 mm\n"),
-                             HasSubstr(" to April\n")));
-  const Outcome many = Print({"--pages", "--min-band-height", "12", "--no-legend-repeat",
-                              "--first-month", "7", "--portrait"});
-  EXPECT_THAT(many.out, AllOf(HasSubstr("Row height: 12.0 mm\n"), HasSubstr("Page 2 of "),
-                              HasSubstr("months: Jul"), HasSubstr("legend: none\n")));
-  QByteArray names = "A";
-  for (char name = 'B'; name <= 'Z'; ++name) names.append(',').append(name);
-  Write("team.ics", Calendar(1, "CATEGORIES:" + names + "\r\n"));
-  // Hardly any room below the title: rows of the legend are left out, as on the paper.
-  const Outcome low =
-      Print({"--pages", "--margins", "20,89,20,88", "--min-band-height", "0.1", "--months", "3"});
-  EXPECT_THAT(low.out, testing::ContainsRegex("legend: .*, [0-9]+ more\n"));
-  EXPECT_EQ(QDir(File("")).entryList({"*.pdf"}).size(), 0);
-}
-
 TEST_F(PrintCommand, FailuresAreToldAndLeaveTheOlderFile) {
   Write("a.pdf", "older");
   ASSERT_TRUE(QFile::link(File("team.ics"), File("link.pdf")));

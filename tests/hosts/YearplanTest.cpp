@@ -6,7 +6,6 @@
 #include <QImage>
 #include <nlohmann/json.hpp>
 
-#include "model/ColourRecord.h"
 #include "tests/hosts/YearplanCase.h"
 #include "tests/platform/desktop/CalendarText.h"
 
@@ -36,17 +35,6 @@ TEST_F(Yearplan, DrawsPdfAndSvgAndLeavesTheCalendarAsItWas) {
   EXPECT_EQ(Bytes("team.ics"), calendar);
 }
 
-TEST_F(Yearplan, SaysHowManyEventsAFilterLeavesAndWhichNamesItDoesNotKnow) {
-  Write("team.ics", Calendar(4, "CATEGORIES:Leave,Trip\r\n"));
-  const QStringList command{"team.ics", "--year", "2026", "--filter"};
-  Outcome outcome = Run(QStringList(command) << "Leave, Trip");
-  EXPECT_THAT(outcome.out, HasSubstr("Year 2026, 4 events:"));
-  EXPECT_EQ(outcome.messages, "");
-  outcome = Run(QStringList(command) << "Leave,Trip");
-  EXPECT_THAT(outcome.out, HasSubstr("Year 2026, 0 of 4 events:"));
-  EXPECT_THAT(outcome.messages, HasSubstr("\"Leave,Trip\""));
-}
-
 TEST_F(Yearplan, CacheFileHoldsTheYear) {
   Write("team.ics", Calendar(10));
   ASSERT_EQ(Run({"refresh", "team.ics", "--year", "2026"}).code, 0);
@@ -57,26 +45,6 @@ TEST_F(Yearplan, CacheFileHoldsTheYear) {
   EXPECT_EQ(json.at("events").size(), 10U);
   EXPECT_EQ(json.at("events").at(0).at("subject"), "Event 0");
   EXPECT_FALSE(json.contains("hits"));
-}
-
-TEST_F(Yearplan, ErrorsSayWhatAndExitCodesSayWhichKind) {
-  Write("team.ics", Calendar(1));
-  Write("junk.ics", "no calendar\n");
-  EXPECT_EQ(Run({}).code, 2);
-  EXPECT_EQ(Run({"render", "team.ics", "-o", "a.gif"}).code, 2);
-  EXPECT_EQ(Run({"render", "", "-o", "a.png"}).code, 2);
-  const std::pair<QStringList, const char*> failures[] = {
-      {{"render", "absent.ics", "-o", "a.png"}, "absent.ics"},
-      {{"render", "junk.ics", "-o", "a.png"}, "junk.ics"},
-      {{"render", "team.ics", "-o", "no/such/folder/a.png"}, "a.png"},
-      {{"inspect", "--cache", "team.ics", "--json"}, "is no cache file"},
-      {{"inspect", "--cache", "absent.tmp", "--json"}, "absent.tmp"},
-  };
-  for (const auto& [arguments, words] : failures) {
-    const Outcome outcome = Run(arguments);
-    EXPECT_EQ(outcome.code, 1) << words;
-    EXPECT_THAT(outcome.messages, HasSubstr(words));
-  }
 }
 
 TEST_F(Yearplan, APictureGrowsWithTheGridUpToTheLimitOfItsKind) {
