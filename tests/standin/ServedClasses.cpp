@@ -2,6 +2,7 @@
 #include "tests/standin/ServedClasses.h"
 
 #include "platform/windows/com/Registration.h"
+#include "platform/windows/system/Modules.h"
 #include "platform/windows/system/WindowsRegistry.h"
 #include "values/Error.h"
 

@@ -6,7 +6,7 @@
 #include <functional>
 #include <memory>
 
-#include "platform/windows/com/MessageWindow.h"
+#include "platform/windows/system/MessageWindow.h"
 
 namespace velkor {
 

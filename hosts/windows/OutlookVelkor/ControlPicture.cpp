@@ -9,7 +9,7 @@
 #include "control/YearPlanElements.h"
 #include "platform/windows/drawing/DibSection.h"
 #include "platform/windows/drawing/GdiSurface.h"
-#include "platform/windows/elements/WindowsPeer.h"
+#include "platform/windows/drawing/ScreenUnits.h"
 #include "platform/windows/elements/WindowsToolbarImages.h"
 #include "view/Face.h"
 

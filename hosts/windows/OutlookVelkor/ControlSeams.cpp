@@ -4,8 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/windows/com/Registration.h"
-#include "platform/windows/elements/WindowsPeer.h"
+#include "platform/windows/system/Modules.h"
 
 namespace velkor {
 namespace {

@@ -5,7 +5,11 @@
 #include <utility>
 
 #include "control/YearPlan.h"
+#include "platform/windows/elements/MakePeer.h"
+#include "platform/windows/elements/PaintedWindow.h"
 #include "platform/windows/system/DialogOwner.h"
+#include "platform/windows/system/MessagePump.h"
+#include "platform/windows/system/Modules.h"
 #include "view/Face.h"
 // After windows.h.
 #include <commctrl.h>
@@ -19,14 +23,6 @@ constexpr double CaptionScale = 1.4;
 
 COLORREF BackColour() {
   return RGB(face_colours::Back.Red(), face_colours::Back.Green(), face_colours::Back.Blue());
-}
-
-FontHandle MakeCaptionFont(HFONT dialogFont) {
-  LOGFONTW font{};
-  ::GetObjectW(dialogFont, sizeof font, &font);
-  font.lfHeight = static_cast<LONG>(font.lfHeight * CaptionScale);
-  font.lfWeight = FW_BOLD;
-  return FontHandle(::CreateFontIndirectW(&font));
 }
 
 /// Whether the Tab key goes beyond the last window of a control, or with Shift before its first
@@ -56,7 +52,7 @@ ControlWindow::ControlWindow(YearPlan& plan, HWND parent, const RECT& place, Dia
       owner_(owner),
       calls_(std::move(calls)),
       font_(MakeDialogFont()),
-      captionFont_(MakeCaptionFont(font_.get())) {
+      captionFont_(MakeHeadingFont(font_.get(), CaptionScale)) {
   window_ = ::CreateWindowExW(WS_EX_CONTROLPARENT, PaintedWindowClass(), L"YearPlan",
                               WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, place.left, place.top,
                               place.right - place.left, place.bottom - place.top, parent, nullptr,
@@ -177,10 +173,7 @@ void ControlWindow::Paint() {
 void ControlWindow::Fit() {
   RECT area{};
   ::GetClientRect(window_, &area);
-  const PixelSize pixel = ScreenPixel();
-  plan_.Resize({area.right * static_cast<double>(pixel.width),
-                area.bottom * static_cast<double>(pixel.height)},
-               pixel);
+  plan_.Resize(ToTwips(SIZE{area.right, area.bottom}), ScreenPixel());
 }
 
 void ControlWindow::Move(const RECT& place) {
@@ -205,8 +198,7 @@ bool ControlWindow::TranslateKey(MSG& message) {
                                         reinterpret_cast<LPARAM>(&message));
   const bool isTab = message.wParam == VK_TAB;
   if (!isTab && message.message == WM_KEYDOWN && IsForElement(message.wParam, wanted)) {
-    ::TranslateMessage(&message);
-    ::DispatchMessageW(&message);
+    Dispatch(message);
     return true;
   }
   return isTab && !IsPastEnd(window_, message.hwnd, ::GetKeyState(VK_SHIFT) < 0) &&

@@ -9,6 +9,7 @@
 
 namespace velkor {
 
+class DialogOwner;
 class YearPlan;
 
 /// What a control's window tells and asks whoever made it.

@@ -7,7 +7,8 @@
 
 #include "hosts/windows/OutlookVelkor/YearPlanControl.h"
 #include "platform/windows/com/ComError.h"
-#include "platform/windows/elements/WindowsPeer.h"
+#include "platform/windows/elements/PaintedWindow.h"
+#include "platform/windows/system/Modules.h"
 
 namespace velkor {
 namespace {

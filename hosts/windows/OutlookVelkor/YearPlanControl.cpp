@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/windows/com/Variant.h"
+#include "platform/windows/elements/MakePeer.h"
 #include "values/Error.h"
 namespace velkor {
 namespace {

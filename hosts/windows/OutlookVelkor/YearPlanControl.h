@@ -11,8 +11,8 @@
 #include "hosts/windows/OutlookVelkor/PropertyMembers.h"
 #include "platform/Host.h"
 #include "platform/windows/com/ConnectionPoint.h"
-#include "platform/windows/com/MessageWindow.h"
-#include "platform/windows/com/ObjectSafety.h"
+#include "platform/windows/system/MessageWindow.h"
+#include "hosts/windows/OutlookVelkor/ObjectSafety.h"
 // After windows.h.
 #include "OutlookVelkor.h"
 

@@ -4,7 +4,8 @@
 #include <algorithm>
 
 #include "platform/windows/com/Automation.h"
-#include "platform/windows/elements/WindowsPeer.h"
+#include "platform/windows/drawing/ScreenUnits.h"
+#include "platform/windows/elements/WindowText.h"
 
 namespace velkor {
 namespace {
@@ -37,10 +38,7 @@ class ControlCalls {
 };
 
 std::string TextIn(HWND edit) {
-  std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(edit)) + 1, L'\0');
-  text.resize(
-      static_cast<std::size_t>(::GetWindowTextW(edit, text.data(), static_cast<int>(text.size()))));
-  return ToUtf8(text);
+  return ToUtf8(TextOfWindow(edit));
 }
 
 bool IsChecked(HWND box) {
@@ -81,14 +79,7 @@ HWND FormBar::Make(const wchar_t* windowClass, const wchar_t* text, DWORD style,
 }
 
 int FormBar::WidthOf(HWND window) const {
-  const std::wstring text = ToWide(TextIn(window));
-  const HDC dc = ::GetDC(window);
-  const HGDIOBJ before = ::SelectObject(dc, font_);
-  RECT area{};
-  ::DrawTextW(dc, text.data(), static_cast<int>(text.size()), &area, DT_CALCRECT | DT_SINGLELINE);
-  ::SelectObject(dc, before);
-  ::ReleaseDC(window, dc);
-  return area.right;
+  return TextSize(window, TextOfWindow(window), DT_SINGLELINE).cx;
 }
 
 int FormBar::Arrange(int width) {

@@ -6,7 +6,9 @@
 // After windows.h.
 #include <commctrl.h>
 
-#include "platform/windows/elements/WindowsPeer.h"
+#include "platform/windows/drawing/ScreenUnits.h"
+#include "platform/windows/system/MessagePump.h"
+#include "platform/windows/system/Modules.h"
 
 namespace velkor {
 namespace {
@@ -166,16 +168,10 @@ bool TryOutForm::TranslateKey(MSG& message) {
 bool TryOutForm::Pump(int milliseconds, const std::function<bool()>& holds) {
   const ULONGLONG end =
       milliseconds < 0 ? ~0ULL : ::GetTickCount64() + static_cast<ULONGLONG>(milliseconds);
+  const auto take = [this](MSG& message) { return TranslateKey(message); };
   for (;;) {
-    MSG message;
-    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-      if (message.message == WM_QUIT) {
-        ::PostQuitMessage(static_cast<int>(message.wParam));
-        return false;
-      }
-      if (TranslateKey(message)) continue;
-      ::TranslateMessage(&message);
-      ::DispatchMessageW(&message);
+    for (Pumped last = ProcessMessage(take); last != Pumped::Nothing; last = ProcessMessage(take)) {
+      if (last == Pumped::End) return false;
       if (holds && holds()) return true;
     }
     if (holds && holds()) return true;
@@ -183,8 +179,7 @@ bool TryOutForm::Pump(int milliseconds, const std::function<bool()>& holds) {
     if (now >= end) return !holds;
     // What the wait is for may come from another thread.
     const ULONGLONG left = std::min<ULONGLONG>(end - now, holds ? 20 : 1000);
-    ::MsgWaitForMultipleObjectsEx(0, nullptr, static_cast<DWORD>(left), QS_ALLINPUT,
-                                  MWMO_INPUTAVAILABLE);
+    WaitForMessage(static_cast<DWORD>(left));
   }
 }
 

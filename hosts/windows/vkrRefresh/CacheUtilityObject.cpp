@@ -6,8 +6,8 @@
 
 #include "platform/windows/com/ComCacheUtility.h"
 #include "platform/windows/com/ComError.h"
-#include "platform/windows/com/Registration.h"
 #include "platform/windows/com/Variant.h"
+#include "platform/windows/system/Modules.h"
 
 namespace velkor {
 namespace {

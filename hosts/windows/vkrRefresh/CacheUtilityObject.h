@@ -7,7 +7,7 @@
 #include "VelkorCacheUtility.h"
 #include "hosts/windows/vkrRefresh/Refresher.h"
 #include "platform/windows/com/ConnectionPoint.h"
-#include "platform/windows/com/ProcessWatch.h"
+#include "platform/windows/system/ProcessWatch.h"
 
 namespace velkor {
 

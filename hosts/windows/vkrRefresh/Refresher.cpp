@@ -6,7 +6,8 @@
 
 #include "hosts/CalendarRefresh.h"
 #include "platform/Outlook.h"
-#include "platform/windows/com/ComError.h"
+#include "platform/windows/system/MessagePump.h"
+#include "platform/windows/system/Wide.h"
 #include "platform/windows/system/WindowsFiles.h"
 #include "platform/windows/system/WindowsLocale.h"
 
@@ -15,20 +16,6 @@ namespace {
 
 constexpr UINT_PTR BeginTimer = 1;
 constexpr UINT NoTimer = WM_APP;
-
-/// Dispatches what waits; false once the thread is to end.
-bool ProcessMessages() {
-  MSG message;
-  while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-    if (message.message == WM_QUIT) {
-      ::PostQuitMessage(static_cast<int>(message.wParam));
-      return false;
-    }
-    ::TranslateMessage(&message);
-    ::DispatchMessageW(&message);
-  }
-  return true;
-}
 
 RefreshAnswer Failed(SynchResult result, long error) {
   RefreshAnswer answer;
@@ -74,7 +61,7 @@ void Refresher::Start(const RefreshInputs& inputs) {
   inputs_ = inputs;
   stopped_ = false;
   if (!startTimer_(window_.Get(), BeginTimer) && !::PostMessageW(window_.Get(), NoTimer, 0, 0)) {
-    Check(HRESULT_FROM_WIN32(::GetLastError()), "Neither a timer nor a message can be had");
+    throw SystemError(::GetLastError(), "Neither a timer nor a message can be had");
   }
   busy_ = true;
 }

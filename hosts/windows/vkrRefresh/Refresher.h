@@ -6,7 +6,7 @@
 
 #include "model/SynchResult.h"
 #include "platform/CacheUtility.h"
-#include "platform/windows/com/MessageWindow.h"
+#include "platform/windows/system/MessageWindow.h"
 
 namespace velkor {
 

@@ -3,6 +3,7 @@
 
 #include "hosts/windows/vkrRefresh/CacheUtilityObject.h"
 #include "platform/windows/com/ComError.h"
+#include "platform/windows/system/MessagePump.h"
 
 namespace velkor {
 namespace {
@@ -78,10 +79,7 @@ void Serve(const OpenOutlook& openOutlook) {
   ::SetTimer(window.Get(), 1, TimeToAsk, nullptr);
   const Offer offer(factory.Get());
   MSG message;
-  while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
-    ::TranslateMessage(&message);
-    ::DispatchMessageW(&message);
-  }
+  while (::GetMessageW(&message, nullptr, 0, 0) > 0) Dispatch(message);
 }
 
 }  // namespace velkor

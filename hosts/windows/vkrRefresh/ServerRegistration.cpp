@@ -3,6 +3,7 @@
 
 #include "VelkorCacheUtility.h"
 #include "platform/windows/com/ComCacheUtility.h"
+#include "platform/windows/system/Modules.h"
 
 namespace velkor {
 namespace {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/windows/system/MessagePump.h"
 #include "values/Error.h"
 
 namespace velkor {
@@ -22,16 +23,8 @@ bool IsPutOff(HRESULT result) {
 bool LetMessagesFlow() {
   const ULONGLONG end = ::GetTickCount64() + PauseBeforeRetry;
   for (ULONGLONG now = ::GetTickCount64(); now < end; now = ::GetTickCount64()) {
-    ::MsgWaitForMultipleObjectsEx(0, nullptr, static_cast<DWORD>(end - now), QS_ALLINPUT,
-                                  MWMO_INPUTAVAILABLE);
-    MSG message;
-    if (!::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) continue;
-    if (message.message == WM_QUIT) {
-      ::PostQuitMessage(static_cast<int>(message.wParam));
-      return false;
-    }
-    ::TranslateMessage(&message);
-    ::DispatchMessageW(&message);
+    WaitForMessage(static_cast<DWORD>(end - now));
+    if (ProcessMessage() == Pumped::End) return false;
   }
   return true;
 }

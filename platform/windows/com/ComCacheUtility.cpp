@@ -7,7 +7,7 @@
 #include "VelkorCacheUtility.h"
 #include "platform/windows/com/Automation.h"
 #include "platform/windows/com/DispatchSink.h"
-#include "platform/windows/com/ProcessWatch.h"
+#include "platform/windows/system/ProcessWatch.h"
 
 namespace velkor {
 namespace {

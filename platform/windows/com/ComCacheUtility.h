@@ -5,10 +5,11 @@
 #include <memory>
 
 #include "platform/CacheUtility.h"
-#include "platform/windows/system/DialogOwner.h"
 #include "values/Error.h"
 
 namespace velkor {
+
+class DialogOwner;
 
 /// Program identifier of the cache utility, and the version of its interface that is spoken here.
 inline constexpr const char* CacheUtilityProgram = "vkrRefresh.VelkorCacheUtility";

@@ -97,13 +97,6 @@ void UnregisterTypes(Registration registration, const std::string& module) {
   Check(result, "The type library of " + module + " cannot be unregistered");
 }
 
-std::string ModulePath(HINSTANCE module) {
-  // The longest path that the system knows.
-  std::wstring path(32768, L'\0');
-  path.resize(::GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size())));
-  return ToUtf8(path);
-}
-
 std::string ToText(const GUID& id) {
   std::array<wchar_t, 39> text{};
   ::StringFromGUID2(id, text.data(), static_cast<int>(text.size()));

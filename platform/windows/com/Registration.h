@@ -35,9 +35,6 @@ void RegisterTypes(Registration registration, const std::string& module);
 /// The counterpart; one that is not registered is no failure. Throws Error.
 void UnregisterTypes(Registration registration, const std::string& module);
 
-/// Full path of the module; the program's for null.
-std::string ModulePath(HINSTANCE module);
-
 /// "{00000000-0000-0000-0000-000000000000}"
 std::string ToText(const GUID& id);
 

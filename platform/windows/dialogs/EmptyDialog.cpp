@@ -3,7 +3,9 @@
 
 #include <algorithm>
 
-#include "platform/windows/elements/WindowsPeer.h"
+#include "platform/windows/dialogs/DialogPlace.h"
+#include "platform/windows/drawing/ScreenUnits.h"
+#include "platform/windows/system/Modules.h"
 
 namespace velkor {
 namespace {
@@ -16,16 +18,9 @@ int Down(double twips) {
   return ToPixel(twips, ScreenPixel().height);
 }
 
-RECT WorkAreaAround(HWND window) {
-  MONITORINFO monitor{};
-  monitor.cbSize = sizeof monitor;
-  ::GetMonitorInfoW(::MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor);
-  return monitor.rcWork;
-}
-
 }  // namespace
 
-EmptyDialog::EmptyDialog(DWORD style) {
+EmptyDialog::EmptyDialog(DWORD style) : font_(MakeDialogFont()) {
   template_.header.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | style;
 }
 
@@ -37,17 +32,16 @@ HWND EmptyDialog::Open(HWND owner, DLGPROC procedure, LPARAM parameter) const {
   return ::CreateDialogIndirectParamW(ThisModule(), &template_.header, owner, procedure, parameter);
 }
 
-DialogFiller::DialogFiller(HWND dialog, HFONT font, double width)
+DialogFiller::DialogFiller(HWND dialog, const EmptyDialog& kind, double width)
     : dialog_(dialog),
-      font_(font),
+      font_(kind.Font()),
       margin_{Across(Margin), Down(Margin)},
       width_(Across(width)),
       top_(margin_.cy),
       lineHeight_(HeightOf(L"X")) {}
 
 void DialogFiller::AddText(const std::wstring& text) {
-  const RECT screen = WorkAreaAround(dialog_);
-  const int height = std::min<int>(HeightOf(text), (screen.bottom - screen.top) / 2);
+  const int height = std::min<int>(HeightOf(text), SizeOf(WorkAreaAround(dialog_)).cy / 2);
   Add(L"STATIC", text, SS_LEFT | SS_NOPREFIX | SS_EDITCONTROL, 0, -1,
       {margin_.cx, top_, margin_.cx + width_, top_ + height});
   top_ += height + margin_.cy;
@@ -77,20 +71,7 @@ void DialogFiller::AddButtons(std::initializer_list<Button> buttons) {
 }
 
 void DialogFiller::Fit(HWND owner) {
-  RECT frame{0, 0, width_ + 2 * margin_.cx, top_};
-  ::AdjustWindowRectEx(&frame, static_cast<DWORD>(::GetWindowLongW(dialog_, GWL_STYLE)), FALSE,
-                       static_cast<DWORD>(::GetWindowLongW(dialog_, GWL_EXSTYLE)));
-  const int width = frame.right - frame.left;
-  const int height = frame.bottom - frame.top;
-  const RECT screen = WorkAreaAround(owner != nullptr ? owner : dialog_);
-  RECT around = screen;
-  if (owner != nullptr && !::IsIconic(owner)) ::GetWindowRect(owner, &around);
-  const int left = (around.left + around.right - width) / 2;
-  const int top = (around.top + around.bottom - height) / 2;
-  ::SetWindowPos(dialog_, nullptr,
-                 std::max<int>(screen.left, std::min<int>(left, screen.right - width)),
-                 std::max<int>(screen.top, std::min<int>(top, screen.bottom - height)), width,
-                 height, SWP_NOZORDER | SWP_NOACTIVATE);
+  PutInMiddle(dialog_, owner, WithFrame(dialog_, {width_ + 2 * margin_.cx, top_}));
 }
 
 HWND DialogFiller::Add(const wchar_t* windowClass, const std::wstring& text, DWORD style,

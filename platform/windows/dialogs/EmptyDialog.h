@@ -8,12 +8,15 @@
 
 namespace velkor {
 
-/// A dialog template in memory: a frame with a title bar and a close button, no items, no size.
+/// A dialog template in memory: a frame with a title bar and a close button, no items, no size. It
+/// lives as long as the dialogs made of it.
 class EmptyDialog {
  public:
   /// @param style  beside that of every dialog
   explicit EmptyDialog(DWORD style = DS_MODALFRAME);
 
+  /// Of the dialogs' items.
+  HFONT Font() const { return font_.get(); }
   /// Opens it over `owner`, which is disabled meanwhile, and waits for its end. The system posts a
   /// WM_QUIT that arrives meanwhile again (DialogBox).
   /// @param procedure  gets `parameter` with WM_INITDIALOG
@@ -31,6 +34,7 @@ class EmptyDialog {
     WORD title;
   };
 
+  FontHandle font_;
   Template template_{};
 };
 
@@ -41,9 +45,8 @@ class DialogFiller {
   static constexpr double Margin = 150;
   static constexpr double ButtonWidth = 1200;
 
-  /// @param font   of every item; lives as long as the dialog
   /// @param width  of an item that takes the dialog's whole width
-  DialogFiller(HWND dialog, HFONT font, double width);
+  DialogFiller(HWND dialog, const EmptyDialog& kind, double width);
 
   /// Text that wraps, as high as it needs, at most half a screen; no character of it is special.
   void AddText(const std::wstring& text);
@@ -56,8 +59,7 @@ class DialogFiller {
   };
   /// The last row: buttons from left to right, at its right end. The first is what Enter presses.
   void AddButtons(std::initializer_list<Button> buttons);
-  /// Gives the dialog its size, in the middle of `owner`, else of the screen, and wholly on the
-  /// screen.
+  /// Gives the dialog its size (see PutInMiddle).
   void Fit(HWND owner);
 
  private:

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
-#include "platform/windows/dialogs/EmptyDialog.h"
+#include "platform/windows/dialogs/DialogPlace.h"
 #include "platform/windows/elements/WindowsPeer.h"
-#include "platform/windows/system/Wide.h"
+#include "platform/windows/system/MessagePump.h"
 
 namespace velkor {
 namespace {
@@ -15,16 +15,11 @@ bool IsAnsweredDirectly(UINT message) {
   return message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC;
 }
 
-SIZE SizeOf(const RECT& rect) {
-  return {rect.right - rect.left, rect.bottom - rect.top};
-}
-
 }  // namespace
 
 WindowsDialog::WindowsDialog(HWND owner, const std::string& title, DWORD style)
-    : font_(MakeDialogFont()), owner_(owner) {
-  window_ =
-      EmptyDialog(style | DS_MODALFRAME).Open(owner, Procedure, reinterpret_cast<LPARAM>(this));
+    : kind_(style | DS_MODALFRAME), owner_(owner) {
+  window_ = kind_.Open(owner, Procedure, reinterpret_cast<LPARAM>(this));
   ::SetWindowTextW(window_, ToWide(title).c_str());
 }
 
@@ -49,7 +44,7 @@ std::optional<LRESULT> WindowsDialog::Answer(UINT message, WPARAM wParam, LPARAM
   if (const auto answer = ReflectMessage(message, wParam, lParam)) return answer;
   switch (message) {
     case WM_GETFONT:
-      return reinterpret_cast<LRESULT>(font_.get());
+      return reinterpret_cast<LRESULT>(kind_.Font());
     case WM_GETMINMAXINFO: {
       auto& limits = *reinterpret_cast<MINMAXINFO*>(lParam);
       limits.ptMinTrackSize = {std::max(limits.ptMinTrackSize.x, least_.cx),
@@ -73,31 +68,13 @@ std::optional<LRESULT> WindowsDialog::Answer(UINT message, WPARAM wParam, LPARAM
 
 void WindowsDialog::Place(SIZE area, SIZE least) {
   if (window_ == nullptr) return;
-  const auto withFrame = [this](SIZE inner) {
-    RECT rect{0, 0, inner.cx, inner.cy};
-    ::AdjustWindowRectEx(&rect, static_cast<DWORD>(::GetWindowLongW(window_, GWL_STYLE)), FALSE,
-                         static_cast<DWORD>(::GetWindowLongW(window_, GWL_EXSTYLE)));
-    return SizeOf(rect);
-  };
-  MONITORINFO monitor{};
-  monitor.cbSize = sizeof(monitor);
-  ::GetMonitorInfoW(
-      ::MonitorFromWindow(owner_ != nullptr ? owner_ : window_, MONITOR_DEFAULTTONEAREST),
-      &monitor);
-  const RECT work = monitor.rcWork;
-  const SIZE most = SizeOf(work);
-  const auto fitted = [&](SIZE size) {
+  const SIZE most = SizeOf(WorkAreaAround(owner_ != nullptr ? owner_ : window_));
+  const auto fitted = [&](SIZE inner) {
+    const SIZE size = WithFrame(window_, inner);
     return SIZE{std::min(size.cx, most.cx), std::min(size.cy, most.cy)};
   };
-  least_ = fitted(withFrame(least));
-  const SIZE size = fitted(withFrame(area));
-  RECT around = work;
-  if (owner_ != nullptr && !::IsIconic(owner_)) ::GetWindowRect(owner_, &around);
-  const LONG left = (around.left + around.right - size.cx) / 2;
-  const LONG top = (around.top + around.bottom - size.cy) / 2;
-  ::SetWindowPos(window_, nullptr, std::clamp(left, work.left, work.right - size.cx),
-                 std::clamp(top, work.top, work.bottom - size.cy), size.cx, size.cy,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
+  least_ = fitted(least);
+  PutInMiddle(window_, owner_, fitted(area));
 }
 
 SIZE WindowsDialog::Area() const {
@@ -125,8 +102,7 @@ void WindowsDialog::Loop() {
     if (got <= 0) return;
     const bool forDialog = !isDialogKey || isDialogKey(message);
     if (forDialog && window_ != nullptr && ::IsDialogMessageW(window_, &message)) continue;
-    ::TranslateMessage(&message);
-    ::DispatchMessageW(&message);
+    Dispatch(message);
   }
 }
 

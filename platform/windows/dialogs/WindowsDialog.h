@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/windows/drawing/GdiHandles.h"
+#include "platform/windows/dialogs/EmptyDialog.h"
 
 namespace velkor {
 
@@ -49,7 +49,7 @@ class WindowsDialog {
   void Loop();
   void GiveBack(HWND focus);
 
-  FontHandle font_;
+  EmptyDialog kind_;
   HWND owner_;
   HWND window_ = nullptr;
   SIZE least_{};

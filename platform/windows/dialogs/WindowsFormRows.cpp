@@ -6,9 +6,8 @@
 #include <numeric>
 #include <utility>
 
-#include "platform/windows/elements/WindowText.h"
-#include "platform/windows/elements/WindowsElementPeers.h"
-#include "platform/windows/system/Wide.h"
+#include "platform/windows/elements/MakePeer.h"
+#include "platform/windows/system/Modules.h"
 
 namespace velkor {
 namespace {
@@ -103,12 +102,9 @@ WindowsFormRows::Cell WindowsFormRows::MakeCell(const FormRow& row, const FormCe
 
 void WindowsFormRows::MakeHeading(HWND window) {
   if (!headingFont_) {
-    LOGFONTW font{};
     const auto ordinary = reinterpret_cast<HFONT>(::SendMessageW(window, WM_GETFONT, 0, 0));
-    if (::GetObjectW(ordinary, sizeof(font), &font) == 0) return;
-    font.lfHeight = static_cast<LONG>(font.lfHeight * HeadingScale);
-    font.lfWeight = FW_BOLD;
-    headingFont_.reset(::CreateFontIndirectW(&font));
+    headingFont_ = MakeHeadingFont(ordinary, HeadingScale);
+    if (!headingFont_) return;
   }
   ::SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(headingFont_.get()), FALSE);
 }

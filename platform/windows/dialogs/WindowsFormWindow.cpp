@@ -4,8 +4,7 @@
 
 #include <algorithm>
 
-#include "platform/windows/elements/WindowText.h"
-#include "platform/windows/elements/WindowsElementPeers.h"
+#include "platform/windows/elements/MakePeer.h"
 #include "values/FlagScope.h"
 
 namespace velkor {
@@ -98,8 +97,7 @@ void WindowsFormWindow::Fit() {
   const auto isOther = [this](SIZE area) { return area.cx != fitted_.cx || area.cy != fitted_.cy; };
   for (SIZE area = dialog_.Area(); form_.IsOpen() && isOther(area); area = dialog_.Area()) {
     fitted_ = area;
-    const Point size = ToTwips(POINT{area.cx, area.cy});
-    form_.Form_Resize({size.x, size.y}, pixel);
+    form_.Form_Resize(ToTwips(area), pixel);
   }
 }
 

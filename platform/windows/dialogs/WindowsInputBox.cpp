@@ -2,7 +2,6 @@
 #include "platform/windows/dialogs/WindowsInputBox.h"
 
 #include "platform/windows/dialogs/EmptyDialog.h"
-#include "platform/windows/elements/WindowsPeer.h"
 #include "platform/windows/system/DialogOwner.h"
 #include "platform/windows/system/Wide.h"
 
@@ -13,28 +12,20 @@ struct Question {
   std::wstring prompt;
   std::wstring title;
   HWND owner;
-  FontHandle font;
+  EmptyDialog kind;
   std::wstring answer;
 };
 
 void Fill(HWND dialog, const Question& question) {
   constexpr double Width = 5400;
   ::SetWindowTextW(dialog, question.title.c_str());
-  DialogFiller filler(dialog, question.font.get(), Width);
+  DialogFiller filler(dialog, question.kind, Width);
   filler.AddText(question.prompt);
   filler.AddLine(L"EDIT", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE, WindowsInputBoxes::LineId,
                  1.6);
   filler.AddButtons({{L"OK", IDOK}, {L"Cancel", IDCANCEL}});
   filler.Fit(question.owner);
   ::SetFocus(::GetDlgItem(dialog, WindowsInputBoxes::LineId));
-}
-
-std::wstring LineOf(HWND dialog) {
-  const HWND line = ::GetDlgItem(dialog, WindowsInputBoxes::LineId);
-  std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(line)) + 1, L'\0');
-  const int length = ::GetWindowTextW(line, text.data(), static_cast<int>(text.size()));
-  text.resize(static_cast<std::size_t>(length));
-  return text;
 }
 
 INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -48,7 +39,7 @@ INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lPar
   const int id = LOWORD(wParam);
   if (id != IDOK && id != IDCANCEL) return FALSE;
   auto& question = *reinterpret_cast<Question*>(::GetWindowLongPtrW(dialog, DWLP_USER));
-  if (id == IDOK) question.answer = LineOf(dialog);
+  if (id == IDOK) question.answer = TextOfWindow(::GetDlgItem(dialog, WindowsInputBoxes::LineId));
   ::EndDialog(dialog, id);
   return TRUE;
 }
@@ -57,9 +48,9 @@ INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lPar
 
 std::string WindowsInputBoxes::Ask(const std::string& prompt, const std::string& title) {
   const ModalScope modal(owner_);
-  Question question{ToWide(prompt), ToWide(title), modal.Window(), MakeDialogFont(), {}};
+  Question question{ToWide(prompt), ToWide(title), modal.Window(), EmptyDialog(), {}};
   const INT_PTR ended =
-      EmptyDialog().ShowModal(modal.Window(), Procedure, reinterpret_cast<LPARAM>(&question));
+      question.kind.ShowModal(modal.Window(), Procedure, reinterpret_cast<LPARAM>(&question));
   return ended == IDOK ? ToUtf8(question.answer) : std::string();
 }
 

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "platform/windows/dialogs/EmptyDialog.h"
-#include "platform/windows/elements/WindowsPeer.h"
 #include "platform/windows/system/DialogOwner.h"
+#include "platform/windows/system/MessagePump.h"
 #include "platform/windows/system/Wide.h"
 // After windows.h.
 #include <commctrl.h>
@@ -28,8 +28,8 @@ constexpr ULONGLONG Moment = 500;
 class ProgressWindow {
  public:
   ProgressWindow(DialogOwner& owner, const std::wstring& title)
-      : modal_(owner), owner_(modal_.Window()), font_(MakeDialogFont()) {
-    window_ = EmptyDialog().Open(owner_, Procedure, reinterpret_cast<LPARAM>(this));
+      : modal_(owner), owner_(modal_.Window()) {
+    window_ = kind_.Open(owner_, Procedure, reinterpret_cast<LPARAM>(this));
     if (window_ == nullptr) return;
     Fill(title);
     ownerWasEnabled_ = owner_ != nullptr && !::EnableWindow(owner_, FALSE);
@@ -67,7 +67,7 @@ class ProgressWindow {
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_PROGRESS_CLASS};
     ::InitCommonControlsEx(&classes);
     ::SetWindowTextW(window_, title.c_str());
-    DialogFiller filler(window_, font_.get(), Width);
+    DialogFiller filler(window_, kind_, Width);
     filler.AddLine(L"STATIC", SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS, 0, TextId, 1);
     filler.AddLine(PROGRESS_CLASSW, 0, 0, BarId, 1.25);
     filler.AddButtons({{L"Cancel", IDCANCEL}});
@@ -99,7 +99,7 @@ class ProgressWindow {
 
   ModalScope modal_;
   HWND owner_;
-  FontHandle font_;
+  EmptyDialog kind_;
   HWND window_ = nullptr;
   bool ownerWasEnabled_ = false;
   bool cancelled_ = false;
@@ -135,18 +135,15 @@ class Report : public ProgressReport {
     // Before the window is open, nothing keeps the user from the other windows.
     const UINT kinds = window_ ? 0 : PM_QS_PAINT | PM_QS_POSTMESSAGE | PM_QS_SENDMESSAGE;
     const ULONGLONG begin = ::GetTickCount64();
-    MSG message;
-    while (!cancelled_ && ::GetTickCount64() - begin < UpdateInterval &&
-           ::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | kinds)) {
-      if (message.message == WM_QUIT) {
-        ::PostQuitMessage(static_cast<int>(message.wParam));
-        cancelled_ = true;
-      } else if (!window_ || window_->Window() == nullptr ||
-                 !::IsDialogMessageW(window_->Window(), &message)) {
-        ::TranslateMessage(&message);
-        ::DispatchMessageW(&message);
-      }
+    const auto forDialog = [this](MSG& message) {
+      return window_ && window_->Window() != nullptr &&
+             ::IsDialogMessageW(window_->Window(), &message);
+    };
+    Pumped last = Pumped::Message;
+    while (last == Pumped::Message && ::GetTickCount64() - begin < UpdateInterval) {
+      last = ProcessMessage(forDialog, kinds);
     }
+    if (last == Pumped::End) cancelled_ = true;
   }
 
   DialogOwner& owner_;

@@ -1,7 +1,6 @@
 // platform/windows/elements/PressablePeer.cpp: presses by mouse and keyboard.
 #include "platform/windows/elements/PressablePeer.h"
 
-#include "platform/windows/elements/PeerDrawing.h"
 // After windows.h.
 #include <windowsx.h>
 
@@ -19,9 +18,8 @@ void PressablePeer::Mirror() {
 
 void PressablePeer::DrawAll(HDC dc) {
   const SavedDc saved(dc);
-  RECT area{};
-  ::GetClientRect(Window(), &area);
-  ::FillRect(dc, &area, BackgroundOf(Window(), dc).brush);
+  const RECT area = Area();
+  ::FillRect(dc, &area, Background(dc).brush);
   const LRESULT font = ::SendMessageW(Window(), WM_GETFONT, 0, 0);
   if (font != 0) ::SelectObject(dc, reinterpret_cast<HGDIOBJ>(font));
   ::SetBkMode(dc, TRANSPARENT);
@@ -36,8 +34,7 @@ void PressablePeer::DrawAll(HDC dc) {
 void PressablePeer::Release(LPARAM position) {
   pressed_ = false;
   ::ReleaseCapture();
-  RECT area{};
-  ::GetClientRect(Window(), &area);
+  const RECT area = Area();
   if (::PtInRect(&area, {GET_X_LPARAM(position), GET_Y_LPARAM(position)})) clickable_.Click();
 }
 

@@ -3,10 +3,6 @@
 
 #include <algorithm>
 
-#include "platform/windows/drawing/GdiHandles.h"
-#include "platform/windows/elements/WindowsPeer.h"
-#include "platform/windows/system/Wide.h"
-
 namespace velkor {
 namespace {
 
@@ -39,12 +35,15 @@ class FontDc {
 
 }  // namespace
 
-int ScreenLength(int pixelsAt96) {
-  return ToPixel(pixelsAt96 * TwipsPerPixel, ScreenPixel().width);
-}
-
 SIZE LineSize(HWND window, std::wstring_view text) {
   return FontDc(window).Measure(text);
+}
+
+SIZE TextSize(HWND window, const std::wstring& text, UINT format, int width) {
+  const FontDc dc(window);
+  RECT area{0, 0, width, 0};
+  ::DrawTextW(dc.Get(), text.c_str(), static_cast<int>(text.size()), &area, format | DT_CALCRECT);
+  return {area.right - area.left, area.bottom - area.top};
 }
 
 int WidestLine(HWND window, const std::vector<std::wstring>& lines) {

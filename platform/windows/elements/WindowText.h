@@ -5,14 +5,16 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/windows/system/Win32.h"
+#include "platform/windows/system/Wide.h"
 
 namespace velkor {
 
-/// A length of 96 to the inch in pixels of the screen.
-int ScreenLength(int pixelsAt96);
 /// One line of text, as drawn without prefixes.
 SIZE LineSize(HWND window, std::wstring_view text);
+/// Room that a text takes, in pixels.
+/// @param format  of DrawTextW
+/// @param width  where lines break, with DT_WORDBREAK
+SIZE TextSize(HWND window, const std::wstring& text, UINT format, int width = 0);
 /// Width of the longest of several lines.
 int WidestLine(HWND window, const std::vector<std::wstring>& lines);
 TEXTMETRICW MetricsOfFont(HWND window);

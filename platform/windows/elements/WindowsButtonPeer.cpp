@@ -2,8 +2,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/windows/elements/PeerDrawing.h"
-#include "platform/windows/elements/WindowsPeer.h"
+#include "platform/windows/elements/MakePeer.h"
 
 namespace velkor {
 namespace {
@@ -21,12 +20,12 @@ class CommandButtonPeer : public WindowsPeer {
     // 50 by 14 dialog units are usual.
     const POINT least = ToScreenPixels(Point{1125, 345});
     const POINT margin = ToScreenPixels(Point{360, 150});
-    const SIZE text = TextSize(Window(), button_.Caption(), DT_SINGLELINE);
+    const SIZE text = TextSize(Window(), ToWide(button_.Caption()), DT_SINGLELINE);
     return {std::max(least.x, text.cx + margin.x), std::max(least.y, text.cy + margin.y)};
   }
 
  protected:
-  void Mirror() override { SetWindowsText(button_.Caption()); }
+  void Mirror() override { SetText(ToWide(button_.Caption())); }
   std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam) override {
     switch (message) {
       case WM_COMMAND + Reflected:

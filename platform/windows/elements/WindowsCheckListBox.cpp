@@ -3,9 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/windows/elements/WindowText.h"
-#include "platform/windows/elements/WindowsPeer.h"
-#include "platform/windows/system/Wide.h"
+#include "platform/windows/elements/MakePeer.h"
 // After windows.h.
 #include <commctrl.h>
 
@@ -182,8 +180,7 @@ class CheckListBoxPeer : public WindowsPeer {
   }
   /// As wide as the list, or as its longest text, which is then scrolled to.
   void FitColumn() const {
-    RECT area{};
-    ::GetClientRect(Window(), &area);
+    const RECT area = Area();
     const int wanted = std::max(static_cast<int>(area.right), widest_ + ScreenLength(32));
     if (Send(LVM_GETCOLUMNWIDTH, 0, 0) != wanted) Send(LVM_SETCOLUMNWIDTH, 0, wanted);
   }

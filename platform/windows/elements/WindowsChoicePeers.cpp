@@ -3,9 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/windows/elements/WindowText.h"
-#include "platform/windows/elements/WindowsPeer.h"
-#include "platform/windows/system/Wide.h"
+#include "platform/windows/elements/MakePeer.h"
 #include "values/FlagScope.h"
 
 namespace velkor {
@@ -25,8 +23,7 @@ class MarkedPeer : public WindowsPeer {
 
  protected:
   void MirrorMark(bool marked) {
-    const std::wstring caption = ToCaption(captioned_.Caption());
-    if (ToWide(WindowsText()) != caption) ::SetWindowTextW(Window(), caption.c_str());
+    SetText(ToCaption(captioned_.Caption()));
     ::SendMessageW(Window(), BM_SETCHECK, marked ? BST_CHECKED : BST_UNCHECKED, 0);
   }
 

@@ -2,9 +2,9 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "platform/windows/elements/PeerDrawing.h"
+#include "platform/windows/elements/MakePeer.h"
+#include "platform/windows/elements/PaintedWindow.h"
 #include "platform/windows/elements/PressablePeer.h"
-#include "platform/windows/system/Wide.h"
 
 namespace velkor {
 namespace {
@@ -31,13 +31,13 @@ class LabelPeer : public PressablePeer {
 
   SIZE NeededSize(int width) override {
     const UINT wrapped = width > 0 ? DT_WORDBREAK : 0;
-    return TextSize(Window(), label_.Caption(), DT_NOPREFIX | wrapped, width);
+    return TextSize(Window(), ToWide(label_.Caption()), DT_NOPREFIX | wrapped, width);
   }
 
  protected:
   void Mirror() override {
     PressablePeer::Mirror();
-    SetWindowsText(label_.Caption());
+    SetText(ToWide(label_.Caption()));
   }
   std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam) override {
     if (message == WM_DRAWITEM + Reflected) {
@@ -71,9 +71,9 @@ class LabelPeer : public PressablePeer {
  private:
   bool IsTooLong() const {
     if (wraps_) return false;
-    RECT area{};
-    ::GetClientRect(Window(), &area);
-    return TextSize(Window(), label_.Caption(), DT_NOPREFIX | DT_SINGLELINE).cx > area.right;
+    const RECT area = Area();
+    return TextSize(Window(), ToWide(label_.Caption()), DT_NOPREFIX | DT_SINGLELINE).cx >
+           area.right;
   }
 
   Label& label_;
@@ -100,7 +100,7 @@ class ImagePeer : public PressablePeer {
   void Mirror() override {
     PressablePeer::Mirror();
     // For screen readers: nobody sees it.
-    SetWindowsText(image_.Description().empty() ? image_.ToolTip() : image_.Description());
+    SetText(ToWide(image_.Description().empty() ? image_.ToolTip() : image_.Description()));
   }
   std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam) override {
     switch (message) {

@@ -2,9 +2,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "platform/windows/elements/WindowsPeer.h"
+#include "platform/windows/elements/MakePeer.h"
 #include "platform/windows/system/DialogOwner.h"
-#include "platform/windows/system/Wide.h"
 
 namespace velkor {
 namespace {

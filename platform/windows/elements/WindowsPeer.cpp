@@ -2,9 +2,7 @@
 // them share.
 #include "platform/windows/elements/WindowsPeer.h"
 
-#include <cmath>
-
-#include "platform/windows/system/Wide.h"
+#include "platform/windows/system/Modules.h"
 // After windows.h.
 #include <commctrl.h>
 
@@ -39,81 +37,7 @@ HWND ChildOf(UINT message, LPARAM lParam) {
   }
 }
 
-LRESULT CALLBACK PaintedWindow(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  switch (message) {
-    case WM_SETFONT:
-      ::SetWindowLongPtrW(window, 0, static_cast<LONG_PTR>(wParam));
-      return 0;
-    case WM_GETFONT:
-      return ::GetWindowLongPtrW(window, 0);
-    default:
-      return ::DefWindowProcW(window, message, wParam, lParam);
-  }
-}
-
 }  // namespace
-
-PixelSize ScreenPixel() {
-  constexpr float TwipsPerInch = 1440;
-  const HDC screen = ::GetDC(nullptr);
-  const int across = ::GetDeviceCaps(screen, LOGPIXELSX);
-  const int down = ::GetDeviceCaps(screen, LOGPIXELSY);
-  ::ReleaseDC(nullptr, screen);
-  if (across <= 0 || down <= 0) return {};
-  return {TwipsPerInch / static_cast<float>(across), TwipsPerInch / static_cast<float>(down)};
-}
-
-PixelRect ToScreenPixels(const Rect& bounds) {
-  return ToPixels(bounds, ScreenPixel());
-}
-
-Point ToTwips(POINT pixels) {
-  const PixelSize pixel = ScreenPixel();
-  return {pixels.x * static_cast<double>(pixel.width),
-          pixels.y * static_cast<double>(pixel.height)};
-}
-
-POINT ToScreenPixels(Point position) {
-  const PixelSize pixel = ScreenPixel();
-  return {ToPixel(position.x, pixel.width), ToPixel(position.y, pixel.height)};
-}
-
-HINSTANCE ThisModule() {
-  HMODULE module = nullptr;
-  ::GetModuleHandleExW(
-      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-      reinterpret_cast<LPCWSTR>(&PaintedWindow), &module);
-  return module;
-}
-
-const wchar_t* PaintedWindowClass() {
-  constexpr const wchar_t* Name = L"VelkorPainted";
-  WNDCLASSW definition{};
-  if (::GetClassInfoW(ThisModule(), Name, &definition)) return Name;
-  definition.style = CS_DBLCLKS;
-  definition.lpfnWndProc = PaintedWindow;
-  definition.cbWndExtra = sizeof(LONG_PTR);
-  definition.hInstance = ThisModule();
-  definition.hCursor = ::LoadCursorW(nullptr, IDC_ARROW);
-  definition.lpszClassName = Name;
-  ::RegisterClassW(&definition);
-  return Name;
-}
-
-void UnregisterPaintedWindowClass() {
-  ::UnregisterClassW(L"VelkorPainted", ThisModule());
-}
-
-FontHandle MakeDialogFont() {
-  constexpr double Points = 9;
-  constexpr double TwipsPerPoint = 20;
-  LOGFONTW wanted{};
-  wanted.lfHeight = -ToPixel(Points * TwipsPerPoint, ScreenPixel().height);
-  wanted.lfWeight = FW_NORMAL;
-  wanted.lfCharSet = DEFAULT_CHARSET;
-  std::wstring(L"Tahoma").copy(wanted.lfFaceName, LF_FACESIZE - 1);
-  return FontHandle(::CreateFontIndirectW(&wanted));
-}
 
 std::optional<LRESULT> ReflectMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   const HWND child = ChildOf(message, lParam);
@@ -245,16 +169,24 @@ void WindowsPeer::GiveToolTip(LPARAM notice) {
   asked.lpszText = dueToolTip_.data();
 }
 
-void WindowsPeer::SetWindowsText(const std::string& utf8) {
-  if (window_ != nullptr && WindowsText() != utf8) {
-    ::SetWindowTextW(window_, ToWide(utf8).c_str());
-  }
+void WindowsPeer::SetText(const std::wstring& text) {
+  if (window_ != nullptr && TextOfWindow(window_) != text) ::SetWindowTextW(window_, text.c_str());
 }
 
-std::string WindowsPeer::WindowsText() const {
-  std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(window_)) + 1, L'\0');
-  const int length = ::GetWindowTextW(window_, text.data(), static_cast<int>(text.size()));
-  return ToUtf8({text.data(), static_cast<std::size_t>(length)});
+RECT WindowsPeer::Area() const {
+  RECT area{};
+  ::GetClientRect(window_, &area);
+  return area;
+}
+
+PeerBackground WindowsPeer::Background(HDC dc) const {
+  const LRESULT answer =
+      ::SendMessageW(::GetParent(window_), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc),
+                     reinterpret_cast<LPARAM>(window_));
+  if (answer != 0) return {reinterpret_cast<HBRUSH>(answer), ::GetBkColor(dc)};
+  ::SetTextColor(dc, ::GetSysColor(COLOR_BTNTEXT));
+  ::SetBkColor(dc, ::GetSysColor(COLOR_BTNFACE));
+  return {::GetSysColorBrush(COLOR_BTNFACE), ::GetSysColor(COLOR_BTNFACE)};
 }
 
 }  // namespace velkor

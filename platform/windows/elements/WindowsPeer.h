@@ -5,24 +5,20 @@
 #include <optional>
 #include <string>
 
-#include "platform/InputElements.h"
-#include "platform/windows/drawing/GdiHandles.h"
+#include "platform/Elements.h"
+#include "platform/windows/drawing/ScreenUnits.h"
+#include "platform/windows/elements/WindowText.h"
 
 namespace velkor {
 
-class DialogOwner;
-
-/// Twips to a pixel of the screen as this process sees it (GetDeviceCaps, LOGPIXELSX): 15 at 96
-/// dots to the inch.
-PixelSize ScreenPixel();
-/// Whole pixels of an element's bounds.
-PixelRect ToScreenPixels(const Rect& bounds);
-/// Twips of a point in pixels, and the other way.
-Point ToTwips(POINT pixels);
-POINT ToScreenPixels(Point position);
-
 /// Who decides where a window stands: its element's bounds, or the layout of a form.
 enum class Placement { Bounds, Layout };
+
+/// What a child window has behind it. The brush is its parent's.
+struct PeerBackground {
+  HBRUSH brush = nullptr;
+  COLORREF colour = 0;
+};
 
 /// What a parent hands to its child of a message that the child's own doing brought there
 /// (WM_COMMAND, WM_NOTIFY, WM_HSCROLL, WM_VSCROLL, WM_DRAWITEM, WM_CTLCOLOR...): the same message
@@ -74,8 +70,13 @@ class WindowsPeer : public ElementPeer {
   /// What the window procedure under this one does.
   LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam);
   /// Sets the window's text, unless it has it.
-  void SetWindowsText(const std::string& utf8);
-  std::string WindowsText() const;
+  void SetText(const std::wstring& text);
+  /// The window without its frame, at its own coordinates.
+  RECT Area() const;
+  /// What the window has behind it: asks the parent, as controls of the system do
+  /// (WM_CTLCOLORSTATIC), which also sets the colours of `dc`; a parent without an opinion has the
+  /// colours of dialogs.
+  PeerBackground Background(HDC dc) const;
   /// Whether what the window tells now is the answer to what this told it.
   bool IsMirroring() const { return mirroring_; }
 
@@ -95,52 +96,5 @@ class WindowsPeer : public ElementPeer {
   std::wstring dueToolTip_;
   bool mirroring_ = false;
 };
-
-/// Class of windows that do nothing by themselves, but keep the font that they are given; it is
-/// registered when asked for.
-const wchar_t* PaintedWindowClass();
-
-/// Ends the class; for a library that is unloaded, when none of its windows is left.
-void UnregisterPaintedWindowClass();
-
-/// The font of dialogs at the screen's resolution. Whoever makes the outermost window owns one and
-/// answers WM_GETFONT with it: children ask their parent.
-FontHandle MakeDialogFont();
-
-/// The module that this code lies in: the program or the library.
-HINSTANCE ThisModule();
-
-/// Each makes the window of one element, a child of `parent`. The element outlives it. Of windows
-/// that overlap the one made first lies on top, and is first in the order of the Tab key.
-std::unique_ptr<WindowsPeer> MakePeer(Label& label, HWND parent,
-                                      Placement placement = Placement::Bounds);
-std::unique_ptr<WindowsPeer> MakePeer(CommandButton& button, HWND parent,
-                                      Placement placement = Placement::Bounds);
-std::unique_ptr<WindowsPeer> MakePeer(Image& image, HWND parent,
-                                      Placement placement = Placement::Bounds);
-/// May hold the windows of other elements.
-std::unique_ptr<WindowsPeer> MakePeer(PictureBox& picture, HWND parent,
-                                      Placement placement = Placement::Bounds);
-std::unique_ptr<WindowsPeer> MakePeer(ScrollBar& scrollBar, HWND parent,
-                                      Placement placement = Placement::Bounds);
-std::unique_ptr<WindowsPeer> MakePeer(Toolbar& toolbar, HWND parent,
-                                      Placement placement = Placement::Bounds);
-/// A masked box takes only what fits its mask.
-std::unique_ptr<WindowsPeer> MakePeer(TextBox& box, HWND parent,
-                                      Placement placement = Placement::Bounds);
-std::unique_ptr<WindowsPeer> MakePeer(CheckBox& box, HWND parent,
-                                      Placement placement = Placement::Bounds);
-std::unique_ptr<WindowsPeer> MakePeer(OptionButton& button, HWND parent,
-                                      Placement placement = Placement::Bounds);
-std::unique_ptr<WindowsPeer> MakePeer(ComboBox& box, HWND parent,
-                                      Placement placement = Placement::Bounds);
-std::unique_ptr<WindowsPeer> MakePeer(CheckListBox& list, HWND parent,
-                                      Placement placement = Placement::Bounds);
-
-/// These have no place of their own. `control` is the window whose points a menu pops up at; a menu
-/// pops up inside a scope of `owner`.
-std::unique_ptr<ElementPeer> MakePeer(Menu& menu, HWND control, DialogOwner& owner);
-/// Ticks on the thread that made it, whether or not there is any window.
-std::unique_ptr<ElementPeer> MakePeer(Timer& timer);
 
 }  // namespace velkor

@@ -3,8 +3,8 @@
 #include <cmath>
 
 #include "platform/windows/drawing/GdiSurface.h"
-#include "platform/windows/elements/PeerDrawing.h"
-#include "platform/windows/elements/WindowsPeer.h"
+#include "platform/windows/elements/MakePeer.h"
+#include "platform/windows/elements/PaintedWindow.h"
 // After windows.h.
 #include <windowsx.h>
 
@@ -107,7 +107,7 @@ class PicturePeer : public WindowsPeer {
  protected:
   void Mirror() override {
     // For screen readers: nobody sees it.
-    if (!picture_.Description().empty()) SetWindowsText(picture_.Description());
+    if (!picture_.Description().empty()) SetText(ToWide(picture_.Description()));
   }
   bool HasToolTip() const override { return picture_.onToolTip || WindowsPeer::HasToolTip(); }
   std::string ToolTipText() override {
@@ -122,12 +122,9 @@ class PicturePeer : public WindowsPeer {
       case WM_PAINT:
         OnPaint();
         return 0;
-      case WM_PRINTCLIENT: {
-        RECT all{};
-        ::GetClientRect(Window(), &all);
-        Paint(reinterpret_cast<HDC>(wParam), all);
+      case WM_PRINTCLIENT:
+        Paint(reinterpret_cast<HDC>(wParam), Area());
         return 0;
-      }
       case WM_CTLCOLORSTATIC:
         // What it holds has behind it what this has.
         return ::SendMessageW(::GetParent(Window()), message, wParam, lParam);
@@ -195,7 +192,7 @@ class PicturePeer : public WindowsPeer {
     const PaintBuffer buffer(target, part);
     {
       const SavedDc saved(buffer.Dc());
-      ::FillRect(buffer.Dc(), &part, BackgroundOf(Window(), buffer.Dc()).brush);
+      ::FillRect(buffer.Dc(), &part, Background(buffer.Dc()).brush);
     }
     if (picture_.onPaint) {
       GdiSurface surface(buffer.Dc(), pixel_);

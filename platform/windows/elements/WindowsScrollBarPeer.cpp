@@ -3,7 +3,7 @@
 #include <cmath>
 #include <cstdint>
 
-#include "platform/windows/elements/WindowsPeer.h"
+#include "platform/windows/elements/MakePeer.h"
 
 namespace velkor {
 namespace {

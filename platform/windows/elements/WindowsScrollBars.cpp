@@ -101,9 +101,7 @@ class Bars : public WindowScrollBars {
   }
   Extent Thickness() override {
     if (window_ == nullptr) return {};
-    const PixelSize pixel = ScreenPixel();
-    return {::GetSystemMetrics(SM_CXVSCROLL) * static_cast<double>(pixel.width),
-            ::GetSystemMetrics(SM_CYHSCROLL) * static_cast<double>(pixel.height)};
+    return ToTwips(SIZE{::GetSystemMetrics(SM_CXVSCROLL), ::GetSystemMetrics(SM_CYHSCROLL)});
   }
 
  private:

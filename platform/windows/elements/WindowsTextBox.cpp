@@ -4,9 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/windows/elements/WindowText.h"
-#include "platform/windows/elements/WindowsPeer.h"
-#include "platform/windows/system/Wide.h"
+#include "platform/windows/elements/MakePeer.h"
 #include "values/Font.h"
 
 namespace velkor {
@@ -51,7 +49,7 @@ class TextBoxPeer : public WindowsPeer {
  protected:
   void Mirror() override {
     const std::wstring wanted = ToWide(box_.Text());
-    if (WideText() == wanted) return;
+    if (Text() == wanted) return;
     const Selection before = Selected();
     ::SetWindowTextW(Window(), wanted.c_str());
     if (::GetFocus() != Window()) return;
@@ -95,12 +93,7 @@ class TextBoxPeer : public WindowsPeer {
     }
   }
 
-  std::wstring WideText() const {
-    std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(Window())) + 1, L'\0');
-    const int length = ::GetWindowTextW(Window(), text.data(), static_cast<int>(text.size()));
-    text.resize(static_cast<std::size_t>(length));
-    return text;
-  }
+  std::wstring Text() const { return TextOfWindow(Window()); }
   Selection Selected() const {
     Selection selection;
     ::SendMessageW(Window(), EM_GETSEL, reinterpret_cast<WPARAM>(&selection.begin),
@@ -158,8 +151,8 @@ class TextBoxPeer : public WindowsPeer {
   }
 
   void TakeText() {
-    if (Takes(WideText())) {
-      box_.SetText(WindowsText());
+    if (const std::wstring text = Text(); Takes(text)) {
+      box_.SetText(ToUtf8(text));
     } else {
       Changed();
     }
@@ -218,7 +211,7 @@ class MaskedBoxPeer : public TextBoxPeer {
 
   /// A digit that finds its group full goes to the next one.
   void Take(const std::wstring& typed, LPARAM details) override {
-    const std::wstring text = WideText();
+    const std::wstring text = Text();
     const Selection selection = Selected();
     std::wstring after = text;
     after.replace(selection.begin, selection.end - selection.begin, typed);

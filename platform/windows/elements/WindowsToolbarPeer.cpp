@@ -2,10 +2,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "platform/windows/elements/PeerDrawing.h"
-#include "platform/windows/elements/WindowsPeer.h"
+#include "platform/windows/elements/MakePeer.h"
 #include "platform/windows/elements/WindowsToolbarImages.h"
-#include "platform/windows/system/Wide.h"
 
 namespace velkor {
 namespace {
@@ -63,11 +61,10 @@ class ToolbarPeer : public WindowsPeer {
       case WM_NOTIFY + Reflected:
         return OnNotify(lParam);
       case WM_ERASEBKGND: {
-        RECT area{};
-        ::GetClientRect(Window(), &area);
+        const RECT area = Area();
         const auto dc = reinterpret_cast<HDC>(wParam);
         const SavedDc saved(dc);
-        ::FillRect(dc, &area, BackgroundOf(Window(), dc).brush);
+        ::FillRect(dc, &area, Background(dc).brush);
         return TRUE;
       }
       case WM_SYSCOLORCHANGE:
@@ -96,8 +93,7 @@ class ToolbarPeer : public WindowsPeer {
 
   /// Buttons as high as the toolbar, with pictures drawn for them.
   void FitButtons() {
-    RECT area{};
-    ::GetClientRect(Window(), &area);
+    const RECT area = Area();
     const int margin = ToScreenPixels(Point{ToolbarImageMargin, 0}).x;
     const int largest = ToScreenPixels(Point{ToolbarButtonSide, 0}).x;
     const int side = std::clamp(static_cast<int>(area.bottom), 3 * margin, largest);
@@ -114,7 +110,7 @@ class ToolbarPeer : public WindowsPeer {
 
   void SetImages(int side) {
     const HDC dc = ::GetDC(Window());
-    const COLORREF back = BackgroundOf(Window(), dc).colour;
+    const COLORREF back = Background(dc).colour;
     const COLORREF lines = ::GetTextColor(dc);
     ::ReleaseDC(Window(), dc);
     ImageListHandle images = MakeToolbarImages(side, lines, back);

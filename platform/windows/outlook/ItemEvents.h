@@ -7,7 +7,7 @@
 
 #include "platform/Outlook.h"
 #include "platform/windows/com/Automation.h"
-#include "platform/windows/com/MessageWindow.h"
+#include "platform/windows/system/MessageWindow.h"
 
 namespace velkor {
 

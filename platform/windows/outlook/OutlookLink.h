@@ -4,8 +4,7 @@
 #include <map>
 #include <string_view>
 
-#include "platform/windows/com/Automation.h"
-#include "platform/windows/com/HelperLibrary.h"
+#include "platform/windows/outlook/HelperLibrary.h"
 #include "platform/windows/outlook/ItemEvents.h"
 
 namespace velkor {

@@ -33,6 +33,13 @@ std::string ToUtf8(std::wstring_view wide) {
   return utf8;
 }
 
+std::wstring TextOfWindow(HWND window) {
+  std::wstring text(static_cast<std::size_t>(::GetWindowTextLengthW(window)) + 1, L'\0');
+  const int length = ::GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
+  text.resize(static_cast<std::size_t>(length));
+  return text;
+}
+
 std::string SystemMessage(DWORD code) {
   wchar_t text[512];
   const DWORD length = ::FormatMessageW(
@@ -41,6 +48,11 @@ std::string SystemMessage(DWORD code) {
   const std::string message = ToUtf8({text, length});
   const std::string trimmed(Trim(message));
   return trimmed.empty() ? "system error " + std::to_string(code) : trimmed;
+}
+
+Error SystemError(DWORD code, std::string_view doing) {
+  const HRESULT result = HRESULT_FROM_WIN32(code);
+  return Error(FAILED(result) ? result : E_FAIL, std::string(doing) + ": " + SystemMessage(code));
 }
 
 }  // namespace velkor

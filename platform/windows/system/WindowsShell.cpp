@@ -2,6 +2,7 @@
 #include "platform/windows/system/WindowsShell.h"
 
 #include "platform/windows/system/DialogOwner.h"
+#include "platform/windows/system/MessagePump.h"
 #include "platform/windows/system/Wide.h"
 // After windows.h.
 #include <shellapi.h>
@@ -13,17 +14,9 @@ void WindowsShell::ProcessMessages() {
   constexpr DWORD LongestWait = 2;
   constexpr ULONGLONG LongestRound = 30;
   const BusyScope busy(owner_);
-  ::MsgWaitForMultipleObjectsEx(0, nullptr, LongestWait, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+  WaitForMessage(LongestWait);
   const ULONGLONG begin = ::GetTickCount64();
-  MSG message;
-  while (::GetTickCount64() - begin < LongestRound &&
-         ::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-    if (message.message == WM_QUIT) {
-      ::PostQuitMessage(static_cast<int>(message.wParam));
-      return;
-    }
-    ::TranslateMessage(&message);
-    ::DispatchMessageW(&message);
+  while (::GetTickCount64() - begin < LongestRound && ProcessMessage() == Pumped::Message) {
   }
 }
 

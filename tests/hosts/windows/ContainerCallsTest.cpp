@@ -1,7 +1,7 @@
 // tests/hosts/windows/ContainerCallsTest.cpp: what a container may do to a control, and when.
 #include <gmock/gmock.h>
 
-#include "platform/windows/com/MessageWindow.h"
+#include "platform/windows/system/MessageWindow.h"
 #include "tests/hosts/windows/BareContainer.h"
 #include "tests/platform/windows/DriveDialog.h"
 

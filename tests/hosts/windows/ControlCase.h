@@ -7,7 +7,7 @@
 #include <string>
 
 #include "platform/windows/com/Automation.h"
-#include "platform/windows/com/Registration.h"
+#include "platform/windows/system/Modules.h"
 #include "tests/platform/windows/Apartment.h"
 #include "tests/platform/windows/PumpMessages.h"
 

@@ -5,9 +5,9 @@
 #include <set>
 #include <vector>
 
-#include "platform/windows/com/MessageWindow.h"
-#include "platform/windows/com/ObjectSafety.h"
+#include "hosts/windows/OutlookVelkor/ObjectSafety.h"
 #include "platform/windows/drawing/DibSection.h"
+#include "platform/windows/system/MessageWindow.h"
 #include "platform/windows/system/WindowsRegistry.h"
 #include "tests/hosts/windows/ControlCase.h"
 #include "tests/platform/windows/DriveDialog.h"

@@ -3,7 +3,7 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/windows/com/MessageWindow.h"
+#include "platform/windows/system/MessageWindow.h"
 #include "tests/platform/windows/Apartment.h"
 #include "tests/standin/ServedObject.h"
 #include "tests/support/ErrorOf.h"

@@ -3,8 +3,9 @@
 
 #include <vector>
 
-#include "platform/windows/elements/WindowsPeer.h"
+#include "platform/windows/elements/PaintedWindow.h"
 #include "platform/windows/system/DialogOwner.h"
+#include "platform/windows/system/Modules.h"
 
 namespace velkor {
 

@@ -2,7 +2,8 @@
 #pragma once
 
 #include "platform/windows/drawing/DibSection.h"
-#include "platform/windows/elements/WindowsPeer.h"
+#include "platform/windows/elements/MakePeer.h"
+#include "platform/windows/system/Modules.h"
 #include "platform/windows/system/Wide.h"
 #include "tests/platform/windows/PumpMessages.h"
 // After windows.h.

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/windows/elements/WindowsPeer.h"
+#include "platform/windows/elements/MakePeer.h"
 #include "platform/windows/system/Wide.h"
 
 namespace velkor {

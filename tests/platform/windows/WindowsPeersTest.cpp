@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/windows/com/MessageWindow.h"
+#include "platform/windows/system/MessageWindow.h"
 #include "platform/windows/system/DialogOwner.h"
 #include "tests/platform/windows/PeersWindow.h"
 

@@ -3,7 +3,9 @@
 
 #include <gmock/gmock.h>
 
+#include "platform/windows/elements/PaintedWindow.h"
 #include "platform/windows/elements/WindowsPeer.h"
+#include "platform/windows/system/Modules.h"
 #include "support/cScrollBars.h"
 #include "tests/support/ScrollBarLog.h"
 

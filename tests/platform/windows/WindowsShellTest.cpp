@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "platform/windows/com/MessageWindow.h"
+#include "platform/windows/system/MessageWindow.h"
 #include "tests/platform/windows/DriveDialog.h"
 #include "tests/platform/windows/OwnerWindow.h"
 // After windows.h.

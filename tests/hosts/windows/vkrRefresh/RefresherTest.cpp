@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "platform/windows/com/ProcessWatch.h"
+#include "platform/windows/system/ProcessWatch.h"
 #include "platform/windows/system/Wide.h"
 #include "platform/windows/system/WindowsFiles.h"
 #include "tests/model/CalendarInMemory.h"

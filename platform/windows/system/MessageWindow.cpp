@@ -1,11 +1,11 @@
-// platform/windows/com/MessageWindow.cpp: a message-only window of a class that the system has.
-#include "platform/windows/com/MessageWindow.h"
+// platform/windows/system/MessageWindow.cpp: a message-only window of a class that the system has.
+#include "platform/windows/system/MessageWindow.h"
 
 #include <utility>
 // After windows.h.
 #include <commctrl.h>
 
-#include "platform/windows/com/ComError.h"
+#include "platform/windows/system/Wide.h"
 
 namespace velkor {
 
@@ -16,9 +16,9 @@ MessageWindow::MessageWindow(Handler handler)
   const bool made = window_ != nullptr &&
                     ::SetWindowSubclass(window_, Subclass, 0, reinterpret_cast<DWORD_PTR>(this));
   if (made) return;
-  const HRESULT result = HRESULT_FROM_WIN32(::GetLastError());
+  const DWORD code = ::GetLastError();
   if (window_ != nullptr) ::DestroyWindow(window_);
-  Check(FAILED(result) ? result : E_FAIL, "No window for messages can be made");
+  throw SystemError(code, "No window for messages can be made");
 }
 
 MessageWindow::~MessageWindow() {

@@ -1,4 +1,4 @@
-// platform/windows/com/MessageWindow.h: a window that nobody sees, for messages to this thread.
+// platform/windows/system/MessageWindow.h: a window that nobody sees, for messages to this thread.
 #pragma once
 
 #include <functional>

@@ -1,4 +1,4 @@
-// platform/windows/com/HelperLibrary.h: the library ZQCDO, which reads without the program's
+// platform/windows/outlook/HelperLibrary.h: the library ZQCDO, which reads without the program's
 // questions.
 #pragma once
 

@@ -1,4 +1,5 @@
-// platform/windows/com/ObjectSafety.h: the interface by which a control says what it is safe for.
+// hosts/windows/OutlookVelkor/ObjectSafety.h: the interface by which a control says what it is safe
+// for.
 #pragma once
 
 #include "platform/windows/system/Win32.h"

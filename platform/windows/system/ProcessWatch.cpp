@@ -1,9 +1,9 @@
-// platform/windows/com/ProcessWatch.cpp: waits of the system's thread pool.
-#include "platform/windows/com/ProcessWatch.h"
+// platform/windows/system/ProcessWatch.cpp: waits of the system's thread pool.
+#include "platform/windows/system/ProcessWatch.h"
 
 #include <utility>
 
-#include "platform/windows/com/ComError.h"
+#include "platform/windows/system/Wide.h"
 
 namespace velkor {
 namespace {
@@ -14,8 +14,8 @@ constexpr DWORD LongestCall = 3000;
 KernelHandle Open(DWORD process) {
   KernelHandle opened(::OpenProcess(SYNCHRONIZE, FALSE, process));
   if (!opened) {
-    Check(HRESULT_FROM_WIN32(::GetLastError()),
-          "The process " + std::to_string(process) + " cannot be watched");
+    throw SystemError(::GetLastError(),
+                      "The process " + std::to_string(process) + " cannot be watched");
   }
   return opened;
 }
@@ -38,7 +38,7 @@ ProcessWatch::ProcessWatch(DWORD process, std::function<void()> onEnd)
       }) {
   if (!::RegisterWaitForSingleObject(&wait_, process_.get(), TellWindow, window_.Get(), INFINITE,
                                      WT_EXECUTEONLYONCE)) {
-    Check(HRESULT_FROM_WIN32(::GetLastError()), "A process cannot be watched");
+    throw SystemError(::GetLastError(), "A process cannot be watched");
   }
 }
 

@@ -1,11 +1,11 @@
-// platform/windows/com/ProcessWatch.h: hears of the end of another process.
+// platform/windows/system/ProcessWatch.h: hears of the end of another process.
 #pragma once
 
 #include <functional>
 #include <memory>
 #include <type_traits>
 
-#include "platform/windows/com/MessageWindow.h"
+#include "platform/windows/system/MessageWindow.h"
 
 namespace velkor {
 

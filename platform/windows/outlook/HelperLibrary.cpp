@@ -1,5 +1,5 @@
-// platform/windows/com/HelperLibrary.cpp: a body text and a user's name through ZQCDO.
-#include "platform/windows/com/HelperLibrary.h"
+// platform/windows/outlook/HelperLibrary.cpp: a body text and a user's name through ZQCDO.
+#include "platform/windows/outlook/HelperLibrary.h"
 
 #include "values/Error.h"
 
