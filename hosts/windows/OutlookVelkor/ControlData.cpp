@@ -35,7 +35,8 @@ HGLOBAL ToMetafilePicture(HENHMETAFILE picture, SIZEL size) {
 
 /// Null when there is no memory for it.
 HENHMETAFILE YearPlanControl::MakePicture() {
-  const RECT frame{0, 0, extent_.cx, extent_.cy};
+  const SIZEL extent = place_.Extent();
+  const RECT frame{0, 0, extent.cx, extent.cy};
   const HDC dc = ::CreateEnhMetaFileW(nullptr, nullptr, &frame, nullptr);
   if (dc == nullptr) return nullptr;
   constexpr int HimetricPerMillimetre = 100;
@@ -43,8 +44,8 @@ HENHMETAFILE YearPlanControl::MakePicture() {
     const int size = ::GetDeviceCaps(dc, millimetres) * HimetricPerMillimetre;
     return size <= 0 ? 1 : ::MulDiv(himetric, ::GetDeviceCaps(dc, resolution), size);
   };
-  const RECTL bounds{0, 0, pixels(extent_.cx, HORZRES, HORZSIZE),
-                     pixels(extent_.cy, VERTRES, VERTSIZE)};
+  const RECTL bounds{0, 0, pixels(extent.cx, HORZRES, HORZSIZE),
+                     pixels(extent.cy, VERTRES, VERTSIZE)};
   const HRESULT result =
       Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, dc, &bounds, nullptr, nullptr, 0);
   const HENHMETAFILE picture = ::CloseEnhMetaFile(dc);
@@ -75,7 +76,7 @@ STDMETHODIMP YearPlanControl::GetData(FORMATETC* format, STGMEDIUM* medium) {
     medium->hEnhMetaFile = picture;
     return S_OK;
   }
-  const HGLOBAL older = ToMetafilePicture(picture, extent_);
+  const HGLOBAL older = ToMetafilePicture(picture, place_.Extent());
   ::DeleteEnhMetaFile(picture);
   if (older == nullptr) return E_OUTOFMEMORY;
   medium->tymed = TYMED_MFPICT;
@@ -110,21 +111,15 @@ STDMETHODIMP YearPlanControl::EnumFormatEtc(DWORD direction, IEnumFORMATETC** fo
 
 STDMETHODIMP YearPlanControl::DAdvise(FORMATETC* format, DWORD flags, IAdviseSink* sink,
                                       DWORD* cookie) {
-  if (!dataAdviseHolder_) {
-    const HRESULT result = ::CreateDataAdviseHolder(&dataAdviseHolder_);
-    if (FAILED(result)) return result;
-  }
-  return dataAdviseHolder_->Advise(this, format, flags, sink, cookie);
+  return listeners_.DAdvise(format, flags, sink, cookie);
 }
 
 STDMETHODIMP YearPlanControl::DUnadvise(DWORD cookie) {
-  return dataAdviseHolder_ ? dataAdviseHolder_->Unadvise(cookie) : OLE_E_NOCONNECTION;
+  return listeners_.DUnadvise(cookie);
 }
 
 STDMETHODIMP YearPlanControl::EnumDAdvise(IEnumSTATDATA** sinks) {
-  if (sinks == nullptr) return E_POINTER;
-  *sinks = nullptr;
-  return dataAdviseHolder_ ? dataAdviseHolder_->EnumAdvise(sinks) : S_OK;
+  return listeners_.EnumDAdvise(sinks);
 }
 
 }  // namespace velkor

@@ -27,7 +27,7 @@ STDMETHODIMP YearPlanControl::Invoke(DISPID member, REFIID id, LCID /*locale*/, 
                                      DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
                                      UINT* badArgument) {
   if (id != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
-  const EntryScope entry(owner_);
+  const EntryScope entry(life_.Owner());
   ::SetErrorInfo(0, nullptr);
   return typeInfo_->Invoke(static_cast<IYearPlan*>(this), member, flags, parameters, result,
                            exception, badArgument);
@@ -49,11 +49,11 @@ STDMETHODIMP YearPlanControl::GetGUID(DWORD kind, GUID* id) {
 }
 
 STDMETHODIMP YearPlanControl::EnumConnectionPoints(IEnumConnectionPoints** points) {
-  return EnumerateConnectionPoints({events_.Get(), propertyEvents_.Get()}, points);
+  return listeners_.EnumConnectionPoints(points);
 }
 
 STDMETHODIMP YearPlanControl::FindConnectionPoint(REFIID events, IConnectionPoint** point) {
-  return velkor::FindConnectionPoint({events_.Get(), propertyEvents_.Get()}, events, point);
+  return listeners_.FindConnectionPoint(events, point);
 }
 
 STDMETHODIMP YearPlanControl::InterfaceSupportsErrorInfo(REFIID id) {

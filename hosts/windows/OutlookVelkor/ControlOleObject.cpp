@@ -13,20 +13,16 @@ constexpr const wchar_t* UserType = L"Year planner";
 }  // namespace
 
 STDMETHODIMP YearPlanControl::SetClientSite(IOleClientSite* site) {
-  const EntryScope entry(owner_);
-  if (site != site_.Get()) InPlaceDeactivate();
-  site_ = site;
+  const EntryScope entry(life_.Owner());
+  place_.SetSite(site);
   // Where properties are loaded first nobody could say then that this is design mode.
-  if (started_ && plan_.Elements().tmrStart.Enabled() && IsDesignMode()) {
-    timers_.clear();
-    started_ = false;
-  }
+  if (plan_.Elements().tmrStart.Enabled() && place_.IsDesignMode()) timers_.clear();
   return S_OK;
 }
 
 STDMETHODIMP YearPlanControl::GetClientSite(IOleClientSite** site) {
   if (site == nullptr) return E_POINTER;
-  return site_.CopyTo(site);
+  return place_.Site().CopyTo(site);
 }
 
 STDMETHODIMP YearPlanControl::SetHostNames(LPCOLESTR /*application*/, LPCOLESTR /*document*/) {
@@ -34,11 +30,13 @@ STDMETHODIMP YearPlanControl::SetHostNames(LPCOLESTR /*application*/, LPCOLESTR 
 }
 
 STDMETHODIMP YearPlanControl::Close(DWORD save) {
-  const EntryScope entry(owner_);
+  const EntryScope entry(life_.Owner());
   // A container that asks lets its user decide; a control has no window to ask in.
-  if (save != OLECLOSE_NOSAVE && dirty_ && site_) site_->SaveObject();
-  InPlaceDeactivate();
-  if (adviseHolder_) adviseHolder_->SendOnClose();
+  if (save != OLECLOSE_NOSAVE && dirty_) {
+    life_.Tell(place_.Site(), [](IOleClientSite& told) { return told.SaveObject(); });
+  }
+  place_.Close();
+  listeners_.Closed();
   return S_OK;
 }
 
@@ -61,9 +59,17 @@ STDMETHODIMP YearPlanControl::GetClipboardData(DWORD /*reserved*/, IDataObject**
   return E_NOTIMPL;
 }
 
+HRESULT YearPlanControl::Activate(bool withKeyboard) {
+  const HRESULT result = place_.Open();
+  if (FAILED(result)) return result;
+  Start();
+  if (withKeyboard) place_.TakeKeyboard();
+  return S_OK;
+}
+
 STDMETHODIMP YearPlanControl::DoVerb(LONG verb, LPMSG /*message*/, IOleClientSite* /*site*/,
                                      LONG /*index*/, HWND /*parent*/, LPCRECT /*place*/) {
-  const EntryScope entry(owner_);
+  const EntryScope entry(life_.Owner());
   switch (verb) {
     case OLEIVERB_HIDE:
       return InPlaceDeactivate();
@@ -114,34 +120,29 @@ STDMETHODIMP YearPlanControl::SetExtent(DWORD aspect, SIZEL* size) {
   if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
   if (size->cx <= 0 || size->cy <= 0) return E_INVALIDARG;
   // The container stores it, not this.
-  extent_ = *size;
-  TellView();
+  const EntryScope entry(life_.Owner());
+  place_.SetExtent(*size);
+  listeners_.PictureChanged();
   return S_OK;
 }
 
 STDMETHODIMP YearPlanControl::GetExtent(DWORD aspect, SIZEL* size) {
   if (size == nullptr) return E_POINTER;
   if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
-  *size = extent_;
+  *size = place_.Extent();
   return S_OK;
 }
 
 STDMETHODIMP YearPlanControl::Advise(IAdviseSink* sink, DWORD* cookie) {
-  if (!adviseHolder_) {
-    const HRESULT result = ::CreateOleAdviseHolder(&adviseHolder_);
-    if (FAILED(result)) return result;
-  }
-  return adviseHolder_->Advise(sink, cookie);
+  return listeners_.Advise(sink, cookie);
 }
 
 STDMETHODIMP YearPlanControl::Unadvise(DWORD cookie) {
-  return adviseHolder_ ? adviseHolder_->Unadvise(cookie) : OLE_E_NOCONNECTION;
+  return listeners_.Unadvise(cookie);
 }
 
 STDMETHODIMP YearPlanControl::EnumAdvise(IEnumSTATDATA** sinks) {
-  if (sinks == nullptr) return E_POINTER;
-  *sinks = nullptr;
-  return adviseHolder_ ? adviseHolder_->EnumAdvise(sinks) : S_OK;
+  return listeners_.EnumAdvise(sinks);
 }
 
 STDMETHODIMP YearPlanControl::GetMiscStatus(DWORD aspect, DWORD* status) {
@@ -167,16 +168,14 @@ STDMETHODIMP YearPlanControl::OnMnemonic(MSG* /*message*/) {
 }
 
 STDMETHODIMP YearPlanControl::OnAmbientPropertyChange(DISPID property) {
-  if ((property == DISPID_AMBIENT_USERMODE || property == DISPID_UNKNOWN) && window_) Start();
+  if ((property == DISPID_AMBIENT_USERMODE || property == DISPID_UNKNOWN) && place_.IsInPlace()) {
+    Start();
+  }
   return S_OK;
 }
 
 STDMETHODIMP YearPlanControl::FreezeEvents(BOOL freeze) {
-  if (freeze) {
-    ++frozen_;
-  } else if (frozen_ > 0) {
-    --frozen_;
-  }
+  listeners_.Freeze(freeze != FALSE);
   return S_OK;
 }
 

@@ -17,13 +17,11 @@ STDMETHODIMP YearPlanControl::InitNew() {
 }
 
 HRESULT YearPlanControl::ReadFrom(PropertyBag& bag) {
-  const EntryScope entry(owner_);
-  const HRESULT result = Answer([&] {
+  return AnswerCall([&] {
     plan_.ReadProperties(bag);
     dirty_ = false;
+    Start();
   });
-  if (SUCCEEDED(result)) Start();
-  return result;
 }
 
 STDMETHODIMP YearPlanControl::Load(IPropertyBag* bag, IErrorLog* log) {

@@ -6,23 +6,16 @@
 #include <vector>
 
 #include "control/YearPlan.h"
+#include "hosts/windows/OutlookVelkor/ControlListeners.h"
+#include "hosts/windows/OutlookVelkor/ControlPlace.h"
 #include "hosts/windows/OutlookVelkor/ControlSeams.h"
-#include "hosts/windows/OutlookVelkor/ControlWindow.h"
+#include "hosts/windows/OutlookVelkor/ObjectSafety.h"
 #include "hosts/windows/OutlookVelkor/PropertyMembers.h"
 #include "platform/Host.h"
-#include "platform/windows/com/ConnectionPoint.h"
-#include "platform/windows/system/MessageWindow.h"
-#include "hosts/windows/OutlookVelkor/ObjectSafety.h"
 // After windows.h.
 #include "OutlookVelkor.h"
 
 namespace velkor {
-
-class Error;
-
-/// Sizes of embedded objects count hundredths of a millimetre (MM_HIMETRIC).
-inline constexpr double HimetricPerInch = 2540;
-inline constexpr double TwipsPerInch = 1440;
 
 /// One planner in one container, on the thread that made it. Starts up when its properties were
 /// loaded, or, newly placed, when it is activated; in design mode never. A container may let it go
@@ -140,62 +133,27 @@ class YearPlanControl
   ~YearPlanControl() override;
   void* FindOther(REFIID id) override;
   YearPlan& Plan() override { return plan_; }
-  HRESULT AnswerCall(const std::function<void()>& work) override;
+  HRESULT AnswerCall(const std::function<void()>& work) override { return life_.Answer(work); }
 
  private:
   // ControlHost
   void PropertyChanged(std::string_view key) override;
   void StatusChange(std::string_view Msg) override;
 
-  void TellError(const Error& error);
   void Start();
-  bool IsDesignMode() const;
   HRESULT Activate(bool withKeyboard);
-  HRESULT MakeWindow(IOleClientSite& site);
-  void UiActivate();
-  void FocusChanged(bool has);
-  void FrameIsModal(bool open);
   HRESULT ReadFrom(PropertyBag& bag);
-  void Enter(bool begins);
-  void KeepWhileBusy(bool busy);
-  void SettleAfterBusy();
-  void TellView();
   HENHMETAFILE MakePicture();
 
   ComPtr<ITypeInfo> typeInfo_;
-  DialogOwner owner_;
-  ComPtr<ConnectionPoint> events_;
-  ComPtr<ConnectionPoint> propertyEvents_;
-  ComPtr<IOleClientSite> site_;
-  ComPtr<IOleInPlaceSite> inPlaceSite_;
-  ComPtr<IOleInPlaceFrame> frame_;
-  ComPtr<IOleInPlaceUIWindow> document_;
-  /// Those that were told of the dialogs that are open, from the outermost on; of some it is null.
-  std::vector<ComPtr<IOleInPlaceFrame>> modalFrames_;
-  ComPtr<IOleAdviseHolder> adviseHolder_;
-  ComPtr<IDataAdviseHolder> dataAdviseHolder_;
-  ComPtr<IAdviseSink> viewSink_;
-  DWORD viewSinkFlags_ = 0;
-  DWORD viewSinkAspects_ = 0;
-  SIZEL extent_;
+  ControlLife life_;
+  ControlListeners listeners_;
   bool dirty_ = false;
-  bool started_ = false;
-  bool uiActive_ = false;
-  bool hasFocus_ = false;
-  int frozen_ = 0;
-  /// How many calls from outside are being answered.
-  int entries_ = 0;
-  /// A reference to itself, from the beginning of a busy time until nothing of this is at work.
-  bool kept_ = false;
-  /// Whether it was kept when the outermost call from outside began.
-  bool keptBefore_ = false;
-  MessageWindow keeper_;
   ControlSeams seams_;
   YearPlan plan_;
+  /// Of the control that runs.
   std::vector<std::unique_ptr<ElementPeer>> timers_;
-  std::unique_ptr<ControlWindow> window_;
-  /// Those that are gone while a handler of theirs may be running.
-  std::vector<std::unique_ptr<ControlWindow>> retired_;
+  ControlPlace place_;
 };
 
 }  // namespace velkor
