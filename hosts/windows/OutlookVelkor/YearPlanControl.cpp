@@ -7,7 +7,9 @@
 #include "platform/windows/com/Variant.h"
 #include "platform/windows/elements/MakePeer.h"
 #include "values/Error.h"
+
 namespace velkor {
+
 YearPlanControl::YearPlanControl(ComPtr<ITypeInfo> typeInfo)
     : typeInfo_(std::move(typeInfo)),
       life_(*Identity()),
