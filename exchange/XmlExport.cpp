@@ -153,9 +153,10 @@ void XmlExport::AddAppointment(const CalEvent& event, XmlDocument& document) {
 }
 
 bool XmlExport::Save(const std::string& fileName, const std::vector<std::string>& pieces) {
+  const std::string beside = WorkFileOf(fileName, platform_.environment.PathSeparator());
   while (true) {
     try {
-      const bool saved = Replace(fileName, pieces);
+      const bool saved = modFileIO::Replace(platform_.files, fileName, beside, pieces);
       Tell(platform_.messages, saved ? ExportSaved : "Failed to save file.");
       return saved;
     } catch (const Error& error) {
@@ -165,24 +166,6 @@ bool XmlExport::Save(const std::string& fileName, const std::vector<std::string>
       if (answer != FileErrorAnswer::Retry) return false;
     }
   }
-}
-
-bool XmlExport::Replace(const std::string& fileName, const std::vector<std::string>& pieces) {
-  const std::string beside = WorkFileOf(fileName, platform_.environment.PathSeparator());
-  const auto file = modFileIO::OpenForWriting(platform_.files, beside);
-  if (!file) return false;
-  try {
-    for (const std::string& piece : pieces) file->Write(piece);
-    if (file->MoveOver(fileName)) return true;
-  } catch (...) {
-    // While it is still held, so that no other writer's file is meant.
-    modFileIO::DeleteIfPresent(platform_.files, beside);
-    throw;
-  }
-  modFileIO::DeleteIfPresent(platform_.files, beside);
-  // A folder or a device of that name is nothing that an export replaces.
-  if (!platform_.files.Exists(fileName)) return false;
-  throw Error(errors::PermissionDenied, "Permission denied: " + fileName);
 }
 
 }  // namespace velkor

@@ -66,8 +66,6 @@ class XmlExport {
   void AddAppointment(const CalEvent& event, XmlDocument& document);
   /// @return false when the file could not be opened or written, which was told
   bool Save(const std::string& fileName, const std::vector<std::string>& pieces);
-  /// @return false when the file could not be opened
-  bool Replace(const std::string& fileName, const std::vector<std::string>& pieces);
 
   YearSource& source_;
   const Platform platform_;

@@ -1,4 +1,4 @@
-// support/CCollectionEx.cpp: an ordered, optionally keyed collection of variants.
+// support/CCollectionEx.cpp: an ordered, optionally keyed collection of items.
 #include "support/CCollectionEx.h"
 
 #include <algorithm>
@@ -49,7 +49,7 @@ std::size_t CCollectionEx::PositionFor(const Place& place) const {
   return entries_.size();
 }
 
-void CCollectionEx::AddVariant(Variant item, std::string key, const Place& place) {
+void CCollectionEx::AddVariant(CollectionItem item, std::string key, const Place& place) {
   const std::size_t position = PositionFor(place);
   if (!key.empty() && !keys_.insert(key).second) {
     Fail(errors::KeyAlreadyExists,
@@ -75,7 +75,7 @@ void CCollectionEx::Clear() {
 }
 
 std::string CCollectionEx::ItemAsString(const Index& index) const {
-  const Variant& found = item(index);
+  const CollectionItem& found = item(index);
   if (const auto* text = std::get_if<std::string>(&found)) return *text;
   if (const auto* number = std::get_if<std::int32_t>(&found)) return std::to_string(*number);
   if (const auto* number = std::get_if<double>(&found)) return TextOf(*number);
@@ -83,7 +83,7 @@ std::string CCollectionEx::ItemAsString(const Index& index) const {
   Fail(errors::TypeMismatch, "Type mismatch");
 }
 
-const Variant& CCollectionEx::item(const Index& index) const {
+const CollectionItem& CCollectionEx::item(const Index& index) const {
   return entries_[PositionOf(index)].item;
 }
 

@@ -1,4 +1,4 @@
-// support/CCollectionEx.h: an ordered, optionally keyed collection of variants.
+// support/CCollectionEx.h: an ordered, optionally keyed collection of items.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,7 @@
 namespace velkor {
 
 /// Text, a number, a reference to an object, or nothing.
-using Variant =
+using CollectionItem =
     std::variant<std::monostate, std::string, std::int32_t, double, bool, std::shared_ptr<void>>;
 
 /// An entry's key or its position.
@@ -36,14 +36,14 @@ class CCollectionEx {
 
   /// Adds an entry; an empty key means none. Throws KeyAlreadyExists for a key in use, and
   /// SubscriptOutOfRange or InvalidProcedureCall for a place that is not there.
-  void AddVariant(Variant item, std::string key = {}, const Place& place = {});
+  void AddVariant(CollectionItem item, std::string key = {}, const Place& place = {});
   /// Adds a text.
   void Add(std::string item, std::string key = {}, const Place& place = {});
   void Remove(const Index& index);
   void Clear();
   /// The entry as text; throws TypeMismatch for an object reference or nothing.
   std::string ItemAsString(const Index& index) const;
-  const Variant& item(const Index& index) const;
+  const CollectionItem& item(const Index& index) const;
   std::int32_t Count() const { return static_cast<std::int32_t>(entries_.size()); }
   bool HasKey(std::string_view key) const { return keys_.contains(key); }
 
@@ -59,7 +59,7 @@ class CCollectionEx {
   };
 
   struct Entry {
-    Variant item;
+    CollectionItem item;
     std::string key;
   };
 

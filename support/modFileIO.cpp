@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "values/Error.h"
 #include "values/Text.h"
 
 namespace velkor::modFileIO {
@@ -45,6 +46,24 @@ std::unique_ptr<OutputFile> OpenForWriting(Files& files, const std::string& file
 
 bool DeleteIfPresent(Files& files, const std::string& fileName) {
   return !files.Exists(fileName) || files.Delete(fileName);
+}
+
+bool Replace(Files& files, const std::string& fileName, const std::string& beside,
+             const std::vector<std::string>& pieces) {
+  const auto file = OpenForWriting(files, beside);
+  if (!file) return false;
+  try {
+    for (const std::string& piece : pieces) file->Write(piece);
+    if (file->MoveOver(fileName)) return true;
+  } catch (...) {
+    // While it is still held, so that no other writer's file is meant.
+    DeleteIfPresent(files, beside);
+    throw;
+  }
+  DeleteIfPresent(files, beside);
+  // A folder or a device of that name is nothing that is replaced.
+  if (!files.Exists(fileName)) return false;
+  throw Error(errors::PermissionDenied, "Permission denied: " + fileName);
 }
 
 std::string MakeFileNameSafe(std::string_view text) {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/MessageBoxes.h"
 #include "platform/System.h"
@@ -25,6 +26,13 @@ std::unique_ptr<OutputFile> OpenForWriting(Files& files, const std::string& file
 
 /// @return false when a file of that name exists and could not be deleted
 bool DeleteIfPresent(Files& files, const std::string& fileName);
+
+/// Puts a file of these pieces in the place of another in one step, by way of the file `beside`,
+/// which is gone afterwards. Throws Error with a file error number; PermissionDenied where the old
+/// file may not be replaced.
+/// @return false when `beside` cannot be written, or when the place is no file's
+bool Replace(Files& files, const std::string& fileName, const std::string& beside,
+             const std::vector<std::string>& pieces);
 
 /// The text trimmed of blanks, with every character that a file name may not hold, and a "." at
 /// its end, replaced by "_".

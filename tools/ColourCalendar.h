@@ -12,8 +12,8 @@
 
 namespace velkor {
 
-/// Keeps what it is told; nobody sees it.
-class KeptMessages : public MessageBoxes {
+/// Messages that nobody sees, kept for the answer.
+class UnseenMessages : public MessageBoxes {
  public:
   MessageAnswer Show(const Message& message) override {
     told.push_back(message.text);
@@ -34,7 +34,7 @@ class ColourCalendar {
   std::string BodyOf(std::string_view title);
 
   HeadlessSeams seams;
-  KeptMessages messages;
+  UnseenMessages messages;
   /// How often the store went to the calendar.
   int visits = 0;
 

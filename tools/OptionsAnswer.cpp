@@ -99,7 +99,7 @@ Json StateOf(const frmPrintOptions& form, const PrintOptions& options,
 
 Json AnswerOptions(const Json& json) {
   MemorySettings settings = PrintSettingsOf(json.at("store"));
-  KeptMessages messages;
+  UnseenMessages messages;
   ScriptedShell shell;
   PrintOptions options(settings, {.titleName = json.at("title").get<std::string>(),
                                   .firstMonth = WholeNumber(json.at("firstMonth"), 1, MonthRows),

@@ -24,7 +24,7 @@ constexpr int MostBands = 1'000'000;
 /// What the planner titled "Default" prints by.
 PrintOptionSet OptionsOf(const Json& store, const DisplaySpan& span) {
   MemorySettings settings = PrintSettingsOf(store);
-  KeptMessages messages;
+  UnseenMessages messages;
   PrintOptions options(settings, {.titleName = "Default", .firstMonth = span.FirstMonth});
   if (const auto failure = options.Load(messages)) throw *failure;
   return options.Values();

@@ -49,57 +49,37 @@ class ControlFactory : public ComObject<IClassFactory> {
   }
 };
 
-std::string ClassKey() {
-  return "CLSID\\" + ToText(CLSID_YearPlan);
+ClassRegistration Description() {
+  ClassRegistration known = DescribeClass(CLSID_YearPlan, ClassName, VersionedProgramId,
+                                          LIBID_OutlookVelkor, ModulePath(ThisModule()));
+  const std::string key = known.keys.back();
+  known.keys.emplace_back(ProgramId);
+  known.values.insert(
+      known.values.end(),
+      {{ProgramId, "", ClassName},
+       {ProgramId + std::string("\\CLSID"), "", ToText(CLSID_YearPlan)},
+       {ProgramId + std::string("\\CurVer"), "", VersionedProgramId},
+       {key + "\\VersionIndependentProgID", "", ProgramId},
+       {key + "\\InprocServer32", "", known.module},
+       {key + "\\InprocServer32", "ThreadingModel", "Apartment"},
+       {key + "\\Control", "", ""},
+       // The verb 0 with no flags of a menu, on the container's menu (OLEVERBATTRIB).
+       {key + "\\Verb\\0", "", "&Show,0,2"},
+       {key + "\\MiscStatus", "", "0"},
+       {key + "\\MiscStatus\\1", "", std::to_string(MiscStatus)},
+       {key + "\\Implemented Categories\\" + ControlCategory, "", ""},
+       {key + "\\Implemented Categories\\" + SafeForInitialising, "", ""}});
+  return known;
 }
 
 }  // namespace
 
 void RegisterControl(Registration registration) {
-  const std::string path = ModulePath(ThisModule());
-  const std::string id = ToText(CLSID_YearPlan);
-  const std::string key = ClassKey();
-  const std::vector<ClassesValue> values = {
-      {VersionedProgramId, "", ClassName},
-      {VersionedProgramId + std::string("\\CLSID"), "", id},
-      {ProgramId, "", ClassName},
-      {ProgramId + std::string("\\CLSID"), "", id},
-      {ProgramId + std::string("\\CurVer"), "", VersionedProgramId},
-      {key, "", ClassName},
-      {key + "\\ProgID", "", VersionedProgramId},
-      {key + "\\VersionIndependentProgID", "", ProgramId},
-      {key + "\\InprocServer32", "", path},
-      {key + "\\InprocServer32", "ThreadingModel", "Apartment"},
-      {key + "\\TypeLib", "", ToText(LIBID_OutlookVelkor)},
-      {key + "\\Version", "", "1.0"},
-      {key + "\\Control", "", ""},
-      // The verb 0 with no flags of a menu, on the container's menu (OLEVERBATTRIB).
-      {key + "\\Verb\\0", "", "&Show,0,2"},
-      {key + "\\Programmable", "", ""},
-      {key + "\\MiscStatus", "", "0"},
-      {key + "\\MiscStatus\\1", "", std::to_string(MiscStatus)},
-      {key + "\\Implemented Categories\\" + ControlCategory, "", ""},
-      {key + "\\Implemented Categories\\" + SafeForInitialising, "", ""},
-  };
-  try {
-    WriteClasses(registration, values);
-    RegisterTypes(registration, path);
-  } catch (const Error&) {
-    try {
-      UnregisterControl(registration);
-    } catch (const Error&) {
-      // The first failure is the one to tell.
-    }
-    throw;
-  }
+  Register(registration, Description());
 }
 
 void UnregisterControl(Registration registration) {
-  for (const std::string& key :
-       {std::string(ProgramId), std::string(VersionedProgramId), ClassKey()}) {
-    RemoveClasses(registration, key);
-  }
-  UnregisterTypes(registration, ModulePath(ThisModule()));
+  Unregister(registration, Description());
 }
 
 }  // namespace velkor

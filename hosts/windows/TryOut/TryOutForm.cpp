@@ -9,6 +9,7 @@
 #include "platform/windows/drawing/ScreenUnits.h"
 #include "platform/windows/system/MessagePump.h"
 #include "platform/windows/system/Modules.h"
+#include "support/modFileIO.h"
 
 namespace velkor {
 namespace {
@@ -103,15 +104,9 @@ std::string TryOutForm::Place(const std::optional<std::string>& properties) {
 }
 
 void TryOutForm::Save(const std::string& path) {
-  const std::string properties = Container().Properties();
   WindowsFiles files;
-  const std::string whole = path + ".new";
-  const std::unique_ptr<OutputFile> file = files.OpenForWriting(whole);
-  if (!file) throw Error(errors::PathNotFound, whole + " cannot be written");
-  file->Write(properties);
-  if (file->MoveOver(path)) return;
-  throw Error(errors::PermissionDenied,
-              path + " cannot be replaced; the properties lie in " + whole);
+  if (modFileIO::Replace(files, path, path + ".new", {Container().Properties()})) return;
+  throw Error(errors::PathNotFound, path + " cannot be written");
 }
 
 std::string TryOutForm::Restore(const std::string& path) {

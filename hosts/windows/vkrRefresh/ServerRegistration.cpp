@@ -8,42 +8,22 @@
 namespace velkor {
 namespace {
 
-std::string ClassKey() {
-  return "CLSID\\" + ToText(CLSID_VelkorCacheUtility);
+ClassRegistration Description() {
+  ClassRegistration known =
+      DescribeClass(CLSID_VelkorCacheUtility, "Velkor cache utility", CacheUtilityProgram,
+                    LIBID_vkrRefresh, ModulePath(nullptr));
+  known.values.push_back({known.keys.back() + "\\LocalServer32", "", '"' + known.module + '"'});
+  return known;
 }
 
 }  // namespace
 
 void RegisterServer(Registration registration) {
-  const std::string program = ModulePath(nullptr);
-  const std::string description = "Velkor cache utility";
-  const ClassesValue values[] = {
-      {ClassKey(), {}, description},
-      {ClassKey() + "\\LocalServer32", {}, "\"" + program + "\""},
-      {ClassKey() + "\\ProgID", {}, CacheUtilityProgram},
-      {ClassKey() + "\\Programmable", {}, {}},
-      {ClassKey() + "\\TypeLib", {}, ToText(LIBID_vkrRefresh)},
-      {ClassKey() + "\\Version", {}, "1.0"},
-      {CacheUtilityProgram, {}, description},
-      {std::string(CacheUtilityProgram) + "\\CLSID", {}, ToText(CLSID_VelkorCacheUtility)},
-  };
-  try {
-    WriteClasses(registration, values);
-    RegisterTypes(registration, program);
-  } catch (const Error&) {
-    try {
-      UnregisterServer(registration);
-    } catch (const Error&) {
-      // The first failure is the one to tell.
-    }
-    throw;
-  }
+  Register(registration, Description());
 }
 
 void UnregisterServer(Registration registration) {
-  RemoveClasses(registration, CacheUtilityProgram);
-  RemoveClasses(registration, ClassKey());
-  UnregisterTypes(registration, ModulePath(nullptr));
+  Unregister(registration, Description());
 }
 
 }  // namespace velkor

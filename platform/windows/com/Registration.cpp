@@ -97,6 +97,40 @@ void UnregisterTypes(Registration registration, const std::string& module) {
   Check(result, "The type library of " + module + " cannot be unregistered");
 }
 
+ClassRegistration DescribeClass(const GUID& id, const std::string& name,
+                                const std::string& programId, const GUID& types,
+                                const std::string& module) {
+  const std::string key = "CLSID\\" + ToText(id);
+  return {module,
+          {programId, key},
+          {{programId, "", name},
+           {programId + "\\CLSID", "", ToText(id)},
+           {key, "", name},
+           {key + "\\ProgID", "", programId},
+           {key + "\\Programmable", "", ""},
+           {key + "\\TypeLib", "", ToText(types)},
+           {key + "\\Version", "", "1.0"}}};
+}
+
+void Register(Registration registration, const ClassRegistration& known) {
+  try {
+    WriteClasses(registration, known.values);
+    RegisterTypes(registration, known.module);
+  } catch (const Error&) {
+    try {
+      Unregister(registration, known);
+    } catch (const Error&) {
+      // The first failure is the one to tell.
+    }
+    throw;
+  }
+}
+
+void Unregister(Registration registration, const ClassRegistration& known) {
+  for (const std::string& key : known.keys) RemoveClasses(registration, key);
+  UnregisterTypes(registration, known.module);
+}
+
 std::string ToText(const GUID& id) {
   std::array<wchar_t, 39> text{};
   ::StringFromGUID2(id, text.data(), static_cast<int>(text.size()));

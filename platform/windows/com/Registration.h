@@ -4,6 +4,7 @@
 
 #include <span>
 #include <string>
+#include <vector>
 
 #include "platform/windows/system/Win32.h"
 
@@ -27,6 +28,26 @@ void WriteClasses(Registration registration, std::span<const ClassesValue> value
 /// Removes a key with all below it; one that is not there is no failure. Throws Error.
 /// @param key  below Software\Classes, not empty
 void RemoveClasses(Registration registration, const std::string& key);
+
+/// What makes one class known, with the type library of the module that it lies in.
+struct ClassRegistration {
+  /// Full path.
+  std::string module;
+  /// All that are the class's own below Software\Classes.
+  std::vector<std::string> keys;
+  std::vector<ClassesValue> values;
+};
+
+/// What every class tells of itself; what depends on how it is served is added to the values.
+/// @param programId  the name that programs find it by
+ClassRegistration DescribeClass(const GUID& id, const std::string& name,
+                                const std::string& programId, const GUID& types,
+                                const std::string& module);
+
+/// Nothing is left behind when that fails, which throws Error.
+void Register(Registration registration, const ClassRegistration& known);
+/// What is not registered is no failure. Throws Error.
+void Unregister(Registration registration, const ClassRegistration& known);
 
 /// Registers the type library that a module carries as its first resource, with what lets its
 /// interfaces cross processes. Throws Error.
