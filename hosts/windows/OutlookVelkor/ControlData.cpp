@@ -84,20 +84,11 @@ STDMETHODIMP YearPlanControl::GetData(FORMATETC* format, STGMEDIUM* medium) {
   return S_OK;
 }
 
-STDMETHODIMP YearPlanControl::GetDataHere(FORMATETC* /*format*/, STGMEDIUM* /*medium*/) {
-  return DV_E_FORMATETC;
-}
-
 STDMETHODIMP YearPlanControl::GetCanonicalFormatEtc(FORMATETC* asked, FORMATETC* canonical) {
   if (asked == nullptr || canonical == nullptr) return E_POINTER;
   *canonical = *asked;
   canonical->ptd = nullptr;
   return DATA_S_SAMEFORMATETC;
-}
-
-STDMETHODIMP YearPlanControl::SetData(FORMATETC* /*format*/, STGMEDIUM* /*medium*/,
-                                      BOOL /*release*/) {
-  return E_NOTIMPL;
 }
 
 STDMETHODIMP YearPlanControl::EnumFormatEtc(DWORD direction, IEnumFORMATETC** formats) {
@@ -107,19 +98,6 @@ STDMETHODIMP YearPlanControl::EnumFormatEtc(DWORD direction, IEnumFORMATETC** fo
   const FORMATETC given[] = {PictureFormat(CF_ENHMETAFILE, TYMED_ENHMF),
                              PictureFormat(CF_METAFILEPICT, TYMED_MFPICT)};
   return ::SHCreateStdEnumFmtEtc(static_cast<UINT>(std::size(given)), given, formats);
-}
-
-STDMETHODIMP YearPlanControl::DAdvise(FORMATETC* format, DWORD flags, IAdviseSink* sink,
-                                      DWORD* cookie) {
-  return listeners_.DAdvise(format, flags, sink, cookie);
-}
-
-STDMETHODIMP YearPlanControl::DUnadvise(DWORD cookie) {
-  return listeners_.DUnadvise(cookie);
-}
-
-STDMETHODIMP YearPlanControl::EnumDAdvise(IEnumSTATDATA** sinks) {
-  return listeners_.EnumDAdvise(sinks);
 }
 
 }  // namespace velkor

@@ -48,18 +48,6 @@ STDMETHODIMP YearPlanControl::GetGUID(DWORD kind, GUID* id) {
   return kind == GUIDKIND_DEFAULT_SOURCE_DISP_IID ? S_OK : E_INVALIDARG;
 }
 
-STDMETHODIMP YearPlanControl::EnumConnectionPoints(IEnumConnectionPoints** points) {
-  return listeners_.EnumConnectionPoints(points);
-}
-
-STDMETHODIMP YearPlanControl::FindConnectionPoint(REFIID events, IConnectionPoint** point) {
-  return listeners_.FindConnectionPoint(events, point);
-}
-
-STDMETHODIMP YearPlanControl::InterfaceSupportsErrorInfo(REFIID id) {
-  return id == IID_IYearPlan ? S_OK : S_FALSE;
-}
-
 /// Stored properties do no harm, whoever wrote them; methods delete categories, which no page that
 /// the user does not trust may do.
 STDMETHODIMP YearPlanControl::GetInterfaceSafetyOptions(REFIID id, DWORD* supported,

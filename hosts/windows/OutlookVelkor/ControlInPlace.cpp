@@ -9,10 +9,6 @@ STDMETHODIMP YearPlanControl::GetWindow(HWND* window) {
   return *window != nullptr ? S_OK : E_FAIL;
 }
 
-STDMETHODIMP YearPlanControl::ContextSensitiveHelp(BOOL /*enter*/) {
-  return E_NOTIMPL;
-}
-
 STDMETHODIMP YearPlanControl::InPlaceDeactivate() {
   return AnswerCall([&] { place_.Close(); });
 }
@@ -26,27 +22,10 @@ STDMETHODIMP YearPlanControl::SetObjectRects(LPCRECT place, LPCRECT clip) {
   return AnswerCall([&] { place_.SetRects(*place, clip); });
 }
 
-STDMETHODIMP YearPlanControl::ReactivateAndUndo() {
-  return INPLACE_E_NOTUNDOABLE;
-}
-
 STDMETHODIMP YearPlanControl::TranslateAccelerator(LPMSG message) {
   if (message == nullptr) return E_POINTER;
   const EntryScope entry(life_.Owner());
   return place_.TranslateKey(*message);
-}
-
-STDMETHODIMP YearPlanControl::OnFrameWindowActivate(BOOL /*activate*/) {
-  return S_OK;
-}
-
-STDMETHODIMP YearPlanControl::OnDocWindowActivate(BOOL /*activate*/) {
-  return S_OK;
-}
-
-STDMETHODIMP YearPlanControl::ResizeBorder(LPCRECT /*border*/, IOleInPlaceUIWindow* /*window*/,
-                                           BOOL /*frame*/) {
-  return S_OK;
 }
 
 STDMETHODIMP YearPlanControl::EnableModeless(BOOL enable) {

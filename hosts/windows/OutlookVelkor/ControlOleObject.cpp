@@ -25,10 +25,6 @@ STDMETHODIMP YearPlanControl::GetClientSite(IOleClientSite** site) {
   return place_.Site().CopyTo(site);
 }
 
-STDMETHODIMP YearPlanControl::SetHostNames(LPCOLESTR /*application*/, LPCOLESTR /*document*/) {
-  return S_OK;
-}
-
 STDMETHODIMP YearPlanControl::Close(DWORD save) {
   const EntryScope entry(life_.Owner());
   // A container that asks lets its user decide; a control has no window to ask in.
@@ -40,17 +36,8 @@ STDMETHODIMP YearPlanControl::Close(DWORD save) {
   return S_OK;
 }
 
-STDMETHODIMP YearPlanControl::SetMoniker(DWORD /*which*/, IMoniker* /*moniker*/) {
-  return E_NOTIMPL;
-}
-
 STDMETHODIMP YearPlanControl::GetMoniker(DWORD /*assign*/, DWORD /*which*/, IMoniker** moniker) {
   if (moniker != nullptr) *moniker = nullptr;
-  return E_NOTIMPL;
-}
-
-STDMETHODIMP YearPlanControl::InitFromData(IDataObject* /*data*/, BOOL /*creation*/,
-                                           DWORD /*reserved*/) {
   return E_NOTIMPL;
 }
 
@@ -93,18 +80,6 @@ STDMETHODIMP YearPlanControl::EnumVerbs(IEnumOLEVERB** verbs) {
   return ::OleRegEnumVerbs(CLSID_YearPlan, verbs);
 }
 
-STDMETHODIMP YearPlanControl::Update() {
-  return S_OK;
-}
-
-STDMETHODIMP YearPlanControl::IsUpToDate() {
-  return S_OK;
-}
-
-STDMETHODIMP YearPlanControl::GetUserClassID(CLSID* id) {
-  return GetClassID(id);
-}
-
 STDMETHODIMP YearPlanControl::GetUserType(DWORD /*form*/, LPOLESTR* type) {
   if (type == nullptr) return E_POINTER;
   const std::wstring text(UserType);
@@ -133,26 +108,10 @@ STDMETHODIMP YearPlanControl::GetExtent(DWORD aspect, SIZEL* size) {
   return S_OK;
 }
 
-STDMETHODIMP YearPlanControl::Advise(IAdviseSink* sink, DWORD* cookie) {
-  return listeners_.Advise(sink, cookie);
-}
-
-STDMETHODIMP YearPlanControl::Unadvise(DWORD cookie) {
-  return listeners_.Unadvise(cookie);
-}
-
-STDMETHODIMP YearPlanControl::EnumAdvise(IEnumSTATDATA** sinks) {
-  return listeners_.EnumAdvise(sinks);
-}
-
 STDMETHODIMP YearPlanControl::GetMiscStatus(DWORD aspect, DWORD* status) {
   if (status == nullptr) return E_POINTER;
   *status = aspect == DVASPECT_CONTENT ? MiscStatus : 0;
   return S_OK;
-}
-
-STDMETHODIMP YearPlanControl::SetColorScheme(LOGPALETTE* /*palette*/) {
-  return E_NOTIMPL;
 }
 
 STDMETHODIMP YearPlanControl::GetControlInfo(CONTROLINFO* info) {
@@ -160,10 +119,6 @@ STDMETHODIMP YearPlanControl::GetControlInfo(CONTROLINFO* info) {
   info->hAccel = nullptr;
   info->cAccel = 0;
   info->dwFlags = 0;
-  return S_OK;
-}
-
-STDMETHODIMP YearPlanControl::OnMnemonic(MSG* /*message*/) {
   return S_OK;
 }
 

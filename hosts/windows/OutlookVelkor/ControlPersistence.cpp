@@ -39,10 +39,6 @@ STDMETHODIMP YearPlanControl::Save(IPropertyBag* bag, BOOL clearDirty, BOOL keep
   });
 }
 
-STDMETHODIMP YearPlanControl::IsDirty() {
-  return dirty_ ? S_OK : S_FALSE;
-}
-
 STDMETHODIMP YearPlanControl::Load(IStream* stream) {
   if (stream == nullptr) return E_POINTER;
   MemoryBag properties;
@@ -58,10 +54,6 @@ STDMETHODIMP YearPlanControl::Save(IStream* stream, BOOL clearDirty) {
     properties.Save(*stream);
     if (clearDirty) dirty_ = false;
   });
-}
-
-STDMETHODIMP YearPlanControl::GetSizeMax(ULARGE_INTEGER* /*size*/) {
-  return E_NOTIMPL;
 }
 
 }  // namespace velkor

@@ -32,27 +32,9 @@ STDMETHODIMP YearPlanControl::GetColorSet(DWORD /*aspect*/, LONG /*index*/, void
   return E_NOTIMPL;
 }
 
-STDMETHODIMP YearPlanControl::Freeze(DWORD /*aspect*/, LONG /*index*/, void* /*aspectInfo*/,
-                                     DWORD* /*token*/) {
-  return E_NOTIMPL;
-}
-
-STDMETHODIMP YearPlanControl::Unfreeze(DWORD /*token*/) {
-  return E_NOTIMPL;
-}
-
 STDMETHODIMP YearPlanControl::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) {
   const EntryScope entry(life_.Owner());
   return listeners_.SetAdvise(aspects, flags, sink);
-}
-
-STDMETHODIMP YearPlanControl::GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) {
-  return listeners_.GetAdvise(aspects, flags, sink);
-}
-
-STDMETHODIMP YearPlanControl::GetExtent(DWORD aspect, LONG /*index*/, DVTARGETDEVICE* /*device*/,
-                                        SIZEL* size) {
-  return GetExtent(aspect, size);
 }
 
 }  // namespace velkor

@@ -47,9 +47,15 @@ class YearPlanControl
   // IProvideClassInfo2, IConnectionPointContainer, ISupportErrorInfo, IObjectSafety
   STDMETHODIMP GetClassInfo(ITypeInfo** info) override;
   STDMETHODIMP GetGUID(DWORD kind, GUID* id) override;
-  STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints** points) override;
-  STDMETHODIMP FindConnectionPoint(REFIID events, IConnectionPoint** point) override;
-  STDMETHODIMP InterfaceSupportsErrorInfo(REFIID id) override;
+  STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints** points) override {
+    return listeners_.EnumConnectionPoints(points);
+  }
+  STDMETHODIMP FindConnectionPoint(REFIID events, IConnectionPoint** point) override {
+    return listeners_.FindConnectionPoint(events, point);
+  }
+  STDMETHODIMP InterfaceSupportsErrorInfo(REFIID id) override {
+    return id == IID_IYearPlan ? S_OK : S_FALSE;
+  }
   STDMETHODIMP GetInterfaceSafetyOptions(REFIID id, DWORD* supported, DWORD* enabled) override;
   STDMETHODIMP SetInterfaceSafetyOptions(REFIID id, DWORD mask, DWORD enabled) override;
 
@@ -58,62 +64,66 @@ class YearPlanControl
   STDMETHODIMP InitNew() override;
   STDMETHODIMP Load(IPropertyBag* bag, IErrorLog* log) override;
   STDMETHODIMP Save(IPropertyBag* bag, BOOL clearDirty, BOOL keepAll) override;
-  STDMETHODIMP IsDirty() override;
+  STDMETHODIMP IsDirty() override { return dirty_ ? S_OK : S_FALSE; }
   STDMETHODIMP Load(IStream* stream) override;
   STDMETHODIMP Save(IStream* stream, BOOL clearDirty) override;
-  STDMETHODIMP GetSizeMax(ULARGE_INTEGER* size) override;
+  STDMETHODIMP GetSizeMax(ULARGE_INTEGER*) override { return E_NOTIMPL; }
 
   // IOleObject
   STDMETHODIMP SetClientSite(IOleClientSite* site) override;
   STDMETHODIMP GetClientSite(IOleClientSite** site) override;
-  STDMETHODIMP SetHostNames(LPCOLESTR application, LPCOLESTR document) override;
+  STDMETHODIMP SetHostNames(LPCOLESTR, LPCOLESTR) override { return S_OK; }
   STDMETHODIMP Close(DWORD save) override;
-  STDMETHODIMP SetMoniker(DWORD which, IMoniker* moniker) override;
+  STDMETHODIMP SetMoniker(DWORD, IMoniker*) override { return E_NOTIMPL; }
   STDMETHODIMP GetMoniker(DWORD assign, DWORD which, IMoniker** moniker) override;
-  STDMETHODIMP InitFromData(IDataObject* data, BOOL creation, DWORD reserved) override;
+  STDMETHODIMP InitFromData(IDataObject*, BOOL, DWORD) override { return E_NOTIMPL; }
   STDMETHODIMP GetClipboardData(DWORD reserved, IDataObject** data) override;
   STDMETHODIMP DoVerb(LONG verb, LPMSG message, IOleClientSite* site, LONG index, HWND parent,
                       LPCRECT place) override;
   STDMETHODIMP EnumVerbs(IEnumOLEVERB** verbs) override;
-  STDMETHODIMP Update() override;
-  STDMETHODIMP IsUpToDate() override;
-  STDMETHODIMP GetUserClassID(CLSID* id) override;
+  STDMETHODIMP Update() override { return S_OK; }
+  STDMETHODIMP IsUpToDate() override { return S_OK; }
+  STDMETHODIMP GetUserClassID(CLSID* id) override { return GetClassID(id); }
   STDMETHODIMP GetUserType(DWORD form, LPOLESTR* type) override;
   STDMETHODIMP SetExtent(DWORD aspect, SIZEL* size) override;
   STDMETHODIMP GetExtent(DWORD aspect, SIZEL* size) override;
-  STDMETHODIMP Advise(IAdviseSink* sink, DWORD* cookie) override;
-  STDMETHODIMP Unadvise(DWORD cookie) override;
-  STDMETHODIMP EnumAdvise(IEnumSTATDATA** sinks) override;
+  STDMETHODIMP Advise(IAdviseSink* sink, DWORD* cookie) override {
+    return listeners_.Advise(sink, cookie);
+  }
+  STDMETHODIMP Unadvise(DWORD cookie) override { return listeners_.Unadvise(cookie); }
+  STDMETHODIMP EnumAdvise(IEnumSTATDATA** sinks) override { return listeners_.EnumAdvise(sinks); }
   STDMETHODIMP GetMiscStatus(DWORD aspect, DWORD* status) override;
-  STDMETHODIMP SetColorScheme(LOGPALETTE* palette) override;
+  STDMETHODIMP SetColorScheme(LOGPALETTE*) override { return E_NOTIMPL; }
 
   // IDataObject
   STDMETHODIMP GetData(FORMATETC* format, STGMEDIUM* medium) override;
-  STDMETHODIMP GetDataHere(FORMATETC* format, STGMEDIUM* medium) override;
+  STDMETHODIMP GetDataHere(FORMATETC*, STGMEDIUM*) override { return DV_E_FORMATETC; }
   STDMETHODIMP QueryGetData(FORMATETC* format) override;
   STDMETHODIMP GetCanonicalFormatEtc(FORMATETC* asked, FORMATETC* canonical) override;
-  STDMETHODIMP SetData(FORMATETC* format, STGMEDIUM* medium, BOOL release) override;
+  STDMETHODIMP SetData(FORMATETC*, STGMEDIUM*, BOOL) override { return E_NOTIMPL; }
   STDMETHODIMP EnumFormatEtc(DWORD direction, IEnumFORMATETC** formats) override;
-  STDMETHODIMP DAdvise(FORMATETC* format, DWORD flags, IAdviseSink* sink, DWORD* cookie) override;
-  STDMETHODIMP DUnadvise(DWORD cookie) override;
-  STDMETHODIMP EnumDAdvise(IEnumSTATDATA** sinks) override;
+  STDMETHODIMP DAdvise(FORMATETC* format, DWORD flags, IAdviseSink* sink, DWORD* cookie) override {
+    return listeners_.DAdvise(format, flags, sink, cookie);
+  }
+  STDMETHODIMP DUnadvise(DWORD cookie) override { return listeners_.DUnadvise(cookie); }
+  STDMETHODIMP EnumDAdvise(IEnumSTATDATA** sinks) override { return listeners_.EnumDAdvise(sinks); }
 
   // IOleWindow, IOleInPlaceObject, IOleInPlaceActiveObject
   STDMETHODIMP GetWindow(HWND* window) override;
-  STDMETHODIMP ContextSensitiveHelp(BOOL enter) override;
+  STDMETHODIMP ContextSensitiveHelp(BOOL) override { return E_NOTIMPL; }
   STDMETHODIMP InPlaceDeactivate() override;
   STDMETHODIMP UIDeactivate() override;
   STDMETHODIMP SetObjectRects(LPCRECT place, LPCRECT clip) override;
-  STDMETHODIMP ReactivateAndUndo() override;
+  STDMETHODIMP ReactivateAndUndo() override { return INPLACE_E_NOTUNDOABLE; }
   STDMETHODIMP TranslateAccelerator(LPMSG message) override;
-  STDMETHODIMP OnFrameWindowActivate(BOOL activate) override;
-  STDMETHODIMP OnDocWindowActivate(BOOL activate) override;
-  STDMETHODIMP ResizeBorder(LPCRECT border, IOleInPlaceUIWindow* window, BOOL frame) override;
+  STDMETHODIMP OnFrameWindowActivate(BOOL) override { return S_OK; }
+  STDMETHODIMP OnDocWindowActivate(BOOL) override { return S_OK; }
+  STDMETHODIMP ResizeBorder(LPCRECT, IOleInPlaceUIWindow*, BOOL) override { return S_OK; }
   STDMETHODIMP EnableModeless(BOOL enable) override;
 
   // IOleControl
   STDMETHODIMP GetControlInfo(CONTROLINFO* info) override;
-  STDMETHODIMP OnMnemonic(MSG* message) override;
+  STDMETHODIMP OnMnemonic(MSG*) override { return S_OK; }
   STDMETHODIMP OnAmbientPropertyChange(DISPID property) override;
   STDMETHODIMP FreezeEvents(BOOL freeze) override;
 
@@ -123,11 +133,15 @@ class YearPlanControl
                     BOOL(STDMETHODCALLTYPE* proceed)(ULONG_PTR), ULONG_PTR token) override;
   STDMETHODIMP GetColorSet(DWORD aspect, LONG index, void* aspectInfo, DVTARGETDEVICE* device,
                            HDC targetDc, LOGPALETTE** colours) override;
-  STDMETHODIMP Freeze(DWORD aspect, LONG index, void* aspectInfo, DWORD* token) override;
-  STDMETHODIMP Unfreeze(DWORD token) override;
+  STDMETHODIMP Freeze(DWORD, LONG, void*, DWORD*) override { return E_NOTIMPL; }
+  STDMETHODIMP Unfreeze(DWORD) override { return E_NOTIMPL; }
   STDMETHODIMP SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) override;
-  STDMETHODIMP GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) override;
-  STDMETHODIMP GetExtent(DWORD aspect, LONG index, DVTARGETDEVICE* device, SIZEL* size) override;
+  STDMETHODIMP GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) override {
+    return listeners_.GetAdvise(aspects, flags, sink);
+  }
+  STDMETHODIMP GetExtent(DWORD aspect, LONG, DVTARGETDEVICE*, SIZEL* size) override {
+    return GetExtent(aspect, size);
+  }
 
  protected:
   ~YearPlanControl() override;

@@ -47,6 +47,44 @@ bool IsChecked(HWND box) {
 
 }  // namespace
 
+/// Places windows from left to right, in lines.
+class BarLines {
+ public:
+  explicit BarLines(int width)
+      : width_(width), margin_(Pixels(Margin)), gap_(Pixels(Gap)), height_(Pixels(LineHeight)) {
+    x_ = margin_;
+    y_ = gap_;
+  }
+
+  /// What is left of the line, in pixels.
+  int Room() const { return width_ - margin_ - x_; }
+  int Bottom() const { return y_ + height_ + gap_; }
+  void Next() {
+    x_ = margin_;
+    y_ += height_ + gap_;
+  }
+  /// Begins a line where so much does not fit beside what stands in this one.
+  void KeepTogether(int width) {
+    if (x_ > margin_ && width > Room()) Next();
+  }
+  /// What follows, of this width, stands at the right end.
+  void SkipTo(int width) { x_ = std::max(width_ - margin_ - width, margin_); }
+  void Place(HWND window, int width) {
+    // Neighbours lie over one another for a moment: nothing of what is seen then may be kept.
+    ::SetWindowPos(window, nullptr, x_, y_, width, height_,
+                   SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+    x_ += width + gap_;
+  }
+
+ private:
+  int width_;
+  int margin_;
+  int gap_;
+  int height_;
+  int x_;
+  int y_;
+};
+
 FormBar::FormBar(HWND form, HFONT font) : form_(form), font_(font) {
   const auto addText = [&](const char* property, const wchar_t* label) {
     const HWND before = Make(L"STATIC", label, SS_CENTERIMAGE, -1);
@@ -83,47 +121,34 @@ int FormBar::WidthOf(HWND window) const {
 }
 
 int FormBar::Arrange(int width) {
-  const int margin = Pixels(Margin);
-  const int gap = Pixels(Gap);
-  const int line = Pixels(LineHeight);
-  int x = margin;
-  int y = gap;
-  const auto nextLine = [&] {
-    x = margin;
-    y += line + gap;
-  };
-  const auto place = [&](HWND window, int wide) {
-    // Neighbours lie over one another for a moment: nothing of what is seen then may be kept.
-    ::SetWindowPos(window, nullptr, x, y, wide, line,
-                   SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
-    x += wide + gap;
-  };
-
-  // Edits share what their labels leave.
-  int labels = 0;
-  for (const Field& field : texts_) labels += WidthOf(field.label) + 2 * gap;
-  const int count = static_cast<int>(texts_.size());
-  const int share = (width - 2 * margin + gap - labels) / count;
-  const bool oneRow = share >= Pixels(LeastEdit);
-  for (const Field& field : texts_) {
-    const int label = WidthOf(field.label);
-    place(field.label, label);
-    place(field.window, oneRow ? share : std::max(width - margin - x, 0));
-    if (!oneRow) nextLine();
-  }
-  if (oneRow) nextLine();
-
+  BarLines lines(width);
+  PlaceTexts(lines);
   for (const Field& field : truths_) {
     const int wide = WidthOf(field.window) + Pixels(BoxWidth);
-    if (x > margin && x + wide > width - margin) nextLine();
-    place(field.window, wide);
+    lines.KeepTogether(wide);
+    lines.Place(field.window, wide);
   }
-  int wanted = -gap;
-  for (const HWND button : buttons_) wanted += WidthOf(button) + Pixels(ButtonPadding) + gap;
-  if (x + wanted > width - margin) nextLine();
-  x = std::max(width - margin - wanted, margin);
-  for (const HWND button : buttons_) place(button, WidthOf(button) + Pixels(ButtonPadding));
-  return y + line + gap;
+  int wanted = -Pixels(Gap);
+  for (const HWND button : buttons_) wanted += WidthOf(button) + Pixels(ButtonPadding) + Pixels(Gap);
+  lines.KeepTogether(wanted);
+  lines.SkipTo(wanted);
+  for (const HWND button : buttons_) lines.Place(button, WidthOf(button) + Pixels(ButtonPadding));
+  return lines.Bottom();
+}
+
+/// Edits share what their labels leave, or have a line each.
+void FormBar::PlaceTexts(BarLines& lines) const {
+  int labels = 0;
+  for (const Field& field : texts_) labels += WidthOf(field.label) + 2 * Pixels(Gap);
+  const int count = static_cast<int>(texts_.size());
+  const int share = (lines.Room() + Pixels(Gap) - labels) / count;
+  const bool oneRow = share >= Pixels(LeastEdit);
+  for (const Field& field : texts_) {
+    lines.Place(field.label, WidthOf(field.label));
+    lines.Place(field.window, oneRow ? share : std::max(lines.Room(), 0));
+    if (!oneRow) lines.Next();
+  }
+  if (oneRow) lines.Next();
 }
 
 void FormBar::Show(IDispatch& control) const {

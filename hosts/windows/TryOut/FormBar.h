@@ -17,6 +17,8 @@ inline constexpr int Save = 101;
 inline constexpr int Restore = 102;
 }  // namespace form_commands
 
+class BarLines;
+
 /// One field for each property of the control, children of the form's window.
 class FormBar {
  public:
@@ -45,6 +47,7 @@ class FormBar {
   HWND Make(const wchar_t* windowClass, const wchar_t* text, DWORD style, int id,
             DWORD extendedStyle = 0) const;
   int WidthOf(HWND window) const;
+  void PlaceTexts(BarLines& lines) const;
 
   HWND form_;
   HFONT font_;

@@ -131,6 +131,14 @@ class PicturePeer : public WindowsPeer {
       case WM_SIZE:
         ::InvalidateRect(Window(), nullptr, FALSE);
         return std::nullopt;
+      default:
+        return HandlePointer(message, wParam, lParam);
+    }
+  }
+
+ private:
+  std::optional<LRESULT> HandlePointer(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
       case WM_MOUSEMOVE:
         OnMove(PositionOf(lParam));
         return 0;
@@ -159,7 +167,6 @@ class PicturePeer : public WindowsPeer {
     }
   }
 
- private:
   std::optional<LRESULT> HandleKeys(UINT message, WPARAM wParam, LPARAM lParam) {
     if (!picture_.onKeyDown) return std::nullopt;
     switch (message) {
