@@ -84,6 +84,10 @@ TEST_F(LegendTest, OfFiveHundredCategoriesThoseInSightArePaintedAndAllCanBeReach
   ListNumbers(10);
   EXPECT_FALSE(elements_.vScrollCat.Visible());
   EXPECT_THAT(Painted(), SizeIs(10));
+  // Less than a pixel too low, and still its end can be reached.
+  legend_.Place({100, 200, 2100, 200 + 10 * Row - 7}, {});
+  elements_.vScrollCat.SetValue(elements_.vScrollCat.Max());
+  EXPECT_TRUE(IsInSight(LegendRowRect(10, 1)));
 }
 
 TEST_F(LegendTest, ARightPressSelectsTheRowAndCallsTheMenuWhereThePointerIs) {
