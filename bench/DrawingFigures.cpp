@@ -2,6 +2,7 @@
 // encoding over its drawing.
 #include <QImage>
 #include <QPainter>
+#include <algorithm>
 #include <string>
 
 #include "bench/CallRecorder.h"
@@ -11,8 +12,8 @@
 #include "platform/desktop/PngFile.h"
 #include "platform/desktop/QtSurface.h"
 #include "platform/headless/FixedLocale.h"
-#include "view/Face.h"
 #include "view/GridPainter.h"
+#include "view/HeaderPainter.h"
 
 namespace velkor {
 namespace {
@@ -45,10 +46,7 @@ void DrawEventPass(GridPainter& painter) {
 }
 
 void DrawAll(GridPainter& painter) {
-  painter.DrawBackground();
-  painter.DrawDayNumbers();
-  painter.DrawEvents();
-  painter.DrawToday(Date::FromYmd(2026, 7, 1));
+  painter.Draw({Date::FromYmd(2026, 7, 1), {}, {}});
 }
 
 RunFigure DrawingFigure(bool displaySubject, void (*draw)(GridPainter&)) {
@@ -76,30 +74,27 @@ RunFigure DrawingFigure(bool displaySubject, void (*draw)(GridPainter&)) {
   };
 }
 
-/// As `render` draws a year to a PNG file.
+/// As `render` draws the months of a year to a PNG file.
 RunFigure EncodingFigure(std::size_t events) {
   return [=](benchmark::State& state) {
     constexpr Extent Size{1920 * TwipsPerPixel, 1200 * TwipsPerPixel};
     constexpr double EncodingLimit = 1;
     YearGrid grid = FilledGrid(events, Spread::Random, true);
-    Extent size = Size;
-    FaceLayout face = DivideFace(size);
-    const auto resize = [&] {
-      face = DivideFace(size);
-      grid.Resize({face.picParent.Width(), face.picParent.Height()}, ScrollBarWidth, {});
-    };
-    resize();
-    if (grid.Geometry().scroll) size.height = LeastControlHeight(grid, {});
-    resize();
+    const Twips height = std::max(Size.height, HeightWithoutScrolling(grid.Layout(), {}));
+    grid.Resize({Size.width, height}, 0, {});
     FixedLocale locale;
-    const FaceContent content{"Year 2026", Locale::LoadCalendarNames(locale, locale.locale), Font{},
-                              Date::FromYmd(2026, 7, 1)};
-    QImage image(int(size.width / TwipsPerPixel), int(size.height / TwipsPerPixel),
+    const CalendarNames names = Locale::LoadCalendarNames(locale, locale.locale);
+    const Rect area{0, 0, Size.width - MonthColumnWidth, height - HeaderRowHeight};
+    QImage image(int(Size.width / TwipsPerPixel), int(height / TwipsPerPixel),
                  QImage::Format_RGB32);
+    image.fill(Qt::white);
     const auto draw = [&] {
       QPainter painter(&image);
       QtSurface surface(painter);
-      DrawFace(surface, face, grid, content);
+      DrawMonthColumn(surface, grid, names, Font{}, area);
+      const ViewScope scope(surface, {MonthColumnWidth, 0, Size.width, height},
+                            {MonthColumnWidth, HeaderRowHeight});
+      GridPainter(surface, grid, Font{}, area).Draw({Date::FromYmd(2026, 7, 1), {}, {}});
     };
     Compare(
         state, EncodingLimit, [&] { return SecondsOf(draw); },

@@ -8,7 +8,7 @@
 #include "categories/CategoryCommands.h"
 #include "categories/LegendElements.h"
 #include "model/CategoryView.h"
-#include "view/Face.h"
+#include "view/Frame.h"
 #include "view/LegendPainter.h"
 
 namespace velkor {
@@ -61,7 +61,8 @@ void Legend::CategoriesChanged() {
   SelectionChanged();
 }
 
-void Legend::Place(const Rect& bounds, PixelSize pixel) {
+void Legend::Place(const Rect& bounds, PixelSize pixel, bool scrolls) {
+  scrolls_ = scrolls;
   bounds_ = {bounds.left, bounds.top, std::max(bounds.left, bounds.right),
              std::max(bounds.top, bounds.bottom)};
   pixel_ = pixel;
@@ -70,7 +71,7 @@ void Legend::Place(const Rect& bounds, PixelSize pixel) {
 
 void Legend::LayOut() {
   const Twips hidden = LegendHeight(view_.Categories()) - bounds_.Height();
-  const bool scroll = hidden > 0;
+  const bool scroll = scrolls_ && hidden > 0;
   const Twips right =
       scroll ? std::max(bounds_.left, bounds_.right - ScrollBarWidth) : bounds_.right;
   elements_.picCatView.SetBounds({bounds_.left, bounds_.top, right, bounds_.bottom});
@@ -105,10 +106,11 @@ void Legend::picCats_Paint(Surface& surface, const Rect& visible) {
   const Rect part{visible.left, std::max(visible.top, inSight.top), visible.right,
                   std::min(visible.bottom, inSight.bottom)};
   if (part.Height() <= 0) return;
-  DrawLegend(surface, view_.Categories(), font_, part, bounds.Width(), commands_.Selected());
+  DrawLegend(surface, view_.Categories(), font_, part, bounds.Width() - pixel_.width,
+             commands_.Selected());
   surface.Outline(
       {inSight.left, inSight.top, inSight.right - pixel_.width, inSight.bottom - pixel_.height},
-      face_colours::Frame, 1);
+      FrameColour, 1);
 }
 
 void Legend::vScrollCat_Change() {

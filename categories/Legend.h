@@ -23,8 +23,9 @@ class Legend {
   Legend(LegendElements& elements, CategoryView& view, CategoryCommands& commands);
 
   void SetFont(Font font);
-  /// Lays the legend out in a rectangle of the control.
-  void Place(const Rect& bounds, PixelSize pixel);
+  /// Lays the legend out in a rectangle of the control, its frame included.
+  /// @param scrolls  a scroll bar is shown where rows have no room
+  void Place(const Rect& bounds, PixelSize pixel, bool scrolls = true);
   /// Whether there is a calendar whose categories can be changed; at first there is none.
   void SetLive(bool live);
   /// Other categories are on show: ends a rename in progress and lays the rows out again.
@@ -60,6 +61,7 @@ class Legend {
   Font font_;
   Rect bounds_;
   PixelSize pixel_;
+  bool scrolls_ = true;
   bool live_ = false;
   /// The row that is painted as selected.
   int selected_ = 0;

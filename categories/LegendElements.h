@@ -5,7 +5,6 @@
 
 namespace velkor {
 
-/// A face makes a native peer for each.
 struct LegendElements {
   LegendElements() {
     mnuCatPop.entries = {&mnuCatNew, &mnuCatRename, &mnuCatColour, &mnuCatDelete};

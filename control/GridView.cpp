@@ -9,7 +9,7 @@
 #include "control/HoverText.h"
 #include "platform/LocaleApi.h"
 #include "platform/System.h"
-#include "view/Face.h"
+#include "view/Frame.h"
 #include "view/GridPainter.h"
 #include "view/HeaderPainter.h"
 #include "view/SelectionPainter.h"
@@ -174,17 +174,14 @@ void GridView::pic1_Paint(Surface& surface, const Rect& visible) {
   const ViewScope scope(surface, visible, {0, -offset});
   const Rect inSight{visible.left, visible.top + offset, visible.right, visible.bottom + offset};
   GridPainter painter(surface, grid_, font_, inSight);
-  const std::optional<Selection> selection = pointer_.DrawnSelection();
-  painter.DrawBackground();
-  if (selection) DrawSelectionFill(surface, grid_, *selection, inSight);
-  painter.DrawDayNumbers();
-  painter.DrawEvents();
-  painter.DrawToday(platform_.clock.Now());
-  if (selection) DrawSelectionFrame(surface, grid_, *selection, inSight);
-  if (const auto cell = cursor_.Cell()) DrawDayCursor(surface, grid_, *cell, inSight);
+  painter.Draw({platform_.clock.Now(), pointer_.DrawnSelection(), cursor_.Cell()});
 }
 
 void GridView::picHeadCol_Paint(Surface& surface) {
+  const Rect& bounds = elements_.picHeadCol.Bounds();
+  // The frame covers its first line of pixels, as it does that of the months.
+  const ViewScope scope(surface, {0, 0, bounds.Width(), bounds.Height()},
+                        {0, -Twips{grid_.Geometry().pixel.height}});
   DrawHeaderRow(surface, grid_.Geometry(), names_, font_);
 }
 
@@ -192,17 +189,16 @@ void GridView::picHeadRow_Paint(Surface& surface, const Rect& visible) {
   const Twips offset = Offset();
   const Rect whole{0, 0, elements_.picHeadRow.Bounds().Width(),
                    elements_.picHeadRow.Bounds().Height()};
-  const ViewScope scope(surface, visible, {0, -offset});
-  DrawMonthColumn(surface, SceneOf(grid_), names_, font_,
-                  {0, offset, whole.right, whole.bottom + offset});
+  const ViewScope scope(surface, visible, {-Twips{grid_.Geometry().pixel.width}, -offset});
+  DrawMonthColumn(surface, grid_, names_, font_, {0, offset, whole.right, whole.bottom + offset});
 }
 
 void GridView::picParent_Paint(Surface& surface) {
   const Rect& bounds = elements_.picParent.Bounds();
   const PixelSize pixel = grid_.Geometry().pixel;
   surface.Fill({0, 0, bounds.Width(), bounds.Height()}, header_colours::Back);
-  surface.Outline({0, 0, bounds.Width() - pixel.width, bounds.Height() - pixel.height},
-                  face_colours::Frame, 1);
+  surface.Outline({0, 0, bounds.Width() - pixel.width, bounds.Height() - pixel.height}, FrameColour,
+                  1);
 }
 
 void GridView::pic1_MouseMove(Point at) {
@@ -247,8 +243,9 @@ void GridView::PopUp(Point at, std::string key, std::optional<DateRange> day) {
   selectedKey_ = std::move(key);
   menuDay_ = day;
   elements_.mnuNew.SetEnabled(DaysForNew().has_value());
+  const Rect& parent = elements_.picParent.Bounds();
   const Rect& bounds = elements_.pic1.Bounds();
-  elements_.mnuPop.PopUp({bounds.left + at.x, bounds.top + at.y});
+  elements_.mnuPop.PopUp({parent.left + bounds.left + at.x, parent.top + bounds.top + at.y});
 }
 
 std::string GridView::CursorKey() const {

@@ -59,6 +59,14 @@ void YearPlan::Resize(Extent size, PixelSize pixel) {
   parts_->Resize(size, pixel);
 }
 
+void YearPlan::LayOutAsPicture() {
+  parts_->LayOutAsPicture();
+}
+
+Twips YearPlan::LeastHeight() const {
+  return parts_->LeastHeight();
+}
+
 int YearPlan::DisplayedYear() const {
   return parts_->Grid().Span().ViewYear;
 }

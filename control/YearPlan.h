@@ -60,6 +60,11 @@ class YearPlan {
   void KeepBandsReadable(Surface& measuring);
   /// Lays the elements out in the control's area and draws.
   void Resize(Extent size, PixelSize pixel);
+  /// From the next Resize on the control is laid out as a picture of itself (see DrawControl): the
+  /// year above the grid and the legend, and nothing to press or to scroll with.
+  void LayOutAsPicture();
+  /// The least height at which the whole grid is seen without scrolling.
+  Twips LeastHeight() const;
 
   int DisplayedYear() const;
   /// Shows the year that lies `by` years after the displayed one, 0 for the same one anew.

@@ -1,8 +1,12 @@
 // control/YearPlanElements.h: the child elements of the control, by name.
 #pragma once
 
+#include <array>
+#include <vector>
+
 #include "categories/LegendElements.h"
 #include "platform/Elements.h"
+#include "values/Font.h"
 
 namespace velkor {
 
@@ -16,9 +20,15 @@ inline constexpr std::string_view Open = "Open";
 inline constexpr std::string_view Save = "Save";
 }  // namespace toolbar_keys
 
-/// A face makes a native peer for each; bounds are in the control's coordinates.
+/// A face makes a native peer for each element, menu and timer.
 struct YearPlanElements {
   YearPlanElements();
+
+  /// All that have a place of their own, in the order of the Tab key. They do not overlap what is
+  /// not their holder; what a holder holds follows it.
+  std::vector<PlacedElement> Placed();
+  std::array<Menu*, 2> Menus() { return {&mnuPop, &legend.mnuCatPop}; }
+  std::array<Timer*, 3> Timers() { return {&tmrStart, &tmrBackground, &tmrItems}; }
 
   Toolbar Toolbar1;
   /// "Year " and the displayed year.
@@ -29,7 +39,10 @@ struct YearPlanElements {
   /// Filled in the colour of the status, which its tool tip words.
   Image imgLogo{"imgLogo"};
 
-  /// Holds the grid with its headers; paints the corner between them.
+  /// What the control is drawn with; with the user's code page.
+  Font font;
+
+  /// Holds the grid with its headers and VScroll1; paints the corner between them.
   PictureBox picParent{"picParent"};
   /// The weekdays above the grid.
   PictureBox picHeadCol{"picHeadCol"};

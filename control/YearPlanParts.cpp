@@ -6,7 +6,6 @@
 
 #include "categories/ColourList.h"
 #include "categories/StoredFilter.h"
-#include "control/ControlLayout.h"
 #include "model/Guard.h"
 #include "model/Status.h"
 #include "platform/Host.h"
@@ -63,6 +62,7 @@ YearPlan::Parts::Parts(const Platform& platform, ControlHost& host)
   Locale::ApplyCodePageFont(font_, Locale::AnsiCodePageOf(platform_.locale, locale));
   names_ = Locale::LoadCalendarNames(platform_.locale, locale);
   gridView_.SetNames(names_, font_);
+  elements.font = font_;
   legend_.SetFont(font_);
   SetLive(false);
   Connect();
@@ -111,10 +111,7 @@ void YearPlan::Parts::ReadProperties(PropertyBag& bag) {
 void YearPlan::Parts::SetLive(bool live) {
   live_ = live;
   elements.Command1.SetEnabled(live);
-  for (const std::string_view key : {toolbar_keys::Back, toolbar_keys::Next, toolbar_keys::Filter,
-                                     toolbar_keys::Print, toolbar_keys::Open, toolbar_keys::Save}) {
-    elements.Toolbar1.SetButtonEnabled(key, live);
-  }
+  elements.Toolbar1.SetLive(live);
   legend_.SetLive(live);
 }
 
@@ -281,6 +278,11 @@ void YearPlan::Parts::KeepBandsReadable(Surface& measuring) {
   grid_.SetMinBandHeight(ReadableBandHeight(measuring, font_));
 }
 
+Twips YearPlan::Parts::LeastHeight() const {
+  return LeastControlHeight(HeightWithoutScrolling(grid_.Layout(), pixel_, grid_.MinBandHeight()),
+                            strip_);
+}
+
 void YearPlan::Parts::Resize(Extent size, PixelSize pixel) {
   size_ = size;
   pixel_ = pixel;
@@ -288,11 +290,12 @@ void YearPlan::Parts::Resize(Extent size, PixelSize pixel) {
 }
 
 void YearPlan::Parts::PlaceElements() {
-  const FaceLayout face = DivideFace(size_, StripHeight);
-  PlaceStrip(elements, size_, pixel_);
-  grid_.Resize({face.picParent.Width(), face.picParent.Height()}, ScrollBarWidth, pixel_);
-  PlaceSurfaces(elements, face, grid_.Geometry().scroll, pixel_);
-  legend_.Place(face.picCatView, pixel_);
+  const ControlAreas areas = DivideControl(size_, strip_);
+  const bool scrolls = strip_ == StripKind::Commands;
+  PlaceStrip(elements, size_, pixel_, strip_);
+  grid_.Resize({areas.grid.Width(), areas.grid.Height()}, ScrollBarWidth, pixel_);
+  PlaceSurfaces(elements, areas.grid, scrolls && grid_.Geometry().scroll, pixel_);
+  legend_.Place(WithFrame(areas.legend, pixel_), pixel_, scrolls);
 }
 
 void YearPlan::Parts::ReportStatus(Colour colour) {

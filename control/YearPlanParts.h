@@ -8,6 +8,7 @@
 #include "categories/CategoryCommands.h"
 #include "categories/ColourStore.h"
 #include "categories/Legend.h"
+#include "control/ControlLayout.h"
 #include "control/GridView.h"
 #include "control/YearPlan.h"
 #include "control/YearPlanElements.h"
@@ -19,7 +20,6 @@
 #include "model/EventView.h"
 #include "model/YearSource.h"
 #include "platform/Platform.h"
-#include "view/Face.h"
 #include "view/YearGrid.h"
 
 namespace velkor {
@@ -42,6 +42,8 @@ class YearPlan::Parts : public CategoryView, public YearSource {
   void ChangeYear(int by);
   void KeepBandsReadable(Surface& measuring);
   void Resize(Extent size, PixelSize pixel);
+  void LayOutAsPicture() { strip_ = StripKind::Caption; }
+  Twips LeastHeight() const;
   void RefreshSoon() { refresh_.RefreshSoon(); }
   std::vector<std::string> CategoryNames();
   void CatDelete(std::string_view name);
@@ -124,6 +126,7 @@ class YearPlan::Parts : public CategoryView, public YearSource {
   Font font_;
   Extent size_;
   PixelSize pixel_;
+  StripKind strip_ = StripKind::Commands;
   bool live_ = false;
   /// The title whose categories are on show as the calendar has them; none when they could not be
   /// read.

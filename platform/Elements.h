@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -39,8 +40,8 @@ class Element {
 
   const std::string& Name() const { return name_; }
 
-  /// In the coordinates of what holds the element: the control, the form, or a picture that says
-  /// so.
+  /// In the coordinates of what holds the element: the control, the form, or a picture (see
+  /// PlacedElement).
   const Rect& Bounds() const { return bounds_; }
   void SetBounds(const Rect& bounds) { Set(bounds_, bounds); }
   bool Visible() const { return visible_; }
@@ -49,7 +50,11 @@ class Element {
   void SetEnabled(bool enabled) { Set(enabled_, enabled); }
   const std::string& ToolTip() const { return toolTip_; }
   void SetToolTip(std::string_view text) { SetText(toolTip_, text); }
-  /// What a screen reader says about it beside its name for people.
+  /// Its name for people, which a screen reader says; empty where its text is its name. Set before
+  /// there is a peer.
+  const std::string& AccessibleName() const { return accessibleName_; }
+  void SetAccessibleName(std::string_view name) { accessibleName_ = name; }
+  /// What a screen reader says about it beside its name.
   const std::string& Description() const { return description_; }
   void SetDescription(std::string_view text) { SetText(description_, text); }
 
@@ -86,8 +91,17 @@ class Element {
   bool visible_ = true;
   bool enabled_ = true;
   std::string toolTip_;
+  std::string accessibleName_;
   std::string description_;
   ElementPeer* peer_ = nullptr;
+};
+
+/// An element that stands where its bounds say.
+struct PlacedElement {
+  Element* element = nullptr;
+  /// A picture, placed before it, that its bounds count from and that clips it; null for the form
+  /// or control itself.
+  Element* holder = nullptr;
 };
 
 /// An element that can be pressed.
@@ -111,10 +125,18 @@ class CaptionedElement : public ClickableElement {
   std::string caption_;
 };
 
+/// How a text is written.
+struct TextStyle {
+  double points = 0;
+  bool bold = false;
+};
+
 /// A text; onClick is set for one that can be pressed.
 class Label : public CaptionedElement {
  public:
   using CaptionedElement::CaptionedElement;
+  /// How its text is written; none: as the face writes its texts. Set before there is a peer.
+  std::optional<TextStyle> style;
 };
 
 class CommandButton : public CaptionedElement {
@@ -173,6 +195,8 @@ struct ToolbarButton {
   bool checked = false;
   /// Its picture in the toolbar's image list, counted from 1 (see toolbar_images).
   int image = 0;
+  /// Can be pressed only while the toolbar has something to work on (see SetLive).
+  bool liveOnly = false;
 };
 
 /// The pictures of the toolbar's image list.
@@ -188,6 +212,8 @@ inline constexpr int Save = 7;
 inline constexpr int PrintSetup = 8;
 inline constexpr int PageSetup = 9;
 inline constexpr int Zoom = 10;
+/// The greatest of them.
+inline constexpr int Last = Zoom;
 }  // namespace toolbar_images
 
 class Toolbar : public Element {
@@ -211,6 +237,11 @@ class Toolbar : public Element {
   void SetButtonEnabled(std::string_view key, bool enabled) {
     for (ToolbarButton& button : buttons_) {
       if (button.key == key) Set(button.enabled, enabled);
+    }
+  }
+  void SetLive(bool live) {
+    for (ToolbarButton& button : buttons_) {
+      if (button.liveOnly) Set(button.enabled, live);
     }
   }
   void SetButtonImage(std::string_view key, int image) {

@@ -19,14 +19,6 @@ struct FormCell {
 /// How a row stands in its form.
 enum class FormRowKind { Plain, Heading, Buttons };
 
-/// An element that stands where its bounds say.
-struct PlacedElement {
-  Element* element = nullptr;
-  /// A picture of the form, placed before it, that its bounds count from and that clips it; null
-  /// for the form itself.
-  Element* holder = nullptr;
-};
-
 struct FormRow {
   std::vector<FormCell> cells;
   FormRowKind kind = FormRowKind::Plain;

@@ -179,11 +179,7 @@ void PagePainter::DrawMonths(Surface& surface, const PageMonths& months) const {
       surface, {grid.left - Reach, grid.top - Reach, grid.right + Reach, grid.bottom + Reach},
       {grid.left, grid.top - top});
   GridPainter painter(surface, scene, PageFontOf(LabelPoints), {0, top, grid.Width(), bottom});
-  painter.DrawShading();
-  painter.DrawDayNumbers();
-  painter.DrawEvents();
-  // Last, as bars reach up to them: where pixels are coarse, one would cover the other.
-  painter.DrawMonthOutlines();
+  painter.Draw();
 }
 
 void PagePainter::DrawLegendPart(Surface& surface, const LegendSlice& slice) const {

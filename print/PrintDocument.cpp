@@ -5,8 +5,8 @@
 
 #include "platform/Printer.h"
 #include "print/PagePainter.h"
-#include "view/Face.h"
 #include "view/YearGrid.h"
+#include "view/YearTexts.h"
 
 namespace velkor {
 namespace {

@@ -7,6 +7,9 @@
 
 namespace velkor {
 
+/// Of the frames around the control's parts.
+inline constexpr Colour FrameColour = Colour::FromRgb(160, 160, 156);
+
 /// Outlines a rectangle.
 /// @param pen  a length, centred on the edges by whole twips, corners included; 0 for one pixel of
 ///             the surface

@@ -9,6 +9,7 @@
 
 #include "span/Globals.h"
 #include "view/Frame.h"
+#include "view/SelectionPainter.h"
 
 namespace velkor {
 namespace {
@@ -56,9 +57,18 @@ GridPainter::GridPainter(Surface& surface, const GridScene& scene, const Font& f
       font_(font),
       visible_(visible) {}
 
-void GridPainter::DrawBackground() {
+void GridPainter::Draw(const GridMarks& marks) {
+  const bool onPaper = geometry_.pen > 0;
   DrawShading();
-  DrawMonthOutlines();
+  if (!onPaper) DrawMonthOutlines();
+  if (marks.selection) DrawSelectionFill(surface_, scene_, *marks.selection, visible_);
+  DrawDayNumbers();
+  DrawEvents();
+  // Bars reach up to them there: where pixels are coarse, one would cover the other.
+  if (onPaper) DrawMonthOutlines();
+  if (marks.today) DrawToday(*marks.today);
+  if (marks.selection) DrawSelectionFrame(surface_, scene_, *marks.selection, visible_);
+  if (marks.cursor) DrawDayCursor(surface_, scene_, *marks.cursor, visible_);
 }
 
 void GridPainter::DrawShading() {

@@ -6,6 +6,7 @@
 #include "platform/Surface.h"
 #include "values/Date.h"
 #include "view/GridScene.h"
+#include "view/Selection.h"
 
 namespace velkor {
 
@@ -25,16 +26,23 @@ Colour ReadableOn(Colour back);
 /// The height of bands in which day numbers and subjects stand at their full size, in whole twips.
 Twips ReadableBandHeight(Surface& surface, const Font& font);
 
+/// What lies over the year itself; a page has none of it.
+struct GridMarks {
+  std::optional<Date> today;
+  std::optional<Selection> selection;
+  /// The day that the keyboard is on.
+  std::optional<GridCell> cursor;
+};
+
 /// Draws one year on one surface. `visible` is the part of the grid that is in sight, in the
 /// grid's own coordinates; what lies outside it is not drawn.
 class GridPainter {
  public:
   GridPainter(Surface& surface, const GridScene& scene, const Font& font, const Rect& visible);
-  GridPainter(Surface& surface, const YearGrid& grid, const Font& font, const Rect& visible)
-      : GridPainter(surface, SceneOf(grid), font, visible) {}
 
-  /// Shading, then the months' outlines.
-  void DrawBackground();
+  /// Everything, each layer over those before it: on a screen, in a picture and on a page.
+  void Draw(const GridMarks& marks = {});
+
   /// Clears, then shades the weekends and the cells outside each month.
   void DrawShading();
   void DrawMonthOutlines();

@@ -18,6 +18,20 @@ struct SubjectStyle {
 
 /// What it refers to outlives it.
 struct GridScene {
+  GridScene(const BarRule& drawnRule, const CategoryTable& drawnCategories,
+            const EventCollection& drawnEvents, const BandLayout& drawnLayout,
+            const GridGeometry& drawnGeometry, SubjectStyle style)
+      : rule(drawnRule),
+        categories(drawnCategories),
+        events(drawnEvents),
+        layout(drawnLayout),
+        geometry(drawnGeometry),
+        subjects(style) {}
+  /// A year on a screen is drawn as it is.
+  GridScene(const YearGrid& grid)
+      : GridScene(grid.Rule(), grid.Categories(), grid.Events(), grid.Layout(), grid.Geometry(),
+                  {.shown = grid.Properties().DisplaySubject}) {}
+
   const BarRule& rule;
   const CategoryTable& categories;
   const EventCollection& events;
@@ -25,10 +39,5 @@ struct GridScene {
   const GridGeometry& geometry;
   SubjectStyle subjects;
 };
-
-inline GridScene SceneOf(const YearGrid& grid) {
-  return {grid.Rule(),   grid.Categories(), grid.Events(),
-          grid.Layout(), grid.Geometry(),   {.shown = grid.Properties().DisplaySubject}};
-}
 
 }  // namespace velkor

@@ -8,6 +8,9 @@
 
 namespace velkor {
 
+/// Width of the bar of VScroll1 and of the legend.
+inline constexpr Twips ScrollBarWidth = 255;
+
 /// Turns of a wheel as values of a scroll bar; the fine steps of a touchpad add up.
 class WheelSteps {
  public:

@@ -38,32 +38,32 @@ Columns Difference(const Columns& a, const Columns& b) {
   return changed;
 }
 
-Rect CellsRect(int row, const Columns& columns, const YearGrid& grid) {
-  const GridGeometry& geometry = grid.Geometry();
-  return {geometry.ColumnEdge(columns.first - 1), geometry.RowTop(grid.Layout(), row),
-          geometry.ColumnEdge(columns.last), geometry.RowBottom(grid.Layout(), row)};
+Rect CellsRect(int row, const Columns& columns, const GridScene& grid) {
+  const GridGeometry& geometry = grid.geometry;
+  return {geometry.ColumnEdge(columns.first - 1), geometry.RowTop(grid.layout, row),
+          geometry.ColumnEdge(columns.last), geometry.RowBottom(grid.layout, row)};
 }
 
 /// The rectangle, smaller by so many pixels on each side; its middle when it has not as many.
-Rect Inset(const Rect& rect, int pixels, const YearGrid& grid) {
-  const PixelSize pixel = grid.Geometry().pixel;
+Rect Inset(const Rect& rect, int pixels, const GridScene& grid) {
+  const PixelSize pixel = grid.geometry.pixel;
   const Twips x = std::min(pixels * Twips{pixel.width}, rect.Width() / 2);
   const Twips y = std::min(pixels * Twips{pixel.height}, rect.Height() / 2);
   return {rect.left + x, rect.top + y, rect.right - x, rect.bottom - y};
 }
 
 /// True when the cells' fill or a frame around them may reach what is to be drawn.
-bool InSight(const Rect& cells, const YearGrid& grid, const Rect& visible) {
+bool InSight(const Rect& cells, const GridScene& grid, const Rect& visible) {
   const Rect reached = Inset(cells, -FrameReach, grid);
   return reached.bottom > visible.top && reached.top < visible.bottom;
 }
 
 /// Calls `visit(rect)` for the cells of each row of a selection.
 template <typename Visit>
-void ForEachStretch(const Selection& selection, const YearGrid& grid, Visit&& visit) {
+void ForEachStretch(const Selection& selection, const GridScene& grid, Visit&& visit) {
   const Selection ordered = InDateOrder(selection);
   for (int row = 1; row <= MonthRows; ++row) {
-    const Columns columns = ColumnsInRow(ordered, row, grid.Columns());
+    const Columns columns = ColumnsInRow(ordered, row, grid.rule.columns);
     if (!columns.None()) visit(CellsRect(row, columns, grid));
   }
 }
@@ -71,7 +71,7 @@ void ForEachStretch(const Selection& selection, const YearGrid& grid, Visit&& vi
 }  // namespace
 
 RowRects ChangedRects(const std::optional<Selection>& before, const std::optional<Selection>& after,
-                      const YearGrid& grid) {
+                      const GridScene& grid) {
   const auto ordered = [](const std::optional<Selection>& selection) {
     return selection ? std::optional(InDateOrder(*selection)) : std::nullopt;
   };
@@ -79,8 +79,8 @@ RowRects ChangedRects(const std::optional<Selection>& before, const std::optiona
   const std::optional<Selection> to = ordered(after);
   RowRects rects;
   for (int row = 1; row <= MonthRows; ++row) {
-    const Columns was = ColumnsInRow(from, row, grid.Columns());
-    const Columns is = ColumnsInRow(to, row, grid.Columns());
+    const Columns was = ColumnsInRow(from, row, grid.rule.columns);
+    const Columns is = ColumnsInRow(to, row, grid.rule.columns);
     if (was == is) continue;
     const Columns changed = Difference(was, is);
     if (!changed.None()) rects.Add(Inset(CellsRect(row, changed, grid), -FrameReach, grid));
@@ -88,14 +88,14 @@ RowRects ChangedRects(const std::optional<Selection>& before, const std::optiona
   return rects;
 }
 
-void DrawSelectionFill(Surface& surface, const YearGrid& grid, const Selection& selection,
+void DrawSelectionFill(Surface& surface, const GridScene& grid, const Selection& selection,
                        const Rect& visible) {
   ForEachStretch(selection, grid, [&](const Rect& rect) {
     if (InSight(rect, grid, visible)) surface.Fill(rect, selection_colours::Fill);
   });
 }
 
-void DrawSelectionFrame(Surface& surface, const YearGrid& grid, const Selection& selection,
+void DrawSelectionFrame(Surface& surface, const GridScene& grid, const Selection& selection,
                         const Rect& visible) {
   ForEachStretch(selection, grid, [&](const Rect& rect) {
     if (!InSight(rect, grid, visible)) return;
@@ -103,11 +103,11 @@ void DrawSelectionFrame(Surface& surface, const YearGrid& grid, const Selection&
   });
 }
 
-Rect DayCursorRect(GridCell cell, const YearGrid& grid) {
+Rect DayCursorRect(GridCell cell, const GridScene& grid) {
   return Inset(CellsRect(cell.row, {cell.column, cell.column}, grid), -FrameReach, grid);
 }
 
-void DrawDayCursor(Surface& surface, const YearGrid& grid, GridCell cell, const Rect& visible) {
+void DrawDayCursor(Surface& surface, const GridScene& grid, GridCell cell, const Rect& visible) {
   const Rect rect = CellsRect(cell.row, {cell.column, cell.column}, grid);
   if (!InSight(rect, grid, visible)) return;
   // No further inside, or it would cover the day's number.

@@ -6,8 +6,8 @@
 #include <optional>
 
 #include "platform/Surface.h"
+#include "view/GridScene.h"
 #include "view/Selection.h"
-#include "view/YearGrid.h"
 
 namespace velkor {
 
@@ -35,20 +35,20 @@ class RowRects {
 /// What has to be drawn anew when one selection takes the place of another: the cells that are in
 /// one of them only, with what the frame gains or loses around them.
 RowRects ChangedRects(const std::optional<Selection>& before, const std::optional<Selection>& after,
-                      const YearGrid& grid);
+                      const GridScene& grid);
 
 /// Fills the cells, a stretch of days in each row over all of its bands, between the grid's
 /// background and its day numbers and events. Like the following, draws only the rows that reach
 /// into `visible`.
-void DrawSelectionFill(Surface& surface, const YearGrid& grid, const Selection& selection,
+void DrawSelectionFill(Surface& surface, const GridScene& grid, const Selection& selection,
                        const Rect& visible);
 /// Frames each row's stretch, above the events.
-void DrawSelectionFrame(Surface& surface, const YearGrid& grid, const Selection& selection,
+void DrawSelectionFrame(Surface& surface, const GridScene& grid, const Selection& selection,
                         const Rect& visible);
 
 /// What has to be drawn anew when the day cursor comes to a cell or leaves it.
-Rect DayCursorRect(GridCell cell, const YearGrid& grid);
+Rect DayCursorRect(GridCell cell, const GridScene& grid);
 /// Frames the day that the keyboard is on, above everything else.
-void DrawDayCursor(Surface& surface, const YearGrid& grid, GridCell cell, const Rect& visible);
+void DrawDayCursor(Surface& surface, const GridScene& grid, GridCell cell, const Rect& visible);
 
 }  // namespace velkor

@@ -3,10 +3,13 @@
 
 #include <algorithm>
 
-#include "view/Face.h"
 #include "view/YearGrid.h"
 
 namespace velkor {
+
+std::string YearCaption(int viewYear) {
+  return "Year " + std::to_string(viewYear);
+}
 
 std::string YearName(const DisplaySpan& span) {
   const std::string name = YearCaption(span.ViewYear);

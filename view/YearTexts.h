@@ -9,6 +9,9 @@ namespace velkor {
 
 class YearGrid;
 
+/// "Year 2026": the caption of a displayed year.
+std::string YearCaption(int viewYear);
+
 /// "Year 2026", or "Year 2026/27" for one that goes over into the next.
 std::string YearName(const DisplaySpan& span);
 

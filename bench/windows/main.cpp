@@ -40,10 +40,7 @@ double SecondsOf(int times, Work&& work) {
 void DrawAll(Surface& surface, const YearGrid& grid, const Rect& part) {
   const ViewScope scope(surface, part, {0, 0});
   GridPainter painter(surface, grid, Font{}, part);
-  painter.DrawBackground();
-  painter.DrawDayNumbers();
-  painter.DrawEvents();
-  painter.DrawToday(Date::FromYmd(2026, 7, 1));
+  painter.Draw({Date::FromYmd(2026, 7, 1), {}, {}});
 }
 
 bool SamePixels(const DibSection& a, const DibSection& b) {

@@ -39,6 +39,7 @@ void MirrorShared(QWidget& widget, const Element& element, Placement placement) 
   widget.setVisible(element.Visible());
   widget.setEnabled(element.Enabled());
   SetToolTip(widget, element.ToolTip(), element.Description());
+  if (!element.AccessibleName().empty()) widget.setAccessibleName(ToQt(element.AccessibleName()));
 }
 
 namespace {
@@ -80,6 +81,12 @@ class LabelPeer : public PressablePeer<QLabel, Label> {
       : PressablePeer(label, parent, placement) {
     setTextFormat(Qt::PlainText);
     setWordWrap(placement == Placement::Layout);
+    if (label.style) {
+      QFont written = font();
+      written.setPointSizeF(label.style->points);
+      written.setBold(label.style->bold);
+      setFont(written);
+    }
     Changed();
   }
 

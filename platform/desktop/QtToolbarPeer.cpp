@@ -8,13 +8,14 @@
 #include "platform/desktop/QtIcons.h"
 #include "platform/desktop/QtPeers.h"
 #include "platform/desktop/QtText.h"
+#include "support/ToolbarIcons.h"
 
 namespace velkor {
 namespace {
 
-/// Of a button, in pixels; a lower toolbar has smaller ones.
-constexpr int LargestSide = 32;
-constexpr int IconMargin = 6;
+/// In pixels.
+constexpr int LargestSide = static_cast<int>(ToolbarButtonSide / TwipsPerPixel);
+constexpr int IconMargin = static_cast<int>(ToolbarImageMargin / TwipsPerPixel);
 
 /// "PrintSetup" as "Print setup".
 QString InWords(const std::string& key) {

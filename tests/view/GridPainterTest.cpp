@@ -32,7 +32,8 @@ class TallSurface : public RecordingSurface {
 void Draw(Surface& surface, const YearGrid& grid, const Rect& visible = Everything,
           Date today = At(1990, 1, 1)) {
   GridPainter painter(surface, grid, Font{}, visible);
-  painter.DrawBackground();
+  painter.DrawShading();
+  painter.DrawMonthOutlines();
   painter.DrawEvents();
   painter.DrawToday(today);
 }

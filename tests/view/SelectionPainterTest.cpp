@@ -21,14 +21,10 @@ std::vector<Rect> Listed(const RowRects& rects) {
   return {rects.begin(), rects.end()};
 }
 
-/// The face as the control paints it.
+/// The grid as the control paints it.
 void Draw(Surface& surface, const YearGrid& grid, const std::optional<Selection>& selection,
           const Rect& visible = Everything) {
-  GridPainter painter(surface, grid, Font{}, visible);
-  painter.DrawBackground();
-  if (selection) DrawSelectionFill(surface, grid, *selection, visible);
-  painter.DrawEvents();
-  if (selection) DrawSelectionFrame(surface, grid, *selection, visible);
+  GridPainter(surface, grid, Font{}, visible).Draw({{}, selection, {}});
 }
 
 // In 2006 March takes columns 4 to 34, April 7 to 36, May 2 to 32.

@@ -2,15 +2,16 @@
 // other.
 #include "hosts/windows/OutlookVelkor/ControlWindow.h"
 
+#include <map>
 #include <utility>
 
+#include "control/Picture.h"
 #include "control/YearPlan.h"
 #include "platform/windows/elements/MakePeer.h"
 #include "platform/windows/elements/PaintedWindow.h"
 #include "platform/windows/system/DialogOwner.h"
 #include "platform/windows/system/MessagePump.h"
 #include "platform/windows/system/Modules.h"
-#include "view/Face.h"
 // After windows.h.
 #include <commctrl.h>
 
@@ -19,10 +20,9 @@ namespace {
 
 constexpr UINT_PTR WindowId = 2;
 constexpr UINT_PTR FocusId = 3;
-constexpr double CaptionScale = 1.4;
 
 COLORREF BackColour() {
-  return RGB(face_colours::Back.Red(), face_colours::Back.Green(), face_colours::Back.Blue());
+  return RGB(ControlBack.Red(), ControlBack.Green(), ControlBack.Blue());
 }
 
 /// Whether the Tab key goes beyond the last window of a control, or with Shift before its first
@@ -48,11 +48,7 @@ bool IsForElement(WPARAM key, LRESULT wanted) {
 
 ControlWindow::ControlWindow(YearPlan& plan, HWND parent, const RECT& place, DialogOwner& owner,
                              ControlWindowCalls calls)
-    : plan_(plan),
-      owner_(owner),
-      calls_(std::move(calls)),
-      font_(MakeDialogFont()),
-      captionFont_(MakeHeadingFont(font_.get(), CaptionScale)) {
+    : plan_(plan), owner_(owner), calls_(std::move(calls)), font_(MakeDialogFont()) {
   window_ = ::CreateWindowExW(WS_EX_CONTROLPARENT, PaintedWindowClass(), L"YearPlan",
                               WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, place.left, place.top,
                               place.right - place.left, place.bottom - place.top, parent, nullptr,
@@ -75,25 +71,16 @@ void ControlWindow::Destroy() {
 
 void ControlWindow::MakePeers() {
   YearPlanElements& elements = plan_.Elements();
-  Keep(MakePeer(elements.Toolbar1, window_));
-  const HWND caption = Keep(MakePeer(elements.lblSelectedYear, window_));
-  ::SendMessageW(caption, WM_SETFONT, reinterpret_cast<WPARAM>(captionFont_.get()), TRUE);
-  Keep(MakePeer(elements.lblDate, window_));
-  Keep(MakePeer(elements.Command1, window_));
-  Keep(MakePeer(elements.imgLogo, window_));
-  // Later windows lie below earlier ones: what holds the surfaces comes last.
-  Keep(MakePeer(elements.picHeadCol, window_));
-  Keep(MakePeer(elements.picHeadRow, window_));
-  grid_ = Keep(MakePeer(elements.pic1, window_));
-  Keep(MakePeer(elements.VScroll1, window_));
-  Keep(MakePeer(elements.picParent, window_));
-  LegendElements& legend = elements.legend;
-  legendView_ = Keep(MakePeer(legend.picCatView, window_));
-  legendRows_ = Keep(MakePeer(legend.picCats, legendView_));
-  Keep(MakePeer(legend.txtEdit, legendRows_));
-  Keep(MakePeer(legend.vScrollCat, window_));
-  menus_.push_back(MakePeer(elements.mnuPop, window_, owner_));
-  menus_.push_back(MakePeer(legend.mnuCatPop, window_, owner_));
+  std::map<const Element*, HWND> windows{{nullptr, window_}};
+  for (const PlacedElement& placed : elements.Placed()) {
+    windows[placed.element] =
+        Keep(MakePeerOf<Toolbar, Label, CommandButton, Image, PictureBox, ScrollBar, TextBox>(
+            *placed.element, windows.at(placed.holder), Placement::Bounds));
+  }
+  grid_ = windows[&elements.pic1];
+  legendView_ = windows[&elements.legend.picCatView];
+  legendRows_ = windows[&elements.legend.picCats];
+  for (Menu* menu : elements.Menus()) menus_.push_back(MakePeer(*menu, window_, owner_));
 }
 
 HWND ControlWindow::Keep(std::unique_ptr<WindowsPeer> peer) {

@@ -58,7 +58,6 @@ class ControlWindow {
   DialogOwner& owner_;
   ControlWindowCalls calls_;
   FontHandle font_;
-  FontHandle captionFont_;
   HWND window_ = nullptr;
   HWND grid_ = nullptr;
   HWND legendView_ = nullptr;

@@ -7,7 +7,7 @@
 #include <ostream>
 
 #include "Version.h"
-#include "control/ControlLayout.h"
+#include "control/Picture.h"
 #include "hosts/yearplan/commands/CategoriesCommand.h"
 #include "hosts/yearplan/commands/CommandPlanner.h"
 #include "hosts/yearplan/commands/ExportCommand.h"
@@ -16,9 +16,7 @@
 #include "hosts/yearplan/commands/PrintCommand.h"
 #include "platform/desktop/PictureFile.h"
 #include "platform/desktop/QtPages.h"
-#include "span/Locale.h"
 #include "values/Error.h"
-#include "view/Face.h"
 #include "view/YearTexts.h"
 
 namespace velkor {
@@ -33,11 +31,6 @@ auto WriterFor(const std::string& path) {
   throw UsageError("The name of a picture ends in .png, .svg or .pdf, unlike \"" + path + "\"");
 }
 
-/// The strip above the grid of a picture holds its caption alone.
-void SizeTo(Extent picture, YearPlan& plan) {
-  plan.Resize({picture.width, picture.height + StripHeight - CaptionHeight}, {});
-}
-
 Extent PictureSize(const CommandLine& line) {
   return {line.width * TwipsPerPixel, line.height * TwipsPerPixel};
 }
@@ -45,15 +38,16 @@ Extent PictureSize(const CommandLine& line) {
 void ShowReadable(CommandPlanner& planner) {
   QtMeasuringPage measuring{PixelSize()};
   planner.Plan().KeepBandsReadable(measuring.Page());
+  planner.Plan().LayOutAsPicture();
   planner.Show(planner.FirstYear());
 }
 
 /// Instead of scrolling, a picture grows in height until every band fits.
 Extent SizeWithoutScrolling(Extent picture, YearPlan& plan) {
-  SizeTo(picture, plan);
+  plan.Resize(picture, {});
   if (!plan.Grid().Geometry().scroll) return picture;
-  picture.height = std::ceil(LeastControlHeight(plan.Grid(), {}) / TwipsPerPixel) * TwipsPerPixel;
-  SizeTo(picture, plan);
+  picture.height = std::ceil(plan.LeastHeight() / TwipsPerPixel) * TwipsPerPixel;
+  plan.Resize(picture, {});
   return picture;
 }
 
@@ -74,14 +68,8 @@ void Render(const CommandLine& line, const std::string& path, std::ostream& out,
   const YearGrid& grid = planner.Grid();
   RemarkOn(grid, messages);
   const Extent size = SizeWithoutScrolling(PictureSize(line), planner.Plan());
-  LocaleApi& locale = planner.Seams().locale;
-  const LocaleId id = locale.ThreadLocale();
-  FaceContent content{YearCaption(grid.Span().ViewYear),
-                      Locale::LoadCalendarNames(locale, id),
-                      {},
-                      planner.Seams().clock.Now()};
-  Locale::ApplyCodePageFont(content.font, Locale::AnsiCodePageOf(locale, id));
-  write(path, size, [&](Surface& surface) { DrawFace(surface, DivideFace(size), grid, content); },
+  write(path, size,
+        [&](Surface& surface) { DrawControl(surface, planner.Plan().Elements(), size); },
         {.title = YearName(grid.Span())});
   out << YearName(grid.Span()) << ", " << EventCount(grid) << ": "
       << QFileInfo(QString::fromStdString(path)).absoluteFilePath().toStdString() << '\n';
@@ -118,7 +106,7 @@ void Inspect(const CommandLine& line, std::ostream& out, std::ostream& messages)
   CommandPlanner planner(line, messages);
   ShowReadable(planner);
   RemarkOn(planner.Grid(), messages);
-  SizeTo(PictureSize(line), planner.Plan());
+  planner.Plan().Resize(PictureSize(line), {});
   print(planner.Grid(), planner.Seams().clock.Now());
 }
 

@@ -6,13 +6,14 @@
 #include <vector>
 
 #include "categories/FirstColours.h"
+#include "control/ControlLayout.h"
 #include "hosts/yearplan/commands/TerminalSeams.h"
 #include "model/CacheFile.h"
 #include "platform/desktop/QtPages.h"
 #include "span/Locale.h"
 #include "values/Error.h"
-#include "view/Face.h"
 #include "view/GridPainter.h"
+#include "view/Scrolling.h"
 
 namespace velkor {
 namespace {
@@ -57,8 +58,10 @@ YearGrid GridOfCache(const CommandLine& line, TerminalSeams& seams, std::ostream
   std::vector<std::string> texts;
   for (const CalEvent& event : grid.Events()) texts.push_back(event.Categories);
   grid.SetCategories(MakeFirstCategoryTable(texts, filter.FilterSeparator()));
-  const FaceLayout face = DivideFace({line.width * TwipsPerPixel, line.height * TwipsPerPixel});
-  grid.Resize({face.picParent.Width(), face.picParent.Height()}, ScrollBarWidth, {});
+  const Rect area =
+      DivideControl({line.width * TwipsPerPixel, line.height * TwipsPerPixel}, StripKind::Caption)
+          .grid;
+  grid.Resize({area.Width(), area.Height()}, ScrollBarWidth, {});
   return grid;
 }
 

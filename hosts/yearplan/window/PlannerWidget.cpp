@@ -3,28 +3,25 @@
 
 #include <QEvent>
 #include <QPainter>
+#include <map>
 #include <utility>
 
+#include "control/Picture.h"
 #include "control/YearPlan.h"
+#include "platform/desktop/QtElementWidgets.h"
 #include "platform/desktop/QtPages.h"
-#include "platform/desktop/QtPeers.h"
 #include "platform/desktop/QtText.h"
-#include "view/Face.h"
+#include "view/Frame.h"
 #include "view/YearTexts.h"
 
 namespace velkor {
 namespace {
 
-constexpr double CaptionPoints = 13;
+constexpr double NoticePoints = 13;
 constexpr QSize LeastSize{480, 320};
 
 QColor ToQt(Colour colour) {
   return QColor(colour.Red(), colour.Green(), colour.Blue());
-}
-
-QWidget* Named(QWidget* widget, const QString& name) {
-  widget->setAccessibleName(name);
-  return widget;
 }
 
 /// Over the grid, and not in the way of the pointer. It is painted whenever the grid is, and so
@@ -52,12 +49,12 @@ class EmptyNotice : public QWidget {
     constexpr int Air = 16;
     QPainter painter(this);
     QFont font = painter.font();
-    font.setPointSizeF(CaptionPoints);
+    font.setPointSizeF(NoticePoints);
     painter.setFont(font);
     const QRect words = painter.boundingRect(rect().adjusted(Air, Air, -Air, -Air),
                                              Qt::AlignCenter | Qt::TextWordWrap, text);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(ToQt(face_colours::Frame));
+    painter.setPen(ToQt(FrameColour));
     painter.setBrush(Qt::white);
     painter.drawRoundedRect(words.adjusted(-Air, -Air, Air, Air), Air / 2, Air / 2);
     painter.setPen(Qt::black);
@@ -76,7 +73,7 @@ PlannerWidget::PlannerWidget(YearPlan& plan, QWidget* parent) : QWidget(parent),
   setMinimumSize(LeastSize);
   setAccessibleName(tr("Year planner"));
   QPalette colours = palette();
-  colours.setColor(QPalette::Window, ToQt(face_colours::Back));
+  colours.setColor(QPalette::Window, ToQt(ControlBack));
   colours.setColor(QPalette::WindowText, Qt::black);
   setPalette(colours);
   setAutoFillBackground(true);
@@ -85,37 +82,20 @@ PlannerWidget::PlannerWidget(YearPlan& plan, QWidget* parent) : QWidget(parent),
 
 void PlannerWidget::MakePeers() {
   YearPlanElements& elements = plan_.Elements();
-  Named(MakePeer(elements.Toolbar1, this), tr("Commands"));
-  QWidget* const caption = MakePeer(elements.lblSelectedYear, this);
-  QFont font = caption->font();
-  font.setPointSizeF(CaptionPoints);
-  font.setBold(true);
-  caption->setFont(font);
-  MakePeer(elements.lblDate, this);
-  MakePeer(elements.Command1, this);
-  status_ = Named(MakePeer(elements.imgLogo, this), tr("Status"));
+  std::map<const Element*, QWidget*> widgets{{nullptr, this}};
+  for (const PlacedElement& placed : elements.Placed()) {
+    widgets[placed.element] =
+        MakePeerOf<Toolbar, Label, CommandButton, Image, PictureBox, ScrollBar, TextBox>(
+            *placed.element, widgets.at(placed.holder), Placement::Bounds);
+  }
+  for (Menu* menu : elements.Menus()) peers_.push_back(MakePeer(*menu, this));
+  for (Timer* timer : elements.Timers()) peers_.push_back(MakePeer(*timer));
+  status_ = widgets[&elements.imgLogo];
   status_->installEventFilter(this);
-  // What holds the surfaces lies below them.
-  MakePeer(elements.picParent, this);
-  Named(MakePeer(elements.picHeadCol, this), tr("Weekdays"));
-  Named(MakePeer(elements.picHeadRow, this), tr("Months"));
-  QWidget* const grid = Named(MakePeer(elements.pic1, this), tr("Year"));
-  notice_ = new EmptyNotice(grid, plan_);
-  Named(MakePeer(elements.VScroll1, this), tr("Scroll the months"));
-  MakeLegend(elements.legend);
-  peers_.push_back(MakePeer(elements.mnuPop, this));
-  peers_.push_back(MakePeer(elements.tmrStart));
-  peers_.push_back(MakePeer(elements.tmrBackground));
-  peers_.push_back(MakePeer(elements.tmrItems));
-}
-
-void PlannerWidget::MakeLegend(LegendElements& legend) {
-  legendView_ = MakePeer(legend.picCatView, this);
-  legendRows_ = Named(MakePeer(legend.picCats, legendView_), tr("Categories"));
-  Named(MakePeer(legend.txtEdit, legendRows_), tr("Name of the category"));
-  Named(MakePeer(legend.vScrollCat, this), tr("Scroll the categories"));
+  notice_ = new EmptyNotice(widgets[&elements.pic1], plan_);
+  legendView_ = widgets[&elements.legend.picCatView];
+  legendRows_ = widgets[&elements.legend.picCats];
   legendRows_->installEventFilter(this);
-  peers_.push_back(MakePeer(legend.mnuCatPop, this));
 }
 
 bool PlannerWidget::eventFilter(QObject* watched, QEvent* event) {

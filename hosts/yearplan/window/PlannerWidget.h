@@ -9,7 +9,6 @@
 
 namespace velkor {
 
-struct LegendElements;
 class YearPlan;
 
 /// Has a peer for each element of the control and tells it its size. The control outlives it. A
@@ -28,7 +27,6 @@ class PlannerWidget : public QWidget {
 
  private:
   void MakePeers();
-  void MakeLegend(LegendElements& legend);
   void Fit();
 
   YearPlan& plan_;

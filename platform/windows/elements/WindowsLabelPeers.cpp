@@ -26,6 +26,7 @@ class LabelPeer : public PressablePeer {
       : PressablePeer(label, parent, placement, L"STATIC", SS_OWNERDRAW | SS_NOTIFY),
         label_(label),
         wraps_(placement == Placement::Layout) {
+    if (label.style) Write(*label.style);
     Changed();
   }
 
@@ -69,6 +70,17 @@ class LabelPeer : public PressablePeer {
   }
 
  private:
+  /// The parent's font in a style of its own.
+  void Write(const TextStyle& style) {
+    constexpr double TwipsPerPoint = 20;
+    LOGFONTW font{};
+    ::GetObjectW(reinterpret_cast<HFONT>(::SendMessageW(Window(), WM_GETFONT, 0, 0)), sizeof font,
+                 &font);
+    font.lfHeight = -ToPixel(style.points * TwipsPerPoint, ScreenPixel().height);
+    font.lfWeight = style.bold ? FW_BOLD : FW_NORMAL;
+    font_.reset(::CreateFontIndirectW(&font));
+    ::SendMessageW(Window(), WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
+  }
   bool IsTooLong() const {
     if (wraps_) return false;
     const RECT area = Area();
@@ -78,6 +90,7 @@ class LabelPeer : public PressablePeer {
 
   Label& label_;
   bool wraps_;
+  FontHandle font_;
 };
 
 /// A filled mark within a frame.
@@ -99,8 +112,7 @@ class ImagePeer : public PressablePeer {
  protected:
   void Mirror() override {
     PressablePeer::Mirror();
-    // For screen readers: nobody sees it.
-    SetText(ToWide(image_.Description().empty() ? image_.ToolTip() : image_.Description()));
+    SetSpokenText();
   }
   std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam) override {
     switch (message) {

@@ -189,4 +189,11 @@ PeerBackground WindowsPeer::Background(HDC dc) const {
   return {::GetSysColorBrush(COLOR_BTNFACE), ::GetSysColor(COLOR_BTNFACE)};
 }
 
+void WindowsPeer::SetSpokenText() {
+  for (const std::string* text :
+       {&element_.Description(), &element_.ToolTip(), &element_.AccessibleName()}) {
+    if (!text->empty()) return SetText(ToWide(*text));
+  }
+}
+
 }  // namespace velkor

@@ -77,6 +77,8 @@ class WindowsPeer : public ElementPeer {
   /// (WM_CTLCOLORSTATIC), which also sets the colours of `dc`; a parent without an opinion has the
   /// colours of dialogs.
   PeerBackground Background(HDC dc) const;
+  /// Gives a window that shows no text the one that screen readers say: nobody sees it.
+  void SetSpokenText();
   /// Whether what the window tells now is the answer to what this told it.
   bool IsMirroring() const { return mirroring_; }
 

@@ -82,7 +82,9 @@ class PicturePeer : public WindowsPeer {
  public:
   PicturePeer(PictureBox& picture, HWND parent, Placement placement)
       : WindowsPeer(picture, parent, placement, PaintedWindowClass(),
-                    WS_CLIPCHILDREN | (picture.onKeyDown ? WS_TABSTOP : 0)),
+                    WS_CLIPCHILDREN | (picture.onKeyDown ? WS_TABSTOP : 0),
+                    // The Tab key goes into it, to what it holds.
+                    picture.onKeyDown ? 0 : WS_EX_CONTROLPARENT),
         picture_(picture),
         pixel_(ScreenPixel()) {
     Changed();
@@ -105,10 +107,7 @@ class PicturePeer : public WindowsPeer {
   }
 
  protected:
-  void Mirror() override {
-    // For screen readers: nobody sees it.
-    if (!picture_.Description().empty()) SetText(ToWide(picture_.Description()));
-  }
+  void Mirror() override { SetSpokenText(); }
   bool HasToolTip() const override { return picture_.onToolTip || WindowsPeer::HasToolTip(); }
   std::string ToolTipText() override {
     shownToolTip_ = picture_.onToolTip ? picture_.onToolTip() : WindowsPeer::ToolTipText();

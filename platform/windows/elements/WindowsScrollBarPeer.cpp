@@ -23,6 +23,7 @@ class ScrollBarPeer : public WindowsPeer {
 
  protected:
   void Mirror() override {
+    SetSpokenText();
     SCROLLINFO info{};
     info.cbSize = sizeof info;
     // A bar without a range stays, unlit.

@@ -4,6 +4,7 @@
 
 #include "platform/windows/elements/MakePeer.h"
 #include "platform/windows/elements/WindowsToolbarImages.h"
+#include "support/ToolbarIcons.h"
 
 namespace velkor {
 namespace {
@@ -35,6 +36,7 @@ class ToolbarPeer : public WindowsPeer {
 
  protected:
   void Mirror() override {
+    SetSpokenText();
     FitButtons();
     const auto& buttons = toolbar_.Buttons();
     for (std::size_t i = 0; i < buttons.size(); ++i) {
@@ -113,8 +115,8 @@ class ToolbarPeer : public WindowsPeer {
     const COLORREF back = Background(dc).colour;
     const COLORREF lines = ::GetTextColor(dc);
     ::ReleaseDC(Window(), dc);
-    ImageListHandle images = MakeToolbarImages(side, lines, back);
-    ImageListHandle faded = MakeToolbarImages(side, FadedLines(lines, back), back);
+    ImageListHandle images = MakeToolbarImages(side, lines, back, false);
+    ImageListHandle faded = MakeToolbarImages(side, lines, back, true);
     Send(TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.get()));
     Send(TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(faded.get()));
     images_ = std::move(images);

@@ -131,6 +131,7 @@ TEST(QtPeers, ToolbarButtonsTellTheirKeysAndStayAsTheElementSays) {
                    {.key = "PageSetup", .toolTip = "", .image = toolbar_images::PageSetup}});
   toolbar.onButtonClick = [&](std::string_view key) { keys.emplace_back(key); };
   toolbar.SetBounds({0, 0, 3000, 450});
+  toolbar.SetAccessibleName("Commands");
   Control control;
   QWidget* const peer = MakePeer(toolbar, &control);
   control.Show();
@@ -139,6 +140,7 @@ TEST(QtPeers, ToolbarButtonsTellTheirKeysAndStayAsTheElementSays) {
   ASSERT_TRUE(back && filter);
   EXPECT_FALSE(back->icon().isNull());
   EXPECT_TRUE(back->toolTip().contains("Year before"));
+  EXPECT_EQ(peer->accessibleName(), "Commands");
   EXPECT_EQ(back->accessibleName(), "Year before");
   EXPECT_EQ(peer->findChild<QToolButton*>("PageSetup")->accessibleName(), "Page setup");
   QTest::mouseClick(back, Qt::LeftButton);

@@ -85,6 +85,27 @@ TEST_F(WindowsPicture, HearsItsKeysAndGivesTheOthersOn) {
   EXPECT_TRUE(wants(VK_UP) & DLGC_WANTARROWS);
 }
 
+TEST_F(WindowsPicture, ItsTextIsWhatScreenReadersSay) {
+  PictureBox months("picHeadRow");
+  months.SetAccessibleName("Months");
+  Toolbar toolbar("Toolbar1", {});
+  toolbar.SetAccessibleName("Commands");
+  ScrollBar bar("VScroll1");
+  bar.SetAccessibleName("Scroll the months");
+  const auto monthsPeer = MakePeer(months, window_.Get());
+  const auto toolbarPeer = MakePeer(toolbar, window_.Get());
+  const auto barPeer = MakePeer(bar, window_.Get());
+  const auto textOf = [](const std::unique_ptr<WindowsPeer>& peer) {
+    wchar_t text[40]{};
+    return std::wstring(text, static_cast<std::size_t>(::GetWindowTextW(peer->Window(), text, 40)));
+  };
+  EXPECT_EQ(textOf(monthsPeer), L"Months");
+  EXPECT_EQ(textOf(toolbarPeer), L"Commands");
+  EXPECT_EQ(textOf(barPeer), L"Scroll the months");
+  months.SetDescription("January to December");
+  EXPECT_EQ(textOf(monthsPeer), L"January to December");
+}
+
 TEST_F(WindowsPicture, PaintsOnlyWhatIsExposed) {
   ASSERT_FALSE(painted_.empty());
   painted_.clear();
