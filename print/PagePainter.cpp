@@ -140,15 +140,20 @@ void PagePainter::DrawTitle(Surface& surface) const {
                colours::Black, TitleFlags);
 }
 
-void PagePainter::DrawMonths(Surface& surface, const PageMonths& months) const {
+GridGeometry PagePainter::GeometryOfMonths() const {
   GridGeometry geometry;
   geometry.ColumnWidth = static_cast<float>(plan_.geometry.columnWidth);
   geometry.BandHeight = plan_.bandHeight;
   geometry.GridWidth = WholeTwips(std::trunc(geometry.ColumnEdge(GridColumns)));
-  if (geometry.ColumnWidth <= 0) return;
   geometry.pixel = {std::min(BarGap, BarGapShare * geometry.ColumnWidth),
                     std::min(BarGap, BarGapShare * geometry.BandHeight)};
   geometry.pen = LinePen;
+  return geometry;
+}
+
+void PagePainter::DrawMonths(Surface& surface, const PageMonths& months) const {
+  const GridGeometry geometry = GeometryOfMonths();
+  if (geometry.ColumnWidth <= 0) return;
   const GridScene scene{year_.rule,   year_.categories, year_.events,
                         year_.layout, geometry,         SubjectsBy(options_)};
 

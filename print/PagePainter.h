@@ -49,6 +49,8 @@ class PagePainter {
 
  private:
   void DrawTitle(Surface& surface) const;
+  /// How wide and high the cells of the body are.
+  GridGeometry GeometryOfMonths() const;
   void DrawMonths(Surface& surface, const PageMonths& months) const;
   void DrawLegendPart(Surface& surface, const LegendSlice& slice) const;
   void DrawPageNumber(Surface& surface, int page) const;

@@ -129,7 +129,8 @@ int FormBar::Arrange(int width) {
     lines.Place(field.window, wide);
   }
   int wanted = -Pixels(Gap);
-  for (const HWND button : buttons_) wanted += WidthOf(button) + Pixels(ButtonPadding) + Pixels(Gap);
+  for (const HWND button : buttons_)
+    wanted += WidthOf(button) + Pixels(ButtonPadding) + Pixels(Gap);
   lines.KeepTogether(wanted);
   lines.SkipTo(wanted);
   for (const HWND button : buttons_) lines.Place(button, WidthOf(button) + Pixels(ButtonPadding));

@@ -8,6 +8,7 @@
 #include "hosts/windows/TryOut/Console.h"
 #include "hosts/windows/TryOut/PictureFile.h"
 #include "hosts/windows/TryOut/WindowInput.h"
+#include "values/ColourText.h"
 #include "values/Text.h"
 
 namespace velkor {
@@ -28,6 +29,12 @@ POINT PointOf(const Call& call) {
 
 Variant Number(std::int32_t number) {
   return Variant(number);
+}
+
+Colour ColourIn(const Variant& argument) {
+  const std::string text = argument.ToText();
+  if (const auto colour = ColourOfHex(text)) return *colour;
+  throw Error(errors::InvalidProcedureCall, "\"" + text + "\" is no colour: RRGGBB is wanted.");
 }
 
 }  // namespace
@@ -283,7 +290,7 @@ Variant FormObject::Pixel(const Call& call) {
 
 Variant FormObject::CountPixels(const Call& call) {
   const DibSection& picture = Picture();
-  const Colour wanted = ColourOfHex(call[0].ToText());
+  const Colour wanted = ColourIn(call[0]);
   std::int32_t count = 0;
   for (int y = 0; y < pictureSize_.cy; ++y) {
     for (int x = 0; x < pictureSize_.cx; ++x) count += picture.At(x, y) == wanted ? 1 : 0;
@@ -295,7 +302,7 @@ Variant FormObject::CountPixels(const Call& call) {
 /// right and bottom lie outside. Empty for nothing.
 Variant FormObject::FindColour(const Call& call) {
   const DibSection& picture = Picture();
-  const Colour wanted = ColourOfHex(call[0].ToText());
+  const Colour wanted = ColourIn(call[0]);
   const RECT whole{0, 0, pictureSize_.cx, pictureSize_.cy};
   const RECT given{call[1].ToInt(), call[2].ToInt(), call[3].ToInt(), call[4].ToInt()};
   RECT area{};

@@ -1,9 +1,6 @@
 // hosts/windows/TryOut/PictureFile.cpp: bitmaps from the bottom row up, as their files want them.
 #include "hosts/windows/TryOut/PictureFile.h"
 
-#include <charconv>
-#include <cstdio>
-
 #include "platform/windows/system/WindowsFiles.h"
 
 namespace velkor {
@@ -49,23 +46,6 @@ void SaveBitmap(const DibSection& picture, SIZE size, const std::string& path) {
   if (!output) throw Error(errors::PathNotFound, path + " cannot be written");
   output->Write(bytes);
   output->Flush();
-}
-
-std::string ToHex(Colour colour) {
-  char text[8];
-  std::snprintf(text, sizeof text, "%02X%02X%02X", colour.Red() & 0xFF, colour.Green() & 0xFF,
-                colour.Blue() & 0xFF);
-  return text;
-}
-
-Colour ColourOfHex(std::string_view text) {
-  unsigned number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, 16);
-  if (error != std::errc() || end != text.data() + text.size() || text.size() != 6) {
-    throw Error(errors::InvalidProcedureCall,
-                "\"" + std::string(text) + "\" is no colour: RRGGBB is wanted.");
-  }
-  return Colour::FromRgb(number >> 16 & 0xFF, number >> 8 & 0xFF, number & 0xFF);
 }
 
 }  // namespace velkor

@@ -1,8 +1,7 @@
-// hosts/windows/TryOut/PictureFile.h: pictures as files, and colours as scripts write them.
+// hosts/windows/TryOut/PictureFile.h: writes pictures as files.
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "platform/windows/drawing/DibSection.h"
 
@@ -11,10 +10,5 @@ namespace velkor {
 /// Writes a picture as a bitmap of 24 bits a pixel. Throws Error with the path.
 /// @param size  of the picture, in pixels
 void SaveBitmap(const DibSection& picture, SIZE size, const std::string& path);
-
-/// "RRGGBB" in capitals.
-std::string ToHex(Colour colour);
-/// Throws Error for anything but six hexadecimal digits.
-Colour ColourOfHex(std::string_view text);
 
 }  // namespace velkor

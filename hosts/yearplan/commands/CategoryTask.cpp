@@ -3,11 +3,10 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <cstdint>
-#include <cstdio>
+#include <string_view>
 
 #include "hosts/yearplan/commands/CommandLine.h"
+#include "values/ColourText.h"
 
 namespace velkor {
 namespace {
@@ -28,17 +27,8 @@ constexpr std::array<TaskForm, 5> Tasks{{
 }};
 
 Colour ParseColour(const std::string& text) {
-  constexpr std::size_t Length = 7;
-  constexpr int Hexadecimal = 16;
-  const char* end = text.data() + text.size();
-  std::uint32_t value = 0;
-  if (text.size() == Length && text.front() == '#') {
-    const auto [read, fault] = std::from_chars(text.data() + 1, end, value, Hexadecimal);
-    if (fault == std::errc() && read == end) {
-      return Colour::FromRgb(static_cast<std::uint8_t>(value >> 16),
-                             static_cast<std::uint8_t>(value >> 8),
-                             static_cast<std::uint8_t>(value));
-    }
+  if (text.starts_with('#')) {
+    if (const auto colour = ColourOfHex(std::string_view(text).substr(1))) return *colour;
   }
   throw UsageError("A colour is given as in '#3366CC', red first, not \"" + text + "\"");
 }
@@ -70,10 +60,7 @@ CategoryTask ParseCategoryTask(const std::vector<std::string>& words) {
 }
 
 std::string ColourText(Colour colour) {
-  std::array<char, 8> text{};
-  std::snprintf(text.data(), text.size(), "#%02X%02X%02X", colour.Red(), colour.Green(),
-                colour.Blue());
-  return text.data();
+  return "#" + ToHex(colour);
 }
 
 }  // namespace velkor

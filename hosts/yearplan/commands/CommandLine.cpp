@@ -327,6 +327,28 @@ std::string PictureOptionOf(const QCommandLineParser& parser) {
   return {};
 }
 
+/// What the words after the command say: the calendar, and what becomes of its categories.
+/// @param rest  those words
+void ReadCalendar(const QCommandLineParser& parser, const QStringList& rest, CommandLine& line) {
+  line.cacheFile = parser.value(names::Cache).toStdString();
+  if (line.command == Command::Categories && rest.size() > 1) {
+    line.categoryTask = ParseCategoryTask(ToWords(rest.mid(1)));
+    line.categoryTask.listOnly = parser.isSet(names::ListOnly);
+    if (line.categoryTask.listOnly && line.categoryTask.kind != CategoryTask::Kind::Rename) {
+      throw UsageError("--list-only belongs to categories CALENDAR rename");
+    }
+  } else if (rest.size() > 1) {
+    throw UsageError("One calendar at a time; \"" + rest[1].toStdString() + "\" is one too many");
+  }
+  if (!rest.isEmpty() && !line.cacheFile.empty()) {
+    throw UsageError("Either a calendar or --cache, not both");
+  }
+  if (!rest.isEmpty()) line.calendar = rest.front().toStdString();
+  if (line.command != Command::Open && line.calendar.empty() && line.cacheFile.empty()) {
+    throw UsageError("A calendar file is missing");
+  }
+}
+
 }  // namespace
 
 CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
@@ -346,24 +368,7 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   QStringList rest = parser.positionalArguments();
   line.command = TakeCommand(rest);
   CheckOptions(parser, line.command);
-  line.cacheFile = parser.value(names::Cache).toStdString();
-  if (line.command == Command::Categories && rest.size() > 1) {
-    line.categoryTask = ParseCategoryTask(ToWords(rest.mid(1)));
-    line.categoryTask.listOnly = parser.isSet(names::ListOnly);
-    if (line.categoryTask.listOnly && line.categoryTask.kind != CategoryTask::Kind::Rename) {
-      throw UsageError("--list-only belongs to categories CALENDAR rename");
-    }
-  } else if (rest.size() > 1) {
-    throw UsageError("One calendar at a time; \"" + rest[1].toStdString() + "\" is one too many");
-  }
-  if (!rest.isEmpty() && !line.cacheFile.empty()) {
-    throw UsageError("Either a calendar or --cache, not both");
-  }
-  if (!rest.isEmpty()) line.calendar = rest.front().toStdString();
-  const bool opens = line.command == Command::Open;
-  if (!opens && line.calendar.empty() && line.cacheFile.empty()) {
-    throw UsageError("A calendar file is missing");
-  }
+  ReadCalendar(parser, rest, line);
   line.pictureOption = PictureOptionOf(parser);
   line.output = parser.value(names::Output).toStdString();
   if (parser.isSet("year"))
