@@ -7,8 +7,8 @@
 #include <string>
 #include <utility>
 
-#include "platform/windows/system/ProcessWatch.h"
 #include "platform/windows/system/Modules.h"
+#include "platform/windows/system/ProcessWatch.h"
 #include "platform/windows/system/Wide.h"
 #include "tests/platform/windows/PumpMessages.h"
 // After windows.h.

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/windows/system/MessageWindow.h"
 #include "platform/windows/system/DialogOwner.h"
+#include "platform/windows/system/MessageWindow.h"
 #include "tests/platform/windows/PeersWindow.h"
 
 namespace velkor {
