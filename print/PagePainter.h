@@ -11,6 +11,7 @@
 #include "print/PrintOptionSet.h"
 #include "span/Locale.h"
 #include "view/BandLayout.h"
+#include "view/GridGeometry.h"
 
 namespace velkor {
 
