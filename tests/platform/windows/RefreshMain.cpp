@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "platform/windows/com/ComCacheUtility.h"
+#include "platform/windows/system/DialogOwner.h"
 #include "tests/platform/windows/PumpMessages.h"
 
 int main(int argc, char** argv) {

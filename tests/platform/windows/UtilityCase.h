@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/windows/com/ComCacheUtility.h"
+#include "platform/windows/system/DialogOwner.h"
 #include "tests/platform/windows/Programs.h"
 
 namespace velkor {

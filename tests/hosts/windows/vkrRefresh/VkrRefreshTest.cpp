@@ -3,6 +3,7 @@
 #include "VelkorCacheUtility.h"
 #include "model/CacheRecord.h"
 #include "platform/Outlook.h"
+#include "platform/windows/com/Registration.h"
 #include "platform/windows/system/WindowsFiles.h"
 #include "platform/windows/system/WindowsLocale.h"
 #include "tests/platform/windows/StandIn.h"
