@@ -2,6 +2,8 @@
 // as messages are processed.
 #include "platform/headless/PromptCacheUtility.h"
 
+#include <exception>
+
 namespace velkor {
 
 class PromptCacheUtilities::Utility : public CacheUtility {
@@ -19,14 +21,16 @@ class PromptCacheUtilities::Utility : public CacheUtility {
 
  private:
   void Run(const RefreshInputs& inputs) {
-    const auto [result, error] = owner_.refresh_(inputs, [this] { return !stopped_; });
     // Copies: the completion may destroy this.
     const WriteComplete writeComplete = writeComplete_;
     const auto onError = owner_.onError_;
     try {
+      const auto [result, error] = owner_.refresh_(inputs, [this] { return !stopped_; });
       writeComplete(result, error);
     } catch (const Error& raised) {
       onError(raised);
+    } catch (const std::exception& raised) {
+      onError(Error(errors::CalendarFailed, raised.what()));
     }
   }
 

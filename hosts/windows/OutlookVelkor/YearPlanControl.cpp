@@ -34,9 +34,7 @@ void* YearPlanControl::FindOther(REFIID id) {
 void YearPlanControl::Start() {
   if (!timers_.empty() || place_.IsDesignMode()) return;
   YearPlanElements& elements = plan_.Elements();
-  timers_.push_back(MakePeer(elements.tmrStart));
-  timers_.push_back(MakePeer(elements.tmrBackground));
-  timers_.push_back(MakePeer(elements.tmrItems));
+  for (Timer* timer : elements.Timers()) timers_.push_back(MakePeer(*timer));
   elements.tmrStart.SetEnabled(true);
 }
 

@@ -37,9 +37,7 @@ RefreshAnswer Refresh(const RefreshInputs& inputs, const OpenOutlook& openOutloo
   if (!proceed()) return {};
   WindowsFiles files;
   WindowsLocale locale;
-  return RefreshPatiently(
-      {span, {inputs.cacheFile, inputs.workFile}, inputs.folderId, inputs.storeId}, *outlook, files,
-      locale, proceed);
+  return RefreshPatiently(RequestOf(inputs), *outlook, files, locale, proceed);
 }
 
 }  // namespace

@@ -42,7 +42,10 @@ CommandPlanner::CommandPlanner(const CommandLine& line, std::ostream& messages,
             return Refresh(inputs, proceed);
           },
           [this](std::function<void()> work) { work_.push_back(std::move(work)); },
-          [](const Error&) { /* Refresh has kept it. */ }),
+          [this](const Error& error) {
+            // What Refresh kept says more.
+            if (!failure_) failure_ = error;
+          }),
       outlook_(StoreOf(calendar), seams_.locale,
                {.userName = LoginName(),
                 .listSeparator = seams_.listSeparator,
@@ -96,6 +99,7 @@ void CommandPlanner::Show(int year) {
   const std::string told = seams_.messages.Take();
   if (failure_) throw Error(*failure_);
   if (inputs_.viewYear != year) throw Error(errors::CalendarFailed, ReasonOf(told));
+  if (!told.empty()) messages_ << told << '\n';
 }
 
 void CommandPlanner::LetWorkRun() {

@@ -101,8 +101,11 @@ TEST_F(ContainerCalls, AClickThatTakesTheKeyboardFromAnotherWindowMayEndTheContr
   BareContainer& container = Container();
   ASSERT_EQ(container.Do(OLEIVERB_SHOW), S_OK);
   const HWND child = container.Child();
-  const HWND grid = ::ChildWindowFromPointEx(child, {300, 200}, CWP_SKIPINVISIBLE);
-  ASSERT_NE(grid, child);
+  const HWND holder = ::ChildWindowFromPointEx(child, {300, 200}, CWP_SKIPINVISIBLE);
+  POINT inHolder{300, 200};
+  ::MapWindowPoints(child, holder, &inHolder, 1);
+  const HWND grid = ::ChildWindowFromPointEx(holder, inHolder, CWP_SKIPINVISIBLE);
+  ASSERT_NE(grid, holder);
   const HWND other = ::CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE, 620, 0, 50, 20,
                                        container.Window(), nullptr, nullptr, nullptr);
   ::SetWindowLongPtrW(other, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&container));

@@ -266,9 +266,12 @@ class ProgressTest : public WindowsDialogs {
     EXPECT_TRUE(report->Step(1, 1000, "begun"));
     EXPECT_EQ(FindOpenWindow({}), nullptr) << "at once";
     const DriveDialog drive([&] { steps(WaitForDialog(L"Expört")); });
-    int done = 0;
-    // Bounded, should nobody end it.
-    while (report->Step(1 + done % 999, 1000, "Year\n2026") && done < 100'000'000) ++done;
+    long long done = 0;
+    // Bounded, should nobody end it: by more steps than fit into the time that a test has.
+    while (report->Step(1 + static_cast<int>(done % 999), 1000, "Year\n2026") &&
+           done < 100'000'000'000) {
+      ++done;
+    }
     EXPECT_FALSE(report->Step(1, 1000, "once more"));
     EXPECT_EQ(FindOpenWindow({}), nullptr);
   }
