@@ -1,4 +1,4 @@
-// hosts/CalendarRefresh.h: a year of a calendar file into its cache file, beside other programs.
+// hosts/CalendarRefresh.h: refreshes a year of a calendar file, waiting for its turn.
 #pragma once
 
 #include <functional>

@@ -1,4 +1,4 @@
-// model/CategoryView.h: the categories on show, as those see them who change them.
+// model/CategoryView.h: shows the categories on show to those who change them.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// model/YearSource.h: years of the calendar on show, as those read them who take several.
+// model/YearSource.h: gives the export the years that it asks for.
 #pragma once
 
 #include <functional>

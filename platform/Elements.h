@@ -1,4 +1,4 @@
-// platform/Elements.h: the child elements of a control or form; what they hold is the truth.
+// platform/Elements.h: says what a control or form consists of, whatever shows it.
 #pragma once
 
 #include <functional>

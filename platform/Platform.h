@@ -1,4 +1,4 @@
-// platform/Platform.h: the seams in one hand, given to the control once.
+// platform/Platform.h: bundles references to every seam, for the control.
 #pragma once
 
 namespace velkor {

@@ -1,4 +1,4 @@
-// values/FlagScope.h: says for as long as an operation runs that it runs.
+// values/FlagScope.h: sets a flag for as long as an operation runs.
 #pragma once
 
 namespace velkor {

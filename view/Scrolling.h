@@ -1,4 +1,4 @@
-// view/Scrolling.h: how a wheel and a wish to see something move a scroll bar.
+// view/Scrolling.h: computes where a wheel or a row that has to be seen moves a scroll bar.
 #pragma once
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// platform/headless/HeadlessSeams.h: all scripted seams in one hand.
+// platform/headless/HeadlessSeams.h: bundles one scripted implementation of every seam.
 #pragma once
 
 #include "platform/Platform.h"

@@ -1,4 +1,4 @@
-// calendar/ics/file/ShortHash.h: names for things that are known by their bytes.
+// calendar/ics/file/ShortHash.h: makes a short name from bytes, the same for the same bytes.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// hosts/windows/OutlookVelkor/ControlPicture.h: the control drawn without its windows.
+// hosts/windows/OutlookVelkor/ControlPicture.h: draws the control without its windows.
 #pragma once
 
 #include "platform/windows/system/Win32.h"

@@ -1,4 +1,4 @@
-// platform/windows/system/Win32.h: the Windows header, without the macro that would rename a seam.
+// platform/windows/system/Win32.h: includes windows.h and undoes its macros that would rename ours.
 #pragma once
 
 #include <windows.h>
