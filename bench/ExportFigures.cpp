@@ -66,7 +66,8 @@ class ExportFixture {
   /// What every export has to do.
   double SecondsOfFetchingAndWriting(std::string_view bytes) {
     return SecondsOf([&] {
-      for (const CalEvent& event : *source_.EventsOf(Year, {})) {
+      const auto events = source_.EventsOf(Year, {});
+      for (const CalEvent& event : *events) {
         const auto item = source_.ItemOf(event.EventID);
         benchmark::DoNotOptimize(item->Body());
         benchmark::DoNotOptimize(item->Location());
