@@ -7,7 +7,6 @@ namespace velkor {
 
 /// Windows character set numbers (LOGFONT structure, lfCharSet).
 namespace charsets {
-inline constexpr int Ansi = 0;
 inline constexpr int Default = 1;
 }  // namespace charsets
 

@@ -15,6 +15,9 @@ using Twips = double;
 /// Twips to one pixel of an ordinary screen (96 pixels to the inch).
 inline constexpr Twips TwipsPerPixel = 15;
 
+/// Of a font's size.
+inline constexpr double TwipsPerPoint = 20;
+
 /// As print settings are converted.
 inline constexpr double TwipsPerMillimetre = 56.7;
 

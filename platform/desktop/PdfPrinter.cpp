@@ -11,11 +11,10 @@
 #include "platform/desktop/QtText.h"
 #include "platform/desktop/SaveAll.h"
 #include "values/Error.h"
+#include "values/Twips.h"
 
 namespace velkor {
 namespace {
-
-constexpr double TwipsPerPoint = 20;
 
 class Job : public PrintJob {
  public:

@@ -18,11 +18,10 @@
 #include "platform/desktop/PaperSizes.h"
 #include "platform/desktop/QtText.h"
 #include "values/Error.h"
+#include "values/Twips.h"
 
 namespace velkor {
 namespace {
-
-constexpr double TwipsPerPoint = 20;
 
 [[noreturn]] void FailWithout(const std::string& what) {
   throw Error(errors::DeviceUnavailable, what, "Printer");

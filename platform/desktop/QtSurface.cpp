@@ -7,11 +7,10 @@
 
 #include "support/TextLines.h"
 #include "support/TextPrefixes.h"
+#include "values/Twips.h"
 
 namespace velkor {
 namespace {
-
-constexpr double TwipsPerPoint = 20;
 
 QColor ToQt(Colour colour) {
   return QColor(colour.Red(), colour.Green(), colour.Blue());

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <utility>
 
 #include "platform/CacheUtility.h"
@@ -15,15 +16,21 @@ namespace velkor {
 class PromptCacheUtilities : public CacheUtilities {
  public:
   /// A refresh's result code and the calendar program's error number, as WriteComplete takes them.
-  using Result = std::pair<short, long>;
-  /// Refreshes; throws nothing.
+  struct Result {
+    short code = 0;
+    long error = 0;
+    /// What went wrong, where somebody said so.
+    std::string words;
+  };
+  /// Refreshes.
   /// @param proceed  false when it is to stop
   using Refresh =
       std::function<Result(const RefreshInputs& inputs, const std::function<bool()>& proceed)>;
   /// Runs what it is given, one after the other, while messages are processed.
   using Post = std::function<void(std::function<void()>)>;
 
-  /// @param onError  shows an error that a completion raised
+  /// @param onError  shows an error that a refresh or its completion raised, in the refresh's own
+  ///                 words where it gave some
   PromptCacheUtilities(Refresh refresh, Post post, std::function<void(const Error&)> onError)
       : refresh_(std::move(refresh)), post_(std::move(post)), onError_(std::move(onError)) {}
 

@@ -47,9 +47,10 @@ bool ControlPlace::IsDesignMode() const {
   if (!site_ || FAILED(site_.As(&ambient))) return false;
   Variant value;
   DISPPARAMS none{};
-  const HRESULT result =
-      ambient->Invoke(DISPID_AMBIENT_USERMODE, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET,
-                      &none, value.Out(), nullptr, nullptr);
+  const HRESULT result = life_.Tell(ambient, [&](IDispatch& told) {
+    return told.Invoke(DISPID_AMBIENT_USERMODE, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET,
+                       &none, value.Out(), nullptr, nullptr);
+  });
   return SUCCEEDED(result) && value.Get().vt == VT_BOOL && value.Get().boolVal == VARIANT_FALSE;
 }
 
@@ -69,23 +70,30 @@ HRESULT ControlPlace::MakeWindow(IOleClientSite& site) {
   ComPtr<IOleInPlaceSite> place;
   HRESULT result = site.QueryInterface(IID_PPV_ARGS(&place));
   if (FAILED(result)) return result;
-  if (place->CanInPlaceActivate() != S_OK) return E_FAIL;
   HWND parent = nullptr;
-  result = place->GetWindow(&parent);
+  result = life_.Tell(place, [&](IOleInPlaceSite& told) {
+    if (told.CanInPlaceActivate() != S_OK) return E_FAIL;
+    const HRESULT found = told.GetWindow(&parent);
+    return FAILED(found) ? found : told.OnInPlaceActivate();
+  });
   if (FAILED(result)) return result;
-  result = life_.Tell(place, [](IOleInPlaceSite& told) { return told.OnInPlaceActivate(); });
-  if (FAILED(result)) return result;
+  RECT position{};
+  RECT clip{};
+  OLEINPLACEFRAMEINFO frameInfo{};
+  frameInfo.cb = sizeof frameInfo;
+  ComPtr<IOleInPlaceFrame> frame;
+  ComPtr<IOleInPlaceUIWindow> document;
+  life_.Tell(place, [&](IOleInPlaceSite& told) {
+    return told.GetWindowContext(&frame, &document, &position, &clip, &frameInfo);
+  });
   // It may have changed its mind meanwhile.
   if (site_.Get() != &site) {
     life_.Tell(place, [](IOleInPlaceSite& told) { return told.OnInPlaceDeactivate(); });
     return E_FAIL;
   }
 
-  RECT position{};
-  RECT clip{};
-  OLEINPLACEFRAMEINFO frameInfo{};
-  frameInfo.cb = sizeof frameInfo;
-  place->GetWindowContext(&frame_, &document_, &position, &clip, &frameInfo);
+  frame_ = frame;
+  document_ = document;
   inPlaceSite_ = place;
   life_.Owner().SetWindow(parent);
   window_ = std::make_unique<ControlWindow>(

@@ -113,7 +113,7 @@ void CommandPlanner::LetWorkRun() {
 PromptCacheUtilities::Result CommandPlanner::Refresh(const RefreshInputs& inputs,
                                                      const std::function<bool()>& proceed) {
   const auto result = [](SynchResult code, long error) {
-    return std::pair(static_cast<short>(code), error);
+    return PromptCacheUtilities::Result{static_cast<short>(code), error, {}};
   };
   if (!proceed()) return result(SynchResult::NothingToReport, 0);
   inputs_ = inputs;
@@ -127,7 +127,7 @@ PromptCacheUtilities::Result CommandPlanner::Refresh(const RefreshInputs& inputs
   const RefreshAnswer answer =
       RefreshPatiently(request, outlook_, seams_.files, seams_.locale, proceed);
   if (answer.result == SynchResult::CacheWritten) {
-    seams_.files.IsFresh(inputs.cacheFile);
+    seams_.files.MarkFresh(inputs.cacheFile);
   } else {
     std::string text = MessageOf(answer.result, answer.error, request.paths);
     if (!answer.description.empty()) text += ": " + answer.description;

@@ -53,7 +53,7 @@ YearGrid GridOfCache(const CommandLine& line, TerminalSeams& seams, std::ostream
   QtMeasuringPage measuring{PixelSize()};
   YearGrid grid(span, CategoryTable(), filter, line.properties);
   grid.SetMinBandHeight(ReadableBandHeight(measuring.Page(), font));
-  seams.files.IsFresh(line.cacheFile);
+  seams.files.MarkFresh(line.cacheFile);
   grid.SetEvents(Load(line.cacheFile, seams, grid.Fields(), messages));
   std::vector<std::string> texts;
   for (const CalEvent& event : grid.Events()) texts.push_back(event.Categories);

@@ -3,6 +3,7 @@
 
 #include <QFileInfo>
 #include <algorithm>
+#include <optional>
 #include <ostream>
 
 #include "hosts/yearplan/commands/CommandPlanner.h"
@@ -104,15 +105,15 @@ void Print(const CommandLine& line, std::ostream& out, std::ostream& messages) {
   RemarkOn(planner.Grid(), messages);
   StoreOptions(line, seams.settings);
 
-  int pages = 0;
+  std::optional<int> pages;
   seams.forms.Expect("frmPrint", [&](Form& form) {
     auto& preview = dynamic_cast<frmPrint&>(form);
     pages = preview.Document().PageCount();
-    if (line.printTask.pages && pages > 0) {
+    if (line.printTask.pages && *pages > 0) {
       const LocaleId id = seams.locale.ThreadLocale();
       TellPages(line.printTask, planner, Locale::LoadCalendarNames(seams.locale, id),
                 preview.Document(), out);
-    } else if (pages > 0) {
+    } else if (*pages > 0) {
       preview.tbPreview.ClickButton(preview_keys::Print);
     }
   });
@@ -121,8 +122,9 @@ void Print(const CommandLine& line, std::ostream& out, std::ostream& messages) {
   if (!failure.empty()) {
     throw Error(errors::InvalidProcedureCall, OneLine(ReasonOf(failure), "\n"));
   }
+  if (!pages) throw Error(errors::InvalidProcedureCall, "The print preview was not opened");
   if (line.printTask.pages) return;
-  out << YearName(planner.Grid().Span()) << ", " << pages << (pages == 1 ? " page: " : " pages: ")
+  out << YearName(planner.Grid().Span()) << ", " << *pages << (*pages == 1 ? " page: " : " pages: ")
       << QFileInfo(QString::fromStdString(line.output)).absoluteFilePath().toStdString() << '\n';
 }
 

@@ -43,7 +43,7 @@ std::string ReasonOf(const std::string& told);
 /// A cache file that the command did not bring up to date itself counts as absent.
 class FreshFiles : public CalendarFiles {
  public:
-  void IsFresh(const std::string& path) { fresh_.insert(path); }
+  void MarkFresh(const std::string& path) { fresh_.insert(path); }
   bool ReadInto(std::string& bytes, const std::string& path) override {
     return fresh_.contains(path) && CalendarFiles::ReadInto(bytes, path);
   }

@@ -67,7 +67,8 @@ PlannerSession::PlannerSession(const std::string& calendar, SessionSurroundings 
           [this](const RefreshInputs& inputs, const std::function<bool()>& proceed) {
             const RefreshAnswer answer =
                 RefreshYear(RequestOf(inputs), outlook_, files_, locale_, proceed);
-            return std::pair(static_cast<short>(answer.result), answer.error);
+            return PromptCacheUtilities::Result{static_cast<short>(answer.result), answer.error,
+                                                answer.description};
           },
           [this](std::function<void()> work) { Post(std::move(work)); },
           [this](const Error& error) { Tell(troubles_.other, error.Description()); }),

@@ -6,11 +6,10 @@
 
 #include "platform/windows/system/AnsiText.h"
 #include "platform/windows/system/Wide.h"
+#include "values/Twips.h"
 
 namespace velkor {
 namespace {
-
-constexpr double TwipsPerPoint = 20;
 
 COLORREF ToWindows(Colour colour) {
   return RGB(colour.Red(), colour.Green(), colour.Blue());

@@ -41,7 +41,6 @@ int ScreenLength(int pixelsAt96) {
 
 FontHandle MakeDialogFont() {
   constexpr double Points = 9;
-  constexpr double TwipsPerPoint = 20;
   LOGFONTW wanted{};
   wanted.lfHeight = -ToPixel(Points * TwipsPerPoint, ScreenPixel().height);
   wanted.lfWeight = FW_NORMAL;

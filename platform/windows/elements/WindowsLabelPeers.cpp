@@ -5,6 +5,7 @@
 #include "platform/windows/elements/MakePeer.h"
 #include "platform/windows/elements/PaintedWindow.h"
 #include "platform/windows/elements/PressablePeer.h"
+#include "values/Twips.h"
 
 namespace velkor {
 namespace {
@@ -72,7 +73,6 @@ class LabelPeer : public PressablePeer {
  private:
   /// The parent's font in a style of its own.
   void Write(const TextStyle& style) {
-    constexpr double TwipsPerPoint = 20;
     LOGFONTW font{};
     ::GetObjectW(reinterpret_cast<HFONT>(::SendMessageW(Window(), WM_GETFONT, 0, 0)), sizeof font,
                  &font);

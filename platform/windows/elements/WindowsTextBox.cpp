@@ -6,6 +6,7 @@
 
 #include "platform/windows/elements/MakePeer.h"
 #include "values/Font.h"
+#include "values/Twips.h"
 
 namespace velkor {
 namespace {
@@ -109,7 +110,6 @@ class TextBoxPeer : public WindowsPeer {
  private:
   /// As large as the texts that are painted around it.
   void TakeSmallFont() {
-    constexpr double TwipsPerPoint = 20;
     LOGFONTW wanted{};
     const auto font = reinterpret_cast<HFONT>(::SendMessageW(Window(), WM_GETFONT, 0, 0));
     if (::GetObjectW(font, sizeof(wanted), &wanted) == 0) return;
