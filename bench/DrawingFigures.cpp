@@ -9,11 +9,14 @@
 #include "bench/Comparison.h"
 #include "bench/Figures.h"
 #include "bench/SampleEvents.h"
+#include "control/ControlLayout.h"
+#include "control/Picture.h"
 #include "platform/desktop/PngFile.h"
 #include "platform/desktop/QtSurface.h"
 #include "platform/headless/FixedLocale.h"
 #include "view/GridPainter.h"
 #include "view/HeaderPainter.h"
+#include "view/LegendPainter.h"
 
 namespace velkor {
 namespace {
@@ -74,27 +77,54 @@ RunFigure DrawingFigure(bool displaySubject, void (*draw)(GridPainter&)) {
   };
 }
 
-/// As `render` draws the months of a year to a PNG file.
+/// The year and its legend where the control has them.
+void DrawYear(Surface& surface, const ControlAreas& areas, const YearGrid& grid,
+              const CalendarNames& names) {
+  const Font font;
+  const Extent size{areas.legend.right, std::max(areas.grid.bottom, areas.legend.bottom)};
+  surface.Fill({0, 0, size.width, size.height}, ControlBack);
+  {
+    const ViewScope scope(surface, areas.legend, {areas.legend.left, areas.legend.top});
+    const Rect rows{0, 0, areas.legend.Width(), areas.legend.Height()};
+    DrawLegend(surface, grid.Categories(), font, rows, rows.Width());
+  }
+  const ViewScope scope(surface, areas.grid, {areas.grid.left, areas.grid.top});
+  DrawHeaderRow(surface, grid.Geometry(), names, font);
+  const Rect months{0, 0, areas.grid.Width() - MonthColumnWidth,
+                    areas.grid.Height() - HeaderRowHeight};
+  {
+    const Rect column{0, HeaderRowHeight, MonthColumnWidth, areas.grid.Height()};
+    const ViewScope below(surface, column, {0, HeaderRowHeight});
+    DrawMonthColumn(surface, grid, names, font, months);
+  }
+  const ViewScope cells(
+      surface, {MonthColumnWidth, HeaderRowHeight, areas.grid.Width(), areas.grid.Height()},
+      {MonthColumnWidth, HeaderRowHeight});
+  GridPainter(surface, grid, font, months).Draw({Date::FromYmd(2026, 7, 1), {}, {}});
+}
+
+/// As `render` draws a year to a PNG file, but for the words above it.
 RunFigure EncodingFigure(std::size_t events) {
   return [=](benchmark::State& state) {
-    constexpr Extent Size{1920 * TwipsPerPixel, 1200 * TwipsPerPixel};
     constexpr double EncodingLimit = 1;
+    Extent size{1920 * TwipsPerPixel, 1200 * TwipsPerPixel};
     YearGrid grid = FilledGrid(events, Spread::Random, true);
-    const Twips height = std::max(Size.height, HeightWithoutScrolling(grid.Layout(), {}));
-    grid.Resize({Size.width, height}, 0, {});
+    const auto strip = StripKind::Caption;
+    const Rect asked = DivideControl(size, strip).grid;
+    grid.Resize({asked.Width(), asked.Height()}, 0, {});
+    size.height =
+        std::max(size.height, LeastControlHeight(HeightWithoutScrolling(grid.Layout(), {}), strip));
+    const ControlAreas areas = DivideControl(size, strip);
+    grid.Resize({areas.grid.Width(), areas.grid.Height()}, 0, {});
+
     FixedLocale locale;
     const CalendarNames names = Locale::LoadCalendarNames(locale, locale.locale);
-    const Rect area{0, 0, Size.width - MonthColumnWidth, height - HeaderRowHeight};
-    QImage image(int(Size.width / TwipsPerPixel), int(height / TwipsPerPixel),
+    QImage image(int(size.width / TwipsPerPixel), int(size.height / TwipsPerPixel),
                  QImage::Format_RGB32);
-    image.fill(Qt::white);
     const auto draw = [&] {
       QPainter painter(&image);
       QtSurface surface(painter);
-      DrawMonthColumn(surface, grid, names, Font{}, area);
-      const ViewScope scope(surface, {MonthColumnWidth, 0, Size.width, height},
-                            {MonthColumnWidth, HeaderRowHeight});
-      GridPainter(surface, grid, Font{}, area).Draw({Date::FromYmd(2026, 7, 1), {}, {}});
+      DrawYear(surface, areas, grid, names);
     };
     Compare(
         state, EncodingLimit, [&] { return SecondsOf(draw); },
