@@ -21,15 +21,18 @@ bool IsAllowed(char32_t character) {
   return character != 0xFFFE && character != 0xFFFF;
 }
 
-/// Whether the text is its own bytes in the file, as most are: ASCII of which XML has every
-/// character.
-bool IsPlain(std::string_view text) {
-  return AsciiLength(text) == text.size() &&
-         std::all_of(text.begin(), text.end(), [](char c) { return IsAllowed(char32_t(c)); });
+/// Whether XML has every character of the text; false also where it may have.
+bool IsAllowed(std::string_view text) {
+  // The bytes that U+FFFE and U+FFFF begin with, and some letters.
+  constexpr std::string_view NoCharacters = "\xEF\xBF";
+  return std::all_of(text.begin(), text.end(),
+                     [](char c) { return IsAllowed(char32_t{static_cast<unsigned char>(c)}); }) &&
+         text.find(NoCharacters) == text.npos;
 }
 
 /// The text without what XML forbids.
 std::string Allowed(std::string_view text) {
+  if (IsAllowed(text)) return std::string(text);
   std::string allowed;
   while (!text.empty()) {
     const char32_t character = TakeCharacter(text);
@@ -139,7 +142,8 @@ void XmlDocument::Put(std::string_view bytes) {
 }
 
 void XmlDocument::PutText(std::string_view text) {
-  if (IsPlain(text)) {
+  // Most are their own bytes in the file.
+  if (AsciiLength(text) == text.size() && IsAllowed(text)) {
     Put(text);
   } else {
     const std::string utf8 = Locale::Utf8Encode(locale_, Allowed(text));
