@@ -46,15 +46,24 @@ STDMETHODIMP YearPlanControl::GetClipboardData(DWORD /*reserved*/, IDataObject**
   return E_NOTIMPL;
 }
 
-HRESULT YearPlanControl::Activate(bool withKeyboard) {
+HRESULT YearPlanControl::Activate() {
   const HRESULT result = place_.Open();
+  if (SUCCEEDED(result)) Start();
+  return result;
+}
+
+/// With the keyboard.
+/// @param message  what the user did for it; null when the container does not say
+HRESULT YearPlanControl::ActivateByUser(const MSG* message) {
+  const HRESULT result = Activate();
   if (FAILED(result)) return result;
-  Start();
-  if (withKeyboard) place_.TakeKeyboard();
+  const bool byTab =
+      message != nullptr && message->message == WM_KEYDOWN && message->wParam == VK_TAB;
+  place_.TakeKeyboard(byTab ? EntryByTab() : KeyboardEntry::Grid);
   return S_OK;
 }
 
-STDMETHODIMP YearPlanControl::DoVerb(LONG verb, LPMSG /*message*/, IOleClientSite* /*site*/,
+STDMETHODIMP YearPlanControl::DoVerb(LONG verb, LPMSG message, IOleClientSite* /*site*/,
                                      LONG /*index*/, HWND /*parent*/, LPCRECT /*place*/) {
   const EntryScope entry(life_.Owner());
   switch (verb) {
@@ -62,11 +71,11 @@ STDMETHODIMP YearPlanControl::DoVerb(LONG verb, LPMSG /*message*/, IOleClientSit
       return InPlaceDeactivate();
     case OLEIVERB_INPLACEACTIVATE:
     case OLEIVERB_SHOW:
-      return Activate(false);
+      return Activate();
     case OLEIVERB_PRIMARY:
     case OLEIVERB_OPEN:
     case OLEIVERB_UIACTIVATE:
-      return Activate(true);
+      return ActivateByUser(message);
     case OLEIVERB_DISCARDUNDOSTATE:
       return S_OK;
     default:

@@ -123,9 +123,9 @@ void ControlPlace::Close() {
              [](IOleInPlaceSite& told) { return told.OnInPlaceDeactivate(); });
 }
 
-void ControlPlace::TakeKeyboard() {
+void ControlPlace::TakeKeyboard(KeyboardEntry entry) {
   UiActivate();
-  if (window_) window_->Focus();
+  if (window_) window_->Focus(entry);
 }
 
 void ControlPlace::UiActivate() {

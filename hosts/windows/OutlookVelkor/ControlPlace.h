@@ -42,7 +42,7 @@ class ControlPlace {
   HRESULT Open();
   void Close();
   /// Active, and with the keyboard, where it is in place.
-  void TakeKeyboard();
+  void TakeKeyboard(KeyboardEntry entry);
   void UiDeactivate();
   /// Moves the window to a place of which the container covers all but `clip`; null for nothing.
   void SetRects(const RECT& place, const RECT* clip);

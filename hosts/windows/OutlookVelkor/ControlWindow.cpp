@@ -2,6 +2,7 @@
 // other.
 #include "hosts/windows/OutlookVelkor/ControlWindow.h"
 
+#include <algorithm>
 #include <map>
 #include <utility>
 
@@ -25,11 +26,14 @@ COLORREF BackColour() {
   return RGB(ControlBack.Red(), ControlBack.Green(), ControlBack.Blue());
 }
 
-/// Whether the Tab key goes beyond the last window of a control, or with Shift before its first
-/// one: that is for the container.
-bool IsPastEnd(HWND control, HWND focus, bool backward) {
-  const HWND first = ::GetNextDlgTabItem(control, nullptr, FALSE);
-  return backward ? focus == first : ::GetNextDlgTabItem(control, focus, FALSE) == first;
+bool IsDown(int virtualKey) {
+  return ::GetKeyState(virtualKey) < 0;
+}
+
+/// Whether the Tab key stops at a window.
+bool IsStop(HWND window) {
+  return (::GetWindowLongW(window, GWL_STYLE) & WS_TABSTOP) != 0 && ::IsWindowVisible(window) &&
+         ::IsWindowEnabled(window);
 }
 
 /// Whether a key belongs to the element that has the keyboard. Keys with which containers do things
@@ -41,10 +45,14 @@ bool IsForElement(WPARAM key, LRESULT wanted) {
   if ((wanted & DLGC_WANTARROWS) == 0) return false;
   if ((key >= VK_F1 && key <= VK_F24) || key == VK_ESCAPE) return false;
   const bool isLetter = key >= 'A' && key <= 'Z';
-  return !isLetter || ::GetKeyState(VK_CONTROL) >= 0 || (wanted & DLGC_HASSETSEL) != 0;
+  return !isLetter || !IsDown(VK_CONTROL) || (wanted & DLGC_HASSETSEL) != 0;
 }
 
 }  // namespace
+
+KeyboardEntry EntryByTab() {
+  return IsDown(VK_SHIFT) ? KeyboardEntry::Last : KeyboardEntry::First;
+}
 
 ControlWindow::ControlWindow(YearPlan& plan, HWND parent, const RECT& place, DialogOwner& owner,
                              ControlWindowCalls calls)
@@ -118,7 +126,7 @@ LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wPar
       control.Fit();
       break;
     case WM_SETFOCUS:
-      control.Focus();
+      control.Focus(IsDown(VK_TAB) ? EntryByTab() : KeyboardEntry::Grid);
       return 0;
     case WM_ERASEBKGND:
       return 1;
@@ -174,22 +182,42 @@ bool ControlWindow::HasFocus() const {
   return window_ != nullptr && focus != nullptr && (focus == window_ || ::IsChild(window_, focus));
 }
 
-void ControlWindow::Focus() {
-  const HWND focus = ::GetFocus();
-  if (grid_ != nullptr && (focus == window_ || !HasFocus())) ::SetFocus(grid_);
+void ControlWindow::Focus(KeyboardEntry entry) {
+  if (window_ == nullptr) return;
+  if (entry == KeyboardEntry::Grid && HasFocus() && ::GetFocus() != window_) return;
+  const HWND stop =
+      entry == KeyboardEntry::Grid ? grid_ : NextStop(nullptr, entry == KeyboardEntry::Last);
+  if (stop != nullptr) ::SetFocus(stop);
+}
+
+/// The next window that Tab stops at; null beyond the last one.
+/// @param from  one of the elements' windows; null for none
+HWND ControlWindow::NextStop(HWND from, bool backward) const {
+  std::vector<HWND> order;
+  for (const auto& peer : peers_) order.push_back(peer->Window());
+  if (backward) std::reverse(order.begin(), order.end());
+  const auto passed = std::find(order.begin(), order.end(), from);
+  const auto next = std::find_if(passed == order.end() ? order.begin() : passed + 1, order.end(),
+                                 [](HWND window) { return window != nullptr && IsStop(window); });
+  return next == order.end() ? nullptr : *next;
+}
+
+bool ControlWindow::MoveByTab(HWND from) {
+  if (IsDown(VK_CONTROL) || IsDown(VK_MENU)) return false;
+  const HWND next = NextStop(from, IsDown(VK_SHIFT));
+  if (next != nullptr) ::SetFocus(next);
+  return next != nullptr;
 }
 
 bool ControlWindow::TranslateKey(MSG& message) {
   if (window_ == nullptr || !::IsChild(window_, message.hwnd)) return false;
+  if (message.message != WM_KEYDOWN) return false;
+  if (message.wParam == VK_TAB) return MoveByTab(message.hwnd);
   const LRESULT wanted = ::SendMessageW(message.hwnd, WM_GETDLGCODE, message.wParam,
                                         reinterpret_cast<LPARAM>(&message));
-  const bool isTab = message.wParam == VK_TAB;
-  if (!isTab && message.message == WM_KEYDOWN && IsForElement(message.wParam, wanted)) {
-    Dispatch(message);
-    return true;
-  }
-  return isTab && !IsPastEnd(window_, message.hwnd, ::GetKeyState(VK_SHIFT) < 0) &&
-         ::IsDialogMessageW(window_, &message);
+  if (!IsForElement(message.wParam, wanted)) return false;
+  Dispatch(message);
+  return true;
 }
 
 }  // namespace velkor

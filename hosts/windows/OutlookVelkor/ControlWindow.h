@@ -20,6 +20,18 @@ struct ControlWindowCalls {
   std::function<bool()> isWaiting;
 };
 
+/// Which element the keyboard comes to.
+enum class KeyboardEntry {
+  Grid,
+  /// By the Tab key.
+  First,
+  /// By the Tab key with Shift.
+  Last,
+};
+
+/// The entry by a Tab key that is down now.
+KeyboardEntry EntryByTab();
+
 /// A child of the container's window with a peer for each element of the control, which it tells
 /// its size. The control outlives it. The windows may be gone before it, with the container's.
 class ControlWindow {
@@ -37,10 +49,12 @@ class ControlWindow {
   /// Takes the windows away; the peers stay for handlers that are running.
   void Destroy();
   void Move(const RECT& place);
-  /// Takes the keyboard to the grid, unless it is in one of the control's windows.
-  void Focus();
+  /// Takes the keyboard to the grid, unless it is in one of the control's windows; by the Tab key
+  /// to the first or the last element that it reaches.
+  void Focus(KeyboardEntry entry);
   bool HasFocus() const;
-  /// Handles a key message by the rules of dialogs; keys that the focused element wants go to it.
+  /// Handles a key message by the rules of dialogs: Tab goes from element to element, and beyond
+  /// the last one it is the container's; keys that the focused element wants go to it.
   /// @return whether it was handled
   bool TranslateKey(MSG& message);
 
@@ -51,6 +65,8 @@ class ControlWindow {
                                      UINT_PTR id, DWORD_PTR self);
   void MakePeers();
   HWND Keep(std::unique_ptr<WindowsPeer> peer);
+  HWND NextStop(HWND from, bool backward) const;
+  bool MoveByTab(HWND from);
   void Fit();
   void Paint();
 

@@ -155,7 +155,8 @@ class YearPlanControl
   void StatusChange(std::string_view Msg) override;
 
   void Start();
-  HRESULT Activate(bool withKeyboard);
+  HRESULT Activate();
+  HRESULT ActivateByUser(const MSG* message);
   HRESULT ReadFrom(PropertyBag& bag);
   HENHMETAFILE MakePicture();
 

@@ -49,6 +49,7 @@ class TextBoxPeer : public WindowsPeer {
 
  protected:
   void Mirror() override {
+    if (placement_ == Placement::Bounds) LeadTabKeyHere();
     const std::wstring wanted = ToWide(box_.Text());
     if (Text() == wanted) return;
     const Selection before = Selected();
@@ -156,6 +157,16 @@ class TextBoxPeer : public WindowsPeer {
     } else {
       Changed();
     }
+  }
+
+  /// What holds the box may be a stop of the Tab key: while the box is shown it is the stop
+  /// instead. Dialogs find it only in a WS_EX_CONTROLPARENT, and look for ever where the keyboard
+  /// is in a window of which they do not find the place (IsDialogMessage).
+  void LeadTabKeyHere() const {
+    const HWND holder = ::GetParent(Window());
+    if ((::GetWindowLongW(holder, GWL_STYLE) & WS_TABSTOP) == 0) return;
+    const LONG others = ::GetWindowLongW(holder, GWL_EXSTYLE) & ~WS_EX_CONTROLPARENT;
+    ::SetWindowLongW(holder, GWL_EXSTYLE, others | (box_.Visible() ? WS_EX_CONTROLPARENT : 0));
   }
 
   /// The keyboard leaves the box when it goes to another element, not to another window; a box

@@ -2,42 +2,13 @@
 #include <gmock/gmock.h>
 
 #include "platform/windows/system/MessageWindow.h"
-#include "tests/hosts/windows/BareContainer.h"
+#include "tests/hosts/windows/ContainerCase.h"
 #include "tests/platform/windows/DriveDialog.h"
 
 namespace velkor {
 namespace {
 
-class ContainerCalls : public ControlCase {
- protected:
-  ~ContainerCalls() override {
-    if (container_) container_->Close();
-  }
-
-  static CLSID Id() {
-    CLSID id{};
-    EXPECT_EQ(::CLSIDFromProgID(L"OutlookVelkor.YearPlan", &id), S_OK);
-    return id;
-  }
-  template <typename Interface>
-  static ComPtr<Interface> Create() {
-    ComPtr<Interface> made;
-    EXPECT_EQ(::CoCreateInstance(Id(), nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&made)), S_OK);
-    return made;
-  }
-  BareContainer& Container() {
-    container_ = ComPtr<BareContainer>(new BareContainer(Create<IOleObject>()));
-    return *container_.Get();
-  }
-  template <typename Interface>
-  ComPtr<Interface> Control() {
-    ComPtr<Interface> answered;
-    EXPECT_EQ(container_->control.As(&answered), S_OK);
-    return answered;
-  }
-
-  ComPtr<BareContainer> container_;
-};
+using ContainerCalls = ContainerCase;
 
 TEST_F(ContainerCalls, AHostThatProcessesNoMessagesLetsTheControlGoAtOnce) {
   {
