@@ -59,6 +59,13 @@ void Legend::CategoriesChanged() {
   EndEdit();
   LayOut();
   SelectionChanged();
+  if (onChange) onChange(AccessibleChange::Children);
+}
+
+void Legend::SelectRow(int index) {
+  if (!live_) return;
+  commands_.Select(index);
+  ShowRow(index);
 }
 
 void Legend::Place(const Rect& bounds, PixelSize pixel, bool scrolls) {
@@ -163,8 +170,7 @@ int Legend::RowAfter(Key key) const {
 bool Legend::picCats_KeyDown(Key key) {
   if (!live_) return false;
   if (const int row = RowAfter(key); row > 0) {
-    commands_.Select(row);
-    ShowRow(row);
+    SelectRow(row);
     return true;
   }
   const int selected = commands_.Selected();
@@ -207,6 +213,9 @@ void Legend::SelectionChanged() {
                                                   : LegendText(categories.At(selected_)) + ", " +
                                                         std::to_string(selected_) + " of " +
                                                         std::to_string(categories.Count()));
+  if (before == selected_ || !onChange) return;
+  onChange(AccessibleChange::Selection);
+  onChange(AccessibleChange::Current);
 }
 
 void Legend::RefreshRow(int index) {

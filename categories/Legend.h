@@ -2,9 +2,11 @@
 // keys, renamed in place.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
+#include "platform/Accessible.h"
 #include "values/Font.h"
 #include "values/Twips.h"
 #include "view/Scrolling.h"
@@ -30,6 +32,10 @@ class Legend {
   void SetLive(bool live);
   /// Other categories are on show: ends a rename in progress and lays the rows out again.
   void CategoriesChanged();
+  /// Selects a row, counted from 1, and brings it into sight, unless the legend is not live.
+  void SelectRow(int index);
+  /// Set by whoever tells screen readers.
+  std::function<void(AccessibleChange)> onChange;
 
  private:
   void picCats_Paint(Surface& surface, const Rect& visible);

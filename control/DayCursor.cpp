@@ -5,6 +5,15 @@
 
 namespace velkor {
 
+std::vector<std::size_t> EventsOfDay(const YearGrid& grid, GridCell cell) {
+  std::vector<std::size_t> events;
+  for (int band = FirstBand; band <= grid.Layout().BandsOf(cell.row); ++band) {
+    const auto event = grid.EventAt({cell.row, band, cell.column, cell.column});
+    if (event) events.push_back(*event);
+  }
+  return events;
+}
+
 std::optional<GridCell> DayCursor::Cell() const {
   return date_ ? grid_.Columns().CellOf(*date_) : std::nullopt;
 }
@@ -50,14 +59,8 @@ void DayCursor::SpanChanged() {
 }
 
 std::vector<std::size_t> DayCursor::Events() const {
-  std::vector<std::size_t> events;
   const std::optional<GridCell> cell = Cell();
-  if (!cell) return events;
-  for (int band = FirstBand; band <= grid_.Layout().BandsOf(cell->row); ++band) {
-    const auto event = grid_.EventAt({cell->row, band, cell->column, cell->column});
-    if (event) events.push_back(*event);
-  }
-  return events;
+  return cell ? EventsOfDay(grid_, *cell) : std::vector<std::size_t>();
 }
 
 std::size_t DayCursor::PositionIn(const std::vector<std::size_t>& events) const {
@@ -77,9 +80,12 @@ std::optional<std::size_t> DayCursor::ChosenEvent() const {
 void DayCursor::ChooseNext() {
   const std::vector<std::size_t> events = Events();
   if (events.empty()) return;
-  const CalEvent& next = grid_.Events()[events[(PositionIn(events) + 1) % events.size()]];
-  chosenId_ = next.EventID;
-  chosenStart_ = next.StartDate;
+  Choose(events[(PositionIn(events) + 1) % events.size()]);
+}
+
+void DayCursor::Choose(std::size_t event) {
+  chosenId_ = grid_.Events()[event].EventID;
+  chosenStart_ = grid_.Events()[event].StartDate;
 }
 
 }  // namespace velkor

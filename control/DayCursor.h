@@ -12,6 +12,9 @@
 
 namespace velkor {
 
+/// Indices of the events of a day's cell, from the top band down.
+std::vector<std::size_t> EventsOfDay(const YearGrid& grid, GridCell cell);
+
 /// A day of the span; without one until a key is used.
 class DayCursor {
  public:
@@ -38,8 +41,12 @@ class DayCursor {
   /// chosen when the events are loaded again.
   std::size_t PositionIn(const std::vector<std::size_t>& events) const;
   std::optional<std::size_t> ChosenEvent() const;
+  /// Whether an event was chosen since the cursor came to its day.
+  bool HasChosen() const { return !chosenId_.empty(); }
   /// Chooses the day's next event, after the last one the first.
   void ChooseNext();
+  /// Chooses an event of the day by its index.
+  void Choose(std::size_t event);
 
  private:
   const YearGrid& grid_;

@@ -146,6 +146,7 @@ void GridView::RefreshPart(const Rect& inGrid) {
 void GridView::Show(const SelectionChange& change) {
   if (!shown_ || !change.Changed()) return;
   for (const Rect& part : ChangedRects(change.before, change.after, grid_)) RefreshPart(part);
+  commands_.changed(AccessibleChange::Selection);
 }
 
 void GridView::ShowLabel() {
@@ -267,10 +268,36 @@ void GridView::picHeadRow_MouseDown(MouseButton button, Point at) {
     if (y < grid_.Geometry().RowTop(layout, row) || y >= grid_.Geometry().RowBottom(layout, row)) {
       continue;
     }
-    menuDay_.reset();
-    Show(pointer_.SelectMonth(row));
+    SelectMonth(row);
     return;
   }
+}
+
+void GridView::SelectMonth(int row) {
+  if (!shown_) return;
+  menuDay_.reset();
+  Show(pointer_.SelectMonth(row));
+}
+
+void GridView::SelectDay(GridCell cell) {
+  if (!shown_) return;
+  menuDay_.reset();
+  MoveCursor([&] { cursor_.MoveTo(grid_.Span().DateAtCell(cell.column, cell.row)); });
+  const std::optional<Selection> before = pointer_.ClearSelection().before;
+  Show({before, pointer_.SelectDay(cell).after});
+}
+
+void GridView::PointAt(GridCell cell, std::size_t event) {
+  if (!shown_) return;
+  MoveCursor([&] { cursor_.MoveTo(grid_.Span().DateAtCell(cell.column, cell.row)); });
+  cursor_.Choose(event);
+  ShowCursor();
+}
+
+void GridView::OpenEvent(std::size_t event) {
+  if (!shown_) return;
+  selectedKey_ = EventCollection::KeyOf(grid_.Events()[event], platform_.locale);
+  commands_.open(selectedKey_);
 }
 
 bool GridView::pic1_KeyDown(Key key) {
@@ -342,6 +369,7 @@ void GridView::ShowCursor() {
   }
   RefreshPart(DayCursorRect(*cell, grid_));
   WordCursor();
+  commands_.changed(AccessibleChange::Current);
 }
 
 void GridView::WordCursor() {

@@ -9,6 +9,7 @@
 
 #include "control/DayCursor.h"
 #include "control/YearPlanElements.h"
+#include "platform/Accessible.h"
 #include "platform/Platform.h"
 #include "span/Locale.h"
 #include "values/Font.h"
@@ -23,6 +24,8 @@ struct GridCommands {
   std::function<void(std::string_view key)> open;
   std::function<void(std::string_view key)> remove;
   std::function<void(int by)> changeYear;
+  /// The cursor came to another day or event, or other days are selected.
+  std::function<void(AccessibleChange)> changed;
 };
 
 class GridView {
@@ -46,6 +49,19 @@ class GridView {
   /// 0 automatic, 1 always select, 2 always open.
   void SetSelectionMode(int mode);
 
+  /// How far the grid is scrolled.
+  Twips Offset() const;
+  const DayCursor& Cursor() const { return cursor_; }
+  /// The selected days, also while they are being dragged out.
+  std::optional<Selection> Selected() const { return pointer_.DrawnSelection(); }
+  // What screen readers ask for; nothing happens while the grid is not drawn.
+  /// Selects all days of a row's month, or one day, which the cursor comes to.
+  void SelectMonth(int row);
+  void SelectDay(GridCell cell);
+  /// Brings the cursor to a day that an event covers, and chooses the event.
+  void PointAt(GridCell cell, std::size_t event);
+  void OpenEvent(std::size_t event);
+
   /// The event that the context menu acts on; empty for none.
   const std::string& SelectedKey() const { return selectedKey_; }
   /// The days that a new appointment takes: the selection, else the day that the menu was called
@@ -65,8 +81,6 @@ class GridView {
   void picParent_Paint(Surface& surface);
   void VScroll1_Change();
 
-  /// How far the grid is scrolled.
-  Twips Offset() const;
   Point InGrid(Point at) const { return {at.x, at.y + Offset()}; }
   void SetScrollRange();
   void ShowRows(Twips top, Twips bottom);

@@ -6,22 +6,37 @@
 #include "span/DisplaySpan.h"
 
 namespace velkor {
+namespace {
+
+/// A blank and the time of day; nothing for midnight.
+std::string TimeText(Date date, LocaleApi& locale) {
+  const std::string text = locale.DateToText(date);
+  const std::string day = locale.ShortDate(date);
+  return text.starts_with(day) ? text.substr(day.size()) : ' ' + text;
+}
+
+}  // namespace
 
 std::string DatesText(const CalEvent& event, LocaleApi& locale) {
+  return DatesText(event, locale, [&](Date day) { return locale.ShortDate(day); });
+}
+
+std::string DatesText(const CalEvent& event, LocaleApi& locale,
+                      const std::function<std::string(Date)>& dayText) {
   const bool wholeDays = !HasTimeOfDay(event.StartDate) && !HasTimeOfDay(event.EndDate);
   if (!wholeDays) {
     const bool sameDay = DaysBetween(event.StartDate, event.EndDate) == 0;
-    const std::string start = locale.DateToText(event.StartDate);
+    const std::string startTime = TimeText(event.StartDate, locale);
+    const std::string start = dayText(event.StartDate) + startTime;
     if (event.StartDate == event.EndDate) return start;
-    std::string end = locale.DateToText(event.EndDate);
-    const std::string day = locale.ShortDate(event.EndDate) + ' ';
-    if (sameDay && end.starts_with(day)) end.erase(0, day.size());
-    return start + " to " + end;
+    const std::string endTime = TimeText(event.EndDate, locale);
+    const bool timeAlone = sameDay && !endTime.empty();
+    return start + " to " + (timeAlone ? endTime.substr(1) : dayText(event.EndDate) + endTime);
   }
-  const std::string first = locale.ShortDate(event.StartDate);
+  const std::string first = dayText(event.StartDate);
   if (DaysBetween(event.StartDate, event.EndDate) <= 1) return first;
   const Date lastDay = event.EndDate.AddDays(-1);
-  return first + " to " + locale.ShortDate(lastDay);
+  return first + " to " + dayText(lastDay);
 }
 
 std::string HoverText(const CalEvent& event, LocaleApi& locale) {

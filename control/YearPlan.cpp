@@ -83,6 +83,10 @@ std::string YearPlan::Description() const {
   return parts_->Description();
 }
 
+AccessibleTree& YearPlan::Accessible() {
+  return parts_->Accessible();
+}
+
 YearPlanElements& YearPlan::Elements() {
   return parts_->elements;
 }

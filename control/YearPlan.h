@@ -13,6 +13,7 @@
 
 namespace velkor {
 
+class AccessibleTree;
 class ControlHost;
 class YearGrid;
 enum class RenameReach;
@@ -73,6 +74,8 @@ class YearPlan {
   void RefreshSoon();
   /// The year in words, for a screen reader.
   std::string Description() const;
+  /// The year, element by element, for a screen reader.
+  AccessibleTree& Accessible();
 
   YearPlanElements& Elements();
   const YearGrid& Grid() const;

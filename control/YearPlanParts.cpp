@@ -56,8 +56,11 @@ YearPlan::Parts::Parts(const Platform& platform, ControlHost& host)
       gridView_(elements, grid_, platform_,
                 {[this](std::string_view key) { commands_.Edit(key); },
                  [this](std::string_view key) { commands_.Delete(key); },
-                 [this](int by) { ChangeYear(by); }}),
-      legend_(elements.legend, *this, categoryCommands_) {
+                 [this](int by) { ChangeYear(by); },
+                 [this](AccessibleChange change) { accessible_.GridChanged(change); }}),
+      legend_(elements.legend, *this, categoryCommands_),
+      accessible_({elements, grid_, gridView_, legend_, categoryCommands_, names_, platform_.locale,
+                   platform_.clock}) {
   const LocaleId locale = platform_.locale.ThreadLocale();
   Locale::ApplyCodePageFont(font_, Locale::AnsiCodePageOf(platform_.locale, locale));
   names_ = Locale::LoadCalendarNames(platform_.locale, locale);
@@ -79,6 +82,7 @@ void YearPlan::Parts::Connect() {
   elements.tmrItems.onTimer = [this] { tmrItems_Timer(); };
   elements.Command1.onClick = [this] { Command1_Click(); };
   elements.Toolbar1.onButtonClick = [this](std::string_view key) { Toolbar1_ButtonClick(key); };
+  legend_.onChange = [this](AccessibleChange change) { accessible_.LegendChanged(change); };
   elements.mnuNew.onClick = [this] { mnuNew_Click(); };
   elements.mnuEdit.onClick = [this] { commands_.Edit(gridView_.SelectedKey()); };
   elements.mnuDelete.onClick = [this] { commands_.Delete(gridView_.SelectedKey()); };
@@ -271,6 +275,7 @@ void YearPlan::Parts::Redraw(bool spanChanged) {
   PlaceElements();
   gridView_.GridChanged(spanChanged);
   elements.pic1.SetDescription(Description());
+  accessible_.GridRedrawn();
   drawnDay_ = platform_.clock.Now().DayNumber();
 }
 

@@ -8,6 +8,7 @@
 #include "categories/CategoryCommands.h"
 #include "categories/ColourStore.h"
 #include "categories/Legend.h"
+#include "control/AccessibleYear.h"
 #include "control/ControlLayout.h"
 #include "control/GridView.h"
 #include "control/YearPlan.h"
@@ -50,6 +51,7 @@ class YearPlan::Parts : public CategoryView, public YearSource {
   void CatColour(std::string_view name);
   void CatRename(std::string_view newName, RenameReach reach);
   std::string Description() const;
+  AccessibleTree& Accessible() { return accessible_; }
 
   // CategoryView
   const CategoryTable& Categories() const override { return grid_.Categories(); }
@@ -121,8 +123,9 @@ class YearPlan::Parts : public CategoryView, public YearSource {
   CategoryCommands categoryCommands_;
   GridView gridView_;
   Legend legend_;
-  CachePaths paths_;
   CalendarNames names_;
+  AccessibleYear accessible_;
+  CachePaths paths_;
   Font font_;
   Extent size_;
   PixelSize pixel_;

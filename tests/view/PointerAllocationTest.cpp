@@ -1,36 +1,12 @@
-// tests/view/PointerAllocationTest.cpp: a pointer move takes no memory. A program of its own, as it
-// counts every block that is asked for.
+// tests/view/PointerAllocationTest.cpp: a pointer move takes no memory.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <new>
 #include <random>
 
+#include "tests/CountedBlocks.h"
 #include "tests/view/SampleGrid.h"
 #include "view/GridPointer.h"
 #include "view/SelectionPainter.h"
-
-namespace {
-
-// The operators have no owner that could hold it.
-std::size_t blocks = 0;
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-  ++blocks;
-  void* const block = std::malloc(size > 0 ? size : 1);
-  if (block == nullptr) throw std::bad_alloc();
-  return block;
-}
-
-void operator delete(void* block) noexcept {
-  std::free(block);
-}
-
-void operator delete(void* block, std::size_t) noexcept {
-  std::free(block);
-}
 
 namespace velkor {
 namespace {
@@ -48,7 +24,7 @@ TEST(GridPointer, MovesOverTenThousandEventsTakeNoMemory) {
   const YearGrid grid = SampleGrid(std::move(events));
   const Twips height = grid.Geometry().GridHeight(grid.Layout());
   GridPointer pointer(grid);
-  const std::size_t before = blocks;
+  const std::size_t before = countedBlocks;
   ASSERT_GT(before, 0U) << "nothing is counted";
   int hovers = 0;
   int labels = 0;
@@ -66,7 +42,7 @@ TEST(GridPointer, MovesOverTenThousandEventsTakeNoMemory) {
     if (i % 100 == 0) pointer.MouseDown(MouseButton::Left);
     if (i % 100 == 40) pointer.MouseUp(MouseButton::Left);
   }
-  EXPECT_EQ(blocks, before);
+  EXPECT_EQ(countedBlocks, before);
   EXPECT_GT(hovers, 100);
   EXPECT_GT(labels, 100);
   EXPECT_GT(selections, 100);
