@@ -4,8 +4,11 @@
 # links it includes "NAME.h" and has its identifiers (IID_, DIID_, CLSID_, LIBID_) defined.
 # velkor_embed_type_library(program target): puts that target's type library into a program or a
 # library as its resource 1 of type TYPELIB.
-find_program(WIDL NAMES x86_64-w64-mingw32-widl widl REQUIRED)
-# The system's own definitions and type libraries, which a cross compiler brings none of.
+#
+# A library is made by the tool of its word size: the system refuses one of the other (E_FAIL).
+find_program(WIDL ${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32-widl REQUIRED)
+# The system's own definitions and type libraries, which a cross compiler brings none of; they are only
+# read, so those of one word size serve both.
 find_path(WIDL_INCLUDES oaidl.idl REQUIRED NO_CMAKE_FIND_ROOT_PATH
           PATHS /usr/include/wine/wine/windows /usr/include/wine/windows
                 /usr/include/wine-development/windows)

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <new>
+#include <stdexcept>
 #include <string>
 
 #include "platform/System.h"
@@ -27,7 +28,9 @@ void ReadWholeInto(std::string& bytes, const std::string& path, std::uint64_t si
     // One byte more than the file has, so that its end is met without growing.
     std::uint64_t room = size + 1;
     while (size <= Files::LargestFile && length <= Files::LargestFile) {
-      if (length == bytes.size()) bytes.resize(std::min(room, Files::LargestFile + 1));
+      if (length == bytes.size()) {
+        bytes.resize(static_cast<std::size_t>(std::min(room, Files::LargestFile + 1)));
+      }
       const std::size_t got = readSome(bytes.data() + length, bytes.size() - length);
       if (got == 0) {
         bytes.resize(length);
@@ -38,6 +41,8 @@ void ReadWholeInto(std::string& bytes, const std::string& path, std::uint64_t si
     }
   } catch (const std::bad_alloc&) {
     // Said below, with the file's name.
+  } catch (const std::length_error&) {
+    // The same: in 32 bits a text ends before a file may.
   } catch (const Error&) {
     bytes.resize(length);
     throw;

@@ -3,8 +3,8 @@
 # missing are installed (as root or with sudo), and the tools are new enough.
 #   scripts/packages.sh GROUP...
 # Groups: desktop (the desktop program), test (its tests and the checks), windows (the cross build
-# and Wine; nothing where the processor is not x86-64), rules (the comparison of recurrence rules),
-# fuzz, tidy.
+# and Wine; nothing where the processor is not x86-64), windows32 (the cross build for 32 bits and
+# what makes the root of its Wine), rules (the comparison of recurrence rules), fuzz, tidy.
 set -euo pipefail
 export LC_ALL=C.UTF-8
 
@@ -24,6 +24,7 @@ packages_of() {
       # Only 64-bit Wine: installing the 32-bit one can remove this one.
       [[ $(uname -m) != x86_64 ]] ||
         echo wine wine64 libwine-dev g++-mingw-w64-x86-64-posix mingw-w64-tools ;;
+    windows32) echo g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev mmdebstrap uidmap ;;
     rules) echo python3-dateutil ;;
     fuzz) echo clang-14 libclang-rt-14-dev ;;
     tidy) echo clang-tidy-14 ;;

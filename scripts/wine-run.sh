@@ -4,10 +4,13 @@
 #   scripts/wine-run.sh PROGRAM [ARGUMENT...]   runs it and answers with its exit code
 #   scripts/wine-run.sh --fresh                 begins with a new copy of the prefix, and no other
 #   scripts/wine-run.sh --stop                  ends every program in all prefixes
+# Windows are drawn nowhere; those of a prefix that VELKOR_WINE_DISPLAY (as :99) is given with from
+# its beginning are shown on that display. VELKOR_WINE_FOLDER is the place of the prefixes where it is
+# not build/wine.
 set -euo pipefail
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
-folder=$root/build/wine
+folder=${VELKOR_WINE_FOLDER:-$root/build/wine}
 template=$folder/template
 seconds=${VELKOR_WINE_TIMEOUT:-280}
 
@@ -21,6 +24,12 @@ export WINEDEBUG=${WINEDEBUG:--all}
 # No .NET, no HTML engine, and no debugger: a crash would start one and hang.
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winedbg.exe=d"
 unset DISPLAY
+[[ -z ${VELKOR_WINE_DISPLAY:-} ]] || export DISPLAY=$VELKOR_WINE_DISPLAY
+
+# draw_by PREFIX DRIVER: null, by which windows, dialogs and menus work without a display, or x11.
+draw_by() {
+  WINEPREFIX=$1 timeout 60 wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d "$2" /f
+}
 
 # wineserver PREFIX ARGUMENT...: Wine's server, which Debian keeps outside the search path.
 wineserver() {
@@ -40,8 +49,7 @@ make_template() {
   [[ -f $template/made-by && $(<"$template/made-by") == "$version" ]] && return
   rm -rf "$template"
   WINEPREFIX=$template timeout 180 wine wineboot -i
-  # Windows, dialogs and menus work without a display.
-  WINEPREFIX=$template timeout 60 wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f
+  draw_by "$template" null
   wineserver "$template" -w
   echo "$version" >"$template/made-by"
 }
@@ -55,6 +63,7 @@ ensure_prefix() {
     rm -rf "$WINEPREFIX"
     mkdir -p "$prefixes"
     cp -a "$template" "$WINEPREFIX"
+    [[ -z ${DISPLAY:-} ]] || draw_by "$WINEPREFIX" x11 >/dev/null 2>&1 </dev/null 9>&-
     # The first program of another locale writes it down for those that follow, itself not among them.
     timeout 60 wine cmd /c exit >/dev/null 2>&1 </dev/null 9>&- || true
   fi
@@ -62,7 +71,7 @@ ensure_prefix() {
 }
 
 case ${1:-} in
-  "") sed -n '2,6p' "${BASH_SOURCE[0]}" >&2; exit 2 ;;
+  "") sed -n '2,9p' "${BASH_SOURCE[0]}" >&2; exit 2 ;;
   --stop)
     stop_all
     exit 0 ;;

@@ -22,11 +22,14 @@ TEST(WholeFile, FileThatGrowsOrShrinksMeanwhileIsReadToItsEnd) {
 }
 
 TEST(WholeFile, LackOfMemoryIsAnErrorThatNamesTheFile) {
-  const Error error = ErrorOf([] {
-    ReadWhole("big.dat", 1, [](char*, std::size_t) -> std::size_t { throw std::bad_alloc(); });
-  });
-  EXPECT_EQ(error.Number(), errors::DeviceInputOutput);
-  EXPECT_EQ(error.Description(), "Cannot read big.dat: it is too large");
+  const auto expectTooLarge = [](const auto& lack) {
+    const Error error = ErrorOf(
+        [&] { ReadWhole("big.dat", 1, [&](char*, std::size_t) -> std::size_t { throw lack; }); });
+    EXPECT_EQ(error.Number(), errors::DeviceInputOutput);
+    EXPECT_EQ(error.Description(), "Cannot read big.dat: it is too large");
+  };
+  expectTooLarge(std::bad_alloc());
+  expectTooLarge(std::length_error("longer than a text can be"));
 }
 
 TEST(WholeFile, WhatWasReadBeforeADiskFailsIsThere) {
