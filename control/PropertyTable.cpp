@@ -5,12 +5,17 @@
 #include <type_traits>
 
 #include "values/Error.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {
 
 bool IsMonth(std::int16_t number) {
   return number >= 1 && number <= 12;
+}
+
+[[noreturn]] void Refuse(long number, const std::string& why) {
+  throw Error(number, why, "YearPlan");
 }
 
 }  // namespace
@@ -20,20 +25,24 @@ PropertyValue Property::ValueIn(const PlannerProperties& properties) const {
 }
 
 bool Property::Accepts(const PropertyValue& value) const {
-  const auto* const number = std::get_if<std::int16_t>(&value);
-  return value.index() == member.index() && (number == nullptr || IsMonth(*number));
+  if (value.index() != member.index()) return false;
+  if (const auto* const number = std::get_if<std::int16_t>(&value)) return IsMonth(*number);
+  const auto* const text = std::get_if<std::string>(&value);
+  return text == nullptr || Utf16Length(*text) <= longest;
 }
 
 void Property::Set(PlannerProperties& properties, const PropertyValue& value) const {
+  const std::string name(key);
   if (value.index() != member.index()) {
-    throw Error(errors::TypeMismatch, "The property " + std::string(key) + " has another type.",
-                "YearPlan");
+    Refuse(errors::TypeMismatch, "The property " + name + " has another type.");
   }
   if (!Accepts(value)) {
-    throw Error(errors::InvalidProcedureCall,
-                std::string(key) + " is " + std::to_string(std::get<std::int16_t>(value)) +
-                    "; months are 1 to 12.",
-                "YearPlan");
+    const auto* const text = std::get_if<std::string>(&value);
+    Refuse(errors::InvalidProcedureCall,
+           text ? name + " has " + std::to_string(Utf16Length(*text)) + " characters; " +
+                      std::to_string(longest) + " are the most."
+                : name + " is " + std::to_string(std::get<std::int16_t>(value)) +
+                      "; months are 1 to 12.");
   }
   const auto set = [&](auto each) {
     using Value = std::remove_cvref_t<decltype(properties.*each)>;
@@ -51,8 +60,7 @@ const Property& PropertyOf(std::string_view key) {
   const auto found = std::find_if(PropertyTable.begin(), PropertyTable.end(),
                                   [&](const Property& property) { return property.key == key; });
   if (found != PropertyTable.end()) return *found;
-  throw Error(errors::InvalidProcedureCall, "There is no property " + std::string(key) + ".",
-              "YearPlan");
+  Refuse(errors::InvalidProcedureCall, "There is no property " + std::string(key) + ".");
 }
 
 }  // namespace velkor

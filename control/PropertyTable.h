@@ -2,9 +2,11 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <string_view>
 #include <variant>
 
+#include "model/ColourRecord.h"
 #include "model/PlannerProperties.h"
 #include "platform/Host.h"
 
@@ -28,23 +30,35 @@ struct Property {
   std::string_view key;
   Member member;
   PropertyNeed need = PropertyNeed::Nothing;
+  /// The longest text that it takes, in UTF-16; counts for texts alone.
+  std::size_t longest = 0;
 
   PropertyValue ValueIn(const PlannerProperties& properties) const;
   PropertyValue Default() const { return ValueIn({}); }
-  /// Whether a value has the property's type; a number is a month.
+  /// Whether a value has the property's type; a number is a month, a text no longer than `longest`.
   bool Accepts(const PropertyValue& value) const;
   /// Throws Error (TypeMismatch, InvalidProcedureCall) for a value that is not accepted.
   void Set(PlannerProperties& properties, const PropertyValue& value) const;
 };
 
+/// What the places hold in which the texts end up, in UTF-16: the longest path that a system has;
+/// the subject of a colour record ("PidTagSubject Canonical Property"), which is full before the
+/// name of a settings section is; a message class ("PidTagMessageClass Canonical Property").
+namespace longest_text {
+inline constexpr std::size_t Folder = 32'767;
+inline constexpr std::size_t TitleName = 255 - colour_record::SubjectPrefix.size();
+inline constexpr std::size_t AppointmentForm = 255;
+}  // namespace longest_text
+
 /// In the order in which they are read and written.
 inline constexpr std::array<Property, 7> PropertyTable{{
-    {"Folder", &PlannerProperties::Folder},
+    {"Folder", &PlannerProperties::Folder, PropertyNeed::Nothing, longest_text::Folder},
     {"AllEvents", &PlannerProperties::AllEvents, PropertyNeed::Layout},
     {"DisplaySubject", &PlannerProperties::DisplaySubject},
-    {"TitleName", &PlannerProperties::TitleName},
+    {"TitleName", &PlannerProperties::TitleName, PropertyNeed::Nothing, longest_text::TitleName},
     {"HideNonCategoryItems", &PlannerProperties::HideNonCategoryItems},
-    {"AppointmentForm", &PlannerProperties::AppointmentForm},
+    {"AppointmentForm", &PlannerProperties::AppointmentForm, PropertyNeed::Nothing,
+     longest_text::AppointmentForm},
     {"StartMonth", &PlannerProperties::FirstMonth},
 }};
 

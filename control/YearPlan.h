@@ -34,14 +34,14 @@ class YearPlan {
   const PlannerProperties& Properties() const;
   /// Writes one, as in Set(&PlannerProperties::AllEvents, true), and tells the host. Throws Error
   /// for a value that the property does not take: TypeMismatch for one of another type,
-  /// InvalidProcedureCall for a month that is none.
+  /// InvalidProcedureCall for a month that is none and a text that is too long.
   void Set(Property::Member member, const PropertyValue& value);
   /// Writes those that differ.
   void Set(const PlannerProperties& wanted);
 
   /// Reads the persisted properties, then lets tmrStart begin the start-up sequence. A month that
-  /// is none counts as the first. Throws what the bag throws; the properties not yet read stay as
-  /// they are then.
+  /// is none counts as the first. Throws what the bag throws, and Error for a text that is too
+  /// long; the properties not yet read stay as they are then.
   void ReadProperties(PropertyBag& bag);
   void WriteProperties(PropertyBag& bag) const;
 

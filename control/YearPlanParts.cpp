@@ -106,7 +106,9 @@ void YearPlan::Parts::ReadProperties(PropertyBag& bag) {
   for (const Property& property : PropertyTable) {
     const PropertyValue stored = bag.ReadProperty(property.key, property.Default());
     // A bag holds what other programs wrote.
-    const bool isNoMonth = stored.index() == property.member.index() && !property.Accepts(stored);
+    const bool isNoMonth = stored.index() == property.member.index() &&
+                           std::holds_alternative<std::int16_t>(stored) &&
+                           !property.Accepts(stored);
     property.Set(grid_.Properties(), isNoMonth ? property.Default() : stored);
   }
   elements.tmrStart.SetEnabled(true);

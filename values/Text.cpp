@@ -116,6 +116,13 @@ char32_t TakeCharacter(std::string_view& text) {
   return c;
 }
 
+std::size_t Utf16Length(std::string_view text) {
+  constexpr char32_t LastOfOneUnit = 0xFFFF;
+  std::size_t length = 0;
+  while (!text.empty()) length += TakeCharacter(text) > LastOfOneUnit ? 2 : 1;
+  return length;
+}
+
 void AppendCharacter(std::string& text, char32_t c) {
   if (c > 0x10FFFF || IsSurrogate(c)) c = ReplacementCharacter;
   const auto put = [&](char32_t byte) { text.push_back(static_cast<char>(byte)); };

@@ -61,6 +61,9 @@ std::size_t AsciiLength(std::string_view text);
 /// counts as one character U+FFFD. `text` is not empty.
 char32_t TakeCharacter(std::string_view& text);
 
+/// Its length in UTF-16, as Windows, Outlook and their registries count a text.
+std::size_t Utf16Length(std::string_view text);
+
 /// Appends one character in UTF-8; what is no character is appended as U+FFFD.
 void AppendCharacter(std::string& text, char32_t character);
 

@@ -5,6 +5,7 @@
 #include "model/ColourRecord.h"
 #include "model/Status.h"
 #include "tests/control/PlannerCase.h"
+#include "tests/support/ErrorOf.h"
 
 namespace velkor {
 namespace {
@@ -61,6 +62,26 @@ TEST_F(YearPlanTest, AMonthThatIsNoneIsRefusedInTheBagTheFirstAndAWrongTypeThere
   }
   bag_.values["StartMonth"] = std::string("April");
   EXPECT_THROW(plan_.ReadProperties(bag_), Error);
+}
+
+TEST_F(YearPlanTest, ATextThatIsTooLongIsRefusedAndTheLongestIsKept) {
+  const std::pair<std::string PlannerProperties::*, std::size_t> limits[] = {
+      {&PlannerProperties::Folder, 32'767},
+      {&PlannerProperties::TitleName, 214},
+      {&PlannerProperties::AppointmentForm, 255}};
+  for (const auto& [member, longest] : limits) {
+    // Each counts twice in UTF-16.
+    std::string text(longest % 2, 'a');
+    while (text.size() / 4 < longest / 2) text += "😀";
+    plan_.Set(member, text);
+    const std::string told =
+        ErrorOf([&, each = member] { plan_.Set(each, text + "b"); }).Description();
+    EXPECT_THAT(told, HasSubstr(std::to_string(longest) + " are the most."));
+    EXPECT_EQ(plan_.Properties().*member, text);
+    bag_.values[std::string(PropertyOf(member).key)] = text + "b";
+    EXPECT_EQ(ErrorOf([&] { plan_.ReadProperties(bag_); }).Description(), told);
+    bag_.values.clear();
+  }
 }
 
 TEST_F(YearPlanTest, AUserWhoIsNotNamedIsAskedForOnceAndKnownByTheLogin) {

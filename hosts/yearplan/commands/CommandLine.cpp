@@ -12,6 +12,7 @@
 
 #include "hosts/yearplan/PropertyTexts.h"
 #include "span/DisplaySpan.h"
+#include "values/Error.h"
 #include "values/IsoDate.h"
 
 namespace velkor {
@@ -161,7 +162,11 @@ PlannerProperties ReadProperties(const QCommandLineParser& parser) {
     } else {
       value = static_cast<std::int16_t>(WholeNumber(parser.value(option), option, 1, 12));
     }
-    property.Set(properties, value);
+    try {
+      property.Set(properties, value);
+    } catch (const Error& error) {
+      throw UsageError("--" + std::string(option) + ": " + error.Description());
+    }
   }
   return properties;
 }

@@ -102,6 +102,9 @@ class SettingsDialog : public QDialog {
     QWidget* const field =
         std::visit([&](auto member) { return MakeField(shown_.*member, texts); }, texts.member);
     field->setObjectName(NameOf(texts.member));
+    if (auto* const line = qobject_cast<QLineEdit*>(field)) {
+      line->setMaxLength(static_cast<int>(PropertyOf(texts.member).longest));
+    }
     if (qobject_cast<QCheckBox*>(field) != nullptr) {
       fields.addRow(field);
     } else {

@@ -177,6 +177,24 @@ TEST_F(OutlookVelkor, AStreamComesBackWholeAndABrokenOneIsRefused) {
   }
 }
 
+TEST_F(OutlookVelkor, AStreamLoadsTheLongestTextsAndNoLongerOnesAreTaken) {
+  const AutomationObject planner = NewPlanner();
+  for (const auto& [name, longest] :
+       {std::pair("Folder", 32'767), {"TitleName", 214}, {"AppointmentForm", 255}}) {
+    const std::string text(longest, 'x');
+    planner.Put(name, Variant(text));
+    EXPECT_ANY_THROW(planner.Put(name, Variant(text + "y"))) << name;
+  }
+  ComPtr<IStream> stream;
+  ASSERT_EQ(::CreateStreamOnHGlobal(nullptr, TRUE, &stream), S_OK);
+  ASSERT_EQ(As<IPersistStreamInit>(planner)->Save(stream.Get(), TRUE), S_OK);
+  stream->Seek({}, STREAM_SEEK_SET, nullptr);
+  const AutomationObject other = NewPlanner();
+  ASSERT_EQ(As<IPersistStreamInit>(other)->Load(stream.Get()), S_OK);
+  EXPECT_EQ(other.Get("Folder").ToText().size(), 32'767U);
+  EXPECT_EQ(other.Get("TitleName").ToText(), std::string(214, 'x'));
+}
+
 TEST_F(OutlookVelkor, IsSafeForDataAndNotForScripts) {
   const auto safety = As<IObjectSafety>(NewPlanner());
   DWORD supported = 0;
