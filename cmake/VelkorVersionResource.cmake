@@ -1,3 +1,5 @@
+file(STRINGS ${CMAKE_SOURCE_DIR}/LICENSE VELKOR_COPYRIGHT REGEX "^Copyright" LIMIT_COUNT 1)
+
 # velkor_add_version(target description): what the system shows of a program's or library's file.
 function(velkor_add_version target FILE_DESCRIPTION)
   get_target_property(type ${target} TYPE)
