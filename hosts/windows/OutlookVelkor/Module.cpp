@@ -52,12 +52,12 @@ class ControlFactory : public ComObject<IClassFactory> {
 ClassRegistration Description() {
   ClassRegistration known = DescribeClass(CLSID_YearPlan, ClassName, VersionedProgramId,
                                           LIBID_OutlookVelkor, ModulePath(ThisModule()));
-  const std::string key = known.keys.back();
-  known.keys.emplace_back(ProgramId);
+  const std::string key = known.Key();
+  known.programIds.emplace_back(ProgramId);
   known.values.insert(
       known.values.end(),
       {{ProgramId, "", ClassName},
-       {ProgramId + std::string("\\CLSID"), "", ToText(CLSID_YearPlan)},
+       {ProgramId + std::string("\\CLSID"), "", known.id},
        {ProgramId + std::string("\\CurVer"), "", VersionedProgramId},
        {key + "\\VersionIndependentProgID", "", ProgramId},
        {key + "\\InprocServer32", "", known.module},

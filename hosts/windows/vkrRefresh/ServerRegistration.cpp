@@ -12,7 +12,7 @@ ClassRegistration Description() {
   ClassRegistration known =
       DescribeClass(CLSID_VelkorCacheUtility, "Velkor cache utility", CacheUtilityProgram,
                     LIBID_vkrRefresh, ModulePath(nullptr));
-  known.values.push_back({known.keys.back() + "\\LocalServer32", "", '"' + known.module + '"'});
+  known.values.push_back({known.Key() + "\\LocalServer32", "", '"' + known.module + '"'});
   return known;
 }
 
