@@ -69,9 +69,10 @@ class ControlPainter {
     const Rect& bounds = toolbar.Bounds();
     const Twips side = std::min(ToolbarButtonSide, bounds.Height());
     Twips left = bounds.left;
+    const Twips top = bounds.top + (bounds.Height() - side) / 2;
     for (const ToolbarButton& button : toolbar.Buttons()) {
-      DrawIcon(button, {left + ToolbarImageMargin, bounds.top + ToolbarImageMargin,
-                        left + side - ToolbarImageMargin, bounds.top + side - ToolbarImageMargin});
+      DrawIcon(button, {left + ToolbarImageMargin, top + ToolbarImageMargin,
+                        left + side - ToolbarImageMargin, top + side - ToolbarImageMargin});
       left += side;
     }
   }

@@ -7,16 +7,16 @@
 
 #include "control/Picture.h"
 #include "control/YearPlanElements.h"
+#include "platform/windows/drawing/Density.h"
 #include "platform/windows/drawing/DibSection.h"
 #include "platform/windows/drawing/GdiSurface.h"
-#include "platform/windows/drawing/ScreenUnits.h"
 
 namespace velkor {
 namespace {
 
 /// A metafile of the older kind knows no pixels and measures no text: it takes a picture instead.
 void DrawAsPicture(YearPlanElements& elements, Extent size, HDC metafile, const RECTL& bounds) {
-  const POINT pixels = ToScreenPixels(Point{size.width, size.height});
+  const POINT pixels = DensityOf(nullptr).ToPixels(Point{size.width, size.height});
   const DibSection picture(std::max<int>(pixels.x, 1), std::max<int>(pixels.y, 1));
   DrawControl(elements, size, picture.Dc(), {0, 0, picture.Width(), picture.Height()});
   ::GdiFlush();

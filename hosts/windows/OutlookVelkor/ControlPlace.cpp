@@ -183,7 +183,7 @@ void ControlPlace::SetRects(const RECT& place, const RECT* clip) {
   if (!window_) return;
   window_->Move(place);
   if (!IsEmpty(place)) {
-    extent_ = ToHimetric(ToTwips(SIZE{place.right - place.left, place.bottom - place.top}));
+    extent_ = ToHimetric(Units().ToTwips(SIZE{place.right - place.left, place.bottom - place.top}));
   }
   Cover(place, clip);
 }

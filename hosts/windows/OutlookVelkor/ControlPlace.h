@@ -36,6 +36,8 @@ class ControlPlace {
 
   /// Null without one.
   HWND Window() const { return window_ ? window_->Window() : nullptr; }
+  /// Of the window; the screen's without one.
+  Density Units() const { return window_ ? window_->Units() : DensityOf(nullptr); }
   bool IsInPlace() const { return window_ != nullptr; }
 
   /// In place from here on.

@@ -17,9 +17,9 @@ STDMETHODIMP YearPlanControl::Draw(DWORD aspect, LONG /*index*/, void* /*aspectI
     RECT area{};
     const HWND window = place_.Window();
     if (window != nullptr && ::GetClientRect(window, &area) && area.right > 0 && area.bottom > 0) {
-      size = ToTwips(SIZE{area.right, area.bottom});
+      size = place_.Units().ToTwips(SIZE{area.right, area.bottom});
     } else {
-      plan_.Resize(size, ScreenPixel());
+      plan_.Resize(size, place_.Units().Pixel());
     }
     DrawControl(plan_.Elements(), size, dc, *bounds);
   });

@@ -56,13 +56,14 @@ KeyboardEntry EntryByTab() {
 
 ControlWindow::ControlWindow(YearPlan& plan, HWND parent, const RECT& place, DialogOwner& owner,
                              ControlWindowCalls calls)
-    : plan_(plan), owner_(owner), calls_(std::move(calls)), font_(MakeDialogFont()) {
+    : plan_(plan), owner_(owner), calls_(std::move(calls)) {
+  const AwarenessScope awareness(parent);
   window_ = ::CreateWindowExW(WS_EX_CONTROLPARENT, PaintedWindowClass(), L"YearPlan",
                               WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, place.left, place.top,
                               place.right - place.left, place.bottom - place.top, parent, nullptr,
                               ThisModule(), nullptr);
   if (window_ == nullptr) return;
-  ::SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
+  TakeFont();
   ::SetWindowSubclass(window_, Procedure, WindowId, reinterpret_cast<DWORD_PTR>(this));
   Fit();
   MakePeers();
@@ -123,7 +124,13 @@ LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wPar
       control.window_ = nullptr;
       break;
     case WM_SIZE:
+      control.FollowDensity();
       control.Fit();
+      break;
+    // Only containers that take care of the density themselves bring it; with others the control
+    // sees it by its size.
+    case WM_DPICHANGED_AFTERPARENT:
+      control.FollowDensity();
       break;
     case WM_SETFOCUS:
       control.Focus(IsDown(VK_TAB) ? EntryByTab() : KeyboardEntry::Grid);
@@ -165,10 +172,24 @@ void ControlWindow::Paint() {
   ::EndPaint(window_, &paint);
 }
 
+void ControlWindow::TakeFont() {
+  density_ = DensityOf(window_);
+  FontHandle font = MakeDialogFont(density_);
+  ::SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
+  const FontHandle before = std::exchange(font_, std::move(font));
+  for (const auto& peer : peers_) peer->TakeDensity(density_);
+}
+
+void ControlWindow::FollowDensity() {
+  if (DensityOf(window_) == density_) return;
+  TakeFont();
+  Fit();
+}
+
 void ControlWindow::Fit() {
   RECT area{};
   ::GetClientRect(window_, &area);
-  plan_.Resize(ToTwips(SIZE{area.right, area.bottom}), ScreenPixel());
+  plan_.Resize(density_.ToTwips(SIZE{area.right, area.bottom}), density_.Pixel());
 }
 
 void ControlWindow::Move(const RECT& place) {

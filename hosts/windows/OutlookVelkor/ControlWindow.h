@@ -33,7 +33,8 @@ enum class KeyboardEntry {
 KeyboardEntry EntryByTab();
 
 /// A child of the container's window with a peer for each element of the control, which it tells
-/// its size. The control outlives it. The windows may be gone before it, with the container's.
+/// its size. It follows the density that the container's window has. The control outlives it. The
+/// windows may be gone before it, with the container's.
 class ControlWindow {
  public:
   /// @param place  in pixels of `parent`
@@ -46,6 +47,8 @@ class ControlWindow {
 
   /// Null once it is gone.
   HWND Window() const { return window_; }
+  /// As the windows are laid out.
+  const Density& Units() const { return density_; }
   /// Takes the windows away; the peers stay for handlers that are running.
   void Destroy();
   void Move(const RECT& place);
@@ -67,12 +70,15 @@ class ControlWindow {
   HWND Keep(std::unique_ptr<WindowsPeer> peer);
   HWND NextStop(HWND from, bool backward) const;
   bool MoveByTab(HWND from);
+  void TakeFont();
+  void FollowDensity();
   void Fit();
   void Paint();
 
   YearPlan& plan_;
   DialogOwner& owner_;
   ControlWindowCalls calls_;
+  Density density_;
   FontHandle font_;
   HWND window_ = nullptr;
   HWND grid_ = nullptr;

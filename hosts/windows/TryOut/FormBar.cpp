@@ -4,23 +4,19 @@
 #include <algorithm>
 
 #include "platform/windows/com/Automation.h"
-#include "platform/windows/drawing/ScreenUnits.h"
 #include "platform/windows/elements/WindowText.h"
 
 namespace velkor {
 namespace {
 
-/// Lengths in twips.
-constexpr Twips Margin = 120;
-constexpr Twips Gap = 90;
-constexpr Twips LineHeight = 345;
-constexpr Twips LeastEdit = 1500;
-constexpr Twips BoxWidth = 330;
-constexpr Twips ButtonPadding = 360;
-
-int Pixels(Twips length) {
-  return ToScreenPixels(Point{length, 0}).x;
-}
+/// Lengths in pixels of 96 to the inch.
+constexpr int Margin = 8;
+constexpr int Gap = 6;
+constexpr int LineMargin = 8;
+constexpr int BoxWidth = 22;
+constexpr int ButtonPadding = 24;
+/// In dialog units.
+constexpr int LeastEdit = 66;
 
 /// Calls the control for as long as a bar's operation takes.
 class ControlCalls {
@@ -50,8 +46,9 @@ bool IsChecked(HWND box) {
 /// Places windows from left to right, in lines.
 class BarLines {
  public:
-  explicit BarLines(int width)
-      : width_(width), margin_(Pixels(Margin)), gap_(Pixels(Gap)), height_(Pixels(LineHeight)) {
+  /// @param height  of a line's windows
+  BarLines(int width, int height, Density units)
+      : width_(width), margin_(units.Length(Margin)), gap_(units.Length(Gap)), height_(height) {
     x_ = margin_;
     y_ = gap_;
   }
@@ -85,7 +82,7 @@ class BarLines {
   int y_;
 };
 
-FormBar::FormBar(HWND form, HFONT font) : form_(form), font_(font) {
+FormBar::FormBar(HWND form) : form_(form) {
   const auto addText = [&](const char* property, const wchar_t* label) {
     const HWND before = Make(L"STATIC", label, SS_CENTERIMAGE, -1);
     texts_.push_back(
@@ -112,8 +109,21 @@ HWND FormBar::Make(const wchar_t* windowClass, const wchar_t* text, DWORD style,
   const HWND window =
       ::CreateWindowExW(extendedStyle, windowClass, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0,
                         form_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
-  ::SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font_), FALSE);
   return window;
+}
+
+void FormBar::TakeFont(HFONT font, Density units) {
+  units_ = units;
+  const auto give = [font](HWND window) {
+    ::SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+  };
+  for (const auto* fields : {&texts_, &truths_}) {
+    for (const Field& field : *fields) {
+      if (field.label != nullptr) give(field.label);
+      give(field.window);
+    }
+  }
+  for (const HWND button : buttons_) give(button);
 }
 
 int FormBar::WidthOf(HWND window) const {
@@ -121,29 +131,31 @@ int FormBar::WidthOf(HWND window) const {
 }
 
 int FormBar::Arrange(int width) {
-  BarLines lines(width);
+  const int text = static_cast<int>(MetricsOfFont(buttons_.front()).tmHeight);
+  BarLines lines(width, text + units_.Length(LineMargin), units_);
   PlaceTexts(lines);
   for (const Field& field : truths_) {
-    const int wide = WidthOf(field.window) + Pixels(BoxWidth);
+    const int wide = WidthOf(field.window) + units_.Length(BoxWidth);
     lines.KeepTogether(wide);
     lines.Place(field.window, wide);
   }
-  int wanted = -Pixels(Gap);
+  int wanted = -units_.Length(Gap);
   for (const HWND button : buttons_)
-    wanted += WidthOf(button) + Pixels(ButtonPadding) + Pixels(Gap);
+    wanted += WidthOf(button) + units_.Length(ButtonPadding) + units_.Length(Gap);
   lines.KeepTogether(wanted);
   lines.SkipTo(wanted);
-  for (const HWND button : buttons_) lines.Place(button, WidthOf(button) + Pixels(ButtonPadding));
+  for (const HWND button : buttons_)
+    lines.Place(button, WidthOf(button) + units_.Length(ButtonPadding));
   return lines.Bottom();
 }
 
 /// Edits share what their labels leave, or have a line each.
 void FormBar::PlaceTexts(BarLines& lines) const {
   int labels = 0;
-  for (const Field& field : texts_) labels += WidthOf(field.label) + 2 * Pixels(Gap);
+  for (const Field& field : texts_) labels += WidthOf(field.label) + 2 * units_.Length(Gap);
   const int count = static_cast<int>(texts_.size());
-  const int share = (lines.Room() + Pixels(Gap) - labels) / count;
-  const bool oneRow = share >= Pixels(LeastEdit);
+  const int share = (lines.Room() + units_.Length(Gap) - labels) / count;
+  const bool oneRow = share >= DialogUnits(buttons_.front(), {LeastEdit, 0}).cx;
   for (const Field& field : texts_) {
     lines.Place(field.label, WidthOf(field.label));
     lines.Place(field.window, oneRow ? share : std::max(lines.Room(), 0));

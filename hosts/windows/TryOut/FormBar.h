@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/windows/system/Win32.h"
+#include "platform/windows/drawing/Density.h"
 
 struct IDispatch;
 
@@ -22,10 +22,12 @@ class BarLines;
 /// One field for each property of the control, children of the form's window.
 class FormBar {
  public:
-  FormBar(HWND form, HFONT font);
+  explicit FormBar(HWND form);
   FormBar(const FormBar&) = delete;
   FormBar& operator=(const FormBar&) = delete;
 
+  /// Shows its texts in a font, at the form's density.
+  void TakeFont(HFONT font, Density units);
   /// Lays the fields out over a width in pixels, in as many rows as it takes.
   /// @return the bar's height
   int Arrange(int width);
@@ -50,7 +52,7 @@ class FormBar {
   void PlaceTexts(BarLines& lines) const;
 
   HWND form_;
-  HFONT font_;
+  Density units_;
   std::vector<Field> texts_;
   std::vector<Field> truths_;
   std::vector<HWND> buttons_;

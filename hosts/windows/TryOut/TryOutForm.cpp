@@ -6,7 +6,7 @@
 // After windows.h.
 #include <commctrl.h>
 
-#include "platform/windows/drawing/ScreenUnits.h"
+#include "platform/windows/dialogs/DialogPlace.h"
 #include "platform/windows/system/MessagePump.h"
 #include "platform/windows/system/Modules.h"
 #include "support/modFileIO.h"
@@ -41,7 +41,7 @@ bool IsKey(const MSG& message) {
 
 }  // namespace
 
-TryOutForm::TryOutForm() : font_(MakeDialogFont()) {}
+TryOutForm::TryOutForm() = default;
 
 TryOutForm::~TryOutForm() {
   Close();
@@ -52,19 +52,21 @@ void TryOutForm::Open() {
   const INITCOMMONCONTROLSEX wanted{sizeof wanted, ICC_BAR_CLASSES | ICC_STANDARD_CLASSES};
   ::InitCommonControlsEx(&wanted);
   RegisterFormClass(Procedure);
-  const POINT size = ToScreenPixels(Point{FirstWidth, FirstHeight});
+  const POINT usual = DensityOf(nullptr).ToPixels(Point{FirstWidth, FirstHeight});
+  const SIZE screen = SizeOf(WorkAreaAround(nullptr));
+  const SIZE size{std::min(usual.x, screen.cx), std::min(usual.y, screen.cy)};
   window_ = ::CreateWindowExW(WS_EX_CONTROLPARENT, FormClass, Title,
                               WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
-                              size.x, size.y, nullptr, nullptr, ThisModule(), this);
+                              size.cx, size.cy, nullptr, nullptr, ThisModule(), this);
   if (window_ == nullptr) {
     throw Error(static_cast<long>(::GetLastError()),
                 "The form's window cannot be opened: " + SystemMessage(::GetLastError()));
   }
-  bar_ = std::make_unique<FormBar>(window_, font_.get());
+  bar_ = std::make_unique<FormBar>(window_);
   bar_->Enable(false);
   status_ = ::CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0,
                               0, 0, 0, window_, nullptr, nullptr, nullptr);
-  ::SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
+  TakeFont();
   container_ = std::make_unique<ControlContainer>(window_);
   container_->listener.onStatus = [this](const std::string& text) {
     ShowStatus(text);
@@ -81,6 +83,23 @@ void TryOutForm::Open() {
   Arrange();
   ::ShowWindow(window_, SW_SHOWDEFAULT);
   ::UpdateWindow(window_);
+}
+
+void TryOutForm::TakeFont() {
+  if (!bar_) return;
+  density_ = DensityOf(window_);
+  FontHandle font = MakeDialogFont(density_);
+  bar_->TakeFont(font.get(), density_);
+  ::SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
+  font_ = std::move(font);
+}
+
+void TryOutForm::TakeDensity(UINT dots, const RECT& place) {
+  KeepDotsPerInch(window_, dots);
+  TakeFont();
+  ::SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left,
+                 place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+  Arrange();
 }
 
 void TryOutForm::Close() {
@@ -221,8 +240,17 @@ std::optional<LRESULT> TryOutForm::Handle(UINT message, WPARAM wParam, LPARAM lP
     case WM_SIZE:
       if (wParam != SIZE_MINIMIZED) Arrange();
       return 0;
+    case WM_DPICHANGED:
+      TakeDensity(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+      return 0;
+    case WM_SETTINGCHANGE:
+      if (wParam == SPI_SETNONCLIENTMETRICS) {
+        TakeFont();
+        Arrange();
+      }
+      return std::nullopt;
     case WM_GETMINMAXINFO: {
-      const POINT least = ToScreenPixels(Point{LeastWidth, LeastHeight});
+      const POINT least = density_.ToPixels(Point{LeastWidth, LeastHeight});
       auto& limits = *reinterpret_cast<MINMAXINFO*>(lParam);
       limits.ptMinTrackSize = least;
       // A script may want a control larger than the screen.
@@ -245,6 +273,7 @@ std::optional<LRESULT> TryOutForm::Handle(UINT message, WPARAM wParam, LPARAM lP
       Close();
       return 0;
     case WM_DESTROY:
+      KeepDotsPerInch(window_, 0);
       window_ = nullptr;
       if (forUser_) ::PostQuitMessage(0);
       return 0;

@@ -56,11 +56,14 @@ class TryOutForm {
   std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam);
   void OnCommand(int command);
   bool TranslateKey(MSG& message);
+  void TakeFont();
+  void TakeDensity(UINT dots, const RECT& place);
   void Arrange();
   RECT ControlPlace() const;
   void ShowStatus(const std::string& text);
   void Tell(const std::string& text) const;
 
+  Density density_;
   FontHandle font_;
   HWND window_ = nullptr;
   HWND status_ = nullptr;

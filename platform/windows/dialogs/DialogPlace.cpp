@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "platform/windows/system/WindowDensity.h"
+
 namespace velkor {
 
 RECT WorkAreaAround(HWND window) {
@@ -17,10 +19,9 @@ SIZE SizeOf(const RECT& rect) {
 }
 
 SIZE WithFrame(HWND window, SIZE area) {
-  RECT frame{0, 0, area.cx, area.cy};
-  ::AdjustWindowRectEx(&frame, static_cast<DWORD>(::GetWindowLongW(window, GWL_STYLE)), FALSE,
-                       static_cast<DWORD>(::GetWindowLongW(window, GWL_EXSTYLE)));
-  return SizeOf(frame);
+  return SizeOf(
+      AroundArea({0, 0, area.cx, area.cy}, static_cast<DWORD>(::GetWindowLongW(window, GWL_STYLE)),
+                 static_cast<DWORD>(::GetWindowLongW(window, GWL_EXSTYLE)), DotsPerInch(window)));
 }
 
 void PutInMiddle(HWND dialog, HWND owner, SIZE size) {

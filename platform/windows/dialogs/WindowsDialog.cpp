@@ -2,6 +2,7 @@
 #include "platform/windows/dialogs/WindowsDialog.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/windows/dialogs/DialogPlace.h"
 #include "platform/windows/elements/WindowsPeer.h"
@@ -15,11 +16,18 @@ bool IsAnsweredDirectly(UINT message) {
   return message >= WM_CTLCOLORMSGBOX && message <= WM_CTLCOLORSTATIC;
 }
 
+RECT PlaceOf(HWND window) {
+  RECT place{};
+  ::GetWindowRect(window, &place);
+  return place;
+}
+
 }  // namespace
 
 WindowsDialog::WindowsDialog(HWND owner, const std::string& title, DWORD style)
     : kind_(style | DS_MODALFRAME), owner_(owner) {
   window_ = kind_.Open(owner, Procedure, reinterpret_cast<LPARAM>(this));
+  TakeFont();
   ::SetWindowTextW(window_, ToWide(title).c_str());
 }
 
@@ -30,7 +38,10 @@ WindowsDialog::~WindowsDialog() {
 }
 
 INT_PTR CALLBACK WindowsDialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_INITDIALOG) ::SetWindowLongPtrW(window, DWLP_USER, lParam);
+  if (message == WM_INITDIALOG) {
+    ::SetWindowLongPtrW(window, DWLP_USER, lParam);
+    KeepDialogUnscaled(window);
+  }
   auto* const self = reinterpret_cast<WindowsDialog*>(::GetWindowLongPtrW(window, DWLP_USER));
   if (self == nullptr) return FALSE;
   const auto answer = self->Answer(message, wParam, lParam);
@@ -44,7 +55,14 @@ std::optional<LRESULT> WindowsDialog::Answer(UINT message, WPARAM wParam, LPARAM
   if (const auto answer = ReflectMessage(message, wParam, lParam)) return answer;
   switch (message) {
     case WM_GETFONT:
-      return reinterpret_cast<LRESULT>(kind_.Font());
+      return reinterpret_cast<LRESULT>(font_.get());
+    case WM_DPICHANGED:
+      KeepDotsPerInch(window_, LOWORD(wParam));
+      TakeDensity(*reinterpret_cast<const RECT*>(lParam));
+      return 0;
+    case WM_SETTINGCHANGE:
+      if (wParam == SPI_SETNONCLIENTMETRICS) TakeDensity(PlaceOf(window_));
+      break;
     case WM_GETMINMAXINFO: {
       auto& limits = *reinterpret_cast<MINMAXINFO*>(lParam);
       limits.ptMinTrackSize = {std::max(limits.ptMinTrackSize.x, least_.cx),
@@ -60,6 +78,7 @@ std::optional<LRESULT> WindowsDialog::Answer(UINT message, WPARAM wParam, LPARAM
       return 0;
     case WM_DESTROY:
       Close();
+      KeepDotsPerInch(window_, 0);
       window_ = nullptr;
       break;
   }
@@ -68,13 +87,35 @@ std::optional<LRESULT> WindowsDialog::Answer(UINT message, WPARAM wParam, LPARAM
 
 void WindowsDialog::Place(SIZE area, SIZE least) {
   if (window_ == nullptr) return;
+  SetLeast(least);
+  PutInMiddle(window_, owner_, Fitted(area));
+}
+
+void WindowsDialog::SetLeast(SIZE least) {
+  least_ = Fitted(least);
+}
+
+/// The window's size for an area, no larger than the screen allows; what is too high then has a
+/// scroll bar beside it.
+SIZE WindowsDialog::Fitted(SIZE area) const {
   const SIZE most = SizeOf(WorkAreaAround(owner_ != nullptr ? owner_ : window_));
-  const auto fitted = [&](SIZE inner) {
-    const SIZE size = WithFrame(window_, inner);
-    return SIZE{std::min(size.cx, most.cx), std::min(size.cy, most.cy)};
-  };
-  least_ = fitted(least);
-  PutInMiddle(window_, owner_, fitted(area));
+  SIZE size = WithFrame(window_, area);
+  if (size.cy > most.cy) size.cx += density_.Metric(SM_CXVSCROLL);
+  return {std::min(size.cx, most.cx), std::min(size.cy, most.cy)};
+}
+
+/// Children may have the font that it had until they were told of the new one.
+void WindowsDialog::TakeFont() {
+  density_ = DensityOf(window_);
+  const FontHandle before = std::exchange(font_, MakeDialogFont(density_));
+  if (onDensity) onDensity();
+}
+
+/// The least size counts when the window takes its place.
+void WindowsDialog::TakeDensity(const RECT& place) {
+  TakeFont();
+  ::SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left,
+                 place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 SIZE WindowsDialog::Area() const {
@@ -101,8 +142,16 @@ void WindowsDialog::Loop() {
     if (got == 0) ::PostQuitMessage(static_cast<int>(message.wParam));
     if (got <= 0) return;
     const bool forDialog = !isDialogKey || isDialogKey(message);
-    if (forDialog && window_ != nullptr && ::IsDialogMessageW(window_, &message)) continue;
-    Dispatch(message);
+    const bool taken = forDialog && window_ != nullptr && ::IsDialogMessageW(window_, &message);
+    if (!taken) Dispatch(message);
+    FollowFocus();
+  }
+}
+
+void WindowsDialog::FollowFocus() {
+  const HWND before = std::exchange(focus_, ::GetFocus());
+  if (onFocus && focus_ != before && window_ != nullptr && ::IsChild(window_, focus_)) {
+    onFocus(focus_);
   }
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/windows/dialogs/EmptyDialog.h"
+#include "platform/windows/drawing/Density.h"
 
 namespace velkor {
 
@@ -26,15 +27,22 @@ class WindowsDialog {
 
   /// A message that is not for a child; none leaves it to the system.
   std::function<std::optional<LRESULT>(UINT message, WPARAM wParam, LPARAM lParam)> onMessage;
+  /// Its density or its font is another one, and in force: what it holds has to be sized anew.
+  std::function<void()> onDensity;
   /// The user wants the window closed, by its frame or by Escape.
   std::function<void()> onClose;
+  /// The keyboard went to a window in the dialog.
+  std::function<void(HWND item)> onFocus;
   /// Whether a key is for moving about in a dialog; unset: every key is.
   std::function<bool(const MSG& message)> isDialogKey;
 
   /// Makes the window's area this large, or as large as the screen allows, in front of the middle
   /// of its owner. The user can make it no smaller than `least`.
   void Place(SIZE area, SIZE least);
+  /// The same without moving it.
+  void SetLeast(SIZE least);
   SIZE Area() const;
+  const Density& Units() const { return density_; }
 
   /// Shows it, with its owner disabled, until it is closed. A message that ends the program is left
   /// to the loops around this one.
@@ -46,13 +54,20 @@ class WindowsDialog {
  private:
   static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   std::optional<LRESULT> Answer(UINT message, WPARAM wParam, LPARAM lParam);
+  void TakeFont();
+  void TakeDensity(const RECT& place);
+  SIZE Fitted(SIZE area) const;
   void Loop();
+  void FollowFocus();
   void GiveBack(HWND focus);
 
   EmptyDialog kind_;
+  Density density_;
+  FontHandle font_;
   HWND owner_;
   HWND window_ = nullptr;
   SIZE least_{};
+  HWND focus_ = nullptr;
   bool closed_ = false;
 };
 

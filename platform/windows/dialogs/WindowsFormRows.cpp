@@ -17,8 +17,9 @@ constexpr int Margin = 14;
 constexpr int Gap = 8;
 constexpr int FrameMargin = 10;
 constexpr int ButtonsGap = 6;
-constexpr int LeastTextWidth = 360;
-constexpr int LeastButtonWidth = 80;
+
+/// In dialog units, so that as much text fits whatever the font.
+constexpr int LeastTextWidth = 240;
 
 constexpr double HeadingScale = 1.6;
 
@@ -42,10 +43,27 @@ bool IsOtherChoice(const Element& element) {
 
 }  // namespace
 
-WindowsFormRows::WindowsFormRows(const Form& form, HWND dialog) : dialog_(dialog) {
+WindowsFormRows::WindowsFormRows(const Form& form, HWND dialog)
+    : dialog_(dialog), units_(DensityOf(dialog)) {
   for (const FormRow& row : form.Rows()) AddRow(row);
-  AlignLabels();
+  Measure();
   GroupKeys();
+}
+
+void WindowsFormRows::TakeDensity(Density density) {
+  units_ = density;
+  // Kept for the windows that have it until they are told of the new one.
+  const FontHandle heading = std::exchange(headingFont_, nullptr);
+  for (const auto& peer : peers_) peer->TakeDensity(density);
+  for (const Block& block : blocks_) {
+    if (block.frame != nullptr) TakeFont(block.frame);
+  }
+  Measure();
+}
+
+void WindowsFormRows::TakeFont(HWND window) const {
+  const LRESULT font = ::SendMessageW(dialog_, WM_GETFONT, 0, 0);
+  ::SendMessageW(window, WM_SETFONT, static_cast<WPARAM>(font), FALSE);
 }
 
 void WindowsFormRows::AddRow(const FormRow& row) {
@@ -66,8 +84,7 @@ void WindowsFormRows::EnterGroup(const std::string& group) {
   block.frame = ::CreateWindowExW(WS_EX_TRANSPARENT, L"BUTTON", ToCaption(group).c_str(),
                                   WS_CHILD | WS_VISIBLE | BS_GROUPBOX, 0, 0, 0, 0, dialog_, nullptr,
                                   ThisModule(), nullptr);
-  const LRESULT font = ::SendMessageW(dialog_, WM_GETFONT, 0, 0);
-  ::SendMessageW(block.frame, WM_SETFONT, static_cast<WPARAM>(font), FALSE);
+  TakeFont(block.frame);
 }
 
 /// Pictures and the buttons at the bottom keep their size; labels that share the room wrap.
@@ -76,8 +93,6 @@ WindowsFormRows::Cell WindowsFormRows::MakeCell(const FormRow& row, const FormCe
   auto made = MakePeerOf<Label, CommandButton, Image, TextBox, CheckBox, OptionButton, ComboBox,
                          CheckListBox>(element, dialog_, Placement::Layout);
   const bool isButton = row.kind == FormRowKind::Buttons;
-  const bool isHeading = row.kind == FormRowKind::Heading;
-  if (isHeading && IsLabel(element)) MakeHeading(made->Window());
   auto* const button = dynamic_cast<CommandButton*>(&element);
   if (isButton && button != nullptr && default_ == nullptr) {
     default_ = button;
@@ -89,15 +104,30 @@ WindowsFormRows::Cell WindowsFormRows::MakeCell(const FormRow& row, const FormCe
   cell.element = &element;
   cell.peer = made.get();
   cell.share = isButton || dynamic_cast<Image*>(&element) != nullptr ? 0 : described.width;
-  // Letters may reach beyond what the font says that they take.
-  const int overhang = IsLabel(element) ? ScreenLength(2) : 0;
-  cell.width = made->NeededSize(0).cx + overhang;
-  if (isButton) cell.width = std::max(cell.width, ScreenLength(LeastButtonWidth));
-  const bool wraps = IsLabel(element) && cell.share > 0 && !isHeading;
-  cell.leastWidth = wraps ? std::min(cell.width, ScreenLength(LeastTextWidth) / 2) : cell.width;
   cell.takesHeight = dynamic_cast<CheckListBox*>(&element) != nullptr;
   peers_.push_back(std::move(made));
   return cell;
+}
+
+void WindowsFormRows::Measure() {
+  textWidth_ = DialogUnits(dialog_, {LeastTextWidth, 0}).cx;
+  for (Block& block : blocks_) {
+    for (Row& row : block.rows) {
+      for (Cell& cell : row.cells) MeasureCell(row, cell);
+    }
+  }
+  AlignLabels();
+}
+
+void WindowsFormRows::MeasureCell(const Row& row, Cell& cell) {
+  const bool isLabel = IsLabel(*cell.element);
+  const bool isHeading = row.kind == FormRowKind::Heading;
+  if (isHeading && isLabel) MakeHeading(cell.peer->Window());
+  // Letters may reach beyond what the font says that they take.
+  const int overhang = isLabel ? units_.Length(2) : 0;
+  cell.width = cell.peer->NeededSize(0).cx + overhang;
+  const bool wraps = isLabel && cell.share > 0 && !isHeading;
+  cell.leastWidth = wraps ? std::min(cell.width, textWidth_ / 2) : cell.width;
 }
 
 void WindowsFormRows::MakeHeading(HWND window) {
@@ -158,19 +188,19 @@ Element* WindowsFormRows::First() const {
 
 WindowsFormRows::Box WindowsFormRows::Inside(const Block& block, Box box) const {
   if (block.frame == nullptr) return box;
-  const int margin = ScreenLength(FrameMargin);
+  const int margin = units_.Length(FrameMargin);
   const int caption = MetricsOfFont(dialog_).tmHeight;
   return {box.left + margin, box.top + caption + margin / 2, box.width - 2 * margin};
 }
 
 /// What a frame takes above and below its rows.
 int WindowsFormRows::FrameHeight(const Block& block) const {
-  return block.frame == nullptr ? 0 : Inside(block, {}).top + ScreenLength(FrameMargin);
+  return block.frame == nullptr ? 0 : Inside(block, {}).top + units_.Length(FrameMargin);
 }
 
 int WindowsFormRows::LeastRowWidth(const Row& row) const {
   const auto gaps = static_cast<int>(row.cells.size()) - 1;
-  return std::accumulate(row.cells.begin(), row.cells.end(), ScreenLength(Gap) * gaps,
+  return std::accumulate(row.cells.begin(), row.cells.end(), units_.Length(Gap) * gaps,
                          [](int sum, const Cell& cell) { return sum + cell.leastWidth; });
 }
 
@@ -179,7 +209,7 @@ std::vector<int> WindowsFormRows::Widths(const Row& row, int room) const {
   const std::size_t count = row.cells.size();
   std::vector<int> widths(count);
   std::vector<bool> shares(count);
-  int left = room - ScreenLength(Gap) * (static_cast<int>(count) - 1);
+  int left = room - units_.Length(Gap) * (static_cast<int>(count) - 1);
   int parts = 0;
   const auto settle = [&](std::size_t i) {
     widths[i] = row.cells[i].leastWidth;
@@ -219,8 +249,8 @@ int WindowsFormRows::RowHeight(const Row& row, const std::vector<int>& widths) c
 }
 
 /// Beside the gap between two rows.
-int WindowsFormRows::GapAbove(const Row& row) {
-  return row.kind == FormRowKind::Buttons ? ScreenLength(ButtonsGap) : 0;
+int WindowsFormRows::GapAbove(const Row& row) const {
+  return row.kind == FormRowKind::Buttons ? units_.Length(ButtonsGap) : 0;
 }
 
 bool WindowsFormRows::TakesHeight(const Row& row) {
@@ -229,10 +259,10 @@ bool WindowsFormRows::TakesHeight(const Row& row) {
 }
 
 int WindowsFormRows::HeightAt(int width) const {
-  int height = 2 * ScreenLength(Margin) - ScreenLength(Gap);
+  int height = 2 * units_.Length(Margin) - units_.Length(Gap);
   for (const Block& block : blocks_) {
-    const Box box = Inside(block, {0, 0, width - 2 * ScreenLength(Margin)});
-    height += FrameHeight(block) + ScreenLength(Gap) * static_cast<int>(block.rows.size());
+    const Box box = Inside(block, {0, 0, width - 2 * units_.Length(Margin)});
+    height += FrameHeight(block) + units_.Length(Gap) * static_cast<int>(block.rows.size());
     for (const Row& row : block.rows)
       height += GapAbove(row) + RowHeight(row, Widths(row, box.width));
   }
@@ -240,9 +270,9 @@ int WindowsFormRows::HeightAt(int width) const {
 }
 
 int WindowsFormRows::LeastWidth() const {
-  int width = ScreenLength(LeastTextWidth);
+  int width = textWidth_;
   for (const Block& block : blocks_) {
-    const int taken = -Inside(block, {}).width + 2 * ScreenLength(Margin);
+    const int taken = -Inside(block, {}).width + 2 * units_.Length(Margin);
     for (const Row& row : block.rows) width = std::max(width, LeastRowWidth(row) + taken);
   }
   return width;
@@ -264,10 +294,11 @@ SIZE WindowsFormRows::LeastArea() const {
   return least;
 }
 
-void WindowsFormRows::Arrange(SIZE area) {
-  const int margin = ScreenLength(Margin);
+void WindowsFormRows::Arrange(SIZE area, POINT corner) {
+  const int margin = units_.Length(Margin);
   int extra = static_cast<int>(area.cy) - HeightAt(area.cx);
-  Box box{margin, margin, static_cast<int>(area.cx) - 2 * margin};
+  Box box{static_cast<int>(corner.x) + margin, static_cast<int>(corner.y) + margin,
+          static_cast<int>(area.cx) - 2 * margin};
   for (const Block& block : blocks_) {
     const int top = box.top;
     Box inside = Inside(block, box);
@@ -276,14 +307,14 @@ void WindowsFormRows::Arrange(SIZE area) {
       inside.top += GapAbove(row);
       if (row.kind == FormRowKind::Buttons) inside.top += std::exchange(extra, 0);
       const int more = TakesHeight(row) ? std::exchange(extra, 0) : 0;
-      inside.top += ArrangeRow(row, inside, more) + ScreenLength(Gap);
+      inside.top += ArrangeRow(row, inside, more) + units_.Length(Gap);
     }
     box.top = inside.top;
     if (block.frame == nullptr) continue;
-    const int bottom = inside.top - ScreenLength(Gap) + ScreenLength(FrameMargin);
+    const int bottom = inside.top - units_.Length(Gap) + units_.Length(FrameMargin);
     ::SetWindowPos(block.frame, nullptr, box.left, top, box.width, bottom - top,
                    SWP_NOZORDER | SWP_NOACTIVATE);
-    box.top = bottom + ScreenLength(Gap);
+    box.top = bottom + units_.Length(Gap);
   }
   ::InvalidateRect(dialog_, nullptr, TRUE);
 }
@@ -301,7 +332,7 @@ int WindowsFormRows::ArrangeRow(const Row& row, Box box, int extra) const {
     const int own = cell.takesHeight ? height : std::min(needed, height);
     ::SetWindowPos(cell.peer->Window(), nullptr, left, box.top + (height - own) / 2, widths[i], own,
                    SWP_NOZORDER | SWP_NOACTIVATE);
-    left += widths[i] + ScreenLength(Gap);
+    left += widths[i] + units_.Length(Gap);
   }
   return height;
 }

@@ -23,7 +23,10 @@ class WindowsFormRows {
   SIZE WantedArea() const;
   /// The area below which something would be cut off.
   SIZE LeastArea() const;
-  void Arrange(SIZE area);
+  /// @param corner  where the area begins in the dialog
+  void Arrange(SIZE area, POINT corner);
+  /// The dialog has another density or font.
+  void TakeDensity(Density density);
 
   /// The element that has the keyboard first: an input, of a choice the chosen one, else the first
   /// button; null without any.
@@ -61,6 +64,9 @@ class WindowsFormRows {
   void AddRow(const FormRow& row);
   void EnterGroup(const std::string& group);
   Cell MakeCell(const FormRow& row, const FormCell& described);
+  void TakeFont(HWND window) const;
+  void Measure();
+  void MeasureCell(const Row& row, Cell& cell);
   void MakeHeading(HWND window);
   void AlignLabels();
   void GroupKeys();
@@ -70,13 +76,16 @@ class WindowsFormRows {
   int LeastRowWidth(const Row& row) const;
   std::vector<int> Widths(const Row& row, int room) const;
   int RowHeight(const Row& row, const std::vector<int>& widths) const;
-  static int GapAbove(const Row& row);
+  int GapAbove(const Row& row) const;
   static bool TakesHeight(const Row& row);
   int HeightAt(int width) const;
   int LeastWidth() const;
   int ArrangeRow(const Row& row, Box box, int extra) const;
 
   HWND dialog_;
+  Density units_;
+  /// What a text has at the least to break its lines in, in pixels.
+  int textWidth_ = 0;
   FontHandle headingFont_;
   std::vector<std::unique_ptr<WindowsPeer>> peers_;
   std::vector<Block> blocks_;

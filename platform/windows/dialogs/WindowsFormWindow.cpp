@@ -30,6 +30,7 @@ WindowsFormWindow::WindowsFormWindow(Form& form, HWND owner)
     return message.message == WM_KEYDOWN &&
            (message.wParam == VK_TAB || message.wParam == VK_ESCAPE);
   };
+  dialog_.onDensity = [this] { TakeDensity(); };
   form_.onUnload = [this] { dialog_.Close(); };
 }
 
@@ -55,9 +56,20 @@ void WindowsFormWindow::MakePeers() {
 }
 
 void WindowsFormWindow::OpenInSize(Extent wanted) {
-  const POINT size = ToScreenPixels(Point{wanted.width, wanted.height});
-  const SIZE least{ScreenLength(LeastSize.cx), ScreenLength(LeastSize.cy)};
+  const POINT size = dialog_.Units().ToPixels(Point{wanted.width, wanted.height});
+  const SIZE least = Least();
   dialog_.Place({std::max(size.x, least.cx), std::max(size.y, least.cy)}, least);
+}
+
+SIZE WindowsFormWindow::Least() const {
+  return {dialog_.Units().Length(LeastSize.cx), dialog_.Units().Length(LeastSize.cy)};
+}
+
+void WindowsFormWindow::TakeDensity() {
+  for (const auto& peer : peers_) peer->TakeDensity(dialog_.Units());
+  dialog_.SetLeast(Least());
+  fitted_ = {};
+  FitSoon();
 }
 
 void WindowsFormWindow::ShowModal() {
@@ -93,11 +105,11 @@ void WindowsFormWindow::FitSoon() {
 void WindowsFormWindow::Fit() {
   if (fitting_) return;
   const FlagScope fitting(fitting_);
-  const PixelSize pixel = ScreenPixel();
   const auto isOther = [this](SIZE area) { return area.cx != fitted_.cx || area.cy != fitted_.cy; };
   for (SIZE area = dialog_.Area(); form_.IsOpen() && isOther(area); area = dialog_.Area()) {
     fitted_ = area;
-    form_.Form_Resize(ToTwips(area), pixel);
+    const Density& units = dialog_.Units();
+    form_.Form_Resize(units.ToTwips(area), units.Pixel());
   }
 }
 

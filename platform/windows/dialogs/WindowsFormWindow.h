@@ -31,6 +31,8 @@ class WindowsFormWindow {
  private:
   void MakePeers();
   void OpenInSize(Extent wanted);
+  SIZE Least() const;
+  void TakeDensity();
   std::optional<LRESULT> Hear(UINT message, WPARAM wParam);
   void FitSoon();
   void Fit();

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/windows/dialogs/DialogItems.h"
 #include "platform/windows/dialogs/EmptyDialog.h"
 #include "platform/windows/system/DialogOwner.h"
 #include "platform/windows/system/MessagePump.h"
@@ -63,23 +64,25 @@ class ProgressWindow {
 
  private:
   void Fill(const std::wstring& title) {
-    constexpr double Width = 6300;
+    constexpr int Letters = 66;
     const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_PROGRESS_CLASS};
     ::InitCommonControlsEx(&classes);
     ::SetWindowTextW(window_, title.c_str());
-    DialogFiller filler(window_, kind_, Width);
-    filler.AddLine(L"STATIC", SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS, 0, TextId, 1);
-    filler.AddLine(PROGRESS_CLASSW, 0, 0, BarId, 1.25);
-    filler.AddButtons({{L"Cancel", IDCANCEL}});
-    filler.Fit(owner_);
+    DialogItems& items = items_.emplace(window_, Letters);
+    items.AddLine(L"STATIC", SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS, 0, TextId, 1);
+    items.AddLine(PROGRESS_CLASSW, 0, 0, BarId, 1.25);
+    items.AddButtons({{L"Cancel", IDCANCEL}});
+    items.Open(owner_);
   }
 
   static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_INITDIALOG) ::SetWindowLongPtrW(window, DWLP_USER, lParam);
     auto* const self = reinterpret_cast<ProgressWindow*>(::GetWindowLongPtrW(window, DWLP_USER));
     if (self == nullptr) return FALSE;
+    if (self->items_ && self->items_->Hear(message, wParam, lParam)) return TRUE;
     switch (message) {
       case WM_INITDIALOG:
+        KeepDialogUnscaled(window);
         return TRUE;
       case WM_COMMAND:
         // Enter and Escape come with these identifiers.
@@ -101,6 +104,7 @@ class ProgressWindow {
   HWND owner_;
   EmptyDialog kind_;
   HWND window_ = nullptr;
+  std::optional<DialogItems> items_;
   bool ownerWasEnabled_ = false;
   bool cancelled_ = false;
   std::string text_;

@@ -60,6 +60,15 @@ TEXTMETRICW MetricsOfFont(HWND window) {
   return metrics;
 }
 
+SIZE DialogUnits(HWND window, SIZE units) {
+  const FontDc dc(window);
+  constexpr std::wstring_view Letters = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+  const SIZE all = dc.Measure(Letters);
+  const auto count = static_cast<int>(Letters.size());
+  return {::MulDiv(static_cast<int>(units.cx), static_cast<int>(all.cx), 4 * count),
+          ::MulDiv(static_cast<int>(units.cy), static_cast<int>(all.cy), 8)};
+}
+
 std::wstring ToCaption(std::string_view utf8) {
   std::wstring caption;
   for (const wchar_t c : ToWide(utf8)) caption.append(c == L'&' ? 2 : 1, c);

@@ -18,6 +18,9 @@ SIZE TextSize(HWND window, const std::wstring& text, UINT format, int width = 0)
 /// Width of the longest of several lines.
 int WidestLine(HWND window, const std::vector<std::wstring>& lines);
 TEXTMETRICW MetricsOfFont(HWND window);
+/// Pixels of a size in dialog units: quarters of a letter's usual width in the window's font, and
+/// eighths of a line ("About Dialog Box Templates").
+SIZE DialogUnits(HWND window, SIZE units);
 /// A caption for a window that takes "&" for the mark of a key.
 std::wstring ToCaption(std::string_view utf8);
 

@@ -17,11 +17,10 @@ class CommandButtonPeer : public WindowsPeer {
   }
 
   SIZE NeededSize(int /*width*/) override {
-    // 50 by 14 dialog units are usual.
-    const POINT least = ToScreenPixels(Point{1125, 345});
-    const POINT margin = ToScreenPixels(Point{360, 150});
+    const SIZE least = DialogUnits(Window(), {50, 14});
+    const SIZE margin = DialogUnits(Window(), {16, 6});
     const SIZE text = TextSize(Window(), ToWide(button_.Caption()), DT_SINGLELINE);
-    return {std::max(least.x, text.cx + margin.x), std::max(least.y, text.cy + margin.y)};
+    return {std::max(least.cx, text.cx + margin.cx), std::max(least.cy, text.cy + margin.cy)};
   }
 
  protected:

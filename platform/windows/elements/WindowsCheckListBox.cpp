@@ -40,7 +40,7 @@ class CheckListBoxPeer : public WindowsPeer {
     constexpr int Rows = 12;
     const LRESULT rows = Send(LVM_APPROXIMATEVIEWRECT, Rows, MAKELPARAM(-1, -1));
     return {MetricsOfFont(Window()).tmAveCharWidth * Letters,
-            HIWORD(rows) + 2 * ::GetSystemMetrics(SM_CYEDGE)};
+            HIWORD(rows) + 2 * Units().Metric(SM_CYEDGE)};
   }
 
  protected:
@@ -181,7 +181,7 @@ class CheckListBoxPeer : public WindowsPeer {
   /// As wide as the list, or as its longest text, which is then scrolled to.
   void FitColumn() const {
     const RECT area = Area();
-    const int wanted = std::max(static_cast<int>(area.right), widest_ + ScreenLength(32));
+    const int wanted = std::max(static_cast<int>(area.right), widest_ + Units().Length(32));
     if (Send(LVM_GETCOLUMNWIDTH, 0, 0) != wanted) Send(LVM_SETCOLUMNWIDTH, 0, wanted);
   }
 

@@ -16,9 +16,9 @@ class MarkedPeer : public WindowsPeer {
       : WindowsPeer(element, parent, placement, L"BUTTON", style), captioned_(element) {}
 
   SIZE NeededSize(int /*width*/) override {
-    const int mark = ScreenLength(13);
+    const int mark = Units().Length(13);
     const SIZE text = LineSize(Window(), ToWide(captioned_.Caption()));
-    return {mark + ScreenLength(12) + text.cx, std::max<LONG>(mark, text.cy) + ScreenLength(4)};
+    return {mark + Units().Length(12) + text.cx, std::max<LONG>(mark, text.cy) + Units().Length(4)};
   }
 
  protected:
@@ -126,8 +126,7 @@ class ComboBoxPeer : public WindowsPeer {
     const int widest = WidestLine(Window(), texts);
     RECT window{};
     ::GetWindowRect(Window(), &window);
-    return {widest + ::GetSystemMetrics(SM_CXVSCROLL) + ScreenLength(16),
-            window.bottom - window.top};
+    return {widest + Units().Metric(SM_CXVSCROLL) + Units().Length(16), window.bottom - window.top};
   }
 
  protected:
@@ -178,7 +177,7 @@ class ComboBoxPeer : public WindowsPeer {
     const LRESULT row = ::SendMessageW(Window(), CB_GETITEMHEIGHT, 0, 0);
     const LRESULT field = ::SendMessageW(Window(), CB_GETITEMHEIGHT, static_cast<WPARAM>(-1), 0);
     if (row == CB_ERR || field == CB_ERR) return;
-    position.cy = static_cast<int>(field + row * rows) + ScreenLength(12);
+    position.cy = static_cast<int>(field + row * rows) + Units().Length(12);
   }
 
   ComboBox& box_;

@@ -1,6 +1,9 @@
 // platform/windows/elements/WindowsLabelPeers.cpp: labels and marks.
 #include <algorithm>
+#include <climits>
+#include <cmath>
 #include <cstdlib>
+#include <utility>
 
 #include "platform/windows/elements/MakePeer.h"
 #include "platform/windows/elements/PaintedWindow.h"
@@ -9,6 +12,9 @@
 
 namespace velkor {
 namespace {
+
+/// Of texts that are as large as the user set it in the system.
+constexpr double OrdinaryPoints = 9;
 
 /// The system's colour of links, unless it is too near to what lies behind it.
 COLORREF LinkColour(COLORREF back) {
@@ -27,7 +33,7 @@ class LabelPeer : public PressablePeer {
       : PressablePeer(label, parent, placement, L"STATIC", SS_OWNERDRAW | SS_NOTIFY),
         label_(label),
         wraps_(placement == Placement::Layout) {
-    if (label.style) Write(*label.style);
+    FitToDensity();
     Changed();
   }
 
@@ -37,9 +43,14 @@ class LabelPeer : public PressablePeer {
   }
 
  protected:
+  void FitToDensity() override {
+    ordinary_ = reinterpret_cast<HFONT>(::SendMessageW(Window(), WM_GETFONT, 0, 0));
+    fittedHeight_ = -1;
+  }
   void Mirror() override {
     PressablePeer::Mirror();
     SetText(ToWide(label_.Caption()));
+    if (!wraps_ || label_.style) FitFont(wraps_ ? LONG_MAX : Area().bottom);
   }
   std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam) override {
     if (message == WM_DRAWITEM + Reflected) {
@@ -71,15 +82,27 @@ class LabelPeer : public PressablePeer {
   }
 
  private:
-  /// The parent's font in a style of its own.
-  void Write(const TextStyle& style) {
+  /// The parent's font in the label's style, as much larger than that as the style is than ordinary
+  /// texts, yet no higher than the label.
+  void FitFont(LONG height) {
+    if (std::exchange(fittedHeight_, height) == height || height <= 0) return;
     LOGFONTW font{};
-    ::GetObjectW(reinterpret_cast<HFONT>(::SendMessageW(Window(), WM_GETFONT, 0, 0)), sizeof font,
-                 &font);
-    font.lfHeight = -ToPixel(style.points * TwipsPerPoint, ScreenPixel().height);
-    font.lfWeight = style.bold ? FW_BOLD : FW_NORMAL;
-    font_.reset(::CreateFontIndirectW(&font));
-    ::SendMessageW(Window(), WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
+    if (::GetObjectW(ordinary_, sizeof font, &font) == 0) return;
+    if (label_.style) {
+      font.lfHeight =
+          static_cast<LONG>(std::lround(font.lfHeight * label_.style->points / OrdinaryPoints));
+      font.lfWeight = label_.style->bold ? FW_BOLD : FW_NORMAL;
+    }
+    Use(font);
+    const LONG line = MetricsOfFont(Window()).tmHeight;
+    if (line <= height) return;
+    font.lfHeight = ::MulDiv(font.lfHeight, static_cast<int>(height), static_cast<int>(line));
+    Use(font);
+  }
+  void Use(const LOGFONTW& font) {
+    FontHandle made(::CreateFontIndirectW(&font));
+    ::SendMessageW(Window(), WM_SETFONT, reinterpret_cast<WPARAM>(made.get()), FALSE);
+    font_ = std::move(made);
   }
   bool IsTooLong() const {
     if (wraps_) return false;
@@ -90,6 +113,9 @@ class LabelPeer : public PressablePeer {
 
   Label& label_;
   bool wraps_;
+  HFONT ordinary_ = nullptr;
+  /// Height that the font was made for, in pixels; below 0 for none.
+  LONG fittedHeight_ = -1;
   FontHandle font_;
 };
 
@@ -103,9 +129,9 @@ class ImagePeer : public PressablePeer {
 
   SIZE NeededSize(int /*width*/) override {
     constexpr Twips UsualSide = 720;
-    const PixelRect wanted = ToScreenPixels(image_.Bounds());
+    const PixelRect wanted = Units().ToPixels(image_.Bounds());
     if (wanted.Width() > 0 && wanted.Height() > 0) return {wanted.Width(), wanted.Height()};
-    const POINT usual = ToScreenPixels(Point{UsualSide, UsualSide});
+    const POINT usual = Units().ToPixels(Point{UsualSide, UsualSide});
     return {usual.x, usual.y};
   }
 
@@ -132,13 +158,13 @@ class ImagePeer : public PressablePeer {
     }
   }
   void Draw(HDC dc, const RECT& area) override {
-    constexpr int Rounding = 5;
+    const int rounding = Units().Length(5);
     const Colour fill = image_.FillColour();
     ::SelectObject(dc, ::GetStockObject(DC_PEN));
     ::SelectObject(dc, ::GetStockObject(DC_BRUSH));
     ::SetDCPenColor(dc, ::GetSysColor(COLOR_BTNSHADOW));
     ::SetDCBrushColor(dc, RGB(fill.Red(), fill.Green(), fill.Blue()));
-    ::RoundRect(dc, area.left, area.top, area.right, area.bottom, Rounding, Rounding);
+    ::RoundRect(dc, area.left, area.top, area.right, area.bottom, rounding, rounding);
   }
 
  private:

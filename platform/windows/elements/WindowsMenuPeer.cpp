@@ -87,7 +87,7 @@ class MenuPeer : public ElementPeer {
   /// @return the command of what was chosen; 0 for nothing
   int Track(MenuBuilder& builder, Point position) {
     const MenuHandle shown = builder.Build(menu_.entries);
-    POINT at = ToScreenPixels(position);
+    POINT at = DensityOf(control_).ToPixels(position);
     ::ClientToScreen(control_, &at);
     return ::TrackPopupMenuEx(
         shown.get(), TPM_LEFTALIGN | TPM_TOPALIGN | TPM_RIGHTBUTTON | TPM_RETURNCMD | TPM_NONOTIFY,

@@ -10,6 +10,8 @@ namespace velkor {
 namespace {
 
 constexpr UINT_PTR SubclassId = 1;
+/// In pixels of 96 to the inch.
+constexpr int WidestToolTip = 500;
 /// The property of a window that names its peer; GetWindowSubclass is in no import library.
 constexpr const wchar_t* PeerProperty = L"VelkorPeer";
 
@@ -48,13 +50,12 @@ std::optional<LRESULT> ReflectMessage(UINT message, WPARAM wParam, LPARAM lParam
 
 WindowsPeer::WindowsPeer(Element& element, HWND parent, Placement placement,
                          const wchar_t* windowClass, DWORD style, DWORD extendedStyle)
-    : element_(element), placement_(placement) {
+    : element_(element), placement_(placement), density_(DensityOf(parent)) {
   window_ = ::CreateWindowExW(extendedStyle, windowClass, L"", style | WS_CHILD | WS_CLIPSIBLINGS,
                               0, 0, 0, 0, parent, nullptr, ThisModule(), nullptr);
   ::SetWindowSubclass(window_, Subclass, SubclassId, reinterpret_cast<DWORD_PTR>(this));
   ::SetPropW(window_, PeerProperty, this);
-  const LRESULT font = ::SendMessageW(parent, WM_GETFONT, 0, 0);
-  ::SendMessageW(window_, WM_SETFONT, static_cast<WPARAM>(font), FALSE);
+  ::SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(ParentFont()), FALSE);
   element_.Attach(this);
 }
 
@@ -114,6 +115,20 @@ SIZE WindowsPeer::NeededSize(int /*width*/) {
   return {};
 }
 
+HFONT WindowsPeer::ParentFont() const {
+  return reinterpret_cast<HFONT>(::SendMessageW(::GetParent(window_), WM_GETFONT, 0, 0));
+}
+
+void WindowsPeer::TakeDensity(Density density) {
+  if (window_ == nullptr) return;
+  density_ = density;
+  ::SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(ParentFont()), FALSE);
+  FitToDensity();
+  EndToolTip();
+  Changed();
+  ::InvalidateRect(window_, nullptr, TRUE);
+}
+
 void WindowsPeer::SetFocus() {
   if (window_ != nullptr) ::SetFocus(window_);
 }
@@ -128,7 +143,7 @@ void WindowsPeer::Changed() {
 
 void WindowsPeer::MirrorShared() {
   if (placement_ == Placement::Bounds) {
-    const PixelRect pixels = ToScreenPixels(element_.Bounds());
+    const PixelRect pixels = density_.ToPixels(element_.Bounds());
     ::SetWindowPos(window_, nullptr, pixels.left, pixels.top, pixels.Width(), pixels.Height(),
                    SWP_NOZORDER | SWP_NOACTIVATE);
   }
@@ -158,8 +173,8 @@ void WindowsPeer::MirrorToolTip() {
   tool.lpszText = LPSTR_TEXTCALLBACKW;
   ::SendMessageW(toolTip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
   // Without a width lines are not broken.
-  constexpr int Widest = 500;
-  ::SendMessageW(toolTip_, TTM_SETMAXTIPWIDTH, 0, Widest);
+  ::SendMessageW(toolTip_, TTM_SETMAXTIPWIDTH, 0, density_.Length(WidestToolTip));
+  ::SendMessageW(toolTip_, WM_SETFONT, reinterpret_cast<WPARAM>(ParentFont()), FALSE);
 }
 
 void WindowsPeer::GiveToolTip(LPARAM notice) {

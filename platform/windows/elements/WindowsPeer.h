@@ -6,7 +6,7 @@
 #include <string>
 
 #include "platform/Elements.h"
-#include "platform/windows/drawing/ScreenUnits.h"
+#include "platform/windows/drawing/Density.h"
 #include "platform/windows/elements/WindowText.h"
 
 namespace velkor {
@@ -46,6 +46,9 @@ class WindowsPeer : public ElementPeer {
   /// Width and height in pixels that the element needs to be shown whole; for a layout.
   /// @param width  that is there, for elements that wrap their text; 0 for no limit
   virtual SIZE NeededSize(int width);
+  /// Whoever made the window calls this when it stands at another density, or its parent has
+  /// another font: everything that has a size follows.
+  void TakeDensity(Density density);
 
   void Changed() override;
   void SetFocus() override;
@@ -57,6 +60,10 @@ class WindowsPeer : public ElementPeer {
   WindowsPeer(Element& element, HWND parent, Placement placement, const wchar_t* windowClass,
               DWORD style, DWORD extendedStyle = 0);
 
+  /// Of the window; its lengths become pixels by it.
+  const Density& Units() const { return density_; }
+  /// The window has its parent's font, at a density that may be new: makes what depends on them.
+  virtual void FitToDensity() {}
   /// Reads what only this kind of element has.
   virtual void Mirror() {}
   /// A message of the window, or one that its parent reflects; none for the window's own answer.
@@ -86,6 +93,7 @@ class WindowsPeer : public ElementPeer {
   friend std::optional<LRESULT> ReflectMessage(UINT message, WPARAM wParam, LPARAM lParam);
   static LRESULT CALLBACK Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                    UINT_PTR id, DWORD_PTR peer);
+  HFONT ParentFont() const;
   void MirrorShared();
   void MirrorToolTip();
   void EndToolTip();
@@ -93,6 +101,7 @@ class WindowsPeer : public ElementPeer {
 
   Element& element_;
   Placement placement_;
+  Density density_;
   HWND window_ = nullptr;
   HWND toolTip_ = nullptr;
   std::wstring dueToolTip_;

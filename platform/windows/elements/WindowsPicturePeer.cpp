@@ -85,22 +85,22 @@ class PicturePeer : public WindowsPeer {
                     WS_CLIPCHILDREN | (picture.onKeyDown ? WS_TABSTOP : 0),
                     // The Tab key goes into it, to what it holds.
                     picture.onKeyDown ? 0 : WS_EX_CONTROLPARENT),
-        picture_(picture),
-        pixel_(ScreenPixel()) {
+        picture_(picture) {
     Changed();
   }
 
   void Invalidate(const Rect& part) override {
-    const auto edge = [](Twips length, float pixel, auto round) {
+    const PixelSize pixel = Units().Pixel();
+    const auto edge = [](Twips length, float side, auto round) {
       // Beyond any window, so that no length leaves the range.
       constexpr double Far = 1 << 24;
-      const double position = round(length / static_cast<double>(pixel));
+      const double position = round(length / static_cast<double>(side));
       return static_cast<LONG>(std::fmin(std::fmax(position, -Far), Far));
     };
     const auto floor = [](double value) { return std::floor(value); };
     const auto ceil = [](double value) { return std::ceil(value); };
-    const RECT pixels{edge(part.left, pixel_.width, floor), edge(part.top, pixel_.height, floor),
-                      edge(part.right, pixel_.width, ceil), edge(part.bottom, pixel_.height, ceil)};
+    const RECT pixels{edge(part.left, pixel.width, floor), edge(part.top, pixel.height, floor),
+                      edge(part.right, pixel.width, ceil), edge(part.bottom, pixel.height, ceil)};
     if (Window() != nullptr && !::IsRectEmpty(&pixels)) {
       ::InvalidateRect(Window(), &pixels, FALSE);
     }
@@ -201,9 +201,9 @@ class PicturePeer : public WindowsPeer {
       ::FillRect(buffer.Dc(), &part, Background(buffer.Dc()).brush);
     }
     if (picture_.onPaint) {
-      GdiSurface surface(buffer.Dc(), pixel_);
-      const Point from = InTwips({part.left, part.top});
-      const Point to = InTwips({part.right, part.bottom});
+      GdiSurface surface(buffer.Dc(), Units().Pixel());
+      const Point from = Units().ToTwips(POINT{part.left, part.top});
+      const Point to = Units().ToTwips(POINT{part.right, part.bottom});
       picture_.onPaint(surface, {from.x, from.y, to.x, to.y});
     }
     buffer.Show();
@@ -214,7 +214,7 @@ class PicturePeer : public WindowsPeer {
       TRACKMOUSEEVENT leave{sizeof leave, TME_LEAVE, Window(), 0};
       tracks_ = ::TrackMouseEvent(&leave);
     }
-    if (picture_.onMouseMove) picture_.onMouseMove(InTwips(position));
+    if (picture_.onMouseMove) picture_.onMouseMove(Units().ToTwips(position));
     // Asked again only once it was shown, or was empty where the pointer rested.
     if (!shownToolTip_ || !picture_.onToolTip || picture_.onToolTip() == *shownToolTip_) return;
     shownToolTip_.reset();
@@ -226,7 +226,7 @@ class PicturePeer : public WindowsPeer {
     if (picture_.onKeyDown) ::SetFocus(Window());
     if (!picture_.onMouseDown) return std::nullopt;
     ::SetCapture(Window());
-    picture_.onMouseDown(button, InTwips(PositionOf(lParam)));
+    picture_.onMouseDown(button, Units().ToTwips(PositionOf(lParam)));
     return 0;
   }
 
@@ -234,17 +234,11 @@ class PicturePeer : public WindowsPeer {
     const bool others = (wParam & (MK_LBUTTON | MK_RBUTTON)) != 0;
     if (!others && ::GetCapture() == Window()) ::ReleaseCapture();
     if (!picture_.onMouseDown && !picture_.onMouseUp) return std::nullopt;
-    if (picture_.onMouseUp) picture_.onMouseUp(button, InTwips(PositionOf(lParam)));
+    if (picture_.onMouseUp) picture_.onMouseUp(button, Units().ToTwips(PositionOf(lParam)));
     return 0;
   }
 
-  Point InTwips(POINT pixels) const {
-    return {pixels.x * static_cast<double>(pixel_.width),
-            pixels.y * static_cast<double>(pixel_.height)};
-  }
-
   PictureBox& picture_;
-  PixelSize pixel_;
   bool tracks_ = false;
   /// What the tool tip told about the place where the pointer rested; none before it asks.
   std::optional<std::string> shownToolTip_;

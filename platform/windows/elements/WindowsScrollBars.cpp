@@ -101,7 +101,8 @@ class Bars : public WindowScrollBars {
   }
   Extent Thickness() override {
     if (window_ == nullptr) return {};
-    return ToTwips(SIZE{::GetSystemMetrics(SM_CXVSCROLL), ::GetSystemMetrics(SM_CYHSCROLL)});
+    const Density density = DensityOf(window_);
+    return density.ToTwips(SIZE{density.Metric(SM_CXVSCROLL), density.Metric(SM_CYHSCROLL)});
   }
 
  private:

@@ -32,7 +32,7 @@ class TextBoxPeer : public WindowsPeer {
                     placement == Placement::Layout ? WS_EX_CLIENTEDGE : 0),
         box_(box),
         placement_(placement) {
-    if (placement == Placement::Bounds) TakeSmallFont();
+    FitToDensity();
     ::SendMessageW(Window(), EM_SETLIMITTEXT, 0, 0);
     Changed();
   }
@@ -48,6 +48,9 @@ class TextBoxPeer : public WindowsPeer {
   }
 
  protected:
+  void FitToDensity() override {
+    if (placement_ == Placement::Bounds) TakeSmallFont();
+  }
   void Mirror() override {
     if (placement_ == Placement::Bounds) LeadTabKeyHere();
     const std::wstring wanted = ToWide(box_.Text());
@@ -103,9 +106,9 @@ class TextBoxPeer : public WindowsPeer {
     return selection;
   }
   SIZE WithFrame(int textWidth) const {
-    const int edge = ::GetSystemMetrics(SM_CXEDGE);
-    return {textWidth + 2 * edge + ScreenLength(8),
-            MetricsOfFont(Window()).tmHeight + 2 * edge + ScreenLength(4)};
+    const int edge = Units().Metric(SM_CXEDGE);
+    return {textWidth + 2 * edge + Units().Length(8),
+            MetricsOfFont(Window()).tmHeight + 2 * edge + Units().Length(4)};
   }
 
  private:
@@ -114,9 +117,10 @@ class TextBoxPeer : public WindowsPeer {
     LOGFONTW wanted{};
     const auto font = reinterpret_cast<HFONT>(::SendMessageW(Window(), WM_GETFONT, 0, 0));
     if (::GetObjectW(font, sizeof(wanted), &wanted) == 0) return;
-    wanted.lfHeight = -ToPixel(Font().size * TwipsPerPoint, ScreenPixel().height);
-    font_.reset(::CreateFontIndirectW(&wanted));
-    ::SendMessageW(Window(), WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
+    wanted.lfHeight = -Units().ToPixels(Font().size * TwipsPerPoint);
+    FontHandle made(::CreateFontIndirectW(&wanted));
+    ::SendMessageW(Window(), WM_SETFONT, reinterpret_cast<WPARAM>(made.get()), FALSE);
+    font_ = std::move(made);
   }
 
   void Type(wchar_t unit, LPARAM details) {
@@ -196,7 +200,7 @@ class MaskedBoxPeer : public TextBoxPeer {
       : TextBoxPeer(box, parent, placement), mask_(ToWide(box.Mask())) {}
 
   SIZE NeededSize(int /*width*/) override {
-    return WithFrame(LineSize(Window(), mask_).cx + ScreenLength(8));
+    return WithFrame(LineSize(Window(), mask_).cx + Units().Length(8));
   }
 
  protected:

@@ -35,6 +35,7 @@ class ToolbarPeer : public WindowsPeer {
   }
 
  protected:
+  void FitToDensity() override { side_ = 0; }
   void Mirror() override {
     SetSpokenText();
     FitButtons();
@@ -70,7 +71,7 @@ class ToolbarPeer : public WindowsPeer {
         return TRUE;
       }
       case WM_SYSCOLORCHANGE:
-        side_ = 0;
+        FitToDensity();
         Changed();
         return std::nullopt;
       case WM_GETDLGCODE:
@@ -93,21 +94,22 @@ class ToolbarPeer : public WindowsPeer {
     return ::SendMessageW(Window(), message, wParam, lParam);
   }
 
-  /// Buttons as high as the toolbar, with pictures drawn for them.
+  /// Buttons as high as the toolbar, so that their pictures stand in its middle, and as wide as the
+  /// pictures that are drawn for them need.
   void FitButtons() {
-    const RECT area = Area();
-    const int margin = ToScreenPixels(Point{ToolbarImageMargin, 0}).x;
-    const int largest = ToScreenPixels(Point{ToolbarButtonSide, 0}).x;
-    const int side = std::clamp(static_cast<int>(area.bottom), 3 * margin, largest);
-    if (side == side_) return;
+    const auto height = static_cast<int>(Area().bottom);
+    const int margin = Units().ToPixels(ToolbarImageMargin);
+    const int side = std::clamp(height, 3 * margin, Units().ToPixels(ToolbarButtonSide));
+    if (side == side_ && height == height_) return;
     side_ = side;
+    height_ = height;
     // What buttons are large enough for is known when they are made.
     while (Send(TB_BUTTONCOUNT) > 0) Send(TB_DELETEBUTTON, 0);
     const int imageSide = side - 2 * margin;
     Send(TB_SETBITMAPSIZE, 0, MAKELPARAM(imageSide, imageSide));
     SetImages(imageSide);
     AddButtons();
-    Send(TB_SETBUTTONSIZE, 0, MAKELPARAM(side, side));
+    Send(TB_SETBUTTONSIZE, 0, MAKELPARAM(side, std::max(side, height)));
   }
 
   void SetImages(int side) {
@@ -187,6 +189,7 @@ class ToolbarPeer : public WindowsPeer {
 
   Toolbar& toolbar_;
   int side_ = 0;
+  int height_ = 0;
   ImageListHandle images_;
   ImageListHandle faded_;
 };

@@ -33,6 +33,7 @@ ModalScope::ModalScope(DialogOwner& owner)
     : busy_(owner),
       owner_(owner),
       window_(owner.Get()),
+      awareness_(window_),
       wasEnabled_(window_ != nullptr && ::IsWindowEnabled(window_)) {
   if (owner_.onModal) owner_.onModal(true);
 }

@@ -4,7 +4,7 @@
 
 #include <functional>
 
-#include "platform/windows/system/Win32.h"
+#include "platform/windows/system/WindowDensity.h"
 
 namespace velkor {
 
@@ -71,7 +71,8 @@ class EntryScope {
   std::function<void(bool)> onEntry_;
 };
 
-/// A dialog is open for as long as it lives; at its end the window under it is enabled as it was.
+/// A dialog is open for as long as it lives, for the density awareness of the window under it,
+/// which is enabled at its end as it was.
 class ModalScope {
  public:
   explicit ModalScope(DialogOwner& owner);
@@ -86,6 +87,7 @@ class ModalScope {
   BusyScope busy_;
   DialogOwner& owner_;
   HWND window_;
+  AwarenessScope awareness_;
   bool wasEnabled_;
 };
 

@@ -52,7 +52,7 @@ class PeersWindow {
     return ::DefWindowProcW(window, message, wParam, lParam);
   }
 
-  FontHandle font_ = MakeDialogFont();
+  FontHandle font_ = MakeDialogFont(DensityOf(nullptr));
   HWND window_ = nullptr;
 };
 
