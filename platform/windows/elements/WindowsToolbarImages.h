@@ -15,11 +15,13 @@ struct DestroyImageList {
 };
 using ImageListHandle = std::unique_ptr<std::remove_pointer_t<HIMAGELIST>, DestroyImageList>;
 
-/// Draws the pictures of toolbar_images; picture n is image n - 1 of the list.
-/// @param side  of each, in pixels, above 0
+/// Draws the pictures of toolbar_images; picture n is image n - 1 of the list, in the middle of its
+/// height.
+/// @param side  of each picture, in pixels, above 0; the images are as wide
+/// @param height  of the images, at least that
 /// @param back  what the edges blend into; also what is left free
 /// @param faded  for buttons that cannot be pressed
 /// @return null when the system cannot make it
-ImageListHandle MakeToolbarImages(int side, COLORREF lines, COLORREF back, bool faded);
+ImageListHandle MakeToolbarImages(int side, int height, COLORREF lines, COLORREF back, bool faded);
 
 }  // namespace velkor

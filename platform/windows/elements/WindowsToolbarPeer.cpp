@@ -106,19 +106,24 @@ class ToolbarPeer : public WindowsPeer {
     // What buttons are large enough for is known when they are made.
     while (Send(TB_BUTTONCOUNT) > 0) Send(TB_DELETEBUTTON, 0);
     const int imageSide = side - 2 * margin;
-    Send(TB_SETBITMAPSIZE, 0, MAKELPARAM(imageSide, imageSide));
-    SetImages(imageSide);
+    // The common controls leave two pixels above an image, whatever the button's height is, so the
+    // images are as high as the buttons.
+    constexpr int Edges = 4;
+    const int imageHeight = std::max(imageSide, height - Edges);
+    Send(TB_SETBITMAPSIZE, 0, MAKELPARAM(imageSide, imageHeight));
+    Send(TB_SETPADDING, 0, MAKELPARAM(side - imageSide, Edges));
+    SetImages(imageSide, imageHeight);
     AddButtons();
-    Send(TB_SETBUTTONSIZE, 0, MAKELPARAM(side, std::max(side, height)));
+    Send(TB_SETBUTTONSIZE, 0, MAKELPARAM(side, imageHeight + Edges));
   }
 
-  void SetImages(int side) {
+  void SetImages(int side, int height) {
     const HDC dc = ::GetDC(Window());
     const COLORREF back = Background(dc).colour;
     const COLORREF lines = ::GetTextColor(dc);
     ::ReleaseDC(Window(), dc);
-    ImageListHandle images = MakeToolbarImages(side, lines, back, false);
-    ImageListHandle faded = MakeToolbarImages(side, lines, back, true);
+    ImageListHandle images = MakeToolbarImages(side, height, lines, back, false);
+    ImageListHandle faded = MakeToolbarImages(side, height, lines, back, true);
     Send(TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images.get()));
     Send(TB_SETDISABLEDIMAGELIST, 0, reinterpret_cast<LPARAM>(faded.get()));
     images_ = std::move(images);

@@ -179,11 +179,13 @@ TEST_F(WindowsToolbar, ButtonsFollowTheHeightWithPicturesOfTheirOwn) {
     toolbar_.SetBounds({0, 0, 3000, (wanted + 12) * TwipsPerPixel});
     const auto list = reinterpret_cast<HIMAGELIST>(Send(TB_GETIMAGELIST));
     int side = 0;
-    ::ImageList_GetIconSize(list, &side, &side);
+    int height = 0;
+    ::ImageList_GetIconSize(list, &side, &height);
     ASSERT_EQ(side, wanted);
     const DibSection picture(side, side);
     ::PatBlt(picture.Dc(), 0, 0, side, side, WHITENESS);
-    ::ImageList_Draw(list, toolbar_images::Zoom - 1, picture.Dc(), 0, 0, ILD_TRANSPARENT);
+    ::ImageList_Draw(list, toolbar_images::Zoom - 1, picture.Dc(), 0, (side - height) / 2,
+                     ILD_TRANSPARENT);
     int ink = 0;
     for (int i = 0; i < side * side; ++i) {
       ink += picture.At(i % side, i / side) == colours::White ? 0 : 100;
