@@ -41,7 +41,7 @@ class YearPlan {
 
   /// Reads the persisted properties, then lets tmrStart begin the start-up sequence. A month that
   /// is none counts as the first. Throws what the bag throws, and Error for a text that is too
-  /// long; the properties not yet read stay as they are then.
+  /// long; all properties stay as they are then.
   void ReadProperties(PropertyBag& bag);
   void WriteProperties(PropertyBag& bag) const;
 

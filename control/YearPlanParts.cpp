@@ -102,15 +102,17 @@ void YearPlan::Parts::SetProperty(const Property& property, const PropertyValue&
 }
 
 void YearPlan::Parts::ReadProperties(PropertyBag& bag) {
-  needsLayout_ = true;
+  PlannerProperties read = Properties();
   for (const Property& property : PropertyTable) {
     const PropertyValue stored = bag.ReadProperty(property.key, property.Default());
     // A bag holds what other programs wrote.
     const bool isNoMonth = stored.index() == property.member.index() &&
                            std::holds_alternative<std::int16_t>(stored) &&
                            !property.Accepts(stored);
-    property.Set(grid_.Properties(), isNoMonth ? property.Default() : stored);
+    property.Set(read, isNoMonth ? property.Default() : stored);
   }
+  grid_.Properties() = read;
+  needsLayout_ = true;
   elements.tmrStart.SetEnabled(true);
 }
 

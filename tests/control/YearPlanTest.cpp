@@ -60,8 +60,10 @@ TEST_F(YearPlanTest, AMonthThatIsNoneIsRefusedInTheBagTheFirstAndAWrongTypeThere
     plan_.ReadProperties(bag_);
     EXPECT_EQ(plan_.Properties().FirstMonth, 1) << month;
   }
+  bag_.values["TitleName"] = std::string("Read before the fault");
   bag_.values["StartMonth"] = std::string("April");
   EXPECT_THROW(plan_.ReadProperties(bag_), Error);
+  EXPECT_EQ(plan_.Properties().TitleName, "Default");
 }
 
 TEST_F(YearPlanTest, ATextThatIsTooLongIsRefusedAndTheLongestIsKept) {
