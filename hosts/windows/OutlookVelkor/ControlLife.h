@@ -17,7 +17,7 @@ namespace velkor {
 /// changed is read anew after it. The control then lives on until nothing of it is at work.
 class ControlLife {
  public:
-  /// @param control  the object that this is a part of
+  /// @param control  the object that this is a part of, or the whole that the control is a part of
   explicit ControlLife(IUnknown& control);
   ~ControlLife();
   ControlLife(const ControlLife&) = delete;

@@ -6,12 +6,6 @@
 #include "hosts/windows/OutlookVelkor/YearPlanControl.h"
 
 namespace velkor {
-namespace {
-
-constexpr const wchar_t* UserType = L"Year planner";
-
-}  // namespace
-
 STDMETHODIMP YearPlanControl::SetClientSite(IOleClientSite* site) {
   const EntryScope entry(life_.Owner());
   place_.SetSite(site);
@@ -89,9 +83,9 @@ STDMETHODIMP YearPlanControl::EnumVerbs(IEnumOLEVERB** verbs) {
   return ::OleRegEnumVerbs(CLSID_YearPlan, verbs);
 }
 
-STDMETHODIMP YearPlanControl::GetUserType(DWORD /*form*/, LPOLESTR* type) {
+STDMETHODIMP YearPlanControl::GetUserType(DWORD form, LPOLESTR* type) {
   if (type == nullptr) return E_POINTER;
-  const std::wstring text(UserType);
+  const std::wstring text = ToWide(form == USERCLASSTYPE_APPNAME ? ApplicationName : UserType);
   *type = static_cast<LPOLESTR>(::CoTaskMemAlloc((text.size() + 1) * sizeof(wchar_t)));
   if (*type == nullptr) return E_OUTOFMEMORY;
   text.copy(*type, text.size());

@@ -24,6 +24,13 @@ HRESULT YearPlanControl::ReadFrom(PropertyBag& bag) {
   });
 }
 
+/// What a stream holds of the control.
+MemoryBag YearPlanControl::Stored() const {
+  MemoryBag properties;
+  plan_.WriteProperties(properties);
+  return properties;
+}
+
 STDMETHODIMP YearPlanControl::Load(IPropertyBag* bag, IErrorLog* log) {
   if (bag == nullptr) return E_POINTER;
   ComPropertyBag properties(*bag, log, false);
@@ -49,11 +56,48 @@ STDMETHODIMP YearPlanControl::Load(IStream* stream) {
 STDMETHODIMP YearPlanControl::Save(IStream* stream, BOOL clearDirty) {
   if (stream == nullptr) return E_POINTER;
   return Answer([&] {
-    MemoryBag properties;
-    plan_.WriteProperties(properties);
-    properties.Save(*stream);
+    Stored().Save(*stream);
     if (clearDirty) dirty_ = false;
   });
+}
+
+STDMETHODIMP YearPlanControl::GetSizeMax(ULARGE_INTEGER* size) {
+  if (size == nullptr) return E_POINTER;
+  return Answer([&] { size->QuadPart = Stored().Size(); });
+}
+
+STDMETHODIMP YearPlanControl::InitNew(IStorage* storage) {
+  if (storage == nullptr) return E_POINTER;
+  return AnswerCall([&] { storage_.InitNew(*storage); });
+}
+
+/// A document that is only looked at needs no calendar program.
+STDMETHODIMP YearPlanControl::Load(IStorage* storage) {
+  if (storage == nullptr) return E_POINTER;
+  return AnswerCall([&] {
+    storage_.Load(*storage, [this](IStream& stream) {
+      MemoryBag properties;
+      properties.Load(stream);
+      plan_.ReadProperties(properties);
+    });
+    dirty_ = false;
+  });
+}
+
+STDMETHODIMP YearPlanControl::Save(IStorage* storage, BOOL sameAsLoad) {
+  return AnswerCall([&] {
+    storage_.Save(storage, sameAsLoad != FALSE, [this](IStream& stream) { Stored().Save(stream); });
+  });
+}
+
+STDMETHODIMP YearPlanControl::SaveCompleted(IStorage* storage) {
+  return AnswerCall([&] {
+    if (storage_.SaveCompleted(storage)) dirty_ = false;
+  });
+}
+
+STDMETHODIMP YearPlanControl::HandsOffStorage() {
+  return AnswerCall([&] { storage_.HandsOff(); });
 }
 
 }  // namespace velkor

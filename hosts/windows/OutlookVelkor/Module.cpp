@@ -15,9 +15,9 @@ namespace {
 
 constexpr const char* ProgramId = "OutlookVelkor.YearPlan";
 constexpr const char* VersionedProgramId = "OutlookVelkor.YearPlan.1";
-constexpr const char* ClassName = "Year planner";
 /// Categories of components (comcat.h, objsafe.h).
 constexpr const char* ControlCategory = "{40FC6ED4-2438-11CF-A3DB-080036F12502}";
+constexpr const char* InsertableCategory = "{40FC6ED3-2438-11CF-A3DB-080036F12502}";
 constexpr const char* SafeForInitialising = "{7DD95802-9882-11CF-9FA9-00AA006C42C4}";
 
 ComPtr<ITypeInfo> LoadTypeInfo() {
@@ -36,9 +36,10 @@ class ControlFactory : public ComObject<IClassFactory> {
   STDMETHODIMP CreateInstance(IUnknown* outer, REFIID id, void** object) override {
     if (object == nullptr) return E_POINTER;
     *object = nullptr;
-    if (outer != nullptr) return CLASS_E_NOAGGREGATION;
+    // The whole takes the part's own identity, and asks that for all else.
+    if (outer != nullptr && id != __uuidof(IUnknown)) return CLASS_E_NOAGGREGATION;
     return Answer([&] {
-      const ComPtr<YearPlanControl> control(new YearPlanControl(LoadTypeInfo()));
+      const ComPtr<IUnknown> control(&(new YearPlanControl(LoadTypeInfo(), outer))->Own());
       Check(control->QueryInterface(id, object), "A year planner has no such interface");
     });
   }
@@ -49,14 +50,32 @@ class ControlFactory : public ComObject<IClassFactory> {
   }
 };
 
+/// What programs ask before they insert a control into a document, and show it by.
+void AddForDocuments(ClassRegistration& known, const std::string& key) {
+  known.values.insert(
+      known.values.end(),
+      // The system's dialog for inserting looks for the program identifier, others for the class.
+      {{VersionedProgramId + std::string("\\Insertable"), "", ""},
+       {key + "\\Insertable", "", ""},
+       {key + "\\Implemented Categories\\" + InsertableCategory, "", ""},
+       {key + "\\AuxUserType\\2", "", UserType},
+       {key + "\\AuxUserType\\3", "", ApplicationName},
+       // The library's first icon, and its bitmap of the number 1.
+       {key + "\\DefaultIcon", "", known.module + ",0"},
+       {key + "\\ToolboxBitmap32", "", known.module + ", 1"},
+       // Format, aspect, medium, direction: enhanced and older metafiles can be had (DATADIR_GET).
+       {key + "\\DataFormats\\GetSet\\0", "", "14,1,64,1"},
+       {key + "\\DataFormats\\GetSet\\1", "", "3,1,32,1"}});
+}
+
 ClassRegistration Description() {
-  ClassRegistration known = DescribeClass(CLSID_YearPlan, ClassName, VersionedProgramId,
+  ClassRegistration known = DescribeClass(CLSID_YearPlan, UserType, VersionedProgramId,
                                           LIBID_OutlookVelkor, ModulePath(ThisModule()));
   const std::string key = known.Key();
   known.programIds.emplace_back(ProgramId);
   known.values.insert(
       known.values.end(),
-      {{ProgramId, "", ClassName},
+      {{ProgramId, "", UserType},
        {ProgramId + std::string("\\CLSID"), "", known.id},
        {ProgramId + std::string("\\CurVer"), "", VersionedProgramId},
        {key + "\\VersionIndependentProgID", "", ProgramId},
@@ -69,6 +88,7 @@ ClassRegistration Description() {
        {key + "\\MiscStatus\\1", "", std::to_string(MiscStatus)},
        {key + "\\Implemented Categories\\" + ControlCategory, "", ""},
        {key + "\\Implemented Categories\\" + SafeForInitialising, "", ""}});
+  AddForDocuments(known, key);
   return known;
 }
 

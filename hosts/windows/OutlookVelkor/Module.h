@@ -12,6 +12,10 @@ inline constexpr DWORD MiscStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINK
                                     OLEMISC_INSIDEOUT | OLEMISC_ACTIVATEWHENVISIBLE |
                                     OLEMISC_SETCLIENTSITEFIRST;
 
+/// What people read for the control (AuxUserType): for one of its kind, and for its program.
+inline constexpr const char* UserType = "Year planner";
+inline constexpr const char* ApplicationName = "OutlookVelkor";
+
 /// Makes the control known: program identifier OutlookVelkor.YearPlan, class, type library, and
 /// that its stored properties may come from anywhere (CATID_SafeForInitializing). Throws Error, and
 /// leaves nothing behind then.

@@ -129,6 +129,14 @@ void MemoryBag::Save(IStream& stream) const {
   }
 }
 
+std::size_t MemoryBag::Size() const {
+  std::size_t size = 2 * sizeof(std::uint32_t);
+  for (const auto& [key, text] : texts_) {
+    size += 2 * sizeof(std::uint32_t) + key.size() + text.size();
+  }
+  return size;
+}
+
 PropertyValue MemoryBag::ReadProperty(std::string_view key, const PropertyValue& fallback) {
   const auto found = texts_.find(key);
   return found == texts_.end() ? fallback : AsProperty(key, Variant(found->second), fallback);

@@ -35,6 +35,8 @@ class MemoryBag : public PropertyBag {
   /// Throws Error (InputPastEnd, BadFileMode) for bytes that are no such bag.
   void Load(IStream& stream);
   void Save(IStream& stream) const;
+  /// Bytes that Save writes.
+  std::size_t Size() const;
 
   PropertyValue ReadProperty(std::string_view key, const PropertyValue& fallback) override;
   void WriteProperty(std::string_view key, const PropertyValue& value,

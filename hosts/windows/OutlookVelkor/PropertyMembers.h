@@ -18,6 +18,8 @@ class PropertyMembers : public Object {
   using All = PlannerProperties;
 
  public:
+  using Object::Object;
+
   STDMETHODIMP get_Folder(BSTR* value) override { return Give(&All::Folder, value); }
   STDMETHODIMP put_Folder(BSTR value) override { return Take(&All::Folder, value); }
   STDMETHODIMP get_AllEvents(VARIANT_BOOL* value) override { return Give(&All::AllEvents, value); }

@@ -10,9 +10,10 @@
 
 namespace velkor {
 
-YearPlanControl::YearPlanControl(ComPtr<ITypeInfo> typeInfo)
-    : typeInfo_(std::move(typeInfo)),
-      life_(*Identity()),
+YearPlanControl::YearPlanControl(ComPtr<ITypeInfo> typeInfo, IUnknown* outer)
+    : PropertyMembers(outer),
+      typeInfo_(std::move(typeInfo)),
+      life_(Whole()),
       listeners_(life_, *this, *this),
       seams_(life_.Owner(), [this](const Error& error) { listeners_.ErrorOccurred(error); }),
       plan_(seams_.All(), *this),
@@ -23,8 +24,9 @@ YearPlanControl::~YearPlanControl() = default;
 void* YearPlanControl::FindOther(REFIID id) {
   if (id == __uuidof(IDispatch)) return static_cast<IDispatch*>(this);
   if (id == __uuidof(IProvideClassInfo)) return static_cast<IProvideClassInfo*>(this);
-  if (id == __uuidof(IPersist))
-    return static_cast<IPersist*>(static_cast<IPersistStreamInit*>(this));
+  // All that they have in common stands first, in the same order.
+  if (id == __uuidof(IPersist) || id == __uuidof(IPersistStream))
+    return static_cast<IPersistStreamInit*>(this);
   if (id == __uuidof(IOleWindow))
     return static_cast<IOleWindow*>(static_cast<IOleInPlaceObject*>(this));
   if (id == __uuidof(IViewObject)) return static_cast<IViewObject*>(this);
@@ -40,6 +42,7 @@ void YearPlanControl::Start() {
 
 void YearPlanControl::PropertyChanged(std::string_view key) {
   dirty_ = true;
+  storage_.Changed();
   std::wstring name = ToWide(key);
   LPOLESTR names = name.data();
   DISPID member = DISPID_UNKNOWN;

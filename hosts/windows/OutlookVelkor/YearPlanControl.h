@@ -9,7 +9,9 @@
 #include "hosts/windows/OutlookVelkor/ControlListeners.h"
 #include "hosts/windows/OutlookVelkor/ControlPlace.h"
 #include "hosts/windows/OutlookVelkor/ControlSeams.h"
+#include "hosts/windows/OutlookVelkor/ControlStorage.h"
 #include "hosts/windows/OutlookVelkor/ObjectSafety.h"
+#include "hosts/windows/OutlookVelkor/PropertyBags.h"
 #include "hosts/windows/OutlookVelkor/PropertyMembers.h"
 #include "platform/Host.h"
 // After windows.h.
@@ -18,17 +20,20 @@
 namespace velkor {
 
 /// One planner in one container, on the thread that made it. Starts up when its properties were
-/// loaded, or, newly placed, when it is activated; in design mode never. A container may let it go
-/// at any moment: while messages are processed in the middle of a call it lives on.
+/// loaded, or, newly placed or in a document, when it is activated; in design mode never. A
+/// container may let it go at any moment: while messages are processed in the middle of a call it
+/// lives on.
 class YearPlanControl
     : public PropertyMembers<
-          ComObject<IYearPlan, IProvideClassInfo2, IConnectionPointContainer, IPersistPropertyBag,
-                    IPersistStreamInit, IOleObject, IOleInPlaceObject, IOleInPlaceActiveObject,
-                    IOleControl, IViewObject2, IDataObject, IObjectSafety, ISupportErrorInfo>>,
+          AggregableObject<IYearPlan, IProvideClassInfo2, IConnectionPointContainer,
+                           IPersistPropertyBag, IPersistStreamInit, IPersistStorage, IOleObject,
+                           IOleInPlaceObject, IOleInPlaceActiveObject, IOleControl, IViewObject2,
+                           IDataObject, IObjectSafety, ISupportErrorInfo>>,
       private ControlHost {
  public:
   /// @param typeInfo  of IYearPlan
-  explicit YearPlanControl(ComPtr<ITypeInfo> typeInfo);
+  /// @param outer  the object that the control becomes a part of; null for none
+  YearPlanControl(ComPtr<ITypeInfo> typeInfo, IUnknown* outer);
 
   // IDispatch
   STDMETHODIMP GetTypeInfoCount(UINT* count) override;
@@ -59,7 +64,7 @@ class YearPlanControl
   STDMETHODIMP GetInterfaceSafetyOptions(REFIID id, DWORD* supported, DWORD* enabled) override;
   STDMETHODIMP SetInterfaceSafetyOptions(REFIID id, DWORD mask, DWORD enabled) override;
 
-  // IPersistPropertyBag, IPersistStreamInit
+  // IPersistPropertyBag, IPersistStreamInit, IPersistStorage
   STDMETHODIMP GetClassID(CLSID* id) override;
   STDMETHODIMP InitNew() override;
   STDMETHODIMP Load(IPropertyBag* bag, IErrorLog* log) override;
@@ -67,7 +72,12 @@ class YearPlanControl
   STDMETHODIMP IsDirty() override { return dirty_ ? S_OK : S_FALSE; }
   STDMETHODIMP Load(IStream* stream) override;
   STDMETHODIMP Save(IStream* stream, BOOL clearDirty) override;
-  STDMETHODIMP GetSizeMax(ULARGE_INTEGER*) override { return E_NOTIMPL; }
+  STDMETHODIMP GetSizeMax(ULARGE_INTEGER* size) override;
+  STDMETHODIMP InitNew(IStorage* storage) override;
+  STDMETHODIMP Load(IStorage* storage) override;
+  STDMETHODIMP Save(IStorage* storage, BOOL sameAsLoad) override;
+  STDMETHODIMP SaveCompleted(IStorage* storage) override;
+  STDMETHODIMP HandsOffStorage() override;
 
   // IOleObject
   STDMETHODIMP SetClientSite(IOleClientSite* site) override;
@@ -158,12 +168,14 @@ class YearPlanControl
   HRESULT Activate();
   HRESULT ActivateByUser(const MSG* message);
   HRESULT ReadFrom(PropertyBag& bag);
+  MemoryBag Stored() const;
   HENHMETAFILE MakePicture();
 
   ComPtr<ITypeInfo> typeInfo_;
   ControlLife life_;
   ControlListeners listeners_;
   bool dirty_ = false;
+  ControlStorage storage_;
   ControlSeams seams_;
   YearPlan plan_;
   /// Of the control that runs.

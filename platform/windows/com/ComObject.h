@@ -96,6 +96,58 @@ class ComObject : public Interfaces... {
   LiveObject live_;
 };
 
+/// A ComObject that may be a part of another object (aggregation): who asks one of its interfaces
+/// for another one then asks the whole, and only Own() knows what this one has.
+template <typename... Interfaces>
+class AggregableObject : public ComObject<Interfaces...> {
+  using Base = ComObject<Interfaces...>;
+
+ public:
+  /// @param outer  the whole, which holds Own() for as long as it lives; null for an object that
+  ///   stands alone
+  explicit AggregableObject(IUnknown* outer) : outer_(outer), own_(*this) {}
+
+  STDMETHODIMP QueryInterface(REFIID id, void** object) override {
+    return outer_ != nullptr ? outer_->QueryInterface(id, object)
+                             : Base::QueryInterface(id, object);
+  }
+  STDMETHODIMP_(ULONG) AddRef() override {
+    return outer_ != nullptr ? outer_->AddRef() : Base::AddRef();
+  }
+  STDMETHODIMP_(ULONG) Release() override {
+    return outer_ != nullptr ? outer_->Release() : Base::Release();
+  }
+
+  /// The identity of this object alone; counts its references.
+  IUnknown& Own() { return outer_ != nullptr ? own_ : *this->Identity(); }
+
+ protected:
+  /// What others take this for; counts the references to the whole.
+  IUnknown& Whole() { return outer_ != nullptr ? *outer_ : *this->Identity(); }
+
+ private:
+  class OwnIdentity : public IUnknown {
+   public:
+    explicit OwnIdentity(AggregableObject& object) : object_(object) {}
+    STDMETHODIMP QueryInterface(REFIID id, void** object) override {
+      if (object == nullptr) return E_POINTER;
+      // Interfaces of a part count for the whole.
+      if (id != __uuidof(IUnknown)) return object_.Base::QueryInterface(id, object);
+      *object = this;
+      AddRef();
+      return S_OK;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return object_.Base::AddRef(); }
+    STDMETHODIMP_(ULONG) Release() override { return object_.Base::Release(); }
+
+   private:
+    AggregableObject& object_;
+  };
+
+  IUnknown* outer_;
+  OwnIdentity own_;
+};
+
 #pragma GCC diagnostic pop
 
 }  // namespace velkor

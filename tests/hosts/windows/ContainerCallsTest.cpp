@@ -129,9 +129,8 @@ TEST_F(ContainerCalls, AFrameThatTheControlLeftDuringADialogIsFreedAgain) {
 
 TEST_F(ContainerCalls, WhatIsLoadedBeforeItsSiteDoesNotStartInDesignMode) {
   const auto control = Create<IOleObject>();
-  ComPtr<IPersistPropertyBag> stored;
-  ASSERT_EQ(control.As(&stored), S_OK);
-  ASSERT_EQ(stored->Load(ComPtr<TextBag>(new TextBag).Get(), nullptr), S_OK);
+  const ComPtr<TextBag> bag(new TextBag);
+  ASSERT_EQ(As<IPersistPropertyBag>(control)->Load(bag.Get(), nullptr), S_OK);
   container_ = ComPtr<BareContainer>(new BareContainer(control, BareContainer::Designs));
   ASSERT_EQ(container_->Do(OLEIVERB_SHOW), S_OK);
   // Starting would tell that there is no calendar program.

@@ -53,8 +53,34 @@ class ControlCase : public testing::Test {
     EXPECT_EQ(library_.Call("DllUnregisterServer"), S_OK);
   }
 
+  static CLSID Id() {
+    CLSID id{};
+    EXPECT_EQ(::CLSIDFromProgID(L"OutlookVelkor.YearPlan", &id), S_OK);
+    return id;
+  }
+  template <typename Interface>
+  static ComPtr<Interface> Create() {
+    ComPtr<Interface> made;
+    EXPECT_EQ(::CoCreateInstance(Id(), nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&made)), S_OK);
+    return made;
+  }
+  /// One interface of an object as another one.
+  template <typename Interface, typename Object>
+  static ComPtr<Interface> As(const ComPtr<Object>& object) {
+    ComPtr<Interface> answered;
+    EXPECT_EQ(object.As(&answered), S_OK);
+    return answered;
+  }
+  /// The control's members by their names.
+  AutomationObject Planner(ComPtr<IDispatch> control) {
+    return {program_, class_, std::move(control)};
+  }
+
   const Apartment apartment_;
   ControlLibrary library_;
+  DialogOwner owner_;
+  AutomationProgram program_{"YearPlan", owner_};
+  AutomationClass class_{"YearPlan"};
 };
 
 /// A property bag of a container, in memory.

@@ -19,29 +19,18 @@
 namespace velkor {
 namespace {
 
-constexpr const char* ProgramId = "OutlookVelkor.YearPlan";
-
 class OutlookVelkor : public ControlCase {
  protected:
-  AutomationObject Planner(ComPtr<IDispatch> control) {
-    return {program_, class_, std::move(control)};
-  }
-  AutomationObject NewPlanner() { return Planner(program_.Create(ProgramId)); }
+  AutomationObject NewPlanner() { return Planner(Create<IDispatch>()); }
   template <typename Interface>
   static ComPtr<Interface> As(const AutomationObject& planner) {
-    ComPtr<Interface> answered;
-    EXPECT_EQ(planner.Get()->QueryInterface(IID_PPV_ARGS(&answered)), S_OK);
-    return answered;
+    return ControlCase::As<Interface>(ComPtr<IDispatch>(planner.Get()));
   }
 
   HRESULT Draw(HDC dc, const RECTL& bounds) {
     return As<IViewObject2>(NewPlanner())
         ->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, dc, &bounds, nullptr, nullptr, 0);
   }
-
-  DialogOwner owner_;
-  AutomationProgram program_{"YearPlan", owner_};
-  AutomationClass class_{"YearPlan"};
 };
 
 TEST_F(OutlookVelkor, RegistersForTheMachineAndForOneUserAndLeavesNothingBehind) {
