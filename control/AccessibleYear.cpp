@@ -33,7 +33,7 @@ AccessibleYear::AccessibleYear(const AccessibleSources& sources)
       legend_(sources.legend),
       categories_(sources.categories),
       names_(sources.names),
-      locale_(sources.locale),
+      dates_(sources.dates),
       clock_(sources.clock),
       placed_(elements_.Placed()) {
   for (std::uint32_t i = 0; i < placed_.size(); ++i) {

@@ -22,6 +22,7 @@ class CategoryCommands;
 class Clock;
 class GridView;
 class Legend;
+class ShownDates;
 
 /// What the tree tells of; all of it outlives the tree.
 struct AccessibleSources {
@@ -31,7 +32,7 @@ struct AccessibleSources {
   Legend& legend;
   const CategoryCommands& categories;
   const CalendarNames& names;
-  LocaleApi& locale;
+  const ShownDates& dates;
   Clock& clock;
 };
 
@@ -105,7 +106,7 @@ class AccessibleYear : public AccessibleTree {
   Legend& legend_;
   const CategoryCommands& categories_;
   const CalendarNames& names_;
-  LocaleApi& locale_;
+  const ShownDates& dates_;
   Clock& clock_;
   const std::vector<PlacedElement> placed_;
   /// Places in `placed_` of the control's children.

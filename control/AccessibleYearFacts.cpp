@@ -6,6 +6,7 @@
 #include "control/AccessibleYear.h"
 #include "control/GridView.h"
 #include "control/HoverText.h"
+#include "control/ShownDates.h"
 #include "platform/System.h"
 #include "span/Globals.h"
 #include "support/ToolbarIcons.h"
@@ -236,7 +237,7 @@ AccessibleFacts AccessibleYear::FactsOfBar(const Bar& bar) {
   AccessibleFacts facts;
   facts.role = AccessibleRole::Bar;
   facts.name = SubjectOf(event);
-  facts.description = DatesText(event, locale_, [this](Date day) { return DayText(day); });
+  facts.description = DatesText(event, dates_, [this](Date day) { return DayText(day); });
   Add(facts.description, event.Categories);
   if (Repeats(event)) Add(facts.description, "repeats");
   facts.action = "Open";
@@ -266,7 +267,7 @@ std::string AccessibleYear::DayText(Date day) const {
   const DateFields fields = day.Fields();
   const std::string& weekday = names_.days[static_cast<std::size_t>(day.Weekday() - 1)];
   const std::string& month = names_.months[static_cast<std::size_t>(fields.month)];
-  if (weekday.empty() || month.empty()) return locale_.ShortDate(day);
+  if (weekday.empty() || month.empty()) return dates_.ShortDate(day);
   return weekday + ' ' + std::to_string(fields.day) + ' ' + month + ' ' +
          std::to_string(fields.year);
 }

@@ -27,6 +27,7 @@ GridView::GridView(YearPlanElements& elements, const YearGrid& grid, const Platf
     : elements_(elements),
       grid_(grid),
       platform_(platform),
+      dates_(platform.locale),
       commands_(std::move(commands)),
       pointer_(grid),
       cursor_(grid) {
@@ -54,8 +55,9 @@ GridView::GridView(YearPlanElements& elements, const YearGrid& grid, const Platf
   elements_.VScroll1.onChange = [this] { VScroll1_Change(); };
 }
 
-void GridView::SetNames(CalendarNames names, Font font) {
+void GridView::SetNames(CalendarNames names, const ShownDates& dates, Font font) {
   names_ = std::move(names);
+  dates_ = dates;
   font_ = std::move(font);
 }
 
@@ -155,10 +157,10 @@ void GridView::ShowLabel() {
   if (label) {
     label_ += Prefixes[static_cast<std::size_t>(label->prefix)];
     label_ += "  ";
-    label_ += platform_.locale.ShortDate(label->from);
+    label_ += dates_.ShortDate(label->from);
     if (label->to) {
       label_ += " to ";
-      label_ += platform_.locale.ShortDate(*label->to);
+      label_ += dates_.ShortDate(*label->to);
     }
   }
   labelIsCursors_ = false;
@@ -256,7 +258,7 @@ std::string GridView::CursorKey() const {
 
 std::string GridView::pic1_ToolTip() const {
   const std::optional<std::size_t> event = pointer_.ShownEvent();
-  return event ? HoverText(grid_.Events()[*event], platform_.locale) : std::string();
+  return event ? HoverText(grid_.Events()[*event], dates_) : std::string();
 }
 
 /// A press on a month's name selects the month.
@@ -375,7 +377,7 @@ void GridView::ShowCursor() {
 void GridView::WordCursor() {
   if (!cursor_.IsShown()) return;
   std::string text(Prefixes[0]);
-  text += "  " + platform_.locale.ShortDate(cursor_.Day());
+  text += "  " + dates_.ShortDate(cursor_.Day());
   const std::vector<std::size_t> events = cursor_.Events();
   if (!events.empty()) {
     const std::size_t position = cursor_.PositionIn(events);

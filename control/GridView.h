@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "control/DayCursor.h"
+#include "control/ShownDates.h"
 #include "control/YearPlanElements.h"
 #include "platform/Accessible.h"
 #include "platform/Platform.h"
@@ -35,7 +36,8 @@ class GridView {
            GridCommands commands);
 
   /// What the grid is drawn with.
-  void SetNames(CalendarNames names, Font font);
+  void SetNames(CalendarNames names, const ShownDates& dates, Font font);
+  const ShownDates& Dates() const { return dates_; }
 
   /// The grid is drawn from now on; until then its surface stays empty.
   void Begin() { shown_ = true; }
@@ -104,6 +106,7 @@ class GridView {
   YearPlanElements& elements_;
   const YearGrid& grid_;
   Platform platform_;
+  ShownDates dates_;
   GridCommands commands_;
   CalendarNames names_;
   Font font_;

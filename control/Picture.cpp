@@ -18,7 +18,13 @@ constexpr double TextPoints = 9;
 
 class ControlPainter {
  public:
-  ControlPainter(Surface& surface, const Font& font) : surface_(surface), font_(font) {}
+  ControlPainter(Surface& surface, const YearPlanElements& elements)
+      : surface_(surface), look_(elements.look), font_(elements.font) {
+    if (look_.font) {
+      font_.bold = look_.font->bold;
+      font_.italic = look_.font->italic;
+    }
+  }
   ~ControlPainter() { GoInto(nullptr); }
   ControlPainter(const ControlPainter&) = delete;
   ControlPainter& operator=(const ControlPainter&) = delete;
@@ -53,10 +59,10 @@ class ControlPainter {
 
   void DrawVisible(const Element& element) {
     if (const auto* const label = dynamic_cast<const Label*>(&element)) {
-      DrawText(*label, label->style.value_or(TextStyle{TextPoints}), text_flags::Left);
+      DrawText(*label, label->style.value_or(Ordinary()), text_flags::Left);
     } else if (const auto* const button = dynamic_cast<const CommandButton*>(&element)) {
       surface_.Outline(button->Bounds(), FrameColour, 1);
-      DrawText(*button, {TextPoints}, text_flags::Centre);
+      DrawText(*button, Ordinary(), text_flags::Centre);
     } else if (const auto* const toolbar = dynamic_cast<const Toolbar*>(&element)) {
       DrawToolbar(*toolbar);
     } else if (const auto* const image = dynamic_cast<const Image*>(&element)) {
@@ -81,29 +87,33 @@ class ControlPainter {
     const PixelSize pixel = surface_.Pixel();
     const int side = ToPixel(place.Width(), pixel.width);
     if (side <= 0) return;
-    const Colour lines = button.enabled ? colours::Black : FadedLines(colours::Black, ControlBack);
+    const Colour lines = button.enabled ? look_.fore : FadedLines(look_.fore, look_.back);
     const std::vector<IconPixel> pixels = DrawToolbarIcon(button.image, side, lines);
     for (int i = 0; i < side * side; ++i) {
       const IconPixel& drawn = pixels[static_cast<std::size_t>(i)];
       if (drawn.cover == 0) continue;
       const Twips x = place.left + i % side * Twips{pixel.width};
       const Twips y = place.top + i / side * Twips{pixel.height};
-      surface_.Fill({x, y, x + pixel.width, y + pixel.height}, Over(ControlBack, drawn));
+      surface_.Fill({x, y, x + pixel.width, y + pixel.height}, Over(look_.back, drawn));
     }
   }
 
   void DrawText(const CaptionedElement& element, TextStyle style, TextFlags alignment) {
     if (element.Caption().empty()) return;
     Font font = font_;
-    font.size = style.points;
+    font.size = style.points * TextSize() / TextPoints;
     font.bold = style.bold;
-    surface_.Text(element.Bounds(), element.Caption(), font, colours::Black,
+    surface_.Text(element.Bounds(), element.Caption(), font, look_.fore,
                   alignment | text_flags::SingleLine | text_flags::VerticalCentre |
                       text_flags::WordEllipsis | text_flags::NoPrefix);
   }
 
+  double TextSize() const { return look_.font ? look_.font->size : TextPoints; }
+  TextStyle Ordinary() const { return {TextPoints, font_.bold}; }
+
   Surface& surface_;
-  const Font& font_;
+  const ControlLook& look_;
+  Font font_;
   /// The pictures whose views are open, outermost first.
   std::vector<const Element*> open_;
 };
@@ -111,8 +121,8 @@ class ControlPainter {
 }  // namespace
 
 void DrawControl(Surface& surface, YearPlanElements& elements, Extent size) {
-  surface.Fill({0, 0, size.width, size.height}, ControlBack);
-  ControlPainter painter(surface, elements.font);
+  surface.Fill({0, 0, size.width, size.height}, elements.look.back);
+  ControlPainter painter(surface, elements);
   for (const PlacedElement& placed : elements.Placed()) painter.Draw(placed);
 }
 

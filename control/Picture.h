@@ -1,16 +1,12 @@
 // control/Picture.h: the control drawn without its windows.
 #pragma once
 
-#include "values/Colour.h"
 #include "values/Twips.h"
 
 namespace velkor {
 
 class Surface;
 struct YearPlanElements;
-
-/// What the elements stand on.
-inline constexpr Colour ControlBack = Colour::FromRgb(250, 250, 248);
 
 /// Draws every visible element as it is laid out, with its top left corner at the surface's origin.
 /// Scroll bars and what is being typed are left out.

@@ -51,6 +51,14 @@ std::vector<std::string> YearPlan::GetStringList() {
   return parts_->CategoryNames();
 }
 
+void YearPlan::SetLook(const ControlLook& look) {
+  parts_->SetLook(look);
+}
+
+void YearPlan::SetLocale(LocaleId locale) {
+  parts_->SetLocale(locale);
+}
+
 void YearPlan::KeepBandsReadable(Surface& measuring) {
   parts_->KeepBandsReadable(measuring);
 }

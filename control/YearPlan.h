@@ -8,6 +8,7 @@
 
 #include "control/PropertyTable.h"
 #include "control/YearPlanElements.h"
+#include "platform/LocaleApi.h"
 #include "platform/Platform.h"
 #include "values/Twips.h"
 
@@ -56,6 +57,10 @@ class YearPlan {
   /// once for each.
   std::vector<std::string> GetStringList();
 
+  /// How it looks from now on.
+  void SetLook(const ControlLook& look);
+  /// Writes dates and the names of months and days as this locale does; 0: as the user's.
+  void SetLocale(LocaleId locale);
   /// Bands are no lower from now on than those in which `measuring`, a surface as the control is
   /// drawn on, has day numbers and subjects at their full size. Counts from the next drawing.
   void KeepBandsReadable(Surface& measuring);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "categories/LegendElements.h"
+#include "control/ControlLook.h"
 #include "platform/Elements.h"
 #include "values/Font.h"
 
@@ -39,6 +40,7 @@ struct YearPlanElements {
   /// Filled in the colour of the status, which its tool tip words.
   Image imgLogo{"imgLogo"};
 
+  ControlLook look;
   /// What the control is drawn with; with the user's code page.
   Font font;
 

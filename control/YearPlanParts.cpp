@@ -59,14 +59,9 @@ YearPlan::Parts::Parts(const Platform& platform, ControlHost& host)
                  [this](int by) { ChangeYear(by); },
                  [this](AccessibleChange change) { accessible_.GridChanged(change); }}),
       legend_(elements.legend, *this, categoryCommands_),
-      accessible_({elements, grid_, gridView_, legend_, categoryCommands_, names_, platform_.locale,
-                   platform_.clock}) {
-  const LocaleId locale = platform_.locale.ThreadLocale();
-  Locale::ApplyCodePageFont(font_, Locale::AnsiCodePageOf(platform_.locale, locale));
-  names_ = Locale::LoadCalendarNames(platform_.locale, locale);
-  gridView_.SetNames(names_, font_);
-  elements.font = font_;
-  legend_.SetFont(font_);
+      accessible_({elements, grid_, gridView_, legend_, categoryCommands_, names_,
+                   gridView_.Dates(), platform_.clock}) {
+  Dress();
   SetLive(false);
   Connect();
 }
@@ -74,6 +69,35 @@ YearPlan::Parts::Parts(const Platform& platform, ControlHost& host)
 YearPlan::Parts::~Parts() {
   refresh_.Release();
   access_.Release();
+}
+
+void YearPlan::Parts::Dress() {
+  const LocaleId locale = locale_ != 0 ? locale_ : platform_.locale.ThreadLocale();
+  font_ = {};
+  Locale::ApplyCodePageFont(font_, Locale::AnsiCodePageOf(platform_.locale, locale));
+  if (elements.look.font) font_.face = elements.look.font->face;
+  names_ = Locale::LoadCalendarNames(platform_.locale, locale);
+  gridView_.SetNames(
+      names_, locale_ != 0 ? ShownDates(platform_.locale, locale_) : platform_.locale, font_);
+  elements.font = font_;
+  legend_.SetFont(font_);
+  for (PictureBox* picture : {&elements.picHeadCol, &elements.picHeadRow, &elements.pic1}) {
+    picture->Refresh();
+  }
+}
+
+void YearPlan::Parts::SetLook(const ControlLook& look) {
+  if (elements.look == look) return;
+  elements.look = look;
+  Dress();
+  Redraw(false);
+}
+
+void YearPlan::Parts::SetLocale(LocaleId locale) {
+  if (locale == locale_) return;
+  locale_ = locale;
+  Dress();
+  Redraw(false);
 }
 
 void YearPlan::Parts::Connect() {

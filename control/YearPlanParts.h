@@ -41,6 +41,8 @@ class YearPlan::Parts : public CategoryView, public YearSource {
   /// Runs once, after the properties were read.
   void StartUp();
   void ChangeYear(int by);
+  void SetLook(const ControlLook& look);
+  void SetLocale(LocaleId locale);
   void KeepBandsReadable(Surface& measuring);
   void Resize(Extent size, PixelSize pixel);
   void LayOutAsPicture() { strip_ = StripKind::Caption; }
@@ -76,6 +78,8 @@ class YearPlan::Parts : public CategoryView, public YearSource {
  private:
   const PlannerProperties& Properties() const { return grid_.Properties(); }
   void Connect();
+  /// Fonts, names and dates by the look and the locale.
+  void Dress();
   /// Whether there is a calendar to work on.
   void SetLive(bool live);
   void tmrStart_Timer();
@@ -123,6 +127,8 @@ class YearPlan::Parts : public CategoryView, public YearSource {
   CategoryCommands categoryCommands_;
   GridView gridView_;
   Legend legend_;
+  /// That it is written in; 0 for the user's.
+  LocaleId locale_ = 0;
   CalendarNames names_;
   AccessibleYear accessible_;
   CachePaths paths_;

@@ -19,6 +19,10 @@ using CodePage = std::uint32_t;
 namespace locale_info {
 /// What stands before the decimals of a number.
 inline constexpr std::uint32_t DecimalSign = 0x0E;
+/// Format of the short date, as "dd.MM.yy".
+inline constexpr std::uint32_t ShortDate = 0x1F;
+/// Format of times; it has a "t" where half days are told apart.
+inline constexpr std::uint32_t TimeFormat = 0x1003;
 /// Order of the short date: "0" month first, "1" day first, "2" year first.
 inline constexpr std::uint32_t ShortDateOrder = 0x21;
 /// Number of the ANSI code page, as text.

@@ -16,6 +16,7 @@ struct Font {
   double size = 8;
   int charset = charsets::Default;
   bool bold = false;
+  bool italic = false;
 
   friend bool operator==(const Font&, const Font&) = default;
 };

@@ -19,6 +19,7 @@ QFont MakeFont(const Font& font, double pixelsPerPoint) {
   const double pixels = font.size * pixelsPerPoint;
   result.setPixelSize(pixels >= 1 ? static_cast<int>(std::fmin(std::round(pixels), 2000)) : 1);
   result.setBold(font.bold);
+  result.setItalic(font.italic);
   result.setKerning(false);
   result.setHintingPreference(QFont::PreferNoHinting);
   result.setStyleHint(QFont::SansSerif, QFont::PreferAntialias);

@@ -62,6 +62,7 @@ std::string Name(const Font& font) {
   if (!font.face.empty()) name += Quoted(font.face) + ' ';
   name += Number(font.size);
   if (font.bold) name += " bold";
+  if (font.italic) name += " italic";
   if (font.charset != charsets::Default) name += " charset " + std::to_string(font.charset);
   return name;
 }

@@ -101,7 +101,7 @@ TEST_F(PictureTest, HasEachPartInItsColours) {
   const Rect& legend = Elements().legend.picCatView.Bounds();
   const auto& categories = plan_.Grid().Categories();
   const std::pair<const char*, std::pair<Point, Colour>> places[] = {
-      {"the ground", {{10, 10}, ControlBack}},
+      {"the ground", {{10, 10}, ControlLook().back}},
       {"a bar in its first month",
        {InControl(At(2005, 1, 30), 2), categories.At(categories.Count()).colour}},
       {"the same band in the next month",
@@ -134,10 +134,10 @@ TEST_F(PictureTest, OfTheControlShowsWhatCanBePressed) {
   Show();
   const RecordingSurface live = Drawn();
   const Rect& toolbar = Elements().Toolbar1.Bounds();
-  EXPECT_TRUE(colourIn(before, toolbar, FadedLines(colours::Black, ControlBack)));
+  EXPECT_TRUE(colourIn(before, toolbar, FadedLines(colours::Black, ControlLook().back)));
   EXPECT_FALSE(colourIn(before, toolbar, colours::Black)) << "nothing can be pressed";
   EXPECT_TRUE(colourIn(live, toolbar, colours::Black));
-  EXPECT_FALSE(colourIn(live, toolbar, FadedLines(colours::Black, ControlBack)));
+  EXPECT_FALSE(colourIn(live, toolbar, FadedLines(colours::Black, ControlLook().back)));
   EXPECT_TRUE(colourIn(live, Elements().imgLogo.Bounds(), Elements().imgLogo.FillColour()));
   const auto texts = live.Calls("text");
   EXPECT_THAT(texts, testing::Contains(HasSubstr("\"" + Elements().Command1.Caption() + "\"")));

@@ -29,8 +29,7 @@ STDMETHODIMP YearPlanControl::TranslateAccelerator(LPMSG message) {
 }
 
 STDMETHODIMP YearPlanControl::EnableModeless(BOOL enable) {
-  if (place_.Window() != nullptr) ::EnableWindow(place_.Window(), enable);
-  return S_OK;
+  return AnswerCall([&] { place_.SetModeless(enable != FALSE); });
 }
 
 }  // namespace velkor

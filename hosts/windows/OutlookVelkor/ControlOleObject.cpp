@@ -9,6 +9,7 @@ namespace velkor {
 STDMETHODIMP YearPlanControl::SetClientSite(IOleClientSite* site) {
   const EntryScope entry(life_.Owner());
   place_.SetSite(site);
+  FollowAmbients(DISPID_UNKNOWN);
   // Where properties are loaded first nobody could say then that this is design mode.
   if (plan_.Elements().tmrStart.Enabled() && place_.IsDesignMode()) timers_.clear();
   return S_OK;
@@ -125,16 +126,8 @@ STDMETHODIMP YearPlanControl::GetControlInfo(CONTROLINFO* info) {
   return S_OK;
 }
 
-STDMETHODIMP YearPlanControl::OnAmbientPropertyChange(DISPID property) {
-  if ((property == DISPID_AMBIENT_USERMODE || property == DISPID_UNKNOWN) && place_.IsInPlace()) {
-    Start();
-  }
-  return S_OK;
-}
-
 STDMETHODIMP YearPlanControl::FreezeEvents(BOOL freeze) {
-  listeners_.Freeze(freeze != FALSE);
-  return S_OK;
+  return AnswerCall([&] { listeners_.Freeze(freeze != FALSE); });
 }
 
 }  // namespace velkor

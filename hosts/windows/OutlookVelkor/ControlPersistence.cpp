@@ -18,7 +18,11 @@ STDMETHODIMP YearPlanControl::InitNew() {
 
 HRESULT YearPlanControl::ReadFrom(PropertyBag& bag) {
   return AnswerCall([&] {
+    // First, since nothing is changed where one cannot be read.
+    const StockValues stock = ReadStockValues(bag);
     plan_.ReadProperties(bag);
+    stock_.Take(stock);
+    Dress();
     dirty_ = false;
     Start();
   });
@@ -28,6 +32,7 @@ HRESULT YearPlanControl::ReadFrom(PropertyBag& bag) {
 MemoryBag YearPlanControl::Stored() const {
   MemoryBag properties;
   plan_.WriteProperties(properties);
+  stock_.Write(properties);
   return properties;
 }
 
@@ -42,6 +47,7 @@ STDMETHODIMP YearPlanControl::Save(IPropertyBag* bag, BOOL clearDirty, BOOL keep
   return Answer([&] {
     ComPropertyBag properties(*bag, nullptr, keepAll != FALSE);
     plan_.WriteProperties(properties);
+    stock_.Write(properties);
     if (clearDirty) dirty_ = false;
   });
 }

@@ -3,8 +3,8 @@
 
 #include <utility>
 
+#include "hosts/windows/OutlookVelkor/ContainerAmbients.h"
 #include "hosts/windows/OutlookVelkor/Himetric.h"
-#include "platform/windows/com/Variant.h"
 
 namespace velkor {
 namespace {
@@ -24,11 +24,12 @@ bool IsEmpty(const RECT& place) {
 }  // namespace
 
 ControlPlace::ControlPlace(ControlLife& life, YearPlan& plan, IOleInPlaceActiveObject& control,
-                           std::function<bool()> isWaiting)
+                           std::function<bool()> isWaiting, std::function<void()> onSystemColours)
     : life_(life),
       plan_(plan),
       control_(control),
       isWaiting_(std::move(isWaiting)),
+      onSystemColours_(std::move(onSystemColours)),
       extent_(FirstExtent) {
   life_.Owner().onModal = [this](bool open) { FrameIsModal(open); };
 }
@@ -43,15 +44,24 @@ void ControlPlace::SetSite(IOleClientSite* site) {
 }
 
 bool ControlPlace::IsDesignMode() const {
-  ComPtr<IDispatch> ambient;
-  if (!site_ || FAILED(site_.As(&ambient))) return false;
-  Variant value;
-  DISPPARAMS none{};
-  const HRESULT result = life_.Tell(ambient, [&](IDispatch& told) {
-    return told.Invoke(DISPID_AMBIENT_USERMODE, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET,
-                       &none, value.Out(), nullptr, nullptr);
-  });
-  return SUCCEEDED(result) && value.Get().vt == VT_BOOL && value.Get().boolVal == VARIANT_FALSE;
+  const Variant used = AmbientOf(life_, site_, DISPID_AMBIENT_USERMODE);
+  return used.Get().vt == VT_BOOL && used.Get().boolVal == VARIANT_FALSE;
+}
+
+void ControlPlace::SetManner(ControlManner manner) {
+  manner_ = std::move(manner);
+  Behave();
+}
+
+void ControlPlace::SetModeless(bool modeless) {
+  modeless_ = modeless;
+  Behave();
+}
+
+void ControlPlace::Behave() {
+  if (!window_) return;
+  window_->SetUsable(manner_.usable && modeless_);
+  window_->SetFrame(uiActive_ && manner_.hatching, uiActive_ && manner_.grabHandles);
 }
 
 HRESULT ControlPlace::Open() {
@@ -99,12 +109,14 @@ HRESULT ControlPlace::MakeWindow(IOleClientSite& site) {
   window_ = std::make_unique<ControlWindow>(
       plan_, parent, position, life_.Owner(),
       ControlWindowCalls{.onFocus = [this](bool has) { FocusChanged(has); },
+                         .onSystemColours = onSystemColours_,
                          .isWaiting = isWaiting_});
   if (window_->Window() == nullptr) {
     Close();
     return E_FAIL;
   }
   SetRects(position, &clip);
+  Behave();
   return S_OK;
 }
 
@@ -132,7 +144,8 @@ void ControlPlace::UiActivate() {
   if (uiActive_ || !inPlaceSite_) return;
   uiActive_ = true;
   const auto show = [this](IOleInPlaceUIWindow& told) {
-    return uiActive_ ? told.SetActiveObject(&control_, L"YearPlan") : S_OK;
+    const std::wstring name = manner_.name.empty() ? L"YearPlan" : manner_.name;
+    return uiActive_ ? told.SetActiveObject(&control_, name.c_str()) : S_OK;
   };
   if (FAILED(life_.Tell(inPlaceSite_, [](IOleInPlaceSite& told) { return told.OnUIActivate(); }))) {
     uiActive_ = false;
@@ -144,10 +157,12 @@ void ControlPlace::UiActivate() {
   if (uiActive_) {
     life_.Tell(frame, [](IOleInPlaceFrame& told) { return told.SetBorderSpace(nullptr); });
   }
+  Behave();
 }
 
 void ControlPlace::UiDeactivate() {
   if (!std::exchange(uiActive_, false)) return;
+  Behave();
   const auto hide = [](IOleInPlaceUIWindow& told) {
     return told.SetActiveObject(nullptr, nullptr);
   };

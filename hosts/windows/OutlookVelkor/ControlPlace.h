@@ -4,12 +4,24 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "hosts/windows/OutlookVelkor/ControlLife.h"
 #include "hosts/windows/OutlookVelkor/ControlWindow.h"
 
 namespace velkor {
+
+/// How a control behaves in its place, as its container and its own properties have it.
+struct ControlManner {
+  /// What the container calls it; empty for no name.
+  std::wstring name;
+  /// It takes input.
+  bool usable = true;
+  /// While it is active it draws these around itself.
+  bool hatching = false;
+  bool grabHandles = false;
+};
 
 /// Embedded, with a site; in place, with a window; active, when the container's frame shows it so;
 /// with the keyboard. Each is more than the one before, and the container may take away any of them
@@ -20,7 +32,7 @@ class ControlPlace {
   /// @param control  what the container's frame is told is active
   /// @param isWaiting  whether the pointer shows that the user has to wait
   ControlPlace(ControlLife& life, YearPlan& plan, IOleInPlaceActiveObject& control,
-               std::function<bool()> isWaiting);
+               std::function<bool()> isWaiting, std::function<void()> onSystemColours);
   ~ControlPlace();
   ControlPlace(const ControlPlace&) = delete;
   ControlPlace& operator=(const ControlPlace&) = delete;
@@ -46,6 +58,16 @@ class ControlPlace {
   /// Active, and with the keyboard, where it is in place.
   void TakeKeyboard(KeyboardEntry entry);
   void UiDeactivate();
+  void SetManner(ControlManner manner);
+  /// The container shows a dialog of its own, or has done with it.
+  void SetModeless(bool modeless);
+  /// The control's look is another one.
+  void LookChanged() {
+    if (window_) window_->Dress();
+  }
+  void Repaint() {
+    if (window_) window_->Repaint();
+  }
   /// Moves the window to a place of which the container covers all but `clip`; null for nothing.
   void SetRects(const RECT& place, const RECT* clip);
   /// @return S_OK when the key was handled, else what the container answers
@@ -54,6 +76,7 @@ class ControlPlace {
  private:
   HRESULT MakeWindow(IOleClientSite& site);
   void UiActivate();
+  void Behave();
   void FocusChanged(bool has);
   void FrameIsModal(bool open);
   void Cover(const RECT& place, const RECT* clip);
@@ -63,6 +86,7 @@ class ControlPlace {
   YearPlan& plan_;
   IOleInPlaceActiveObject& control_;
   std::function<bool()> isWaiting_;
+  std::function<void()> onSystemColours_;
   ComPtr<IOleClientSite> site_;
   ComPtr<IOleInPlaceSite> inPlaceSite_;
   ComPtr<IOleInPlaceFrame> frame_;
@@ -70,6 +94,8 @@ class ControlPlace {
   /// Those that were told of the dialogs that are open, from the outermost on; of some it is null.
   std::vector<ComPtr<IOleInPlaceFrame>> modalFrames_;
   SIZEL extent_;
+  ControlManner manner_;
+  bool modeless_ = true;
   bool uiActive_ = false;
   bool hasFocus_ = false;
   std::unique_ptr<ControlWindow> window_;

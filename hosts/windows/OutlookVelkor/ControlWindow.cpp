@@ -6,8 +6,8 @@
 #include <map>
 #include <utility>
 
-#include "control/Picture.h"
 #include "control/YearPlan.h"
+#include "platform/windows/drawing/GdiSurface.h"
 #include "platform/windows/elements/MakePeer.h"
 #include "platform/windows/elements/PaintedWindow.h"
 #include "platform/windows/system/DialogOwner.h"
@@ -22,8 +22,37 @@ namespace {
 constexpr UINT_PTR WindowId = 2;
 constexpr UINT_PTR FocusId = 3;
 
-COLORREF BackColour() {
-  return RGB(ControlBack.Red(), ControlBack.Green(), ControlBack.Blue());
+COLORREF ToNative(Colour colour) {
+  return RGB(colour.Red(), colour.Green(), colour.Blue());
+}
+
+FontHandle FontOf(const ControlLook& look, Density density) {
+  return look.font ? MakeFont(*look.font, density.Pixel()) : MakeDialogFont(density);
+}
+
+/// Lines across a frame, and handles at its corners and sides. What its elements leave free along
+/// the control's edge is 3 pixels wide above them and 6 elsewhere.
+void DrawDesignFrame(HDC dc, const RECT& area, Density density, bool hatching, bool grabHandles) {
+  if (hatching) {
+    const int width = density.Length(3);
+    const RECT inner{area.left + width, area.top + width, area.right - width, area.bottom - width};
+    const BrushHandle lines(::CreateHatchBrush(HS_BDIAGONAL, ::GetSysColor(COLOR_WINDOWTEXT)));
+    const SavedDc saved(dc);
+    ::ExcludeClipRect(dc, inner.left, inner.top, inner.right, inner.bottom);
+    ::SetBkColor(dc, ::GetSysColor(COLOR_WINDOW));
+    ::FillRect(dc, &area, lines.get());
+  }
+  if (!grabHandles) return;
+  const int side = density.Length(6);
+  for (int x = 0; x < 3; ++x) {
+    for (int y = 0; y < 3; ++y) {
+      if (x == 1 && y == 1) continue;
+      const LONG left = (area.right - side) * x / 2;
+      const LONG top = (area.bottom - side) * y / 2;
+      const RECT handle{left, top, left + side, top + side};
+      ::FillRect(dc, &handle, ::GetSysColorBrush(COLOR_WINDOWTEXT));
+    }
+  }
 }
 
 bool IsDown(int virtualKey) {
@@ -146,20 +175,30 @@ LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wPar
       control.Paint();
       return 0;
     case WM_CTLCOLORSTATIC:
-      ::SetBkColor(reinterpret_cast<HDC>(wParam), BackColour());
-      ::SetDCBrushColor(reinterpret_cast<HDC>(wParam), BackColour());
-      return reinterpret_cast<LRESULT>(::GetStockObject(DC_BRUSH));
+      return control.GiveColours(reinterpret_cast<HDC>(wParam));
+    case WM_SYSCOLORCHANGE:
+      control.calls_.onSystemColours();
+      control.Dress();
+      break;
     default:
       break;
   }
   return ::DefSubclassProc(window, message, wParam, lParam);
 }
 
+LRESULT ControlWindow::GiveColours(HDC dc) const {
+  const ControlLook& look = plan_.Elements().look;
+  ::SetTextColor(dc, ToNative(look.fore));
+  ::SetBkColor(dc, ToNative(look.back));
+  ::SetDCBrushColor(dc, ToNative(look.back));
+  return reinterpret_cast<LRESULT>(::GetStockObject(DC_BRUSH));
+}
+
 /// The ground, and a frame around the legend while it has the keyboard.
 void ControlWindow::Paint() {
   PAINTSTRUCT paint{};
   const HDC dc = ::BeginPaint(window_, &paint);
-  ::SetDCBrushColor(dc, BackColour());
+  ::SetDCBrushColor(dc, ToNative(plan_.Elements().look.back));
   const auto ground = static_cast<HBRUSH>(::GetStockObject(DC_BRUSH));
   ::FillRect(dc, &paint.rcPaint, ground);
   if (legendRows_ != nullptr && ::GetFocus() == legendRows_) {
@@ -169,12 +208,15 @@ void ControlWindow::Paint() {
     ::InflateRect(&frame, 1, 1);
     ::FrameRect(dc, &frame, ::GetSysColorBrush(COLOR_HIGHLIGHT));
   }
+  RECT area{};
+  ::GetClientRect(window_, &area);
+  DrawDesignFrame(dc, area, density_, hatching_, grabHandles_);
   ::EndPaint(window_, &paint);
 }
 
 void ControlWindow::TakeFont() {
   density_ = DensityOf(window_);
-  FontHandle font = MakeDialogFont(density_);
+  FontHandle font = FontOf(plan_.Elements().look, density_);
   ::SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
   const FontHandle before = std::exchange(font_, std::move(font));
   for (const auto& peer : peers_) peer->TakeDensity(density_);
@@ -184,6 +226,33 @@ void ControlWindow::FollowDensity() {
   if (DensityOf(window_) == density_) return;
   TakeFont();
   Fit();
+}
+
+void ControlWindow::Dress() {
+  if (window_ == nullptr) return;
+  TakeFont();
+  // Pictures that the colours are in are made anew.
+  for (const auto& peer : peers_) ::SendMessageW(peer->Window(), WM_SYSCOLORCHANGE, 0, 0);
+  Repaint();
+}
+
+void ControlWindow::Repaint() {
+  if (window_ == nullptr) return;
+  ::RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void ControlWindow::SetUsable(bool usable) {
+  if (window_ == nullptr || usable == static_cast<bool>(::IsWindowEnabled(window_))) return;
+  // A window that takes no input does not give the keyboard away by itself.
+  if (!usable && HasFocus()) ::SetFocus(::GetParent(window_));
+  ::EnableWindow(window_, usable);
+}
+
+void ControlWindow::SetFrame(bool hatching, bool grabHandles) {
+  if (hatching == hatching_ && grabHandles == grabHandles_) return;
+  hatching_ = hatching;
+  grabHandles_ = grabHandles;
+  ::InvalidateRect(window_, nullptr, FALSE);
 }
 
 void ControlWindow::Fit() {

@@ -16,6 +16,8 @@ class YearPlan;
 struct ControlWindowCalls {
   /// The keyboard came to one of the control's windows, or went to a window of others.
   std::function<void(bool has)> onFocus;
+  /// The system has other colours.
+  std::function<void()> onSystemColours;
   /// Whether the pointer shows that the user has to wait.
   std::function<bool()> isWaiting;
 };
@@ -52,6 +54,13 @@ class ControlWindow {
   /// Takes the windows away; the peers stay for handlers that are running.
   void Destroy();
   void Move(const RECT& place);
+  /// Takes the control's look over to the windows.
+  void Dress();
+  void Repaint();
+  /// A window that is not usable takes no input.
+  void SetUsable(bool usable);
+  /// What says along its edge that the control is active while it is being designed.
+  void SetFrame(bool hatching, bool grabHandles);
   /// Takes the keyboard to the grid, unless it is in one of the control's windows; by the Tab key
   /// to the first or the last element that it reaches.
   void Focus(KeyboardEntry entry);
@@ -72,6 +81,7 @@ class ControlWindow {
   bool MoveByTab(HWND from);
   void TakeFont();
   void FollowDensity();
+  LRESULT GiveColours(HDC dc) const;
   void Fit();
   void Paint();
 
@@ -80,6 +90,8 @@ class ControlWindow {
   ControlWindowCalls calls_;
   Density density_;
   FontHandle font_;
+  bool hatching_ = false;
+  bool grabHandles_ = false;
   HWND window_ = nullptr;
   HWND grid_ = nullptr;
   HWND legendView_ = nullptr;

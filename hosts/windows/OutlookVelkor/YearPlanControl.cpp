@@ -17,7 +17,12 @@ YearPlanControl::YearPlanControl(ComPtr<ITypeInfo> typeInfo, IUnknown* outer)
       listeners_(life_, *this, *this),
       seams_(life_.Owner(), [this](const Error& error) { listeners_.ErrorOccurred(error); }),
       plan_(seams_.All(), *this),
-      place_(life_, plan_, *this, [this] { return seams_.IsWaiting(); }) {}
+      place_(
+          life_, plan_, *this, [this] { return seams_.IsWaiting(); }, [this] { Dress(); }),
+      stock_([this](std::string_view name) {
+        Dress();
+        PropertyChanged(name);
+      }) {}
 
 YearPlanControl::~YearPlanControl() = default;
 

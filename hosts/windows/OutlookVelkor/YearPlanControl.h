@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "control/YearPlan.h"
+#include "hosts/windows/OutlookVelkor/ContainerAmbients.h"
 #include "hosts/windows/OutlookVelkor/ControlListeners.h"
 #include "hosts/windows/OutlookVelkor/ControlPlace.h"
 #include "hosts/windows/OutlookVelkor/ControlSeams.h"
@@ -13,6 +14,7 @@
 #include "hosts/windows/OutlookVelkor/ObjectSafety.h"
 #include "hosts/windows/OutlookVelkor/PropertyBags.h"
 #include "hosts/windows/OutlookVelkor/PropertyMembers.h"
+#include "hosts/windows/OutlookVelkor/StockProperties.h"
 #include "platform/Host.h"
 // After windows.h.
 #include "OutlookVelkor.h"
@@ -48,6 +50,17 @@ class YearPlanControl
   STDMETHODIMP CatColour(BSTR name) override;
   STDMETHODIMP GetStringList(VARIANT* names) override;
   STDMETHODIMP AboutBox() override;
+  STDMETHODIMP get_BackColor(OLE_COLOR* value) override;
+  STDMETHODIMP put_BackColor(OLE_COLOR value) override;
+  STDMETHODIMP get_ForeColor(OLE_COLOR* value) override;
+  STDMETHODIMP put_ForeColor(OLE_COLOR value) override;
+  STDMETHODIMP get_Font(IFontDisp** value) override;
+  STDMETHODIMP put_Font(IFontDisp* value) override;
+  STDMETHODIMP putref_Font(IFontDisp* value) override;
+  STDMETHODIMP get_Enabled(VARIANT_BOOL* value) override;
+  STDMETHODIMP put_Enabled(VARIANT_BOOL value) override;
+  STDMETHODIMP get_hWnd(OLE_HANDLE* value) override;
+  STDMETHODIMP Refresh() override;
 
   // IProvideClassInfo2, IConnectionPointContainer, ISupportErrorInfo, IObjectSafety
   STDMETHODIMP GetClassInfo(ITypeInfo** info) override;
@@ -165,6 +178,8 @@ class YearPlanControl
   void StatusChange(std::string_view Msg) override;
 
   void Start();
+  void FollowAmbients(DISPID property);
+  void Dress();
   HRESULT Activate();
   HRESULT ActivateByUser(const MSG* message);
   HRESULT ReadFrom(PropertyBag& bag);
@@ -181,6 +196,8 @@ class YearPlanControl
   /// Of the control that runs.
   std::vector<std::unique_ptr<ElementPeer>> timers_;
   ControlPlace place_;
+  Ambients ambients_;
+  StockProperties stock_;
 };
 
 }  // namespace velkor

@@ -73,7 +73,7 @@ PlannerWidget::PlannerWidget(YearPlan& plan, QWidget* parent) : QWidget(parent),
   setMinimumSize(LeastSize);
   setAccessibleName(tr("Year planner"));
   QPalette colours = palette();
-  colours.setColor(QPalette::Window, ToQt(ControlBack));
+  colours.setColor(QPalette::Window, ToQt(ControlLook().back));
   colours.setColor(QPalette::WindowText, Qt::black);
   setPalette(colours);
   setAutoFillBackground(true);

@@ -16,6 +16,7 @@ struct DeleteDeviceContext {
 };
 
 using FontHandle = std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteGdiObject>;
+using BrushHandle = std::unique_ptr<std::remove_pointer_t<HBRUSH>, DeleteGdiObject>;
 using PenHandle = std::unique_ptr<std::remove_pointer_t<HPEN>, DeleteGdiObject>;
 using BitmapHandle = std::unique_ptr<std::remove_pointer_t<HBITMAP>, DeleteGdiObject>;
 using MemoryDc = std::unique_ptr<std::remove_pointer_t<HDC>, DeleteDeviceContext>;

@@ -19,19 +19,6 @@ RECT ToWindows(const PixelRect& rect) {
   return {rect.left, rect.top, rect.right, rect.bottom};
 }
 
-FontHandle MakeFont(const Font& font, PixelSize pixel) {
-  const double pixels = font.size * TwipsPerPoint / static_cast<double>(pixel.height);
-  LOGFONTW wanted{};
-  wanted.lfHeight = pixels >= 1 ? -static_cast<LONG>(std::fmin(std::round(pixels), 2000)) : -1;
-  wanted.lfWeight = font.bold ? FW_BOLD : FW_NORMAL;
-  wanted.lfCharSet = static_cast<BYTE>(font.charset);
-  wanted.lfOutPrecision = OUT_TT_PRECIS;
-  // Without a face: one without serifs that has the character set.
-  wanted.lfPitchAndFamily = VARIABLE_PITCH | FF_SWISS;
-  ToWide(font.face).copy(wanted.lfFaceName, LF_FACESIZE - 1);
-  return FontHandle(::CreateFontIndirectW(&wanted));
-}
-
 /// The code page in which ANSI functions take texts for the font of a device context: that of its
 /// character set ("TranslateCharsetInfo"). 0 where there is none.
 UINT PageOfFont(HDC dc) {
@@ -42,6 +29,20 @@ UINT PageOfFont(HDC dc) {
 }
 
 }  // namespace
+
+FontHandle MakeFont(const Font& font, PixelSize pixel) {
+  const double pixels = font.size * TwipsPerPoint / static_cast<double>(pixel.height);
+  LOGFONTW wanted{};
+  wanted.lfHeight = pixels >= 1 ? -static_cast<LONG>(std::fmin(std::round(pixels), 2000)) : -1;
+  wanted.lfWeight = font.bold ? FW_BOLD : FW_NORMAL;
+  wanted.lfItalic = font.italic;
+  wanted.lfCharSet = static_cast<BYTE>(font.charset);
+  wanted.lfOutPrecision = OUT_TT_PRECIS;
+  // Without a face: one without serifs that has the character set.
+  wanted.lfPitchAndFamily = VARIABLE_PITCH | FF_SWISS;
+  ToWide(font.face).copy(wanted.lfFaceName, LF_FACESIZE - 1);
+  return FontHandle(::CreateFontIndirectW(&wanted));
+}
 
 GdiSurface::GdiSurface(HDC dc, PixelSize pixel) : dc_(dc), views_(pixel), saved_(dc) {
   ::SetMapMode(dc_, MM_TEXT);

@@ -11,6 +11,9 @@
 
 namespace velkor {
 
+/// A font of the system for one of the product's, as high as it is on pixels of that size.
+FontHandle MakeFont(const Font& font, PixelSize pixel);
+
 /// Draws on a device context that its owner keeps and leaves alone for as long as the surface
 /// lives; afterwards it is as it was before. `pixel` is the size of one unit of the device context.
 class GdiSurface : public Surface {

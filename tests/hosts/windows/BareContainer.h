@@ -20,9 +20,12 @@ class BareContainer : public ComObject<IOleClientSite, IOleInPlaceSite, IOleInPl
   std::vector<std::string> told;
   /// What the container does when it is told so, the next time only.
   std::map<std::string, std::function<void()>> reactions;
+  std::wstring activeName;
   ComPtr<IOleObject> control;
   RECT place{10, 10, 610, 310};
   RECT clip{};
+  /// Ambient properties beside that, by their identifiers.
+  std::map<DISPID, std::function<Variant()>> ambients;
   /// Answers whether a control is used (DISPID_AMBIENT_USERMODE), not only placed; null: the
   /// container has no properties at all.
   using UserMode = std::function<HRESULT(Variant& used)>;
@@ -97,8 +100,9 @@ class BareContainer : public ComObject<IOleClientSite, IOleInPlaceSite, IOleInPl
   STDMETHODIMP GetBorder(LPRECT) override { return INPLACE_E_NOTOOLSPACE; }
   STDMETHODIMP RequestBorderSpace(LPCBORDERWIDTHS) override { return INPLACE_E_NOTOOLSPACE; }
   STDMETHODIMP SetBorderSpace(LPCBORDERWIDTHS) override { return S_OK; }
-  STDMETHODIMP SetActiveObject(IOleInPlaceActiveObject* object, LPCOLESTR) override {
+  STDMETHODIMP SetActiveObject(IOleInPlaceActiveObject* object, LPCOLESTR name) override {
     active_ = object;
+    if (object != nullptr) activeName = name;
     return Hear(object != nullptr ? "SetActiveObject" : "SetActiveObject(null)");
   }
   STDMETHODIMP InsertMenus(HMENU, LPOLEMENUGROUPWIDTHS) override { return E_NOTIMPL; }
@@ -123,6 +127,11 @@ class BareContainer : public ComObject<IOleClientSite, IOleInPlaceSite, IOleInPl
   STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
   STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
                       UINT*) override {
+    if (const auto found = ambients.find(member); found != ambients.end()) {
+      told.push_back("ambient " + std::to_string(member));
+      found->second().MoveTo(result);
+      return S_OK;
+    }
     if (member != DISPID_AMBIENT_USERMODE) return DISP_E_MEMBERNOTFOUND;
     Variant used;
     const HRESULT answer = userMode_(used);
