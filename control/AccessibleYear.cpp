@@ -74,7 +74,7 @@ int AccessibleYear::DaysOf(int row) const {
   return grid_.Columns().RowLastColumn[row] - grid_.Columns().RowDayOffset[row];
 }
 
-bool AccessibleYear::IsThere(const AccessibleId& node) const {
+bool AccessibleYear::IsThere(const AccessibleId& node) {
   const std::size_t index = node.index;
   if (node.revision != IdOf(static_cast<Kind>(node.kind), 0).revision) return false;
   switch (node.kind) {
@@ -294,7 +294,9 @@ bool AccessibleYear::Select(const AccessibleId& node) {
 
 void AccessibleYear::Tell(AccessibleChange change, const Element& element) {
   if (!onChange) return;
-  const auto node = change == AccessibleChange::Current ? CurrentOf(element) : NodeOf(element);
+  const bool isOfOne = change == AccessibleChange::Current ||
+                       (change == AccessibleChange::Selection && &element != &elements_.pic1);
+  const auto node = isOfOne ? CurrentOf(element) : NodeOf(element);
   if (node) onChange(change, *node);
 }
 

@@ -43,6 +43,7 @@ class AccessibleYear : public AccessibleTree {
  public:
   explicit AccessibleYear(const AccessibleSources& sources);
 
+  bool IsThere(const AccessibleId& node) override;
   std::optional<AccessibleFacts> FactsOf(const AccessibleId& node) override;
   std::optional<AccessibleId> ParentOf(const AccessibleId& node) override;
   int ChildCount(const AccessibleId& node) override;
@@ -69,7 +70,6 @@ class AccessibleYear : public AccessibleTree {
   AccessibleId IdOf(Kind kind, std::size_t index) const;
   AccessibleId IdOfElement(const Element& element) const;
   AccessibleId IdOfDay(GridCell cell) const;
-  bool IsThere(const AccessibleId& node) const;
   void Tell(AccessibleChange change, const Element& element);
 
   const PlacedElement& PlacedOf(const AccessibleId& node) const { return placed_[node.index]; }
@@ -78,6 +78,7 @@ class AccessibleYear : public AccessibleTree {
   int DaysOf(int row) const;
   std::optional<std::size_t> BarAt(std::size_t event, int row) const;
 
+  AccessibleFacts FactsOfControl() const;
   AccessibleFacts FactsOfElement(const PlacedElement& placed);
   AccessibleFacts FactsOfButton(std::size_t index) const;
   AccessibleFacts FactsOfMonth(int row) const;

@@ -97,38 +97,33 @@ void AccessibleYear::Place(AccessibleFacts& facts, const PixelRect& bounds,
 
 std::optional<AccessibleFacts> AccessibleYear::FactsOf(const AccessibleId& node) {
   if (!IsThere(node)) return std::nullopt;
-  AccessibleFacts facts;
   switch (node.kind) {
     case ElementKind:
-      facts = FactsOfElement(PlacedOf(node));
-      break;
+      return FactsOfElement(PlacedOf(node));
     case Button:
-      facts = FactsOfButton(node.index);
-      break;
+      return FactsOfButton(node.index);
     case Month:
-      facts = FactsOfMonth(static_cast<int>(node.index));
-      break;
+      return FactsOfMonth(static_cast<int>(node.index));
     case Day:
-      facts = FactsOfDay(CellOf(node));
-      break;
+      return FactsOfDay(CellOf(node));
     case BarKind:
-      facts = FactsOfBar(BarOf(node));
-      break;
+      return FactsOfBar(BarOf(node));
     case CategoryKind:
-      facts = FactsOfCategory(static_cast<int>(node.index));
-      break;
+      return FactsOfCategory(static_cast<int>(node.index));
     default:
-      facts.name = "Year planner";
-      facts.description = elements_.pic1.Description();
-      for (const std::uint32_t child : children_) {
-        const PixelRect place = PlaceOf(placed_[child]);
-        facts.bounds.right = std::max(facts.bounds.right, place.right);
-        facts.bounds.bottom = std::max(facts.bounds.bottom, place.bottom);
-      }
-      return facts;
+      return FactsOfControl();
   }
-  const Element* const element = ElementOf(node);
-  facts.current = CurrentOf(*element) == node;
+}
+
+AccessibleFacts AccessibleYear::FactsOfControl() const {
+  AccessibleFacts facts;
+  facts.name = "Year planner";
+  facts.description = elements_.pic1.Description();
+  for (const std::uint32_t child : children_) {
+    const PixelRect place = PlaceOf(placed_[child]);
+    facts.bounds.right = std::max(facts.bounds.right, place.right);
+    facts.bounds.bottom = std::max(facts.bounds.bottom, place.bottom);
+  }
   return facts;
 }
 

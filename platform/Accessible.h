@@ -60,8 +60,6 @@ struct AccessibleFacts {
   /// Some of it is not scrolled away.
   bool inSight = true;
   bool focusable = false;
-  /// The keyboard is on it, whenever its element has the keyboard.
-  bool current = false;
   bool selectable = false;
   bool selected = false;
   bool pressed = false;
@@ -70,7 +68,7 @@ struct AccessibleFacts {
 enum class AccessibleChange {
   /// The keyboard is on another node of the element; told with that node.
   Current,
-  /// Other nodes of it are selected.
+  /// Others are selected; told with the one node that is, else with the element's.
   Selection,
   /// It has other children.
   Children,
@@ -82,6 +80,7 @@ class AccessibleTree {
  public:
   virtual ~AccessibleTree() = default;
 
+  virtual bool IsThere(const AccessibleId& node) = 0;
   virtual std::optional<AccessibleFacts> FactsOf(const AccessibleId& node) = 0;
   /// None for the control too.
   virtual std::optional<AccessibleId> ParentOf(const AccessibleId& node) = 0;

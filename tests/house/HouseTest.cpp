@@ -73,6 +73,7 @@ const std::map<std::string, std::set<std::string>>& Below() {
       {"platform/desktop", {"platform/posix"}},
       {"platform/windows/system", {"support"}},
       {"platform/windows/com", {"platform/windows/system"}},
+      {"platform/windows/accessible", {"platform/windows/com"}},
       {"platform/windows/outlook", {"platform/windows/com"}},
       {"platform/windows/drawing", {"platform/windows/system"}},
       {"platform/windows/elements", {"platform/windows/drawing"}},

@@ -85,7 +85,7 @@ KeyboardEntry EntryByTab() {
 
 ControlWindow::ControlWindow(YearPlan& plan, HWND parent, const RECT& place, DialogOwner& owner,
                              ControlWindowCalls calls)
-    : plan_(plan), owner_(owner), calls_(std::move(calls)) {
+    : plan_(plan), owner_(owner), calls_(std::move(calls)), accessible_(plan.Accessible(), owner) {
   const AwarenessScope awareness(parent);
   window_ = ::CreateWindowExW(WS_EX_CONTROLPARENT, PaintedWindowClass(), L"YearPlan",
                               WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, place.left, place.top,
@@ -94,6 +94,7 @@ ControlWindow::ControlWindow(YearPlan& plan, HWND parent, const RECT& place, Dia
   if (window_ == nullptr) return;
   TakeFont();
   ::SetWindowSubclass(window_, Procedure, WindowId, reinterpret_cast<DWORD_PTR>(this));
+  accessible_.Begin(window_);
   Fit();
   MakePeers();
   ::ShowWindow(window_, SW_SHOWNA);
@@ -114,6 +115,7 @@ void ControlWindow::MakePeers() {
     windows[placed.element] =
         Keep(MakePeerOf<Toolbar, Label, CommandButton, Image, PictureBox, ScrollBar, TextBox>(
             *placed.element, windows.at(placed.holder), Placement::Bounds));
+    accessible_.Add(*placed.element, windows[placed.element]);
   }
   grid_ = windows[&elements.pic1];
   legendView_ = windows[&elements.legend.picCatView];
@@ -139,6 +141,8 @@ LRESULT CALLBACK ControlWindow::WatchFocus(HWND window, UINT message, WPARAM wPa
     const bool stays = other == control.window_ || ::IsChild(control.window_, other);
     if (message == WM_SETFOCUS || !stays) control.calls_.onFocus(message == WM_SETFOCUS);
   }
+  const auto answer = control.accessible_.Handle(window, message, wParam, lParam);
+  if (answer) return *answer;
   return ::DefSubclassProc(window, message, wParam, lParam);
 }
 
@@ -147,8 +151,12 @@ LRESULT CALLBACK ControlWindow::Procedure(HWND window, UINT message, WPARAM wPar
   auto& control = *reinterpret_cast<ControlWindow*>(self);
   const EntryScope entry(control.owner_);
   if (const auto answer = ReflectMessage(message, wParam, lParam)) return *answer;
+  if (const auto answer = control.accessible_.Handle(window, message, wParam, lParam)) {
+    return *answer;
+  }
   switch (message) {
     case WM_NCDESTROY:
+      control.accessible_.End();
       ::RemoveWindowSubclass(window, Procedure, WindowId);
       control.window_ = nullptr;
       break;

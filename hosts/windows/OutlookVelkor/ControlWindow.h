@@ -5,6 +5,7 @@
 #include <memory>
 #include <vector>
 
+#include "platform/windows/accessible/AccessibleWindows.h"
 #include "platform/windows/elements/WindowsPeer.h"
 
 namespace velkor {
@@ -88,6 +89,7 @@ class ControlWindow {
   YearPlan& plan_;
   DialogOwner& owner_;
   ControlWindowCalls calls_;
+  AccessibleWindows accessible_;
   Density density_;
   FontHandle font_;
   bool hatching_ = false;

@@ -185,7 +185,9 @@ void WindowsPeer::GiveToolTip(LPARAM notice) {
 }
 
 void WindowsPeer::SetText(const std::wstring& text) {
-  if (window_ != nullptr && TextOfWindow(window_) != text) ::SetWindowTextW(window_, text.c_str());
+  if (window_ == nullptr || TextOfWindow(window_) == text) return;
+  ::SetWindowTextW(window_, text.c_str());
+  ::NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, window_, OBJID_CLIENT, CHILDID_SELF);
 }
 
 RECT WindowsPeer::Area() const {

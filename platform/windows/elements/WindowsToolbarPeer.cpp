@@ -186,6 +186,7 @@ class ToolbarPeer : public WindowsPeer {
     while (place >= 0 && place < static_cast<int>(buttons.size())) {
       if (buttons[static_cast<std::size_t>(place)].enabled) {
         Send(TB_SETHOTITEM, static_cast<WPARAM>(place));
+        ::NotifyWinEvent(EVENT_OBJECT_FOCUS, Window(), OBJID_CLIENT, place + 1);
         return;
       }
       place += step;
