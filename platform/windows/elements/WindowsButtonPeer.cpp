@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/windows/elements/FittedFont.h"
 #include "platform/windows/elements/MakePeer.h"
 
 namespace velkor {
@@ -24,7 +25,11 @@ class CommandButtonPeer : public WindowsPeer {
   }
 
  protected:
-  void Mirror() override { SetText(ToWide(button_.Caption())); }
+  void FitToDensity() override { font_.Forget(); }
+  void Mirror() override {
+    SetText(ToWide(button_.Caption()));
+    if (!takesFocus_) FitFont();
+  }
   std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam) override {
     switch (message) {
       case WM_COMMAND + Reflected:
@@ -42,6 +47,15 @@ class CommandButtonPeer : public WindowsPeer {
   }
 
  private:
+  /// What has its place in a control shows its caption whole there.
+  void FitFont() {
+    LOGFONTW font{};
+    if (::GetObjectW(ParentFont(), sizeof font, &font) == 0) return;
+    const RECT area = Area();
+    const int edge = Units().Length(4);
+    font_.Give(Window(), font, ToWide(button_.Caption()),
+               {area.right - 2 * edge, area.bottom - edge});
+  }
   /// In a control a press leaves the keyboard where it was.
   LRESULT Release(WPARAM wParam, LPARAM lParam) {
     const LRESULT answer = Default(WM_LBUTTONUP, wParam, lParam);
@@ -52,6 +66,7 @@ class CommandButtonPeer : public WindowsPeer {
 
   CommandButton& button_;
   bool takesFocus_;
+  FittedFont font_;
   HWND focusBefore_ = nullptr;
 };
 

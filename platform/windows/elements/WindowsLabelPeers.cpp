@@ -3,8 +3,8 @@
 #include <climits>
 #include <cmath>
 #include <cstdlib>
-#include <utility>
 
+#include "platform/windows/elements/FittedFont.h"
 #include "platform/windows/elements/MakePeer.h"
 #include "platform/windows/elements/PaintedWindow.h"
 #include "platform/windows/elements/PressablePeer.h"
@@ -33,7 +33,6 @@ class LabelPeer : public PressablePeer {
       : PressablePeer(label, parent, placement, L"STATIC", SS_OWNERDRAW | SS_NOTIFY),
         label_(label),
         wraps_(placement == Placement::Layout) {
-    FitToDensity();
     Changed();
   }
 
@@ -43,14 +42,11 @@ class LabelPeer : public PressablePeer {
   }
 
  protected:
-  void FitToDensity() override {
-    ordinary_ = reinterpret_cast<HFONT>(::SendMessageW(Window(), WM_GETFONT, 0, 0));
-    fittedHeight_ = -1;
-  }
+  void FitToDensity() override { font_.Forget(); }
   void Mirror() override {
     PressablePeer::Mirror();
     SetText(ToWide(label_.Caption()));
-    if (!wraps_ || label_.style) FitFont(wraps_ ? LONG_MAX : Area().bottom);
+    if (!wraps_) FitFont();
   }
   std::optional<LRESULT> Handle(UINT message, WPARAM wParam, LPARAM lParam) override {
     if (message == WM_DRAWITEM + Reflected) {
@@ -83,26 +79,18 @@ class LabelPeer : public PressablePeer {
 
  private:
   /// The parent's font in the label's style, as much larger than that as the style is than ordinary
-  /// texts, yet no higher than the label.
-  void FitFont(LONG height) {
-    if (std::exchange(fittedHeight_, height) == height || height <= 0) return;
+  /// texts. A text with a style is seen whole.
+  void FitFont() {
     LOGFONTW font{};
-    if (::GetObjectW(ordinary_, sizeof font, &font) == 0) return;
+    if (::GetObjectW(ParentFont(), sizeof font, &font) == 0) return;
     if (label_.style) {
       font.lfHeight =
           static_cast<LONG>(std::lround(font.lfHeight * label_.style->points / OrdinaryPoints));
       font.lfWeight = label_.style->bold ? FW_BOLD : FW_NORMAL;
     }
-    Use(font);
-    const LONG line = MetricsOfFont(Window()).tmHeight;
-    if (line <= height) return;
-    font.lfHeight = ::MulDiv(font.lfHeight, static_cast<int>(height), static_cast<int>(line));
-    Use(font);
-  }
-  void Use(const LOGFONTW& font) {
-    FontHandle made(::CreateFontIndirectW(&font));
-    ::SendMessageW(Window(), WM_SETFONT, reinterpret_cast<WPARAM>(made.get()), FALSE);
-    font_ = std::move(made);
+    const RECT area = Area();
+    font_.Give(Window(), font, ToWide(label_.Caption()),
+               {label_.style ? area.right : LONG_MAX, area.bottom});
   }
   bool IsTooLong() const {
     if (wraps_) return false;
@@ -113,10 +101,7 @@ class LabelPeer : public PressablePeer {
 
   Label& label_;
   bool wraps_;
-  HFONT ordinary_ = nullptr;
-  /// Height that the font was made for, in pixels; below 0 for none.
-  LONG fittedHeight_ = -1;
-  FontHandle font_;
+  FittedFont font_;
 };
 
 /// A filled mark within a frame.

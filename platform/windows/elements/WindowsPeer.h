@@ -62,6 +62,7 @@ class WindowsPeer : public ElementPeer {
 
   /// Of the window; its lengths become pixels by it.
   const Density& Units() const { return density_; }
+  HFONT ParentFont() const;
   /// The window has its parent's font, at a density that may be new: makes what depends on them.
   virtual void FitToDensity() {}
   /// Reads what only this kind of element has.
@@ -93,7 +94,6 @@ class WindowsPeer : public ElementPeer {
   friend std::optional<LRESULT> ReflectMessage(UINT message, WPARAM wParam, LPARAM lParam);
   static LRESULT CALLBACK Subclass(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                    UINT_PTR id, DWORD_PTR peer);
-  HFONT ParentFont() const;
   void MirrorShared();
   void MirrorToolTip();
   void EndToolTip();

@@ -115,8 +115,7 @@ class TextBoxPeer : public WindowsPeer {
   /// As large as the texts that are painted around it.
   void TakeSmallFont() {
     LOGFONTW wanted{};
-    const auto font = reinterpret_cast<HFONT>(::SendMessageW(Window(), WM_GETFONT, 0, 0));
-    if (::GetObjectW(font, sizeof(wanted), &wanted) == 0) return;
+    if (::GetObjectW(ParentFont(), sizeof(wanted), &wanted) == 0) return;
     wanted.lfHeight = -Units().ToPixels(Font().size * TwipsPerPoint);
     FontHandle made(::CreateFontIndirectW(&wanted));
     ::SendMessageW(Window(), WM_SETFONT, reinterpret_cast<WPARAM>(made.get()), FALSE);

@@ -26,6 +26,7 @@ class ToolbarPeer : public WindowsPeer {
     Send(TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON));
     Send(TB_SETUNICODEFORMAT, TRUE);
     Send(TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_DOUBLEBUFFER);
+    FitToDensity();
     Changed();
   }
   ~ToolbarPeer() override {
@@ -35,7 +36,11 @@ class ToolbarPeer : public WindowsPeer {
   }
 
  protected:
-  void FitToDensity() override { side_ = 0; }
+  void FitToDensity() override {
+    side_ = 0;
+    const auto toolTip = reinterpret_cast<HWND>(Send(TB_GETTOOLTIPS));
+    ::SendMessageW(toolTip, WM_SETFONT, reinterpret_cast<WPARAM>(ParentFont()), FALSE);
+  }
   void Mirror() override {
     SetSpokenText();
     FitButtons();

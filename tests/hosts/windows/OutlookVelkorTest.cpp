@@ -7,12 +7,15 @@
 
 #include "hosts/windows/OutlookVelkor/ObjectSafety.h"
 #include "platform/windows/drawing/DibSection.h"
+#include "platform/windows/elements/WindowText.h"
 #include "platform/windows/system/MessageWindow.h"
+#include "platform/windows/system/WindowDensity.h"
 #include "platform/windows/system/WindowsRegistry.h"
 #include "tests/hosts/windows/ControlCase.h"
 #include "tests/platform/windows/DriveDialog.h"
 #include "tests/platform/windows/HeldHandles.h"
 // After windows.h.
+#include <commctrl.h>
 #include <psapi.h>
 #include <shlwapi.h>
 
@@ -293,6 +296,46 @@ TEST(OutlookVelkorLoads, TwentyLoadsAndUnloadsLeaveNothingBehind) {
   constexpr SIZE_T HeapSlack = 256 * 1024;
   EXPECT_LE(PrivateMemory(), memory + HeapSlack);
   EXPECT_EQ(ControlLibrary().Call("DllUnregisterServer"), S_OK);
+}
+
+class ControlDensity : public OutlookVelkor {};
+
+TEST_F(ControlDensity, FollowsItsContainerWholeAndKeepsNothingOfIt) {
+  const AtlContainer container;
+  const HWND control = container.Child();
+  const HWND toolbar = ::FindWindowExW(control, nullptr, TOOLBARCLASSNAMEW, nullptr);
+  const HWND year = ::FindWindowExW(control, nullptr, L"STATIC", nullptr);
+  const auto stand = [&](UINT dots) {
+    KeepDotsPerInch(container.Window(), dots);
+    ::SendMessageW(control, WM_DPICHANGED_AFTERPARENT, 0, 0);
+  };
+  for (const UINT dots : {144u, 192u, 96u}) {
+    stand(dots);
+    const auto times = [&](int pixels) { return static_cast<int>(pixels * dots / 96); };
+    RECT area{};
+    ::GetClientRect(toolbar, &area);
+    EXPECT_NEAR(area.bottom, times(34), 1);
+    int side = 0;
+    int height = 0;
+    const LRESULT images = ::SendMessageW(toolbar, TB_GETIMAGELIST, 0, 0);
+    ::ImageList_GetIconSize(reinterpret_cast<HIMAGELIST>(images), &side, &height);
+    EXPECT_EQ(side, times(20));
+    ::GetClientRect(year, &area);
+    EXPECT_NEAR(area.bottom, times(34), 1);
+    EXPECT_NEAR(MetricsOfFont(year).tmHeight, times(20), times(3));
+    const RECT place{0, 0, 960, 480};
+    EXPECT_EQ(container.Control<IOleInPlaceObject>()->SetObjectRects(&place, &place), S_OK);
+    SIZEL extent{};
+    container.Control<IOleObject>()->GetExtent(DVASPECT_CONTENT, &extent);
+    EXPECT_NEAR(extent.cx, 2540.0 * 960 / dots, 2);
+  }
+  const HeldHandles before;
+  for (int i = 0; i < 5; ++i) {
+    stand(192);
+    stand(96);
+  }
+  ExpectNoMoreThan(before);
+  KeepDotsPerInch(container.Window(), 0);
 }
 
 }  // namespace

@@ -11,9 +11,11 @@
 #include "platform/headless/MemorySettings.h"
 #include "platform/headless/ScriptedMessageBoxes.h"
 #include "platform/headless/ScriptedShell.h"
+#include "platform/windows/dialogs/WindowsInputBox.h"
 #include "print/PrintOptions.h"
 #include "print/frmPrintOptions.h"
 #include "span/CategoryFilter.h"
+#include "tests/platform/windows/DensitySteps.h"
 #include "tests/platform/windows/HeldHandles.h"
 #include "tests/platform/windows/OwnerWindow.h"
 #include "tests/platform/windows/UserSteps.h"
@@ -25,10 +27,18 @@ using testing::ElementsAre;
 
 class WindowsFormsTest : public testing::Test {
  protected:
-  /// Everything that shows text is large enough for it, inside the dialog, and covers nothing else.
+  static SIZE SizeOfWindow(HWND window) {
+    RECT place{};
+    ::GetWindowRect(window, &place);
+    return {place.right - place.left, place.bottom - place.top};
+  }
+
+  /// Everything that shows text is large enough for it, inside the dialog unless that scrolls, and
+  /// covers nothing else.
   static void ExpectWellLaidOut(const Form& form, HWND dialog) {
     RECT area{};
     ::GetClientRect(dialog, &area);
+    const bool scrolls = (::GetWindowLongW(dialog, GWL_STYLE) & WS_VSCROLL) != 0;
     std::vector<RECT> places;
     for (const FormRow& row : form.Rows()) {
       for (const FormCell& cell : row.cells) {
@@ -39,8 +49,8 @@ class WindowsFormsTest : public testing::Test {
         const bool isList = dynamic_cast<CheckListBox*>(cell.element) != nullptr;
         EXPECT_TRUE(isList || place.bottom - place.top >= needed.cy) << cell.element->Name();
         RECT common{};
-        EXPECT_TRUE(::IntersectRect(&common, &place, &area) && ::EqualRect(&common, &place))
-            << cell.element->Name();
+        const bool inside = ::IntersectRect(&common, &place, &area) && ::EqualRect(&common, &place);
+        EXPECT_TRUE(scrolls || inside) << cell.element->Name();
         for (const RECT& other : places) {
           EXPECT_FALSE(::IntersectRect(&common, &place, &other)) << cell.element->Name();
         }
@@ -238,11 +248,104 @@ TEST_F(WindowsFormsTest, EndsWithTheProgramWithItsOwnerAndByACallFromElsewhere) 
   EXPECT_FALSE(owner_.owner.IsBusy());
 }
 
+TEST_F(WindowsFormsTest, EveryDialogShowsItsTextsWholeAtEachDensityAndTextSize) {
+  CategoryFilter filter;
+  dlgFilter choose(
+      filter, "Team", [] { return std::vector<std::string>{}; }, settings_, locale_, messages_);
+  choose.Load();
+  dlgSaveType save;
+  save.Load();
+  PrintOptions options(settings_, {.titleName = "Team", .firstMonth = 4});
+  frmPrintOptions print(options, messages_, shell_);
+  print.Load();
+  frmAbout about(shell_);
+  MessageFontSize font;
+  for (Form* form : std::initializer_list<Form*>{&choose, &save, &print, &about}) {
+    font.Set(9);
+    const UserSteps steps(ToWide(form->Title()), {[&](HWND dialog) {
+                            const SIZE first = SizeOfWindow(dialog);
+                            for (const UINT dots : {144u, 192u, 96u}) {
+                              MoveToMonitor(dialog, dots);
+                              ExpectWellLaidOut(*form, dialog);
+                            }
+                            for (const int points : {18, 12}) {
+                              font.Set(points, dialog);
+                              ExpectWellLaidOut(*form, dialog);
+                            }
+                            EXPECT_GT(SizeOfWindow(dialog).cx, first.cx);
+                            ::PostMessageW(dialog, WM_CLOSE, 0, 0);
+                          }});
+    forms_.ShowModal(*form);
+  }
+}
+
+TEST_F(WindowsFormsTest, AQuestionKeepsItsShapeAtEachDensity) {
+  MessageFontSize font;
+  const UserSteps steps(L"Rename", {[&](HWND dialog) {
+                          const SIZE first = SizeOfWindow(dialog);
+                          for (const UINT dots : {144u, 192u}) {
+                            MoveToMonitor(dialog, dots);
+                            const SIZE size = SizeOfWindow(dialog);
+                            const double times = dots / 96.0;
+                            EXPECT_NEAR(size.cx, first.cx * times, first.cx * 0.12);
+                            EXPECT_NEAR(size.cy, first.cy * times, first.cy * 0.25);
+                            const RECT ok = PlaceOf(::GetDlgItem(dialog, IDOK));
+                            const RECT cancel = PlaceOf(::GetDlgItem(dialog, IDCANCEL));
+                            EXPECT_LT(ok.right, cancel.left);
+                          }
+                          const RECT cancel = PlaceOf(::GetDlgItem(dialog, IDCANCEL));
+                          font.Set(18, dialog);
+                          EXPECT_GT(PlaceOf(::GetDlgItem(dialog, IDCANCEL)).right, cancel.right);
+                          ::PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+                        }});
+  EXPECT_EQ(WindowsInputBoxes(owner_.owner).Ask("A new name for the category:", "Rename"), "");
+}
+
+struct TallForm : Form {
+  TallForm() : Form("frmTall", "Tall") {
+    for (int i = 0; i < 60; ++i) {
+      boxes.push_back(std::make_unique<TextBox>("tb" + std::to_string(i)));
+      AddRow({{{boxes.back().get(), 1}}});
+    }
+  }
+  std::vector<std::unique_ptr<TextBox>> boxes;
+};
+
+TEST_F(WindowsFormsTest, ADialogHigherThanTheScreenScrollsToWhatHasTheKeyboard) {
+  TallForm form;
+  const auto isSeen = [](const Element& element, HWND dialog) {
+    RECT area{};
+    ::GetClientRect(dialog, &area);
+    const RECT place = PlaceOf(WindowOf(element));
+    return place.top >= 0 && place.bottom <= area.bottom && place.right <= area.right;
+  };
+  const UserSteps steps(L"Tall", {[&](HWND dialog) {
+                                    EXPECT_TRUE(isSeen(*form.boxes.front(), dialog));
+                                    EXPECT_FALSE(isSeen(*form.boxes.back(), dialog));
+                                    form.boxes.back()->SetFocus();
+                                  },
+                                  [&](HWND dialog) {
+                                    EXPECT_TRUE(isSeen(*form.boxes.back(), dialog));
+                                    MoveToMonitor(dialog, 192);
+                                    form.boxes.front()->SetFocus();
+                                  },
+                                  [&](HWND dialog) {
+                                    EXPECT_TRUE(isSeen(*form.boxes.front(), dialog));
+                                    for (int i = 0; i < 3; ++i) {
+                                      ::SendMessageW(dialog, WM_VSCROLL, SB_PAGEDOWN, 0);
+                                    }
+                                    EXPECT_FALSE(isSeen(*form.boxes.front(), dialog));
+                                    ::PostMessageW(dialog, WM_CLOSE, 0, 0);
+                                  }});
+  forms_.ShowModal(form);
+}
+
 TEST_F(WindowsFormsTest, AboutBoxOpensThePageAndKeepsNoHandles) {
   const auto open = [&] {
     frmAbout form(shell_);
     const UserSteps steps(L"About OutlookVelkor YearPlan", {[&](HWND dialog) {
                             ExpectWellLaidOut(form, dialog);
+                            for (const UINT dots : {192u, 96u}) MoveToMonitor(dialog, dots);
                             PostClick(WindowOf(form.imgLogo));
                             PostKey(::GetFocus(), VK_RETURN);
                           }});

@@ -6,6 +6,8 @@
 
 #include "platform/windows/system/DialogOwner.h"
 #include "platform/windows/system/MessageWindow.h"
+#include "tests/platform/windows/DensitySteps.h"
+#include "tests/platform/windows/HeldHandles.h"
 #include "tests/platform/windows/PeersWindow.h"
 
 namespace velkor {
@@ -194,6 +196,56 @@ TEST_F(WindowsToolbar, ButtonsFollowTheHeightWithPicturesOfTheirOwn) {
   }
   ClickButton(2);
   EXPECT_THAT(keys_, ElementsAre("Zoom"));
+}
+
+TEST_F(WindowsToolbar, PicturesGrowWithTheDensityAndStandInTheMiddle) {
+  toolbar_.SetBounds({0, 0, 3000, 510});
+  const HeldHandles before;
+  for (const UINT dots : {96u, 144u, 192u, 96u}) {
+    KeepDotsPerInch(window_.Get(), dots);
+    peer_->TakeDensity(DensityOf(window_.Get()));
+    int side = 0;
+    int height = 0;
+    ::ImageList_GetIconSize(reinterpret_cast<HIMAGELIST>(Send(TB_GETIMAGELIST)), &side, &height);
+    EXPECT_EQ(side, static_cast<int>(20 * dots / 96));
+    const WindowPicture picture(peer_->Window());
+    const int rows = static_cast<int>(34 * dots / 96);
+    int top = rows;
+    int bottom = 0;
+    for (int y = 0; y < rows; ++y) {
+      for (int x = 0; x < side * 3 / 2; ++x) {
+        if (picture.At(x, y) == Colour::FromRgb(250, 240, 230)) continue;
+        top = std::min(top, y);
+        bottom = y;
+      }
+    }
+    EXPECT_GT(bottom - top, side / 3);
+    EXPECT_NEAR(top, rows - 1 - bottom, 2) << "at " << dots;
+  }
+  ExpectNoMoreThan(before);
+}
+
+TEST(WindowsPeers, AControlsTextsGrowWithTheUsersYetStayWithinTheirPlaces) {
+  Label year("lblSelectedYear");
+  year.style = {13, true};
+  year.SetBounds({0, 0, 1650, 510});
+  year.SetCaption("Year 2026");
+  CommandButton button("Command1");
+  button.SetBounds({0, 0, 3000, 480});
+  button.SetCaption("Force refresh of current year");
+  MessageFontSize font;
+  LONG smaller = 0;
+  for (const int points : {9, 12, 18}) {
+    font.Set(points);
+    const PeersWindow window;
+    const auto peer = MakePeer(year, window.Get());
+    const auto pressed = MakePeer(button, window.Get());
+    const SIZE line = LineSize(peer->Window(), L"Year 2026");
+    EXPECT_GE(line.cy, smaller);
+    EXPECT_TRUE(line.cx <= 110 && line.cy <= 34);
+    EXPECT_LE(LineSize(pressed->Window(), ToWide(button.Caption())).cx, 192);
+    smaller = line.cy;
+  }
 }
 
 TEST(WindowsPeers, ScrollBarAndElementFollowEachOtherOnce) {
