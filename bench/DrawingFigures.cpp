@@ -10,7 +10,7 @@
 #include "bench/Figures.h"
 #include "bench/SampleEvents.h"
 #include "control/ControlLayout.h"
-#include "control/Picture.h"
+#include "control/ControlLook.h"
 #include "platform/desktop/PngFile.h"
 #include "platform/desktop/QtSurface.h"
 #include "platform/headless/FixedLocale.h"
@@ -82,7 +82,7 @@ void DrawYear(Surface& surface, const ControlAreas& areas, const YearGrid& grid,
               const CalendarNames& names) {
   const Font font;
   const Extent size{areas.legend.right, std::max(areas.grid.bottom, areas.legend.bottom)};
-  surface.Fill({0, 0, size.width, size.height}, ControlBack);
+  surface.Fill({0, 0, size.width, size.height}, ControlLook().back);
   {
     const ViewScope scope(surface, areas.legend, {areas.legend.left, areas.legend.top});
     const Rect rows{0, 0, areas.legend.Width(), areas.legend.Height()};

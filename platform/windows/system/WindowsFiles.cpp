@@ -64,7 +64,8 @@ bool IsOneOfSeveralNames(const std::wstring& path) {
 bool RenameOpen(const FileHandle& file, const std::wstring& path) {
   const std::wstring target = FullPath(path);
   const std::size_t bytes = target.size() * sizeof(wchar_t);
-  // The system reads the name up to its NUL too, so nothing of the room may be left as it was found.
+  // The system reads the name up to its NUL too, so nothing of the room may be left as it was
+  // found.
   std::vector<std::uint64_t> room((sizeof(FILE_RENAME_INFO) + bytes) / sizeof(std::uint64_t) + 1);
   auto* const info = reinterpret_cast<FILE_RENAME_INFO*>(room.data());
   info->ReplaceIfExists = TRUE;
