@@ -78,14 +78,14 @@ PixelRect AccessibleYear::InLegend(const Rect& rect) const {
                  PlaceOf(placed_[IdOfElement(elements_.legend.picCats).index]));
 }
 
-/// As wide as high, side by side, as the faces show them.
+/// As wide as their pictures need and as high as the toolbar, side by side, as the faces show them.
 PixelRect AccessibleYear::ButtonRect(std::size_t index) const {
   const PixelRect toolbar = PlaceOf(placed_[IdOfElement(elements_.Toolbar1).index]);
   const PixelSize pixel = grid_.Geometry().pixel;
   const int side =
       std::min(toolbar.Height(), ToPixel(ToolbarButtonSide, static_cast<float>(pixel.width)));
   const int left = toolbar.left + static_cast<int>(index) * side;
-  return {left, toolbar.top, left + side, toolbar.top + side};
+  return {left, toolbar.top, left + side, toolbar.bottom};
 }
 
 void AccessibleYear::Place(AccessibleFacts& facts, const PixelRect& bounds,

@@ -10,11 +10,13 @@
 #include "hosts/yearplan/commands/CommandPlanner.h"
 #include "hosts/yearplan/commands/Commands.h"
 #include "hosts/yearplan/window/PlannerSession.h"
+#include "platform/Accessible.h"
 #include "platform/desktop/TerminalMessageBoxes.h"
 #include "platform/headless/MemorySettings.h"
 #include "platform/headless/RecordingSurface.h"
 #include "platform/headless/ScriptedForms.h"
 #include "print/frmPrint.h"
+#include "span/Globals.h"
 #include "tests/platform/desktop/CalendarText.h"
 #include "tests/platform/desktop/FolderCase.h"
 #include "view/LegendPainter.h"
@@ -39,6 +41,8 @@ struct Shown {
   Texts legend;
   /// Row, columns, band, index of the category and subject.
   Texts bars;
+  /// The same of what a screen reader finds, by its rectangles, without categories.
+  Texts spoken;
   /// Each bar and each category of the legend in its colour.
   Fills fills;
 };
@@ -49,6 +53,32 @@ std::string BarText(int row, int first, int last, int band, int category,
   text << row << ' ' << first << '-' << last << " band " << band << " of " << category << ": "
        << subject;
   return text.str();
+}
+
+std::string SpokenText(int row, int first, int last, int band, const std::string& subject) {
+  const std::string clean = Globals::StripControlChars(subject);
+  return BarText(row, first, last, band, 0, clean.empty() ? "No subject" : clean);
+}
+
+Texts SpokenBy(YearPlan& plan) {
+  Texts spoken;
+  AccessibleTree& tree = plan.Accessible();
+  const AccessibleId table = *tree.NodeOf(plan.Elements().pic1);
+  const PixelRect corner = tree.FactsOf(table)->bounds;
+  const auto hit = [&](double x, double y) {
+    return plan.Grid()
+        .HitTestAt({(x - corner.left) * TwipsPerPixel, (y - corner.top) * TwipsPerPixel})
+        .value_or(GridHit());
+  };
+  for (int i = MonthRows; i < tree.ChildCount(table); ++i) {
+    const AccessibleFacts bar = *tree.FactsOf(*tree.ChildAt(table, i));
+    const double middle = (bar.bounds.top + bar.bounds.bottom) / 2.0;
+    const GridHit begin = hit(bar.bounds.left + 0.5, middle);
+    const GridHit end = hit(bar.bounds.right - 0.5, middle);
+    spoken.push_back(
+        SpokenText(begin.row, begin.cellColumn - 1, end.cellColumn, begin.band, bar.name));
+  }
+  return spoken;
 }
 
 Shown ShownBy(YearPlan& plan) {
@@ -66,6 +96,7 @@ Shown ShownBy(YearPlan& plan) {
     shown.bars.push_back(
         BarText(bar.row, bar.first, bar.last, bar.band, event.CatIndex, event.Subject));
   }
+  shown.spoken = SpokenBy(plan);
   return shown;
 }
 
@@ -91,17 +122,24 @@ std::string Printed(const std::vector<std::string>& arguments) {
   return out.str();
 }
 
-Texts BarsOfInspect(const std::string& calendar) {
+struct InspectedBars {
   Texts bars;
+  Texts spoken;
+};
+
+InspectedBars BarsOfInspect(const std::string& calendar) {
+  InspectedBars found;
   const auto json = nlohmann::json::parse(Printed({"inspect", calendar, "--year", Year, "--json"}),
                                           nullptr, false);
   for (const auto& event : json.at("events")) {
     for (const auto& segment : event.at("segments")) {
-      bars.push_back(BarText(segment[0], segment[1], segment[2], event.at("band"),
-                             event.at("catIndex"), event.at("subject")));
+      found.bars.push_back(BarText(segment[0], segment[1], segment[2], event.at("band"),
+                                   event.at("catIndex"), event.at("subject")));
+      found.spoken.push_back(
+          SpokenText(segment[0], segment[1], segment[2], event.at("band"), event.at("subject")));
     }
   }
-  return bars;
+  return found;
 }
 
 /// What is drawn, of the colours that matter. Texts stand one after the other, since a picture
@@ -171,7 +209,9 @@ class OnePlanner : public FolderCase {
     const Shown window = ShownByWindow(calendar);
     EXPECT_EQ(window.caption, "Year " + Year);
     EXPECT_EQ(Printed({"categories", calendar}), window.categories);
-    EXPECT_THAT(BarsOfInspect(calendar), UnorderedElementsAreArray(window.bars));
+    const InspectedBars inspected = BarsOfInspect(calendar);
+    EXPECT_THAT(inspected.bars, UnorderedElementsAreArray(window.bars));
+    EXPECT_THAT(inspected.spoken, UnorderedElementsAreArray(window.spoken));
     Texts words = window.legend;
     words.push_back(window.caption);
     for (const Drawn& drawn : {DrawnByRender(calendar, File("year.svg"), window.fills),

@@ -1,10 +1,13 @@
 // tests/hosts/windows/AccessibleControlTest.cpp: nodes that a screen reader holds, and controls
 // that go meanwhile.
 #include <atomic>
+#include <cstdlib>
 #include <thread>
 
 #include "tests/hosts/windows/AccessibleObject.h"
 #include "tests/hosts/windows/BareContainer.h"
+// After windows.h.
+#include <commctrl.h>
 
 namespace velkor {
 namespace {
@@ -104,6 +107,26 @@ TEST_F(AccessibleControl, ItsWindowsAnswerForTheirClientAreaAloneAndNodesStandIn
             S_OK);
   EXPECT_EQ(count.lVal, 0);
   ::VariantClear(&found);
+  container->Close();
+}
+
+TEST_F(AccessibleControl, ButtonsAreSaidToBeWhereTheToolbarHasThem) {
+  const ComPtr<BareContainer> container = Show();
+  const AccessibleObject toolbar =
+      AccessibleObject::Of(container->Child()).Child(ROLE_SYSTEM_TOOLBAR);
+  const auto buttons = toolbar.Children();
+  ASSERT_EQ(buttons.size(), 6U);
+  for (std::size_t i = 0; i < buttons.size(); ++i) {
+    RECT place{};
+    ::SendMessageW(toolbar.Window(), TB_GETITEMRECT, i, reinterpret_cast<LPARAM>(&place));
+    ::MapWindowPoints(toolbar.Window(), nullptr, reinterpret_cast<POINT*>(&place), 2);
+    const PixelRect said = buttons[i].Place();
+    EXPECT_EQ(said.left, place.left) << i;
+    EXPECT_EQ(said.right, place.right) << i;
+    EXPECT_LE(std::abs(said.top - place.top) + std::abs(said.bottom - place.bottom), 2) << i;
+    EXPECT_EQ(buttons[i].State() & STATE_SYSTEM_UNAVAILABLE, STATE_SYSTEM_UNAVAILABLE);
+    EXPECT_EQ(buttons[i]->accDoDefaultAction(buttons[i].Self()), DISP_E_MEMBERNOTFOUND);
+  }
   container->Close();
 }
 
