@@ -75,6 +75,10 @@ Twips YearPlan::LeastHeight() const {
   return parts_->LeastHeight();
 }
 
+bool YearPlan::IsLive() const {
+  return parts_->IsLive();
+}
+
 int YearPlan::DisplayedYear() const {
   return parts_->Grid().Span().ViewYear;
 }

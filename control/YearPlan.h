@@ -72,6 +72,8 @@ class YearPlan {
   /// The least height at which the whole grid is seen without scrolling.
   Twips LeastHeight() const;
 
+  /// Whether it has started up and found a calendar, whose year it shows.
+  bool IsLive() const;
   int DisplayedYear() const;
   /// Shows the year that lies `by` years after the displayed one, 0 for the same one anew.
   void ChangeYear(int by);

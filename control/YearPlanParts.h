@@ -47,6 +47,7 @@ class YearPlan::Parts : public CategoryView, public YearSource {
   void Resize(Extent size, PixelSize pixel);
   void LayOutAsPicture() { strip_ = StripKind::Caption; }
   Twips LeastHeight() const;
+  bool IsLive() const { return live_; }
   void RefreshSoon() { refresh_.RefreshSoon(); }
   std::vector<std::string> CategoryNames();
   void CatDelete(std::string_view name);

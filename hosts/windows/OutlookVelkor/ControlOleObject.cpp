@@ -4,6 +4,7 @@
 
 #include "hosts/windows/OutlookVelkor/Module.h"
 #include "hosts/windows/OutlookVelkor/YearPlanControl.h"
+#include "platform/windows/com/Variant.h"
 
 namespace velkor {
 STDMETHODIMP YearPlanControl::SetClientSite(IOleClientSite* site) {
@@ -27,6 +28,7 @@ STDMETHODIMP YearPlanControl::Close(DWORD save) {
     life_.Tell(place_.Site(), [](IOleClientSite& told) { return told.SaveObject(); });
   }
   place_.Close();
+  isRunning_ = false;
   listeners_.Closed();
   return S_OK;
 }
@@ -78,6 +80,12 @@ STDMETHODIMP YearPlanControl::DoVerb(LONG verb, LPMSG message, IOleClientSite* /
   }
 }
 
+/// The calendar program is not asked until the control is activated.
+STDMETHODIMP YearPlanControl::Run(IBindCtx* /*context*/) {
+  isRunning_ = true;
+  return S_OK;
+}
+
 STDMETHODIMP YearPlanControl::EnumVerbs(IEnumOLEVERB** verbs) {
   if (verbs == nullptr) return E_POINTER;
   *verbs = nullptr;
@@ -87,11 +95,8 @@ STDMETHODIMP YearPlanControl::EnumVerbs(IEnumOLEVERB** verbs) {
 STDMETHODIMP YearPlanControl::GetUserType(DWORD form, LPOLESTR* type) {
   if (type == nullptr) return E_POINTER;
   const std::wstring text = ToWide(form == USERCLASSTYPE_APPNAME ? ApplicationName : UserType);
-  *type = static_cast<LPOLESTR>(::CoTaskMemAlloc((text.size() + 1) * sizeof(wchar_t)));
-  if (*type == nullptr) return E_OUTOFMEMORY;
-  text.copy(*type, text.size());
-  (*type)[text.size()] = L'\0';
-  return S_OK;
+  *type = CopyForCaller(text);
+  return *type != nullptr ? S_OK : E_OUTOFMEMORY;
 }
 
 STDMETHODIMP YearPlanControl::SetExtent(DWORD aspect, SIZEL* size) {

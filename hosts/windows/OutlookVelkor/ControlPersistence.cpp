@@ -1,7 +1,9 @@
 // hosts/windows/OutlookVelkor/ControlPersistence.cpp: properties from and to the container.
+#include "hosts/windows/OutlookVelkor/ControlFile.h"
 #include "hosts/windows/OutlookVelkor/PropertyBags.h"
 #include "hosts/windows/OutlookVelkor/YearPlanControl.h"
 #include "platform/windows/com/ComError.h"
+#include "platform/windows/com/Variant.h"
 
 namespace velkor {
 
@@ -74,7 +76,10 @@ STDMETHODIMP YearPlanControl::GetSizeMax(ULARGE_INTEGER* size) {
 
 STDMETHODIMP YearPlanControl::InitNew(IStorage* storage) {
   if (storage == nullptr) return E_POINTER;
-  return AnswerCall([&] { storage_.InitNew(*storage); });
+  return AnswerCall([&] {
+    storage_.InitNew(*storage);
+    lastPicture_.InitNew(*storage);
+  });
 }
 
 /// A document that is only looked at needs no calendar program.
@@ -86,24 +91,71 @@ STDMETHODIMP YearPlanControl::Load(IStorage* storage) {
       properties.Load(stream);
       plan_.ReadProperties(properties);
     });
+    lastPicture_.Load(*storage);
     dirty_ = false;
   });
 }
 
+/// Beside the properties, as the control looks now.
+void YearPlanControl::KeepPicture(IStorage& storage, bool sameAsLoad) {
+  if (!LastSeen()) lastPicture_.Update(*this);
+  lastPicture_.Save(storage, sameAsLoad);
+}
+
 STDMETHODIMP YearPlanControl::Save(IStorage* storage, BOOL sameAsLoad) {
+  if (storage == nullptr) return E_POINTER;
   return AnswerCall([&] {
-    storage_.Save(storage, sameAsLoad != FALSE, [this](IStream& stream) { Stored().Save(stream); });
+    storage_.Save(*storage, sameAsLoad != FALSE,
+                  [this](IStream& stream) { Stored().Save(stream); });
+    KeepPicture(*storage, sameAsLoad != FALSE);
   });
 }
 
 STDMETHODIMP YearPlanControl::SaveCompleted(IStorage* storage) {
   return AnswerCall([&] {
     if (storage_.SaveCompleted(storage)) dirty_ = false;
+    lastPicture_.SaveCompleted(storage);
   });
 }
 
 STDMETHODIMP YearPlanControl::HandsOffStorage() {
-  return AnswerCall([&] { storage_.HandsOff(); });
+  return AnswerCall([&] {
+    storage_.HandsOff();
+    lastPicture_.HandsOff();
+  });
+}
+
+STDMETHODIMP YearPlanControl::Load(LPCOLESTR file, DWORD /*mode*/) {
+  if (file == nullptr) return E_POINTER;
+  const EntryScope entry(life_.Owner());
+  const std::wstring path(file);
+  ComPtr<IStorage> storage;
+  HRESULT result = Answer([&] { storage = ReadStorageFile(path); });
+  if (SUCCEEDED(result)) result = Load(storage.Get());
+  if (SUCCEEDED(result)) file_ = path;
+  return result;
+}
+
+STDMETHODIMP YearPlanControl::Save(LPCOLESTR file, BOOL remember) {
+  return AnswerCall([&] {
+    const std::wstring path = file != nullptr ? file : file_;
+    if (path.empty()) throw Error(E_UNEXPECTED, "The planner was loaded from no file.", "YearPlan");
+    WriteStorageFile(path, [this](IStorage& storage) {
+      WriteContents(storage, [this](IStream& stream) { Stored().Save(stream); });
+      KeepPicture(storage, false);
+    });
+    // A copy leaves the control with the file that it had.
+    if (file != nullptr && !remember) return;
+    file_ = path;
+    dirty_ = false;
+  });
+}
+
+STDMETHODIMP YearPlanControl::GetCurFile(LPOLESTR* file) {
+  if (file == nullptr) return E_POINTER;
+  *file = CopyForCaller(file_.empty() ? L"*.*" : file_);
+  if (*file == nullptr) return E_OUTOFMEMORY;
+  return file_.empty() ? S_FALSE : S_OK;
 }
 
 }  // namespace velkor

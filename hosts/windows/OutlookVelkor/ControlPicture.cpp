@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 #include "control/Picture.h"
@@ -14,11 +15,13 @@
 namespace velkor {
 namespace {
 
+using Painter = std::function<void(HDC dc, const RECTL& bounds)>;
+
 /// A metafile of the older kind knows no pixels and measures no text: it takes a picture instead.
-void DrawAsPicture(YearPlanElements& elements, Extent size, HDC metafile, const RECTL& bounds) {
+void DrawAsPicture(Extent size, HDC metafile, const RECTL& bounds, const Painter& paint) {
   const POINT pixels = DensityOf(nullptr).ToPixels(Point{size.width, size.height});
   const DibSection picture(std::max<int>(pixels.x, 1), std::max<int>(pixels.y, 1));
-  DrawControl(elements, size, picture.Dc(), {0, 0, picture.Width(), picture.Height()});
+  paint(picture.Dc(), {0, 0, picture.Width(), picture.Height()});
   ::GdiFlush();
   // Recorded rows run upwards.
   std::vector<std::uint32_t> rows;
@@ -43,7 +46,8 @@ void DrawAsPicture(YearPlanElements& elements, Extent size, HDC metafile, const 
 
 void DrawControl(YearPlanElements& elements, Extent size, HDC dc, const RECTL& bounds) {
   if (::GetObjectType(dc) == OBJ_METADC) {
-    DrawAsPicture(elements, size, dc, bounds);
+    DrawAsPicture(size, dc, bounds,
+                  [&](HDC within, const RECTL& all) { DrawControl(elements, size, within, all); });
     return;
   }
   const SavedDc saved(dc);
@@ -59,6 +63,19 @@ void DrawControl(YearPlanElements& elements, Extent size, HDC dc, const RECTL& b
   GdiSurface surface(
       dc, {static_cast<float>(size.width / width), static_cast<float>(size.height / height)});
   DrawControl(surface, elements, size);
+}
+
+void DrawPicture(HENHMETAFILE picture, Extent size, HDC dc, const RECTL& bounds) {
+  const Painter play = [picture](HDC within, const RECTL& all) {
+    const SavedDc saved(within);
+    const RECT frame{all.left, all.top, all.right, all.bottom};
+    ::PlayEnhMetaFile(within, picture, &frame);
+  };
+  if (::GetObjectType(dc) == OBJ_METADC) {
+    DrawAsPicture(size, dc, bounds, play);
+  } else {
+    play(dc, bounds);
+  }
 }
 
 }  // namespace velkor

@@ -14,4 +14,7 @@ struct YearPlanElements;
 /// @param bounds  in the logical units of `dc`
 void DrawControl(YearPlanElements& elements, Extent size, HDC dc, const RECTL& bounds);
 
+/// Draws a picture of the control, recorded before, in the same way.
+void DrawPicture(HENHMETAFILE picture, Extent size, HDC dc, const RECTL& bounds);
+
 }  // namespace velkor

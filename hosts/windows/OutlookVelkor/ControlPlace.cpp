@@ -14,9 +14,6 @@ constexpr DWORD ShiftKey = 1;
 constexpr DWORD ControlKey = 2;
 constexpr DWORD AltKey = 4;
 
-/// 900 x 480 pixels at 96 to the inch.
-constexpr SIZEL FirstExtent{23813, 12700};
-
 bool IsEmpty(const RECT& place) {
   return place.right <= place.left || place.bottom <= place.top;
 }

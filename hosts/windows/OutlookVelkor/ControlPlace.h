@@ -28,6 +28,9 @@ struct ControlManner {
 /// at any time.
 class ControlPlace {
  public:
+  /// The size of a control that was given none: 900 x 480 pixels at 96 to the inch.
+  static constexpr SIZEL FirstExtent{23813, 12700};
+
   /// All outlive this.
   /// @param control  what the container's frame is told is active
   /// @param isWaiting  whether the pointer shows that the user has to wait

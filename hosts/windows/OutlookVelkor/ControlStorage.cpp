@@ -69,17 +69,16 @@ void ControlStorage::Load(IStorage& storage, const Transfer& read) {
   InitNew(storage);
 }
 
-void ControlStorage::Save(IStorage* storage, bool sameAsLoad, const Transfer& write) {
-  const ComPtr<IStorage> into(storage != nullptr ? storage : storage_.Get());
+void ControlStorage::Save(IStorage& storage, bool sameAsLoad, const Transfer& write) {
   // A container that forgets SaveCompleted may store again.
-  if (state_ == State::None || state_ == State::HandsOff || !into) {
+  if (state_ == State::None || state_ == State::HandsOff) {
     throw Error(E_UNEXPECTED, "The document is not ready to have the planner stored.", "YearPlan");
   }
   state_ = State::NoScribble;
   isWritten_ = false;
   isSameAsLoad_ = sameAsLoad;
   hasChanged_ = false;
-  WriteContents(*into.Get(), write);
+  WriteContents(storage, write);
   isWritten_ = true;
 }
 

@@ -18,9 +18,9 @@ class ControlStorage {
   void InitNew(IStorage& storage);
   void Load(IStorage& storage, const Transfer& read);
   /// What was stored before is given up only when all that is new was written.
-  /// @param storage  null for the one that the control was loaded from
-  /// @param sameAsLoad  whether it is that one, so that nothing is left to be stored afterwards
-  void Save(IStorage* storage, bool sameAsLoad, const Transfer& write);
+  /// @param sameAsLoad  whether it is the storage that the control was loaded from, so that nothing
+  ///   is left to be stored afterwards
+  void Save(IStorage& storage, bool sameAsLoad, const Transfer& write);
   /// @param storage  the one from now on; null for the same one as before
   /// @return whether the document has all there is to store
   bool SaveCompleted(IStorage* storage);

@@ -15,6 +15,7 @@ YearPlanControl::YearPlanControl(ComPtr<ITypeInfo> typeInfo, IUnknown* outer)
       typeInfo_(std::move(typeInfo)),
       life_(Whole()),
       listeners_(life_, *this, *this),
+      lastPicture_(Whole()),
       seams_(life_.Owner(), [this](const Error& error) { listeners_.ErrorOccurred(error); }),
       plan_(seams_.All(), *this),
       place_(
@@ -35,7 +36,8 @@ void* YearPlanControl::FindOther(REFIID id) {
   if (id == __uuidof(IOleWindow))
     return static_cast<IOleWindow*>(static_cast<IOleInPlaceObject*>(this));
   if (id == __uuidof(IViewObject)) return static_cast<IViewObject*>(this);
-  return nullptr;
+  if (id == __uuidof(IViewObject2)) return static_cast<IViewObject2*>(this);
+  return lastPicture_.Find(id);
 }
 
 void YearPlanControl::Start() {
@@ -48,6 +50,7 @@ void YearPlanControl::Start() {
 void YearPlanControl::PropertyChanged(std::string_view key) {
   dirty_ = true;
   storage_.Changed();
+  lastPicture_.Forget();
   std::wstring name = ToWide(key);
   LPOLESTR names = name.data();
   DISPID member = DISPID_UNKNOWN;

@@ -11,6 +11,7 @@
 #include "hosts/windows/OutlookVelkor/ControlPlace.h"
 #include "hosts/windows/OutlookVelkor/ControlSeams.h"
 #include "hosts/windows/OutlookVelkor/ControlStorage.h"
+#include "hosts/windows/OutlookVelkor/LastPicture.h"
 #include "hosts/windows/OutlookVelkor/ObjectSafety.h"
 #include "hosts/windows/OutlookVelkor/PropertyBags.h"
 #include "hosts/windows/OutlookVelkor/PropertyMembers.h"
@@ -26,11 +27,11 @@ namespace velkor {
 /// container may let it go at any moment: while messages are processed in the middle of a call it
 /// lives on.
 class YearPlanControl
-    : public PropertyMembers<
-          AggregableObject<IYearPlan, IProvideClassInfo2, IConnectionPointContainer,
-                           IPersistPropertyBag, IPersistStreamInit, IPersistStorage, IOleObject,
-                           IOleInPlaceObject, IOleInPlaceActiveObject, IOleControl, IViewObject2,
-                           IDataObject, IObjectSafety, ISupportErrorInfo>>,
+    : public PropertyMembers<AggregableObject<
+          IYearPlan, IProvideClassInfo2, IConnectionPointContainer, IPersistPropertyBag,
+          IPersistStreamInit, IPersistStorage, IPersistFile, IOleObject, IRunnableObject,
+          IOleInPlaceObject, IOleInPlaceActiveObject, IOleControl, IViewObjectEx, IDataObject,
+          IObjectSafety, ISupportErrorInfo>>,
       private ControlHost {
  public:
   /// @param typeInfo  of IYearPlan
@@ -77,7 +78,7 @@ class YearPlanControl
   STDMETHODIMP GetInterfaceSafetyOptions(REFIID id, DWORD* supported, DWORD* enabled) override;
   STDMETHODIMP SetInterfaceSafetyOptions(REFIID id, DWORD mask, DWORD enabled) override;
 
-  // IPersistPropertyBag, IPersistStreamInit, IPersistStorage
+  // IPersistPropertyBag, IPersistStreamInit, IPersistStorage, IPersistFile
   STDMETHODIMP GetClassID(CLSID* id) override;
   STDMETHODIMP InitNew() override;
   STDMETHODIMP Load(IPropertyBag* bag, IErrorLog* log) override;
@@ -91,6 +92,10 @@ class YearPlanControl
   STDMETHODIMP Save(IStorage* storage, BOOL sameAsLoad) override;
   STDMETHODIMP SaveCompleted(IStorage* storage) override;
   STDMETHODIMP HandsOffStorage() override;
+  STDMETHODIMP Load(LPCOLESTR file, DWORD mode) override;
+  STDMETHODIMP Save(LPCOLESTR file, BOOL remember) override;
+  STDMETHODIMP SaveCompleted(LPCOLESTR) override { return S_OK; }
+  STDMETHODIMP GetCurFile(LPOLESTR* file) override;
 
   // IOleObject
   STDMETHODIMP SetClientSite(IOleClientSite* site) override;
@@ -117,6 +122,13 @@ class YearPlanControl
   STDMETHODIMP EnumAdvise(IEnumSTATDATA** sinks) override { return listeners_.EnumAdvise(sinks); }
   STDMETHODIMP GetMiscStatus(DWORD aspect, DWORD* status) override;
   STDMETHODIMP SetColorScheme(LOGPALETTE*) override { return E_NOTIMPL; }
+
+  // IRunnableObject: in the container's process, so nothing has to be held for it to run on
+  STDMETHODIMP GetRunningClass(CLSID* id) override { return GetClassID(id); }
+  STDMETHODIMP Run(IBindCtx*) override;
+  STDMETHODIMP_(BOOL) IsRunning() override { return isRunning_ || place_.IsInPlace(); }
+  STDMETHODIMP LockRunning(BOOL, BOOL) override { return S_OK; }
+  STDMETHODIMP SetContainedObject(BOOL) override { return S_OK; }
 
   // IDataObject
   STDMETHODIMP GetData(FORMATETC* format, STGMEDIUM* medium) override;
@@ -150,7 +162,7 @@ class YearPlanControl
   STDMETHODIMP OnAmbientPropertyChange(DISPID property) override;
   STDMETHODIMP FreezeEvents(BOOL freeze) override;
 
-  // IViewObject2
+  // IViewObjectEx
   STDMETHODIMP Draw(DWORD aspect, LONG index, void* aspectInfo, DVTARGETDEVICE* device,
                     HDC targetDc, HDC dc, LPCRECTL bounds, LPCRECTL windowBounds,
                     BOOL(STDMETHODCALLTYPE* proceed)(ULONG_PTR), ULONG_PTR token) override;
@@ -165,6 +177,14 @@ class YearPlanControl
   STDMETHODIMP GetExtent(DWORD aspect, LONG, DVTARGETDEVICE*, SIZEL* size) override {
     return GetExtent(aspect, size);
   }
+  STDMETHODIMP GetRect(DWORD aspect, LPRECTL rect) override;
+  STDMETHODIMP GetViewStatus(DWORD* status) override;
+  STDMETHODIMP QueryHitPoint(DWORD aspect, LPCRECT bounds, POINT point, LONG close,
+                             DWORD* hit) override;
+  STDMETHODIMP QueryHitRect(DWORD aspect, LPCRECT bounds, LPCRECT rect, LONG close,
+                            DWORD* hit) override;
+  STDMETHODIMP GetNaturalExtent(DWORD aspect, LONG index, DVTARGETDEVICE* device, HDC targetDc,
+                                DVEXTENTINFO* wanted, LPSIZEL size) override;
 
  protected:
   ~YearPlanControl() override;
@@ -185,12 +205,18 @@ class YearPlanControl
   HRESULT ReadFrom(PropertyBag& bag);
   MemoryBag Stored() const;
   HENHMETAFILE MakePicture();
+  MetafileHandle LastSeen();
+  void KeepPicture(IStorage& storage, bool sameAsLoad);
 
   ComPtr<ITypeInfo> typeInfo_;
   ControlLife life_;
   ControlListeners listeners_;
   bool dirty_ = false;
+  bool isRunning_ = false;
   ControlStorage storage_;
+  LastPicture lastPicture_;
+  /// The document that is this control alone; empty for none.
+  std::wstring file_;
   ControlSeams seams_;
   YearPlan plan_;
   /// Of the control that runs.

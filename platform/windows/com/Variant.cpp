@@ -1,6 +1,7 @@
 // platform/windows/com/Variant.cpp: conversions by the system's own rules.
 #include "platform/windows/com/Variant.h"
 
+#include <cstring>
 #include <new>
 
 #include "values/Error.h"
@@ -101,6 +102,12 @@ ComPtr<IDispatch> Variant::ToObject() const {
   const bool holds = value_.vt == VT_DISPATCH || value_.vt == VT_UNKNOWN;
   if (holds && value_.punkVal != nullptr) value_.punkVal->QueryInterface(IID_PPV_ARGS(&object));
   return object;
+}
+
+LPOLESTR CopyForCaller(const std::wstring& text) {
+  const std::size_t size = (text.size() + 1) * sizeof(wchar_t);
+  void* const copy = ::CoTaskMemAlloc(size);
+  return copy == nullptr ? nullptr : static_cast<LPOLESTR>(std::memcpy(copy, text.c_str(), size));
 }
 
 }  // namespace velkor

@@ -30,6 +30,9 @@ class Bstr {
   BSTR text_;
 };
 
+/// A text that the caller of a function frees (CoTaskMemFree); null when there is no memory for it.
+LPOLESTR CopyForCaller(const std::wstring& text);
+
 /// A null text is an empty one.
 inline std::string ToUtf8(BSTR text) {
   return text == nullptr ? std::string() : ToUtf8(std::wstring_view(text, ::SysStringLen(text)));

@@ -14,11 +14,15 @@ struct DeleteGdiObject {
 struct DeleteDeviceContext {
   void operator()(HDC dc) const { ::DeleteDC(dc); }
 };
+struct DeletePicture {
+  void operator()(HENHMETAFILE picture) const { ::DeleteEnhMetaFile(picture); }
+};
 
 using FontHandle = std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteGdiObject>;
 using BrushHandle = std::unique_ptr<std::remove_pointer_t<HBRUSH>, DeleteGdiObject>;
 using PenHandle = std::unique_ptr<std::remove_pointer_t<HPEN>, DeleteGdiObject>;
 using BitmapHandle = std::unique_ptr<std::remove_pointer_t<HBITMAP>, DeleteGdiObject>;
+using MetafileHandle = std::unique_ptr<std::remove_pointer_t<HENHMETAFILE>, DeletePicture>;
 using MemoryDc = std::unique_ptr<std::remove_pointer_t<HDC>, DeleteDeviceContext>;
 
 /// Brings a device context back to what it was.

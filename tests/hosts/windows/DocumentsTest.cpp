@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <array>
+#include <filesystem>
 #include <functional>
 #include <string>
 
@@ -252,6 +253,120 @@ TEST_F(Documents, AreToldApartByABitmapAndAnIcon) {
   HICON icon = nullptr;
   EXPECT_EQ(::ExtractIconExW(ToWide(path).c_str(), 0, &icon, nullptr, 1), 1U);
   EXPECT_TRUE(::DestroyIcon(icon));
+}
+
+/// A picture of one colour, for a document to keep.
+STGMEDIUM Coloured(COLORREF colour) {
+  const RECT frame{0, 0, 1000, 1000};
+  const HDC dc = ::CreateEnhMetaFileW(nullptr, nullptr, &frame, nullptr);
+  const HBRUSH brush = ::CreateSolidBrush(colour);
+  const RECT all{-10, -10, 5000, 5000};
+  ::FillRect(dc, &all, brush);
+  ::DeleteObject(brush);
+  STGMEDIUM medium{};
+  medium.tymed = TYMED_ENHMF;
+  medium.hEnhMetaFile = ::CloseEnhMetaFile(dc);
+  return medium;
+}
+
+Colour Drawn(IUnknown* object) {
+  const DibSection picture(60, 40);
+  const RECT bounds{0, 0, 60, 40};
+  EXPECT_EQ(::OleDraw(object, DVASPECT_CONTENT, picture.Dc(), &bounds), S_OK);
+  return picture.At(30, 20);
+}
+
+TEST_F(Documents, ThatAreNotInUseShowTheirLastPicture) {
+  const auto storage = NewStorage();
+  const auto first = Create<IPersistStorage>();
+  ASSERT_EQ(first->InitNew(storage.Get()), S_OK);
+  ASSERT_EQ(first->Save(storage.Get(), TRUE), S_OK);
+  FORMATETC format{CF_ENHMETAFILE, nullptr, DVASPECT_CONTENT, -1, TYMED_ENHMF};
+  const Colour red = Colour::FromRgb(255, 0, 0);
+  {
+    const auto inactive = Loaded(storage);
+    EXPECT_NE(Drawn(inactive.Get()), red);
+    STGMEDIUM picture = Coloured(RGB(255, 0, 0));
+    ASSERT_EQ(As<IOleCache>(inactive)->SetData(&format, &picture, TRUE), S_OK);
+    ASSERT_EQ(::OleSave(As<IPersistStorage>(inactive).Get(), storage.Get(), TRUE), S_OK);
+  }
+  const auto inactive = Loaded(storage);
+  EXPECT_EQ(Drawn(inactive.Get()), red);
+  format = {CF_METAFILEPICT, nullptr, DVASPECT_CONTENT, -1, TYMED_MFPICT};
+  STGMEDIUM older{};
+  ASSERT_EQ(As<IDataObject>(inactive)->GetData(&format, &older), S_OK);
+  const DibSection played(60, 40);
+  ::SetMapMode(played.Dc(), MM_ANISOTROPIC);
+  ::SetViewportExtEx(played.Dc(), 60, 40, nullptr);
+  ::PlayMetaFile(played.Dc(), static_cast<METAFILEPICT*>(::GlobalLock(older.hMetaFilePict))->hMF);
+  ::GlobalUnlock(older.hMetaFilePict);
+  ::ReleaseStgMedium(&older);
+  EXPECT_EQ(played.At(30, 20), red);
+  // What comes for a class that is not installed.
+  ComPtr<IPersistStorage> elsewhere;
+  ASSERT_EQ(::OleCreateDefaultHandler(Id(), nullptr, __uuidof(IPersistStorage), Out(elsewhere)),
+            S_OK);
+  ASSERT_EQ(elsewhere->Load(storage.Get()), S_OK);
+  format = {CF_ENHMETAFILE, nullptr, DVASPECT_CONTENT, -1, TYMED_ENHMF};
+  STGMEDIUM kept{};
+  EXPECT_EQ(As<IDataObject>(elsewhere)->GetData(&format, &kept), S_OK);
+  EXPECT_GT(::GetEnhMetaFileBits(kept.hEnhMetaFile, 0, nullptr), 100U);
+  ::ReleaseStgMedium(&kept);
+  SetTitle(inactive, "Another");
+  EXPECT_NE(Drawn(inactive.Get()), red);
+}
+
+TEST_F(Documents, RunUntilTheyAreClosedAndFillTheirBounds) {
+  const auto control = Create<IOleObject>();
+  EXPECT_FALSE(::OleIsRunning(control.Get()));
+  EXPECT_EQ(::OleRun(control.Get()), S_OK);
+  EXPECT_TRUE(::OleIsRunning(control.Get()));
+  EXPECT_EQ(control->Close(OLECLOSE_NOSAVE), S_OK);
+  EXPECT_FALSE(::OleIsRunning(control.Get()));
+
+  const auto view = As<IViewObjectEx>(control);
+  DWORD answer = 0;
+  EXPECT_EQ(view->GetViewStatus(&answer), S_OK);
+  EXPECT_EQ(answer, DWORD{VIEWSTATUS_OPAQUE});
+  const RECT bounds{10, 10, 20, 20};
+  for (const LONG at : {9L, 10L, 19L, 20L}) {
+    const DWORD hit = at >= 10 && at < 20 ? HITRESULT_HIT : HITRESULT_OUTSIDE;
+    EXPECT_EQ(view->QueryHitPoint(DVASPECT_CONTENT, &bounds, {at, 15}, 0, &answer), S_OK);
+    EXPECT_EQ(answer, hit) << at;
+    const RECT line{at, 0, at + 1, 30};
+    EXPECT_EQ(view->QueryHitRect(DVASPECT_CONTENT, &bounds, &line, 0, &answer), S_OK);
+    EXPECT_EQ(answer, hit) << at;
+  }
+  SIZEL size{4000, 3000};
+  ASSERT_EQ(control->SetExtent(DVASPECT_CONTENT, &size), S_OK);
+  RECTL rect{};
+  EXPECT_EQ(view->GetRect(DVASPECT_OPAQUE, &rect), S_OK);
+  EXPECT_EQ(rect.right, size.cx);
+  EXPECT_EQ(view->GetRect(DVASPECT_TRANSPARENT, &rect), DV_E_DVASPECT);
+  DVEXTENTINFO wanted{sizeof wanted, DVEXTENT_INTEGRAL, {700, 500}};
+  EXPECT_EQ(view->GetNaturalExtent(DVASPECT_CONTENT, -1, nullptr, nullptr, &wanted, &size), S_OK);
+  EXPECT_EQ(size.cx, 700);
+}
+
+TEST_F(Documents, ThatAreFilesAreBoundByTheirNames) {
+  const std::wstring path = std::filesystem::absolute(L"Räume.planner").wstring();
+  const auto control = Create<IPersistFile>();
+  EXPECT_EQ(control->Save(nullptr, TRUE), E_UNEXPECTED);
+  SetTitle(control, "Räume");
+  ASSERT_EQ(control->Save(path.c_str(), TRUE), S_OK);
+  EXPECT_EQ(control->IsDirty(), S_FALSE);
+  ComPtr<IMoniker> name;
+  ComPtr<IPersistFile> bound;
+  ASSERT_EQ(::CreateFileMoniker(path.c_str(), &name), S_OK);
+  ASSERT_EQ(::BindMoniker(name.Get(), 0, __uuidof(IPersistFile), Out(bound)), S_OK);
+  EXPECT_EQ(Title(bound), "Räume");
+  LPOLESTR file = nullptr;
+  EXPECT_EQ(bound->GetCurFile(&file), S_OK);
+  EXPECT_EQ(file, path);
+  ::CoTaskMemFree(file);
+  EXPECT_TRUE(FAILED(control->Save((path + L"\\in\\a file").c_str(), TRUE)));
+  EXPECT_TRUE(::DeleteFileW(path.c_str()));
+  EXPECT_TRUE(FAILED(Create<IPersistFile>()->Load(path.c_str(), STGM_READ)));
 }
 
 /// An object with a control as a part of it.

@@ -1,7 +1,11 @@
 // tests/hosts/windows/EndToEndTest.cpp: the control in a form, its cache utility and a calendar
 // program, each a process, as a script uses them.
 #include "model/CacheRecord.h"
+#include "platform/windows/drawing/DibSection.h"
+#include "platform/windows/outlook/AutomationOutlook.h"
 #include "platform/windows/system/WindowsLocale.h"
+#include "platform/windows/system/WindowsSystem.h"
+#include "tests/hosts/windows/BareContainer.h"
 #include "tests/hosts/windows/ScriptCase.h"
 #include "tests/platform/windows/TestPrinter.h"
 
@@ -68,6 +72,59 @@ TEST_F(EndToEnd, AYearIsSeenChangedFilteredExportedAndPrinted) {
   EXPECT_THAT(printed, AllOf(StartsWith("%!PS"), EndsWith("%%EOF\n")));
   EXPECT_THAT(WordsOf(printed), AllOf(HasSubstr("JanFebMar"), HasSubstr("Anchor")));
   EXPECT_THAT(SubjectsInCache(), UnorderedElementsAre("Anchor one", "Anchor two"));
+}
+
+/// How many pixels of the days have a colour as the system draws an object; the legend stands
+/// beside them.
+int PixelsIn(IUnknown* object, Colour colour) {
+  const DibSection picture(900, 480);
+  const RECT bounds{0, 0, 900, 480};
+  EXPECT_EQ(::OleDraw(object, DVASPECT_CONTENT, picture.Dc(), &bounds), S_OK);
+  int count = 0;
+  for (int y = 0; y < 480; ++y) {
+    for (int x = 0; x < 700; ++x) count += picture.At(x, y) == colour ? 1 : 0;
+  }
+  return count;
+}
+
+TEST_F(EndToEnd, ADocumentThatIsNotInUseShowsTheYearThatItHad) {
+  DialogOwner owner;
+  {
+    AutomationOutlook outlook(owner);
+    const auto item = outlook.GetNamespace("MAPI")->GetDefaultFolder(9)->Items()->Add("");
+    const int year = WindowsClock().Now().Fields().year;
+    item->SetCategories("Unused 03");
+    item->SetStart(Date::FromYmd(year, 6, 1));
+    item->SetEnd(Date::FromYmd(year, 6, 11));
+    item->Save();
+  }
+  const Colour third = Colour::FromRgb(0xD9, 0x19, 0x0D);
+  CLSID id{};
+  ComPtr<ILockBytes> bytes;
+  ComPtr<IStorage> storage;
+  ComPtr<IOleObject> object;
+  ASSERT_EQ(::CLSIDFromProgID(L"OutlookVelkor.YearPlan", &id), S_OK);
+  ASSERT_EQ(::CreateILockBytesOnHGlobal(nullptr, TRUE, &bytes), S_OK);
+  ASSERT_EQ(::StgCreateDocfileOnILockBytes(
+                bytes.Get(), STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE, 0, &storage),
+            S_OK);
+  ASSERT_EQ(::OleCreate(id, __uuidof(IOleObject), OLERENDER_DRAW, nullptr, nullptr, storage.Get(),
+                        reinterpret_cast<void**>(object.GetAddressOf())),
+            S_OK);
+  const ComPtr<BareContainer> container(new BareContainer(std::move(object)));
+  ASSERT_EQ(container->Do(OLEIVERB_SHOW), S_OK);
+  EXPECT_TRUE(PumpUntil([&] { return PixelsIn(container->control.Get(), third) > 0; }, 60'000));
+  const int seen = PixelsIn(container->control.Get(), third);
+  ComPtr<IPersistStorage> stored;
+  ASSERT_EQ(container->control.As(&stored), S_OK);
+  ASSERT_EQ(::OleSave(stored.Get(), storage.Get(), TRUE), S_OK);
+  stored.Reset();
+  container->Close();
+
+  ASSERT_EQ(::OleLoad(storage.Get(), __uuidof(IOleObject), nullptr,
+                      reinterpret_cast<void**>(object.GetAddressOf())),
+            S_OK);
+  EXPECT_NEAR(PixelsIn(object.Get(), third), seen, seen / 2);
 }
 
 TEST_F(EndToEnd, TheSampleScriptOfTheFormRunsAsItIs) {
