@@ -18,14 +18,18 @@ STDMETHODIMP YearPlanControl::InitNew() {
   return S_OK;
 }
 
+/// Throws Error, and changes nothing then.
+void YearPlanControl::TakeFrom(PropertyBag& bag) {
+  const StockValues stock = ReadStockValues(bag);
+  plan_.ReadProperties(bag);
+  stock_.Take(stock);
+  Dress();
+  dirty_ = false;
+}
+
 HRESULT YearPlanControl::ReadFrom(PropertyBag& bag) {
   return AnswerCall([&] {
-    // First, since nothing is changed where one cannot be read.
-    const StockValues stock = ReadStockValues(bag);
-    plan_.ReadProperties(bag);
-    stock_.Take(stock);
-    Dress();
-    dirty_ = false;
+    TakeFrom(bag);
     Start();
   });
 }
@@ -89,10 +93,9 @@ STDMETHODIMP YearPlanControl::Load(IStorage* storage) {
     storage_.Load(*storage, [this](IStream& stream) {
       MemoryBag properties;
       properties.Load(stream);
-      plan_.ReadProperties(properties);
+      TakeFrom(properties);
     });
     lastPicture_.Load(*storage);
-    dirty_ = false;
   });
 }
 

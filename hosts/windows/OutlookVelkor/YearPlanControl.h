@@ -202,6 +202,7 @@ class YearPlanControl
   void Dress();
   HRESULT Activate();
   HRESULT ActivateByUser(const MSG* message);
+  void TakeFrom(PropertyBag& bag);
   HRESULT ReadFrom(PropertyBag& bag);
   MemoryBag Stored() const;
   HENHMETAFILE MakePicture();

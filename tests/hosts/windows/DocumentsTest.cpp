@@ -64,11 +64,13 @@ TEST_F(Documents, AreMadeStoredLoadedAndDrawnByTheSystemsFunctions) {
               S_OK);
     EXPECT_EQ(::OleRun(control.Get()), S_OK);
     SetTitle(control, "Räume");
+    Planner(As<IDispatch>(control)).Put("BackColor", Variant(std::int32_t{0x112233}));
     EXPECT_EQ(::OleSave(control.Get(), storage.Get(), TRUE), S_OK);
   }
   EXPECT_TRUE(library_.CanUnload());
   const auto loaded = Loaded(storage);
   EXPECT_EQ(Title(loaded), "Räume");
+  EXPECT_EQ(Planner(As<IDispatch>(loaded)).Get("BackColor").ToInt(), 0x112233);
   const DibSection picture(300, 200);
   const RECT bounds{0, 0, 300, 200};
   EXPECT_EQ(::OleDraw(loaded.Get(), DVASPECT_CONTENT, picture.Dc(), &bounds), S_OK);
