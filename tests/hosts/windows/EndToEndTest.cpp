@@ -82,7 +82,7 @@ int PixelsIn(IUnknown* object, Colour colour) {
   EXPECT_EQ(::OleDraw(object, DVASPECT_CONTENT, picture.Dc(), &bounds), S_OK);
   int count = 0;
   for (int y = 0; y < 480; ++y) {
-    for (int x = 0; x < 700; ++x) count += picture.At(x, y) == colour ? 1 : 0;
+    for (int x = 0; x < 600; ++x) count += picture.At(x, y) == colour ? 1 : 0;
   }
   return count;
 }
