@@ -144,8 +144,11 @@ int FormBar::Arrange(int width) {
     wanted += WidthOf(button) + units_.Length(ButtonPadding) + units_.Length(Gap);
   lines.KeepTogether(wanted);
   lines.SkipTo(wanted);
-  for (const HWND button : buttons_)
-    lines.Place(button, WidthOf(button) + units_.Length(ButtonPadding));
+  for (const HWND button : buttons_) {
+    const int wide = WidthOf(button) + units_.Length(ButtonPadding);
+    lines.KeepTogether(wide);
+    lines.Place(button, wide);
+  }
   return lines.Bottom();
 }
 

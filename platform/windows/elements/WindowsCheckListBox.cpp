@@ -44,6 +44,15 @@ class CheckListBoxPeer : public WindowsPeer {
   }
 
  protected:
+  /// The system makes the boxes when the style is set, and in the size of that moment.
+  void FitToDensity() override {
+    const LRESULT boxes = Send(LVM_SETIMAGELIST, LVSIL_STATE, 0);
+    Send(LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_CHECKBOXES, 0);
+    Send(LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_CHECKBOXES, LVS_EX_CHECKBOXES);
+    if (boxes != 0) ::ImageList_Destroy(reinterpret_cast<HIMAGELIST>(boxes));
+    MeasureTexts();
+    FitColumn();
+  }
   /// What stays the same is not touched, so that the list neither scrolls nor loses its row.
   void Mirror() override {
     const std::vector<CheckListBox::Item>& items = list_.Items();

@@ -273,6 +273,9 @@ TEST_F(WindowsFormsTest, EveryDialogShowsItsTextsWholeAtEachDensityAndTextSize) 
                               ExpectWellLaidOut(*form, dialog);
                             }
                             EXPECT_GT(SizeOfWindow(dialog).cx, first.cx);
+                            const HeldHandles before;
+                            for (const UINT dots : {192u, 96u}) MoveToMonitor(dialog, dots);
+                            ExpectNoMoreThan(before);
                             ::PostMessageW(dialog, WM_CLOSE, 0, 0);
                           }});
     forms_.ShowModal(*form);

@@ -5,6 +5,7 @@
 
 #include "platform/windows/system/Wide.h"
 #include "platform/windows/system/Win32.h"
+#include "platform/windows/system/WindowDensity.h"
 #include "platform/windows/system/WindowsLocale.h"
 #include "platform/windows/system/WindowsRegistry.h"
 #include "platform/windows/system/WindowsSettings.h"
@@ -148,6 +149,33 @@ TEST(WindowsEnvironment, AnswersVariablesInUtf8) {
   EXPECT_EQ(WindowsEnvironment().Variable("VELKOR_NOT_SET"), "");
   EXPECT_NE(WindowsEnvironment().Variable("TMP"), "");
   EXPECT_TRUE(WindowsClock().Now().IsValid());
+}
+
+TEST(WindowDensity, WhatIsMadeOverAWindowCountsAsTheWindowDoes) {
+  const auto same = [](DPI_AWARENESS_CONTEXT one) {
+    return ::AreDpiAwarenessContextsEqual(one, ::GetThreadDpiAwarenessContext()) != FALSE;
+  };
+  const DPI_AWARENESS_CONTEXT usual = ::GetThreadDpiAwarenessContext();
+  for (const DPI_AWARENESS_CONTEXT made :
+       {DPI_AWARENESS_CONTEXT_UNAWARE, DPI_AWARENESS_CONTEXT_SYSTEM_AWARE,
+        DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE}) {
+    ::SetThreadDpiAwarenessContext(made);
+    const HWND window =
+        ::CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
+    ::SetThreadDpiAwarenessContext(usual);
+    {
+      const AwarenessScope scope(window);
+      EXPECT_TRUE(same(made));
+      const AwarenessScope none(nullptr);
+      EXPECT_TRUE(same(made));
+    }
+    EXPECT_TRUE(same(usual));
+    KeepDotsPerInch(window, 144);
+    EXPECT_EQ(DotsPerInch(window), 144U);
+    KeepDotsPerInch(window, 0);
+    EXPECT_EQ(DotsPerInch(window), ::GetDpiForWindow(window));
+    ::DestroyWindow(window);
+  }
 }
 
 TEST(Wide, InvalidTextBecomesReplacementCharacters) {
