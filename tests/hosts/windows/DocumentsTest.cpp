@@ -233,6 +233,19 @@ TEST_F(Documents, OpenInEveryWordSizeAndDamagedOnesChangeNothing) {
   }
 }
 
+TEST_F(Documents, WhatAControlOf64BitsStoredIsWholeInBothWordSizes) {
+  ComPtr<IStorage> file;
+  ASSERT_EQ(::StgOpenStorage(ToWide(TEST_DATA "stored-planner.doc").c_str(), nullptr,
+                             STGM_READ | STGM_SHARE_DENY_WRITE, nullptr, 0, &file),
+            S_OK);
+  const auto storage = NewStorage();
+  ASSERT_EQ(file->CopyTo(0, nullptr, nullptr, storage.Get()), S_OK);
+  const AutomationObject planner = Planner(As<IDispatch>(Loaded(storage)));
+  EXPECT_EQ(planner.Get("TitleName").ToText(), "Räume");
+  EXPECT_EQ(planner.Get("Folder").ToText(), "Team\\Leave");
+  EXPECT_EQ(planner.Get("BackColor").ToInt(), 0x336699);
+}
+
 TEST_F(Documents, AreToldApartByABitmapAndAnIcon) {
   std::array<wchar_t, 39> id{};
   ::StringFromGUID2(Id(), id.data(), static_cast<int>(id.size()));
