@@ -149,8 +149,12 @@ class PoorStorage : public ComObject<IStorage> {
   enum class Lack { Streams, Space, NewNames };
   PoorStorage(ComPtr<IStorage> whole, Lack lack) : whole_(std::move(whole)), lack_(lack) {}
 
+  /// Called whenever something is asked of it.
+  std::function<void()> onCall = [] {};
+
   STDMETHODIMP CreateStream(const OLECHAR* name, DWORD mode, DWORD, DWORD,
                             IStream** stream) override {
+    onCall();
     if (lack_ == Lack::Streams) return STG_E_MEDIUMFULL;
     const HRESULT result = whole_->CreateStream(name, mode, 0, 0, stream);
     if (lack_ == Lack::NewNames) return result;
@@ -160,6 +164,7 @@ class PoorStorage : public ComObject<IStorage> {
   }
   STDMETHODIMP OpenStream(const OLECHAR* name, void*, DWORD mode, DWORD,
                           IStream** stream) override {
+    onCall();
     return whole_->OpenStream(name, nullptr, mode, 0, stream);
   }
   STDMETHODIMP CreateStorage(const OLECHAR*, DWORD, DWORD, DWORD, IStorage**) override {
@@ -206,6 +211,24 @@ TEST_F(Documents, AStorageThatCannotBeWrittenKeepsWhatItHad) {
   const ComPtr<PoorStorage> poor(new PoorStorage(storage, PoorStorage::Lack::NewNames));
   EXPECT_EQ(control->Save(poor.Get(), TRUE), S_OK);
   EXPECT_EQ(Title(Loaded(storage)), "New");
+}
+
+TEST_F(Documents, MayBeLetGoInTheMiddleOfBeingStoredOrLoaded) {
+  const auto storage = NewStorage();
+  for (const auto lack : {PoorStorage::Lack::NewNames, PoorStorage::Lack::Space}) {
+    const ComPtr<PoorStorage> poor(new PoorStorage(storage, lack));
+    for (const bool stores : {true, false}) {
+      auto control = Create<IPersistStorage>();
+      if (stores) {
+        ASSERT_EQ(control->InitNew(storage.Get()), S_OK);
+      }
+      IPersistStorage* const called = control.Get();
+      poor->onCall = [&] { control.Reset(); };
+      const HRESULT result = stores ? called->Save(poor.Get(), TRUE) : called->Load(poor.Get());
+      EXPECT_EQ(SUCCEEDED(result), !stores || lack == PoorStorage::Lack::NewNames);
+      EXPECT_TRUE(library_.CanUnload());
+    }
+  }
 }
 
 TEST_F(Documents, OpenInEveryWordSizeAndDamagedOnesChangeNothing) {
