@@ -5,7 +5,6 @@
 #include <unordered_set>
 #include <utility>
 
-#include "model/AppointmentOf.h"
 #include "model/BackgroundRefresh.h"
 #include "model/ColourRecord.h"
 #include "model/EventCollection.h"
@@ -14,7 +13,6 @@
 #include "model/Guard.h"
 #include "platform/Elements.h"
 #include "span/CategoryFilter.h"
-#include "span/Globals.h"
 #include "values/FlagScope.h"
 
 namespace velkor {
@@ -22,27 +20,18 @@ namespace {
 
 constexpr std::string_view AddingFailed = "Error adding appointment ";
 
-CalEvent EventOf(OutlookItem& appointment, std::string entryId, const EventFields& fields) {
-  CalEvent event;
-  event.EventID = std::move(entryId);
-  event.Subject = appointment.Subject();
-  event.Categories = appointment.Categories();
-  event.StartDate = appointment.Start();
-  event.EndDate = appointment.End();
-  if (!event.StartDate.IsValid() || !event.EndDate.IsValid()) {
-    throw Error(errors::TypeMismatch, "\"" + event.Subject + "\" has a date that is none");
-  }
-  fields.Derive(event);
-  return event;
-}
-
 }  // namespace
 
-struct ItemArrivals::Gathered {
-  /// Occurrences that the view shows.
-  std::vector<CalEvent> events;
-  /// One is not among them, since the filter or its lack of a category hides it.
-  bool leftOut = false;
+struct ItemArrivals::Work {
+  explicit Work(Batch all) : batch(std::move(all)), failure(batch.failure) {}
+
+  Batch batch;
+  /// Of the appointments; none where a refresh brings them.
+  std::optional<ItemReading> reading;
+  DisplaySpan span;
+  std::optional<Error> failure;
+  /// The user was told of a failure on the way.
+  bool told = false;
 };
 
 ItemArrivals::ItemArrivals(const EventView& view, BackgroundRefresh& refresh,
@@ -61,8 +50,15 @@ void ItemArrivals::ItemRemove() {
   tmrItems_.SetEnabled(true);
 }
 
+void ItemArrivals::Missed() {
+  work_.reset();
+  waiting_.needsRefresh = waiting_.colourRecords = true;
+  tmrItems_.SetEnabled(true);
+}
+
 void ItemArrivals::Forget() noexcept {
   waiting_ = {};
+  work_.reset();
   tmrItems_.SetEnabled(false);
 }
 
@@ -91,7 +87,7 @@ void ItemArrivals::Note(OutlookItem& item, bool replace) {
 
 /// The appointment that an added or changed item stands for; none for one that never enters the
 /// view: a meeting item without an appointment, or a colour record.
-std::optional<ItemArrivals::Sought> ItemArrivals::SoughtBy(OutlookItem& item) {
+std::optional<SoughtAppointment> ItemArrivals::SoughtBy(OutlookItem& item) {
   std::unique_ptr<OutlookItem> behind;
   OutlookItem* appointment = &item;
   const int itemClass = item.Class();
@@ -100,19 +96,24 @@ std::optional<ItemArrivals::Sought> ItemArrivals::SoughtBy(OutlookItem& item) {
     appointment = behind.get();
   }
   if (appointment == nullptr) return std::nullopt;
-  Sought sought{appointment->EntryID(), appointment->Subject(), appointment->IsRecurring()};
+  SoughtAppointment sought{appointment->EntryID(), appointment->Subject(),
+                           appointment->IsRecurring()};
   if (colour_record::IsSubject(sought.subject)) return std::nullopt;
+  if (!sought.recurring) {
+    sought.start = appointment->Start();
+    sought.end = appointment->End();
+  }
   return sought;
 }
 
-void ItemArrivals::Keep(Sought sought) {
+void ItemArrivals::Keep(SoughtAppointment sought) {
   const auto [place, isNew] =
       waiting_.placeOf.try_emplace(sought.entryId, waiting_.appointments.size());
   if (isNew) {
     waiting_.appointments.push_back(std::move(sought));
     return;
   }
-  Sought& before = waiting_.appointments[place->second];
+  SoughtAppointment& before = waiting_.appointments[place->second];
   sought.replace = sought.replace || before.replace;
   before = std::move(sought);
 }
@@ -120,105 +121,91 @@ void ItemArrivals::Keep(Sought sought) {
 void ItemArrivals::Take() {
   if (taking_ || refresh_.Busy()) return;
   tmrItems_.SetEnabled(false);
-  const Batch batch = std::exchange(waiting_, {});
-  if (batch.IsEmpty()) return;
+  if (waiting_.IsEmpty() && !work_) return;
   const FlagScope taking(taking_);
-  Outcome outcome;
+  std::optional<Error> untold;
   refresh_.FollowChanges([&] {
-    outcome = Bring(batch);
-    if (outcome.forces || outcome.follows) refresh_.StartRefresh(outcome.forces);
-    return outcome.told || outcome.failure;
+    const bool told = Begin();
+    const std::shared_ptr<Work> work = work_;
+    return (work && Bring(*work, untold)) || told;
   });
-  const bool tells = outcome.failure && !outcome.told && !told_;
-  told_ = outcome.failure.has_value();
-  if (tells) TellError(platform_.messages, AddingFailed, *outcome.failure);
+  if (work_ || !waiting_.IsEmpty()) tmrItems_.SetEnabled(true);
+  if (untold) TellError(platform_.messages, AddingFailed, *untold);
 }
 
-ItemArrivals::Outcome ItemArrivals::Bring(const Batch& batch) {
-  Outcome outcome;
-  outcome.failure = batch.failure;
-  if (batch.colourRecords) outcome.told = !view_.reloadCategories();
-  outcome.forces = batch.needsRefresh;
-  const bool isTooMany = batch.appointments.size() >= MostAppointments;
-  if (!batch.appointments.empty() && !isTooMany) BringAppointments(batch, outcome);
-  // It asks for no subject and brings what could not be read by itself.
-  outcome.forces = outcome.forces || isTooMany || outcome.failure;
-  return outcome;
+/// Takes up what waits, unless something is being brought in; colours at once.
+/// @return whether the user was told of trouble
+bool ItemArrivals::Begin() {
+  bool told = false;
+  if (std::exchange(waiting_.colourRecords, false)) told = !view_.reloadCategories();
+  if (work_) return told;
+  work_ = std::make_shared<Work>(std::exchange(waiting_, {}));
+  work_->told = told;
+  work_->span = view_.fields().span;
+  const auto& sought = work_->batch.appointments;
+  if (!sought.empty() && sought.size() < MostAppointments) {
+    work_->reading.emplace(sought, work_->span, platform_.locale);
+  }
+  return told;
 }
 
-void ItemArrivals::BringAppointments(const Batch& batch, Outcome& outcome) {
-  const DisplaySpan span = view_.fields().span;
-  Gathered gathered;
+/// @param untold  takes what the user is to be told
+/// @return whether the user was or is told of trouble
+bool ItemArrivals::Bring(Work& work, std::optional<Error>& untold) {
+  if (work.reading && ReadOn(work)) return false;
+  // The folder was let go while it was read.
+  if (work_.get() != &work) return false;
+  work_.reset();
+  const auto& sought = work.batch.appointments;
+  // A refresh asks for no subject, and brings what could not be read by itself, what is hidden and
+  // what came while another year was on show: there these events have no place.
+  bool forces = work.batch.needsRefresh || work.failure || (!sought.empty() && !work.reading);
+  bool follows = false;
+  if (work.reading && view_.fields().span != work.span) {
+    forces = true;
+  } else if (work.reading) {
+    forces = Show(work) || forces;
+    // Occurrences that have a subject of their own were not found by that of the series.
+    follows = std::any_of(sought.begin(), sought.end(), [](const SoughtAppointment& each) {
+      return each.replace && each.recurring;
+    });
+  }
+  if (forces || follows) refresh_.StartRefresh(forces);
+  if (!work.told && !told_) untold = work.failure;
+  told_ = work.failure.has_value();
+  return work.told || work.failure;
+}
+
+/// @return false when all is read, or no more can be
+bool ItemArrivals::ReadOn(Work& work) {
   try {
-    Gather(batch, gathered);
+    return work.reading->ReadOn(folder_());
   } catch (const Error& error) {
-    outcome.failure = error;
-  }
-  // Messages that came in meanwhile showed another year: there these events have no place.
-  if (view_.fields().span != span) {
-    outcome.forces = true;
-    return;
-  }
-  const bool isWhole = !outcome.failure;
-  if (Show(batch, gathered, isWhole) && isWhole) view_.rewriteCache();
-  // The cache file lacks what is hidden until a refresh brings it.
-  outcome.forces = outcome.forces || gathered.leftOut;
-  // Occurrences that have a subject of their own were not found by that of the series.
-  outcome.follows =
-      std::any_of(batch.appointments.begin(), batch.appointments.end(),
-                  [](const Sought& sought) { return sought.replace && sought.recurring; });
-}
-
-/// The items of the span, each occurrence by itself; of one subject where a filter text can tell.
-std::unique_ptr<OutlookItems> ItemArrivals::ItemsOf(const Batch& batch) {
-  const std::vector<Sought>& all = batch.appointments;
-  std::string filter = Globals::ViewRestriction(view_.fields().span, platform_.locale);
-  const auto subject = Globals::FilterValue(all.front().subject);
-  const bool isOneSubject = std::all_of(all.begin(), all.end(), [&](const Sought& sought) {
-    return sought.subject == all.front().subject;
-  });
-  if (subject && isOneSubject) filter += " And [Subject]=" + *subject;
-  auto items = folder_().Items()->Restrict(filter);
-  items->Sort("[Start]");
-  const bool isAnyRecurring =
-      std::any_of(all.begin(), all.end(), [](const Sought& sought) { return sought.recurring; });
-  if (isAnyRecurring) items->IncludeRecurrences(true);
-  return items;
-}
-
-/// Collects the occurrences of the batch's appointments; those before an Error stay.
-void ItemArrivals::Gather(const Batch& batch, Gathered& gathered) {
-  const EventFields fields = view_.fields();
-  const auto items = ItemsOf(batch);
-  for (auto item = items->GetFirst(); item; item = items->GetNext()) {
-    const auto appointment = AppointmentOf(std::move(item));
-    if (!appointment) continue;
-    std::string entryId = appointment->EntryID();
-    if (!batch.placeOf.contains(entryId)) continue;
-    CalEvent event = EventOf(*appointment, std::move(entryId), fields);
-    if (event.CatIndex == -1 || view_.filter.IsFilteredOut(event.Categories)) {
-      gathered.leftOut = true;
-    } else {
-      gathered.events.push_back(std::move(event));
-    }
+    work.failure = error;
+    return false;
   }
 }
 
-/// @param isWhole  everything could be read: else nothing makes way for it
-/// @return whether there was anything to show or to take out
-bool ItemArrivals::Show(const Batch& batch, Gathered& gathered, bool isWhole) {
+/// Puts what was read in place of what it replaces, which stays where not all could be read.
+/// @return whether the filter or the lack of a category hides some of it, which the cache file
+///         lacks until a refresh brings it
+bool ItemArrivals::Show(Work& work) {
   std::unordered_set<std::string> replaced;
-  for (const Sought& sought : batch.appointments) {
-    if (isWhole && sought.replace) replaced.insert(sought.entryId);
+  for (const SoughtAppointment& sought : work.batch.appointments) {
+    if (!work.failure && sought.replace) replaced.insert(sought.entryId);
   }
-  if (gathered.events.empty() && replaced.empty()) return false;
   const EventFields fields = view_.fields();
-  view_.change([&](EventCollection& collection) {
-    // The categories may be others than when it was read.
-    for (CalEvent& event : gathered.events) fields.Derive(event);
-    collection.Insert(std::move(gathered.events), replaced);
+  std::vector<CalEvent>& events = work.reading->Events();
+  for (CalEvent& event : events) fields.Derive(event);
+  const std::size_t hidden = std::erase_if(events, [&](const CalEvent& event) {
+    return event.CatIndex == -1 || view_.filter.IsFilteredOut(event.Categories);
   });
-  return true;
+  if (!events.empty() || !replaced.empty()) {
+    view_.change(
+        [&](EventCollection& collection) { collection.Insert(std::move(events), replaced); });
+    if (!work.failure) view_.rewriteCache();
+  }
+  return hidden > 0;
 }
 
 }  // namespace velkor

@@ -9,6 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "model/ItemReading.h"
 #include "platform/Outlook.h"
 #include "platform/Platform.h"
 #include "values/Error.h"
@@ -17,12 +18,12 @@ namespace velkor {
 
 class BackgroundRefresh;
 class Timer;
-struct CalEvent;
 struct EventView;
 
 /// Notes what others change in the calendar and, when tmrItems ticks, brings all of it into the
-/// view: one reading of the calendar, one layout, one rewrite of the cache file, one message at
-/// most. Nothing is brought in while that goes on, or while a refresh is started or cancelled.
+/// view: one reading of the calendar for each subject, one layout, one rewrite of the cache file,
+/// one message at most. What takes long to read is read over several ticks. Nothing is brought in
+/// while that goes on, or while a refresh is started or cancelled.
 class ItemArrivals : public OutlookItemEvents {
  public:
   /// Of more appointments none is read by itself: a refresh brings them all.
@@ -39,25 +40,21 @@ class ItemArrivals : public OutlookItemEvents {
   void ItemChange(OutlookItem& item) override { Note(item, true); }
   void ItemRemove() override;
 
-  /// A tick of tmrItems: takes what waits, or leaves it for the next tick.
+  /// A tick of tmrItems: takes what waits, or leaves it, or the rest of it, for the next tick.
   void Take();
+  /// Nothing was told for a while: anything may have changed.
+  void Missed();
+  /// What waited is being brought in.
+  bool IsTaking() const { return taking_; }
   /// Drops what waits: the folder is let go.
   void Forget() noexcept;
 
  private:
-  /// An appointment that was added or changed, as its occurrences are found again.
-  struct Sought {
-    std::string entryId;
-    std::string subject;
-    bool recurring = false;
-    /// Its events in the view make way.
-    bool replace = false;
-  };
   /// What waits.
   struct Batch {
-    std::vector<Sought> appointments;
+    std::vector<SoughtAppointment> appointments;
     std::unordered_map<std::string, std::size_t> placeOf;
-    /// Removed, or more than are read one by one.
+    /// Removed, missed, or more than are read one by one.
     bool needsRefresh = false;
     bool colourRecords = false;
     std::optional<Error> failure;
@@ -66,24 +63,16 @@ class ItemArrivals : public OutlookItemEvents {
       return appointments.empty() && !needsRefresh && !colourRecords && !failure;
     }
   };
-  struct Gathered;
-  /// What is left to do once a batch is in the view.
-  struct Outcome {
-    std::optional<Error> failure;
-    /// The user was told of a failure on the way.
-    bool told = false;
-    bool forces = false;
-    bool follows = false;
-  };
+  /// A batch that is being brought in, over several ticks where it takes long.
+  struct Work;
 
   void Note(OutlookItem& item, bool replace);
-  void Keep(Sought sought);
-  static std::optional<Sought> SoughtBy(OutlookItem& item);
-  Outcome Bring(const Batch& batch);
-  void BringAppointments(const Batch& batch, Outcome& outcome);
-  std::unique_ptr<OutlookItems> ItemsOf(const Batch& batch);
-  void Gather(const Batch& batch, Gathered& gathered);
-  bool Show(const Batch& batch, Gathered& gathered, bool isWhole);
+  void Keep(SoughtAppointment sought);
+  static std::optional<SoughtAppointment> SoughtBy(OutlookItem& item);
+  bool Begin();
+  bool Bring(Work& work, std::optional<Error>& untold);
+  bool ReadOn(Work& work);
+  bool Show(Work& work);
 
   const EventView& view_;
   BackgroundRefresh& refresh_;
@@ -92,6 +81,8 @@ class ItemArrivals : public OutlookItemEvents {
   const std::string& appointmentForm_;
   std::function<OutlookFolder&()> folder_;
   Batch waiting_;
+  /// Shared, as what is called for it may drop it.
+  std::shared_ptr<Work> work_;
   bool taking_ = false;
   /// The last batch failed, which the user was told.
   bool told_ = false;

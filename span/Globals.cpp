@@ -9,8 +9,12 @@
 namespace velkor::Globals {
 
 std::string ViewRestriction(const DisplaySpan& span, LocaleApi& locale) {
-  return "[Start] <= " + QuoteText(locale.ShortDate(span.ViewEndDate()) + " 11:59 PM") +
-         " AND [End] > " + QuoteText(locale.ShortDate(span.ViewStartDate()) + " 12:00 AM");
+  return DaysRestriction(span.ViewStartDate(), span.ViewEndDate(), locale);
+}
+
+std::string DaysRestriction(Date first, Date last, LocaleApi& locale) {
+  return "[Start] <= " + QuoteText(locale.ShortDate(last) + " 11:59 PM") + " AND [End] > " +
+         QuoteText(locale.ShortDate(first) + " 12:00 AM");
 }
 
 std::string QuoteText(std::string_view text) {

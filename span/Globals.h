@@ -16,6 +16,8 @@ namespace Globals {
 /// The filter text that selects the items of the span from a calendar folder. The dates are in
 /// the user's short date format; the times are fixed English texts.
 std::string ViewRestriction(const DisplaySpan& span, LocaleApi& locale);
+/// The same from the first day to the last.
+std::string DaysRestriction(Date first, Date last, LocaleApi& locale);
 
 /// The text between two double quotes; quotes inside stay as they are.
 std::string QuoteText(std::string_view text);

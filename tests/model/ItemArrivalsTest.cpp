@@ -1,6 +1,9 @@
 // tests/model/ItemArrivalsTest.cpp: what the folder's item events bring to the view.
 #include "model/ItemArrivals.h"
 
+#include <algorithm>
+
+#include "tests/control/LoggedOutlook.h"
 #include "tests/model/CalendarCase.h"
 
 namespace velkor {
@@ -164,10 +167,50 @@ TEST_F(ItemArrivalsTest, WhatWaitsIsTakenTogetherInOrderOfStart) {
   calendar_.Delete(ids[1]);
   EXPECT_THAT(view_.Take(), IsEmpty());
   tmrItems_.Tick();
+  EXPECT_THAT(view_.Take(), IsEmpty()) << "a subject or two at a time";
+  while (tmrItems_.Enabled()) tmrItems_.Tick();
   EXPECT_THAT(view_.Take(), ElementsAre("change", "rewrite", "force"));
   EXPECT_THAT(view_.Shown(), ElementsAre(weekly + " 5.1 9", ids[0] + " 12.1 0", weekly + " 12.1 9",
                                          weekly + " 19.1 9", "old 1.2 0", ids[2] + " 1.2 0"));
   EXPECT_FALSE(tmrItems_.Enabled());
+}
+
+TEST_F(ItemArrivalsTest, AmongManyOfOneSubjectThoseThatCameAreFetchedOnceAndALongSeriesInSteps) {
+  LoggedOutlook logged(embedded_);
+  CalendarAccess access(view_.view, refresh_, seams_.On(logged, messages_), tmrItems_,
+                        appointmentForm_);
+  tmrItems_.onTimer = [&] { access.Arrivals().Take(); };
+  access.Open();
+  access_.Release();
+  for (int i = 0; i < 300; ++i) {
+    CalendarItem item = SampleItem("same", At(2006, 1, 1 + i), At(2006, 1, 2 + i));
+    item.entryId = std::to_string(i);
+    calendar_.Add(std::move(item));
+  }
+  access.ResolveFolder("");
+  const auto countOf = [&](const char* call) {
+    return std::count(logged.calls.begin(), logged.calls.end(), call);
+  };
+  for (const int day : {10, 12, 9}) {
+    SaveSilently(SampleItem("same", At(2006, 3, day), At(2006, 3, day)));
+  }
+  tmrItems_.Tick();
+  EXPECT_EQ(view_.events.Count(), 3U);
+  EXPECT_EQ(countOf("Restrict"), 1);
+  EXPECT_LE(countOf("GetNext"), 9) << "those of their own days";
+
+  CalendarItem daily = SampleItem("daily", At(2006, 1, 1), At(2006, 1, 2));
+  daily.recurring = true;
+  for (int i = 0; i < 365; ++i)
+    daily.occurrences.push_back({At(2006, 1, 1 + i), At(2006, 1, 2 + i), -1});
+  SaveSilently(daily);
+  while (tmrItems_.Enabled()) {
+    const auto calls = countOf("GetNext");
+    tmrItems_.Tick();
+    EXPECT_LE(countOf("GetNext") - calls, 16);
+    EXPECT_TRUE(view_.events.Count() == 3U || !tmrItems_.Enabled());
+  }
+  EXPECT_EQ(view_.events.Count(), 368U);
 }
 
 TEST_F(ItemArrivalsTest, SubjectsWithAnyQuotesArrive) {
@@ -198,14 +241,14 @@ TEST_F(ItemArrivalsTest, ManyChangesThatFailEndInOneMessage) {
   messages_.Expect("Error adding appointment 13 ");
   for (int batch = 0; batch < 3; ++batch) {
     for (int i = 0; i < 30; ++i) SaveSilently(broken);
-    tmrItems_.Tick();
+    while (tmrItems_.Enabled()) tmrItems_.Tick();
     EXPECT_THAT(view_.Take(), ElementsAre("force"));
   }
   // Colours that cannot be read are told by whoever reads them.
   view_.categoriesKnown = false;
   SaveSilently(SampleRecord("PLEASE IGNORE - Velkor Category Colours: Default", "a list"));
   SaveSilently(broken);
-  tmrItems_.Tick();
+  while (tmrItems_.Enabled()) tmrItems_.Tick();
   EXPECT_THAT(view_.Take(), ElementsAre("colours", "force"));
   // Nor is there one for a refresh that fails at the same.
   seams_.cacheUtilities.Complete(7);

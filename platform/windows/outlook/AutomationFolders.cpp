@@ -33,7 +33,8 @@ std::unique_ptr<OutlookFolder> AutomationFolder::Folder(std::string_view name) {
 }
 
 std::unique_ptr<OutlookItems> AutomationFolder::Items() {
-  return ItemsOf(link_, folder_);
+  // A copy, as the call may let this go.
+  return ItemsOf(link_, AutomationObject(folder_));
 }
 
 std::unique_ptr<OutlookFolder> AutomationNamespace::Folder(std::string_view name) {
