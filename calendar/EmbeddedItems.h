@@ -31,6 +31,7 @@ class EmbeddedItems : public OutlookItems {
   std::unique_ptr<OutlookItem> FindNext() override;
   std::unique_ptr<OutlookItem> Add(std::string_view messageClass) override;
   void Connect(OutlookItemEvents* events) override;
+  bool IsConnected(bool /*ask*/) override { return listener_ != nullptr; }
 
  private:
   void Gather();

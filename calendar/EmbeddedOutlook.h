@@ -39,6 +39,7 @@ class EmbeddedOutlook : public OutlookApplication {
 
   std::string Version() override { return options_.version; }
   std::string CurrentUserName() override { return options_.userName; }
+  bool IsRunning() override { return true; }
   std::unique_ptr<OutlookNamespace> GetNamespace(std::string_view type) override;
 
  private:

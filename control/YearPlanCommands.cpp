@@ -20,6 +20,7 @@
 
 namespace velkor {
 void YearPlan::Parts::Command1_Click() {
+  if (ticksToStart_) return StartUp(true);
   if (!live_) return;
   Guard(platform_.messages, "Error refreshing the year ", [&] {
     ReloadEvents();

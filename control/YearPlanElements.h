@@ -29,7 +29,7 @@ struct YearPlanElements {
   /// not their holder; what a holder holds follows it.
   std::vector<PlacedElement> Placed();
   std::array<Menu*, 2> Menus() { return {&mnuPop, &legend.mnuCatPop}; }
-  std::array<Timer*, 3> Timers() { return {&tmrStart, &tmrBackground, &tmrItems}; }
+  std::array<Timer*, 4> Timers() { return {&tmrStart, &tmrBackground, &tmrItems, &tmrCalendar}; }
 
   Toolbar Toolbar1;
   /// "Year " and the displayed year.
@@ -73,6 +73,8 @@ struct YearPlanElements {
   Timer tmrBackground{"tmrBackground", 50000};
   /// Runs while item events wait to be taken together.
   Timer tmrItems{"tmrItems", 50};
+  /// Runs from the first start-up on: sees to the connection with the calendar program.
+  Timer tmrCalendar{"tmrCalendar", 5000};
 };
 
 }  // namespace velkor

@@ -48,7 +48,7 @@ YearPlan::Parts::Parts(const Platform& platform, ControlHost& host)
             [this] { return ReloadCategories(); }},
       refresh_(
           platform_, elements.tmrBackground, [this] { return InputsOf(grid_.Span(), paths_); },
-          [this](Colour colour) { ReportStatus(colour); }, view_.reload),
+          [this](Colour colour) { ReportStatus(colour); }, [this] { TakeRefresh(); }),
       access_(view_, refresh_, platform_, elements.tmrItems, Properties().AppointmentForm),
       colours_([this] { return access_.ReopenFolder(); }, platform_.locale, platform_.messages),
       commands_(view_, refresh_, access_, platform_, Properties().AppointmentForm),
@@ -104,6 +104,7 @@ void YearPlan::Parts::Connect() {
   elements.tmrStart.onTimer = [this] { tmrStart_Timer(); };
   elements.tmrBackground.onTimer = [this] { tmrBackground_Timer(); };
   elements.tmrItems.onTimer = [this] { tmrItems_Timer(); };
+  elements.tmrCalendar.onTimer = [this] { tmrCalendar_Timer(); };
   elements.Command1.onClick = [this] { Command1_Click(); };
   elements.Toolbar1.onButtonClick = [this](std::string_view key) { Toolbar1_ButtonClick(key); };
   legend_.onChange = [this](AccessibleChange change) { accessible_.LegendChanged(change); };
@@ -149,7 +150,7 @@ void YearPlan::Parts::SetLive(bool live) {
 
 void YearPlan::Parts::tmrStart_Timer() {
   elements.tmrStart.SetEnabled(false);
-  StartUp();
+  StartUp(true);
 }
 
 void YearPlan::Parts::tmrBackground_Timer() {
@@ -165,8 +166,27 @@ void YearPlan::Parts::tmrItems_Timer() {
         [&] { access_.Arrivals().Take(); });
 }
 
-void YearPlan::Parts::StartUp() {
+void YearPlan::Parts::tmrCalendar_Timer() {
+  if (live_) {
+    access_.KeepConnected();
+  } else if (ticksToStart_ && --*ticksToStart_ == 0) {
+    StartUp(false);
+  }
+}
+
+void YearPlan::Parts::OfferStart(int start) {
+  // Another one may have come in while this one's message was open.
+  if (live_ || start != starts_) return;
+  constexpr int TicksOfAMinute = 12;
+  ticksToStart_ = TicksOfAMinute;
+  elements.tmrCalendar.SetEnabled(true);
+  elements.Command1.SetEnabled(true);
+}
+
+void YearPlan::Parts::StartUp(bool tells) {
+  const int start = ++starts_;
   int step = 1;
+  ticksToStart_.reset();
   SetLive(false);
   gridView_.End();
   try {
@@ -176,7 +196,8 @@ void YearPlan::Parts::StartUp() {
     access_.Open();
     step = 2;
     if (!access_.ResolveFolder(Properties().Folder)) {
-      Tell(platform_.messages, "Unable to access specified calendar folder.");
+      if (tells) Tell(platform_.messages, "Unable to access specified calendar folder.");
+      OfferStart(start);
       return;
     }
     step = 4;
@@ -189,6 +210,7 @@ void YearPlan::Parts::StartUp() {
     LoadEvents();
     step = 8;
     SetLive(true);
+    elements.tmrCalendar.SetEnabled(true);
     gridView_.Begin();
     Redraw(true);
     step = 9;
@@ -201,11 +223,14 @@ void YearPlan::Parts::StartUp() {
     ApplyFilter(
         LoadFilter(platform_.settings, Properties().TitleName, grid_.Filter().FilterSeparator()));
   } catch (const Error& error) {
-    TellError(platform_.messages,
-              "Error while initialising the background processing, the cache file will not be "
-              "updated from the calender (Step:" +
-                  std::to_string(step) + "). \r\rError: ",
-              error);
+    if (tells || live_) {
+      TellError(platform_.messages,
+                "Error while initialising the background processing, the cache file will not be "
+                "updated from the calender (Step:" +
+                    std::to_string(step) + "). \r\rError: ",
+                error);
+    }
+    OfferStart(start);
   }
 }
 
@@ -274,6 +299,13 @@ void YearPlan::Parts::LoadEvents() {
 void YearPlan::Parts::ReloadEvents() {
   LoadEvents();
   Redraw(false);
+}
+
+/// The calendar was just read, so its program runs; whether it still is the one that was connected
+/// to shows only when it is asked.
+void YearPlan::Parts::TakeRefresh() {
+  access_.AskSoon();
+  ReloadEvents();
 }
 
 void YearPlan::Parts::ChangeEvents(const std::function<void(EventCollection&)>& alter) {

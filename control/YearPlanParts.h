@@ -38,8 +38,9 @@ class YearPlan::Parts : public CategoryView, public YearSource {
   void ReadProperties(PropertyBag& bag);
   const YearGrid& Grid() const { return grid_; }
 
-  /// Runs once, after the properties were read.
-  void StartUp();
+  /// Runs after the properties were read, and again while it finds no calendar.
+  /// @param tells  what keeps it from a calendar
+  void StartUp(bool tells);
   void ChangeYear(int by);
   void SetLook(const ControlLook& look);
   void SetLocale(LocaleId locale);
@@ -86,6 +87,9 @@ class YearPlan::Parts : public CategoryView, public YearSource {
   void tmrStart_Timer();
   void tmrBackground_Timer();
   void tmrItems_Timer();
+  void tmrCalendar_Timer();
+  /// Has the button and tmrCalendar start up again.
+  void OfferStart(int start);
   void Command1_Click();
   void Toolbar1_ButtonClick(std::string_view key);
   void Filter_Click();
@@ -104,6 +108,8 @@ class YearPlan::Parts : public CategoryView, public YearSource {
   bool ReloadCategories();
   void LoadEvents();
   void ReloadEvents();
+  /// A refresh has written the cache file.
+  void TakeRefresh();
   void ChangeEvents(const std::function<void(EventCollection&)>& alter);
   /// Writes the cache file from the events; a failure starts a forced refresh.
   void RewriteCache();
@@ -138,6 +144,10 @@ class YearPlan::Parts : public CategoryView, public YearSource {
   PixelSize pixel_;
   StripKind strip_ = StripKind::Commands;
   bool live_ = false;
+  /// Counts the start-ups, so that one whose message is open sees that it was overtaken.
+  int starts_ = 0;
+  /// Ticks of tmrCalendar until the next start-up; none while that is not offered.
+  std::optional<int> ticksToStart_;
   /// The title whose categories are on show as the calendar has them; none when they could not be
   /// read.
   std::optional<std::string> knownTitle_;

@@ -5,6 +5,7 @@
 
 #include "platform/System.h"
 #include "values/Error.h"
+#include "values/FlagScope.h"
 #include "values/Text.h"
 
 namespace velkor {
@@ -63,27 +64,76 @@ bool CalendarAccess::ResolveFolder(std::string_view folder) {
   return true;
 }
 
+/// A session of its own, and the folder on show in it.
+CalendarAccess::Opened CalendarAccess::OpenAgain() {
+  Opened opened{platform_.outlook.GetNamespace("MAPI"), nullptr};
+  if (opened.session) opened.folder = opened.session->GetFolderFromID(entryId_, storeId_);
+  if (!opened.folder) {
+    throw Error(errors::CalendarFailed, "The calendar folder is not there any more");
+  }
+  return opened;
+}
+
 std::unique_ptr<OutlookFolder> CalendarAccess::ReopenFolder() {
-  const auto session = platform_.outlook.GetNamespace("MAPI");
-  auto folder = session ? session->GetFolderFromID(entryId_, storeId_) : nullptr;
-  if (!folder) throw Error(errors::CalendarFailed, "The calendar folder is not there any more");
-  return folder;
+  return OpenAgain().folder;
+}
+
+void CalendarAccess::Reconnect() {
+  const int letGo = letGo_;
+  Opened opened = OpenAgain();
+  auto items = opened.folder->Items();
+  items->Connect(&arrivals_);
+  // Messages that came in meanwhile may have let go of the folder, or shown another.
+  if (letGo != letGo_) return;
+  session_ = std::move(opened.session);
+  folder_ = std::move(opened.folder);
+  std::swap(m_olItems, items);
+  lost_ = false;
+  arrivals_.Missed();
+}
+
+void CalendarAccess::KeepConnected() {
+  if (!folder_ || calls_ || arrivals_.IsTaking()) return;
+  const FlagScope calls(calls_);
+  try {
+    const int letGo = letGo_;
+    const bool runs = platform_.outlook.IsRunning();
+    const bool asks = std::exchange(asks_, false) || !runs;
+    if (!lost_ && !m_olItems->IsConnected(asks) && letGo == letGo_) lost_ = true;
+    if (lost_ && runs) Reconnect();
+  } catch (const Error&) {
+    // It is tried again.
+  }
 }
 
 void CalendarAccess::CheckFolder() const {
   if (!folder_) throw Error(errors::CalendarFailed, "There is no calendar folder");
 }
 
-std::unique_ptr<OutlookItem> CalendarAccess::Item(std::string_view entryId) {
+std::unique_ptr<OutlookItem> CalendarAccess::Ask(
+    const std::function<std::unique_ptr<OutlookItem>()>& call) {
   CheckFolder();
-  auto item = session_->GetItemFromID(entryId, storeId_);
+  if (calls_) return call();
+  const FlagScope calls(calls_);
+  try {
+    return call();
+  } catch (const Error&) {
+    if (!folder_ || m_olItems->IsConnected(false)) throw;
+  }
+  lost_ = true;
+  Reconnect();
+  CheckFolder();
+  return call();
+}
+
+std::unique_ptr<OutlookItem> CalendarAccess::Item(std::string_view entryId) {
+  auto item = Ask([&] { return session_->GetItemFromID(entryId, storeId_); });
   if (!item) throw Error(errors::CalendarFailed, "The appointment is not there any more");
   return item;
 }
 
 std::unique_ptr<OutlookItem> CalendarAccess::NewItem(std::string_view messageClass) {
-  CheckFolder();
-  return folder_->Items()->Add(messageClass);
+  return Ask([&] { return folder_->Items()->Add(messageClass); });
 }
 
 const std::string& CalendarAccess::CurrentUserName() {
@@ -99,6 +149,8 @@ const std::string& CalendarAccess::CurrentUserName() {
 }
 
 void CalendarAccess::ReleaseFolder() noexcept {
+  ++letGo_;
+  lost_ = false;
   try {
     if (m_olItems) m_olItems->Connect(nullptr);
   } catch (const Error&) {

@@ -1,6 +1,7 @@
 // model/CalendarAccess.h: the session with the calendar program and the folder on show.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -48,6 +49,14 @@ class CalendarAccess {
   /// That folder by its identifiers, in a session of its own.
   std::unique_ptr<OutlookFolder> ReopenFolder();
 
+  /// Looks whether the folder's events still come. Where the calendar program has ended, the folder
+  /// is opened and connected anew as soon as the program runs again, which this never starts; what
+  /// changed meanwhile comes in as item events do. Throws nothing. May let messages be processed.
+  void KeepConnected();
+  /// Has the next KeepConnected ask the program, where the end of one that is listed again could
+  /// be missed.
+  void AskSoon() { asks_ = true; }
+
   /// The item itself, not one of its occurrences.
   std::unique_ptr<OutlookItem> Item(std::string_view entryId);
   /// A new item of the folder, not saved yet.
@@ -62,7 +71,16 @@ class CalendarAccess {
   ItemArrivals& Arrivals() { return arrivals_; }
 
  private:
+  struct Opened {
+    std::unique_ptr<OutlookNamespace> session;
+    std::unique_ptr<OutlookFolder> folder;
+  };
+
   std::unique_ptr<OutlookFolder> FindFolder(std::string_view folder);
+  Opened OpenAgain();
+  void Reconnect();
+  /// Makes a call, again after the program was found to have ended.
+  std::unique_ptr<OutlookItem> Ask(const std::function<std::unique_ptr<OutlookItem>()>& call);
   void CheckFolder() const;
   void ReleaseFolder() noexcept;
 
@@ -73,6 +91,13 @@ class CalendarAccess {
   std::string entryId_;
   std::string storeId_;
   std::optional<std::string> userName_;
+  /// Its objects are another program's that has ended.
+  bool lost_ = false;
+  bool asks_ = false;
+  /// A call to the program is under way, within which nothing is connected anew.
+  bool calls_ = false;
+  /// Another one with every folder that is let go.
+  int letGo_ = 0;
   ItemArrivals arrivals_;
   /// Connected for events.
   std::unique_ptr<OutlookItems> m_olItems;

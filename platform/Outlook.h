@@ -100,6 +100,9 @@ class OutlookItems {
   virtual std::unique_ptr<OutlookItem> Add(std::string_view messageClass) = 0;
   /// Raises the folder's item events on `events` for as long as this object lives; null ends it.
   virtual void Connect(OutlookItemEvents* events) = 0;
+  /// Whether such events still come: not from a program that has ended.
+  /// @param ask  by a call to the program; else only by what is known without one
+  virtual bool IsConnected(bool ask) = 0;
 };
 
 class OutlookFolder {
@@ -143,7 +146,9 @@ class OutlookApplication {
   virtual std::string Version() = 0;
   /// The current user's name, cleaned up for showing.
   virtual std::string CurrentUserName() = 0;
-  /// The session; `type` is "MAPI".
+  /// Whether there is a program to ask for the session; never starts one, and calls none.
+  virtual bool IsRunning() = 0;
+  /// The session; `type` is "MAPI". Starts the program where none is running.
   virtual std::unique_ptr<OutlookNamespace> GetNamespace(std::string_view type) = 0;
 };
 

@@ -12,7 +12,8 @@
 
 namespace velkor {
 
-/// Called with the name of each call before it is passed on; may throw.
+/// Called with the name of each call before it is passed on, or with none where only the program
+/// is looked at; may throw.
 using CallLog = std::function<void(const std::string& call)>;
 
 /// A part of the program, with what its calls are passed on to.
@@ -27,7 +28,7 @@ class LoggedSeam : public Seam {
   CallLog log_;
 };
 
-class LoggedItems : public LoggedSeam<OutlookItems> {
+class LoggedItems : public LoggedSeam<OutlookItems>, OutlookItemEvents {
  public:
   using LoggedSeam::LoggedSeam;
 
@@ -48,14 +49,34 @@ class LoggedItems : public LoggedSeam<OutlookItems> {
   }
   void Connect(OutlookItemEvents* events) override {
     log_("Connect");
-    inner_->Connect(events);
+    events_ = events;
+    inner_->Connect(events == nullptr ? nullptr : this);
+  }
+  bool IsConnected(bool /*ask*/) override {
+    try {
+      log_("");
+      return true;
+    } catch (const Error&) {
+      return false;
+    }
   }
 
  private:
+  void ItemAdd(OutlookItem& item) override {
+    if (IsConnected(true)) events_->ItemAdd(item);
+  }
+  void ItemChange(OutlookItem& item) override {
+    if (IsConnected(true)) events_->ItemChange(item);
+  }
+  void ItemRemove() override {
+    if (IsConnected(true)) events_->ItemRemove();
+  }
   std::unique_ptr<OutlookItem> Call(const char* name, std::unique_ptr<OutlookItem> item) {
     log_(name);
     return item;
   }
+
+  OutlookItemEvents* events_ = nullptr;
 };
 
 class LoggedFolder : public LoggedSeam<OutlookFolder> {
@@ -115,15 +136,27 @@ class LoggedOutlook : public OutlookApplication {
   /// The call of this name fails with number 440.
   std::string failing;
 
+  /// The program ends, and all that it gave with it, until somebody starts it.
+  void End() {
+    running_ = false;
+    ++program_;
+  }
+  void Begin() { running_ = true; }
+
   std::string Version() override { return inner_.Version(); }
   std::string CurrentUserName() override {
     Log("CurrentUserName");
     return inner_.CurrentUserName();
   }
+  bool IsRunning() override { return running_; }
   std::unique_ptr<OutlookNamespace> GetNamespace(std::string_view type) override {
     Log("GetNamespace");
-    return std::make_unique<LoggedNamespace>(inner_.GetNamespace(type),
-                                             [this](const std::string& call) { Log(call); });
+    Begin();
+    return std::make_unique<LoggedNamespace>(
+        inner_.GetNamespace(type), [this, mine = program_](const std::string& call) {
+          if (mine != program_) throw Error(errors::CalendarFailed, "The program has ended.");
+          if (!call.empty()) Log(call);
+        });
   }
 
  private:
@@ -131,7 +164,10 @@ class LoggedOutlook : public OutlookApplication {
     calls.push_back(call);
     if (call == failing) throw Error(errors::CalendarFailed, call + " was refused.");
   }
+
   OutlookApplication& inner_;
+  bool running_ = true;
+  int program_ = 0;
 };
 
 }  // namespace velkor

@@ -96,12 +96,99 @@ TEST_F(YearPlanFaultsTest, ASecondStartWithoutItsFolderLeavesTheControlEmpty) {
   EXPECT_EQ(plan_.Elements().imgLogo.FillColour(), status::Downloading);
   messages_.Expect("Unable to access specified calendar folder.");
   Start(plan_);
-  EXPECT_FALSE(plan_.Elements().Command1.Enabled());
+  EXPECT_FALSE(plan_.IsLive());
   EXPECT_FALSE(plan_.Elements().tmrBackground.Enabled());
   EXPECT_EQ(plan_.Elements().imgLogo.FillColour(), status::Idle);
   EXPECT_EQ(plan_.Grid().Events().Count(), 0u);
   plan_.Elements().mnuNew.Click();
   EXPECT_THAT(calendar_.AllItems(), testing::SizeIs(1)) << "the colour record alone";
+}
+
+TEST_F(YearPlanFaultsTest, AStartWithoutACalendarIsMadeAgainByTheButtonAndSilentlyEachMinute) {
+  const std::string failure = "Error while initialising the background processing, ";
+  YearPlanElements& elements = plan_.Elements();
+  const auto passMinutes = [&](int minutes) {
+    for (int tick = 0; tick < 12 * minutes; ++tick) elements.tmrCalendar.Tick();
+  };
+  EXPECT_FALSE(elements.Command1.Enabled());
+  outlook_.failing = "GetNamespace";
+  messages_.Expect(failure);
+  Start();
+  EXPECT_TRUE(elements.Command1.Enabled());
+  EXPECT_FALSE(elements.Toolbar1.Button("Next")->enabled);
+  outlook_.calls.clear();
+  passMinutes(3);
+  EXPECT_THAT(outlook_.calls, testing::SizeIs(3));
+  messages_.Expect(failure);
+  elements.Command1.Click();
+  passMinutes(1);
+  outlook_.failing.clear();
+  plan_.Set(&PlannerProperties::Folder, "Mailbox\\Team");
+  passMinutes(1);
+  messages_.Expect("Unable to access specified calendar folder.");
+  elements.Command1.Click();
+  EXPECT_FALSE(plan_.IsLive());
+  root_.AddFolder("Team", "team", outlook::ItemTypeAppointment);
+  passMinutes(1);
+  EXPECT_TRUE(plan_.IsLive());
+  EXPECT_EQ(seams_.cacheUtilities.started.size(), 1u);
+  Refreshed({EventA});
+  EXPECT_EQ(plan_.Grid().Events().Count(), 1u);
+  outlook_.calls.clear();
+  passMinutes(2);
+  EXPECT_THAT(outlook_.calls, IsEmpty());
+}
+
+TEST_F(YearPlanFaultsTest, ACalendarProgramThatEndedIsConnectedToOnceItRunsAgain) {
+  Start();
+  Refreshed({EventA});
+  AnswerEveryStop();
+  Timer& tmrCalendar = plan_.Elements().tmrCalendar;
+  // The colours that the start saved.
+  plan_.Elements().tmrItems.Tick();
+  const auto save = [&](const char* id) {
+    calendar_.SaveNew(SampleItem(id, At(2005, 4, 3), At(2005, 4, 5)), false, At(2005, 1, 1));
+    plan_.Elements().tmrItems.Tick();
+  };
+  outlook_.End();
+  outlook_.calls.clear();
+  for (int tick = 0; tick < 5; ++tick) tmrCalendar.Tick();
+  save("unheard");
+  EXPECT_EQ(plan_.Grid().Events().Count(), 1u);
+  EXPECT_THAT(outlook_.calls, IsEmpty()) << "it is not started for this";
+
+  outlook_.Begin();
+  tmrCalendar.Tick();
+  plan_.Elements().tmrItems.Tick();
+  EXPECT_EQ(seams_.cacheUtilities.started.size(), 2u) << "what changed meanwhile was not told";
+  EXPECT_THAT(outlook_.calls, testing::Contains("Find")) << "nor were the colours";
+  save("heard");
+  EXPECT_EQ(plan_.Grid().Events().Count(), 2u);
+
+  // Whoever opens an appointment wants the program.
+  calendar_.Add(SampleItem("a", At(2005, 3, 3), At(2005, 3, 5)));
+  outlook_.End();
+  std::string shown;
+  inspect_ = [&](OutlookItem& item) { shown = item.Subject(); };
+  Click(MouseButton::Right, DayPoint(At(2005, 3, 4), 2));
+  plan_.Elements().mnuEdit.Click();
+  EXPECT_EQ(shown, "Subject of a");
+}
+
+TEST_F(YearPlanFaultsTest, LeafingAsksTheCalendarProgramForNothing) {
+  Start();
+  AnswerEveryStop();
+  outlook_.calls.clear();
+  for (const bool ends : {false, true}) {
+    if (ends) outlook_.End();
+    for (int year = 0; year < 5; ++year) {
+      seams_.files.contents[CacheFileOf(plan_.DisplayedYear() + 1)] = Records({SampleEvent(
+          "a", At(plan_.DisplayedYear() + 1, 3, 3), At(plan_.DisplayedYear() + 1, 3, 5))});
+      plan_.Elements().Toolbar1.ClickButton("Next");
+      EXPECT_EQ(plan_.Grid().Layout().bars.size(), 1u);
+    }
+  }
+  EXPECT_THAT(outlook_.calls, IsEmpty());
 }
 
 /// Runs steps on a stack that a few dozen calls within one another use up.

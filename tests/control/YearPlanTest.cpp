@@ -150,7 +150,7 @@ TEST_F(YearPlanTest, WithoutTheFolderStartUpStopsAndTheControlStaysEmpty) {
   messages_.Expect("Unable to access specified calendar folder.");
   Start();
   EXPECT_EQ(seams_.cacheUtilities.created, 0);
-  EXPECT_FALSE(plan_.Elements().Command1.Enabled());
+  EXPECT_FALSE(plan_.IsLive());
   plan_.Elements().Toolbar1.ClickButton("Next");
   EXPECT_EQ(plan_.DisplayedYear(), 2005);
   EXPECT_THAT(plan_.GetStringList(), IsEmpty());

@@ -39,6 +39,7 @@ class NoOutlook : public OutlookApplication {
  public:
   std::string Version() override { return {}; }
   std::string CurrentUserName() override { return {}; }
+  bool IsRunning() override { return false; }
   std::unique_ptr<OutlookNamespace> GetNamespace(std::string_view) override {
     throw Error(1234, "network");
   }

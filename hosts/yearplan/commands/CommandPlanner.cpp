@@ -85,8 +85,7 @@ void CommandPlanner::Start() {
   SaveFilter(seams_.settings, line_.properties.TitleName, line_.filter, line_.matchAll);
   plan_.Elements().tmrStart.Tick();
   fault_ = seams_.messages.Take();
-  // It is not live.
-  if (!plan_.Elements().Command1.Enabled()) {
+  if (!plan_.IsLive()) {
     throw Error(errors::CalendarFailed, ReasonOf(fault_));
   }
 }

@@ -101,12 +101,20 @@ bool IsDisconnected(long number) {
   return std::find(Gone.begin(), Gone.end(), number) != Gone.end();
 }
 
+HRESULT AutomationProgram::AttemptOnce(const std::function<HRESULT()>& call) {
+  const BusyScope busy(owner_);
+  const CallScope inCall(depth_, onIdle);
+  const HRESULT result = call();
+  if (IsDisconnected(result)) ++losses_;
+  return result;
+}
+
 HRESULT AutomationProgram::Attempt(const std::function<HRESULT()>& call) {
   const BusyScope busy(owner_);
   const CallScope inCall(depth_, onIdle);
   const ULONGLONG end = ::GetTickCount64() + static_cast<ULONGLONG>(patience_.count());
   for (;;) {
-    const HRESULT result = call();
+    const HRESULT result = AttemptOnce(call);
     if (!IsPutOff(result) || ::GetTickCount64() >= end || !LetMessagesFlow()) return result;
   }
 }
@@ -175,6 +183,23 @@ ComPtr<IDispatch> AutomationProgram::Join(std::string_view programId) {
     return running == nullptr ? found : running.As(&object);
   });
   return SUCCEEDED(result) ? object : nullptr;
+}
+
+/// The object that RegisterActiveObject lists stands under its class as the item "!{CLSID}"
+/// ("Running Object Table"); GetActiveObject would call the program.
+bool AutomationProgram::IsListed(std::string_view programId) const {
+  CLSID id;
+  wchar_t item[40] = L"";
+  ComPtr<IMoniker> moniker;
+  ComPtr<IRunningObjectTable> table;
+  if (FAILED(::CLSIDFromProgID(ToWide(programId).c_str(), &id)) ||
+      ::StringFromGUID2(id, item, static_cast<int>(std::size(item))) == 0 ||
+      FAILED(::CreateItemMoniker(L"!", item, &moniker)) ||
+      FAILED(::GetRunningObjectTable(0, &table))) {
+    return false;
+  }
+  const BusyScope busy(owner_);
+  return table->IsRunning(moniker.Get()) == S_OK;
 }
 
 ComPtr<IDispatch> JoinOrCreate(AutomationProgram& program, std::string_view programId) {

@@ -44,8 +44,15 @@ class AutomationProgram {
   /// The object of a running program that shows it to others; null where there is none.
   ComPtr<IDispatch> Join(std::string_view programId);
 
+  /// Whether a program shows itself to others under this identifier; calls no program.
+  bool IsListed(std::string_view programId) const;
+  /// How many calls found the program gone.
+  int Losses() const { return losses_; }
+
   /// Makes an outgoing call, again while it is rejected, and answers as it did.
   HRESULT Attempt(const std::function<HRESULT()>& call);
+  /// The same once: one that the program rejects shows at least that it is there.
+  HRESULT AttemptOnce(const std::function<HRESULT()>& call);
   /// Lets go of an object, which is an outgoing call too.
   void LetGo(ComPtr<IUnknown> object);
   /// Throws Error: number `result`, "program: what: text" with the system's text for an empty one.
@@ -62,6 +69,7 @@ class AutomationProgram {
   DialogOwner& owner_;
   std::chrono::milliseconds patience_;
   int depth_ = 0;
+  int losses_ = 0;
 };
 
 /// Makes an object of its program identifier; throws Error when there is none.

@@ -29,6 +29,7 @@ class AutomationItems : public OutlookItems {
   std::unique_ptr<OutlookItem> FindNext() override { return Item("FindNext"); }
   std::unique_ptr<OutlookItem> Add(std::string_view messageClass) override;
   void Connect(OutlookItemEvents* events) override;
+  bool IsConnected(bool ask) override { return connection_ && connection_->IsAlive(ask); }
 
  private:
   std::unique_ptr<OutlookItem> Item(std::string_view member,

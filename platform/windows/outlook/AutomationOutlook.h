@@ -28,6 +28,7 @@ class AutomationOutlook : public OutlookApplication {
 
   std::string Version() override;
   std::string CurrentUserName() override;
+  bool IsRunning() override { return link_.program.IsListed(programId_); }
   std::unique_ptr<OutlookNamespace> GetNamespace(std::string_view type) override;
 
  private:

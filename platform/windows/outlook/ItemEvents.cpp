@@ -102,7 +102,9 @@ void ItemEventQueue::RaiseNext() {
 
 ItemEventConnection::ItemEventConnection(OutlookLink& link, const AutomationObject& items,
                                          OutlookItemEvents& events)
-    : program_(link.program), sink_(new ItemEventSink(link.events, events)) {
+    : program_(link.program),
+      sink_(new ItemEventSink(link.events, events)),
+      losses_(link.program.Losses()) {
   link.events.Begin();
   const HRESULT result = program_.Attempt([&] {
     ComPtr<IConnectionPointContainer> container;
@@ -116,6 +118,22 @@ ItemEventConnection::ItemEventConnection(OutlookLink& link, const AutomationObje
     ::CoDisconnectObject(sink_.Get(), 0);
     program_.Fail(result, "Items.ItemAdd", {}, "Items");
   }
+}
+
+bool ItemEventConnection::IsAlive(bool ask) {
+  if (gone_ || (!ask && losses_ == program_.Losses())) return !gone_;
+  // Copies, as the call may end this.
+  const ComPtr<IConnectionPoint> point = point_;
+  AutomationProgram& program = program_;
+  const std::weak_ptr<char> life = life_;
+  IID events{};
+  const bool lives =
+      !IsDisconnected(program.AttemptOnce([&] { return point->GetConnectionInterface(&events); }));
+  if (!life.expired()) {
+    gone_ = !lives;
+    losses_ = program.Losses();
+  }
+  return lives;
 }
 
 ItemEventConnection::~ItemEventConnection() {

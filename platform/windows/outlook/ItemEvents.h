@@ -3,6 +3,7 @@
 #pragma once
 
 #include <deque>
+#include <memory>
 #include <optional>
 
 #include "platform/Outlook.h"
@@ -56,11 +57,19 @@ class ItemEventConnection {
   ItemEventConnection(const ItemEventConnection&) = delete;
   ItemEventConnection& operator=(const ItemEventConnection&) = delete;
 
+  /// @param ask  in any case; else only when another call has found the program gone
+  bool IsAlive(bool ask);
+
  private:
   AutomationProgram& program_;
   ComPtr<ItemEventSink> sink_;
   ComPtr<IConnectionPoint> point_;
   DWORD cookie_ = 0;
+  /// As many calls had found the program gone when this was known to live.
+  int losses_;
+  bool gone_ = false;
+  /// Expires with this.
+  std::shared_ptr<char> life_ = std::make_shared<char>();
 };
 
 }  // namespace velkor

@@ -21,6 +21,12 @@ TEST_F(EndToEndFaults, OutlookThatRefusesIsBusyOrEndsAndAFormThatClosesInTheMidd
   EXPECT_THAT(run.output, HasSubstr("Done"));
 }
 
+TEST_F(EndToEndFaults, OutlookThatIsClosedAndOpenedAgainIsHeardAgain) {
+  const ScriptRun run = RunScript("Closed");
+  EXPECT_EQ(run.code, 0U) << run.output;
+  EXPECT_THAT(run.output, HasSubstr("Done"));
+}
+
 /// A text of the user's registry taken out for a test.
 class WithoutValue {
  public:

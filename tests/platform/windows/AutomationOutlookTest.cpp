@@ -252,6 +252,42 @@ TEST_F(AutomationOutlookTest, AReceiverIsLeftAloneAfterItsConnectionEnded) {
   EXPECT_THAT(events_, IsEmpty());
 }
 
+/// Events of a program that answers a question as it is told to.
+class AskedPoint : public ConnectionPoint {
+ public:
+  AskedPoint(IConnectionPointContainer& container, const HRESULT& answer)
+      : ConnectionPoint(container, ItemsEvents), answer_(answer) {}
+  STDMETHODIMP GetConnectionInterface(IID* events) override {
+    const HRESULT known = ConnectionPoint::GetConnectionInterface(events);
+    return answer_ == S_OK ? known : answer_;
+  }
+
+ private:
+  const HRESULT& answer_;
+};
+
+TEST_F(AutomationOutlookTest, AConnectionIsLostOnceTheProgramIsFoundGoneAndAskedForIt) {
+  HRESULT answer = S_OK;
+  fake_.changes["Items"] = [&](ServedObject& items) {
+    items.events = ComPtr<ConnectionPoint>(new AskedPoint(items, answer));
+  };
+  const auto folder = Folder();
+  const auto items = folder->Items();
+  EXPECT_FALSE(items->IsConnected(true));
+  items->Connect(this);
+  for (const HRESULT there : {HRESULT{S_OK}, RPC_E_CALL_REJECTED}) {
+    answer = there;
+    EXPECT_TRUE(items->IsConnected(true));
+    fake_.program.refuse = [] { return RPC_E_DISCONNECTED; };
+    EXPECT_ANY_THROW(folder->Items());
+    EXPECT_TRUE(items->IsConnected(false)) << "what is gone was another program's";
+  }
+  answer = RPC_E_SERVER_DIED;
+  EXPECT_TRUE(items->IsConnected(false)) << "nothing has shown it yet";
+  EXPECT_ANY_THROW(folder->Items());
+  EXPECT_FALSE(items->IsConnected(false));
+}
+
 TEST_F(AutomationOutlookTest, ItemsWithoutEventsSaySoAndNothingWaits) {
   const auto items = Folder()->Items();
   fake_.given["Items"]->events.Reset();

@@ -24,6 +24,7 @@ class Borrowed : public OutlookApplication {
   explicit Borrowed(Outlook& outlook) : outlook_(outlook) {}
   std::string Version() override { return outlook_.Version(); }
   std::string CurrentUserName() override { return outlook_.CurrentUserName(); }
+  bool IsRunning() override { return outlook_.IsRunning(); }
   std::unique_ptr<OutlookNamespace> GetNamespace(std::string_view type) override {
     return outlook_.GetNamespace(type);
   }
