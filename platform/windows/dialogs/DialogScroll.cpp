@@ -113,8 +113,9 @@ void DialogScroll::Show(HWND item) {
   ::GetWindowRect(item, &place);
   ::MapWindowPoints(nullptr, dialog_, reinterpret_cast<POINT*>(&place), 2);
   const auto show = [this](int bar, LONG begin, LONG end, LONG room) {
-    // The beginning counts where not all of it fits.
-    const LONG by = begin < 0 ? begin : std::min(begin, std::max<LONG>(0, end - room));
+    // Of what is larger than the area the beginning counts.
+    const LONG needed = end - begin > room ? begin - room / 2 : end - room;
+    const LONG by = begin < 0 ? begin : std::min(begin, std::max<LONG>(0, needed));
     if (by != 0) MoveTo(bar, Position(bar) + static_cast<int>(by));
   };
   show(SB_VERT, place.top, place.bottom, area.bottom);
