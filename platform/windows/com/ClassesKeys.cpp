@@ -24,9 +24,7 @@ HKEY Root(Registration registration) {
 }
 
 std::wstring Path(const std::string& key) {
-  // An empty key would be all classes.
-  if (key.empty()) throw Error(errors::InvalidProcedureCall, "No registry key", "Registration");
-  return ToWide("Software\\Classes\\" + key);
+  return ToWide(key.empty() ? "Software\\Classes" : "Software\\Classes\\" + key);
 }
 
 /// Null where there is no such key.
@@ -92,14 +90,18 @@ struct SharedKey {
   REGSAM view;
 };
 
-/// From the outer to the inner. Below the first one 64-bit Windows keeps what 32-bit programs see.
-constexpr std::array<SharedKey, 4> Shared = {
-    {{"Wow6432Node", KEY_WOW64_64KEY}, {"CLSID", 0}, {"Interface", 0}, {"TypeLib", 0}}};
+/// From the outer to the inner, the first is Software\Classes itself. Below the second one 64-bit
+/// Windows keeps what 32-bit programs see.
+constexpr std::array<SharedKey, 5> Shared = {{{"", KEY_WOW64_64KEY},
+                                              {"Wow6432Node", KEY_WOW64_64KEY},
+                                              {"CLSID", 0},
+                                              {"Interface", 0},
+                                              {"TypeLib", 0}}};
 
-std::span<const SharedKey> SharedKeys() {
+bool IsHere(const SharedKey& key) {
   BOOL isEmulated = FALSE;
   if (!Is64Bit) ::IsWow64Process(::GetCurrentProcess(), &isEmulated);
-  return std::span(Shared).subspan(isEmulated ? 0 : 1);
+  return isEmulated || &key != &Shared[1];
 }
 
 std::wstring Note(const std::string& owner) {
@@ -117,6 +119,8 @@ void WriteClasses(Registration registration, std::span<const ClassesValue> value
 }
 
 void RemoveClasses(Registration registration, const std::string& key) {
+  // An empty key would be all classes.
+  if (key.empty()) throw Error(errors::InvalidProcedureCall, "No registry key", "Registration");
   const LSTATUS code = ::RegDeleteTreeW(Root(registration), Path(key).c_str());
   if (code != ERROR_FILE_NOT_FOUND) {
     CheckCode(code, "The registry key " + key + " cannot be removed");
@@ -150,7 +154,9 @@ bool HasKeysBesides(Registration registration, const std::string& key,
 }
 
 void ClaimSharedKeys(Registration registration, const std::string& owner) {
-  for (const auto& [name, view] : SharedKeys()) {
+  for (const SharedKey& each : Shared) {
+    if (!IsHere(each)) continue;
+    const auto& [name, view] = each;
     const CreatedKey shared = CreateKey(registration, name, KEY_READ | KEY_WRITE | view);
     if (!shared.isNew && !HasNote(shared.key.get())) continue;
     CheckCode(SetText(shared.key.get(), Note(owner), {}),
@@ -159,8 +165,8 @@ void ClaimSharedKeys(Registration registration, const std::string& owner) {
 }
 
 void DisclaimSharedKeys(Registration registration, const std::string& owner) {
-  const std::span<const SharedKey> keys = SharedKeys();
-  for (auto each = keys.rbegin(); each != keys.rend(); ++each) {
+  for (auto each = Shared.rbegin(); each != Shared.rend(); ++each) {
+    if (!IsHere(*each)) continue;
     const auto& [name, view] = *each;
     const RegistryKey shared = OpenKey(registration, name, KEY_READ | view);
     if (shared == nullptr || !HasNote(shared.get())) continue;
