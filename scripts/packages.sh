@@ -4,8 +4,8 @@
 #   scripts/packages.sh GROUP...
 # Groups: desktop (the desktop program), test (its tests and the checks), windows (the cross build
 # and Wine; nothing where the processor is not x86-64), windows32 (the cross build for 32 bits and
-# what makes the root of its Wine), containers (the form of Lazarus), rules (the comparison of
-# recurrence rules), fuzz, tidy.
+# what makes the root of its Wine), package (the installer, the pages and the signing of the Windows
+# package), containers (the form of Lazarus), rules (the comparison of recurrence rules), fuzz, tidy.
 set -euo pipefail
 export LC_ALL=C.UTF-8
 
@@ -26,6 +26,7 @@ packages_of() {
       [[ $(uname -m) != x86_64 ]] ||
         echo wine wine64 libwine-dev g++-mingw-w64-x86-64-posix mingw-w64-tools ;;
     windows32) echo g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev mmdebstrap uidmap ;;
+    package) echo nsis cmark-gfm osslsigncode openssl ;;
     containers) echo fp-compiler fpc-source lazarus-src xvfb imagemagick ;;
     rules) echo python3-dateutil ;;
     fuzz) echo clang-14 libclang-rt-14-dev ;;

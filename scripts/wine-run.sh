@@ -3,6 +3,7 @@
 # VELKOR_WINE_PREFIX names, so that programs of different prefixes can run side by side.
 #   scripts/wine-run.sh PROGRAM [ARGUMENT...]   runs it and answers with its exit code
 #   scripts/wine-run.sh --fresh                 begins with a new copy of the prefix, and no other
+#   scripts/wine-run.sh --wait                  waits for the end of every program in the prefix
 #   scripts/wine-run.sh --stop                  ends every program in all prefixes
 # Windows are drawn nowhere; those of a prefix that VELKOR_WINE_DISPLAY (as :99) is given with from
 # its beginning are shown on that display. VELKOR_WINE_FOLDER is the place of the prefixes where it is
@@ -21,8 +22,9 @@ export WINEPREFIX=$prefixes/${VELKOR_WINE_PREFIX:-common}
 export WINEARCH=win64
 # Also silences the advice to install 32-bit Wine, which is not wanted.
 export WINEDEBUG=${WINEDEBUG:--all}
-# No .NET, no HTML engine, and no debugger: a crash would start one and hang.
-export WINEDLLOVERRIDES="mscoree=;mshtml=;winedbg.exe=d"
+# No .NET, no HTML engine, no entries in this desktop's menus, and no debugger: a crash would start
+# one and hang.
+export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe=d;winedbg.exe=d"
 unset DISPLAY
 [[ -z ${VELKOR_WINE_DISPLAY:-} ]] || export DISPLAY=$VELKOR_WINE_DISPLAY
 
@@ -71,9 +73,13 @@ ensure_prefix() {
 }
 
 case ${1:-} in
-  "") sed -n '2,9p' "${BASH_SOURCE[0]}" >&2; exit 2 ;;
+  "") sed -n '2,10p' "${BASH_SOURCE[0]}" >&2; exit 2 ;;
   --stop)
     stop_all
+    exit 0 ;;
+  --wait)
+    ensure_prefix
+    wineserver "$WINEPREFIX" -w
     exit 0 ;;
   --fresh)
     stop_all

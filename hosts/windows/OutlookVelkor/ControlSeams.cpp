@@ -9,11 +9,18 @@
 namespace velkor {
 namespace {
 
-/// Where the product's own pages lie: in the folder docs beside the library.
-std::string PagesFolder() {
-  const std::string path = ModulePath(ThisModule());
+std::string FolderOf(const std::string& path) {
   const std::size_t end = path.find_last_of('\\');
-  return path.substr(0, end == path.npos ? 0 : end + 1) + "docs";
+  return path.substr(0, end == path.npos ? 0 : end);
+}
+
+/// Where the product's own pages lie: in the folder docs beside the library, or beside its folder
+/// where those of both word sizes have the same pages.
+std::string PagesFolder() {
+  const std::string folder = FolderOf(ModulePath(ThisModule()));
+  const std::string beside = folder + "\\docs";
+  const bool isThere = ::GetFileAttributesW(ToWide(beside).c_str()) != INVALID_FILE_ATTRIBUTES;
+  return isThere ? beside : FolderOf(folder) + "\\docs";
 }
 
 }  // namespace
