@@ -19,6 +19,11 @@ void CheckCode(LSTATUS code, const std::string& doing) {
   throw Error(code, doing + ": " + SystemMessage(static_cast<DWORD>(code)), "Registration");
 }
 
+REGSAM View(WordSize seenBy) {
+  if (seenBy == WordSize::Own) return 0;
+  return Is64Bit ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+}
+
 HKEY Root(Registration registration) {
   return registration == Registration::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
 }
@@ -118,13 +123,15 @@ void WriteClasses(Registration registration, std::span<const ClassesValue> value
   }
 }
 
-void RemoveClasses(Registration registration, const std::string& key) {
+void RemoveClasses(Registration registration, const std::string& key, WordSize seenBy) {
   // An empty key would be all classes.
   if (key.empty()) throw Error(errors::InvalidProcedureCall, "No registry key", "Registration");
-  const LSTATUS code = ::RegDeleteTreeW(Root(registration), Path(key).c_str());
-  if (code != ERROR_FILE_NOT_FOUND) {
-    CheckCode(code, "The registry key " + key + " cannot be removed");
-  }
+  const REGSAM view = View(seenBy);
+  const RegistryKey opened = OpenKey(registration, key, DELETE | KEY_READ | KEY_WRITE | view);
+  if (opened == nullptr) return;
+  const std::string failed = "The registry key " + key + " cannot be removed";
+  CheckCode(::RegDeleteTreeW(opened.get(), nullptr), failed);
+  CheckCode(::RegDeleteKeyExW(Root(registration), Path(key).c_str(), view, 0), failed);
 }
 
 void RemoveEmptyClasses(Registration registration, const std::string& key) {
@@ -132,8 +139,7 @@ void RemoveEmptyClasses(Registration registration, const std::string& key) {
 }
 
 bool HasClasses(Registration registration, const std::string& key, WordSize seenBy) {
-  const REGSAM other = Is64Bit ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
-  return OpenKey(registration, key, KEY_READ | (seenBy == WordSize::Other ? other : 0)) != nullptr;
+  return OpenKey(registration, key, KEY_READ | View(seenBy)) != nullptr;
 }
 
 bool HasKeysBesides(Registration registration, const std::string& key,

@@ -30,7 +30,8 @@ void WriteClasses(Registration registration, std::span<const ClassesValue> value
 
 /// Removes a key with all below it; one that is not there is no failure. Throws Error.
 /// @param key  below Software\Classes, not empty
-void RemoveClasses(Registration registration, const std::string& key);
+void RemoveClasses(Registration registration, const std::string& key,
+                   WordSize seenBy = WordSize::Own);
 /// Removes a key that holds neither keys nor values; any other stays. Throws Error.
 void RemoveEmptyClasses(Registration registration, const std::string& key);
 

@@ -38,7 +38,11 @@ void Register(Registration registration, const ClassRegistration& known) {
 void Unregister(Registration registration, const ClassRegistration& known) {
   RemoveClasses(registration, known.Key());
   if (!HasClasses(registration, known.Key(), WordSize::Other)) {
-    for (const std::string& name : known.programIds) RemoveClasses(registration, name);
+    for (const std::string& name : known.programIds) {
+      RemoveClasses(registration, name);
+      // Where a system keeps names for each word size as well.
+      RemoveClasses(registration, name, WordSize::Other);
+    }
   }
   UnregisterTypes(registration, known.module);
   DisclaimSharedKeys(registration, known.id);
