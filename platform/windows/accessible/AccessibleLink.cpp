@@ -18,6 +18,10 @@ HWND AccessibleLink::WindowOf(const AccessibleId& node) const {
   return found == windows.end() ? control : found->second;
 }
 
+bool AccessibleLink::IsReachable() const {
+  return ::IsWindowEnabled(::GetAncestor(control, GA_ROOT));
+}
+
 std::optional<AccessibleId> AccessibleLink::Focused() const {
   const HWND focus = ::GetFocus();
   for (const auto& [element, window] : windows) {

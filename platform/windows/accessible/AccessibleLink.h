@@ -28,6 +28,8 @@ struct AccessibleLink {
 
   /// The window that shows a node.
   HWND WindowOf(const AccessibleId& node) const;
+  /// Whether a user could reach the control: not below a dialog that is open.
+  bool IsReachable() const;
   /// The node that the keyboard is on; none while it is elsewhere.
   std::optional<AccessibleId> Focused() const;
 };

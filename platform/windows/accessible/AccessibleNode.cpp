@@ -313,6 +313,7 @@ STDMETHODIMP AccessibleNode::accSelect(LONG flags, VARIANT child) {
   return Ask(child, [&](AccessibleTree& tree, const AccessibleId& node) -> HRESULT {
     constexpr LONG Known = SELFLAG_TAKEFOCUS | SELFLAG_TAKESELECTION | SELFLAG_ADDSELECTION;
     if (flags == 0 || (flags & ~Known) != 0) return E_INVALIDARG;
+    if (!link_->IsReachable()) return S_FALSE;
     Element* const element = tree.ElementOf(node);
     const bool selected = tree.Select(node);
     const bool takesFocus = (flags & SELFLAG_TAKEFOCUS) != 0 && element != nullptr;
@@ -375,6 +376,7 @@ STDMETHODIMP AccessibleNode::accHitTest(LONG left, LONG top, VARIANT* child) {
 STDMETHODIMP AccessibleNode::accDoDefaultAction(VARIANT child) {
   return AskFacts(child, [&](const AccessibleId& node, const AccessibleFacts& facts) {
     if (facts.action.empty() || !facts.enabled) return DISP_E_MEMBERNOTFOUND;
+    if (!link_->IsReachable()) return S_FALSE;
     link_->acts.push_back(node);
     ::PostMessageW(link_->control, ActsAreDue, 0, 0);
     return S_OK;

@@ -112,7 +112,7 @@ void AccessibleWindows::Act() {
   const std::vector<AccessibleId> due = std::exchange(link_->acts, {});
   const std::shared_ptr<AccessibleLink> link = link_;
   for (const AccessibleId& node : due) {
-    if (link->tree != nullptr) link->tree->Act(node);
+    if (link->tree != nullptr && link->IsReachable()) link->tree->Act(node);
   }
 }
 

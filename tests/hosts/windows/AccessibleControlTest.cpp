@@ -130,6 +130,18 @@ TEST_F(AccessibleControl, ButtonsAreSaidToBeWhereTheToolbarHasThem) {
   container->Close();
 }
 
+TEST_F(AccessibleControl, NothingIsDoneBelowADialogThatIsOpen) {
+  const ComPtr<BareContainer> container = Show();
+  const AccessibleObject day =
+      AccessibleObject::Of(container->Child()).Child(ROLE_SYSTEM_TABLE).ChildAt(3).ChildAt(2);
+  for (const bool open : {false, true}) {
+    ::EnableWindow(container->Window(), !open);
+    EXPECT_EQ(day->accDoDefaultAction(day.Self()), open ? S_FALSE : S_OK);
+    EXPECT_EQ(day->accSelect(SELFLAG_TAKESELECTION, day.Self()), open ? S_FALSE : S_OK);
+  }
+  container->Close();
+}
+
 TEST_F(AccessibleControl, AContainerMayLetTheControlGoWhenAReaderMovesTheKeyboard) {
   for (const char* when : {"OnUIActivate", "OnFocus(TRUE)", "SetActiveObject"}) {
     const ComPtr<BareContainer> container = Show();

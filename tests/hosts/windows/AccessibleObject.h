@@ -58,6 +58,13 @@ class AccessibleObject {
     for (LONG i = 0; i < got; ++i) children.push_back(Take(given[static_cast<std::size_t>(i)]));
     return children;
   }
+  /// By its place, from 0.
+  AccessibleObject ChildAt(LONG place) const {
+    VARIANT child{};
+    child.vt = VT_DISPATCH;
+    if (object_) object_->get_accChild(ChildId(place + 1), &child.pdispVal);
+    return child.pdispVal == nullptr ? AccessibleObject() : Take(child);
+  }
   /// The first child with a role; empty for none.
   AccessibleObject Child(LONG role) const {
     for (const AccessibleObject& child : Children()) {

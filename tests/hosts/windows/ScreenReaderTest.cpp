@@ -189,22 +189,22 @@ TEST_F(ScreenReader, HearsOfFocusSelectionNamesAndOtherYearsAndPressesButtons) {
     const HeardEvents events;
     const AccessibleObject table = control.Child(ROLE_SYSTEM_TABLE);
     const HWND grid = table.Window();
-    const AccessibleObject day = table.Children()[4].Children()[8];
+    const AccessibleObject day = table.ChildAt(4).ChildAt(8);
     EXPECT_EQ(day->accSelect(SELFLAG_TAKEFOCUS | SELFLAG_TAKESELECTION, day.Self()), S_OK);
     EXPECT_EQ(events.Await(EVENT_OBJECT_FOCUS, grid), day.Name());
     EXPECT_EQ(day.State() & (STATE_SYSTEM_FOCUSED | STATE_SYSTEM_SELECTED),
               STATE_SYSTEM_FOCUSED | STATE_SYSTEM_SELECTED);
     EXPECT_EQ(table.Focus().Name(), day.Name());
     ::PostMessageW(grid, WM_KEYDOWN, VK_RIGHT, 0);
-    EXPECT_EQ(events.Await(EVENT_OBJECT_FOCUS, grid), table.Children()[4].Children()[9].Name());
+    EXPECT_EQ(events.Await(EVENT_OBJECT_FOCUS, grid), table.ChildAt(4).ChildAt(9).Name());
 
     const AccessibleObject list = control.Child(ROLE_SYSTEM_LIST);
-    const AccessibleObject category = list.Children()[3];
+    const AccessibleObject category = list.ChildAt(3);
     EXPECT_EQ(category->accDoDefaultAction(category.Self()), S_OK);
     EXPECT_EQ(events.Await(EVENT_OBJECT_SELECTION, list.Window()), category.Name());
 
-    const AccessibleObject bar = table.Children()[MonthRows];
-    const AccessibleObject next = control.Child(ROLE_SYSTEM_TOOLBAR).Children()[1];
+    const AccessibleObject bar = table.ChildAt(MonthRows);
+    const AccessibleObject next = control.Child(ROLE_SYSTEM_TOOLBAR).ChildAt(1);
     const AccessibleObject year = control.Child(ROLE_SYSTEM_STATICTEXT);
     EXPECT_EQ(next->accDoDefaultAction(next.Self()), S_OK);
     EXPECT_EQ(events.Await(EVENT_OBJECT_NAMECHANGE, year.Window()),
@@ -214,7 +214,7 @@ TEST_F(ScreenReader, HearsOfFocusSelectionNamesAndOtherYearsAndPressesButtons) {
     EXPECT_EQ(day->get_accName(day.Self(), &name), CO_E_OBJNOTCONNECTED);
     EXPECT_EQ(table.Name(), "Year");
     // It asks on while years come and go.
-    for (int i = 0; i < 5; ++i) {
+    for (int i = 0; i < 3; ++i) {
       next->accDoDefaultAction(next.Self());
       for (const AccessibleObject& child : table.Children()) kept.push_back(child);
     }
