@@ -28,6 +28,8 @@ struct Property {
 
   /// Under which it is persisted and told of.
   std::string_view key;
+  /// What people read beside its field, its mnemonic marked.
+  const char* caption;
   Member member;
   PropertyNeed need = PropertyNeed::Nothing;
   /// The longest text that it takes, in UTF-16; counts for texts alone.
@@ -52,14 +54,17 @@ inline constexpr std::size_t AppointmentForm = 255;
 
 /// In the order in which they are read and written.
 inline constexpr std::array<Property, 7> PropertyTable{{
-    {"Folder", &PlannerProperties::Folder, PropertyNeed::Nothing, longest_text::Folder},
-    {"AllEvents", &PlannerProperties::AllEvents, PropertyNeed::Layout},
-    {"DisplaySubject", &PlannerProperties::DisplaySubject},
-    {"TitleName", &PlannerProperties::TitleName, PropertyNeed::Nothing, longest_text::TitleName},
-    {"HideNonCategoryItems", &PlannerProperties::HideNonCategoryItems},
-    {"AppointmentForm", &PlannerProperties::AppointmentForm, PropertyNeed::Nothing,
-     longest_text::AppointmentForm},
-    {"StartMonth", &PlannerProperties::FirstMonth},
+    {"Folder", "&Folder:", &PlannerProperties::Folder, PropertyNeed::Nothing, longest_text::Folder},
+    {"AllEvents", "Show appointments &within one day, too", &PlannerProperties::AllEvents,
+     PropertyNeed::Layout},
+    {"DisplaySubject", "Write &subjects into the bars", &PlannerProperties::DisplaySubject},
+    {"TitleName", "&Title:", &PlannerProperties::TitleName, PropertyNeed::Nothing,
+     longest_text::TitleName},
+    {"HideNonCategoryItems", "&Hide appointments without a known category",
+     &PlannerProperties::HideNonCategoryItems},
+    {"AppointmentForm", "&Appointment form:", &PlannerProperties::AppointmentForm,
+     PropertyNeed::Nothing, longest_text::AppointmentForm},
+    {"StartMonth", "First &month:", &PlannerProperties::FirstMonth},
 }};
 
 const Property& PropertyOf(Property::Member member);

@@ -7,6 +7,12 @@
 #include "platform/windows/com/Variant.h"
 
 namespace velkor {
+namespace {
+
+/// On the menus of containers, as it is registered.
+constexpr LONG PropertiesVerb = 1;
+
+}  // namespace
 STDMETHODIMP YearPlanControl::SetClientSite(IOleClientSite* site) {
   const EntryScope entry(life_.Owner());
   place_.SetSite(site);
@@ -61,7 +67,7 @@ HRESULT YearPlanControl::ActivateByUser(const MSG* message) {
 }
 
 STDMETHODIMP YearPlanControl::DoVerb(LONG verb, LPMSG message, IOleClientSite* /*site*/,
-                                     LONG /*index*/, HWND /*parent*/, LPCRECT /*place*/) {
+                                     LONG /*index*/, HWND parent, LPCRECT /*place*/) {
   const EntryScope entry(life_.Owner());
   switch (verb) {
     case OLEIVERB_HIDE:
@@ -73,10 +79,13 @@ STDMETHODIMP YearPlanControl::DoVerb(LONG verb, LPMSG message, IOleClientSite* /
     case OLEIVERB_OPEN:
     case OLEIVERB_UIACTIVATE:
       return ActivateByUser(message);
+    case OLEIVERB_PROPERTIES:
+    case PropertiesVerb:
+      return ShowProperties(parent);
     case OLEIVERB_DISCARDUNDOSTATE:
       return S_OK;
     default:
-      return verb > 0 ? OLEOBJ_S_INVALIDVERB : E_NOTIMPL;
+      return verb > PropertiesVerb ? OLEOBJ_S_INVALIDVERB : E_NOTIMPL;
   }
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "hosts/windows/OutlookVelkor/PropertyPage.h"
 #include "hosts/windows/OutlookVelkor/YearPlanControl.h"
 #include "platform/windows/com/ComError.h"
 #include "platform/windows/elements/PaintedWindow.h"
@@ -74,6 +75,15 @@ void AddForDocuments(ClassRegistration& known, const std::string& key) {
        {key + "\\DataFormats\\GetSet\\1", "", "3,1,32,1"}});
 }
 
+void AddPropertyPage(ClassRegistration& known) {
+  const std::string key = "CLSID\\" + ToText(PropertyPageClass);
+  known.otherKeys.push_back(key);
+  known.values.insert(known.values.end(),
+                      {{key, "", UserType + std::string(" properties")},
+                       {key + "\\InprocServer32", "", known.module},
+                       {key + "\\InprocServer32", "ThreadingModel", "Apartment"}});
+}
+
 ClassRegistration Description() {
   ClassRegistration known = DescribeClass(CLSID_YearPlan, UserType, VersionedProgramId,
                                           LIBID_OutlookVelkor, ModulePath(ThisModule()));
@@ -88,13 +98,15 @@ ClassRegistration Description() {
        {key + "\\InprocServer32", "", known.module},
        {key + "\\InprocServer32", "ThreadingModel", "Apartment"},
        {key + "\\Control", "", ""},
-       // The verb 0 with no flags of a menu, on the container's menu (OLEVERBATTRIB).
+       // The verbs 0 and 1 with no flags of a menu, on the container's menu (OLEVERBATTRIB).
        {key + "\\Verb\\0", "", "&Show,0,2"},
+       {key + "\\Verb\\1", "", "&Properties,0,2"},
        {key + "\\MiscStatus", "", "0"},
        {key + "\\MiscStatus\\1", "", std::to_string(MiscStatus)},
        {key + "\\Implemented Categories\\" + ControlCategory, "", ""},
        {key + "\\Implemented Categories\\" + SafeForInitialising, "", ""}});
   AddForDocuments(known, key);
+  AddPropertyPage(known);
   return known;
 }
 
@@ -113,6 +125,7 @@ void UnregisterControl(Registration registration) {
 STDAPI DllGetClassObject(REFCLSID classId, REFIID id, void** object) {
   if (object == nullptr) return E_POINTER;
   *object = nullptr;
+  if (classId == velkor::PropertyPageClass) return velkor::GetPageFactory(id, object);
   if (classId != CLSID_YearPlan) return CLASS_E_CLASSNOTAVAILABLE;
   const velkor::ComPtr<IClassFactory> factory(new velkor::ControlFactory);
   return factory->QueryInterface(id, object);

@@ -13,6 +13,7 @@
 #include "hosts/windows/OutlookVelkor/ControlStorage.h"
 #include "hosts/windows/OutlookVelkor/LastPicture.h"
 #include "hosts/windows/OutlookVelkor/ObjectSafety.h"
+#include "hosts/windows/OutlookVelkor/PlannerAccess.h"
 #include "hosts/windows/OutlookVelkor/PropertyBags.h"
 #include "hosts/windows/OutlookVelkor/PropertyMembers.h"
 #include "hosts/windows/OutlookVelkor/StockProperties.h"
@@ -31,7 +32,8 @@ class YearPlanControl
           IYearPlan, IProvideClassInfo2, IConnectionPointContainer, IPersistPropertyBag,
           IPersistStreamInit, IPersistStorage, IPersistFile, IOleObject, IRunnableObject,
           IOleInPlaceObject, IOleInPlaceActiveObject, IOleControl, IViewObjectEx, IDataObject,
-          IObjectSafety, ISupportErrorInfo>>,
+          IObjectSafety, ISupportErrorInfo, ISpecifyPropertyPages,
+          IPerPropertyBrowsing, IPlannerAccess>>,
       private ControlHost {
  public:
   /// @param typeInfo  of IYearPlan
@@ -162,6 +164,15 @@ class YearPlanControl
   STDMETHODIMP OnAmbientPropertyChange(DISPID property) override;
   STDMETHODIMP FreezeEvents(BOOL freeze) override;
 
+  // ISpecifyPropertyPages, IPerPropertyBrowsing, IPlannerAccess
+  STDMETHODIMP GetPages(CAUUID* pages) override;
+  STDMETHODIMP GetDisplayString(DISPID member, BSTR* text) override;
+  STDMETHODIMP MapPropertyToPage(DISPID member, CLSID* page) override;
+  STDMETHODIMP GetPredefinedStrings(DISPID member, CALPOLESTR* texts, CADWORD* cookies) override;
+  STDMETHODIMP GetPredefinedValue(DISPID member, DWORD cookie, VARIANT* value) override;
+  STDMETHODIMP GetProperties(PlannerProperties* properties) override;
+  STDMETHODIMP SetProperty(const Property* property, const PropertyValue* value) override;
+
   // IViewObjectEx
   STDMETHODIMP Draw(DWORD aspect, LONG index, void* aspectInfo, DVTARGETDEVICE* device,
                     HDC targetDc, HDC dc, LPCRECTL bounds, LPCRECTL windowBounds,
@@ -197,6 +208,8 @@ class YearPlanControl
   void PropertyChanged(std::string_view key) override;
   void StatusChange(std::string_view Msg) override;
 
+  const Property* PropertyWith(DISPID member) const;
+  HRESULT ShowProperties(HWND owner);
   void Start();
   void FollowAmbients(DISPID property);
   void Dress();

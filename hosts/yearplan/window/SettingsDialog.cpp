@@ -25,7 +25,7 @@ QWidget* MakeField(const std::string& text, const PropertyTexts& /*texts*/) {
   return new QLineEdit(ToQt(text));
 }
 QWidget* MakeField(bool truth, const PropertyTexts& texts) {
-  auto* const box = new QCheckBox(QDialog::tr(texts.caption));
+  auto* const box = new QCheckBox(QDialog::tr(PropertyOf(texts.member).caption));
   box->setChecked(truth);
   return box;
 }
@@ -108,7 +108,7 @@ class SettingsDialog : public QDialog {
     if (qobject_cast<QCheckBox*>(field) != nullptr) {
       fields.addRow(field);
     } else {
-      fields.addRow(tr(texts.caption), field);
+      fields.addRow(tr(PropertyOf(texts.member).caption), field);
     }
     if (texts.note != nullptr) fields.addRow(QString(), MakeNote(tr(texts.note)));
   }

@@ -37,6 +37,7 @@ void Register(Registration registration, const ClassRegistration& known) {
 
 void Unregister(Registration registration, const ClassRegistration& known) {
   RemoveClasses(registration, known.Key());
+  for (const std::string& key : known.otherKeys) RemoveClasses(registration, key);
   if (!HasClasses(registration, known.Key(), WordSize::Other)) {
     for (const std::string& name : known.programIds) {
       RemoveClasses(registration, name);

@@ -18,6 +18,8 @@ struct ClassRegistration {
   /// All that programs find it by; common to both word sizes.
   std::vector<std::string> programIds;
   std::vector<ClassesValue> values;
+  /// Below Software\Classes, of classes that come and go with this one.
+  std::vector<std::string> otherKeys = {};
 
   /// The class's own key below Software\Classes, which each word size has one of.
   std::string Key() const { return "CLSID\\" + id; }
