@@ -30,6 +30,7 @@ YearPlanElements::YearPlanElements()
   legend.txtEdit.SetAccessibleName("Name of the category");
   legend.vScrollCat.SetAccessibleName("Scroll the categories");
   lblSelectedYear.style = {13, true};
+  Command1.accessKey = 'R';
   Command1.SetCaption("Force refresh of current year");
   mnuSelectionMode.entries = {&mnuSelectionAutomatic, &mnuSelectionAlways, &mnuSelectionNever};
   mnuPop.entries = {&mnuNew,           &mnuEdit,       &mnuDelete, &mnuSeparator1, &mnuClear,

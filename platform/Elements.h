@@ -142,6 +142,9 @@ class Label : public CaptionedElement {
 class CommandButton : public CaptionedElement {
  public:
   using CaptionedElement::CaptionedElement;
+  /// The capital letter that presses it together with Alt, where the program around it passes keys
+  /// on; 0 for none.
+  char accessKey = 0;
 };
 
 /// A picture of a fixed kind: a filled mark or a logo.

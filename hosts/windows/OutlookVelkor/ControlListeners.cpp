@@ -2,6 +2,7 @@
 #include "hosts/windows/OutlookVelkor/ControlListeners.h"
 
 #include <string>
+#include <utility>
 
 #include "platform/windows/com/Variant.h"
 #include "values/Error.h"
@@ -77,7 +78,6 @@ void ControlListeners::PictureChanged() {
 }
 
 void ControlListeners::Fire(DISPID event, std::initializer_list<VARIANT> arguments) {
-  if (frozen_ > 0) return;
   life_.Tell(events_, [&](ConnectionPoint& events) {
     events.Fire(event, arguments);
     return S_OK;
@@ -85,11 +85,19 @@ void ControlListeners::Fire(DISPID event, std::initializer_list<VARIANT> argumen
 }
 
 void ControlListeners::StatusChange(std::string_view Msg) {
+  if (frozen_ > 0) {
+    heldStatus_ = Msg;
+    return;
+  }
   const Variant text(Msg);
   Fire(StatusChangeEvent, {text.Get()});
 }
 
 void ControlListeners::ErrorOccurred(const Error& error) {
+  if (frozen_ > 0) {
+    heldErrors_.push_back(error);
+    return;
+  }
   BSTR description = Bstr(error.Description()).Release();
   VARIANT_BOOL cancelDisplay = VARIANT_TRUE;
   const Variant number(static_cast<std::int16_t>(error.Number() & 0xFFFF));
@@ -107,11 +115,11 @@ void ControlListeners::Closed() {
 }
 
 void ControlListeners::Freeze(bool freeze) {
-  if (freeze) {
-    ++frozen_;
-  } else if (frozen_ > 0) {
-    --frozen_;
-  }
+  if (freeze) ++frozen_;
+  if (freeze || frozen_ == 0 || --frozen_ > 0) return;
+  // Whoever is told may freeze events again, and hears the rest after that.
+  for (const Error& error : std::exchange(heldErrors_, {})) ErrorOccurred(error);
+  if (const auto status = std::exchange(heldStatus_, std::nullopt)) StatusChange(*status);
 }
 
 HRESULT ControlListeners::EnumConnectionPoints(IEnumConnectionPoints** points) const {

@@ -1,14 +1,16 @@
 // hosts/windows/OutlookVelkor/ControlListeners.h: tells others what happens to one control.
 #pragma once
 
+#include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "hosts/windows/OutlookVelkor/ControlLife.h"
 #include "platform/windows/com/ConnectionPoint.h"
+#include "values/Error.h"
 
 namespace velkor {
-
-class Error;
 
 /// Those who hear of a control's events, of its properties, of its picture and of its end. They may
 /// come and go while one of them is told.
@@ -26,7 +28,7 @@ class ControlListeners {
   /// The stock event for what goes wrong while the container does not wait for an answer.
   void ErrorOccurred(const Error& error);
   void Closed();
-  /// Until it is taken back as often, no events are told.
+  /// Until it is taken back as often, no events are told. Then the last status and all errors are.
   void Freeze(bool freeze);
 
   // As the interfaces of the control say.
@@ -54,6 +56,9 @@ class ControlListeners {
   DWORD viewSinkFlags_ = 0;
   DWORD viewSinkAspects_ = 0;
   int frozen_ = 0;
+  /// What was held back.
+  std::optional<std::string> heldStatus_;
+  std::vector<Error> heldErrors_;
 };
 
 }  // namespace velkor

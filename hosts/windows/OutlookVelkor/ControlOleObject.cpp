@@ -63,6 +63,7 @@ HRESULT YearPlanControl::ActivateByUser(const MSG* message) {
   const bool byTab =
       message != nullptr && message->message == WM_KEYDOWN && message->wParam == VK_TAB;
   place_.TakeKeyboard(byTab ? EntryByTab() : KeyboardEntry::Grid);
+  if (message != nullptr) place_.TakePress(*message);
   return S_OK;
 }
 
@@ -129,14 +130,6 @@ STDMETHODIMP YearPlanControl::GetExtent(DWORD aspect, SIZEL* size) {
 STDMETHODIMP YearPlanControl::GetMiscStatus(DWORD aspect, DWORD* status) {
   if (status == nullptr) return E_POINTER;
   *status = aspect == DVASPECT_CONTENT ? MiscStatus : 0;
-  return S_OK;
-}
-
-STDMETHODIMP YearPlanControl::GetControlInfo(CONTROLINFO* info) {
-  if (info == nullptr) return E_POINTER;
-  info->hAccel = nullptr;
-  info->cAccel = 0;
-  info->dwFlags = 0;
   return S_OK;
 }
 

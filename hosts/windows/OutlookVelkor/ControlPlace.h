@@ -60,6 +60,10 @@ class ControlPlace {
   void Close();
   /// Active, and with the keyboard, where it is in place.
   void TakeKeyboard(KeyboardEntry entry);
+  /// What the user did to activate the control is done to what lies under the pointer.
+  void TakePress(const MSG& press) {
+    if (window_) window_->TakePress(press);
+  }
   void UiDeactivate();
   void SetManner(ControlManner manner);
   /// The container shows a dialog of its own, or has done with it.

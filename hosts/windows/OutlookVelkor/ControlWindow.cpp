@@ -15,6 +15,7 @@
 #include "platform/windows/system/Modules.h"
 // After windows.h.
 #include <commctrl.h>
+#include <windowsx.h>
 
 namespace velkor {
 namespace {
@@ -273,6 +274,29 @@ void ControlWindow::Move(const RECT& place) {
   if (window_ == nullptr) return;
   ::SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left,
                  place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void ControlWindow::TakePress(const MSG& press) const {
+  const bool left = press.message == WM_LBUTTONDOWN;
+  if (window_ == nullptr || (!left && press.message != WM_RBUTTONDOWN)) return;
+  if (press.hwnd == window_ || ::IsChild(window_, press.hwnd)) return;
+  POINT at{GET_X_LPARAM(press.lParam), GET_Y_LPARAM(press.lParam)};
+  if (!::ClientToScreen(press.hwnd, &at)) at = press.pt;
+  ::ScreenToClient(window_, &at);
+  HWND under = window_;
+  for (;;) {
+    const HWND child = ::ChildWindowFromPointEx(under, at, CWP_SKIPINVISIBLE | CWP_SKIPDISABLED);
+    if (child == nullptr || child == under) break;
+    ::MapWindowPoints(under, child, &at, 1);
+    under = child;
+  }
+  if (under == window_) return;
+  const LPARAM place = MAKELPARAM(at.x, at.y);
+  ::PostMessageW(under, press.message, press.wParam, place);
+  // The window that has taken the press hears of its end, unless that was before.
+  if (::GetAsyncKeyState(left ? VK_LBUTTON : VK_RBUTTON) >= 0) {
+    ::PostMessageW(under, left ? WM_LBUTTONUP : WM_RBUTTONUP, 0, place);
+  }
 }
 
 bool ControlWindow::HasFocus() const {

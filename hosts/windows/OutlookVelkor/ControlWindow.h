@@ -66,6 +66,8 @@ class ControlWindow {
   /// to the first or the last element that it reaches.
   void Focus(KeyboardEntry entry);
   bool HasFocus() const;
+  /// Hands a press of a mouse button on a window of others to the element that lies there.
+  void TakePress(const MSG& press) const;
   /// Handles a key message by the rules of dialogs: Tab goes from element to element, and beyond
   /// the last one it is the container's; keys that the focused element wants go to it.
   /// @return whether it was handled

@@ -32,8 +32,8 @@ class YearPlanControl
           IYearPlan, IProvideClassInfo2, IConnectionPointContainer, IPersistPropertyBag,
           IPersistStreamInit, IPersistStorage, IPersistFile, IOleObject, IRunnableObject,
           IOleInPlaceObject, IOleInPlaceActiveObject, IOleControl, IViewObjectEx, IDataObject,
-          IObjectSafety, ISupportErrorInfo, ISpecifyPropertyPages,
-          IPerPropertyBrowsing, IPlannerAccess>>,
+          IObjectSafety, ISupportErrorInfo, ISpecifyPropertyPages, IPerPropertyBrowsing,
+          IPlannerAccess, IPointerInactive, IQuickActivate>>,
       private ControlHost {
  public:
   /// @param typeInfo  of IYearPlan
@@ -160,9 +160,18 @@ class YearPlanControl
 
   // IOleControl
   STDMETHODIMP GetControlInfo(CONTROLINFO* info) override;
-  STDMETHODIMP OnMnemonic(MSG*) override { return S_OK; }
+  STDMETHODIMP OnMnemonic(MSG* message) override;
   STDMETHODIMP OnAmbientPropertyChange(DISPID property) override;
   STDMETHODIMP FreezeEvents(BOOL freeze) override;
+
+  // IPointerInactive, IQuickActivate
+  STDMETHODIMP GetActivationPolicy(DWORD* policy) override;
+  STDMETHODIMP OnInactiveMouseMove(LPCRECT place, LONG x, LONG y, DWORD keys) override;
+  STDMETHODIMP OnInactiveSetCursor(LPCRECT place, LONG x, LONG y, DWORD message,
+                                   BOOL mustSet) override;
+  STDMETHODIMP QuickActivate(QACONTAINER* container, QACONTROL* control) override;
+  STDMETHODIMP SetContentExtent(LPSIZEL size) override;
+  STDMETHODIMP GetContentExtent(LPSIZEL size) override;
 
   // ISpecifyPropertyPages, IPerPropertyBrowsing, IPlannerAccess
   STDMETHODIMP GetPages(CAUUID* pages) override;
@@ -212,6 +221,7 @@ class YearPlanControl
   HRESULT ShowProperties(HWND owner);
   void Start();
   void FollowAmbients(DISPID property);
+  void TakeSurroundings(const QACONTAINER& container);
   void Dress();
   HRESULT Activate();
   HRESULT ActivateByUser(const MSG* message);
@@ -238,6 +248,7 @@ class YearPlanControl
   ControlPlace place_;
   Ambients ambients_;
   StockProperties stock_;
+  AcceleratorHandle accelerators_;
 };
 
 }  // namespace velkor

@@ -19,6 +19,10 @@ struct DeletePicture {
 };
 
 using FontHandle = std::unique_ptr<std::remove_pointer_t<HFONT>, DeleteGdiObject>;
+struct DeleteAccelerators {
+  void operator()(HACCEL table) const { ::DestroyAcceleratorTable(table); }
+};
+using AcceleratorHandle = std::unique_ptr<std::remove_pointer_t<HACCEL>, DeleteAccelerators>;
 using BrushHandle = std::unique_ptr<std::remove_pointer_t<HBRUSH>, DeleteGdiObject>;
 using PenHandle = std::unique_ptr<std::remove_pointer_t<HPEN>, DeleteGdiObject>;
 using BitmapHandle = std::unique_ptr<std::remove_pointer_t<HBITMAP>, DeleteGdiObject>;

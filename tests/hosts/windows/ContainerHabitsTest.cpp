@@ -250,5 +250,48 @@ TEST_F(ContainerHabits, StockPropertiesAreTheControlsOwnOnceTheyAreSetAndComeBac
   }
 }
 
+TEST_F(ContainerHabits, IsActivatedInOneCallAndByAClickThatAlsoCounts) {
+  BareContainer& container = Container();
+  QACONTAINER given{};
+  given.cbSize = sizeof given;
+  given.pClientSite = &container;
+  QACONTROL told{};
+  told.cbSize = sizeof told;
+  const auto quick = Control<IQuickActivate>();
+  ASSERT_EQ(quick->QuickActivate(&given, &told), S_OK);
+  DWORD status = 0;
+  container.control->GetMiscStatus(DVASPECT_CONTENT, &status);
+  EXPECT_EQ(told.dwMiscStatus, status);
+  EXPECT_EQ(told.dwPointerActivationPolicy, DWORD{POINTERINACTIVE_ACTIVATEONENTRY});
+  SIZEL size{9000, 5000};
+  EXPECT_EQ(quick->SetContentExtent(&size), S_OK);
+  SIZEL now{};
+  EXPECT_EQ(quick->GetContentExtent(&now), S_OK);
+  EXPECT_EQ(now.cx, size.cx);
+
+  // On the legend, in the container's coordinates.
+  MSG press{container.Window(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(560, 250), 0, {}};
+  ASSERT_EQ(container.control->DoVerb(OLEIVERB_UIACTIVATE, &press, &container, 0,
+                                      container.Window(), &container.place),
+            S_OK);
+  EXPECT_THAT(Focused(), testing::HasSubstr("Year"));
+  EXPECT_TRUE(PumpUntil([] { return Focused() == "Categories" && ::GetCapture() == nullptr; }));
+}
+
+TEST_F(ContainerHabits, TellsItsKeysAndHearsThem) {
+  Container();
+  const auto control = Control<IOleControl>();
+  CONTROLINFO info{};
+  ASSERT_EQ(control->GetControlInfo(&info), S_OK);
+  ASSERT_EQ(info.cAccel, 1);
+  ACCEL key{};
+  ASSERT_EQ(::CopyAcceleratorTableW(info.hAccel, &key, 1), 1);
+  MSG message{nullptr, WM_SYSKEYDOWN, key.key, 0, 0, {}};
+  EXPECT_TRUE(::IsAccelerator(info.hAccel, info.cAccel, &message, nullptr) ||
+              (key.fVirt & FALT) != 0);
+  EXPECT_EQ(control->OnMnemonic(&message), S_OK);
+  EXPECT_EQ(control->OnMnemonic(nullptr), E_POINTER);
+}
+
 }  // namespace
 }  // namespace velkor
