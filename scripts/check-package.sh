@@ -150,11 +150,11 @@ check_setup() {
   place=$(compgen -G "$drive/${placed[${1:-user}]}") || die "nothing is installed"
   windows=${place#"$drive/"}
   [[ -f $place/64-bit/OutlookVelkor.ocx && -f $place/docs/help.html ]] || die "nothing at $place"
-  wine_answers 0 reg query "${hive[${1:-user}]}\\$entry" /s
+  wine_answers 0 reg query "${hive[${1:-user}]}\\$entry" /s /reg:64
   for word in DisplayName "$version" Publisher DisplayIcon EstimatedSize QuietUninstallString; do
     says "$word"
   done
-  wine_answers 0 reg query "${hive[${1:-user}]}\\Software\\Classes\\OutlookVelkor.YearPlan\\CLSID"
+  wine_answers 0 reg query "${hive[${1:-user}]}\\Software\\Classes\\OutlookVelkor.YearPlan\\CLSID" /reg:64
   osslsigncode verify -CAfile "$VELKOR_SIGN_ROOTS" -in "$place/Uninstall.exe" >/dev/null 2>&1 ||
     die "the uninstaller is not signed"
   if [[ $mode == --short ]]; then

@@ -208,9 +208,14 @@ Function ${un}WaitUntilFree
     ${If} ${Silent}
       Push $1
       Call ${un}Tell
-      Quit
+    ${ElseIf} ${Cmd} `MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$1" IDRETRY`
+      ${Continue}
     ${EndIf}
-    MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$1" IDRETRY +2
+    !if "${un}" != ""
+      ${If} $EXEDIR != $INSTDIR
+        Call un.RemoveItself
+      ${EndIf}
+    !endif
     Quit
   ${Loop}
   SetErrorLevel 0
