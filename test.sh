@@ -43,7 +43,7 @@ join_prefix() {
   wait "$prefix" || { cat build/logs/wine.log && return 1; }
 }
 
-groups=(desktop test windows)
+groups=(desktop test windows package)
 ((fuzz_runs == 0)) || groups+=(fuzz)
 run_packages "${groups[@]}" || give_up
 

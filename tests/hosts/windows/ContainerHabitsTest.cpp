@@ -132,16 +132,14 @@ TEST_F(ContainerHabits, LooksAndListensAsItsSurroundingsDoAndFollowsTheirChanges
       DISPID_AMBIENT_BACKCOLOR, [] { return Variant("no colour"); }, DISPID_AMBIENT_BACKCOLOR);
   EXPECT_EQ(Ground(), ControlLook().back);
 
-  const std::vector<std::uint32_t> english = Pixels();
-  Change(
-      DISPID_AMBIENT_LOCALEID, [] { return Variant(std::int32_t{0x0407}); },
-      DISPID_AMBIENT_LOCALEID);
-  const std::vector<std::uint32_t> german = Pixels();
-  EXPECT_TRUE(english != german) << "names of months";
-  Change(
-      DISPID_AMBIENT_LOCALEID, [] { return Variant(std::int32_t{0x0409}); },
-      DISPID_AMBIENT_LOCALEID);
-  EXPECT_TRUE(Pixels() == english);
+  const auto pixelsIn = [&](std::int32_t locale) {
+    Change(
+        DISPID_AMBIENT_LOCALEID, [=] { return Variant(locale); }, DISPID_AMBIENT_LOCALEID);
+    return Pixels();
+  };
+  const std::vector<std::uint32_t> english = pixelsIn(0x0409);
+  EXPECT_TRUE(english != pixelsIn(0x0407)) << "names of months";
+  EXPECT_TRUE(english == pixelsIn(0x0409));
 
   const auto font = MakeFont(L"Liberation Mono");
   Change(
