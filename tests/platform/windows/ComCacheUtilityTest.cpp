@@ -2,6 +2,7 @@
 #include "platform/windows/com/ComCacheUtility.h"
 
 #include "tests/platform/windows/FakeUtility.h"
+#include "tests/platform/windows/HeldHandles.h"
 #include "tests/platform/windows/UtilityCase.h"
 #include "tests/support/ErrorOf.h"
 
@@ -187,11 +188,6 @@ TEST_F(ComCacheUtilityTest, WithoutRegistrationItsCreationSaysSo) {
 }
 
 TEST_F(ComCacheUtilityTest, ManyUtilitiesLeaveNoHandlesBehind) {
-  const auto handles = [] {
-    DWORD count = 0;
-    ::GetProcessHandleCount(::GetCurrentProcess(), &count);
-    return count;
-  };
   const auto useOne = [&] {
     Create();
     EXPECT_THAT(Refresh(), Pair(5, testing::_));
@@ -199,9 +195,9 @@ TEST_F(ComCacheUtilityTest, ManyUtilitiesLeaveNoHandlesBehind) {
     EXPECT_TRUE(PumpUntil([] { return Utilities().empty(); }));
   };
   for (int warm = 0; warm < 2; ++warm) useOne();
-  const DWORD before = handles();
-  for (int i = 0; i < 3; ++i) useOne();
-  EXPECT_LE(handles(), before + 2);
+  const HeldHandles before;
+  for (int i = 0; i < 6; ++i) useOne();
+  ExpectNoMoreThan(before);
 }
 
 }  // namespace

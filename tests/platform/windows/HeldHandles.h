@@ -4,49 +4,88 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <string>
 #include <vector>
 
 #include "platform/windows/drawing/GdiHandles.h"
+#include "platform/windows/system/ProcessWatch.h"
+// After windows.h.
+#include <psapi.h>
 
 namespace velkor {
 
-/// Handles as the system counts them. Where it does not count those of windows and drawings (Wine),
-/// their highest numbers tell: new ones take the free numbers first.
+/// Handles as the system counts them, and memory. Where it counts none (Wine answers 0), their
+/// highest numbers tell: new ones take the free numbers first.
 struct HeldHandles {
   HeldHandles() {
     ::GetProcessHandleCount(::GetCurrentProcess(), &kernel);
     user = ::GetGuiResources(::GetCurrentProcess(), GR_USEROBJECTS);
     gdi = ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS);
-    // More than there are free numbers below the highest.
-    std::vector<BitmapHandle> bitmaps(3000);
-    for (BitmapHandle& made : bitmaps) {
-      made.reset(::CreateBitmap(1, 1, 1, 1, nullptr));
-      highestBitmap = std::max(highestBitmap, reinterpret_cast<DWORD_PTR>(made.get()) & 0xFFFF);
-    }
-    std::vector<HMENU> menus(500);
-    for (HMENU& made : menus) {
-      made = ::CreateMenu();
-      highestMenu = std::max(highestMenu, reinterpret_cast<DWORD_PTR>(made) & 0xFFFF);
-    }
-    for (const HMENU made : menus) ::DestroyMenu(made);
+    PROCESS_MEMORY_COUNTERS counters{};
+    ::GetProcessMemoryInfo(::GetCurrentProcess(), &counters, sizeof counters);
+    memory = counters.PagefileUsage;
+    // More of each than there are free numbers below the highest.
+    highestKernel = Highest<KernelHandle>(
+        1000, [] { return KernelHandle(::CreateEventW(nullptr, FALSE, FALSE, nullptr)); });
+    highestBitmap = Highest<BitmapHandle>(
+        3000, [] { return BitmapHandle(::CreateBitmap(1, 1, 1, 1, nullptr)); });
+    highestMenu = Highest<Menu>(500, [] { return Menu(::CreateMenu()); });
   }
 
   DWORD kernel = 0;
   DWORD user = 0;
   DWORD gdi = 0;
+  /// Of the process's own, in bytes.
+  SIZE_T memory = 0;
+  /// In fours.
+  DWORD_PTR highestKernel = 0;
   DWORD_PTR highestBitmap = 0;
   /// Menus and windows are numbered alike, those of other programs too.
   DWORD_PTR highestMenu = 0;
+
+ private:
+  struct DestroyMenu {
+    void operator()(HMENU menu) const { ::DestroyMenu(menu); }
+  };
+  using Menu = std::unique_ptr<std::remove_pointer_t<HMENU>, DestroyMenu>;
+
+  template <typename Handle, typename Make>
+  static DWORD_PTR Highest(std::size_t count, const Make& make) {
+    std::vector<Handle> all(count);
+    DWORD_PTR highest = 0;
+    for (Handle& each : all) {
+      each = make();
+      highest = std::max(highest, reinterpret_cast<DWORD_PTR>(each.get()) & 0xFFFF);
+    }
+    return highest;
+  }
 };
+
+/// Names what is held that was not held before; empty for nothing. Two more of each may be the
+/// system's own, of menus and windows ten other programs'.
+/// @param memorySlack  in bytes, what more memory counts as nothing
+inline std::string GrowthSince(const HeldHandles& before, SIZE_T memorySlack = 1024 * 1024) {
+  const HeldHandles now;
+  std::string grown;
+  const auto compare = [&](const char* name, auto held, auto slack) {
+    const auto most = before.*held + slack;
+    if (now.*held <= most) return;
+    grown += std::string(name) + " " + std::to_string(before.*held) + " to " +
+             std::to_string(now.*held) + "; ";
+  };
+  compare("kernel handles", &HeldHandles::kernel, 2);
+  compare("user objects", &HeldHandles::user, 0);
+  compare("drawing objects", &HeldHandles::gdi, 0);
+  compare("memory", &HeldHandles::memory, memorySlack);
+  compare("highest kernel handle", &HeldHandles::highestKernel, 2 * 4);
+  compare("highest bitmap", &HeldHandles::highestBitmap, 2);
+  compare("highest menu", &HeldHandles::highestMenu, 10);
+  return grown;
+}
 
 /// Expects that nothing is held that was not held before.
 inline void ExpectNoMoreThan(const HeldHandles& before) {
-  const HeldHandles now;
-  EXPECT_LE(now.kernel, before.kernel);
-  EXPECT_LE(now.user, before.user);
-  EXPECT_LE(now.gdi, before.gdi);
-  EXPECT_LE(now.highestBitmap, before.highestBitmap + 2);
-  EXPECT_LE(now.highestMenu, before.highestMenu + 10) << "other programs take of these as well";
+  EXPECT_EQ(GrowthSince(before), "");
 }
 
 }  // namespace velkor
