@@ -22,6 +22,9 @@
 namespace velkor {
 namespace {
 
+/// Of tmrCalendar.
+constexpr int TicksOfAMinute = 12;
+
 CategoryFilter FilterOf(const Platform& platform) {
   return CategoryFilter(
       CategorySeparator(RegIO::ListSeparator(platform.registry, platform.messages)));
@@ -170,14 +173,18 @@ void YearPlan::Parts::tmrCalendar_Timer() {
   if (live_) {
     access_.KeepConnected();
   } else if (ticksToStart_ && --*ticksToStart_ == 0) {
-    StartUp(false);
+    // The button starts the calendar program where it does not run; a timer does not.
+    if (platform_.outlook.IsRunning()) {
+      StartUp(false);
+    } else {
+      ticksToStart_ = TicksOfAMinute;
+    }
   }
 }
 
 void YearPlan::Parts::OfferStart(int start) {
   // Another one may have come in while this one's message was open.
   if (live_ || start != starts_) return;
-  constexpr int TicksOfAMinute = 12;
   ticksToStart_ = TicksOfAMinute;
   elements.tmrCalendar.SetEnabled(true);
   elements.Command1.SetEnabled(true);

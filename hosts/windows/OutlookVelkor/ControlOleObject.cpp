@@ -13,13 +13,14 @@ namespace {
 constexpr LONG PropertiesVerb = 1;
 
 }  // namespace
+
 STDMETHODIMP YearPlanControl::SetClientSite(IOleClientSite* site) {
-  const EntryScope entry(life_.Owner());
-  place_.SetSite(site);
-  FollowAmbients(DISPID_UNKNOWN);
-  // Where properties are loaded first nobody could say then that this is design mode.
-  if (plan_.Elements().tmrStart.Enabled() && place_.IsDesignMode()) timers_.clear();
-  return S_OK;
+  return AnswerCall([&] {
+    place_.SetSite(site);
+    FollowAmbients(DISPID_UNKNOWN);
+    // Where properties are loaded first nobody could say then that this is design mode.
+    if (plan_.Elements().tmrStart.Enabled() && place_.IsDesignMode()) timers_.clear();
+  });
 }
 
 STDMETHODIMP YearPlanControl::GetClientSite(IOleClientSite** site) {
@@ -28,15 +29,15 @@ STDMETHODIMP YearPlanControl::GetClientSite(IOleClientSite** site) {
 }
 
 STDMETHODIMP YearPlanControl::Close(DWORD save) {
-  const EntryScope entry(life_.Owner());
-  // A container that asks lets its user decide; a control has no window to ask in.
-  if (save != OLECLOSE_NOSAVE && dirty_) {
-    life_.Tell(place_.Site(), [](IOleClientSite& told) { return told.SaveObject(); });
-  }
-  place_.Close();
-  isRunning_ = false;
-  listeners_.Closed();
-  return S_OK;
+  return AnswerCall([&] {
+    // A container that asks lets its user decide; a control has no window to ask in.
+    if (save != OLECLOSE_NOSAVE && dirty_) {
+      life_.Tell(place_.Site(), [](IOleClientSite& told) { return told.SaveObject(); });
+    }
+    place_.Close();
+    isRunning_ = false;
+    listeners_.Closed();
+  });
 }
 
 STDMETHODIMP YearPlanControl::GetMoniker(DWORD /*assign*/, DWORD /*which*/, IMoniker** moniker) {
@@ -67,9 +68,7 @@ HRESULT YearPlanControl::ActivateByUser(const MSG* message) {
   return S_OK;
 }
 
-STDMETHODIMP YearPlanControl::DoVerb(LONG verb, LPMSG message, IOleClientSite* /*site*/,
-                                     LONG /*index*/, HWND parent, LPCRECT /*place*/) {
-  const EntryScope entry(life_.Owner());
+HRESULT YearPlanControl::Obey(LONG verb, LPMSG message, HWND parent) {
   switch (verb) {
     case OLEIVERB_HIDE:
       return InPlaceDeactivate();
@@ -88,6 +87,13 @@ STDMETHODIMP YearPlanControl::DoVerb(LONG verb, LPMSG message, IOleClientSite* /
     default:
       return verb > PropertiesVerb ? OLEOBJ_S_INVALIDVERB : E_NOTIMPL;
   }
+}
+
+STDMETHODIMP YearPlanControl::DoVerb(LONG verb, LPMSG message, IOleClientSite* /*site*/,
+                                     LONG /*index*/, HWND parent, LPCRECT /*place*/) {
+  HRESULT obeyed = E_FAIL;
+  const HRESULT result = AnswerCall([&] { obeyed = Obey(verb, message, parent); });
+  return FAILED(result) ? result : obeyed;
 }
 
 /// The calendar program is not asked until the control is activated.
@@ -114,10 +120,10 @@ STDMETHODIMP YearPlanControl::SetExtent(DWORD aspect, SIZEL* size) {
   if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
   if (size->cx <= 0 || size->cy <= 0) return E_INVALIDARG;
   // The container stores it, not this.
-  const EntryScope entry(life_.Owner());
-  place_.SetExtent(*size);
-  listeners_.PictureChanged();
-  return S_OK;
+  return AnswerCall([&] {
+    place_.SetExtent(*size);
+    listeners_.PictureChanged();
+  });
 }
 
 STDMETHODIMP YearPlanControl::GetExtent(DWORD aspect, SIZEL* size) {

@@ -83,6 +83,8 @@ STDMETHODIMP YearPlanControl::InitNew(IStorage* storage) {
   return AnswerCall([&] {
     storage_.InitNew(*storage);
     lastPicture_.InitNew(*storage);
+    // The storage has nothing yet that could be loaded.
+    dirty_ = true;
   });
 }
 

@@ -58,6 +58,8 @@ void ControlPlace::SetModeless(bool modeless) {
 void ControlPlace::Behave() {
   if (!window_) return;
   window_->SetUsable(manner_.usable && modeless_);
+  // The container is told that the keyboard left, and may take the window away.
+  if (!window_) return;
   window_->SetFrame(uiActive_ && manner_.hatching, uiActive_ && manner_.grabHandles);
 }
 
@@ -98,6 +100,8 @@ HRESULT ControlPlace::MakeWindow(IOleClientSite& site) {
     life_.Tell(place, [](IOleInPlaceSite& told) { return told.OnInPlaceDeactivate(); });
     return E_FAIL;
   }
+  // Or have asked for the same in between.
+  if (window_) return S_OK;
 
   frame_ = frame;
   document_ = document;

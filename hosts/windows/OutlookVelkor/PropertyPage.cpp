@@ -91,7 +91,8 @@ STDMETHODIMP PropertyPage::GetPageInfo(PROPPAGEINFO* info) {
     const ULONG size = info->cb;
     *info = {};
     info->cb = size;
-    info->size = PageWindow(form_, nullptr).WantedArea();
+    // Another window would take the fields from the one that shows them.
+    info->size = window_ ? window_->WantedArea() : PageWindow(form_, nullptr).WantedArea();
     info->pszTitle = ToTaskText(ToWide(form_.Title()));
   });
 }

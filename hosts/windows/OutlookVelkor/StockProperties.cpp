@@ -121,8 +121,20 @@ StockValues ReadStockValues(PropertyBag& bag) {
   const auto text = [&](std::string_view key) {
     return std::get<std::string>(bag.ReadProperty(key, std::string()));
   };
-  return {ColourIn(BackKey, text(BackKey)), ColourIn(ForeKey, text(ForeKey)), FontIn(text(FontKey)),
-          std::get<bool>(bag.ReadProperty(EnabledKey, true))};
+  // Containers keep values of their own under these names, which say nothing to us.
+  const auto orUnset = [](const auto& read) -> decltype(read()) {
+    try {
+      return read();
+    } catch (const Error&) {
+      return {};
+    }
+  };
+  StockValues values;
+  values.back = orUnset([&] { return ColourIn(BackKey, text(BackKey)); });
+  values.fore = orUnset([&] { return ColourIn(ForeKey, text(ForeKey)); });
+  values.font = orUnset([&] { return FontIn(text(FontKey)); });
+  values.enabled = std::get<bool>(bag.ReadProperty(EnabledKey, true));
+  return values;
 }
 
 /// Hears what others do to a font object that they were given.

@@ -22,7 +22,7 @@ struct StockValues {
   bool enabled = true;
 };
 
-/// Throws Error for what makes no sense.
+/// A colour or a font that makes no sense is unset. Throws Error where Enabled is no truth value.
 StockValues ReadStockValues(PropertyBag& bag);
 
 /// Properties with identifiers of the system (DISPID_BACKCOLOR and so on). Until a colour or the

@@ -223,6 +223,7 @@ class YearPlanControl
   void FollowAmbients(DISPID property);
   void TakeSurroundings(const QACONTAINER& container);
   void Dress();
+  HRESULT Obey(LONG verb, LPMSG message, HWND parent);
   HRESULT Activate();
   HRESULT ActivateByUser(const MSG* message);
   void TakeFrom(PropertyBag& bag);

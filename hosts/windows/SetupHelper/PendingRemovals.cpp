@@ -33,7 +33,8 @@ void ForgetPendingRemovals(const std::filesystem::path& folder) {
     const std::size_t name = list.find(L'\0', begin);
     const std::size_t end = name == list.npos ? name : list.find(L'\0', name + 1);
     if (end == list.npos) return;
-    const bool isOwn = ::_wcsnicmp(list.c_str() + begin, own.c_str(), own.size()) == 0;
+    const bool isOwn = ::_wcsnicmp(list.c_str() + begin, own.c_str(), own.size()) == 0 &&
+                       (list[begin + own.size()] == L'\\' || list[begin + own.size()] == L'\0');
     if (!isOwn) left.append(list, begin, end + 1 - begin);
     begin = end + 1;
   }

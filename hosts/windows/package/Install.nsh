@@ -9,10 +9,34 @@ Function .onInit
   ${IfNot} ${Errors}
     StrCpy $AllUsers 1
     Call NeedAdministrator
+    UserInfo::GetAccountType
+    Pop $0
+    ${If} $0 != "Admin"
+      StrCpy $AllUsers 0
+    ${EndIf}
   ${EndIf}
   Call FindWordSizes
   ${If} $INSTDIR == ""
     Call ChooseFolder
+  ${Else}
+    Call UseContext
+    ReadRegStr $0 SHCTX "${ENTRY}" "InstallLocation"
+    ${If} $0 != ""
+    ${AndIf} $0 != $INSTDIR
+      SetErrorLevel ${FAILED}
+      Push "The year planner is installed in $0: remove it first to have it in $INSTDIR. Nothing was changed."
+      Call Tell
+      Quit
+    ${EndIf}
+  ${EndIf}
+FunctionEnd
+
+; What is installed is upgraded where it is.
+Function SkipWhereInstalled
+  ReadRegStr $0 SHCTX "${ENTRY}" "InstallLocation"
+  ${If} $0 != ""
+    StrCpy $INSTDIR $0
+    Abort
   ${EndIf}
 FunctionEnd
 

@@ -65,6 +65,7 @@ Var ShowStartPage
 !define MUI_UNICON "${ICON}"
 !define MUI_ABORTWARNING
 Page custom ShowUsersPage LeaveUsersPage
+!define MUI_PAGE_CUSTOMFUNCTION_PRE SkipWhereInstalled
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 Page custom ShowLastPage LeaveLastPage

@@ -34,12 +34,21 @@ FunctionEnd
 Function un.DeleteListed
   ClearErrors
   FileOpen $R3 $R0 r
+  ${If} ${Errors}
+    StrCpy $Failure "The list of its files, $INSTDIR\Files.lst, cannot be read."
+    Return
+  ${EndIf}
   ${Do}
     FileRead $R3 $R4
     ${If} ${Errors}
       ${ExitDo}
     ${EndIf}
     ${TrimNewLines} $R4 $R4
+    ${If} $R4 == "Files.lst"
+    ${OrIf} $R4 == "Uninstall.exe"
+      ; Until all else is gone, so that what failed can be tried again.
+      ${Continue}
+    ${EndIf}
     Delete "$R1\$R4"
     ${If} "$R1\$R4" == $EXEPATH
       ; It runs from there where the caller waits for its end, and goes after that.
@@ -89,6 +98,12 @@ Section "Uninstall"
     StrCpy $R0 "$PLUGINSDIR\old.lst"
     StrCpy $R1 "$INSTDIR"
     Call un.DeleteListed
+  ${EndIf}
+  ${If} $Failure == ""
+    Delete "$INSTDIR\Files.lst"
+    ${If} "$INSTDIR\Uninstall.exe" != $EXEPATH
+      Delete "$INSTDIR\Uninstall.exe"
+    ${EndIf}
     Call un.RemoveEmptyFolders
   ${EndIf}
   ${If} $Failure != ""

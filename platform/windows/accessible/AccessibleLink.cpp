@@ -19,7 +19,7 @@ HWND AccessibleLink::WindowOf(const AccessibleId& node) const {
 }
 
 bool AccessibleLink::IsReachable() const {
-  return ::IsWindowEnabled(::GetAncestor(control, GA_ROOT));
+  return ::IsWindowEnabled(control) && ::IsWindowEnabled(::GetAncestor(control, GA_ROOT));
 }
 
 std::optional<AccessibleId> AccessibleLink::Focused() const {

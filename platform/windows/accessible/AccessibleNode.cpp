@@ -184,7 +184,7 @@ RECT AccessibleNode::OnScreen(const AccessibleId& node, const AccessibleFacts& f
 LONG AccessibleNode::StateOf(const AccessibleId& node, const AccessibleFacts& facts) const {
   LONG state = 0;
   const auto add = [&](bool is, LONG flag) { state |= is ? flag : 0; };
-  add(!facts.enabled, STATE_SYSTEM_UNAVAILABLE);
+  add(!facts.enabled || !::IsWindowEnabled(link_->control), STATE_SYSTEM_UNAVAILABLE);
   add(!facts.visible || !::IsWindowVisible(link_->control), STATE_SYSTEM_INVISIBLE);
   add(!facts.inSight, STATE_SYSTEM_OFFSCREEN);
   add(facts.focusable, STATE_SYSTEM_FOCUSABLE);
@@ -391,6 +391,7 @@ STDMETHODIMP AccessibleNode::put_accValue(VARIANT child, BSTR value) {
   return Ask(child, [&](AccessibleTree& tree, const AccessibleId& node) -> HRESULT {
     const auto facts = tree.FactsOf(node);
     if (!facts || facts->role != AccessibleRole::Edit) return DISP_E_MEMBERNOTFOUND;
+    if (!link_->IsReachable()) return S_FALSE;
     return ::SetWindowTextW(link_->WindowOf(node), value) ? S_OK : E_FAIL;
   });
 }
@@ -421,7 +422,7 @@ STDMETHODIMP AccessibleNode::Next(ULONG count, VARIANT* children, ULONG* fetched
 
 STDMETHODIMP AccessibleNode::Skip(ULONG count) {
   return Ask([&](AccessibleTree& tree) {
-    const auto left = static_cast<ULONG>(tree.ChildCount(id_) - position_);
+    const auto left = static_cast<ULONG>(std::max(tree.ChildCount(id_) - position_, 0));
     position_ += static_cast<int>(std::min(count, left));
     return count <= left ? S_OK : S_FALSE;
   });

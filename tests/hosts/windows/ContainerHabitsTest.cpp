@@ -240,10 +240,11 @@ TEST_F(ContainerHabits, StockPropertiesAreTheControlsOwnOnceTheyAreSetAndComeBac
                                                            {L"Font", "Arial, large"},
                                                            {L"BackColor", "blue"},
                                                            {L"ForeColor", "1e9"}}) {
-    const ComPtr<TextBag> damaged(new TextBag);
-    damaged->values[key] = Variant(value);
+    const ComPtr<TextBag> foreign(new TextBag);
+    foreign->values[key] = Variant(value);
     Container();
-    EXPECT_TRUE(FAILED(Control<IPersistPropertyBag>()->Load(damaged.Get(), nullptr))) << value;
+    EXPECT_EQ(Control<IPersistPropertyBag>()->Load(foreign.Get(), nullptr), S_OK) << value;
+    EXPECT_EQ(Ground(), ControlLook().back) << "another one's value is none of ours";
     container_->Close();
   }
 }

@@ -16,7 +16,6 @@
 #include "tests/platform/windows/HeldHandles.h"
 // After windows.h.
 #include <commctrl.h>
-#include <psapi.h>
 #include <shlwapi.h>
 
 namespace velkor {
@@ -264,38 +263,6 @@ TEST_F(OutlookVelkor, AContainerThatClosesWhileAMessageIsOpenTakesNothingAwayToo
     WaitUntil("end of the message", [&] { return !::IsWindow(message); });
   });
   EXPECT_TRUE(PumpUntil([&] { return closed; }));
-}
-
-SIZE_T PrivateMemory() {
-  PROCESS_MEMORY_COUNTERS_EX memory{};
-  ::GetProcessMemoryInfo(::GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory),
-                         sizeof memory);
-  return memory.PrivateUsage;
-}
-
-TEST(OutlookVelkorLoads, TwentyLoadsAndUnloadsLeaveNothingBehind) {
-  const Apartment thread;
-  EXPECT_EQ(ControlLibrary().Call("DllRegisterServer"), S_OK);
-  const auto load = [] {
-    {
-      const AtlContainer container;
-      ASSERT_EQ(container.Result(), S_OK);
-      // Drawn without messages: on a busy machine they would bring the start-up, whose message
-      // about the calendar program, which is not there, nobody answers.
-      ::RedrawWindow(container.Window(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    }
-    PumpFor(20);
-    ::CoFreeUnusedLibrariesEx(0, 0);
-    ASSERT_EQ(::GetModuleHandleW(L"OutlookVelkor.ocx"), nullptr) << "still loaded";
-  };
-  for (int warm = 0; warm < 3; ++warm) load();
-  const HeldHandles before;
-  const SIZE_T memory = PrivateMemory();
-  for (int i = 0; i < 20; ++i) load();
-  ExpectNoMoreThan(before);
-  constexpr SIZE_T HeapSlack = 256 * 1024;
-  EXPECT_LE(PrivateMemory(), memory + HeapSlack);
-  EXPECT_EQ(ControlLibrary().Call("DllUnregisterServer"), S_OK);
 }
 
 class ControlDensity : public OutlookVelkor {};

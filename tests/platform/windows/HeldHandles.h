@@ -21,15 +21,16 @@ struct HeldHandles {
     ::GetProcessHandleCount(::GetCurrentProcess(), &kernel);
     user = ::GetGuiResources(::GetCurrentProcess(), GR_USEROBJECTS);
     gdi = ::GetGuiResources(::GetCurrentProcess(), GR_GDIOBJECTS);
-    PROCESS_MEMORY_COUNTERS counters{};
-    ::GetProcessMemoryInfo(::GetCurrentProcess(), &counters, sizeof counters);
-    memory = counters.PagefileUsage;
     // More of each than there are free numbers below the highest.
     highestKernel = Highest<KernelHandle>(
         1000, [] { return KernelHandle(::CreateEventW(nullptr, FALSE, FALSE, nullptr)); });
     highestBitmap = Highest<BitmapHandle>(
-        3000, [] { return BitmapHandle(::CreateBitmap(1, 1, 1, 1, nullptr)); });
+        6000, [] { return BitmapHandle(::CreateBitmap(1, 1, 1, 1, nullptr)); });
     highestMenu = Highest<Menu>(500, [] { return Menu(::CreateMenu()); });
+    // The last, as the heap keeps the room that these took.
+    PROCESS_MEMORY_COUNTERS counters{};
+    ::GetProcessMemoryInfo(::GetCurrentProcess(), &counters, sizeof counters);
+    memory = counters.PagefileUsage;
   }
 
   DWORD kernel = 0;
@@ -61,8 +62,8 @@ struct HeldHandles {
   }
 };
 
-/// Names what is held that was not held before; empty for nothing. Two more of each may be the
-/// system's own, of menus and windows ten other programs'.
+/// Names what is held that was not held before; empty for nothing. A few more of
+/// each may be the system's own, of menus and windows also other programs'.
 /// @param memorySlack  in bytes, what more memory counts as nothing
 inline std::string GrowthSince(const HeldHandles& before, SIZE_T memorySlack = 1024 * 1024) {
   const HeldHandles now;
@@ -78,7 +79,7 @@ inline std::string GrowthSince(const HeldHandles& before, SIZE_T memorySlack = 1
   compare("drawing objects", &HeldHandles::gdi, 0);
   compare("memory", &HeldHandles::memory, memorySlack);
   compare("highest kernel handle", &HeldHandles::highestKernel, 2 * 4);
-  compare("highest bitmap", &HeldHandles::highestBitmap, 2);
+  compare("highest bitmap", &HeldHandles::highestBitmap, 8);
   compare("highest menu", &HeldHandles::highestMenu, 10);
   return grown;
 }
