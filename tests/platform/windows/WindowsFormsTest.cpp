@@ -273,13 +273,15 @@ TEST_F(WindowsFormsTest, EveryDialogShowsItsTextsWholeAtEachDensityAndTextSize) 
                               ExpectWellLaidOut(*form, dialog);
                             }
                             EXPECT_GT(SizeOfWindow(dialog).cx, first.cx);
-                            const auto moveAndBack = [&] {
-                              for (const UINT dots : {192u, 96u}) MoveToMonitor(dialog, dots);
+                            const auto moveAround = [&] {
+                              for (int i = 0; i < 5; ++i) {
+                                for (const UINT dots : {192u, 96u}) MoveToMonitor(dialog, dots);
+                              }
                             };
                             // The system keeps what it drew of each font.
-                            moveAndBack();
+                            moveAround();
                             const HeldHandles before;
-                            for (int i = 0; i < 5; ++i) moveAndBack();
+                            moveAround();
                             ExpectNoMoreThan(before);
                             ::PostMessageW(dialog, WM_CLOSE, 0, 0);
                           }});
