@@ -71,7 +71,7 @@ STDMETHODIMP YearPlanControl::GetPredefinedStrings(DISPID member, CALPOLESTR* te
     return E_NOTIMPL;
   }
   return Answer([&] {
-    LPOLESTR text = ToTaskText(ToWide(Shown(property->Default())));
+    LPOLESTR text = CopyForCaller(ToWide(Shown(property->Default())));
     *texts = {1, OneElement(text)};
     *cookies = {1, OneElement(DWORD{0})};
     if (text != nullptr && texts->pElems != nullptr && cookies->pElems != nullptr) return;

@@ -45,12 +45,6 @@ class PageFactory : public ComObject<IClassFactory> {
 
 }  // namespace
 
-LPOLESTR ToTaskText(const std::wstring& text) {
-  auto* const copy = static_cast<LPOLESTR>(::CoTaskMemAlloc((text.size() + 1) * sizeof(wchar_t)));
-  if (copy != nullptr) copy[text.copy(copy, text.size())] = L'\0';
-  return copy;
-}
-
 PropertyPage::PropertyPage() : form_(UserNames()) {
   form_.onChange = [this] {
     if (window_) window_->TellSoon();
@@ -93,7 +87,7 @@ STDMETHODIMP PropertyPage::GetPageInfo(PROPPAGEINFO* info) {
     info->cb = size;
     // Another window would take the fields from the one that shows them.
     info->size = window_ ? window_->WantedArea() : PageWindow(form_, nullptr).WantedArea();
-    info->pszTitle = ToTaskText(ToWide(form_.Title()));
+    info->pszTitle = CopyForCaller(ToWide(form_.Title()));
   });
 }
 

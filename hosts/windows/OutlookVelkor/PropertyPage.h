@@ -48,9 +48,6 @@ class PropertyPage : public ComObject<IPropertyPage2> {
   std::shared_ptr<PageWindow> window_;
 };
 
-/// A text for an owner outside, who frees it (CoTaskMemFree); null when there is no memory.
-LPOLESTR ToTaskText(const std::wstring& text);
-
 /// The class object of the page.
 HRESULT GetPageFactory(REFIID id, void** object);
 

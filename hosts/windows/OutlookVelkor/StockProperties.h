@@ -12,7 +12,6 @@
 namespace velkor {
 
 class PropertyBag;
-struct Ambients;
 
 /// What is stored of them; unset colours and font are the container's.
 struct StockValues {

@@ -60,6 +60,27 @@ TEST_F(ContainerCalls, TheControlMayBeLetGoWithinWhateverItTells) {
   }
 }
 
+TEST_F(ContainerCalls, TheControlMayBeLetGoAsItLosesTheKeyboardWithItsUse) {
+  const std::function<void(BareContainer&)> losses[] = {
+      [this](BareContainer&) { Control<IOleInPlaceActiveObject>()->EnableModeless(FALSE); },
+      [this](BareContainer&) { Planner(Control<IDispatch>()).Put("Enabled", Variant(false)); }};
+  for (const auto& lose : losses) {
+    BareContainer& container = Container();
+    ASSERT_EQ(container.Do(OLEIVERB_UIACTIVATE), S_OK);
+    container.reactions["OnFocus(FALSE)"] = [&] { container.Drop(); };
+    lose(container);
+    EXPECT_EQ(container.Count("OnFocus(FALSE)"), 1);
+    EXPECT_EQ(container.Child(), nullptr);
+  }
+}
+
+TEST_F(ContainerCalls, AskingForTheWindowWhileItIsMadeMakesOne) {
+  BareContainer& container = Container();
+  container.reactions["OnInPlaceActivate"] = [&] { container.Do(OLEIVERB_SHOW); };
+  EXPECT_EQ(container.Do(OLEIVERB_SHOW), S_OK);
+  EXPECT_EQ(::FindWindowExW(container.Window(), container.Child(), nullptr, nullptr), nullptr);
+}
+
 /// A window of the container's own that closes the control as it loses the keyboard.
 LRESULT CALLBACK CloseOnLoss(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   auto* const container =
