@@ -65,7 +65,7 @@ struct HeldHandles {
 /// Names what is held that was not held before; empty for nothing. A few more of
 /// each may be the system's own, of menus and windows also other programs'.
 /// @param memorySlack  in bytes, what more memory counts as nothing
-inline std::string GrowthSince(const HeldHandles& before, SIZE_T memorySlack = 1024 * 1024) {
+inline std::string GrowthSince(const HeldHandles& before, SIZE_T memorySlack = 2 << 20) {
   const HeldHandles now;
   std::string grown;
   const auto compare = [&](const char* name, auto held, auto slack) {
@@ -85,8 +85,8 @@ inline std::string GrowthSince(const HeldHandles& before, SIZE_T memorySlack = 1
 }
 
 /// Expects that nothing is held that was not held before.
-inline void ExpectNoMoreThan(const HeldHandles& before) {
-  EXPECT_EQ(GrowthSince(before), "");
+inline void ExpectNoMoreThan(const HeldHandles& before, SIZE_T memorySlack = 2 << 20) {
+  EXPECT_EQ(GrowthSince(before, memorySlack), "");
 }
 
 }  // namespace velkor

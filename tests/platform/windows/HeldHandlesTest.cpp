@@ -25,7 +25,7 @@ TEST(HeldHandles, ALeakOfEachKindIsSeen) {
       {counts ? "drawing objects" : "highest bitmap",
        [&] { bitmaps.emplace_back(::CreateBitmap(1, 1, 1, 1, nullptr)); }},
       {counts ? "user objects" : "highest menu", [&] { menus.push_back(::CreateMenu()); }},
-      {"memory", [&] { blocks.emplace_back(64 * 1024, 'x'); }}};
+      {"memory", [&] { blocks.emplace_back(256 * 1024, 'x'); }}};
   for (const auto& [named, leak] : leaks) {
     const HeldHandles before;
     EXPECT_EQ(GrowthSince(before), "") << named;
