@@ -4,11 +4,8 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-count=${1:-1000}
-if [[ ! $count =~ ^[1-9][0-9]{0,5}$ ]]; then
-  sed -n '2,3p' "${BASH_SOURCE[0]}" >&2
-  exit 2
-fi
+# shellcheck source=scripts/count.sh
+source scripts/count.sh "$@"
 
 cmake --preset mingw >/dev/null
 cmake --build --preset mingw --target hosts_tests >/dev/null
