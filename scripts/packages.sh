@@ -5,7 +5,8 @@
 # Groups: desktop (the desktop program), test (its tests and the checks), windows (the cross build
 # and Wine; nothing where the processor is not x86-64), windows32 (the cross build for 32 bits and
 # what makes the root of its Wine), package (the installer, the pages and the signing of the Windows
-# package), containers (the form of Lazarus), rules (the comparison of recurrence rules), fuzz, tidy.
+# package), containers (the form of Lazarus), servers (calendar servers and another client of
+# theirs), rules (the comparison of recurrence rules), fuzz, tidy.
 set -euo pipefail
 export LC_ALL=C.UTF-8
 
@@ -14,13 +15,13 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 packages_of() {
   case $1 in
     desktop)
-      echo cmake ninja-build g++ qt6-base-dev qt6-svg-dev libical-dev nlohmann-json3-dev \
+      echo cmake ninja-build g++ qt6-base-dev qt6-svg-dev qtkeychain-qt6-dev libical-dev nlohmann-json3-dev \
         fonts-liberation fonts-dejavu-core fonts-droid-fallback fonts-symbola tzdata
       # The older names of zones (US/Eastern), where tzdata leaves them out.
       ! apt-cache show tzdata-legacy >/dev/null 2>&1 || echo tzdata-legacy ;;
     test)
       echo googletest libgtest-dev libgmock-dev libbenchmark-dev locales poppler-utils \
-        clang-format-14 ;;
+        clang-format-14 openssl radicale ;;
     windows)
       # Only 64-bit Wine: installing the 32-bit one can remove this one.
       [[ $(uname -m) != x86_64 ]] ||
@@ -28,6 +29,7 @@ packages_of() {
     windows32) echo g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev mmdebstrap uidmap ;;
     package) echo nsis cmark-gfm osslsigncode openssl ;;
     containers) echo fp-compiler fpc-source lazarus-src xvfb imagemagick ;;
+    servers) echo radicale xandikos cyrus-caldav vdirsyncer ;;
     rules) echo python3-dateutil ;;
     fuzz) echo clang-14 libclang-rt-14-dev ;;
     tidy) echo clang-tidy-14 ;;
