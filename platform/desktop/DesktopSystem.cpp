@@ -20,6 +20,7 @@ namespace {
 constexpr const char* ProductFolder = "outlookvelkor";
 constexpr const char* CacheHome = "XDG_CACHE_HOME";
 constexpr const char* ConfigurationHome = "XDG_CONFIG_HOME";
+constexpr const char* DataHome = "XDG_DATA_HOME";
 
 std::string Value(const char* name) {
   const char* const value = std::getenv(name);
@@ -43,9 +44,27 @@ std::filesystem::path BaseFolder(const char* variable, const char* underHome) {
                                 : std::filesystem::path(HomeFolder()) / underHome;
 }
 
-[[noreturn]] void Refuse(const std::filesystem::path& folder, const std::string& reason,
-                         long number) {
-  throw Error(number, "Cannot use the cache folder " + folder.string() + ": " + reason);
+/// A folder that is made when it is absent, closed to other users.
+/// @param what  what messages call it
+std::string PrivateFolder(const std::filesystem::path& folder, const std::string& what) {
+  const auto refuse = [&](long number, const std::string& reason) {
+    throw Error(number, "Cannot use the " + what + " folder " + folder.string() + ": " + reason);
+  };
+  const auto refuseFor = [&](int code) {
+    refuse(FileErrorOf(code), std::generic_category().message(code));
+  };
+  std::error_code error;
+  std::filesystem::create_directories(folder.parent_path(), error);
+  if (error) refuse(FileErrorOf(error.value()), error.message());
+  if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) refuseFor(errno);
+  struct stat status {};
+  if (::lstat(folder.c_str(), &status) != 0) refuseFor(errno);
+  if (!S_ISDIR(status.st_mode)) refuse(errors::PathNotFound, "it is no folder");
+  if (status.st_uid != ::geteuid()) refuse(errors::BadFileMode, "it belongs to another user");
+  if ((status.st_mode & 0777) != 0700 && ::chmod(folder.c_str(), 0700) != 0) {
+    refuse(errors::BadFileMode, "it cannot be closed to other users");
+  }
+  return folder.string();
 }
 
 }  // namespace
@@ -70,25 +89,11 @@ std::string LoginName() {
 }
 
 std::string PrivateCacheFolder() {
-  const std::filesystem::path folder = BaseFolder(CacheHome, ".cache") / ProductFolder;
-  std::error_code error;
-  std::filesystem::create_directories(folder.parent_path(), error);
-  if (error) Refuse(folder, error.message(), FileErrorOf(error.value()));
-  if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) {
-    Refuse(folder, std::generic_category().message(errno), FileErrorOf(errno));
-  }
-  struct stat status {};
-  if (::lstat(folder.c_str(), &status) != 0) {
-    Refuse(folder, std::generic_category().message(errno), FileErrorOf(errno));
-  }
-  if (!S_ISDIR(status.st_mode)) Refuse(folder, "it is no folder", errors::PathNotFound);
-  if (status.st_uid != ::geteuid()) {
-    Refuse(folder, "it belongs to another user", errors::BadFileMode);
-  }
-  if ((status.st_mode & 0777) != 0700 && ::chmod(folder.c_str(), 0700) != 0) {
-    Refuse(folder, "it cannot be closed to other users", errors::BadFileMode);
-  }
-  return folder.string();
+  return PrivateFolder(BaseFolder(CacheHome, ".cache") / ProductFolder, "cache");
+}
+
+std::string PrivateDataFolder() {
+  return PrivateFolder(BaseFolder(DataHome, ".local/share") / ProductFolder, "data");
 }
 
 std::string CacheHomeVariable() {

@@ -22,6 +22,10 @@ class DesktopEnvironment : public Environment {
 /// made.
 std::string PrivateCacheFolder();
 
+/// The same under the user's data home ($XDG_DATA_HOME or ~/.local/share), for what cannot be made
+/// anew: mirrors, copies of addresses, sets that nobody saved.
+std::string PrivateDataFolder();
+
 /// A file of the product under the user's configuration home ($XDG_CONFIG_HOME or ~/.config).
 std::string ConfigurationFile(std::string_view name);
 

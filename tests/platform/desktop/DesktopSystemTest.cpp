@@ -25,6 +25,7 @@ class DesktopSystem : public testing::Test {
   DesktopSystem() {
     qputenv("XDG_CACHE_HOME", folder_.filePath("cache").toUtf8());
     qputenv("XDG_CONFIG_HOME", folder_.filePath("config").toUtf8());
+    qputenv("XDG_DATA_HOME", folder_.filePath("data").toUtf8());
   }
 
   QTemporaryDir folder_;
@@ -48,6 +49,8 @@ TEST_F(DesktopSystem, TemporaryFolderIsThePrivateCacheFolder) {
   EXPECT_EQ(environment_.Variable("TMP"), cacheFolder_);
   EXPECT_EQ(ModeOf("cache/outlookvelkor"), 0700U);
   EXPECT_EQ(environment_.Variable("VELKOR_NOT_SET"), "");
+  EXPECT_EQ(PrivateDataFolder(), folder_.filePath("data/outlookvelkor").toStdString());
+  EXPECT_EQ(ModeOf("data/outlookvelkor"), 0700U);
 }
 
 TEST_F(DesktopSystem, ForeignCacheFolderIsRefused) {
