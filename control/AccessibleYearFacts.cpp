@@ -209,6 +209,7 @@ AccessibleFacts AccessibleYear::FactsOfDay(GridCell cell) const {
   AccessibleFacts facts;
   facts.role = AccessibleRole::Cell;
   facts.name = DayText(day);
+  Add(facts.name, grid_.OffDays().NameOf(day));
   if (DaysBetween(day, clock_.Now()) == 0) Add(facts.description, "Today");
   if (const std::vector<std::size_t> events = EventsOfDay(grid_, cell); !events.empty()) {
     std::string subjects;

@@ -258,7 +258,11 @@ std::string GridView::CursorKey() const {
 
 std::string GridView::pic1_ToolTip() const {
   const std::optional<std::size_t> event = pointer_.ShownEvent();
-  return event ? HoverText(grid_.Events()[*event], dates_) : std::string();
+  std::string text = event ? HoverText(grid_.Events()[*event], dates_) : std::string();
+  const std::optional<DateRange> day = pointer_.DayUnderPointer();
+  const std::string name = day ? grid_.OffDays().NameOf(day->start) : std::string();
+  if (!text.empty() && !name.empty()) text += '\n';
+  return text + name;
 }
 
 /// A press on a month's name selects the month.
@@ -378,6 +382,9 @@ void GridView::WordCursor() {
   if (!cursor_.IsShown()) return;
   std::string text(Prefixes[0]);
   text += "  " + dates_.ShortDate(cursor_.Day());
+  if (const std::string name = grid_.OffDays().NameOf(cursor_.Day()); !name.empty()) {
+    text += "  " + name;
+  }
   const std::vector<std::size_t> events = cursor_.Events();
   if (!events.empty()) {
     const std::size_t position = cursor_.PositionIn(events);

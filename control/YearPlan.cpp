@@ -1,6 +1,8 @@
 // control/YearPlan.cpp: the properties and methods of the control.
 #include "control/YearPlan.h"
 
+#include <utility>
+
 #include "control/YearPlanParts.h"
 
 namespace velkor {
@@ -65,6 +67,14 @@ void YearPlan::KeepBandsReadable(Surface& measuring) {
 
 void YearPlan::Resize(Extent size, PixelSize pixel) {
   parts_->Resize(size, pixel);
+}
+
+void YearPlan::ShowDaysOff(std::vector<DayOff> days) {
+  parts_->ShowDaysOff(std::move(days));
+}
+
+void YearPlan::ColourBars(EventColour colour) {
+  parts_->ColourBars(std::move(colour));
 }
 
 void YearPlan::LayOutAsPicture() {

@@ -10,7 +10,9 @@
 #include "control/YearPlanElements.h"
 #include "platform/LocaleApi.h"
 #include "platform/Platform.h"
+#include "values/DayOff.h"
 #include "values/Twips.h"
+#include "view/EventColour.h"
 
 namespace velkor {
 
@@ -66,6 +68,12 @@ class YearPlan {
   void KeepBandsReadable(Surface& measuring);
   /// Lays the elements out in the control's area and draws.
   void Resize(Extent size, PixelSize pixel);
+  /// Shades days off behind the bars, wherever the year is drawn or printed, and names them in the
+  /// tool tip and for screen readers. They may be of any year, and replace those before.
+  void ShowDaysOff(std::vector<DayOff> days);
+  /// Draws bars in colours of their own; null: in those of their categories. To be called again
+  /// when the function's answers change.
+  void ColourBars(EventColour colour);
   /// From the next Resize on the control is laid out as a picture of itself (see DrawControl): the
   /// year above the grid and the legend, and nothing to press or to scroll with.
   void LayOutAsPicture();

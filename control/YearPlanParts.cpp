@@ -350,6 +350,19 @@ void YearPlan::Parts::KeepBandsReadable(Surface& measuring) {
   grid_.SetMinBandHeight(ReadableBandHeight(measuring, font_));
 }
 
+void YearPlan::Parts::ShowDaysOff(std::vector<DayOff> days) {
+  if (days == grid_.OffDays().All()) return;
+  grid_.SetDaysOff(std::move(days));
+  gridView_.GridChanged(false);
+  // The days have other names.
+  accessible_.GridChanged(AccessibleChange::Children);
+}
+
+void YearPlan::Parts::ColourBars(EventColour colour) {
+  grid_.SetColourOfEvents(std::move(colour));
+  elements.pic1.Refresh();
+}
+
 Twips YearPlan::Parts::LeastHeight() const {
   return LeastControlHeight(HeightWithoutScrolling(grid_.Layout(), pixel_, grid_.MinBandHeight()),
                             strip_);

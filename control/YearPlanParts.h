@@ -46,6 +46,8 @@ class YearPlan::Parts : public CategoryView, public YearSource {
   void SetLocale(LocaleId locale);
   void KeepBandsReadable(Surface& measuring);
   void Resize(Extent size, PixelSize pixel);
+  void ShowDaysOff(std::vector<DayOff> days);
+  void ColourBars(EventColour colour);
   void LayOutAsPicture() { strip_ = StripKind::Caption; }
   Twips LeastHeight() const;
   bool IsLive() const { return live_; }

@@ -154,8 +154,8 @@ GridGeometry PagePainter::GeometryOfMonths() const {
 void PagePainter::DrawMonths(Surface& surface, const PageMonths& months) const {
   const GridGeometry geometry = GeometryOfMonths();
   if (geometry.ColumnWidth <= 0) return;
-  const GridScene scene{year_.rule,   year_.categories, year_.events,
-                        year_.layout, geometry,         SubjectsBy(options_)};
+  const GridScene scene{year_.rule, year_.categories, year_.events,      year_.layout,
+                        geometry,   year_.daysOff,    year_.eventColour, SubjectsBy(options_)};
 
   // The months' rows as they stand in the whole year, moved up to the body's top.
   const Twips top = geometry.RowTop(year_.layout, months.first);

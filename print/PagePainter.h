@@ -11,6 +11,8 @@
 #include "print/PrintOptionSet.h"
 #include "span/Locale.h"
 #include "view/BandLayout.h"
+#include "view/DaysOff.h"
+#include "view/EventColour.h"
 #include "view/GridGeometry.h"
 
 namespace velkor {
@@ -32,6 +34,8 @@ struct PrintedYear {
   const EventCollection& events;
   /// Of the whole span, made for paper.
   const BandLayout& layout;
+  const DaysOff& daysOff;
+  const EventColour& eventColour;
   const CalendarNames& names;
   const std::string& title;
 };

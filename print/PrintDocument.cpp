@@ -25,6 +25,8 @@ void PrintDocument::LayOut(const PrintOptionSet& options, Extent page, Surface& 
   rule_ = grid_.Rule();
   categories_ = grid_.Categories();
   events_ = grid_.Events();
+  daysOff_ = grid_.OffDays();
+  eventColour_ = grid_.ColourOfEvents();
   layout_ = LayOutBands(events_, rule_, grid_.Filter(), options.MinBands);
   title_ = PageTitle(rule_.span.ViewYear, options.Header);
   metrics_ = MetricsOf(page, options, title_, names_, measuring);
@@ -39,7 +41,8 @@ std::string PrintDocument::Name() const {
 
 void PrintDocument::DrawPage(Surface& surface, int page) const {
   if (failure_) return;
-  const PrintedYear year{rule_, categories_, events_, layout_, names_, title_};
+  const PrintedYear year{rule_,    categories_,  events_, layout_,
+                         daysOff_, eventColour_, names_,  title_};
   PagePainter(year, options_, metrics_, plan_).Draw(surface, page);
 }
 

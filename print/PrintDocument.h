@@ -13,6 +13,8 @@
 #include "values/Twips.h"
 #include "view/BandLayout.h"
 #include "view/Bar.h"
+#include "view/DaysOff.h"
+#include "view/EventColour.h"
 
 namespace velkor {
 
@@ -55,6 +57,8 @@ class PrintDocument {
   BarRule rule_;
   CategoryTable categories_;
   EventCollection events_;
+  DaysOff daysOff_;
+  EventColour eventColour_;
   BandLayout layout_;
   PageMetrics metrics_;
   PagePlan plan_;

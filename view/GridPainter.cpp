@@ -1,4 +1,5 @@
-// view/GridPainter.cpp: draws the grid: weekends, months, bars with their subjects, today.
+// view/GridPainter.cpp: draws the grid: weekends, days off, months, bars with their subjects,
+// today.
 #include "view/GridPainter.h"
 
 #include <algorithm>
@@ -60,6 +61,7 @@ GridPainter::GridPainter(Surface& surface, const GridScene& scene, const Font& f
 void GridPainter::Draw(const GridMarks& marks) {
   const bool onPaper = geometry_.pen > 0;
   DrawShading();
+  DrawDaysOff();
   if (!onPaper) DrawMonthOutlines();
   if (marks.selection) DrawSelectionFill(surface_, scene_, *marks.selection, visible_);
   DrawDayNumbers();
@@ -93,6 +95,34 @@ void GridPainter::DrawShading() {
     if (monthEnd < gridEnd) {
       surface_.Fill({monthEnd, top, gridEnd, bottom}, grid_colours::OutOfMonth);
     }
+  }
+}
+
+void GridPainter::DrawDaysOff() {
+  for (int row = 1; row <= MonthRows; ++row) {
+    const Twips top = geometry_.RowTop(layout_, row);
+    const Twips bottom = geometry_.RowBottom(layout_, row);
+    if (!InSight(top, bottom)) continue;
+    scene_.daysOff.ForEachStretch(row, [&](int first, int last) {
+      for (int column = first; column <= last; ++column) {
+        if (IsWeekend(column)) continue;
+        surface_.Fill({geometry_.ColumnEdge(column - 1), top, geometry_.ColumnEdge(column), bottom},
+                      grid_colours::DayOff);
+      }
+      DrawStripes({geometry_.ColumnEdge(first - 1), top, geometry_.ColumnEdge(last), bottom});
+    });
+  }
+}
+
+/// Upright ones, a sixth of the rectangle, in the same places in every row.
+void GridPainter::DrawStripes(const Rect& rect) {
+  const Twips pixel = geometry_.pixel.width;
+  const Twips width =
+      geometry_.pen > 0 ? geometry_.pen : std::max(1.0, std::round(TwipsPerPixel / pixel)) * pixel;
+  const Twips apart = 6 * width;
+  for (Twips left = std::ceil(rect.left / apart) * apart; left < rect.right; left += apart) {
+    surface_.Fill({left, rect.top, std::min(left + width, rect.right), rect.bottom},
+                  grid_colours::DayOffStripe);
   }
 }
 
@@ -134,10 +164,12 @@ void GridPainter::DrawDayNumbers() {
     if (!InSight(top, bottom)) continue;
     for (int column = columns.RowDayOffset[row] + 1; column <= columns.RowLastColumn[row];
          ++column) {
-      surface_.Text({geometry_.ColumnEdge(column - 1), top,
-                     geometry_.ColumnEdge(column) - DayNumberMargin(), bottom},
-                    std::to_string(column - columns.RowDayOffset[row]), *font,
-                    grid_colours::DayNumber, DayNumberFlags);
+      surface_.Text(
+          {geometry_.ColumnEdge(column - 1), top, geometry_.ColumnEdge(column) - DayNumberMargin(),
+           bottom},
+          std::to_string(column - columns.RowDayOffset[row]), *font,
+          scene_.daysOff.Has(row, column) ? grid_colours::DayOffNumber : grid_colours::DayNumber,
+          DayNumberFlags);
     }
   }
 }
@@ -163,7 +195,7 @@ void GridPainter::DrawEvents() {
     const Rect rect = BarRect(bar, geometry_, layout_);
     if (!InSight(rect.top, rect.bottom)) continue;
     const CalEvent& event = scene_.events[bar.event];
-    const Colour colour = scene_.categories.At(event.CatIndex).colour;
+    const Colour colour = scene_.ColourOf(event);
     surface_.Fill(rect, colour);
     if (subjects.shown) {
       surface_.Text(rect, Globals::StripControlChars(event.Subject), font, ReadableOn(colour),

@@ -1,4 +1,4 @@
-// view/GridPainter.h: draws the grid: weekends, months, bars with their subjects, today.
+// view/GridPainter.h: draws the grid: weekends, days off, months, bars with their subjects, today.
 #pragma once
 
 #include <optional>
@@ -16,6 +16,10 @@ inline constexpr Colour Weekend = Colour::FromRgb(238, 232, 170);
 inline constexpr Colour OutOfMonth = Colour::FromRgb(224, 224, 224);
 inline constexpr Colour MonthOutline = Colour::FromRgb(255, 0, 0);
 inline constexpr Colour DayNumber = Colour::FromRgb(110, 110, 110);
+/// Days off are told apart by their stripes where colours are not: on weekends, in grey print.
+inline constexpr Colour DayOff = Colour::FromRgb(214, 236, 220);
+inline constexpr Colour DayOffStripe = Colour::FromRgb(136, 186, 156);
+inline constexpr Colour DayOffNumber = colours::Black;
 inline constexpr Colour TodayShadow = Colour::FromRgb(128, 128, 128);
 inline constexpr Colour TodayFrame = Colour::FromRgb(255, 0, 0);
 }  // namespace grid_colours
@@ -45,6 +49,8 @@ class GridPainter {
 
   /// Clears, then shades the weekends and the cells outside each month.
   void DrawShading();
+  /// Stripes the cells of days off, over a colour of their own where they are no weekend's.
+  void DrawDaysOff();
   void DrawMonthOutlines();
   /// Writes each day's number into the band that no event takes, where they can be
   /// read.
@@ -65,6 +71,7 @@ class GridPainter {
   Twips DayNumberMargin() const {
     return 2 * (geometry_.pen > 0 ? geometry_.pen : double{geometry_.pixel.width});
   }
+  void DrawStripes(const Rect& rect);
 
   Surface& surface_;
   GridScene scene_;

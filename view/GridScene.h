@@ -20,23 +20,34 @@ struct SubjectStyle {
 struct GridScene {
   GridScene(const BarRule& drawnRule, const CategoryTable& drawnCategories,
             const EventCollection& drawnEvents, const BandLayout& drawnLayout,
-            const GridGeometry& drawnGeometry, SubjectStyle style)
+            const GridGeometry& drawnGeometry, const DaysOff& drawnDaysOff,
+            const EventColour& drawnColour, SubjectStyle style)
       : rule(drawnRule),
         categories(drawnCategories),
         events(drawnEvents),
         layout(drawnLayout),
         geometry(drawnGeometry),
+        daysOff(drawnDaysOff),
+        eventColour(drawnColour),
         subjects(style) {}
   /// A year on a screen is drawn as it is.
   GridScene(const YearGrid& grid)
       : GridScene(grid.Rule(), grid.Categories(), grid.Events(), grid.Layout(), grid.Geometry(),
+                  grid.OffDays(), grid.ColourOfEvents(),
                   {.shown = grid.Properties().DisplaySubject}) {}
+
+  Colour ColourOf(const CalEvent& event) const {
+    const std::optional<Colour> own = eventColour ? eventColour(event) : std::nullopt;
+    return own ? *own : categories.At(event.CatIndex).colour;
+  }
 
   const BarRule& rule;
   const CategoryTable& categories;
   const EventCollection& events;
   const BandLayout& layout;
   const GridGeometry& geometry;
+  const DaysOff& daysOff;
+  const EventColour& eventColour;
   SubjectStyle subjects;
 };
 

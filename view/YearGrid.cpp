@@ -32,7 +32,13 @@ void YearGrid::SetFilter(CategoryFilter filter) {
 void YearGrid::SetSpan(const DisplaySpan& span) {
   rule_.span = span;
   rule_.columns = MonthColumns(span);
+  daysOff_.PlaceIn(rule_.columns);
   SetEvents({});
+}
+
+void YearGrid::SetDaysOff(std::vector<DayOff> days) {
+  daysOff_ = DaysOff(std::move(days));
+  daysOff_.PlaceIn(rule_.columns);
 }
 
 void YearGrid::SetCategories(CategoryTable categories) {

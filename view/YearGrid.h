@@ -3,6 +3,8 @@
 #pragma once
 
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "model/CategoryTable.h"
 #include "model/EventCollection.h"
@@ -11,6 +13,8 @@
 #include "span/CategoryFilter.h"
 #include "view/BandLayout.h"
 #include "view/CellMap.h"
+#include "view/DaysOff.h"
+#include "view/EventColour.h"
 #include "view/GridGeometry.h"
 
 namespace velkor {
@@ -48,6 +52,13 @@ class YearGrid {
     change(events_);
     LayOut();
   }
+  /// Of any year; those of the span are on show. They change no layout.
+  void SetDaysOff(std::vector<DayOff> days);
+  const DaysOff& OffDays() const { return daysOff_; }
+  /// What bars are drawn in; null: their categories' colours.
+  void SetColourOfEvents(EventColour colour) { eventColour_ = std::move(colour); }
+  const EventColour& ColourOfEvents() const { return eventColour_; }
+
   /// Grows with every layout: what was asked of an earlier one may not stand any more.
   std::uint64_t Revision() const { return revision_; }
 
@@ -81,6 +92,8 @@ class YearGrid {
   EventCollection events_;
   BandLayout layout_;
   CellMap cells_;
+  DaysOff daysOff_;
+  EventColour eventColour_;
   Twips minBandHeight_ = LeastBandHeight;
   Extent picParent_;
   Twips scrollBarWidth_ = 0;

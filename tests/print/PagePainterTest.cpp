@@ -44,7 +44,8 @@ class Pages {
 
   RecordingSurface Draw(int page, PixelSize pixel = {}) const {
     RecordingSurface surface(pixel);
-    const PrintedYear year{grid_.Rule(), grid_.Categories(), events_, layout_, names_, title_};
+    const PrintedYear year{grid_.Rule(),    grid_.Categories(),     events_, layout_,
+                           grid_.OffDays(), grid_.ColourOfEvents(), names_,  title_};
     PagePainter(year, options_, metrics_, plan).Draw(surface, page);
     return surface;
   }

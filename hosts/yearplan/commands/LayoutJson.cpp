@@ -73,6 +73,14 @@ Json BarJson(const YearGrid& grid, const Bar& bar) {
           {"rect", RectJson(BarRect(bar, grid.Geometry(), grid.Layout()))}};
 }
 
+Json DaysOffJson(const std::vector<DayOff>& days) {
+  Json json = Json::array();
+  for (const DayOff& day : days) {
+    json.push_back({{"first", ToIso(day.first)}, {"last", ToIso(day.last)}, {"name", day.name}});
+  }
+  return json;
+}
+
 /// Visits the members of the whole in order: `member(name, json)`, and for a list of which there
 /// may be many `list(name, count, entry)`, where `entry(index)` is one of them.
 template <typename Member, typename List>
@@ -94,6 +102,9 @@ void ForEachMember(const YearGrid& grid, Date today, EventDetail detail, Member&
   list("bars", grid.Layout().bars.size(),
        [&](std::size_t index) { return BarJson(grid, grid.Layout().bars[index]); });
   member("today", std::move(todayJson));
+  if (const std::vector<DayOff>& days = grid.OffDays().All(); !days.empty()) {
+    member("daysOff", DaysOffJson(days));
+  }
 }
 
 std::string Text(const Json& json) {
