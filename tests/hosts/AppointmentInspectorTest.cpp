@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDateEdit>
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -164,6 +165,50 @@ TEST_F(AppointmentInspector, OkCreatesANewItemAndCancelDoesNot) {
     QTest::keyClick(dialog.findChild<QLineEdit*>("subject"), Qt::Key_Return);
   });
   EXPECT_EQ(Saved("file 1")->Subject(), "Brand new");
+}
+
+TEST_F(AppointmentInspector,
+       ANewOneIsPutBeforeItIsSavedAnotherOneMovesAfterItAndAReadOnlyOneStays) {
+  std::vector<std::string> put;
+  const auto choiceOf = [&](bool isNew, const char* current) {
+    return CalendarChoice{.calendars = {{"a", "Anna", {}, ""},
+                                        {"b", "Bert", {}, ""},
+                                        {"c", "Days off", {}, "It is read-only."}},
+                          .current = current,
+                          .isNew = isNew,
+                          .put = [&](const std::string& id) {
+                            if (id == "a") throw Error(errors::CalendarFailed, "Full.");
+                            put.push_back(id + std::to_string(calendar_.AllItems().size()));
+                          }};
+  };
+  const auto choose = [](QDialog& dialog, int calendar) {
+    dialog.findChild<QComboBox*>("calendar")->setCurrentIndex(calendar);
+    Press(dialog, QDialogButtonBox::Ok);
+  };
+  const auto isNew = New();
+  WhenOpen([&](QDialog& dialog) {
+    EXPECT_EQ(dialog.focusWidget()->objectName(), "subject");
+    choose(dialog, 1);
+  });
+  InspectAppointment(nullptr, *isNew, choiceOf(true, "a"));
+  const auto item = Appointment(At(2026, 5, 4, 9, 0), At(2026, 5, 4, 11, 0), false);
+  for (const int chosen : {1, 0}) {
+    WhenOpen([&](QDialog& dialog) {
+      choose(dialog, chosen);
+      if (chosen != 0) return;
+      EXPECT_THAT(dialog.findChild<QLabel*>("complaint")->text().toStdString(), HasSubstr("Full."));
+      QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    InspectAppointment(nullptr, *item, choiceOf(false, chosen == 1 ? "a" : "b"));
+  }
+  EXPECT_THAT(put, testing::ElementsAre("b0", "b2"));
+  WhenOpen([](QDialog& dialog) {
+    EXPECT_FALSE(dialog.findChild<QComboBox*>("calendar")->isEnabled());
+    EXPECT_TRUE(dialog.findChild<QLineEdit*>("subject")->isReadOnly());
+    EXPECT_EQ(dialog.findChild<QLabel*>("refusal")->text(), "It is read-only.");
+    Press(dialog, QDialogButtonBox::Close);
+  });
+  InspectAppointment(nullptr, *item, choiceOf(false, "c"));
 }
 
 }  // namespace

@@ -90,6 +90,7 @@ AppointmentEditor::AppointmentEditor(OutlookItem& item, QWidget* parent)
                 item.Categories(),
                 item.Body(),
                 {item.Start(), item.End(), item.AllDayEvent()}},
+      rows_(new QFormLayout(this)),
       subject_(MakeLine("subject", original_.subject)),
       location_(MakeLine("location", original_.location)),
       startDate_(MakeDateEdit("startDate", tr("First day"))),
@@ -113,13 +114,12 @@ AppointmentEditor::AppointmentEditor(OutlookItem& item, QWidget* parent)
 }
 
 void AppointmentEditor::AddRows(bool recurring) {
-  auto* const rows = new QFormLayout(this);
-  rows->setContentsMargins(0, 0, 0, 0);
-  rows->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-  rows->addRow(tr("S&ubject:"), subject_);
-  rows->addRow(tr("&Location:"), location_);
-  rows->addRow(LabelOf(tr("&Start:"), startDate_), Beside({startDate_, startTime_, allDay_}));
-  rows->addRow(LabelOf(tr("&End:"), endDate_), Beside({endDate_, endTime_}));
+  rows_->setContentsMargins(0, 0, 0, 0);
+  rows_->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+  rows_->addRow(tr("S&ubject:"), subject_);
+  rows_->addRow(tr("&Location:"), location_);
+  rows_->addRow(LabelOf(tr("&Start:"), startDate_), Beside({startDate_, startTime_, allDay_}));
+  rows_->addRow(LabelOf(tr("&End:"), endDate_), Beside({endDate_, endTime_}));
   for (QWidget* time :
        std::initializer_list<QWidget*>{startDate_, startTime_, endDate_, endTime_, allDay_}) {
     time->setEnabled(!recurring);
@@ -131,9 +131,26 @@ void AppointmentEditor::AddRows(bool recurring) {
                            : tr("Does not recur."));
   recurrence->setObjectName("recurrence");
   recurrence->setWordWrap(true);
-  rows->addRow(tr("Recurrence:"), recurrence);
-  rows->addRow(tr("&Categories:"), categories_);
-  rows->addRow(tr("&Notes:"), notes_);
+  rows_->addRow(tr("Recurrence:"), recurrence);
+  rows_->addRow(tr("&Categories:"), categories_);
+  rows_->addRow(tr("&Notes:"), notes_);
+}
+
+void AppointmentEditor::AddFirst(const QString& caption, QWidget* field) {
+  rows_->insertRow(0, caption, field);
+  setTabOrder(field, subject_);
+  subject_->setFocus();
+}
+
+void AppointmentEditor::MakeReadOnly() {
+  for (QLineEdit* const line : {subject_, location_, categories_}) line->setReadOnly(true);
+  for (QAbstractSpinBox* const time :
+       {static_cast<QAbstractSpinBox*>(startDate_), static_cast<QAbstractSpinBox*>(startTime_),
+        static_cast<QAbstractSpinBox*>(endDate_), static_cast<QAbstractSpinBox*>(endTime_)}) {
+    time->setReadOnly(true);
+  }
+  allDay_->setEnabled(false);
+  notes_->setReadOnly(true);
 }
 
 void AppointmentEditor::ShowTimes(const AppointmentTimes& times) {

@@ -11,6 +11,7 @@
 
 class QCheckBox;
 class QDateEdit;
+class QFormLayout;
 class QLineEdit;
 class QPlainTextEdit;
 class QTimeEdit;
@@ -33,6 +34,11 @@ struct AppointmentTimes {
 class AppointmentEditor : public QWidget {
  public:
   explicit AppointmentEditor(OutlookItem& item, QWidget* parent = nullptr);
+
+  /// Puts a field in front of all others.
+  void AddFirst(const QString& caption, QWidget* field);
+  /// From now on everything can be read and nothing changed.
+  void MakeReadOnly();
 
   /// Why the fields cannot be saved as they are; empty when they can.
   QString Objection() const;
@@ -64,6 +70,7 @@ class AppointmentEditor : public QWidget {
   Texts CurrentTexts() const;
 
   const Original original_;
+  QFormLayout* rows_;
   QLineEdit* subject_;
   QLineEdit* location_;
   QDateEdit* startDate_;

@@ -3,6 +3,8 @@
 
 #include <QAccessible>
 #include <QLabel>
+#include <QLayout>
+#include <QWidget>
 
 namespace velkor {
 
@@ -26,5 +28,12 @@ class Complaint : public QLabel {
     if (!text.isEmpty()) QAccessible::updateAccessibility(&alert);
   }
 };
+
+/// Makes a window as high as its texts need at its width, and never lower.
+inline void GrowToFit(QWidget& window) {
+  window.layout()->activate();
+  const int needed = window.layout()->totalHeightForWidth(window.width());
+  if (needed > window.height()) window.resize(window.width(), needed);
+}
 
 }  // namespace velkor

@@ -6,13 +6,13 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFormLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QLocale>
 #include <QVBoxLayout>
 
 #include "hosts/yearplan/PropertyTexts.h"
 #include "hosts/yearplan/window/Complaint.h"
+#include "hosts/yearplan/window/QuietText.h"
 #include "platform/desktop/QtText.h"
 
 namespace velkor {
@@ -43,19 +43,6 @@ PropertyValue ValueOf(const QWidget& field) {
   if (const auto* box = qobject_cast<const QCheckBox*>(&field)) return box->isChecked();
   const auto& months = dynamic_cast<const QComboBox&>(field);
   return static_cast<std::int16_t>(months.currentIndex() + 1);
-}
-
-/// A line below a field, in a quieter colour, that says what it is for.
-QLabel* MakeNote(const QString& text) {
-  auto* const note = new QLabel(text);
-  note->setWordWrap(true);
-  QPalette colours = note->palette();
-  QColor quiet = colours.color(QPalette::WindowText);
-  constexpr float Quietness = 0.65F;
-  quiet.setAlphaF(Quietness);
-  colours.setColor(QPalette::WindowText, quiet);
-  note->setPalette(colours);
-  return note;
 }
 
 class SettingsDialog : public QDialog {
