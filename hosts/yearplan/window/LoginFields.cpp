@@ -13,12 +13,13 @@ namespace velkor {
 LoginFields::LoginFields()
     : user_(new QLineEdit),
       password_(new QLineEdit),
-      remember_(new QCheckBox(QObject::tr("&Remember the password in the system's key store"))) {
+      remember_(new QCheckBox(QObject::tr("&Remember the password"))) {
   user_->setObjectName("user");
   password_->setObjectName("password");
   password_->setEchoMode(QLineEdit::Password);
   remember_->setObjectName("remember");
   remember_->setChecked(true);
+  remember_->setToolTip(QObject::tr("In the system's key store; else it is asked for at each start"));
 }
 
 void LoginFields::AddTo(QFormLayout& form) {
