@@ -203,9 +203,8 @@ void HttpExchange::ThrowOnNetworkError() const {
     case QNetworkReply::RemoteHostClosedError:
       throw NetworkFault(Kind::Offline, server + " broke the connection off.");
     case QNetworkReply::SslHandshakeFailedError:
-      throw NetworkFault(Kind::NotUnderstood,
-                         "There is no safe connection to the server " + Host() + ": " +
-                             Printable(reply_->errorString().toStdString()) + ".");
+      throw NetworkFault(Kind::Offline,
+                         "There is no safe connection to the server " + Host() + ".");
     default:
       break;
   }

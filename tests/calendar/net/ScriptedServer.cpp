@@ -53,6 +53,9 @@ bool ReadLine(QSslSocket& socket, QByteArray& line) {
 }
 
 std::optional<ScriptedRequest> ReadRequest(QSslSocket& socket) {
+  // Who begins to speak TLS where none is spoken sends no line.
+  constexpr char Handshake = 0x16;
+  if (!socket.waitForReadyRead(LongestWait) || socket.peek(1)[0] == Handshake) return std::nullopt;
   QByteArray line;
   if (!ReadLine(socket, line)) return std::nullopt;
   const QList<QByteArray> words = line.split(' ');
