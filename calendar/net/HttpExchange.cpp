@@ -75,7 +75,8 @@ CertificateFault FaultOf(const QSslCertificate& certificate, const std::string& 
                  certificate.issuerInfo(QSslCertificate::Organization)),
           DayOf(certificate.effectiveDate()),
           DayOf(certificate.expiryDate()),
-          std::move(reason)};
+          std::move(reason),
+          false};
 }
 
 }  // namespace
@@ -170,7 +171,8 @@ void HttpExchange::CheckCertificate(const QList<QSslError>& errors) {
     reply_->ignoreSslErrors(errors);
     return;
   }
-  if (trusted != access_.trusted.end()) {
+  fault.changed = trusted != access_.trusted.end();
+  if (fault.changed) {
     fault.reason = "It is not the one that was trusted for this server before. " + fault.reason;
   }
   const std::string description =

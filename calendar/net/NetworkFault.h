@@ -22,6 +22,10 @@ struct CertificateFault {
   std::string until;
   /// What is wrong with it, a sentence for people.
   std::string reason;
+  /// Another one of this host is trusted.
+  bool changed = false;
+
+  friend bool operator==(const CertificateFault&, const CertificateFault&) = default;
 };
 
 /// What to do about a fault follows from its kind; the description is a sentence for people.

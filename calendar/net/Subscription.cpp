@@ -6,10 +6,10 @@
 #include <nlohmann/json.hpp>
 
 #include "calendar/ics/file/ShortHash.h"
+#include "calendar/net/CalendarHead.h"
 #include "calendar/net/CopyFolder.h"
 #include "calendar/net/HttpClient.h"
 #include "calendar/net/HttpDate.h"
-#include "calendar/net/RefreshInterval.h"
 #include "values/Text.h"
 
 namespace velkor {
@@ -28,6 +28,8 @@ SubscriptionState StateIn(const Json& json) {
   state.lastModified = json.value("lastModified", state.lastModified);
   state.hash = json.value("hash", state.hash);
   state.interval = std::chrono::seconds(json.value("interval", state.interval.count()));
+  state.name = json.value("name", state.name);
+  state.events = json.value("events", state.events);
   state.trouble = json.value("trouble", state.trouble);
   state.offline = json.value("offline", state.offline);
   return state;
@@ -39,6 +41,8 @@ void Save(const CopyFolder& folder, const SubscriptionState& state) {
                   {"lastModified", state.lastModified},
                   {"hash", state.hash},
                   {"interval", state.interval.count()},
+                  {"name", state.name},
+                  {"events", state.events},
                   {"trouble", state.trouble},
                   {"offline", state.offline}};
   folder.Write(StateFile, json.dump(1, ' ', false, Json::error_handler_t::replace) + "\n");
@@ -77,6 +81,13 @@ void CheckCalendar(const HttpResponse& response) {
                             : "What lies at this address is no calendar.");
 }
 
+std::int64_t EventsIn(std::string_view calendar) {
+  constexpr std::string_view Begin = "\nBEGIN:VEVENT";
+  std::int64_t count = 0;
+  for (std::size_t at = 0; (at = calendar.find(Begin, at)) != std::string_view::npos; ++at) ++count;
+  return count;
+}
+
 HttpResponse Ask(HttpClient& client, const std::string& address, const HttpHeaders& headers) {
   const std::vector<std::string> all = WebAddressesOf(address);
   for (std::size_t i = 0;; ++i) {
@@ -113,7 +124,10 @@ bool Fetch(HttpClient& client, const std::string& address, const CopyFolder& fol
   state.hash = hash;
   state.etag = response.Header("etag");
   state.lastModified = response.Header("last-modified");
-  state.interval = RefreshIntervalOf(response.body);
+  const CalendarHead head = HeadOf(response.body);
+  state.interval = head.interval;
+  state.name = head.name;
+  state.events = EventsIn(response.body);
   return isNew;
 }
 

@@ -19,9 +19,11 @@ struct SubscriptionState {
   std::string etag = {};
   std::string lastModified = {};
   std::string hash = {};
-  /// How long the copy counts as current: the calendar's own REFRESH-INTERVAL (RFC 7986 section
-  /// 5.7) or X-PUBLISHED-TTL, else an hour; 15 minutes at least, a week at most.
+  /// How long the copy counts as current, as CalendarHead tells.
   std::chrono::seconds interval = std::chrono::hours(1);
+  /// The calendar's own name, and how many events it holds.
+  std::string name = {};
+  std::int64_t events = 0;
   /// Why the last try failed, a sentence for people; empty when it did not.
   std::string trouble = {};
   /// It failed since the server was not reached.

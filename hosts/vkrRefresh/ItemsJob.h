@@ -4,7 +4,7 @@
 #include <string>
 
 #include "calendar/CalendarFolder.h"
-#include "hosts/vkrRefresh/ProcessLimits.h"
+#include "hosts/ProcessLimits.h"
 
 namespace velkor {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "hosts/vkrRefresh/ProcessLimits.h"
+#include "hosts/ProcessLimits.h"
 #include "platform/CacheUtility.h"
 
 namespace velkor {

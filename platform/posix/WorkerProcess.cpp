@@ -1,39 +1,22 @@
 // platform/posix/WorkerProcess.cpp: starts, hears, limits and kills the worker.
 #include "platform/posix/WorkerProcess.h"
 
-#include <QCoreApplication>
-#include <QFileInfo>
 #include <QObject>
 #include <QProcess>
 #include <QTimer>
 #include <csignal>
 #include <utility>
 
+#include "platform/posix/ChildProgram.h"
+
 namespace velkor {
 namespace {
 
 constexpr std::size_t LargestAnswer = std::size_t{1} << 30;
-/// Milliseconds that the end of a killed worker is waited for.
-constexpr int LongestGoodbye = 100;
 
 QString ProgramOf(const WorkerOptions& options) {
-  if (!options.program.empty()) return QString::fromStdString(options.program);
-  const QString folder =
-      QCoreApplication::instance()
-          ? QCoreApplication::applicationDirPath()
-          : QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget().section('/', 0, -2);
-  return folder + QStringLiteral("/vkrRefresh");
-}
-
-/// Kills a worker. What is killed ends at once, unless its disk hangs; then the event loop sees to
-/// its end.
-void Abandon(std::unique_ptr<QProcess> process) {
-  if (process->state() == QProcess::NotRunning) return;
-  process->kill();
-  if (process->waitForFinished(LongestGoodbye) || !QCoreApplication::instance()) return;
-  QProcess* const left = process.release();
-  left->setParent(QCoreApplication::instance());
-  QObject::connect(left, &QProcess::finished, left, &QObject::deleteLater);
+  return options.program.empty() ? ProgramBeside(QStringLiteral("vkrRefresh"))
+                                 : QString::fromStdString(options.program);
 }
 
 }  // namespace

@@ -19,7 +19,8 @@ LoginFields::LoginFields()
   password_->setEchoMode(QLineEdit::Password);
   remember_->setObjectName("remember");
   remember_->setChecked(true);
-  remember_->setToolTip(QObject::tr("In the system's key store; else it is asked for at each start"));
+  remember_->setToolTip(
+      QObject::tr("In the system's key store; else it is asked for at each start"));
 }
 
 void LoginFields::AddTo(QFormLayout& form) {

@@ -6,8 +6,8 @@
 
 #include <csignal>
 
+#include "calendar/net/CalendarHead.h"
 #include "calendar/net/HttpClient.h"
-#include "calendar/net/RefreshInterval.h"
 #include "tests/calendar/net/ScriptedServer.h"
 #include "tests/platform/desktop/FolderCase.h"
 #include "values/Error.h"
@@ -62,6 +62,7 @@ TEST_F(Subscription, AsksOnlyForWhatIsNewAndTellsAServerWithoutMarksByTheBytes) 
   EXPECT_FALSE(Update(server.Url()));
   EXPECT_EQ(Copy(), Calendar("", "Other"));
   EXPECT_GT(LoadSubscriptionState(Folder()).synchronised, 0);
+  EXPECT_EQ(LoadSubscriptionState(Folder()).events, 1);
 }
 
 TEST_F(Subscription, AFaultKeepsTheLastGoodCopyAndSaysWhy) {
@@ -131,7 +132,7 @@ TEST_F(Subscription, AWebcalAddressIsAskedForSafelyFirst) {
   EXPECT_TRUE(Update("webcal" + open.Url().substr(4)));
 }
 
-TEST(RefreshInterval, IsTheCalendarsOwnWithinBounds) {
+TEST(CalendarHead, TellsTheCalendarsOwnIntervalWithinBoundsAndItsName) {
   const struct {
     const char* properties;
     std::chrono::seconds interval;
@@ -146,8 +147,10 @@ TEST(RefreshInterval, IsTheCalendarsOwnWithinBounds) {
       {"X-PUBLISHED-TTL:often\r\n", hours(1)},
   };
   for (const auto& [properties, interval] : cases) {
-    EXPECT_EQ(RefreshIntervalOf(Calendar(properties)), interval) << properties;
+    EXPECT_EQ(HeadOf(Calendar(properties)).interval, interval) << properties;
   }
+  EXPECT_EQ(HeadOf(Calendar("X-WR-CALNAME:Old\r\nNAME:Team\\, north\r\n")).name, "Team, north");
+  EXPECT_EQ(HeadOf(Calendar("X-WR-CALNAME:Old\\, too\r\n")).name, "Old, too");
 }
 
 }  // namespace

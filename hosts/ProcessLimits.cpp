@@ -1,5 +1,5 @@
-// hosts/vkrRefresh/ProcessLimits.cpp: the system's limits, its alarm, and the death of the parent.
-#include "hosts/vkrRefresh/ProcessLimits.h"
+// hosts/ProcessLimits.cpp: the system's limits, its alarm, and the death of the parent.
+#include "hosts/ProcessLimits.h"
 
 #include <sys/prctl.h>
 #include <unistd.h>

@@ -1,4 +1,4 @@
-// hosts/vkrRefresh/ProcessLimits.h: bounds this process in memory and time.
+// hosts/ProcessLimits.h: bounds this process in memory and time.
 #pragma once
 
 #include <sys/resource.h>

@@ -1,0 +1,68 @@
+// hosts/vkrSync/RunJob.cpp: each kind of job, and each kind of end.
+#include "hosts/vkrSync/RunJob.h"
+
+#include <new>
+
+#include "calendar/net/HttpClient.h"
+#include "calendar/net/Subscription.h"
+
+namespace velkor {
+namespace {
+
+HttpAccess AccessOf(const SyncJob& job) {
+  return {WebAddressesOf(job.location).front(), job.user, job.password, job.trusted};
+}
+
+SyncOutcome UpdateAddress(const SyncJob& job, const SyncReport& report) {
+  HttpClient client(AccessOf(job));
+  if (BringUpToDate(client, job.location, job.place)) report.Tell(SyncChanged{});
+  const SubscriptionState state = LoadSubscriptionState(job.place);
+  report.Tell(SyncContent{state.name, state.events});
+  return {.done = true, .interval = state.interval};
+}
+
+SyncOutcome Run(const SyncJob& job, const SyncReport& report) {
+  switch (job.kind) {
+    case SyncJob::Kind::Address:
+      return UpdateAddress(job, report);
+    case SyncJob::Kind::Server:
+    case SyncJob::Kind::Discover:
+    case SyncJob::Kind::Make:
+      break;
+  }
+  return {.done = false, .reason = "Calendar servers are not reached yet."};
+}
+
+SyncOutcome OutcomeOf(const NetworkFault& fault, const SyncJob& job, const SyncReport& report) {
+  const NetworkFault::Details& told = fault.Told();
+  if (told.certificate) report.Tell(*told.certificate);
+  if (told.kind == NetworkFault::Kind::Login) report.Tell(SyncLogin{told.host, job.user});
+  return {.done = false,
+          .offline = told.kind == NetworkFault::Kind::Offline,
+          .reason = fault.Description(),
+          .retryAfter = told.retryAfter};
+}
+
+SyncOutcome Try(const SyncJob& job, const SyncReport& report) {
+  try {
+    return Run(job, report);
+  } catch (const NetworkFault& fault) {
+    return OutcomeOf(fault, job, report);
+  } catch (const Error& error) {
+    return {.done = false, .reason = error.Description()};
+  } catch (const std::bad_alloc&) {
+    return {.done = false, .reason = "The calendar needs more memory than is allowed."};
+  } catch (const std::exception& error) {
+    return {.done = false, .reason = error.what()};
+  }
+}
+
+}  // namespace
+
+bool RunJob(const SyncJob& job, const SyncReport& report) {
+  const SyncOutcome outcome = Try(job, report);
+  report.Tell(outcome);
+  return outcome.done;
+}
+
+}  // namespace velkor
