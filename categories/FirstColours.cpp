@@ -2,37 +2,18 @@
 #include "categories/FirstColours.h"
 
 #include <algorithm>
-#include <array>
 #include <map>
 #include <utility>
 
 #include "categories/ColourList.h"
 #include "categories/ColourRecords.h"
+#include "categories/FirstPalette.h"
 #include "platform/Outlook.h"
 #include "span/Globals.h"
 #include "values/Text.h"
 
 namespace velkor {
 namespace {
-
-/// At least 20 apart (CIE 1976) from each other and from the grid's own colours, also as seen with
-/// protanopia, deuteranopia and tritanopia; the ones furthest apart come first.
-constexpr std::array<Colour, 14> Palette{{
-    Colour::FromRgb(0x12, 0x8A, 0xFF),
-    Colour::FromRgb(0xFF, 0x99, 0x0C),
-    Colour::FromRgb(0x0A, 0x7F, 0x44),
-    Colour::FromRgb(0xB6, 0x42, 0xAC),
-    Colour::FromRgb(0x73, 0x12, 0x04),
-    Colour::FromRgb(0x9A, 0xFA, 0x6B),
-    Colour::FromRgb(0x2F, 0x42, 0xDC),
-    Colour::FromRgb(0xF1, 0x9D, 0xFA),
-    Colour::FromRgb(0x5F, 0x7D, 0x09),
-    Colour::FromRgb(0x50, 0x0D, 0x90),
-    Colour::FromRgb(0x20, 0xC0, 0x60),
-    Colour::FromRgb(0x98, 0x6C, 0x83),
-    Colour::FromRgb(0x04, 0x42, 0x3B),
-    Colour::FromRgb(0x5E, 0x14, 0x64),
-}};
 
 const Category CatchAll{"Other", Colour::FromRgb(0xCC, 0xCC, 0xCC)};
 
@@ -54,11 +35,11 @@ CategoryTable MakeFirstCategoryTable(const std::vector<std::string>& categoryTex
   // Stable: names that are equally frequent stay in the order of their texts.
   std::stable_sort(byFrequency.begin(), byFrequency.end(),
                    [](const auto& a, const auto& b) { return a.second > b.second; });
-  byFrequency.resize(std::min(byFrequency.size(), Palette.size()));
+  byFrequency.resize(std::min(byFrequency.size(), FirstPalette.size()));
 
   std::vector<Category> categories;
   for (const auto& [name, count] : byFrequency) {
-    categories.push_back({name, Palette[categories.size()]});
+    categories.push_back({name, FirstPalette[categories.size()]});
   }
   categories.push_back(CatchAll);
   return CategoryTable(std::move(categories));

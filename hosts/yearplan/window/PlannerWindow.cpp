@@ -6,7 +6,6 @@
 #include <QDragEnterEvent>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QMenuBar>
 #include <QMimeData>
 #include <QPushButton>
 #include <QScreen>
@@ -14,11 +13,18 @@
 #include <QStyle>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <utility>
 
+#include "hosts/yearplan/window/CalendarDock.h"
+#include "hosts/yearplan/window/DroppedCalendars.h"
 #include "hosts/yearplan/window/ElidedLabel.h"
+#include "hosts/yearplan/window/NoticeLine.h"
 #include "hosts/yearplan/window/PlannerSession.h"
 #include "hosts/yearplan/window/PlannerWidget.h"
+#include "hosts/yearplan/window/ProgressLine.h"
 #include "hosts/yearplan/window/SettingsDialog.h"
+#include "hosts/yearplan/window/StoredProperties.h"
+#include "platform/desktop/DesktopSystem.h"
 #include "platform/desktop/QtIcons.h"
 #include "platform/desktop/QtPeers.h"
 #include "platform/desktop/QtText.h"
@@ -34,14 +40,6 @@ constexpr std::string_view Section = "Window";
 constexpr const char* GeometryKey = "Geometry";
 constexpr const char* CalendarKey = "Calendar";
 
-/// The one local calendar file that is being dragged; empty for anything else.
-QString DraggedCalendar(const QMimeData& data) {
-  const QList<QUrl> urls = data.urls();
-  if (urls.size() != 1 || !urls.front().isLocalFile()) return {};
-  const QString path = urls.front().toLocalFile();
-  return path.endsWith(QLatin1String(".ics"), Qt::CaseInsensitive) ? path : QString();
-}
-
 }  // namespace
 
 PlannerWindow::PlannerWindow(Settings& settings, std::string cacheUtility)
@@ -49,14 +47,20 @@ PlannerWindow::PlannerWindow(Settings& settings, std::string cacheUtility)
                 [this] {
                   if (session_) ShowRemarks();
                 }),
-      cacheUtility_(std::move(cacheUtility)) {
+      cacheUtility_(std::move(cacheUtility)),
+      recent_(settings_),
+      set_(Surroundings()),
+      menus_(*this, recent_, Steps()),
+      dock_(new CalendarDock(settings_, set_.ForPane(), menus_.Adding())) {
   setObjectName("PlannerWindow");
   setWindowTitle(ProgramName);
   setWindowIcon(ProgramIcon());
   setAcceptDrops(true);
-  MakeMenus();
   MakeStatusBar();
-  setCentralWidget(MakeInvitation());
+  MakeStage();
+  addDockWidget(Qt::RightDockWidgetArea, dock_);
+  dock_->hide();
+  menus_.AddPane(dock_->toggleViewAction());
   resize(FittingSize());
   restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(Remembered(GeometryKey))));
 }
@@ -74,49 +78,48 @@ QSize PlannerWindow::FittingSize() const {
   return UsualSize.boundedTo(room);
 }
 
-QAction* PlannerWindow::AddAction(QMenu& menu, const QString& text, const QKeySequence& keys,
-                                  const std::function<void()>& steps) {
-  QAction* const action = menu.addAction(text);
-  action->setShortcut(keys);
-  connect(action, &QAction::triggered, this, steps);
-  return action;
-}
-
-void PlannerWindow::AddCalendarAction(QMenu& menu, const QString& text, const QKeySequence& keys,
-                                      const std::function<void(YearPlanElements&)>& press) {
-  QAction* const action = AddAction(menu, text, keys, [this, press] {
+MenuSteps PlannerWindow::Steps() {
+  const auto elements = [this](const std::function<void(YearPlanElements&)>& press) {
     if (session_) press(session_->Plan().Elements());
-  });
-  action->setEnabled(false);
-  calendarActions_ << action;
+  };
+  return {.newSet = [this] { set_.NewSet(); },
+          .open = [this] { AskForCalendar(); },
+          .openRecent =
+              [this](const std::string& path) { WhenIdle([this, path] { OpenCalendar(path); }); },
+          .addFiles = [this] { set_.AskForFiles(); },
+          .addAddress = [] {},
+          .addServer = [] {},
+          .saveSet = [this] { set_.AskForName(); },
+          .press =
+              [elements](std::string_view key) {
+                elements([key](YearPlanElements& all) { all.Toolbar1.ClickButton(key); });
+              },
+          .refresh = [elements] { elements([](YearPlanElements& all) { all.Command1.Click(); }); },
+          .colourByCalendar = [this](bool on) { set_.ColourByCalendar(on); },
+          .settings = [this] { AskForSettings(); },
+          .about = [elements] { elements([](YearPlanElements& all) { all.mnuAbout.Click(); }); }};
 }
 
-void PlannerWindow::MakeMenus() {
-  const auto button = [](std::string_view key) {
-    return [key](YearPlanElements& elements) { elements.Toolbar1.ClickButton(key); };
-  };
-  QMenu& file = *menuBar()->addMenu(tr("&File"));
-  AddAction(file, tr("&Open Calendar..."), QKeySequence::Open, [this] { AskForCalendar(); });
-  AddCalendarAction(file, tr("&Print..."), QKeySequence::Print, button(toolbar_keys::Print));
-  file.addSeparator();
-  AddAction(file, tr("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), [this] { close(); });
+SetSurroundings PlannerWindow::Surroundings() {
+  return {
+      .window = *this,
+      .messages = messages_,
+      .dataFolder = PrivateDataFolder(),
+      .open = [this](const std::string& path) { WhenIdle([this, path] { OpenCalendar(path); }); },
+      .become = [this](const std::string& path) { WhenIdle([this, path] { OpenAs(path); }); },
+      .onChange = [this] { ShowSet(); }};
+}
 
-  QMenu& year = *menuBar()->addMenu(tr("&Year"));
-  AddCalendarAction(year, tr("&Previous Year"), QKeySequence(Qt::ALT | Qt::Key_Left),
-                    button(toolbar_keys::Back));
-  AddCalendarAction(year, tr("&Next Year"), QKeySequence(Qt::ALT | Qt::Key_Right),
-                    button(toolbar_keys::Next));
-  AddCalendarAction(year, tr("Force &Refresh"), QKeySequence(Qt::Key_F5),
-                    [](YearPlanElements& elements) { elements.Command1.Click(); });
-  year.addSeparator();
-  AddCalendarAction(year, tr("&Settings..."), QKeySequence(Qt::CTRL | Qt::Key_Comma),
-                    [this](YearPlanElements&) { AskForSettings(); });
-
-  QMenu& help = *menuBar()->addMenu(tr("&Help"));
-  AddAction(help, tr("&Help"), QKeySequence::HelpContents,
-            [] { SessionShell().OpenPage("help.html"); });
-  AddCalendarAction(help, tr("&About"), {},
-                    [](YearPlanElements& elements) { elements.mnuAbout.Click(); });
+void PlannerWindow::MakeStage() {
+  stage_ = new QWidget;
+  notices_ = new NoticeLine([](const std::string&, std::size_t) {});
+  invitation_ = MakeInvitation();
+  auto* const rows = new QVBoxLayout(stage_);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->setSpacing(0);
+  rows->addWidget(notices_);
+  rows->addWidget(invitation_, 1);
+  setCentralWidget(stage_);
 }
 
 void PlannerWindow::MakeStatusBar() {
@@ -130,18 +133,20 @@ void PlannerWindow::MakeStatusBar() {
   trouble_->setFont(bold);
   remarks_ = new QLabel;
   remarks_->setObjectName("remarks");
+  progress_ = new ProgressLine([] {});
   statusBar()->addWidget(status_);
   statusBar()->addWidget(trouble_, 1);
+  statusBar()->addPermanentWidget(progress_);
   statusBar()->addPermanentWidget(remarks_);
 }
 
 QWidget* PlannerWindow::MakeInvitation() {
   auto* const invitation = new QWidget;
   auto* const text =
-      new QLabel(tr("No calendar is open.\nOpen an iCalendar file (.ics), or drop "
-                    "one here."));
+      new QLabel(tr("No calendar is open.\nOpen an iCalendar file (.ics) or a set of calendars "
+                    "(.yearplan), or drop some here."));
   text->setAlignment(Qt::AlignCenter);
-  auto* const open = new QPushButton(tr("&Open Calendar..."));
+  auto* const open = new QPushButton(tr("&Open..."));
   open->setObjectName("open");
   connect(open, &QPushButton::clicked, this, [this] { AskForCalendar(); });
   auto* const rows = new QVBoxLayout(invitation);
@@ -169,7 +174,7 @@ bool PlannerWindow::MustWait() const {
   return (session_ && session_->IsBusy()) || QApplication::activeModalWidget() != nullptr;
 }
 
-void PlannerWindow::WhenIdle(Steps steps) {
+void PlannerWindow::WhenIdle(std::function<void()> steps) {
   constexpr int Pause = 20;
   if (MustWait()) {
     QTimer::singleShot(Pause, this, [this, steps] { WhenIdle(steps); });
@@ -178,23 +183,28 @@ void PlannerWindow::WhenIdle(Steps steps) {
   }
 }
 
+std::unique_ptr<PlannerSession> PlannerWindow::MakeSession(const std::string& path) {
+  return std::make_unique<PlannerSession>(
+      path, SessionSurroundings{.settings = settings_,
+                                .messages = messages_,
+                                .forms = forms_,
+                                .window = this,
+                                .onStatus = [this](const std::string& text) { ShowStatus(text); },
+                                .onTrouble =
+                                    [this](const std::string& text) {
+                                      ShowTrouble(text);
+                                      if (session_) ShowRemarks();
+                                    },
+                                .cacheUtility = cacheUtility_});
+}
+
 bool PlannerWindow::OpenCalendar(const std::string& path, std::optional<int> year) {
   std::unique_ptr<PlannerSession> session;
   const std::string troubleBefore = trouble_->text().toStdString();
   ShowTrouble({});
   try {
-    session = std::make_unique<PlannerSession>(
-        path, SessionSurroundings{.settings = settings_,
-                                  .messages = messages_,
-                                  .forms = forms_,
-                                  .window = this,
-                                  .onStatus = [this](const std::string& text) { ShowStatus(text); },
-                                  .onTrouble =
-                                      [this](const std::string& text) {
-                                        ShowTrouble(text);
-                                        if (session_) ShowRemarks();
-                                      },
-                                  .cacheUtility = cacheUtility_});
+    session = MakeSession(path);
+    set_.Follow(session->Calendar());
   } catch (const Error& error) {
     ShowTrouble(troubleBefore);
     messages_.Show({.text = "The calendar cannot be opened.\n\n" + error.Description(),
@@ -204,19 +214,51 @@ bool PlannerWindow::OpenCalendar(const std::string& path, std::optional<int> yea
   }
   delete planner_;
   planner_ = nullptr;
+  delete std::exchange(invitation_, nullptr);
   session_ = std::move(session);
   ShowPlanner();
   if (year) session_->ShowYear(*year);
   ShowRemarks();
-  ShowTitle();
   Remember(CalendarKey, session_->Calendar());
-  for (QAction* action : calendarActions_) action->setEnabled(true);
+  if (!set_.Open()->IsUnsaved()) recent_.Add(session_->Calendar());
+  menus_.ShowCalendar();
+  dock_->ShowFor(!set_.Open()->IsSingle());
+  resizeDocks({dock_}, {dock_->RememberedWidth()}, Qt::Horizontal);
+  ShowSet();
   return true;
+}
+
+/// Shows what is on show by another path: the year and the properties stay.
+void PlannerWindow::OpenAs(const std::string& path) {
+  std::optional<int> year;
+  if (session_) {
+    year = session_->Plan().DisplayedYear();
+    StoredProperties bag(settings_, path, [](const std::string&) {});
+    session_->Plan().WriteProperties(bag);
+  }
+  OpenCalendar(path, year);
+}
+
+/// What the set says that is on show.
+void PlannerWindow::ShowSet() {
+  const OpenSet& open = *set_.Open();
+  std::vector<CalendarRow> rows;
+  for (const SetSource& source : open.Set().sources) {
+    rows.push_back({.id = source.id,
+                    .name = NameOf(source),
+                    .colour = ColourOf(open.Set(), source),
+                    .shown = source.shown,
+                    .daysOff = source.background,
+                    .isDefault = source.id == open.Set().defaultSource});
+  }
+  dock_->Pane().Show(rows);
+  menus_.ShowColours(open.Set().barColours == BarColours::Calendar, !open.IsSingle());
+  ShowTitle();
 }
 
 void PlannerWindow::ShowPlanner() {
   planner_ = new PlannerWidget(session_->Plan());
-  setCentralWidget(planner_);
+  dynamic_cast<QVBoxLayout&>(*stage_->layout()).addWidget(planner_, 1);
   session_->Plan().Elements().pic1.SetFocus();
 }
 
@@ -227,9 +269,8 @@ void PlannerWindow::ShowStatus(const std::string& text) {
 }
 
 void PlannerWindow::ShowTitle() {
-  const QFileInfo file(ToQt(session_->Calendar()));
   const QString year = ToQt(YearName(session_->Plan().Grid().Span()));
-  setWindowTitle(tr("%1 - %2 - %3").arg(file.completeBaseName(), year, ProgramName));
+  setWindowTitle(tr("%1 - %2 - %3").arg(ToQt(set_.Open()->Name()), year, ProgramName));
 }
 
 void PlannerWindow::ShowTrouble(const std::string& text) {
@@ -252,8 +293,8 @@ void PlannerWindow::ShowRemarks() {
 void PlannerWindow::AskForCalendar() {
   const QString folder =
       session_ ? QFileInfo(ToQt(session_->Calendar())).absolutePath() : QString();
-  const QString path = QFileDialog::getOpenFileName(this, tr("Open Calendar"), folder,
-                                                    tr("Calendars (*.ics);;All files (*)"));
+  const QString path = QFileDialog::getOpenFileName(
+      this, tr("Open"), folder, tr("Calendars and sets (*.ics *.yearplan);;All files (*)"));
   if (path.isEmpty()) return;
   WhenIdle([this, path] { OpenCalendar(path.toStdString()); });
 }
@@ -278,19 +319,20 @@ void PlannerWindow::closeEvent(QCloseEvent* event) {
     WhenIdle([this] { close(); });
     return;
   }
+  dock_->RememberWidth();
   Remember(GeometryKey, saveGeometry().toBase64().toStdString());
   event->accept();
 }
 
 void PlannerWindow::dragEnterEvent(QDragEnterEvent* event) {
-  if (!DraggedCalendar(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+  if (!DroppedCalendarsOf(*event->mimeData()).IsEmpty()) event->acceptProposedAction();
 }
 
 void PlannerWindow::dropEvent(QDropEvent* event) {
-  const QString path = DraggedCalendar(*event->mimeData());
-  if (path.isEmpty()) return;
+  const DroppedCalendars dropped = DroppedCalendarsOf(*event->mimeData());
+  if (dropped.IsEmpty()) return;
   event->acceptProposedAction();
-  WhenIdle([this, path] { OpenCalendar(path.toStdString()); });
+  set_.Drop(dropped.set, dropped.sources);
 }
 
 }  // namespace velkor

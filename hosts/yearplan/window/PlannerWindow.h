@@ -1,5 +1,5 @@
-// hosts/yearplan/window/PlannerWindow.h: the program's window: one calendar, its menus and its
-// status.
+// hosts/yearplan/window/PlannerWindow.h: the program's window: one calendar or set, its menus and
+// its status.
 #pragma once
 
 #include <QLabel>
@@ -10,17 +10,22 @@
 #include <string>
 
 #include "hosts/yearplan/window/KeptSettings.h"
+#include "hosts/yearplan/window/RecentCalendars.h"
+#include "hosts/yearplan/window/SetCommands.h"
+#include "hosts/yearplan/window/WindowMenus.h"
 #include "platform/desktop/QtForms.h"
 #include "platform/desktop/QtMessageBoxes.h"
 
 namespace velkor {
 
+class CalendarDock;
+class NoticeLine;
 class PlannerSession;
 class PlannerWidget;
+class ProgressLine;
 class Settings;
-struct YearPlanElements;
 
-/// Shows at most one calendar. Its size and the calendar are remembered in the settings.
+/// Shows at most one calendar or set. Its size and the calendar are remembered in the settings.
 class PlannerWindow : public QMainWindow {
  public:
   /// The settings outlive it.
@@ -30,7 +35,7 @@ class PlannerWindow : public QMainWindow {
 
   /// The calendar that was open last; empty when there is none.
   std::string LastCalendar();
-  /// Shows another calendar; one that cannot be read is told of, and the one on show stays.
+  /// Shows another calendar or set; one that cannot be read is told of, and the one on show stays.
   /// @param year  shown at once; without one the year of today
   bool OpenCalendar(const std::string& path, std::optional<int> year = {});
   /// Asks for a calendar and opens it.
@@ -47,21 +52,19 @@ class PlannerWindow : public QMainWindow {
   void dropEvent(QDropEvent* event) override;
 
  private:
-  using Steps = std::function<void()>;
-
   QSize FittingSize() const;
-  QAction* AddAction(QMenu& menu, const QString& text, const QKeySequence& keys,
-                     const std::function<void()>& steps);
-  /// An action that is live while a calendar is open.
-  void AddCalendarAction(QMenu& menu, const QString& text, const QKeySequence& keys,
-                         const std::function<void(YearPlanElements&)>& press);
-  void MakeMenus();
+  MenuSteps Steps();
+  SetSurroundings Surroundings();
+  void MakeStage();
   void MakeStatusBar();
   QWidget* MakeInvitation();
   bool MustWait() const;
   /// Does something to the control as soon as the control is not waiting itself.
-  void WhenIdle(Steps steps);
+  void WhenIdle(std::function<void()> steps);
+  std::unique_ptr<PlannerSession> MakeSession(const std::string& path);
+  void OpenAs(const std::string& path);
   void ShowPlanner();
+  void ShowSet();
   void ShowStatus(const std::string& text);
   void ShowTitle();
   void ShowTrouble(const std::string& text);
@@ -73,13 +76,20 @@ class PlannerWindow : public QMainWindow {
   std::string cacheUtility_;
   QtMessageBoxes messages_{this};
   QtForms forms_{this};
+  RecentCalendars recent_;
+  SetCommands set_;
+  WindowMenus menus_;
+  CalendarDock* dock_ = nullptr;
   std::unique_ptr<PlannerSession> session_;
+  /// Holds the notices and, below them, the planner or the invitation.
+  QWidget* stage_ = nullptr;
+  NoticeLine* notices_ = nullptr;
   PlannerWidget* planner_ = nullptr;
+  QWidget* invitation_ = nullptr;
   QLabel* status_ = nullptr;
   QLabel* trouble_ = nullptr;
   QLabel* remarks_ = nullptr;
-  /// Of use only with a calendar.
-  QList<QAction*> calendarActions_;
+  ProgressLine* progress_ = nullptr;
 };
 
 }  // namespace velkor
