@@ -144,6 +144,10 @@ void CalendarFolder::Replace(std::vector<CalendarItem> items, const DateWindow& 
   for (CalendarItem& item : items) {
     replaced.push_back(std::make_shared<const CalendarItem>(std::move(item)));
   }
+  Replace(std::move(replaced), window);
+}
+
+void CalendarFolder::Replace(Items replaced, const DateWindow& window) {
   const bool isFirst = !loaded_ && items_.empty();
   KeepUnsaved(replaced);
   std::vector<FolderEvent> events;

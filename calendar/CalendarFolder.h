@@ -87,6 +87,8 @@ class CalendarFolder {
   /// added, changed or removed, by their identifiers. Without a loader a folder counts as loaded
   /// for every window.
   void Replace(std::vector<CalendarItem> items, const DateWindow& window);
+  /// The same; items of AllItems stay what they are.
+  void Replace(Items items, const DateWindow& window);
   void SetLoader(Loader loader) { loader_ = std::move(loader); }
   /// The writer outlives the folder; null keeps items in memory only.
   void SetWriter(CalendarWriter* writer) { writer_ = writer; }

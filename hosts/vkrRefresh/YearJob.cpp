@@ -7,8 +7,12 @@
 
 #include "calendar/CalendarStore.h"
 #include "calendar/EmbeddedOutlook.h"
-#include "calendar/ics/read/IcsReader.h"
+#include "calendar/ics/read/IcsAnswer.h"
+#include "calendar/ics/read/IcsParser.h"
+#include "calendar/set/ReadPlace.h"
+#include "calendar/set/SetCalendar.h"
 #include "hosts/CalendarRefresh.h"
+#include "hosts/vkrRefresh/ReadApart.h"
 #include "platform/desktop/DesktopFiles.h"
 #include "platform/desktop/DesktopLocale.h"
 #include "platform/desktop/DesktopRegistry.h"
@@ -27,6 +31,33 @@ std::string ListSeparator() {
   return RegIO::ListSeparator(registry, messages);
 }
 
+/// Of all calendars of a set that can be read; of the others, those of their last good copies.
+std::vector<CalendarItem> ItemsOfSet(const std::string& path, const DateWindow& window,
+                                     const ProcessLimits& limits) {
+  const CalendarSet set = LoadSet(path);
+  const std::vector<const SetSource*> sources = ShownSources(set);
+  const std::vector<std::string> answers = ReadApart(sources, window, limits);
+  std::vector<CalendarItem> items;
+  for (std::size_t i = 0; i < sources.size(); ++i) {
+    try {
+      for (CalendarItem& item : DecodeAnswer(answers[i]).items) {
+        item.entryId.insert(0, sources[i]->id);
+        items.push_back(std::move(item));
+      }
+    } catch (const Error&) {
+      // Whoever shows the set tells.
+    }
+  }
+  return items;
+}
+
+std::vector<CalendarItem> ItemsOf(const std::string& calendar, const DateWindow& window,
+                                  const ProcessLimits& limits) {
+  if (IsSetPath(calendar)) return ItemsOfSet(calendar, window, limits);
+  const ReadingTime time(limits);
+  return ParseIcsFile(calendar, window).items;
+}
+
 RefreshAnswer Refresh(const RefreshInputs& inputs, const ProcessLimits& limits) {
   const DisplaySpan span{inputs.viewYear, inputs.firstMonth};
   if (!IsValidSpan(span)) {
@@ -41,9 +72,11 @@ RefreshAnswer Refresh(const RefreshInputs& inputs, const ProcessLimits& limits) 
   EmbeddedOutlook outlook(store, locale, {.userName = {}, .listSeparator = ListSeparator()});
   const RefreshRequest request = RequestOf(inputs);
   const auto open = [&] {
-    const ReadingTime time(limits);
     store = CalendarStore(inputs.storeId);
-    OpenIcsCalendar(store, inputs.storeId, WindowOf(span), ParseIcsFile);
+    CalendarFolder& folder =
+        store.AddFolder({}, FolderIdOf(inputs.storeId), outlook::ItemTypeAppointment);
+    folder.Replace(ItemsOf(inputs.storeId, WindowOf(span), limits), WindowOf(span));
+    store.SetDefaultCalendar(&folder);
   };
   return RefreshPatiently(request, outlook, files, locale, {}, open);
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "calendar/ics/read/IcsZones.h"
+#include "calendar/set/CalendarSet.h"
 #include "hosts/vkrRefresh/ItemsJob.h"
 #include "hosts/vkrRefresh/YearJob.h"
 #include "values/Text.h"
@@ -15,10 +16,11 @@ namespace velkor {
 namespace {
 
 constexpr const char* Usage =
-    "usage: vkrRefresh MEMORY SECONDS items CALENDAR FROM TO\n"
+    "usage: vkrRefresh MEMORY SECONDS items CALENDAR FROM TO [ID...]\n"
     "       vkrRefresh MEMORY SECONDS year YEAR MONTH CACHEFILE WORKFILE FOLDER CALENDAR\n"
-    "items writes what the file CALENDAR holds; FROM and TO are seconds since 1899-12-30 in the\n"
-    "years 100 to 9999. year replaces the cache file of a year that begins with MONTH and says "
+    "items writes what the file CALENDAR holds, or the calendars ID of the set CALENDAR; FROM and\n"
+    "TO are seconds since 1899-12-30 in the years 100 to 9999. year replaces the cache file of a "
+    "year that begins with MONTH and says "
     "how\n"
     "it went. MEMORY (bytes) and SECONDS bound the reading; both are above 0.\n";
 
@@ -30,13 +32,15 @@ std::optional<long long> NumberIn(const std::string& text, long long least, long
 
 std::optional<std::string> DoItems(const std::vector<std::string>& job,
                                    const ProcessLimits& limits) {
-  constexpr std::size_t Count = 4;
-  if (job.size() != Count || job[0] != "items") return std::nullopt;
+  constexpr std::ptrdiff_t Count = 4;
+  if (std::ssize(job) < Count || job[0] != "items") return std::nullopt;
+  if (std::ssize(job) > Count && !IsSetPath(job[1])) return std::nullopt;
   const auto from = ParseInteger(job[2]);
   const auto to = ParseInteger(job[3]);
   if (!from || !to || !IsInCalendar(*from) || !IsInCalendar(*to)) return std::nullopt;
   Hold(limits);
-  return AnswerOfItems(job[1], {Date::FromSeconds(*from), Date::FromSeconds(*to)}, limits);
+  return AnswerOfItems(job[1], {Date::FromSeconds(*from), Date::FromSeconds(*to)},
+                       {job.begin() + Count, job.end()}, limits);
 }
 
 std::optional<std::string> DoYear(const std::vector<std::string>& job,

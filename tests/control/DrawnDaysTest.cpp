@@ -9,7 +9,7 @@
 #include <set>
 #include <tuple>
 
-#include "calendar/ics/IcsCalendar.h"
+#include "calendar/set/SetCalendar.h"
 #include "refresh/RefreshYear.h"
 #include "tests/control/PlannerCase.h"
 
@@ -86,7 +86,7 @@ class DrawnDays : public PlannerCase,
       for (int i = 0; i < 150; ++i) items.push_back(Generate("g" + std::to_string(i), year));
     } else {
       const DisplaySpan span{year, 1};
-      IcsCalendar file(path, {span.ViewStartDate(), span.ViewEndDate().AddDays(1)});
+      SetCalendar file(path, {span.ViewStartDate(), span.ViewEndDate().AddDays(1)});
       for (const auto& item : file.Folder().AllItems()) items.push_back(*item);
     }
     std::shuffle(items.begin(), items.end(), random_);

@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <map>
 #include <string_view>
 #include <system_error>
 #include <thread>
@@ -35,6 +36,12 @@ std::optional<FileMark> MarkAt(int folder, const std::string& name) {
   return MarkOf(status);
 }
 
+/// The superuser may write everywhere; a file that nobody may write is still meant to stay.
+bool MayBeWritten(int folder, const std::string& name, const struct stat& status) {
+  return (status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0 &&
+         ::faccessat(folder, name.c_str(), W_OK, 0) == 0;
+}
+
 using TimePoint = std::chrono::steady_clock::time_point;
 
 constexpr std::chrono::milliseconds Pause{10};
@@ -48,6 +55,33 @@ void PauseUntil(TimePoint deadline, const std::string& path) {
 
 }  // namespace
 
+/// Each folder's lock for as long as somebody holds it.
+class FolderLocks {
+ public:
+  /// @param path  of the file, for messages
+  std::shared_ptr<const OpenFile> Take(const std::filesystem::path& folder, const std::string& path,
+                                       TimePoint deadline) {
+    std::weak_ptr<const OpenFile>& known = held_[folder.string()];
+    if (auto held = known.lock()) return held;
+    auto taken = std::make_shared<const OpenFile>(
+        ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!taken->IsOpen()) FailToSave(path, errno);
+    while (!taken->Lock()) {
+      if (errno != EWOULDBLOCK && errno != EINTR) FailToSave(path, errno);
+      PauseUntil(deadline, path);
+    }
+    known = taken;
+    return taken;
+  }
+
+ private:
+  std::map<std::string, std::weak_ptr<const OpenFile>> held_;
+};
+
+std::shared_ptr<FolderLocks> MakeFolderLocks() {
+  return std::make_shared<FolderLocks>();
+}
+
 /// Where a calendar lies, its folder locked against our other programs: the file may be replaced at
 /// any time, and with it what a lock on it is good for, but not the folder. The file is reached
 /// through the open folder only, so that a folder moved meanwhile is still the one that is locked.
@@ -55,20 +89,15 @@ class CalendarFile::LockedPlace {
  public:
   /// @param target  the canonical path of the calendar
   /// @param path    what messages call it
-  LockedPlace(const std::filesystem::path& target, std::string path, TimePoint deadline)
+  LockedPlace(const std::filesystem::path& target, std::string path, FolderLocks& locks,
+              TimePoint deadline)
       : path_(std::move(path)),
         name_(target.filename().string()),
-        folder_(::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-    if (!folder_.IsOpen()) FailToSave(path_, errno);
-    while (!folder_.Lock()) {
-      if (errno != EWOULDBLOCK && errno != EINTR) FailToSave(path_, errno);
-      PauseUntil(deadline, path_);
-    }
-  }
+        folder_(locks.Take(target.parent_path(), path_, deadline)) {}
 
   const std::string& Path() const { return path_; }
   const std::string& Name() const { return name_; }
-  int Folder() const { return folder_.Descriptor(); }
+  int Folder() const { return folder_->Descriptor(); }
   std::optional<FileMark> Mark() const { return MarkAt(Folder(), name_); }
 
   /// The file, once no other program holds a lock on it.
@@ -80,9 +109,7 @@ class CalendarFile::LockedPlace {
       const struct stat status = StatusOf(file, path_);
       if (!S_ISREG(status.st_mode))
         FailToSave(errors::BadFileName, path_, "it is no ordinary file");
-      // The superuser may write everywhere; a file that nobody may write is still meant to stay.
-      const bool writable = (status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0;
-      if (!writable || ::faccessat(Folder(), name_.c_str(), W_OK, 0) != 0) {
+      if (!MayBeWritten(Folder(), name_, status)) {
         FailToSave(errors::BadFileMode, path_, "it is write-protected");
       }
       // Some file systems in a network lock no file that is open for reading.
@@ -98,7 +125,7 @@ class CalendarFile::LockedPlace {
  private:
   std::string path_;
   std::string name_;
-  OpenFile folder_;
+  std::shared_ptr<const OpenFile> folder_;
 };
 
 namespace {
@@ -190,19 +217,38 @@ std::optional<FileMark> CalendarFile::Mark() const {
   return MarkAt(AT_FDCWD, path_);
 }
 
+bool CalendarFile::IsProtected() const {
+  struct stat status {};
+  return ::stat(path_.c_str(), &status) == 0 && !MayBeWritten(AT_FDCWD, path_, status);
+}
+
+std::string CalendarFile::Read() const {
+  const OpenFile file(::open(path_.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  if (!file.IsOpen()) FailToSave(path_, errno);
+  const struct stat status = StatusOf(file, path_);
+  const auto size = static_cast<std::size_t>(status.st_size);
+  if (!S_ISREG(status.st_mode)) FailToSave(errors::BadFileName, path_, "it is no ordinary file");
+  if (size > options_.largest) FailToSave(errors::BadFileMode, path_, "it is too large");
+  return ReadAll(file, path_, size);
+}
+
 void CalendarFile::FinishStoppedSave() const {
   const std::filesystem::path target = TargetOf(path_);
   const OpenFile folder(::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (!folder.IsOpen()) return;
   if (!SaveRecord(folder.Descriptor(), target.filename().string(), path_).Exists()) return;
-  const LockedPlace place(target, path_, std::chrono::steady_clock::now() + options_.patience);
+  FolderLocks locks;
+  const LockedPlace place(target, path_, locks,
+                          std::chrono::steady_clock::now() + options_.patience);
   RecordAt(place).Finish();
 }
 
 std::shared_ptr<const CalendarFile::LockedPlace> CalendarFile::Lock() {
   if (auto held = place_.lock()) return held;
-  auto place = std::make_shared<const LockedPlace>(
-      TargetOf(path_), path_, std::chrono::steady_clock::now() + options_.patience);
+  if (!options_.locks) options_.locks = MakeFolderLocks();
+  auto place =
+      std::make_shared<const LockedPlace>(TargetOf(path_), path_, *options_.locks,
+                                          std::chrono::steady_clock::now() + options_.patience);
   place_ = place;
   return place;
 }

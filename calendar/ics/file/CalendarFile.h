@@ -25,12 +25,20 @@ struct FileMark {
   friend bool operator==(const FileMark&, const FileMark&) = default;
 };
 
+/// The locks on folders that several files of one owner share: each of them may be saved while
+/// another of the same folder is held.
+class FolderLocks;
+
 struct CalendarFileOptions {
   /// How long to wait for another of our programs that is saving.
   std::chrono::milliseconds patience{3000};
   /// A larger file is not saved into.
   std::size_t largest = std::size_t{64} << 20;
+  /// Null: the file's own lock.
+  std::shared_ptr<FolderLocks> locks = {};
 };
+
+std::shared_ptr<FolderLocks> MakeFolderLocks();
 
 /// A symbolic link is followed, not replaced.
 class CalendarFile {
@@ -51,6 +59,10 @@ class CalendarFile {
   const std::string& Path() const { return path_; }
   /// None when there is no such file.
   std::optional<FileMark> Mark() const;
+  /// Whether a save would find the file write-protected; not so for one that is gone.
+  bool IsProtected() const;
+  /// All its bytes. Throws Error as Replace does.
+  std::string Read() const;
 
   /// Reads the file, lets `edit` make the new bytes and replaces the file by them in one step:
   /// whoever looks, whenever the program is stopped, finds the old file or the new one, whole.

@@ -8,8 +8,8 @@
 namespace velkor {
 namespace {
 
-constexpr std::string_view CalendarMark = "vkrRefresh 3 calendar\n";
-constexpr std::string_view ErrorMark = "vkrRefresh 3 error\n";
+constexpr std::string_view CalendarMark = "vkrRefresh 4 calendar\n";
+constexpr std::string_view ErrorMark = "vkrRefresh 4 error\n";
 
 class Writer {
  public:
@@ -131,6 +131,7 @@ CalendarItem ReadItem(Reader& reader) {
 std::string EncodeAnswer(const ParsedCalendar& calendar) {
   Writer writer(CalendarMark);
   writer.Text(calendar.name);
+  writer.Text(calendar.trouble);
   writer.Count(calendar.items.size());
   for (const CalendarItem& item : calendar.items) {
     writer.Text(item.entryId);
@@ -165,6 +166,19 @@ std::string EncodeAnswer(const Error& error) {
   return writer.Take();
 }
 
+std::string_view TakeAnswer(std::string_view& bytes) {
+  for (const std::string_view mark : {CalendarMark, ErrorMark}) {
+    if (!bytes.starts_with(mark)) continue;
+    Reader reader(bytes.substr(mark.size()));
+    const std::string_view body = reader.Text();
+    const std::size_t size = static_cast<std::size_t>(body.data() - bytes.data()) + body.size();
+    const std::string_view answer = bytes.substr(0, size);
+    bytes.remove_prefix(size);
+    return answer;
+  }
+  throw Error(errors::CalendarFailed, "the reader gave no answer", "Answer");
+}
+
 ParsedCalendar DecodeAnswer(std::string_view bytes) {
   const bool isError = bytes.starts_with(ErrorMark);
   if (!isError && !bytes.starts_with(CalendarMark)) {
@@ -179,6 +193,7 @@ ParsedCalendar DecodeAnswer(std::string_view bytes) {
   }
   ParsedCalendar calendar;
   calendar.name = reader.Text();
+  calendar.trouble = reader.Text();
   for (std::size_t count = reader.Count(); count > 0; --count) {
     calendar.items.push_back(ReadItem(reader));
   }

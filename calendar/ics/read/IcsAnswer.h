@@ -17,4 +17,8 @@ std::string EncodeAnswer(const Error& error);
 /// that are no whole block; whatever they are, no other harm is done.
 ParsedCalendar DecodeAnswer(std::string_view bytes);
 
+/// Takes the first of several blocks off the front. Throws as DecodeAnswer does for bytes that
+/// begin with none.
+std::string_view TakeAnswer(std::string_view& bytes);
+
 }  // namespace velkor

@@ -17,6 +17,8 @@ struct ParsedCalendar {
   /// In the order of the file; times are local wall-clock times of the system's zone.
   std::vector<CalendarItem> items;
   std::vector<Diagnostic> diagnostics;
+  /// Why an earlier copy was read in place of the calendar; empty for none.
+  std::string trouble = {};
 };
 
 /// Reads all calendars of a text as one. Recurring items get those occurrences that touch `window`.

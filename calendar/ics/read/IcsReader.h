@@ -1,29 +1,42 @@
-// calendar/ics/read/IcsReader.h: has the worker read an iCalendar file, whose faults then harm no
-// process but its own.
+// calendar/ics/read/IcsReader.h: has the worker read calendars, whose faults then harm no process
+// but its own.
 #pragma once
 
-#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "calendar/CalendarStore.h"
 #include "calendar/ics/read/IcsParser.h"
 #include "platform/posix/WorkerProcess.h"
+#include "values/Error.h"
 
 namespace velkor {
 
-/// One reading of a file, which goes on by itself. Its end kills a reader that still runs.
+/// What became of one calendar: it was read, or why not.
+struct IcsOutcome {
+  ParsedCalendar calendar = {};
+  std::optional<Error> error = {};
+};
+
+/// One reading of a calendar file or of some calendars of a set, which goes on by itself. Its end
+/// kills a reader that still runs.
 class IcsReading : public WorkerProcess {
  public:
-  /// Starts the reading and returns; what goes wrong is in the result.
+  /// Starts the reading and returns; what goes wrong is in the results.
   /// @param path  UTF-8
-  IcsReading(std::string path, const DateWindow& window, const WorkerOptions& options = {});
+  /// @param ids   of a set the calendars that are read; none for a calendar file
+  IcsReading(std::string path, const DateWindow& window, const WorkerOptions& options = {},
+             const std::vector<std::string>& ids = {});
 
-  /// What was read, once the reading has ended. Throws as ReadIcsFile does.
-  ParsedCalendar Result() const;
+  /// What was read, once the reading has ended: one for each identifier, in their order, or the one
+  /// of the file. A worker that dies keeps nothing from those that it had read by then.
+  std::vector<IcsOutcome> Results() const;
 
  private:
+  IcsOutcome FaultOf(const std::string& why) const;
+
   std::string path_;
+  std::size_t count_;
 };
 
 /// Reads a file as ParseIcsFile does, in the time zone of this process. A crash, a hang or a broken
@@ -32,18 +45,5 @@ class IcsReading : public WorkerProcess {
 /// @param path  UTF-8
 ParsedCalendar ReadIcsFile(const std::string& path, const DateWindow& window,
                            const WorkerOptions& options = {});
-
-/// ParseIcsFile or ReadIcsFile.
-using ReadIcs = std::function<ParsedCalendar(const std::string& path, const DateWindow& window)>;
-
-/// Reads a file and puts it into the store as its default calendar, a folder of its own that reads
-/// the file again when occurrences outside the window are asked for. For reading only: what is
-/// saved there does not reach the file. Throws as `read` does.
-/// @return what the file gets wrong
-std::vector<Diagnostic> OpenIcsCalendar(
-    CalendarStore& store, const std::string& path, const DateWindow& window,
-    const ReadIcs& read = [](const std::string& file, const DateWindow& wanted) {
-      return ReadIcsFile(file, wanted);
-    });
 
 }  // namespace velkor

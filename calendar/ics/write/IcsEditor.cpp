@@ -2,85 +2,26 @@
 #include "calendar/ics/write/IcsEditor.h"
 
 #include <algorithm>
-#include <functional>
-#include <set>
 #include <utility>
 #include <vector>
 
-#include "calendar/ics/read/IcsDocument.h"
 #include "calendar/ics/read/IcsOccurrences.h"
-#include "calendar/ics/read/IcsPlainText.h"
+#include "calendar/ics/write/IcsEditing.h"
 #include "calendar/ics/write/IcsEventEdit.h"
 #include "calendar/ics/write/IcsNewEvent.h"
 #include "calendar/ics/write/IcsReadBack.h"
-#include "values/Error.h"
 #include "values/NameList.h"
 
 namespace velkor {
 namespace {
-
-[[noreturn]] void Fail(const std::string& what) {
-  throw Error(errors::CalendarFailed, what, "Calendar");
-}
-
-const IcsAppointment& Find(const IcsDocument& document, const std::string& name,
-                           const std::string& entryId) {
-  for (const IcsAppointment& appointment : document.Appointments()) {
-    if (appointment.entryId == entryId) return appointment;
-  }
-  Fail("The appointment is no longer in the calendar file " + name +
-       "; another program has changed it.");
-}
-
-std::set<std::string> IdsOf(const IcsDocument& document) {
-  std::set<std::string> ids;
-  for (const IcsAppointment& appointment : document.Appointments()) ids.insert(appointment.entryId);
-  return ids;
-}
-
-/// A stretch of the text and what comes in its place.
-struct Splice {
-  std::size_t begin = 0;
-  std::size_t end = 0;
-  std::string text;
-};
-
-std::string WithSplices(std::string_view bytes, std::vector<Splice> splices) {
-  std::sort(splices.begin(), splices.end(),
-            [](const Splice& a, const Splice& b) { return a.begin < b.begin; });
-  std::string result;
-  std::size_t at = 0;
-  for (const Splice& splice : splices) {
-    result.append(bytes.substr(at, splice.begin - at)).append(splice.text);
-    at = splice.end;
-  }
-  return result.append(bytes.substr(at));
-}
-
-bool HasUnfinished(const IcsDocument& document) {
-  const auto& components = document.Scan().components;
-  return std::any_of(components.begin(), components.end(),
-                     [](const IcsComponent& one) { return one.unfinished; });
-}
-
-/// The line end before a place; where there is none, the first one of the text.
-std::string LineEndAt(std::string_view bytes, std::size_t place) {
-  std::size_t at = place;
-  if (at == 0 || bytes[at - 1] != '\n') {
-    const std::size_t first = bytes.find('\n');
-    if (first == std::string_view::npos) return "\r\n";
-    at = first + 1;
-  }
-  return at >= 2 && bytes[at - 2] == '\r' ? "\r\n" : "\n";
-}
 
 IcsEdit Added(std::string_view bytes, const std::string& name, const CalendarItem& item,
               bool reminder, const std::string& uid, const IcsLimits& limits) {
   Diagnostics ignored(name, 1);
   IcsDocument document(bytes, name, limits, ignored, {.entryId = {}, .uid = uid});
   if (document.Scan().lastCalendarCancels) {
-    Fail("The calendar file " + name +
-         " cancels its appointments (METHOD:CANCEL), a new one too; nothing was saved.");
+    FailToEdit("The calendar file " + name +
+               " cancels its appointments (METHOD:CANCEL), a new one too; nothing was saved.");
   }
   const std::size_t place = document.Scan().lastCalendarEnd.value_or(bytes.size());
   const std::string lineEnd = LineEndAt(bytes, place);
@@ -138,11 +79,11 @@ IcsEdit Changed(std::string_view bytes, const std::string& name, const CalendarI
                 const ItemChange& change, const IcsLimits& limits) {
   Diagnostics ignored(name, 1);
   IcsDocument document(bytes, name, limits, ignored, {.entryId = after.entryId, .uid = {}});
-  const IcsAppointment& appointment = Find(document, name, after.entryId);
+  const IcsAppointment& appointment = FindAppointment(document, name, after.entryId);
   const IcsEvent& event = document.Events()[appointment.main];
   if (event.IsRecurring() && !event.recurrenceId && change.SetsTimes()) {
-    Fail("The appointment \"" + after.fields.subject + "\" recurs in the calendar file " + name +
-         "; its times cannot be changed.");
+    FailToEdit("The appointment \"" + after.fields.subject + "\" recurs in the calendar file " +
+               name + "; its times cannot be changed.");
   }
   std::string text =
       EventWithChange(document, appointment, appointment.main, after, change, limits);
@@ -163,9 +104,9 @@ IcsEdit Changed(std::string_view bytes, const std::string& name, const CalendarI
   if (appointment.sharesUid || !appointment.hidden.empty()) {
     const IcsDocument next(edit.bytes, name, limits, ignored, document.Selection());
     if (IdsOf(next) != IdsOf(document)) {
-      Fail("The appointment \"" + after.fields.subject +
-           "\" shares its UID with another one in the calendar file " + name +
-           ", which would be lost; nothing was saved.");
+      FailToEdit("The appointment \"" + after.fields.subject +
+                 "\" shares its UID with another one in the calendar file " + name +
+                 ", which would be lost; nothing was saved.");
     }
   }
   return edit;
@@ -206,8 +147,9 @@ IcsEdit Recategorised(std::string_view bytes, const std::string& name,
                    return fields == event.fields;
                  });
   if (!same) {
-    Fail("The category \"" + std::string(change.to) + "\" cannot be written into the calendar " +
-         "file " + name + "; no appointment was changed.");
+    FailToEdit("The category \"" + std::string(change.to) +
+               "\" cannot be written into the calendar " + "file " + name +
+               "; no appointment was changed.");
   }
   return edit;
 }
@@ -216,7 +158,7 @@ IcsEdit Deleted(std::string_view bytes, const std::string& name, const std::stri
                 const IcsLimits& limits) {
   Diagnostics ignored(name, 1);
   const IcsDocument document(bytes, name, limits, ignored, {.entryId = entryId, .uid = {}});
-  const IcsAppointment& appointment = Find(document, name, entryId);
+  const IcsAppointment& appointment = FindAppointment(document, name, entryId);
   std::vector<std::size_t> gone{appointment.main};
   gone.insert(gone.end(), appointment.changed.begin(), appointment.changed.end());
   gone.insert(gone.end(), appointment.hidden.begin(), appointment.hidden.end());
@@ -232,20 +174,6 @@ IcsEdit Deleted(std::string_view bytes, const std::string& name, const std::stri
   const bool knownByUid = entryId == EntryIdOfUid(document.Events()[appointment.main].uid);
   edit.movesOthers = appointment.sharesUid || !knownByUid || HasUnfinished(document);
   return edit;
-}
-
-/// What `edit` makes of the file's plain text, in the form of the file.
-IcsEdit InFormOf(std::string_view bytes, const std::string& name, const IcsLimits& limits,
-                 const std::function<IcsEdit(std::string_view text)>& edit) {
-  const IcsPlainText plain(bytes, name);
-  IcsEdit made = edit(plain.Text());
-  const bool tooLarge = made.bytes.size() > limits.fileSize;
-  made.bytes = plain.WithText(std::move(made.bytes));
-  if (tooLarge || made.bytes.size() > limits.fileSize) {
-    Fail("The calendar file " + name + " would be larger than " +
-         std::to_string(limits.fileSize >> 20) + " MiB; nothing was saved.");
-  }
-  return made;
 }
 
 }  // namespace

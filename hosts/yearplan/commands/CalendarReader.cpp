@@ -1,12 +1,13 @@
-// hosts/yearplan/commands/CalendarReader.cpp: reading a calendar file and telling its faults.
+// hosts/yearplan/commands/CalendarReader.cpp: reading calendars and telling their faults.
 #include "hosts/yearplan/commands/CalendarReader.h"
 
 #include <cstddef>
 #include <ostream>
 #include <utility>
+#include <vector>
 
-#include "calendar/ics/read/IcsReader.h"
 #include "hosts/CalendarRefresh.h"
+#include "hosts/yearplan/CalendarOptions.h"
 
 namespace velkor {
 namespace {
@@ -17,19 +18,25 @@ constexpr std::size_t MostMessages = 20;
 
 void CalendarReader::Open(const DisplaySpan& first, const DisplaySpan& last) {
   const DateWindow window{WindowOf(first).from, WindowOf(last).to};
-  if (CalendarFolder* const read = store_.DefaultCalendar()) {
-    ParsedCalendar calendar = ReadIcsFile(path_, window);
-    Report(calendar.diagnostics);
-    read->Replace(std::move(calendar.items), window);
+  if (calendar_) {
+    calendar_->Read(window);
   } else {
-    Report(OpenIcsCalendar(store_, path_, window));
+    calendar_.emplace(path_, window, OptionsFor(path_));
+    calendar_->Folder().SetWriter(nullptr);
   }
+  Report();
 }
 
-void CalendarReader::Report(const std::vector<Diagnostic>& diagnostics) {
+void CalendarReader::Report() {
+  std::vector<std::string> texts;
+  for (const PlaceState& state : calendar_->PlaceStates()) {
+    if (!state.trouble.empty()) texts.push_back(state.trouble);
+  }
+  for (const Diagnostic& diagnostic : calendar_->Diagnostics()) {
+    texts.push_back(ToText(diagnostic));
+  }
   std::size_t more = 0;
-  for (const Diagnostic& diagnostic : diagnostics) {
-    std::string text = ToText(diagnostic);
+  for (std::string& text : texts) {
     if (reported_.contains(text)) continue;
     if (reported_.size() < MostMessages) {
       messages_ << text << '\n';

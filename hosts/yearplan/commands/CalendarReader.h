@@ -1,38 +1,37 @@
-// hosts/yearplan/commands/CalendarReader.h: a calendar file as commands read it.
+// hosts/yearplan/commands/CalendarReader.h: a calendar file or set as commands read it.
 #pragma once
 
 #include <iosfwd>
+#include <optional>
 #include <set>
 #include <string>
-#include <vector>
 
-#include "calendar/CalendarStore.h"
-#include "calendar/ics/read/Diagnostics.h"
+#include "calendar/set/SetCalendar.h"
 #include "span/DisplaySpan.h"
 
 namespace velkor {
 
-/// The file is never written; what it gets wrong is reported on `messages`, once however often it
-/// is read.
+/// Nothing is ever written; what the calendars get wrong is reported on `messages`, once however
+/// often they are read.
 class CalendarReader {
  public:
   /// Reads nothing yet. The stream outlives this.
   CalendarReader(std::string path, std::ostream& messages)
       : path_(std::move(path)), messages_(messages) {}
 
-  /// Reads the file with the occurrences of all days from one span to another, instead of those of
-  /// an earlier reading. Throws Error.
+  /// Reads with the occurrences of all days from one span to another, instead of those of an
+  /// earlier reading. Throws Error for a calendar file, or a set's own file, that cannot be read.
   void Open(const DisplaySpan& first, const DisplaySpan& last);
-  /// Its default calendar is the file, once it was opened.
-  CalendarStore& Store() { return store_; }
+  /// Its default calendar is the file or the set, once it was opened.
+  CalendarStore& Store() { return calendar_->Store(); }
 
  private:
-  void Report(const std::vector<Diagnostic>& diagnostics);
+  void Report();
 
   std::string path_;
   std::ostream& messages_;
   std::set<std::string> reported_;
-  CalendarStore store_{"yearplan"};
+  std::optional<SetCalendar> calendar_;
 };
 
 }  // namespace velkor

@@ -4,9 +4,10 @@
 #include <optional>
 #include <ostream>
 
-#include "calendar/ics/IcsCalendar.h"
+#include "calendar/set/SetCalendar.h"
 #include "categories/CategoryCommands.h"
 #include "hosts/CalendarRefresh.h"
+#include "hosts/yearplan/CalendarOptions.h"
 #include "hosts/yearplan/commands/CommandPlanner.h"
 #include "platform/desktop/DesktopSystem.h"
 #include "span/Globals.h"
@@ -78,7 +79,7 @@ struct Listed {
 /// @param saves  false: on a calendar that nothing is written to
 Listed CarryOut(const CommandLine& line, const CategoryTask& task, bool saves,
                 std::ostream& messages) {
-  IcsCalendar calendar(line.calendar, SomeYear());
+  SetCalendar calendar(line.calendar, SomeYear(), OptionsFor(line.calendar));
   // What another command saved since the calendar was read is there before this one begins.
   const auto hold = saves ? calendar.Folder().Hold() : nullptr;
   if (!saves) calendar.Folder().SetWriter(nullptr);

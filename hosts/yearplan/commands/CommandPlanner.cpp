@@ -30,7 +30,7 @@ int YearOf(std::optional<int> ofRange, const CommandLine& line, Clock& clock) {
 }  // namespace
 
 CommandPlanner::CommandPlanner(const CommandLine& line, std::ostream& messages,
-                               IcsCalendar* calendar)
+                               SetCalendar* calendar)
     : line_(line),
       messages_(messages),
       seams_(line, messages),
@@ -65,7 +65,7 @@ CommandPlanner::CommandPlanner(const CommandLine& line, std::ostream& messages,
   if (!calendar && !fault_.empty()) messages << fault_ << '\n';
 }
 
-CalendarStore& CommandPlanner::StoreOf(IcsCalendar* calendar) {
+CalendarStore& CommandPlanner::StoreOf(SetCalendar* calendar) {
   if (calendar) return calendar->Store();
   ReadFrom(firstYear_);
   const std::string& trouble = seams_.environment.Trouble();

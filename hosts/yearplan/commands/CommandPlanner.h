@@ -8,7 +8,7 @@
 #include <string>
 
 #include "calendar/EmbeddedOutlook.h"
-#include "calendar/ics/IcsCalendar.h"
+#include "calendar/set/SetCalendar.h"
 #include "control/YearPlan.h"
 #include "hosts/yearplan/commands/CalendarReader.h"
 #include "hosts/yearplan/commands/CommandLine.h"
@@ -29,7 +29,7 @@ class CommandPlanner {
   /// this. Throws Error when there is no calendar to show.
   /// @param calendar  takes what the control saves, and outlives this; null for the command line's
   ///                  own, which is never written then
-  CommandPlanner(const CommandLine& line, std::ostream& messages, IcsCalendar* calendar = nullptr);
+  CommandPlanner(const CommandLine& line, std::ostream& messages, SetCalendar* calendar = nullptr);
   CommandPlanner(const CommandPlanner&) = delete;
   CommandPlanner& operator=(const CommandPlanner&) = delete;
 
@@ -50,7 +50,7 @@ class CommandPlanner {
   const std::string& CacheFile() const { return inputs_.cacheFile; }
 
  private:
-  CalendarStore& StoreOf(IcsCalendar* calendar);
+  CalendarStore& StoreOf(SetCalendar* calendar);
   void ReadFrom(int year);
   void Start();
   void LetWorkRun();

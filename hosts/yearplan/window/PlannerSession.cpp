@@ -7,6 +7,7 @@
 
 #include "categories/LostNames.h"
 #include "hosts/CalendarRefresh.h"
+#include "hosts/yearplan/CalendarOptions.h"
 #include "hosts/yearplan/OfferedColours.h"
 #include "hosts/yearplan/window/AppointmentInspector.h"
 #include "model/Status.h"
@@ -55,7 +56,7 @@ PlannerSession::PlannerSession(const std::string& calendar, SessionSurroundings 
       cacheUtilities_([this](const Error& error) { Tell(troubles_.other, error.Description()); },
                       surroundings_.cacheUtility),
       listSeparator_(RegIO::ListSeparator(registry_, surroundings_.messages)),
-      calendar_(calendar, FirstWindow(clock_)),
+      calendar_(calendar, FirstWindow(clock_), OptionsFor(calendar)),
       outlook_(calendar_.Store(), locale_,
                {.userName = LoginName(),
                 .listSeparator = listSeparator_,
@@ -159,8 +160,10 @@ void PlannerSession::StatusChange(std::string_view Msg) {
 
 /// A file that was replaced is another one to the watcher.
 void PlannerSession::Follow() {
-  const QString path = ToQt(Calendar());
-  if (!watcher_.files().contains(path) && QFileInfo::exists(path)) watcher_.addPath(path);
+  for (const std::string& file : calendar_.Files()) {
+    const QString path = ToQt(file);
+    if (!watcher_.files().contains(path) && QFileInfo::exists(path)) watcher_.addPath(path);
+  }
 }
 
 void PlannerSession::Look() {

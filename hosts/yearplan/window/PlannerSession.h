@@ -1,5 +1,5 @@
-// hosts/yearplan/window/PlannerSession.h: one calendar file with its control and all that the
-// control needs.
+// hosts/yearplan/window/PlannerSession.h: one calendar file or set with its control and all that
+// the control needs.
 #pragma once
 
 #include <QFileSystemWatcher>
@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "calendar/EmbeddedOutlook.h"
-#include "calendar/ics/IcsCalendar.h"
+#include "calendar/set/SetCalendar.h"
 #include "control/YearPlan.h"
 #include "hosts/yearplan/CalendarPlace.h"
 #include "hosts/yearplan/CalendarSettings.h"
@@ -64,8 +64,8 @@ class SessionShell : public DesktopShell {
   int depth_ = 0;
 };
 
-/// Everything of one calendar, on the user-interface thread. Follows the file: what other programs
-/// save there arrives as item events.
+/// Everything of one calendar file or set, on the user-interface thread. Follows the files: what
+/// other programs save there arrives as item events.
 class PlannerSession : public ControlHost {
  public:
   /// Opens the calendar and starts its control. Throws Error when the file cannot be read.
@@ -74,8 +74,11 @@ class PlannerSession : public ControlHost {
   PlannerSession(const PlannerSession&) = delete;
   PlannerSession& operator=(const PlannerSession&) = delete;
 
-  /// The calendar's absolute path.
+  /// The absolute path of the calendar file or the set.
   const std::string& Calendar() const { return calendar_.Path(); }
+  /// The calendars themselves. Whoever changes their set's file has them looked at.
+  SetCalendar& Calendars() { return calendar_; }
+  void Look();
   YearPlan& Plan() { return *plan_; }
   /// While the control waits for something, neither it nor this may be destroyed.
   bool IsBusy() const { return shell_.IsProcessing() || progress_.IsOpen(); }
@@ -105,7 +108,6 @@ class PlannerSession : public ControlHost {
   StoredProperties Bag();
   void Start();
   void Follow();
-  void Look();
 
   SessionSurroundings surroundings_;
   Troubles troubles_;
@@ -122,7 +124,7 @@ class PlannerSession : public ControlHost {
   SessionShell shell_;
   ProcessCacheUtilities cacheUtilities_;
   std::string listSeparator_;
-  IcsCalendar calendar_;
+  SetCalendar calendar_;
   /// What is delivered later is delivered to it, and so not at all after its end.
   QObject receiver_;
   EmbeddedOutlook outlook_;

@@ -14,7 +14,7 @@
 #include <utility>
 #include <vector>
 
-#include "calendar/ics/IcsCalendar.h"
+#include "calendar/set/SetCalendar.h"
 #include "hosts/CalendarRefresh.h"
 #include "platform/desktop/DesktopShell.h"
 #include "platform/desktop/ProcessCacheUtility.h"
@@ -63,7 +63,7 @@ class RefreshCase : public FolderCase {
   /// A refresh of 2026, as a window on this calendar, in "a.ics", names it to the cache utility.
   RefreshInputs InputsFor(const QByteArray& calendar) const {
     Write("a.ics", calendar);
-    IcsCalendar window(Path("a.ics"), WindowOf({2026, 1}));
+    SetCalendar window(Path("a.ics"), WindowOf({2026, 1}));
     return {2026,
             1,
             Path("cache/c.tmp"),

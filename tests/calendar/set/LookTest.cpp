@@ -1,4 +1,4 @@
-// tests/calendar/ics/IcsLookTest.cpp: looks at a calendar file that leave the event loop running.
+// tests/calendar/set/LookTest.cpp: looks at a calendar file that leave the event loop running.
 #include <gmock/gmock.h>
 #include <signal.h>
 #include <sys/stat.h>
@@ -8,7 +8,7 @@
 #include <QTimer>
 #include <algorithm>
 
-#include "calendar/ics/IcsCalendar.h"
+#include "calendar/set/SetCalendar.h"
 #include "tests/calendar/ics/CalendarFileCase.h"
 
 namespace velkor {
@@ -21,9 +21,9 @@ namespace fs = std::filesystem;
 
 /// A calendar whose reader takes the file as it is, then waits for as long as there is a file
 /// "hold", and only then answers. Its log has "begin <process>" and "end" of each reading.
-class IcsLook : public CalendarFileCase {
+class SetLook : public CalendarFileCase {
  protected:
-  IcsLook() : application_(argumentCount_, arguments_) { Write(Calendar(Named("a") + Named("b"))); }
+  SetLook() : application_(argumentCount_, arguments_) { Write(Calendar(Named("a") + Named("b"))); }
 
   void Hold() const { WriteTo("hold", ""); }
   void Release() const { fs::remove(folder_ + "/hold"); }
@@ -61,7 +61,8 @@ class IcsLook : public CalendarFileCase {
                           "while [ -e hold ]; do sleep 0.01; done\n"
                           "cat answer$$\necho end >>log\nexit $code\n");
     chmod(options.program.c_str(), 0700);
-    calendar_ = std::make_unique<IcsCalendar>(path_, Year(2026), options);
+    calendar_ =
+        std::make_unique<SetCalendar>(path_, Year(2026), SetCalendarOptions{.worker = options});
     listening_ = calendar_->Folder().Listen([this](const FolderEvent& event) {
       events_.push_back(event.item ? event.item->fields.subject : "removal");
     });
@@ -98,13 +99,13 @@ class IcsLook : public CalendarFileCase {
   char* arguments_[2] = {name_, nullptr};
   int argumentCount_ = 1;
   QCoreApplication application_;
-  std::unique_ptr<IcsCalendar> calendar_;
+  std::unique_ptr<SetCalendar> calendar_;
   std::shared_ptr<const CalendarFolder::Listener> listening_;
   Texts events_;
   Texts told_;
 };
 
-TEST_F(IcsLook, TimersRunWhileASlowReaderReadsAndItsAnswerThenArrives) {
+TEST_F(SetLook, TimersRunWhileASlowReaderReadsAndItsAnswerThenArrives) {
   Open();
   Hold();
   Write(Calendar(Named("a") + Named("c")));
@@ -125,7 +126,7 @@ TEST_F(IcsLook, TimersRunWhileASlowReaderReadsAndItsAnswerThenArrives) {
   EXPECT_EQ(Begun(), 2) << "one reading opens the calendar, one follows it";
 }
 
-TEST_F(IcsLook, AnswerFromBeforeASaveIsDroppedAndTheFileReadAgain) {
+TEST_F(SetLook, AnswerFromBeforeASaveIsDroppedAndTheFileReadAgain) {
   OpenAndHold(Calendar(Named("a") + Named("b") + Named("c")));
   Rename(0, "A");
   Release();
@@ -136,7 +137,7 @@ TEST_F(IcsLook, AnswerFromBeforeASaveIsDroppedAndTheFileReadAgain) {
   EXPECT_EQ(Begun(), 3);
 }
 
-TEST_F(IcsLook, AnswerThatAnotherReadingOvertookIsDropped) {
+TEST_F(SetLook, AnswerThatAnotherReadingOvertookIsDropped) {
   OpenAndHold("garbage");
   Write(Calendar(Named("d")));
   Release();
@@ -148,7 +149,7 @@ TEST_F(IcsLook, AnswerThatAnotherReadingOvertookIsDropped) {
   EXPECT_EQ(Subjects(), (Texts{"d", "e"}));
 }
 
-TEST_F(IcsLook, ChangesInQuickSuccessionEndWithTheLastOneReadOneAtATime) {
+TEST_F(SetLook, ChangesInQuickSuccessionEndWithTheLastOneReadOneAtATime) {
   OpenAndHold(Calendar(Named("first")));
   for (const char* next : {"second", "third", "the last"}) {
     Write(Calendar(Named(next)));
@@ -162,7 +163,7 @@ TEST_F(IcsLook, ChangesInQuickSuccessionEndWithTheLastOneReadOneAtATime) {
   for (std::size_t i = 1; i < log.size(); i += 2) EXPECT_EQ(log[i], "end");
 }
 
-TEST_F(IcsLook, ReaderThatHangsIsKilledAtItsLimitAndToldOnce) {
+TEST_F(SetLook, ReaderThatHangsIsKilledAtItsLimitAndToldOnce) {
   OpenAndHold(Calendar(Named("c")), 1500ms);
   ASSERT_TRUE(RunUntilTold(1));
   EXPECT_THAT(told_[0], HasSubstr("took longer than 1500 ms")) << told_[0];
@@ -183,7 +184,7 @@ TEST_F(IcsLook, ReaderThatHangsIsKilledAtItsLimitAndToldOnce) {
   EXPECT_EQ(Subjects(), (Texts{"c", "d"}));
 }
 
-TEST_F(IcsLook, BrokenStatesAreToldOnceEachAndSoIsTheirEnd) {
+TEST_F(SetLook, BrokenStatesAreToldOnceEachAndSoIsTheirEnd) {
   // Moving a folder leaves the entry of the file in it as it is.
   fs::create_directories(folder_ + "/in");
   fs::rename(path_, folder_ + "/in/team.ics");
@@ -215,7 +216,7 @@ TEST_F(IcsLook, BrokenStatesAreToldOnceEachAndSoIsTheirEnd) {
   EXPECT_EQ(events_, Texts{});
 }
 
-TEST_F(IcsLook, CalendarThatGoesDuringAReadingKillsTheReaderAndHearsNoMore) {
+TEST_F(SetLook, CalendarThatGoesDuringAReadingKillsTheReaderAndHearsNoMore) {
   OpenAndHold(Calendar(Named("c")));
   const std::string reader = Log().back();
   EXPECT_TRUE(IsAlive(reader));

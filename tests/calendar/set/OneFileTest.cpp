@@ -1,5 +1,6 @@
-// tests/calendar/ics/IcsCalendarTest.cpp: calendars that follow their file and save into it.
-#include "calendar/ics/IcsCalendar.h"
+// tests/calendar/set/OneFileTest.cpp: planners of one calendar file, which follow it and save into
+// it.
+#include "calendar/set/SetCalendar.h"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -55,15 +56,15 @@ struct Window {
 
   Date now = Date::FromFields({2026, 2, 3, 12, 0, 0});
   FixedLocale locale;
-  IcsCalendar calendar;
+  SetCalendar calendar;
   EmbeddedOutlook outlook;
   EventLog events;
   std::unique_ptr<OutlookItems> items;
 };
 
-class IcsCalendarTest : public CalendarFileCase {
+class OneFile : public CalendarFileCase {
  protected:
-  IcsCalendarTest() { Write(Calendar(Named("a") + Named("b"))); }
+  OneFile() { Write(Calendar(Named("a") + Named("b"))); }
 
   std::size_t FilesInFolder() const {
     return static_cast<std::size_t>(
@@ -71,7 +72,7 @@ class IcsCalendarTest : public CalendarFileCase {
   }
 };
 
-TEST_F(IcsCalendarTest, WhatIsSavedIsInTheFileAndIsNoNewsToItself) {
+TEST_F(OneFile, WhatIsSavedIsInTheFileAndIsNoNewsToItself) {
   Window window(path_);
   EXPECT_EQ(window.calendar.Store().StoreID(), fs::absolute(path_).string());
   window.Rename("a", "c");
@@ -93,7 +94,7 @@ TEST_F(IcsCalendarTest, WhatIsSavedIsInTheFileAndIsNoNewsToItself) {
   EXPECT_EQ(window.events.Take(), Texts{}) << "what was read differs from what was saved";
 }
 
-TEST_F(IcsCalendarTest, ChangesOfAnotherProgramAreToldOnce) {
+TEST_F(OneFile, ChangesOfAnotherProgramAreToldOnce) {
   Window window(path_);
   const std::string a = window.Item("a")->EntryID();
   const Date before = window.Item("a")->LastModificationTime();
@@ -109,7 +110,7 @@ TEST_F(IcsCalendarTest, ChangesOfAnotherProgramAreToldOnce) {
   EXPECT_EQ(window.events.Take(), Texts{}) << "nothing that is shown changed";
 }
 
-TEST_F(IcsCalendarTest, AChangedOccurrenceIsAChangeAlsoWhenAnotherYearIsLoaded) {
+TEST_F(OneFile, AChangedOccurrenceIsAChangeAlsoWhenAnotherYearIsLoaded) {
   const std::string daily = "UID:d\nSUMMARY:daily\nDTSTART:20250101\nRRULE:FREQ=DAILY\n";
   Write(Calendar(Event(daily)));
   Window window(path_);
@@ -119,7 +120,7 @@ TEST_F(IcsCalendarTest, AChangedOccurrenceIsAChangeAlsoWhenAnotherYearIsLoaded) 
   EXPECT_FALSE(window.calendar.CheckForChanges());
 }
 
-TEST_F(IcsCalendarTest, TwoWindowsSaveInTurnAndLoseNothing) {
+TEST_F(OneFile, TwoWindowsSaveInTurnAndLoseNothing) {
   Window first(path_);
   Window second(path_);
   first.Rename("a", "a1");
@@ -140,7 +141,7 @@ TEST_F(IcsCalendarTest, TwoWindowsSaveInTurnAndLoseNothing) {
   EXPECT_EQ(first.events.Take(), Texts{"remove"});
 }
 
-TEST_F(IcsCalendarTest, AnEventWithoutAUidInAnUnendedLineIsSavedAfterAnotherOneWasAdded) {
+TEST_F(OneFile, AnEventWithoutAUidInAnUnendedLineIsSavedAfterAnotherOneWasAdded) {
   Write("BEGIN:VCALENDAR\nBEGIN:VEVENT\nSUMMARY:last\nDTSTART:20260301\nEND:VEVENT");
   Window window(path_);
   const auto added = window.items->Add("");
@@ -152,7 +153,7 @@ TEST_F(IcsCalendarTest, AnEventWithoutAUidInAnUnendedLineIsSavedAfterAnotherOneW
   EXPECT_EQ(Window(path_).Subjects(), (Texts{"changed", "new"}));
 }
 
-TEST_F(IcsCalendarTest, ASaveMergesWithWhatAnotherProgramDidToTheSameEvent) {
+TEST_F(OneFile, ASaveMergesWithWhatAnotherProgramDidToTheSameEvent) {
   Window window(path_);
   Write(Calendar(Replace(Named("a"), "SUMMARY", "LOCATION:Ghent\nSUMMARY") + Named("c")));
   window.Rename("a", "A");
@@ -162,7 +163,7 @@ TEST_F(IcsCalendarTest, ASaveMergesWithWhatAnotherProgramDidToTheSameEvent) {
   EXPECT_EQ(window.events.Take(), (Texts{"change A", "add c", "remove"}));
 }
 
-TEST_F(IcsCalendarTest, AFileThatKeepsChangingDuringASaveIsLeftAlone) {
+TEST_F(OneFile, AFileThatKeepsChangingDuringASaveIsLeftAlone) {
   CalendarFile file(path_);
   EXPECT_THAT(FaultOf([&] {
                 file.Replace([&](const std::string& bytes) {
@@ -175,7 +176,7 @@ TEST_F(IcsCalendarTest, AFileThatKeepsChangingDuringASaveIsLeftAlone) {
   EXPECT_EQ(FilesInFolder(), 1U);
 }
 
-TEST_F(IcsCalendarTest, ABrokenFileKeepsTheLastGoodItemsAndIsReportedOnce) {
+TEST_F(OneFile, ABrokenFileKeepsTheLastGoodItemsAndIsReportedOnce) {
   Window window(path_);
   const std::string good = Read();
   const auto isReportedOnce = [&](const std::string& what) {
@@ -200,7 +201,7 @@ TEST_F(IcsCalendarTest, ABrokenFileKeepsTheLastGoodItemsAndIsReportedOnce) {
   EXPECT_EQ(window.events.Take(), Texts{"add c"});
 }
 
-TEST_F(IcsCalendarTest, AFileThatMayNotBeWrittenRefusesAndNothingIsLost) {
+TEST_F(OneFile, AFileThatMayNotBeWrittenRefusesAndNothingIsLost) {
   Window window(path_);
   const std::string good = Read();
   const auto refuses = [&](const std::string& why) {
@@ -256,7 +257,7 @@ bool SetAttribute(const std::string& path, const char* name, const std::string& 
   return setxattr(path.c_str(), name, value.data(), value.size(), 0) == 0;
 }
 
-TEST_F(IcsCalendarTest, WhatAFileHasBesidesItsBytesStays) {
+TEST_F(OneFile, WhatAFileHasBesidesItsBytesStays) {
   const std::string link = folder_ + "/link.ics";
   fs::create_symlink("team.ics", link);
   const auto mode = [&] { return static_cast<unsigned>(fs::status(path_).permissions()); };
@@ -287,7 +288,7 @@ TEST_F(IcsCalendarTest, WhatAFileHasBesidesItsBytesStays) {
   EXPECT_EQ(mode(), 0600U);
 }
 
-TEST_F(IcsCalendarTest, AFileOfAnotherUserStaysTheirs) {
+TEST_F(OneFile, AFileOfAnotherUserStaysTheirs) {
   constexpr uid_t Theirs = 1001;
   constexpr uid_t Ours = 1000;
   if (geteuid() != 0 || chown(path_.c_str(), Theirs, Theirs) != 0) {
@@ -307,7 +308,7 @@ TEST_F(IcsCalendarTest, AFileOfAnotherUserStaysTheirs) {
   EXPECT_EQ(FilesInFolder(), 1U);
 }
 
-TEST_F(IcsCalendarTest, AFileWithSeveralNamesKeepsThem) {
+TEST_F(OneFile, AFileWithSeveralNamesKeepsThem) {
   const std::string other = folder_ + "/other.ics";
   fs::create_hard_link(path_, other);
   Window window(path_);
@@ -319,7 +320,7 @@ TEST_F(IcsCalendarTest, AFileWithSeveralNamesKeepsThem) {
   EXPECT_EQ(FilesInFolder(), 2U);
 }
 
-TEST_F(IcsCalendarTest, ASaveIntoAFileThatWasStoppedIsFinished) {
+TEST_F(OneFile, ASaveIntoAFileThatWasStoppedIsFinished) {
   const std::string before = Read();
   const std::string after = Calendar(Named("longer than before") + Named("b"));
   const std::string record = ".velkor-" + ShortHash("team.ics") + ".save";
@@ -345,7 +346,7 @@ TEST_F(IcsCalendarTest, ASaveIntoAFileThatWasStoppedIsFinished) {
   EXPECT_EQ(FilesInFolder(), 5U) << "one of those that are kept took the place of another";
 }
 
-TEST_F(IcsCalendarTest, AnUnsavedRecordReachesTheFileByItsFirstSaveAndOnlyOnce) {
+TEST_F(OneFile, AnUnsavedRecordReachesTheFileByItsFirstSaveAndOnlyOnce) {
   Window first(path_);
   Window second(path_);
   CalendarItem record;
@@ -379,7 +380,7 @@ TEST_F(IcsCalendarTest, AnUnsavedRecordReachesTheFileByItsFirstSaveAndOnlyOnce) 
   EXPECT_EQ(first.items->Find(filter), nullptr) << "a saved record is like any other";
 }
 
-TEST_F(IcsCalendarTest, AnyEndOfTheSavingProcessLeavesAWholeFile) {
+TEST_F(OneFile, AnyEndOfTheSavingProcessLeavesAWholeFile) {
   std::string text;
   for (int i = 0; i < 3000; ++i) text += Named("event " + std::to_string(i));
   text = Calendar(text);
@@ -414,7 +415,7 @@ TEST_F(IcsCalendarTest, AnyEndOfTheSavingProcessLeavesAWholeFile) {
   EXPECT_EQ(FilesInFolder(), 2U) << "the work file of a killed process stays";
 }
 
-TEST_F(IcsCalendarTest, ManyProcessesSavingAtOnceLoseNoSave) {
+TEST_F(OneFile, ManyProcessesSavingAtOnceLoseNoSave) {
   constexpr int Writers = 4;
   constexpr int Saves = 15;
   std::vector<ChildProcess> children;

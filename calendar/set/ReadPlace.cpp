@@ -1,0 +1,92 @@
+// calendar/set/ReadPlace.cpp: files and their copies, and the windows of each kind of calendar.
+#include "calendar/set/ReadPlace.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <set>
+#include <utility>
+
+#include "calendar/ics/file/CalendarFile.h"
+#include "calendar/ics/file/ShortHash.h"
+#include "calendar/set/LocalPlaces.h"
+#include "values/Error.h"
+
+namespace velkor {
+namespace {
+
+DateWindow WindowFor(const SetSource& source, const DateWindow& window) {
+  constexpr int MoreDays = 3653;
+  if (!source.background) return window;
+  const Date from = window.from.AddDays(-MoreDays);
+  const Date to = window.to.AddDays(MoreDays);
+  return {from.IsValid() ? from : window.from, to.IsValid() ? to : window.to};
+}
+
+QString CopyOf(const std::string& path, const std::string& folder) {
+  return QString::fromStdString(folder + "/" + ShortHash(path) + ".ics");
+}
+
+/// Copies a file that was read whole in the state `mark`, unless the copy is one of that state. A
+/// disk that does not take it leaves the old copy.
+void KeepCopy(const std::string& path, const FileMark& mark, const std::string& folder) {
+  const QFileInfo original(QString::fromStdString(path));
+  const QFileInfo copy(CopyOf(path, folder));
+  const QDateTime modified = original.lastModified();
+  if (copy.exists() && copy.size() == original.size() && copy.lastModified() == modified) return;
+  QFile from(original.filePath());
+  QSaveFile to(copy.filePath());
+  if (!QDir().mkpath(QString::fromStdString(folder)) || !from.open(QIODevice::ReadOnly) ||
+      !to.open(QIODevice::WriteOnly)) {
+    return;
+  }
+  to.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+  const QByteArray bytes = from.readAll();
+  if (to.write(bytes) != bytes.size() || !to.flush()) return;
+  to.setFileTime(modified, QFileDevice::FileModificationTime);
+  if (CalendarFile(path).Mark() == mark) to.commit();
+}
+
+ParsedCalendar ReadFile(const std::string& path, const std::string& copies,
+                        const DateWindow& window) {
+  try {
+    const auto mark = CalendarFile(path).Mark();
+    ParsedCalendar calendar = ParseIcsFile(path, window);
+    if (mark && !copies.empty()) KeepCopy(path, *mark, copies);
+    return calendar;
+  } catch (const Error& error) {
+    const QString copy = copies.empty() ? QString() : CopyOf(path, copies);
+    if (copy.isEmpty() || !QFileInfo::exists(copy)) throw;
+    ParsedCalendar calendar = ParseIcsFile(copy.toStdString(), window);
+    calendar.trouble = error.Description();
+    return calendar;
+  }
+}
+
+}  // namespace
+
+ParsedCalendar ReadPlace(const SetSource& source, const PlaceFolders& folders,
+                         const DateWindow& window) {
+  const std::string path = LocalCalendarOf(source, folders.data);
+  const DateWindow wanted = WindowFor(source, window);
+  if (source.kind == SourceKind::File) return ReadFile(path, folders.copies, wanted);
+  if (!QFileInfo::exists(QString::fromStdString(path))) {
+    throw Error(errors::CalendarFailed,
+                "The calendar at " + source.location + " has not been fetched yet.", "Calendar");
+  }
+  return ParseIcsFile(path, wanted);
+}
+
+std::vector<const SetSource*> ShownSources(const CalendarSet& set) {
+  std::vector<const SetSource*> shown;
+  std::set<std::string> keys;
+  for (const SetSource& source : set.sources) {
+    const bool isFirst = keys.insert(PlaceKeyOf(source)).second;
+    if (isFirst && source.shown && !source.background) shown.push_back(&source);
+  }
+  return shown;
+}
+
+}  // namespace velkor

@@ -1,0 +1,19 @@
+// hosts/vkrRefresh/ReadApart.h: reads the calendars of a set side by side, each in a process of its
+// own, so that one that crashes, hangs or takes all memory keeps no other from being read.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "calendar/CalendarFolder.h"
+#include "calendar/set/CalendarSet.h"
+#include "hosts/ProcessLimits.h"
+
+namespace velkor {
+
+/// What ReadPlace gives of each source, or why it gives nothing, as IcsAnswer encodes it. Each
+/// takes a third of the time allowed at most; when most of the time has gone by, a second each.
+std::vector<std::string> ReadApart(const std::vector<const SetSource*>& sources,
+                                   const DateWindow& window, const ProcessLimits& limits);
+
+}  // namespace velkor
