@@ -39,7 +39,7 @@ SyncJob::Kind KindIn(const Json& json) {
   throw Error(errors::InvalidProcedureCall, "There is no such job.");
 }
 
-Json JsonOf(const SyncProgress& progress) {
+Json JsonOf(const SyncStep& progress) {
   return {{"event", "progress"}, {"done", progress.done}, {"of", progress.of}};
 }
 
@@ -109,7 +109,7 @@ SyncOutcome OutcomeIn(const Json& json, bool done) {
 
 std::optional<SyncEvent> EventIn(const Json& json) {
   const std::string event = Text(json, "event");
-  if (event == "progress") return SyncProgress{json.at("done"), json.at("of")};
+  if (event == "progress") return SyncStep{json.at("done"), json.at("of")};
   if (event == "changed") return SyncChanged{};
   if (event == "certificate") return CertificateIn(json);
   if (event == "login") return SyncLogin{Text(json, "host"), Text(json, "user")};

@@ -44,11 +44,11 @@ struct SyncJob {
 };
 
 /// Objects that are fetched or sent.
-struct SyncProgress {
+struct SyncStep {
   std::int64_t done = 0;
   /// 0: not known yet.
   std::int64_t of = 0;
-  friend bool operator==(const SyncProgress&, const SyncProgress&) = default;
+  friend bool operator==(const SyncStep&, const SyncStep&) = default;
 };
 
 /// What is read on this machine is other than before.
@@ -102,8 +102,8 @@ struct SyncOutcome {
   friend bool operator==(const SyncOutcome&, const SyncOutcome&) = default;
 };
 
-using SyncEvent = std::variant<SyncProgress, SyncChanged, CertificateFault, SyncLogin,
-                               SyncCalendars, SyncContent, SyncOutcome>;
+using SyncEvent = std::variant<SyncStep, SyncChanged, CertificateFault, SyncLogin, SyncCalendars,
+                               SyncContent, SyncOutcome>;
 
 /// One line of JSON, without its end.
 std::string LineOf(const SyncJob& job);

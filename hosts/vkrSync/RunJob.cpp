@@ -3,6 +3,8 @@
 
 #include <new>
 
+#include "calendar/dav/Discovery.h"
+#include "calendar/dav/MakeCalendar.h"
 #include "calendar/net/HttpClient.h"
 #include "calendar/net/Subscription.h"
 
@@ -21,16 +23,36 @@ SyncOutcome UpdateAddress(const SyncJob& job, const SyncReport& report) {
   return {.done = true, .interval = state.interval};
 }
 
+FoundCalendar FoundOf(const ServerCalendar& calendar) {
+  return {calendar.url, calendar.name, calendar.colour, calendar.readOnly};
+}
+
+SyncOutcome Discover(const SyncJob& job, const SyncReport& report) {
+  const DiscoveredAccount account = DiscoverCalendars(job.location, AccessOf(job));
+  SyncCalendars found{account.home, {}};
+  for (const ServerCalendar& each : account.calendars) found.calendars.push_back(FoundOf(each));
+  report.Tell(found);
+  return {.done = true};
+}
+
+SyncOutcome Make(const SyncJob& job, const SyncReport& report) {
+  HttpClient client(AccessOf(job));
+  MakeServerCalendar(client, job.location, job.name, job.colour);
+  return Discover(job, report);
+}
+
 SyncOutcome Run(const SyncJob& job, const SyncReport& report) {
   switch (job.kind) {
     case SyncJob::Kind::Address:
       return UpdateAddress(job, report);
     case SyncJob::Kind::Server:
+      return {.done = false, .reason = "Calendars of servers are not sent yet."};
     case SyncJob::Kind::Discover:
+      return Discover(job, report);
     case SyncJob::Kind::Make:
-      break;
+      return Make(job, report);
   }
-  return {.done = false, .reason = "Calendar servers are not reached yet."};
+  return {};
 }
 
 SyncOutcome OutcomeOf(const NetworkFault& fault, const SyncJob& job, const SyncReport& report) {

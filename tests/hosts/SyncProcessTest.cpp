@@ -97,7 +97,7 @@ TEST(SyncMessages, WhatIsToldComesBackTheSame) {
                     {{"h", "ab"}},       "Name",       "#112233"};
   EXPECT_EQ(ParseSyncJob(LineOf(job)), job);
   const SyncEvent events[] = {
-      SyncProgress{3, 100},
+      SyncStep{3, 100},
       SyncChanged{},
       CertificateFault{"h", "ab", "s", "i", "2026-01-01", "2027-01-01", "r", true},
       SyncLogin{"h", "u"},
