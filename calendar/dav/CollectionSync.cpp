@@ -57,8 +57,11 @@ class Synchronisation {
     for (ObjectKey& key : mirror_.Objects()) known_[key.href].etag = std::move(key.etag);
     // Where an object is damaged, the token is gone by now.
     MirrorState state = mirror_.State();
-    state.syncToken = calendar_.tellsChanges ? FollowChanges(state.syncToken) : CompareAll();
+    state.syncToken = calendar_.tellsChanges ? FollowChanges(state.syncToken) : ListAll();
     state.ctag = calendar_.ctag;
+    // An appointment that was moved keeps its name only once its old place is free.
+    if (isWhole_) RemoveUnlisted();
+    fetch_.Fetch(std::move(wanted_));
     if (fetch_.MissingCount() > 0) {
       const MirrorState before = mirror_.State();
       state.syncToken = before.syncToken;
@@ -87,37 +90,35 @@ class Synchronisation {
 
   /// @return the token to begin with next time
   std::string FollowChanges(std::string token) {
-    bool isWhole = token.empty();
+    isWhole_ = token.empty();
     auto listing = Changes(token);
-    if (!listing && !isWhole) {
-      isWhole = true;
-      listing = Changes({});
+    if (!listing && !isWhole_) {
+      isWhole_ = true;
+      token.clear();
+      listing = Changes(token);
     }
-    if (!listing) return CompareAll();
-    Apply(*listing);
-    for (int cuts = 0; listing->isCut; ++cuts) {
-      if (cuts > MostCuts || listing->token.empty() || listing->token == token) return CompareAll();
+    for (int cuts = 0; listing; ++cuts) {
+      Take(*listing);
+      if (!listing->isCut) return listing->token;
+      if (cuts == MostCuts || listing->token.empty() || listing->token == token) break;
       token = listing->token;
       listing = Changes(token);
-      if (!listing) return CompareAll();
-      Apply(*listing);
     }
-    if (isWhole) RemoveUnlisted();
-    return listing->token;
+    return ListAll();
   }
 
   /// @return an empty token: all is compared next time, too, unless the server's mark is the same
-  std::string CompareAll() {
+  std::string ListAll() {
+    isWhole_ = true;
     Listing listing;
     static constexpr std::array Names{dav::ETag, dav::ResourceType};
     AskForMultistatus(client_, PropertiesRequest(calendar_.url, 1, Names),
                       [&](DavResponse&& response) {
                         const DavValue* type = response.Find(dav::ResourceType);
-                        if (type == nullptr || !type->Holds(dav::Collection))
-                          Note(response, listing);
+                        const bool isObject = type == nullptr || !type->Holds(dav::Collection);
+                        if (isObject) Note(response, listing);
                       });
-    Apply(listing);
-    RemoveUnlisted();
+    Take(listing);
     return {};
   }
 
@@ -148,21 +149,18 @@ class Synchronisation {
     }
   }
 
-  void Apply(Listing& listing) {
+  void Take(Listing& listing) {
     for (const std::string& href : listing.gone) Remove(href);
-    std::vector<FetchedKey> wanted;
     for (FetchedKey& key : listing.there) {
       KnownObject& known = known_[key.href];
       known.listed = true;
       if (!key.etag.empty() && known.etag == key.etag) continue;
       known.etag = key.etag;
-      wanted.push_back(std::move(key));
+      wanted_.push_back(std::move(key));
     }
-    listing.there = {};
     if (known_.size() > MostObjects) {
       throw NetworkFault(NetworkFault::Kind::TooLarge, "The calendar has too many appointments.");
     }
-    fetch_.Fetch(std::move(wanted));
   }
 
   void RemoveUnlisted() {
@@ -184,6 +182,9 @@ class Synchronisation {
   Mirror& mirror_;
   ObjectFetch fetch_;
   std::unordered_map<std::string, KnownObject> known_;
+  std::vector<FetchedKey> wanted_;
+  /// The server has listed all objects, not only those that changed.
+  bool isWhole_ = false;
   bool changed_ = false;
 };
 

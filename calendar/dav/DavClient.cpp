@@ -10,6 +10,10 @@
 
 namespace velkor {
 
+bool IsGone(int status) {
+  return status == 404 || status == 410;
+}
+
 bool IsForNow(int status) {
   return status == 408 || status == 423 || status == 425 || status == 429 || status >= 500;
 }
@@ -54,6 +58,14 @@ std::string StrongETag(std::string_view etag) {
   return '"' + std::string(tag) + '"';
 }
 
+void ExpectNoPage(const HttpResponse& response) {
+  constexpr int Plain = 200;
+  if (response.status != Plain || !response.Header("content-type").starts_with("text/html")) return;
+  throw NetworkFault(NetworkFault::Kind::NotUnderstood, "There is a page for a browser at " +
+                                                            Printable(response.url) +
+                                                            ", where a calendar was expected.");
+}
+
 HttpResponse GetObject(HttpClient& client, const std::string& collection, const std::string& href) {
   // A server that compresses may change the entity tag with it.
   HttpResponse response = client.Send(
@@ -61,11 +73,7 @@ HttpResponse GetObject(HttpClient& client, const std::string& collection, const 
        ObjectUrl(collection, href),
        {{"Accept", "text/calendar"}, {"Accept-Encoding", "identity"}, {"CalDAV-Timezones", "T"}},
        {}});
-  if (response.IsSuccess() && response.Header("content-type").starts_with("text/html")) {
-    throw NetworkFault(
-        NetworkFault::Kind::NotUnderstood,
-        "There is no appointment at " + Printable(response.url) + ", but a page for a browser.");
-  }
+  ExpectNoPage(response);
   return response;
 }
 

@@ -12,6 +12,9 @@
 
 namespace velkor {
 
+/// The server has nothing there.
+bool IsGone(int status);
+
 /// The server says that it cannot now: it waits for somebody, is busy or out of room.
 bool IsForNow(int status);
 
@@ -44,8 +47,11 @@ DescribedCalendar DescribeCalendar(HttpClient& client, const std::string& url);
 /// section 8.8.3). Empty for none.
 std::string StrongETag(std::string_view etag);
 
-/// One object as it lies on the server: an answer of any status. Throws NetworkFault, NotUnderstood
-/// for a page of HTML in its place (a login page).
+/// Throws NetworkFault (NotUnderstood) for a success that is a page of HTML: a login page stands
+/// between us and the server.
+void ExpectNoPage(const HttpResponse& response);
+
+/// One object as it lies on the server: an answer of any status, but no page. Throws NetworkFault.
 HttpResponse GetObject(HttpClient& client, const std::string& collection, const std::string& href);
 
 }  // namespace velkor

@@ -16,10 +16,6 @@ using Kind = NetworkFault::Kind;
 
 constexpr std::size_t Portion = 100;
 
-bool IsGone(int status) {
-  return status == 404 || status == 410;
-}
-
 }  // namespace
 
 void ObjectFetch::Fetch(std::vector<FetchedKey> wanted) {

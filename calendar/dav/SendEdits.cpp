@@ -12,10 +12,6 @@
 namespace velkor {
 namespace {
 
-bool IsGone(int status) {
-  return status == 404 || status == 410;
-}
-
 /// Where the server has the appointment already that an edit would make (RFC 4791 section 5.3.2.1).
 struct UidConflict {
   std::string href;
@@ -123,22 +119,20 @@ class EditSender {
   }
 
   Next Taken(const Outgoing& edit, const std::string& sentTo, const HttpResponse& response) {
-    ++result_.sent;
-    if (edit.kind == EditKind::Delete) {
-      outbox_.Sent(edit, sentTo, {}, {});
-      return Next::Done;
-    }
+    ExpectNoPage(response);
     const auto moved = ObjectHref(calendar_.url, response.Header("location"));
     const std::string& href = moved ? *moved : sentTo;
     const std::string etag = response.Header("etag");
-    if (!etag.empty() && etag == StrongETag(etag)) {
+    const bool isAsSent = !etag.empty() && etag == StrongETag(etag);
+    if (edit.kind == EditKind::Delete || isAsSent) {
       outbox_.Sent(edit, href, etag, edit.bytes);
-      return Next::Done;
+    } else {
+      // The server has made something else of it, or does not tell.
+      const HttpResponse stored = Get(href);
+      outbox_.Sent(edit, href, StrongETag(stored.Header("etag")),
+                   stored.IsSuccess() ? stored.body : edit.bytes);
     }
-    // The server has made something else of it, or does not tell.
-    const HttpResponse stored = Get(href);
-    outbox_.Sent(edit, href, StrongETag(stored.IsSuccess() ? stored.Header("etag") : etag),
-                 stored.IsSuccess() ? stored.body : edit.bytes);
+    ++result_.sent;
     return Next::Done;
   }
 
@@ -195,7 +189,10 @@ class EditSender {
         return Next::Again;
       }
     }
-    if (!options_.isUpToDate) return Next::Done;
+    if (!options_.isUpToDate) {
+      ++result_.conflicts;
+      return Next::Done;
+    }
     ++result_.refused;
     outbox_.Refuse(edit, "The server has another appointment with the same identifier.");
     return Next::Done;

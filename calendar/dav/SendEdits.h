@@ -28,6 +28,7 @@ struct SentEdits {
   /// appointments that the server has under another address wait for a synchronisation only, and
   /// are not among these.
   std::set<std::string> waiting = {};
+  std::size_t conflicts = 0;
   /// Why the last one waits, a sentence for people.
   std::string trouble = {};
 };

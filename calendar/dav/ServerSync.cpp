@@ -26,11 +26,13 @@ void SetTrouble(Mirror& mirror, const std::string& trouble, bool offline) {
 
 ServerSyncResult Synchronise(HttpClient& client, const std::string& url, Mirror& mirror,
                              const SyncProgress& progress) {
-  const auto [calendar, secondsAhead] = DescribeCalendar(client, url);
+  auto [calendar, secondsAhead] = DescribeCalendar(client, url);
   Outbox outbox(mirror);
   ServerSyncResult result;
   const SentEdits first = SendEdits(client, calendar, mirror, outbox, {secondsAhead, {}, false});
   Count(first, result);
+  // What is in the way may have come a moment ago.
+  if (first.conflicts > 0) calendar = DescribeCalendar(client, url).calendar;
   const SyncedCollection synced = SyncCollection(client, calendar, mirror, progress);
   result.changed = result.changed || synced.changed;
   const SentEdits rest =

@@ -3,7 +3,9 @@
 #include "calendar/dav/CollectionSync.h"
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 
+#include <csignal>
 #include <map>
 #include <vector>
 
@@ -227,6 +229,39 @@ TEST_F(CollectionSync, WhatIsNoAppointmentIsKeptAndWhatIsTooLargeIsNotFetchedAga
   Synchronise({.largestBody = 100'000});
   EXPECT_EQ(Synchronise({.largestBody = 100'000}), 1);
   EXPECT_EQ(mirror_.Objects().size(), 4u);
+}
+
+TEST_F(CollectionSync, AnAppointmentThatIsMovedOnTheServerStaysTheSameHere) {
+  Synchronise();
+  const ObjectKey key = mirror_.Objects().at(0);
+  const std::string bytes = calendar_.Bytes(key.href);
+  std::string from = key.href;
+  for (const bool tellsChanges : {true, false}) {
+    calendar_.tellsChanges = tellsChanges;
+    const std::string to = tellsChanges ? "/c/moved.ics" : "/c/again.ics";
+    calendar_.Remove(from);
+    calendar_.Put(to, bytes);
+    Synchronise();
+    ExpectSame();
+    EXPECT_EQ(mirror_.Object(key.name).value().key.href, to);
+    from = to;
+  }
+}
+
+// A limit of the size of files stands for a disk without room.
+TEST_F(CollectionSync, ADiskThatIsFullIsToldAndMadeUpFor) {
+  Synchronise();
+  Put("b", std::string(5000, 'x'));
+  std::signal(SIGXFSZ, SIG_IGN);
+  rlimit before{};
+  getrlimit(RLIMIT_FSIZE, &before);
+  const rlimit small{1000, before.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &small);
+  EXPECT_THROW(Synchronise(), Error);
+  setrlimit(RLIMIT_FSIZE, &before);
+  EXPECT_EQ(mirror_.Objects().size(), 3u);
+  Synchronise();
+  ExpectSame();
 }
 
 TEST_F(CollectionSync, AKillAtAnyRequestIsMadeUpFor) {

@@ -78,7 +78,9 @@ std::string FakeCalendar::ETag(const std::string& href) const {
 ServerScript FakeCalendar::Script() {
   return [this](const ScriptedRequest& request) {
     const auto faulty = fault ? fault(request) : std::nullopt;
-    return faulty ? *faulty : Answer(request);
+    ScriptedAnswer answer = faulty ? *faulty : Answer(request);
+    if (!date.empty()) answer.headers.emplace_back("Date", date);
+    return answer;
   };
 }
 

@@ -17,6 +17,8 @@ class FakeCalendar {
   bool readOnly = false;
   /// Whether an answer to PUT has an entity tag.
   bool tellsETags = true;
+  /// The Date of each answer; none when empty.
+  std::string date;
   /// Answers in the place of the calendar where it gives an answer.
   std::function<std::optional<ScriptedAnswer>(const ScriptedRequest&)> fault;
 
