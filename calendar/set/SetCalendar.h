@@ -39,6 +39,8 @@ struct PlaceState {
   /// Its own name; empty before it was read.
   std::string name;
   bool readOnly = false;
+  /// Its appointments are there, perhaps those of an earlier copy.
+  bool hasItems = false;
   /// Why it was not read, or why an earlier copy was; else why it was not synchronised. One line,
   /// empty for nothing.
   std::string trouble;

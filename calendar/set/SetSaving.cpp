@@ -146,6 +146,7 @@ std::vector<PlaceState> SetCalendar::PlaceStates() const {
     PlaceState state{.id = place.source.id,
                      .name = place.name,
                      .readOnly = place.IsReadOnly(),
+                     .hasItems = place.hasItems,
                      .trouble = {},
                      .offline = false,
                      .waiting = 0,

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "hosts/yearplan/GivenCalendars.h"
 #include "hosts/yearplan/commands/CommandLine.h"
 #include "hosts/yearplan/commands/Commands.h"
 #include "hosts/yearplan/window/PlannerApplication.h"
@@ -63,7 +64,10 @@ int RunWindow(const CommandLine& line) {
   return QApplication::exec();
 }
 
-int Run(const CommandLine& line) {
+int Run(CommandLine line) {
+  if (line.calendar.empty() && !line.calendars.empty()) {
+    line.calendar = velkor::CalendarOf(line.calendars, line.account);
+  }
   if (line.command == Command::Open && HasDisplay()) return RunWindow(line);
   if (line.command == Command::Open && line.calendar.empty()) {
     throw velkor::UsageError("A calendar file is missing, and there is no display to ask on");

@@ -21,6 +21,7 @@ class Yearplan : public FolderCase {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("XDG_CACHE_HOME", cacheHome_);
     environment.insert("XDG_CONFIG_HOME", File("config"));
+    environment.insert("XDG_DATA_HOME", File("data"));
     environment.insert("HOME", home_);
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(folder_.path());

@@ -14,6 +14,12 @@ namespace {
 
 constexpr std::size_t MostMessages = 20;
 
+std::string TroubleOf(const PlaceState& state, const CalendarSet& set) {
+  const SetSource* const source = FindSource(set, state.id);
+  const bool isFetched = source == nullptr || source->kind == SourceKind::File || state.hasItems;
+  return state.trouble + (isFetched ? "" : " Run yearplan sync first.");
+}
+
 }  // namespace
 
 void CalendarReader::Open(const DisplaySpan& first, const DisplaySpan& last) {
@@ -29,9 +35,12 @@ void CalendarReader::Open(const DisplaySpan& first, const DisplaySpan& last) {
 
 void CalendarReader::Report() {
   std::vector<std::string> texts;
+  bool isRead = false;
   for (const PlaceState& state : calendar_->PlaceStates()) {
-    if (!state.trouble.empty()) texts.push_back(state.trouble);
+    isRead = isRead || state.hasItems;
+    if (!state.trouble.empty()) texts.push_back(TroubleOf(state, calendar_->Set()));
   }
+  if (!isRead && !texts.empty()) throw Error(errors::CalendarFailed, texts.front(), "Calendar");
   for (const Diagnostic& diagnostic : calendar_->Diagnostics()) {
     texts.push_back(ToText(diagnostic));
   }

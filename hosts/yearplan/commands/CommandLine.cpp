@@ -10,6 +10,7 @@
 #include <string_view>
 #include <utility>
 
+#include "hosts/yearplan/GivenCalendars.h"
 #include "hosts/yearplan/PropertyTexts.h"
 #include "span/DisplaySpan.h"
 #include "values/Error.h"
@@ -36,7 +37,7 @@ constexpr const char* Description =
     "Shows a whole year of a calendar at a glance.\n"
     "\n"
     "Commands:\n"
-    "  yearplan [CALENDAR]                     open the window, without a calendar on the\n"
+    "  yearplan [CALENDAR...]                  open the window, without a calendar on the\n"
     "                                          one that was open last; without a display\n"
     "                                          draw the year into this folder, over an\n"
     "                                          earlier picture, and say where\n"
@@ -60,7 +61,10 @@ constexpr const char* Description =
     "                                          meant; -- goes before a name that begins\n"
     "                                          with a dash\n"
     "\n"
-    "CALENDAR is an iCalendar file (.ics). Only the window and categories write to it.\n"
+    "CALENDAR is an iCalendar file (.ics), a set of calendars (.yearplan), or an address (webcal,\n"
+    "http, https); several of them are shown as one. With --account, addresses are those of\n"
+    "calendars on a server. What lies in the network is shown as it was last fetched (sync).\n"
+    "Only the window and categories write to calendars.\n"
     "Cache files lie in $XDG_CACHE_HOME/outlookvelkor, else in ~/.cache/outlookvelkor.\n"
     "Exit codes: 0 done, 1 failed, 2 wrong usage.";
 
@@ -88,7 +92,7 @@ void AddPropertyOptions(QCommandLineParser& parser) {
 void AddOptions(QCommandLineParser& parser) {
   parser.setApplicationDescription(QString::fromUtf8(Description));
   parser.addPositionalArgument("arguments", "a command and a calendar file",
-                               "[command] [CALENDAR]");
+                               "[command] [CALENDAR...]");
   parser.addOptions({
       {{"h", "help"}, "Print this help."},
       {{"v", "version"}, "Print the version."},
@@ -114,6 +118,7 @@ void AddOptions(QCommandLineParser& parser) {
       {names::ListOnly, "categories: rename in the list and leave the appointments as they are."},
   });
   AddPropertyOptions(parser);
+  parser.addOption({"account", "The user whose calendars on a server the addresses are.", "user"});
   parser.addOptions({
       {"filter", "Show only events with one of these categories; case matters.", "A, B", ""},
       {"match-all", "Show only events with all categories of the filter."},
@@ -332,9 +337,9 @@ std::string PictureOptionOf(const QCommandLineParser& parser) {
   return {};
 }
 
-/// What the words after the command say: the calendar, and what becomes of its categories.
+/// What the words after the command say: the calendars, and what becomes of its categories.
 /// @param rest  those words
-void ReadCalendar(const QCommandLineParser& parser, const QStringList& rest, CommandLine& line) {
+void ReadCalendars(const QCommandLineParser& parser, QStringList rest, CommandLine& line) {
   line.cacheFile = parser.value(names::Cache).toStdString();
   if (line.command == Command::Categories && rest.size() > 1) {
     line.categoryTask = ParseCategoryTask(ToWords(rest.mid(1)));
@@ -342,14 +347,25 @@ void ReadCalendar(const QCommandLineParser& parser, const QStringList& rest, Com
     if (line.categoryTask.listOnly && line.categoryTask.kind != CategoryTask::Kind::Rename) {
       throw UsageError("--list-only belongs to categories CALENDAR rename");
     }
-  } else if (rest.size() > 1) {
-    throw UsageError("One calendar at a time; \"" + rest[1].toStdString() + "\" is one too many");
   }
   if (!rest.isEmpty() && !line.cacheFile.empty()) {
     throw UsageError("Either a calendar or --cache, not both");
   }
-  if (!rest.isEmpty()) line.calendar = rest.front().toStdString();
-  if (line.command != Command::Open && line.calendar.empty() && line.cacheFile.empty()) {
+  if (line.command == Command::Categories) rest = rest.mid(0, 1);
+  for (const QString& word : rest) {
+    if (!MayBeCalendar(word)) {
+      throw UsageError("\"" + word.toStdString() + "\" is no calendar file");
+    }
+    line.calendars.push_back(word.toStdString());
+  }
+  line.account = parser.value("account").toStdString();
+  const bool hasAddress =
+      std::any_of(line.calendars.begin(), line.calendars.end(), IsCalendarAddress);
+  if (parser.isSet("account") && !hasAddress) {
+    throw UsageError("--account goes with the address of a calendar on a server");
+  }
+  if (line.calendars.size() == 1 && !hasAddress) line.calendar = line.calendars.front();
+  if (line.command != Command::Open && line.calendars.empty() && line.cacheFile.empty()) {
     throw UsageError("A calendar file is missing");
   }
 }
@@ -373,7 +389,7 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   QStringList rest = parser.positionalArguments();
   line.command = TakeCommand(rest);
   CheckOptions(parser, line.command);
-  ReadCalendar(parser, rest, line);
+  ReadCalendars(parser, rest, line);
   line.pictureOption = PictureOptionOf(parser);
   line.output = parser.value(names::Output).toStdString();
   if (parser.isSet("year"))

@@ -30,8 +30,14 @@ enum class Command {
 
 struct CommandLine {
   Command command = Command::Help;
-  /// The calendar file; empty for `inspect --cache`, and for a window with the calendar that was
-  /// open last.
+  /// As they were given: calendar files, sets, addresses. None for `inspect --cache`, and for a
+  /// window with the calendar that was open last.
+  std::vector<std::string> calendars;
+  /// Whose calendars on a server the addresses are; empty: they are addresses that anybody may
+  /// read.
+  std::string account;
+  /// The calendar file or set that is opened: the only one of them; empty until CalendarOf told it
+  /// where several or an address were given.
   std::string calendar;
   std::string cacheFile;
   /// The picture that `render` draws, the document that `export` or `print` writes.

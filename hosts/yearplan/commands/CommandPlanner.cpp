@@ -57,7 +57,7 @@ CommandPlanner::CommandPlanner(const CommandLine& line, std::ostream& messages,
   const std::string separator = CategorySeparator(seams_.listSeparator);
   const std::string lost = RemarkOnLostNames(*DefaultCalendarOf(outlook_), seams_.locale,
                                              line.properties.TitleName, separator);
-  if (!lost.empty()) messages << line.calendar << ": " << lost << '\n';
+  if (!lost.empty()) messages << line.calendars.front() << ": " << lost << '\n';
   CalendarStore& store = calendar ? calendar->Store() : reader_.Store();
   OfferFirstColours(*store.DefaultCalendar(), outlook_, seams_.locale, line.properties.TitleName,
                     separator);

@@ -75,10 +75,10 @@ void Render(const CommandLine& line, const std::string& path, std::ostream& out,
       << QFileInfo(QString::fromStdString(path)).absoluteFilePath().toStdString() << '\n';
 }
 
-/// Where a calendar that was only named is drawn: the current folder.
+/// Where calendars that were only named are drawn: the current folder, by the name of the first.
 std::string PictureOf(const CommandLine& line) {
-  const QFileInfo calendar(QString::fromStdString(line.calendar));
-  return (calendar.completeBaseName() + ".png").toStdString();
+  const QString name = QFileInfo(QString::fromStdString(line.calendars.front())).completeBaseName();
+  return ((name.isEmpty() ? "calendar" : name) + ".png").toStdString();
 }
 
 void Refresh(const CommandLine& line, std::ostream& out, std::ostream& messages) {

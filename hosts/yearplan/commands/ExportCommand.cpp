@@ -4,12 +4,12 @@
 #include <QFileInfo>
 #include <algorithm>
 #include <cstddef>
-#include <filesystem>
 #include <ostream>
 
 #include "categories/UncarriedNames.h"
 #include "exchange/XmlExport.h"
 #include "exchange/dlgSaveType.h"
+#include "hosts/yearplan/GivenCalendars.h"
 #include "hosts/yearplan/commands/CommandPlanner.h"
 #include "values/Error.h"
 #include "view/Bar.h"
@@ -20,14 +20,6 @@ namespace {
 /// "1 appointment", "2 appointments".
 std::string Counted(int count, const std::string& one, const std::string& many) {
   return std::to_string(count) + ' ' + (count == 1 ? one : many);
-}
-
-/// An export replaces the file that it is given, whatever that holds.
-void CheckTarget(const CommandLine& line) {
-  std::error_code absent;
-  if (std::filesystem::equivalent(line.calendar, line.output, absent)) {
-    throw Error(errors::BadFileName, line.output + " is the calendar itself; nothing was written");
-  }
 }
 
 /// "Years 2025 to 2026, 40 appointments, 5 categories".
@@ -76,7 +68,7 @@ void Answer(const CommandLine& line, const CommandPlanner& planner, const std::s
 }  // namespace
 
 void Export(const CommandLine& line, std::ostream& out, std::ostream& messages) {
-  CheckTarget(line);
+  RefuseCalendarAsOutput(line.calendar, line.output);
   CommandPlanner planner(line, messages);
   TerminalSeams& seams = planner.Seams();
   UncarriedNames uncarried(planner.Grid().Filter());

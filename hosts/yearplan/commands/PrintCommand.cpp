@@ -6,6 +6,7 @@
 #include <optional>
 #include <ostream>
 
+#include "hosts/yearplan/GivenCalendars.h"
 #include "hosts/yearplan/commands/CommandPlanner.h"
 #include "print/NumberText.h"
 #include "print/PrintOptions.h"
@@ -38,11 +39,7 @@ void CheckTarget(const CommandLine& line) {
   if (output.suffix().toLower() != "pdf") {
     throw UsageError("print writes a file that ends in .pdf, unlike \"" + line.output + "\"");
   }
-  const QString target = output.canonicalFilePath();
-  if (!target.isEmpty() &&
-      target == QFileInfo(QString::fromStdString(line.calendar)).canonicalFilePath()) {
-    throw Error(errors::BadFileName, line.output + " is the calendar itself; nothing was written");
-  }
+  RefuseCalendarAsOutput(line.calendar, line.output);
 }
 
 std::string Millimetres(double twips) {
