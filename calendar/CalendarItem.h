@@ -63,14 +63,14 @@ bool SameContent(const CalendarItem& a, const CalendarItem& b);
 
 /// What a save sets; what has no value stays as it is.
 struct ItemChange {
-  std::optional<std::string> subject;
-  std::optional<std::vector<std::string>> categories;
-  std::optional<std::string> location;
-  std::optional<std::string> body;
-  std::optional<Date> start;
-  std::optional<Date> end;
-  std::optional<bool> allDay;
-  std::optional<bool> reminder;
+  std::optional<std::string> subject = {};
+  std::optional<std::vector<std::string>> categories = {};
+  std::optional<std::string> location = {};
+  std::optional<std::string> body = {};
+  std::optional<Date> start = {};
+  std::optional<Date> end = {};
+  std::optional<bool> allDay = {};
+  std::optional<bool> reminder = {};
 
   bool SetsTimes() const { return start || end || allDay; }
   bool IsEmpty() const {

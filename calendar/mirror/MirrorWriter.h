@@ -43,6 +43,7 @@ class MirrorWriter : public CalendarWriter {
 
  private:
   void ExpectWritable() const;
+  static void ExpectOwnObject(const std::string& entryId);
 
   Mirror& mirror_;
   std::string title_;

@@ -171,7 +171,10 @@ std::int64_t UnixTime(Date local) {
 }
 
 Date LocalTime(std::int64_t unixTime) {
-  return Date::FromSeconds(IcsZone(IcsZone::Utc{}).ToLocal(unixTime + EpochDistance));
+  constexpr std::int64_t Margin = 2 * SecondsPerDay;
+  const std::int64_t known =
+      std::clamp(unixTime, FirstWall - EpochDistance + Margin, LastWall - EpochDistance - Margin);
+  return Date::FromSeconds(IcsZone(IcsZone::Utc{}).ToLocal(known + EpochDistance));
 }
 
 }  // namespace velkor

@@ -47,7 +47,8 @@ void SetField(ItemChange& change, ItemField field, const ObjectAppointment& from
 /// A field's value in words.
 std::string WordsOf(ItemField field, const ObjectAppointment& appointment);
 
-/// Seconds since 1970 of a local time, and back.
+/// Seconds since 1970 of a local time, and back; a time outside the years 100 to 9999 is the
+/// nearest within.
 std::int64_t UnixTime(Date local);
 Date LocalTime(std::int64_t unixTime);
 

@@ -9,10 +9,10 @@
 
 #include "calendar/CalendarItem.h"
 #include "calendar/mirror/Mirror.h"
+#include "calendar/mirror/MirrorNews.h"
+#include "calendar/mirror/PendingEdit.h"
 
 namespace velkor {
-
-enum class EditKind { Create, Change, Delete };
 
 /// What to send for one object.
 struct Outgoing {
@@ -42,36 +42,6 @@ struct MirrorQuestion {
   /// As it would be shown when the appointment stays.
   std::string subject = {};
   Date start = {};
-};
-
-/// One field that was changed here and by somebody else; the later value was kept.
-struct MirrorNote {
-  std::string id = {};
-  /// The identifier of the appointment in this calendar.
-  std::string entryId = {};
-  std::string subject = {};
-  /// For people: "subject", "categories", "place", "text", "time", "reminder".
-  std::string field = {};
-  /// The value that is kept and the one that gave way, for people.
-  std::string kept = {};
-  std::string other = {};
-  /// True when the value that is kept is the user's own.
-  bool mineKept = false;
-  /// Seconds since 1970.
-  std::int64_t time = 0;
-};
-
-/// An edit that the server refused for good. It is shown no more.
-struct RefusedEdit {
-  std::string id = {};
-  EditKind kind = EditKind::Change;
-  std::string subject = {};
-  Date start = {};
-  std::string reason = {};
-  /// Seconds since 1970.
-  std::int64_t time = 0;
-  /// The user has been told.
-  bool told = false;
 };
 
 /// Edits are made by MirrorWriter, sent by whoever talks to the server, and answered by the user;
@@ -108,21 +78,21 @@ class Outbox {
   void Answer(const std::string& id, bool keepMine);
 
   /// By time.
-  std::vector<MirrorNote> Notes() const;
+  std::vector<MirrorNote> Notes() const { return NotesOf(mirror_); }
   /// Makes the value that gave way an edit of its own, and takes the note away. Throws Error
   /// (CalendarFailed) when the appointment is gone or cannot have it.
   /// @param now  local time of saving
   void TakeBack(const std::string& id, Date now);
-  void Dismiss(const std::string& id);
+  void Dismiss(const std::string& id) { DropNote(mirror_, id); }
 
   /// By time.
-  std::vector<RefusedEdit> Refused() const;
-  void MarkTold(const std::string& id);
+  std::vector<RefusedEdit> Refused() const { return RefusedOf(mirror_); }
+  void MarkTold(const std::string& id) { MarkRefusedTold(mirror_, id); }
   /// Writes the appointment as it was to be into an iCalendar file of its own.
   /// @param path  replaced when it is there
   void ExportRefused(const std::string& id, const std::string& path) const;
   /// The user wants it no more.
-  void DropRefused(const std::string& id);
+  void DropRefused(const std::string& id) { DropRefusedEdit(mirror_, id); }
 
  private:
   Mirror& mirror_;

@@ -21,9 +21,19 @@ void Diagnostics::Add(int line, Severity severity, std::string_view text) {
   }
 }
 
-std::vector<Diagnostic> Diagnostics::Take() {
-  std::stable_sort(list_.begin(), list_.end(),
+void Diagnostics::SortFile() {
+  std::stable_sort(list_.begin() + static_cast<std::ptrdiff_t>(ofFile_), list_.end(),
                    [](const Diagnostic& a, const Diagnostic& b) { return a.line < b.line; });
+}
+
+void Diagnostics::BeginFile(std::string file) {
+  SortFile();
+  ofFile_ = list_.size();
+  file_ = std::move(file);
+}
+
+std::vector<Diagnostic> Diagnostics::Take() {
+  SortFile();
   if (dropped_ > 0) {
     list_.push_back(
         {file_, 0, Severity::Warning, std::to_string(dropped_) + " more problems are not listed"});

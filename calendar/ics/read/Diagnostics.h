@@ -27,23 +27,29 @@ struct Diagnostic {
 /// "file.ics:12: text".
 std::string ToText(const Diagnostic& diagnostic);
 
-/// Gathers diagnostics of one file up to a limit; the last one then says that there are more. What
-/// a text holds of the file reaches nobody's terminal unless it is printable.
+/// Gathers diagnostics of a file, or of one after another, up to a limit; the last one then says
+/// that there are more. What a text holds of the file reaches nobody's terminal unless it is
+/// printable.
 class Diagnostics {
  public:
   Diagnostics(std::string file, std::size_t limit) : file_(std::move(file)), limit_(limit) {}
 
   void Warn(int line, std::string_view text) { Add(line, Severity::Warning, text); }
   void Note(int line, std::string_view text) { Add(line, Severity::Note, text); }
-  /// In the order of lines.
+  /// What follows is of another file.
+  void BeginFile(std::string file);
+  /// In the order of files and lines.
   std::vector<Diagnostic> Take();
 
  private:
+  void SortFile();
   void Add(int line, Severity severity, std::string_view text);
 
   std::string file_;
   std::size_t limit_;
   std::vector<Diagnostic> list_;
+  /// Where those of the file begin.
+  std::size_t ofFile_ = 0;
   std::size_t dropped_ = 0;
 };
 

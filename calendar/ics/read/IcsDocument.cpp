@@ -75,7 +75,7 @@ bool HasBareReturn(std::string_view text) {
 }  // namespace
 
 IcsDocument::IcsDocument(std::string_view bytes, const std::string& name, const IcsLimits& limits,
-                         Diagnostics& diagnostics, IcsSelection selection)
+                         Diagnostics& diagnostics, IcsSelection selection, IcsZoneStore* zones)
     : bytes_(bytes), selection_(std::move(selection)) {
   const auto fail = [&](const std::string& what) {
     throw Error(errors::CalendarFailed, "The calendar file " + name + " " + what, "Calendar");
@@ -90,7 +90,9 @@ IcsDocument::IcsDocument(std::string_view bytes, const std::string& name, const 
     fail(HasBareReturn(bytes) ? "holds no calendar: CR ends some of its lines and LF others."
                               : "holds no calendar.");
   }
-  zones_ = std::make_unique<IcsZones>(bytes, scan_, limits, diagnostics);
+  if (!zones) ownZones_ = std::make_unique<IcsZoneStore>();
+  zones_ =
+      std::make_unique<IcsZones>(bytes, scan_, limits, diagnostics, zones ? *zones : *ownZones_);
   ReadEvents({bytes, *zones_, limits, diagnostics});
   appointments_ = GroupIcsEvents(bytes, events_, diagnostics);
 }

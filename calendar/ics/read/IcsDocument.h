@@ -29,10 +29,11 @@ class IcsDocument {
  public:
   /// Events that belong together have one UID, so a selection leaves their identifiers as they are.
   /// @param name  of the file, for messages
-  /// Text, limits and diagnostics outlive this. Throws Error (CalendarFailed) for a text that is
-  /// too large or holds no calendar.
+  /// @param zones  that this text shares with others; null for zones of its own
+  /// Text, limits, diagnostics and zones outlive this. Throws Error (CalendarFailed) for a text
+  /// that is too large or holds no calendar.
   IcsDocument(std::string_view bytes, const std::string& name, const IcsLimits& limits,
-              Diagnostics& diagnostics, IcsSelection selection = {});
+              Diagnostics& diagnostics, IcsSelection selection = {}, IcsZoneStore* zones = nullptr);
   IcsDocument(const IcsDocument&) = delete;
   IcsDocument& operator=(const IcsDocument&) = delete;
 
@@ -52,6 +53,7 @@ class IcsDocument {
 
   std::string_view bytes_;
   IcsScan scan_;
+  std::unique_ptr<IcsZoneStore> ownZones_;
   std::unique_ptr<IcsZones> zones_;
   IcsSelection selection_;
   std::vector<IcsEvent> events_;

@@ -87,6 +87,8 @@ class EventReader {
       event_.messageClass = ReadText(property);
     } else if (property.Is("X-VELKOR-ENTRY-ID")) {
       event_.entryId = std::string(Trim(property.value));
+    } else if (property.Is("X-VELKOR-MOMENT")) {
+      isMoment_ = SameName(Trim(property.value), "TRUE");
     }
   }
 
@@ -234,8 +236,18 @@ class EventReader {
     return *parameters.zone;
   }
 
+  /// What lasts no time is kept on servers as one second, since some take nothing shorter.
+  void SettleMoment() {
+    const WallSeconds second = 1;
+    if (!isMoment_ || event_.start.isDate) return;
+    if (event_.end && event_.end->Local() - event_.start.Local() == second) event_.end.reset();
+    const auto& duration = event_.duration;
+    if (duration && duration->days == 0 && duration->seconds == second) event_.duration.reset();
+  }
+
   void Settle() {
     IcsEvent& event = event_;
+    SettleMoment();
     const bool wholeDay = event.start.isDate && (!event.end || event.end->isDate) &&
                           (!event.duration || event.duration->seconds == 0);
     if (event.start.isDate && !event.end && !event.duration) event.duration = IcsDuration{1, 0};
@@ -254,6 +266,7 @@ class EventReader {
   bool hasStart_ = false;
   bool badStart_ = false;
   bool linesChecked_ = false;
+  bool isMoment_ = false;
 };
 
 }  // namespace

@@ -118,8 +118,8 @@ std::int64_t IcsZone::OffsetAt(WallSeconds utc) const {
 }
 
 IcsZones::IcsZones(std::string_view bytes, const IcsScan& scan, const IcsLimits& limits,
-                   Diagnostics& diagnostics)
-    : bytes_(bytes), limits_(limits), diagnostics_(diagnostics) {
+                   Diagnostics& diagnostics, IcsZoneStore& store)
+    : bytes_(bytes), limits_(limits), diagnostics_(diagnostics), store_(store) {
   std::vector<std::string> names;
   for (const IcsComponent& component : scan.components) {
     if (component.name != "VTIMEZONE") continue;
@@ -141,7 +141,7 @@ IcsZones::IcsZones(std::string_view bytes, const IcsScan& scan, const IcsLimits&
   for (std::size_t i = 0; i < names.size(); ++i) enter(i, SpellingKey(names[i]));
 }
 
-IcsZones::~IcsZones() {
+IcsZoneStore::~IcsZoneStore() {
   for (icaltimezone* zone : owned_) icaltimezone_free(zone, 1);
 }
 
@@ -153,11 +153,11 @@ const IcsZone& IcsZones::Find(int calendar, std::string_view tzid, int line) {
   if (!zone) zone = FindDefined(calendar, SpellingKey(tzid));
   if (!zone) {
     const std::string name = PlainName(tzid);
-    const auto [known, isNew] = system_.try_emplace(name, nullptr);
+    const auto [known, isNew] = store_.system_.try_emplace(name, nullptr);
     if (isNew) {
       known->second = FindSystemZone(name);
       if (!known->second) {
-        known->second = &floating_;
+        known->second = &store_.floating_;
         diagnostics_.Warn(line, "the time zone " + Quoted(tzid) +
                                     " is not known; its times are taken as local time");
       }
@@ -181,7 +181,7 @@ const IcsZone* IcsZones::Read(Definition& definition) {
   if (!definition.read) {
     const IcsComponent& component = *definition.component;
     const std::string_view text = bytes_.substr(component.begin, component.end - component.begin);
-    const auto [known, isNew] = byText_.try_emplace(text, nullptr);
+    const auto [known, isNew] = store_.byText_.try_emplace(std::string(text), nullptr);
     if (isNew) known->second = ReadDefinition(component);
     definition.zone = known->second;
     definition.read = true;
@@ -222,13 +222,14 @@ const IcsZone* IcsZones::ReadDefinition(const IcsComponent& component) {
     icalcomponent_free(parsed);
     return refuse(component.line, "VTIMEZONE has no TZID");
   }
-  owned_.push_back(zone);
-  return zones_.emplace_back(std::make_unique<IcsZone>(IcsZone::Defined{zone})).get();
+  store_.owned_.push_back(zone);
+  return store_.zones_.emplace_back(std::make_unique<IcsZone>(IcsZone::Defined{zone})).get();
 }
 
 const IcsZone* IcsZones::FindSystemZone(std::string_view name) {
-  auto zone = systemZones_.Find(name);
-  return zone ? zones_.emplace_back(std::make_unique<IcsZone>(*std::move(zone))).get() : nullptr;
+  auto zone = store_.systemZones_.Find(name);
+  return zone ? store_.zones_.emplace_back(std::make_unique<IcsZone>(*std::move(zone))).get()
+              : nullptr;
 }
 
 }  // namespace velkor

@@ -74,22 +74,45 @@ class IcsZone {
   Kind kind_;
 };
 
+/// The zones that were made from definitions and names, for as many texts as share them: a
+/// definition that is the same in all of them is read once.
+class IcsZoneStore {
+ public:
+  IcsZoneStore() = default;
+  ~IcsZoneStore();
+  IcsZoneStore(const IcsZoneStore&) = delete;
+  IcsZoneStore& operator=(const IcsZoneStore&) = delete;
+
+ private:
+  friend class IcsZones;
+
+  std::vector<std::unique_ptr<IcsZone>> zones_;
+  std::vector<_icaltimezone*> owned_;
+  /// By the text of the definition; null for one that cannot be used.
+  std::unordered_map<std::string, const IcsZone*> byText_;
+  /// By name; the floating zone for one that is not known.
+  std::unordered_map<std::string, const IcsZone*> system_;
+  SystemZones systemZones_;
+  IcsZone floating_{IcsZone::Floating{}};
+  IcsZone utc_{IcsZone::Utc{}};
+};
+
 /// Finds zones by TZID, which may be quoted, escaped or in another case: the definition in the same
 /// calendar, then one anywhere in the file, then a zone of the system. An unknown zone is reported
 /// once; its times then count as floating.
 class IcsZones {
  public:
+  /// @param store  outlives this
   IcsZones(std::string_view bytes, const IcsScan& scan, const IcsLimits& limits,
-           Diagnostics& diagnostics);
-  ~IcsZones();
+           Diagnostics& diagnostics, IcsZoneStore& store);
   IcsZones(const IcsZones&) = delete;
   IcsZones& operator=(const IcsZones&) = delete;
 
-  const IcsZone& FloatingZone() const { return floating_; }
-  const IcsZone& UtcZone() const { return utc_; }
+  const IcsZone& FloatingZone() const { return store_.floating_; }
+  const IcsZone& UtcZone() const { return store_.utc_; }
   /// @param calendar  which calendar of the file the time stands in
   /// @param line      of the time, for the report
-  /// The zone stays where it is as long as this object lives.
+  /// The zone stays where it is as long as the store lives.
   const IcsZone& Find(int calendar, std::string_view tzid, int line);
 
  private:
@@ -106,18 +129,11 @@ class IcsZones {
   std::string_view bytes_;
   const IcsLimits& limits_;
   Diagnostics& diagnostics_;
-  IcsZone floating_{IcsZone::Floating{}};
-  IcsZone utc_{IcsZone::Utc{}};
-  std::vector<std::unique_ptr<IcsZone>> zones_;
-  std::vector<_icaltimezone*> owned_;
+  IcsZoneStore& store_;
   std::vector<Definition> definitions_;
   /// By calendar (-2 for the first one anywhere) and TZID: as it stands, and by SpellingKey.
   std::map<std::pair<int, std::string>, std::size_t> byName_;
-  /// By the text of the definition, so that copies of one zone are read once.
-  std::unordered_map<std::string_view, const IcsZone*> byText_;
   std::map<std::pair<int, std::string>, const IcsZone*> found_;
-  std::unordered_map<std::string, const IcsZone*> system_;
-  SystemZones systemZones_;
 };
 
 }  // namespace velkor

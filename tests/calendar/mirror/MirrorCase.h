@@ -10,7 +10,9 @@
 #include <string>
 
 #include "calendar/ics/read/IcsAppointments.h"
-#include "calendar/mirror/Mirror.h"
+#include "calendar/mirror/MirrorWriter.h"
+#include "calendar/mirror/Outbox.h"
+#include "calendar/mirror/ReadMirror.h"
 #include "tests/calendar/ics/IcsCase.h"
 
 namespace velkor {
@@ -36,6 +38,14 @@ class MirrorCase : public testing::Test {
   std::string folder_ = testing::TempDir() + "mirror-" + std::to_string(getpid()) + "-" +
                         testing::UnitTest::GetInstance()->current_test_info()->name();
   Mirror mirror_{folder_};
+  MirrorWriter writer_{mirror_, "Team"};
+  Outbox outbox_{mirror_};
 };
+
+/// The second of a minute of 2 January 2026 of Greenwich's clock, in local time.
+inline Date Moment(int minute) {
+  constexpr std::int64_t Start = 1'767'312'000;
+  return LocalTime(Start + minute * 60);
+}
 
 }  // namespace velkor
