@@ -23,20 +23,20 @@ class PageSite : public ComObject<IPropertyPageSite> {
   STDMETHODIMP TranslateAccelerator(MSG*) override { return S_FALSE; }
 };
 
+/// @param found  a std::vector<HWND>, to which an edit field is added
+BOOL CALLBACK AddField(HWND child, LPARAM found) {
+  wchar_t name[16]{};
+  ::GetClassNameW(child, name, static_cast<int>(std::size(name)));
+  if (::_wcsicmp(name, L"EDIT") == 0) {
+    reinterpret_cast<std::vector<HWND>*>(found)->push_back(child);
+  }
+  return TRUE;
+}
+
 /// The edit fields below a window, in their order.
 std::vector<HWND> FieldsOf(HWND window) {
   std::vector<HWND> fields;
-  ::EnumChildWindows(
-      window,
-      [](HWND child, LPARAM found) {
-        wchar_t name[16]{};
-        ::GetClassNameW(child, name, static_cast<int>(std::size(name)));
-        if (::_wcsicmp(name, L"EDIT") == 0) {
-          reinterpret_cast<std::vector<HWND>*>(found)->push_back(child);
-        }
-        return TRUE;
-      },
-      reinterpret_cast<LPARAM>(&fields));
+  ::EnumChildWindows(window, AddField, reinterpret_cast<LPARAM>(&fields));
   return fields;
 }
 

@@ -70,31 +70,28 @@ class HeardEvents {
   HWINEVENTHOOK hook_ = nullptr;
 };
 
+/// @param found  an HWND, which becomes the control's; the search ends with it
+BOOL CALLBACK LookAt(HWND window, LPARAM found) {
+  wchar_t name[20] = L"";
+  ::GetClassNameW(window, name, 20);
+  if (name != std::wstring_view(L"VelkorPainted") || TextOfWindow(window) != L"YearPlan") {
+    return TRUE;
+  }
+  *reinterpret_cast<HWND*>(found) = window;
+  return FALSE;
+}
+
+BOOL CALLBACK LookInWindow(HWND window, LPARAM found) {
+  ::EnumChildWindows(window, LookAt, found);
+  return *reinterpret_cast<HWND*>(found) == nullptr;
+}
+
 class ScreenReader : public ScriptCase {
  protected:
   /// The window of the control that is on show; null for none.
   static HWND FindControl() {
     HWND found = nullptr;
-    const auto look = [](HWND window, LPARAM result) -> BOOL {
-      wchar_t name[20] = L"";
-      ::GetClassNameW(window, name, 20);
-      if (name != std::wstring_view(L"VelkorPainted") || TextOfWindow(window) != L"YearPlan") {
-        return TRUE;
-      }
-      *reinterpret_cast<HWND*>(result) = window;
-      return FALSE;
-    };
-    struct Search {
-      WNDENUMPROC look;
-      HWND* found;
-    } search{look, &found};
-    ::EnumWindows(
-        [](HWND window, LPARAM given) -> BOOL {
-          const auto& wanted = *reinterpret_cast<Search*>(given);
-          ::EnumChildWindows(window, wanted.look, reinterpret_cast<LPARAM>(wanted.found));
-          return *wanted.found == nullptr;
-        },
-        reinterpret_cast<LPARAM>(&search));
+    ::EnumWindows(LookInWindow, reinterpret_cast<LPARAM>(&found));
     return found;
   }
   /// Calls `read` once, with the control, when the year is there; the form ends after it.
