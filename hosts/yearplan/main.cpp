@@ -72,9 +72,9 @@ int Run(CommandLine line) {
   if (line.command == Command::Open && line.calendar.empty()) {
     throw velkor::UsageError("A calendar file is missing, and there is no display to ask on");
   }
-  velkor::RunCommand(line, std::cout, std::cerr);
+  const int code = velkor::RunCommand(line, std::cout, std::cerr);
   std::cout.flush();
-  if (std::cout) return Done;
+  if (std::cout) return code;
   std::cerr << "yearplan: the output could not be written\n";
   return Failed;
 }

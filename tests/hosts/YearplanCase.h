@@ -22,14 +22,19 @@ class Yearplan : public FolderCase {
     environment.insert("XDG_CACHE_HOME", cacheHome_);
     environment.insert("XDG_CONFIG_HOME", File("config"));
     environment.insert("XDG_DATA_HOME", File("data"));
+    // No store for passwords but those that a test makes.
+    environment.insert("DBUS_SESSION_BUS_ADDRESS", "unix:path=/no/such/bus");
     environment.insert("HOME", home_);
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(folder_.path());
     process.start(YEARPLAN, arguments);
   }
-  Outcome Run(const QStringList& arguments) const {
+  /// @param input  what stands on standard input
+  Outcome Run(const QStringList& arguments, const QByteArray& input = {}) const {
     QProcess process;
     Start(process, arguments);
+    process.write(input);
+    process.closeWriteChannel();
     if (!process.waitForFinished(60'000)) return {};
     const bool normal = process.exitStatus() == QProcess::NormalExit;
     return {normal ? process.exitCode() : -1, process.readAllStandardOutput().toStdString(),

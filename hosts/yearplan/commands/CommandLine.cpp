@@ -24,13 +24,14 @@ constexpr int MostSide = 100000;
 constexpr int LeastYear = 100;
 constexpr int MostYear = 9999;
 
-constexpr std::array<std::pair<std::string_view, Command>, 6> Commands{{
+constexpr std::array<std::pair<std::string_view, Command>, 7> Commands{{
     {"render", Command::Render},
     {"refresh", Command::Refresh},
     {"inspect", Command::Inspect},
     {"export", Command::Export},
     {"print", Command::Print},
     {"categories", Command::Categories},
+    {"sync", Command::Sync},
 }};
 
 constexpr const char* Description =
@@ -60,13 +61,17 @@ constexpr const char* Description =
     "                                          of two names that are alike the first is\n"
     "                                          meant; -- goes before a name that begins\n"
     "                                          with a dash\n"
+    "  yearplan sync SET...                    bring the web addresses and server calendars\n"
+    "                                          of sets (.yearplan) up to date, and send what\n"
+    "                                          was changed here; SET may be an address\n"
     "\n"
     "CALENDAR is an iCalendar file (.ics), a set of calendars (.yearplan), or an address (webcal,\n"
     "http, https); several of them are shown as one. With --account, addresses are those of\n"
     "calendars on a server. What lies in the network is shown as it was last fetched (sync).\n"
     "Only the window and categories write to calendars.\n"
     "Cache files lie in $XDG_CACHE_HOME/outlookvelkor, else in ~/.cache/outlookvelkor.\n"
-    "Exit codes: 0 done, 1 failed, 2 wrong usage.";
+    "Exit codes: 0 done, 1 failed, 2 wrong usage, 3 (sync) something waits for an answer\n"
+    "in the window.";
 
 /// The options that more than one place names.
 namespace names {
@@ -78,6 +83,8 @@ constexpr const char* From = "from";
 constexpr const char* To = "to";
 constexpr const char* CategoriesOnly = "categories-only";
 constexpr const char* ListOnly = "list-only";
+constexpr const char* PasswordInput = "password-stdin";
+constexpr const char* Trust = "trust";
 }  // namespace names
 
 /// What a window is told by its settings instead, beside the properties.
@@ -116,6 +123,12 @@ void AddOptions(QCommandLineParser& parser) {
       {names::To, "export: the last year.", "year"},
       {names::CategoriesOnly, "export: leave the appointments out."},
       {names::ListOnly, "categories: rename in the list and leave the appointments as they are."},
+      {names::PasswordInput,
+       "sync: the first line of standard input is the password. Without it the system's key store "
+       "is asked, then the terminal."},
+      {names::Trust,
+       "sync: trust the certificate of a host this time, by its SHA-256; may stand several times.",
+       "host=sha256"},
   });
   AddPropertyOptions(parser);
   parser.addOption({"account", "The user whose calendars on a server the addresses are.", "user"});
@@ -255,6 +268,8 @@ const std::vector<OptionUse>& OptionUses() {
       {names::To, {Export}},
       {names::CategoriesOnly, {Export}},
       {names::ListOnly, {Categories}},
+      {names::PasswordInput, {Sync}},
+      {names::Trust, {Sync}},
       {"year", {Open, Render, Refresh, Inspect, Print}},
       {"no-all-events", {Open, Render, Refresh, Inspect, Print}},
       {"no-subjects", {Open, Render, Refresh, Inspect, Print}},
@@ -397,6 +412,9 @@ CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   line.properties = ReadProperties(parser);
   CheckSpan(line.year, line.properties.FirstMonth);
   ReadExportYears(parser, line);
+  line.syncTask =
+      ParseSyncTask(parser.isSet(names::PasswordInput), ToWords(parser.values(names::Trust)));
+  if (line.command == Command::Sync) CheckCanBeSynchronised(line.calendars);
   line.printTask = ReadPrintTask(parser, line.properties.FirstMonth);
   line.categoriesOnly = parser.isSet(names::CategoriesOnly);
   if (parser.isSet("today")) {

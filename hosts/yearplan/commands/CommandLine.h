@@ -8,6 +8,7 @@
 
 #include "hosts/yearplan/commands/CategoryTask.h"
 #include "hosts/yearplan/commands/PrintTask.h"
+#include "hosts/yearplan/commands/SyncCommand.h"
 #include "model/PlannerProperties.h"
 #include "values/Date.h"
 #include "values/Twips.h"
@@ -24,6 +25,7 @@ enum class Command {
   Export,
   Print,
   Categories,
+  Sync,
   Help,
   Version,
 };
@@ -51,6 +53,7 @@ struct CommandLine {
   bool categoriesOnly = false;
   CategoryTask categoryTask;
   PrintTask printTask;
+  SyncTask syncTask;
   /// As the planner is to have them.
   PlannerProperties properties;
   std::string filter;

@@ -14,6 +14,7 @@
 #include "hosts/yearplan/commands/GridOfCache.h"
 #include "hosts/yearplan/commands/LayoutJson.h"
 #include "hosts/yearplan/commands/PrintCommand.h"
+#include "hosts/yearplan/commands/SyncCommand.h"
 #include "platform/desktop/PictureFile.h"
 #include "platform/desktop/QtPages.h"
 #include "values/Error.h"
@@ -112,29 +113,39 @@ void Inspect(const CommandLine& line, std::ostream& out, std::ostream& messages)
 
 }  // namespace
 
-void RunCommand(const CommandLine& line, std::ostream& out, std::ostream& messages) {
+int RunCommand(const CommandLine& line, std::ostream& out, std::ostream& messages) {
   switch (line.command) {
     case Command::Open:
-      return Render(line, PictureOf(line), out, messages);
+      Render(line, PictureOf(line), out, messages);
+      break;
     case Command::Render:
-      return Render(line, line.output, out, messages);
+      Render(line, line.output, out, messages);
+      break;
     case Command::Refresh:
-      return Refresh(line, out, messages);
+      Refresh(line, out, messages);
+      break;
     case Command::Inspect:
-      return Inspect(line, out, messages);
+      Inspect(line, out, messages);
+      break;
     case Command::Export:
-      return Export(line, out, messages);
+      Export(line, out, messages);
+      break;
     case Command::Print:
-      return Print(line, out, messages);
+      Print(line, out, messages);
+      break;
     case Command::Categories:
-      return Categories(line, out, messages);
+      Categories(line, out, messages);
+      break;
+    case Command::Sync:
+      return Synchronise(line.calendar, line.syncTask, out, messages);
     case Command::Help:
       out << HelpText();
-      return;
+      break;
     case Command::Version:
       out << "yearplan " << Version << '\n';
-      return;
+      break;
   }
+  return 0;
 }
 
 }  // namespace velkor

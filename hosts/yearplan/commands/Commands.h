@@ -10,6 +10,7 @@ namespace velkor {
 /// Runs one command. Throws UsageError and Error.
 /// @param out       what was asked for
 /// @param messages  what a file gets wrong
-void RunCommand(const CommandLine& line, std::ostream& out, std::ostream& messages);
+/// @return the program's exit code
+int RunCommand(const CommandLine& line, std::ostream& out, std::ostream& messages);
 
 }  // namespace velkor
