@@ -3,6 +3,7 @@
 
 #include <QUrl>
 #include <algorithm>
+#include <vector>
 
 #include "values/Text.h"
 
@@ -101,6 +102,19 @@ std::string CollectionUrl(std::string_view url) {
 
 bool IsSameServer(const std::string& one, const std::string& other) {
   return SchemeHostAndPort(QUrl(Text(one))) == SchemeHostAndPort(QUrl(Text(other)));
+}
+
+bool IsOfSameOwner(const std::string& known, const std::string& other) {
+  constexpr std::size_t LongestOfRegistry = 3;
+  const QUrl from(Text(known));
+  const QUrl to(Text(other));
+  if (from.scheme() != QLatin1String("https") || to.scheme() != from.scheme()) return false;
+  const std::string host = from.host().toStdString();
+  const std::vector<std::string> labels = Split(host, ".");
+  if (labels.size() < 2 || to.host() == from.host()) return false;
+  const bool isBelow = labels.size() > 2 && labels[1].size() > LongestOfRegistry;
+  const std::string domain = isBelow ? host.substr(labels[0].size()) : "." + host;
+  return to.host().toStdString().ends_with(domain);
 }
 
 }  // namespace velkor

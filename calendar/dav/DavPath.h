@@ -35,4 +35,9 @@ std::string CollectionUrl(std::string_view url);
 /// The scheme, host and port are those of the other address.
 bool IsSameServer(const std::string& one, const std::string& other);
 
+/// Large providers keep a user's calendars on a server beside the one that is known, or below it:
+/// both are then below one domain, whose name is longer than the "co" of co.uk. Only over TLS, and
+/// not for one server alone.
+bool IsOfSameOwner(const std::string& known, const std::string& other);
+
 }  // namespace velkor

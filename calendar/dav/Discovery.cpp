@@ -3,7 +3,7 @@
 
 #include <QUrl>
 #include <algorithm>
-#include <array>
+#include <deque>
 #include <iterator>
 #include <memory>
 #include <optional>
@@ -42,7 +42,7 @@ std::optional<std::string> MailDomain(const std::string& address) {
 }
 
 /// Where to begin, in turn.
-std::vector<std::string> PlacesToAsk(const std::string& address) {
+std::deque<std::string> PlacesToAsk(const std::string& address) {
   const auto domain = MailDomain(address);
   const std::string typed = WithScheme(domain.value_or(address));
   const QUrl url(QString::fromStdString(typed), QUrl::StrictMode);
@@ -52,26 +52,12 @@ std::vector<std::string> PlacesToAsk(const std::string& address) {
   }
   const auto wellKnown = WholeUrl(typed, "/.well-known/caldav");
   const auto root = WholeUrl(typed, "/");
-  std::vector<std::string> places;
+  std::deque<std::string> places;
   const bool hasPath = url.path().size() > 1;
   if (hasPath) places.push_back(typed);
   if (wellKnown) places.push_back(*wellKnown);
   if (root) places.push_back(*root);
   return places;
-}
-
-/// Large providers keep a user's calendars on a server beside the one that is known: both are then
-/// below one domain, whose name is longer than the "co" of co.uk.
-bool IsOfSameOwner(const std::string& known, const std::string& other) {
-  constexpr std::size_t LongestOfRegistry = 3;
-  const QUrl from(QString::fromStdString(known));
-  const QUrl to(QString::fromStdString(other));
-  if (from.scheme() != QLatin1String("https") || to.scheme() != from.scheme()) return false;
-  const std::string host = from.host().toStdString();
-  const std::vector<std::string> labels = Split(host, ".");
-  const bool isBelow = labels.size() > 2 && labels[1].size() > LongestOfRegistry;
-  const std::string domain = isBelow ? host.substr(labels[0].size()) : "." + host;
-  return to.host().toStdString().ends_with(domain) && labels.size() > 1;
 }
 
 /// What is said of one place on the way.
@@ -119,12 +105,21 @@ class Search {
 
   DiscoveredAccount Run(const std::string& address) {
     std::optional<NetworkFault> first;
-    for (const std::string& place : PlacesToAsk(address)) {
+    for (auto places = PlacesToAsk(address); !places.empty();) {
+      const std::string place = places.front();
+      places.pop_front();
       try {
         if (LookAt(place)) return std::move(account_);
       } catch (const NetworkFault& fault) {
-        if (!LeadsOn(fault)) throw;
-        if (!first) first = fault;
+        const std::string other = "https://" + fault.Told().host + "/";
+        if (fault.What() == Kind::Login && MayMoveTo(other)) {
+          // The domain of a mail address often leads to the server that has its calendars.
+          places = PlacesToAsk(other);
+        } else if (!LeadsOn(fault)) {
+          throw;
+        } else if (!first) {
+          first = fault;
+        }
       }
     }
     if (!account_.calendars.empty()) return std::move(account_);
@@ -146,6 +141,11 @@ class Search {
     for (const std::string& home : homes) List(home);
     if (!isGuess) account_.home = CollectionUrl(homes.front());
     return !isGuess || !account_.calendars.empty();
+  }
+
+  /// Once, and only to where ClientFor tells the password.
+  bool MayMoveTo(const std::string& url) {
+    return !std::exchange(hasMoved_, true) && IsOfSameOwner(access_.url, url);
   }
 
   Waypoint Ask(const std::string& url) { return AskAt(ClientFor(url), url); }
@@ -184,6 +184,7 @@ class Search {
   HttpLimits limits_;
   std::unique_ptr<HttpClient> client_;
   DiscoveredAccount account_;
+  bool hasMoved_ = false;
 };
 
 }  // namespace

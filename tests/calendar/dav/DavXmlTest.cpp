@@ -125,6 +125,28 @@ TEST(DavPath, AnObjectHasOneSpellingAndLiesInItsCalendar) {
   EXPECT_EQ(NewObjectHref(calendar, "0a.ics", 1), "/dav/t@x/my%20cal/0a-2.ics");
 }
 
+TEST(DavPath, ThePasswordGoesOnToServersOfTheSameOwnerAlone) {
+  const struct {
+    const char* known;
+    const char* other;
+    bool isSame;
+  } Cases[] = {
+      {"https://caldav.example.com/", "https://p42-caldav.example.com:443/1/", true},
+      {"https://example.com/", "https://caldav.example.com/", true},
+      {"https://caldav.example.com/", "https://evil.example/", false},
+      {"https://caldav.example.com/", "https://evilexample.com/", false},
+      {"https://caldav.example.com/", "http://p42-caldav.example.com/", false},
+      {"http://caldav.example.com/", "https://p42-caldav.example.com/", false},
+      {"https://shop.co.uk/", "https://evil.co.uk/", false},
+      {"https://com/", "https://evil.com/", false},
+      {"https://example.com/", "https://example.com/", false},
+      {"https://127.0.0.1/", "https://127.0.0.2/", false},
+  };
+  for (const auto& [known, other, isSame] : Cases) {
+    EXPECT_EQ(IsOfSameOwner(known, other), isSame) << known << " " << other;
+  }
+}
+
 TEST(ServerCalendar, RightsColoursAndKindsAreReadAsServersWriteThem) {
   const auto calendarOf = [](const std::string& properties) {
     ServerCalendar calendar;

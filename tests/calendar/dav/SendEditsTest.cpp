@@ -66,6 +66,16 @@ TEST_F(SendEdits, ChangesCreationsAndDeletionsAreSentOnceEach) {
   EXPECT_THAT(Ours().Shown(), ElementsAre("Alpha||here"));
 }
 
+TEST_F(SendEdits, OneProgramAtATimeSynchronisesAMirror) {
+  SetPlace("here");
+  Mirror other(Path("ours"));
+  auto turn = other.TryTurn();
+  EXPECT_TRUE(Ours().Synchronise().isBusy);
+  EXPECT_EQ(Ours().Requests(), 0);
+  turn.reset();
+  EXPECT_EQ(Ours().Synchronise().sent, 1u);
+}
+
 TEST_F(SendEdits, AnEditIsMadeAgainOnWhatOthersMadeMeanwhile) {
   SetPlace("here");
   calendar_.Put("/c/a.ics", Appointment("a", "Renamed"));
