@@ -35,6 +35,25 @@ TEST_F(Yearplan, DrawsPdfAndSvgAndLeavesTheCalendarAsItWas) {
   EXPECT_EQ(Bytes("team.ics"), calendar);
 }
 
+TEST_F(Yearplan, DrawsASetWithItsDaysOffInTheColoursThatItWants) {
+  Write("team.ics", CalendarOf(Event("1", "DTSTART;VALUE=DATE:20260105\r\nSUMMARY:Trip\r\n")));
+  Write("days.ics", CalendarOf(Event("2", "DTSTART;VALUE=DATE:20260106\r\nSUMMARY:Epiphany\r\n")));
+  for (const QByteArray colours : {"category", "calendar"}) {
+    Write("a.yearplan", R"({"yearplan": 1, "colours": ")" + colours + R"(", "calendars": [
+                {"id": "0000000a", "file": "team.ics", "colour": "#28005a"},
+                {"id": "0000000b", "file": "days.ics", "background": true}]})");
+    const auto json = nlohmann::json::parse(
+        Run({"inspect", "a.yearplan", "--year", "2026", "--json"}).out, nullptr, false);
+    EXPECT_EQ(json.at("events").size(), 1U);
+    EXPECT_EQ(
+        json.at("daysOff").dump(),
+        R"([{"first":"2026-01-06T00:00:00","last":"2026-01-06T00:00:00","name":"Epiphany"}])");
+    EXPECT_EQ(Run({"render", "a.yearplan", "--year", "2026", "-o", "a.svg"}).code, 0);
+    EXPECT_TRUE(Bytes("a.svg").contains("#d6ecdc"));
+    EXPECT_EQ(Bytes("a.svg").contains("#28005a"), colours == "calendar");
+  }
+}
+
 TEST_F(Yearplan, CacheFileHoldsTheYear) {
   Write("team.ics", Calendar(10));
   ASSERT_EQ(Run({"refresh", "team.ics", "--year", "2026"}).code, 0);

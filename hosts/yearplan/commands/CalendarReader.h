@@ -22,8 +22,8 @@ class CalendarReader {
   /// Reads with the occurrences of all days from one span to another, instead of those of an
   /// earlier reading. Throws Error for a calendar file, or a set's own file, that cannot be read.
   void Open(const DisplaySpan& first, const DisplaySpan& last);
-  /// Its default calendar is the file or the set, once it was opened.
-  CalendarStore& Store() { return calendar_->Store(); }
+  /// The file or the set, once it was opened.
+  SetCalendar& Calendar() { return *calendar_; }
 
  private:
   void Report();

@@ -10,6 +10,7 @@
 #include "categories/UncarriedNames.h"
 #include "hosts/CalendarRefresh.h"
 #include "hosts/yearplan/OfferedColours.h"
+#include "hosts/yearplan/SetColours.h"
 #include "platform/desktop/DesktopSystem.h"
 #include "span/CategoryFilter.h"
 #include "view/YearTexts.h"
@@ -37,6 +38,7 @@ CommandPlanner::CommandPlanner(const CommandLine& line, std::ostream& messages,
       firstYear_(YearOf(line.fromYear, line, seams_.clock)),
       lastYear_(YearOf(line.toYear, line, seams_.clock)),
       reader_(line.calendar, messages),
+      calendar_(Opened(calendar)),
       cacheUtilities_(
           [this](const RefreshInputs& inputs, const std::function<bool()>& proceed) {
             return Refresh(inputs, proceed);
@@ -46,7 +48,7 @@ CommandPlanner::CommandPlanner(const CommandLine& line, std::ostream& messages,
             // What Refresh kept says more.
             if (!failure_) failure_ = error;
           }),
-      outlook_(StoreOf(calendar), seams_.locale,
+      outlook_(calendar_.Store(), seams_.locale,
                {.userName = LoginName(),
                 .listSeparator = seams_.listSeparator,
                 // A command shows what is there when it is given.
@@ -58,19 +60,18 @@ CommandPlanner::CommandPlanner(const CommandLine& line, std::ostream& messages,
   const std::string lost = RemarkOnLostNames(*DefaultCalendarOf(outlook_), seams_.locale,
                                              line.properties.TitleName, separator);
   if (!lost.empty()) messages << line.calendars.front() << ": " << lost << '\n';
-  CalendarStore& store = calendar ? calendar->Store() : reader_.Store();
-  OfferFirstColours(*store.DefaultCalendar(), outlook_, seams_.locale, line.properties.TitleName,
+  OfferFirstColours(calendar_.Folder(), outlook_, seams_.locale, line.properties.TitleName,
                     separator);
   Start();
   if (!calendar && !fault_.empty()) messages << fault_ << '\n';
 }
 
-CalendarStore& CommandPlanner::StoreOf(SetCalendar* calendar) {
-  if (calendar) return calendar->Store();
+SetCalendar& CommandPlanner::Opened(SetCalendar* calendar) {
+  if (calendar) return *calendar;
   ReadFrom(firstYear_);
   const std::string& trouble = seams_.environment.Trouble();
   if (!trouble.empty()) messages_ << trouble << '\n';
-  return reader_.Store();
+  return reader_.Calendar();
 }
 
 void CommandPlanner::ReadFrom(int year) {
@@ -99,6 +100,8 @@ void CommandPlanner::Show(int year) {
   if (failure_) throw Error(*failure_);
   if (inputs_.viewYear != year) throw Error(errors::CalendarFailed, ReasonOf(told));
   if (!told.empty()) messages_ << told << '\n';
+  plan_.ShowDaysOff(calendar_.DaysOff());
+  plan_.ColourBars(ColoursOf(calendar_));
 }
 
 void CommandPlanner::LetWorkRun() {

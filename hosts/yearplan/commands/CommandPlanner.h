@@ -50,7 +50,7 @@ class CommandPlanner {
   const std::string& CacheFile() const { return inputs_.cacheFile; }
 
  private:
-  CalendarStore& StoreOf(SetCalendar* calendar);
+  SetCalendar& Opened(SetCalendar* calendar);
   void ReadFrom(int year);
   void Start();
   void LetWorkRun();
@@ -65,6 +65,7 @@ class CommandPlanner {
   CalendarReader reader_;
   /// The last year whose occurrences the reader has.
   int lastRead_ = 0;
+  SetCalendar& calendar_;
   std::deque<std::function<void()>> work_;
   PromptCacheUtilities cacheUtilities_;
   EmbeddedOutlook outlook_;
