@@ -12,5 +12,6 @@ void RegisterExportFigures();
 void RegisterPrintFigures();
 void RegisterRuleFigures();
 void RegisterReadingFigures();
+void RegisterSetFigures();
 
 }  // namespace velkor

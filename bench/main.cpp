@@ -27,6 +27,7 @@ int main(int argc, char** argv) {
   velkor::RegisterPrintFigures();
   velkor::RegisterRuleFigures();
   velkor::RegisterReadingFigures();
+  velkor::RegisterSetFigures();
   velkor::FigureReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
   if (reporter.Missed() > 0) {

@@ -71,11 +71,9 @@ class Child {
   }
   ~Child() {
     if (process_ <= 0) return;
-    ::kill(process_, SIGKILL);
-    // One that hangs in the system is left to it.
-    for (int tries = 0; tries < 10 && ::waitpid(process_, nullptr, WNOHANG) == 0; ++tries) {
-      ::usleep(1000);
-    }
+    if (!hasEnded_) ::kill(process_, SIGKILL);
+    // One that hangs in the system is left to it; one whose pipe ended is just ending.
+    ::waitpid(process_, nullptr, hasEnded_ ? 0 : WNOHANG);
   }
   Child(const Child&) = delete;
   Child& operator=(const Child&) = delete;
@@ -83,15 +81,15 @@ class Child {
   int Descriptor() const { return pipe_ ? pipe_->Descriptor() : -1; }
   Clock::time_point Deadline() const { return deadline_; }
   /// Takes what the pipe has.
-  /// @return false at its end
-  bool Hear() {
+  void Hear() {
     std::array<char, std::size_t{1} << 16> piece{};
     const ssize_t got = pipe_ ? pipe_->ReadSome(piece.data(), piece.size()) : 0;
     if (got > 0) answer_.append(piece.data(), static_cast<std::size_t>(got));
-    return got > 0;
+    hasEnded_ = got <= 0;
   }
+  bool HasEnded() const { return hasEnded_; }
   /// Whole, or why there is none.
-  std::string Answer(bool isLate) const {
+  std::string Answer() const {
     std::string_view rest = answer_;
     try {
       TakeAnswer(rest);
@@ -99,7 +97,7 @@ class Child {
     } catch (const Error&) {
       // The child died, or was too slow.
     }
-    const std::string why = isLate ? "it took too long" : "the reader stopped";
+    const std::string why = hasEnded_ ? "the reader stopped" : "it took too long";
     return EncodeAnswer(
         Error(errors::CalendarFailed,
               "The calendar " + source_.location + " could not be read: " + why + ".", "Calendar"));
@@ -121,6 +119,7 @@ class Child {
   pid_t process_ = -1;
   std::optional<OpenFile> pipe_;
   std::string answer_;
+  bool hasEnded_ = false;
 };
 
 class Readings {
@@ -147,7 +146,6 @@ class Readings {
   struct Running {
     std::size_t index;
     std::unique_ptr<Child> child;
-    bool hasEnded = false;
   };
 
   void Start() {
@@ -170,16 +168,16 @@ class Readings {
     if (::poll(pipes.data(), pipes.size(), static_cast<int>(std::max<long>(left, 0))) < 0) return;
     for (std::size_t i = 0; i < pipes.size(); ++i) {
       const bool isHeard = pipes[i].fd < 0 || pipes[i].revents != 0;
-      if (isHeard) running_[i].hasEnded = !running_[i].child->Hear();
+      if (isHeard) running_[i].child->Hear();
     }
   }
 
   void End() {
     const auto now = Clock::now();
     std::erase_if(running_, [&](const Running& one) {
-      const bool isLate = !one.hasEnded && one.child->Deadline() <= now;
-      if (one.hasEnded || isLate) answers_[one.index] = one.child->Answer(isLate);
-      return one.hasEnded || isLate;
+      const bool isOver = one.child->HasEnded() || one.child->Deadline() <= now;
+      if (isOver) answers_[one.index] = one.child->Answer();
+      return isOver;
     });
   }
 
