@@ -11,6 +11,7 @@
 
 #include "calendar/ics/file/CalendarFile.h"
 #include "calendar/ics/file/ShortHash.h"
+#include "calendar/mirror/ReadMirror.h"
 #include "calendar/set/LocalPlaces.h"
 #include "values/Error.h"
 
@@ -76,7 +77,7 @@ ParsedCalendar ReadPlace(const SetSource& source, const PlaceFolders& folders,
     throw Error(errors::CalendarFailed,
                 "The calendar at " + source.location + " has not been fetched yet.", "Calendar");
   }
-  return ParseIcsFile(path, wanted);
+  return source.kind == SourceKind::Server ? ReadMirror(path, wanted) : ParseIcsFile(path, wanted);
 }
 
 std::vector<const SetSource*> ShownSources(const CalendarSet& set) {

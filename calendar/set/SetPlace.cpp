@@ -5,6 +5,7 @@
 
 #include "calendar/ics/IcsFileWriter.h"
 #include "calendar/set/LocalPlaces.h"
+#include "calendar/set/MirrorPlace.h"
 
 namespace velkor {
 namespace {
@@ -77,8 +78,10 @@ std::unique_ptr<PlaceWriter> MakePlaceWriter(const SetSource& source, const std:
   const std::string path = LocalCalendarOf(source, dataFolder);
   switch (source.kind) {
     case SourceKind::Address:
-    case SourceKind::Server:
       return std::make_unique<CopyReader>(path, source.location);
+    case SourceKind::Server:
+      return std::make_unique<MirrorPlace>(path, source.name.empty() ? source.location
+                                                                      : source.name);
     case SourceKind::File:
       break;
   }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "calendar/mirror/Outbox.h"
+#include "calendar/set/LocalPlaces.h"
 #include "calendar/set/SetCalendar.h"
 
 namespace velkor {
@@ -11,6 +13,31 @@ namespace {
 DayOff DayOffOf(const AppointmentFields& fields, Date start, Date end) {
   const Date last = end > start ? Date::FromSeconds(end.Seconds() - 1) : start;
   return {start.Midnight(), last.Midnight(), fields.subject};
+}
+
+std::size_t CountWaiting(const SetSource& source, const std::string& dataFolder) {
+  if (source.kind != SourceKind::Server) return 0;
+  Mirror mirror(LocalPlaceOf(source, dataFolder));
+  return Outbox(mirror).Waiting().size();
+}
+
+PlaceState StateOf(const SetPlace& place, const std::string& dataFolder) {
+  PlaceState state;
+  state.id = place.source.id;
+  state.name = place.name;
+  state.readOnly = place.IsReadOnly();
+  state.hasItems = place.hasItems;
+  if (place.state.Fault()) state.trouble = place.state.Fault()->Description();
+  if (place.isTwice) state.trouble = "It is in the set already and shown once.";
+  if (place.source.kind == SourceKind::File || place.isTwice) return state;
+  // Copies of addresses tell of their last synchronisation as mirrors do.
+  const MirrorState synchronised = Mirror(LocalPlaceOf(place.source, dataFolder)).State();
+  if (state.name.empty()) state.name = synchronised.displayName;
+  if (!synchronised.trouble.empty()) state.trouble = synchronised.trouble;
+  state.offline = synchronised.offline;
+  state.synchronised = synchronised.synchronised;
+  state.waiting = CountWaiting(place.source, dataFolder);
+  return state;
 }
 
 bool TakesDays(const AppointmentFields& fields, Date start, Date end) {
@@ -142,26 +169,14 @@ std::string SetCalendar::Move(const std::string& entryId, const std::string& toS
 
 std::vector<PlaceState> SetCalendar::PlaceStates() const {
   std::vector<PlaceState> states;
-  for (const SetPlace& place : places_) {
-    PlaceState state{.id = place.source.id,
-                     .name = place.name,
-                     .readOnly = place.IsReadOnly(),
-                     .hasItems = place.hasItems,
-                     .trouble = {},
-                     .offline = false,
-                     .waiting = 0,
-                     .synchronised = 0};
-    if (place.state.Fault()) state.trouble = place.state.Fault()->Description();
-    if (place.isTwice) state.trouble = "It is in the set already and shown once.";
-    states.push_back(std::move(state));
-  }
+  for (const SetPlace& place : places_) states.push_back(StateOf(place, options_.dataFolder));
   return states;
 }
 
 std::vector<std::string> SetCalendar::WaitingToBeSent() const {
   std::vector<std::string> waiting;
-  for (const PlaceState& state : PlaceStates()) {
-    if (state.waiting > 0) waiting.push_back(state.id);
+  for (const SetPlace& place : places_) {
+    if (CountWaiting(place.source, options_.dataFolder) > 0) waiting.push_back(place.source.id);
   }
   return waiting;
 }
