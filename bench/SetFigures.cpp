@@ -53,9 +53,10 @@ std::string EventText(const CalEvent& event) {
     const DateFields fields = day.Fields();
     return std::to_string((fields.year * 100 + fields.month) * 100 + fields.day);
   };
-  return "BEGIN:VEVENT\r\nUID:" + event.EventID + "\r\nDTSTART;VALUE=DATE:" +
-         date(event.StartDate) + "\r\nDTEND;VALUE=DATE:" + date(event.EndDate.AddDays(1)) +
-         "\r\nSUMMARY:" + event.Subject + "\r\nEND:VEVENT\r\n";
+  return "BEGIN:VEVENT\r\nUID:" + event.EventID +
+         "\r\nDTSTART;VALUE=DATE:" + date(event.StartDate) +
+         "\r\nDTEND;VALUE=DATE:" + date(event.EndDate.AddDays(1)) + "\r\nSUMMARY:" + event.Subject +
+         "\r\nEND:VEVENT\r\n";
 }
 
 void Write(const std::string& path, const std::string& events) {

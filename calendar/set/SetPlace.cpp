@@ -80,8 +80,8 @@ std::unique_ptr<PlaceWriter> MakePlaceWriter(const SetSource& source, const std:
     case SourceKind::Address:
       return std::make_unique<CopyReader>(path, source.location);
     case SourceKind::Server:
-      return std::make_unique<MirrorPlace>(path, source.name.empty() ? source.location
-                                                                      : source.name);
+      return std::make_unique<MirrorPlace>(path,
+                                           source.name.empty() ? source.location : source.name);
     case SourceKind::File:
       break;
   }

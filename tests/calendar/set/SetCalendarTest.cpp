@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include "calendar/mirror/Outbox.h"
+#include "calendar/set/LocalPlaces.h"
 #include "tests/calendar/ics/CalendarFileCase.h"
 #include "values/Text.h"
 
@@ -26,6 +28,7 @@ class SetCalendarCase : public CalendarFileCase {
  protected:
   SetCalendarCase() {
     setenv("XDG_CACHE_HOME", (folder_ + "/cache").c_str(), 1);
+    setenv("XDG_DATA_HOME", (folder_ + "/data").c_str(), 1);
     WriteTo("anna.ics", Calendar("X-WR-CALNAME:Anna\n" + Named("a") + Record("", "red")));
     WriteTo("ben.ics", Calendar(Named("a") + Named("b") + Record("", "blue")));
     set_.path = folder_ + "/team.yearplan";
@@ -36,7 +39,7 @@ class SetCalendarCase : public CalendarFileCase {
 
   std::unique_ptr<SetCalendar> Open() const {
     SetCalendarOptions options;
-    options.dataFolder = folder_ + "/data";
+    options.dataFolder = folder_ + "/data/outlookvelkor";
     options.isRecord = [](std::string_view subject) { return subject.starts_with("Colours: "); };
     return std::make_unique<SetCalendar>(set_.path, Year(2026), options);
   }
@@ -304,6 +307,87 @@ TEST_F(SetCalendarCase, AMoveThatCannotBeMadeLosesNothing) {
   calendar->Move(IdOf(*calendar, ben_, "Größe, folded"), anna_, now);
   EXPECT_EQ(TextOf("anna.ics"), Calendar(Rich()));
   EXPECT_THAT(TextOf("ben.ics"), Not(HasSubstr("UID:rich")));
+}
+
+/// A set with a file and a calendar on a server, which has been fetched.
+class ServerCase : public SetCalendarCase {
+ protected:
+  ServerCase() {
+    UpdateSet(set_.path, [&](CalendarSet& set) {
+      set.sources.pop_back();
+      ben_ = AddSource(
+          set, {.kind = SourceKind::Server, .location = "https://example.org/ben/", .user = "ben"});
+      place_ = LocalPlaceOf(set.sources.back(), folder_ + "/data/outlookvelkor");
+    });
+  }
+  void Fetch(const std::string& uid, const std::string& events) const {
+    Mirror(place_).Put("/ben/" + uid + ".ics", "\"1\"", Calendar(events));
+  }
+  std::size_t Waiting() const {
+    Mirror mirror(place_);
+    return Outbox(mirror).Waiting().size();
+  }
+
+  std::string place_;
+};
+
+TEST_F(ServerCase, IsReadAndSavedIntoAndTellsOfWhatWaits) {
+  const auto calendar = Open();
+  EXPECT_THAT(TroubleOf(*calendar, ben_), HasSubstr("has not been fetched yet"));
+  Fetch("b", Named("b"));
+  MirrorState state;
+  state.displayName = "Ben";
+  state.synchronised = 1'700'000'000;
+  Mirror(place_).SetState(state);
+  EXPECT_TRUE(calendar->CheckForChanges());
+  EXPECT_THAT(Shown(*calendar), ElementsAre("A a", "A red", "B b"));
+  EXPECT_EQ(calendar->PlaceStates()[1].name, "Ben");
+  EXPECT_EQ(calendar->PlaceStates()[1].synchronised, state.synchronised);
+  EXPECT_EQ(TroubleOf(*calendar, ben_), "");
+
+  Rename(*calendar, IdOf(*calendar, ben_, "b"), "b2");
+  EXPECT_FALSE(calendar->CheckForChanges()) << "its own save is no news";
+  EXPECT_THAT(calendar->WaitingToBeSent(), ElementsAre(ben_));
+  EXPECT_EQ(calendar->PlaceStates()[1].waiting, 1U);
+  EXPECT_THAT(Shown(*Open()), ElementsAre("A a", "A red", "B b2"));
+  Fetch("c", Named("c"));
+  EXPECT_TRUE(calendar->CheckForChanges());
+  EXPECT_THAT(Shown(*calendar), UnorderedElementsAre("A a", "A red", "B b2", "B c"));
+
+  state.readOnly = true;
+  state.trouble = "The server was not reached.";
+  state.offline = true;
+  Mirror(place_).SetState(state);
+  EXPECT_TRUE(calendar->PlaceStates()[1].readOnly);
+  EXPECT_TRUE(calendar->PlaceStates()[1].offline);
+  EXPECT_EQ(TroubleOf(*calendar, ben_), state.trouble);
+  EXPECT_THAT(FaultOf([&] { Rename(*calendar, IdOf(*calendar, ben_, "b2"), "x"); }),
+              HasSubstr("can only be read"));
+}
+
+TEST_F(ServerCase, MovesToAndFromAServerKeepEveryProperty) {
+  WriteTo("anna.ics", Calendar(Rich()));
+  Fetch("b", Named("b"));
+  const auto calendar = Open();
+  const Date now = Date::FromYmd(2026, 1, 1);
+  const std::string there = calendar->Move(IdOf(*calendar, anna_, "Größe, folded"), ben_, now);
+  EXPECT_THAT(TextOf("anna.ics"), Not(HasSubstr("UID:rich")));
+  ASSERT_NE(calendar->Folder().Find(there), nullptr);
+  EXPECT_EQ(calendar->Folder().Find(there)->occurrences.size(), 5U);
+  EXPECT_EQ(Waiting(), 1U);
+  WriteTo("anna.ics", Calendar(Rich()));
+  calendar->CheckForChanges();
+  calendar->Move(IdOf(*calendar, anna_, "Größe, folded"), ben_, now);
+  EXPECT_THAT(TextOf("anna.ics"), Not(HasSubstr("UID:rich"))) << "as after a kill in between";
+
+  const std::string back = calendar->Move(there, anna_, now);
+  EXPECT_EQ(Waiting(), 0U);
+  const std::string text = Replace(TextOf("anna.ics"), "\r\n", "\n");
+  EXPECT_THAT(text, HasSubstr(Rich().substr(Rich().find("BEGIN:VEVENT"))));
+  EXPECT_EQ(calendar->Folder().Find(back)->changed.size(), 1U);
+  calendar->Move(IdOf(*calendar, ben_, "b"), anna_, now);
+  EXPECT_THAT(Shown(*Open()), UnorderedElementsAre("A Größe, folded", "A b"));
+  EXPECT_EQ(Waiting(), 1U) << "the deletion";
 }
 
 TEST_F(SetCalendarCase, CalendarsOfOneFolderAreHeldTogether) {
