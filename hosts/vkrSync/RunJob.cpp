@@ -5,6 +5,7 @@
 
 #include "calendar/dav/Discovery.h"
 #include "calendar/dav/MakeCalendar.h"
+#include "calendar/dav/ServerSync.h"
 #include "calendar/net/HttpClient.h"
 #include "calendar/net/Subscription.h"
 
@@ -21,6 +22,24 @@ SyncOutcome UpdateAddress(const SyncJob& job, const SyncReport& report) {
   const SubscriptionState state = LoadSubscriptionState(job.place);
   report.Tell(SyncContent{state.name, state.events});
   return {.done = true, .interval = state.interval};
+}
+
+SyncOutcome UpdateMirror(const SyncJob& job, const SyncReport& report) {
+  HttpClient client(AccessOf(job));
+  Mirror mirror(job.place);
+  const ServerSyncResult result =
+      SyncServerCalendar(client, job.location, mirror, [&](std::size_t done, std::size_t of) {
+        report.Tell(SyncStep{static_cast<std::int64_t>(done), static_cast<std::int64_t>(of)});
+      });
+  if (result.changed) report.Tell(SyncChanged{});
+  const MirrorState state = mirror.State();
+  if (!state.trouble.empty()) {
+    return {.done = false, .offline = state.offline, .reason = state.trouble};
+  }
+  if (result.waiting > 0) {
+    return {.done = false, .reason = "The server does not take all changes now."};
+  }
+  return {.done = true};
 }
 
 FoundCalendar FoundOf(const ServerCalendar& calendar) {
@@ -46,7 +65,7 @@ SyncOutcome Run(const SyncJob& job, const SyncReport& report) {
     case SyncJob::Kind::Address:
       return UpdateAddress(job, report);
     case SyncJob::Kind::Server:
-      return {.done = false, .reason = "Calendars of servers are not sent yet."};
+      return UpdateMirror(job, report);
     case SyncJob::Kind::Discover:
       return Discover(job, report);
     case SyncJob::Kind::Make:

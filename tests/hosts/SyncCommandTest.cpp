@@ -1,5 +1,8 @@
 // tests/hosts/SyncCommandTest.cpp: `yearplan sync` tells what it did in words and by its exit code.
-#include "tests/calendar/net/ScriptedServer.h"
+#include "calendar/mirror/MirrorWriter.h"
+#include "calendar/mirror/ReadMirror.h"
+#include "calendar/set/LocalPlaces.h"
+#include "tests/calendar/dav/FakeCalendar.h"
 #include "tests/hosts/YearplanCase.h"
 
 namespace velkor {
@@ -60,6 +63,28 @@ TEST_F(SyncCommand, ThePasswordComesFromStandardInputAndACertificateFromAnOption
   // A password is in no file.
   QDirIterator files(folder_.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
   while (files.hasNext()) EXPECT_FALSE(Bytes(files.next()).contains("good"));
+}
+
+TEST_F(SyncCommand, SendsWhatWaitsAndSaysWhenAQuestionIsLeft) {
+  FakeCalendar calendar;
+  calendar.Put("/c/1.ics", Appointment("1", "Trip"));
+  calendar.Put("/c/2.ics", Appointment("2", "Talk"));
+  // Asked between two runs only.
+  const ScriptedServer server(calendar.Script());
+  const QStringList command{"sync", QString::fromStdString(server.Url("/c/")), "--account", "u",
+                            "--password-stdin"};
+  EXPECT_EQ(Run(command, "p").code, 0);
+  const SetSource source{.kind = SourceKind::Server, .location = server.Url("/c/"), .user = "u"};
+  const std::string folder = LocalPlaceOf(source, Path("data/outlookvelkor"));
+  Mirror mirror(folder);
+  MirrorWriter writer(mirror, "Team");
+  const DateWindow window{Date::FromYmd(2000, 1, 1), Date::FromYmd(2040, 1, 1)};
+  for (const CalendarItem& item : ReadMirror(folder, window).items) writer.WriteDeletion(item);
+  calendar.Put("/c/1.ics", Appointment("1", "Journey"));
+  const Outcome asked = Run(command, "p");
+  EXPECT_THAT(asked.messages, HasSubstr("waits for your answer"));
+  EXPECT_EQ(asked.code, 3);
+  EXPECT_EQ(calendar.All().size(), 1u);
 }
 
 }  // namespace

@@ -13,6 +13,8 @@
 #include <set>
 #include <utility>
 
+#include "calendar/mirror/Outbox.h"
+#include "calendar/set/LocalPlaces.h"
 #include "hosts/Passwords.h"
 #include "hosts/SetSync.h"
 #include "hosts/TrustedHosts.h"
@@ -31,6 +33,7 @@ namespace {
 namespace exit_codes {
 constexpr int Done = 0;
 constexpr int Failed = 1;
+constexpr int UserWanted = 3;
 }  // namespace exit_codes
 
 constexpr std::size_t Sha256Digits = 64;
@@ -81,7 +84,8 @@ class SyncRun {
     sync_.Follow(sources_);
     if (!left_.empty()) loop_.exec();
     report_.reset();
-    return failed_ ? exit_codes::Failed : exit_codes::Done;
+    if (failed_) return exit_codes::Failed;
+    return userWanted_ ? exit_codes::UserWanted : exit_codes::Done;
   }
 
  private:
@@ -95,6 +99,8 @@ class SyncRun {
   SetSyncSeams Seams();
   SetSyncListener Listener();
   const SetSource& SourceOf(const std::string& id) const;
+  /// For a line of output.
+  std::string TitleOf(const SetSource& source) const;
   std::ostream& Messages();
   void FindPassword(const std::string& user, const std::string& host,
                     const Passwords::OnFound& found);
@@ -102,6 +108,7 @@ class SyncRun {
   void AskToTrust(const std::string& id, const CertificateFault& fault);
   void TakeLogin(const std::string& id, const SyncLogin& login);
   void End(const std::string& id, const SyncOutcome& outcome);
+  void TellWhatWaits(const SetSource& source);
 
   const SyncTask& task_;
   std::vector<SetSource> sources_;
@@ -116,6 +123,7 @@ class SyncRun {
   std::map<std::string, Steps> steps_;
   std::set<std::string> left_;
   bool failed_ = false;
+  bool userWanted_ = false;
   QEventLoop loop_;
   std::string dataFolder_;
   SetSync sync_;
@@ -152,6 +160,12 @@ SetSyncListener SyncRun::Listener() {
 
 const SetSource& SyncRun::SourceOf(const std::string& id) const {
   return *std::ranges::find(sources_, id, &SetSource::id);
+}
+
+std::string SyncRun::TitleOf(const SetSource& source) const {
+  const std::string place = LocalPlaceOf(source, dataFolder_);
+  const bool isServer = source.kind == SourceKind::Server;
+  return Printable(NameOf(source, isServer ? Mirror(place).State().displayName : ""));
 }
 
 /// For a line of its own.
@@ -210,13 +224,23 @@ void SyncRun::End(const std::string& id, const SyncOutcome& outcome) {
   if (std::exchange(steps_[id].again, false)) return sync_.SyncNow(id);
   if (outcome.done) {
     report_.reset();
-    out_ << Printable(NameOf(source)) << ": up to date" << std::endl;
+    out_ << TitleOf(source) << ": up to date" << std::endl;
   } else {
     failed_ = true;
-    Messages() << Printable(NameOf(source)) << ": " << outcome.reason << '\n';
+    Messages() << TitleOf(source) << ": " << outcome.reason << '\n';
   }
+  if (source.kind == SourceKind::Server) TellWhatWaits(source);
   left_.erase(id);
   if (left_.empty()) loop_.quit();
+}
+
+void SyncRun::TellWhatWaits(const SetSource& source) {
+  Mirror mirror(LocalPlaceOf(source, dataFolder_));
+  const Outbox outbox(mirror);
+  const auto untold = std::ranges::count(outbox.Refused(), false, &RefusedEdit::told);
+  if (untold == 0 && outbox.Questions().empty()) return;
+  userWanted_ = true;
+  Messages() << TitleOf(source) << ": something waits for your answer in the window.\n";
 }
 
 }  // namespace
