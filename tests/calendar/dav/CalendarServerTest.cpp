@@ -1,10 +1,6 @@
 // tests/calendar/dav/CalendarServerTest.cpp: people with planners share calendars on a real server.
 #include <gmock/gmock.h>
 
-#include <QCoreApplication>
-#include <QProcess>
-#include <QProcessEnvironment>
-#include <QTemporaryDir>
 #include <algorithm>
 #include <map>
 #include <memory>
@@ -16,6 +12,7 @@
 #include "calendar/net/HttpClient.h"
 #include "tests/calendar/dav/FakeCalendar.h"
 #include "tests/calendar/dav/MirrorUser.h"
+#include "tests/calendar/dav/RunningServer.h"
 #include "tests/platform/desktop/FolderCase.h"
 
 namespace velkor {
@@ -25,42 +22,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
-
-/// A server of scripts/servers: the one that VELKOR_SERVER names, Radicale without it.
-class RunningServer {
- public:
-  RunningServer() {
-    for (const QByteArray& line :
-         Run("start", {QString::number(QCoreApplication::applicationPid())}).split('\n')) {
-      const auto equals = line.indexOf('=');
-      if (equals > 0) facts_[line.left(equals).toStdString()] = line.mid(equals + 1).toStdString();
-    }
-  }
-  ~RunningServer() { Run("stop", {}); }
-  RunningServer(const RunningServer&) = delete;
-  RunningServer& operator=(const RunningServer&) = delete;
-
-  /// What the script prints: url, user, password, reader, readerPassword.
-  std::string Fact(const std::string& name) const {
-    const auto found = facts_.find(name);
-    return found == facts_.end() ? std::string() : found->second;
-  }
-
- private:
-  QByteArray Run(const QString& verb, const QStringList& more) const {
-    const QString name =
-        QProcessEnvironment::systemEnvironment().value("VELKOR_SERVER", "radicale");
-    QProcess script;
-    script.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    script.start(VELKOR_SOURCE "/scripts/servers/" + name + ".sh",
-                 QStringList{verb, folder_.path()} + more);
-    script.waitForFinished(60'000);
-    return script.readAllStandardOutput();
-  }
-
-  QTemporaryDir folder_;
-  std::map<std::string, std::string> facts_;
-};
 
 class CalendarServer : public FolderCase {
  protected:
@@ -76,9 +37,7 @@ class CalendarServer : public FolderCase {
     calendar_ = MakeServerCalendar(client, account_.home, "Team ä & b", "#12ab34");
   }
 
-  static HttpAccess Access() {
-    return {.user = server_->Fact("user"), .password = server_->Fact("password")};
-  }
+  static HttpAccess Access() { return server_->Access(); }
 
   /// Somebody with an own mirror of the test's calendar.
   MirrorUser& Person(const std::string& name) {
