@@ -31,6 +31,8 @@ class FakeCalendar {
   std::string ETag(const std::string& href) const;
 
   ServerScript Script();
+  /// As the calendar answers without a fault.
+  ScriptedAnswer Answer(const ScriptedRequest& request);
 
  private:
   struct Object {
@@ -38,7 +40,6 @@ class FakeCalendar {
     int changed = 0;
   };
 
-  ScriptedAnswer Answer(const ScriptedRequest& request);
   ScriptedAnswer Describe() const;
   ScriptedAnswer List() const;
   ScriptedAnswer TellChanges(const std::string& body) const;

@@ -5,8 +5,12 @@
 
 #include <QDateTime>
 #include <QLocale>
+#include <array>
 #include <functional>
+#include <map>
 #include <optional>
+#include <random>
+#include <regex>
 
 #include "tests/calendar/dav/FakeCalendar.h"
 #include "tests/calendar/dav/MirrorUser.h"
@@ -164,6 +168,75 @@ TEST_F(SendEdits, AnAnswerThatIsLostIsFoundOut) {
   EXPECT_THAT(Ours().Edits().Waiting(), IsEmpty());
   EXPECT_THAT(Ours().Edits().Questions(), IsEmpty());
   EXPECT_THAT(There(), ElementsAre("Alpha||here"));
+}
+
+/// The object with a text as another program writes it.
+std::string WithText(const std::string& bytes, const std::string& text) {
+  static const std::regex Line("DESCRIPTION:[^\r]*\r\n");
+  std::string changed = std::regex_replace(bytes, Line, "");
+  return changed.insert(changed.find("END:VEVENT"), "DESCRIPTION:" + text + "\r\n");
+}
+
+TEST_F(SendEdits, FaultsAtAnyRequestLoseNoField) {
+  std::minstd_rand random(1);
+  const auto below = [&](int bound) { return static_cast<int>(random() % bound); };
+  calendar_.fault = [&](const ScriptedRequest& request) -> std::optional<ScriptedAnswer> {
+    switch (below(12)) {
+      case 0:
+        return {{.status = std::array{412, 423, 429, 500, 502, 503, 507}[below(7)]}};
+      case 1: {
+        ScriptedAnswer lost = calendar_.Answer(request);
+        lost.body = "12345";
+        lost.stopsAfter = 1;
+        return lost;
+      }
+      default:
+        return {};
+    }
+  };
+  MirrorUser theirs({}, server_.Url("/c/"), Path("theirs"));
+  while (theirs.Shown().empty()) theirs.Trouble();
+  Ours().Add("Beta");
+  std::map<std::string, std::string> places, categories, texts;
+  const auto subjectOf = [&](int i) { return std::string(i == 0 ? "Alpha" : "Beta"); };
+  for (int step = 0; step < 150; ++step) {
+    const std::string subject = subjectOf(below(2));
+    const std::string value = std::to_string(step);
+    switch (below(4)) {
+      case 0:
+        Ours().SetPlace(subject, places[subject] = value);
+        break;
+      case 1:
+        if (theirs.Shown().size() < 2) break;
+        theirs.SetCategories(subject, {categories[subject] = value});
+        break;
+      case 2:
+        for (const auto& [href, bytes] : calendar_.All()) {
+          if (bytes.find("SUMMARY:" + subject) == std::string::npos) continue;
+          calendar_.Put(href, WithText(bytes, texts[subject] = value));
+        }
+        break;
+      default:
+        (below(2) == 0 ? Ours() : theirs).Trouble();
+    }
+  }
+  calendar_.fault = nullptr;
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_EQ(Ours().Trouble(), "none");
+    EXPECT_EQ(theirs.Trouble(), "none");
+  }
+  for (MirrorUser* user : {&Ours(), &theirs}) {
+    EXPECT_THAT(user->Edits().Waiting(), IsEmpty());
+    EXPECT_THAT(user->Edits().Refused(), IsEmpty());
+    for (int i = 0; i < 2; ++i) {
+      const std::string subject = subjectOf(i);
+      const AppointmentFields fields = user->Find(subject).fields;
+      EXPECT_EQ(fields.location, places[subject]);
+      EXPECT_THAT(fields.categories, ElementsAre(categories[subject]));
+      EXPECT_EQ(fields.body, texts[subject]);
+    }
+  }
+  EXPECT_THAT(calendar_.All(), SizeIs(2));
 }
 
 TEST_F(SendEdits, ServersWithOddEntityTagsLoseNothing) {
