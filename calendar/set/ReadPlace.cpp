@@ -68,6 +68,10 @@ ParsedCalendar ReadFile(const std::string& path, const std::string& copies,
 
 }  // namespace
 
+std::string CopiesFolderOf(const std::string& cacheFolder) {
+  return cacheFolder + "/copies";
+}
+
 ParsedCalendar ReadPlace(const SetSource& source, const PlaceFolders& folders,
                          const DateWindow& window) {
   const std::string path = LocalCalendarOf(source, folders.data);

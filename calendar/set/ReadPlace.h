@@ -17,6 +17,9 @@ struct PlaceFolders {
   std::string copies = {};
 };
 
+/// @param cacheFolder  as PrivateCacheFolder gives it
+std::string CopiesFolderOf(const std::string& cacheFolder);
+
 /// Reads a calendar of a set, a background one with ten years more on either side of the window. A
 /// file that was read is copied, so that its appointments do not vanish when its drive is away or
 /// another program broke it: then the copy is read, and `trouble` says why. Throws Error when there

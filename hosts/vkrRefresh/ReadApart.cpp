@@ -1,5 +1,4 @@
-// hosts/vkrRefresh/ReadApart.cpp: a child process for each calendar, a few at a time, and their
-// answers from pipes.
+// hosts/vkrRefresh/ReadApart.cpp: child processes that read, and their answers from pipes.
 #include "hosts/vkrRefresh/ReadApart.h"
 
 #include <fcntl.h>
@@ -11,14 +10,14 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
 
 #include "calendar/ics/read/IcsAnswer.h"
-#include "calendar/set/LocalPlaces.h"
+#include "calendar/ics/read/IcsParser.h"
 #include "calendar/set/ReadPlace.h"
 #include "platform/desktop/DesktopSystem.h"
 #include "platform/posix/OpenFile.h"
@@ -29,8 +28,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// More than there are processors: some may wait for a disk in the network.
-constexpr std::size_t AtOnce = 4;
+/// One for each processor of an ordinary machine; each more of them has its own start to pay for.
+constexpr std::size_t Lanes = 2;
 
 PlaceFolders FoldersFor(const std::vector<const SetSource*>& sources) {
   PlaceFolders folders;
@@ -39,7 +38,7 @@ PlaceFolders FoldersFor(const std::vector<const SetSource*>& sources) {
   });
   if (hasOthers) folders.data = PrivateDataFolder();
   try {
-    folders.copies = PrivateCacheFolder() + "/copies";
+    folders.copies = CopiesFolderOf(PrivateCacheFolder());
   } catch (const Error&) {
     // No copies then.
   }
@@ -55,147 +54,183 @@ std::string AnswerOf(const SetSource& source, const PlaceFolders& folders,
   }
 }
 
-/// One calendar that is being read.
+/// What every reader loads once, as the system's time zone: each child then has it already.
+void LoadWhatAllNeed() {
+  ParseIcs(
+      "BEGIN:VCALENDAR\nBEGIN:VEVENT\nDTSTART:20260101T000000Z\nRRULE:FREQ=YEARLY\nEND:VEVENT\n"
+      "END:VCALENDAR\n",
+      "", {Date::FromYmd(2026, 1, 1), Date::FromYmd(2026, 12, 31)});
+}
+
+/// How long the calendars may take.
+class Budget {
+ public:
+  explicit Budget(const ProcessLimits& limits)
+      : longest_(std::chrono::milliseconds(std::min<rlim_t>(limits.seconds, 3600) * 1000 / 3)),
+        hurryFrom_(Clock::now() + 2 * longest_) {}
+
+  /// Of a calendar whose reading begins now.
+  Clock::time_point Deadline() const {
+    constexpr std::chrono::seconds Hurried{1};
+    const auto now = Clock::now();
+    return std::max(std::min(now + longest_, hurryFrom_), now + Hurried);
+  }
+
+ private:
+  std::chrono::milliseconds longest_;
+  Clock::time_point hurryFrom_;
+};
+
+/// A process that reads one calendar after the other and writes their answers into a pipe.
 class Child {
  public:
-  Child(const SetSource& source, const PlaceFolders& folders, const DateWindow& window,
-        Clock::time_point deadline)
-      : source_(source), deadline_(deadline) {
+  /// @param read  gives the answer of a calendar
+  template <typename Read>
+  Child(std::size_t first, std::size_t end, const Read& read) {
     std::array<int, 2> ends{-1, -1};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0) return;
     const pid_t parent = ::getpid();
     process_ = ::fork();
-    if (process_ == 0) Read(ends[1], parent, folders, window);
+    if (process_ == 0) {
+      // Nobody waits for the answers when the worker was killed.
+      ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+      if (::getppid() != parent) ::_exit(1);
+      const OpenFile pipe(ends[1]);
+      for (std::size_t i = first; i < end; ++i) pipe.Write(read(i));
+      ::_exit(0);
+    }
     ::close(ends[1]);
     pipe_.emplace(ends[0]);
   }
   ~Child() {
     if (process_ <= 0) return;
     if (!hasEnded_) ::kill(process_, SIGKILL);
-    // One that hangs in the system is left to it; one whose pipe ended is just ending.
+    // One that hangs in the system is left to it.
     ::waitpid(process_, nullptr, hasEnded_ ? 0 : WNOHANG);
   }
   Child(const Child&) = delete;
   Child& operator=(const Child&) = delete;
 
   int Descriptor() const { return pipe_ ? pipe_->Descriptor() : -1; }
-  Clock::time_point Deadline() const { return deadline_; }
+  /// It died, or has nothing more to say and is just ending.
+  bool HasEnded() const { return hasEnded_; }
+  void ExpectEnd() { hasEnded_ = true; }
   /// Takes what the pipe has.
   void Hear() {
     std::array<char, std::size_t{1} << 16> piece{};
     const ssize_t got = pipe_ ? pipe_->ReadSome(piece.data(), piece.size()) : 0;
-    if (got > 0) answer_.append(piece.data(), static_cast<std::size_t>(got));
+    if (got > 0) heard_.append(piece.data(), static_cast<std::size_t>(got));
     hasEnded_ = got <= 0;
   }
-  bool HasEnded() const { return hasEnded_; }
-  /// Whole, or why there is none.
-  std::string Answer() const {
-    std::string_view rest = answer_;
+  /// The next whole answer; none before it is there.
+  std::optional<std::string> TakeOne() {
     try {
-      TakeAnswer(rest);
-      if (rest.empty()) return answer_;
+      std::string_view rest = heard_;
+      std::string answer(TakeAnswer(rest));
+      heard_.erase(0, answer.size());
+      return answer;
     } catch (const Error&) {
-      // The child died, or was too slow.
+      return std::nullopt;
     }
-    const std::string why = hasEnded_ ? "the reader stopped" : "it took too long";
-    return EncodeAnswer(
-        Error(errors::CalendarFailed,
-              "The calendar " + source_.location + " could not be read: " + why + ".", "Calendar"));
   }
 
  private:
-  [[noreturn]] void Read(int descriptor, pid_t parent, const PlaceFolders& folders,
-                         const DateWindow& window) const {
-    // Nobody waits for the answer when the worker was killed.
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (::getppid() != parent) ::_exit(1);
-    const OpenFile pipe(descriptor);
-    pipe.Write(AnswerOf(source_, folders, window));
-    ::_exit(0);
-  }
-
-  const SetSource& source_;
-  Clock::time_point deadline_;
   pid_t process_ = -1;
   std::optional<OpenFile> pipe_;
-  std::string answer_;
+  std::string heard_;
   bool hasEnded_ = false;
 };
 
-class Readings {
+/// Some of the calendars, by their places in the list, read one after the other. A child that dies
+/// or is too slow loses the calendar that it was at, and another one goes on after it.
+class Lane {
  public:
-  Readings(const std::vector<const SetSource*>& sources, const DateWindow& window,
-           const ProcessLimits& limits)
-      : sources_(sources),
-        window_(window),
-        folders_(FoldersFor(sources)),
-        longest_(std::chrono::milliseconds(std::min<rlim_t>(limits.seconds, 3600) * 1000 / 3)),
-        hurryFrom_(Clock::now() + 2 * longest_),
-        answers_(sources.size()) {}
+  using Read = std::function<std::string(std::size_t)>;
 
-  std::vector<std::string> Run() {
-    while (next_ < sources_.size() || !running_.empty()) {
-      while (next_ < sources_.size() && running_.size() < AtOnce) Start();
-      Wait();
-      End();
+  Lane(std::size_t first, std::size_t end, const Read& read, const Budget& budget)
+      : next_(first), end_(end), read_(read), budget_(budget) {
+    Begin();
+  }
+
+  bool IsDone() const { return next_ == end_; }
+  int Descriptor() const { return child_->Descriptor(); }
+  Clock::time_point Deadline() const { return deadline_; }
+  void Hear() { child_->Hear(); }
+  /// @param fault  gives the answer of a calendar that has none
+  void Advance(std::vector<std::string>& answers,
+               const std::function<std::string(std::size_t, const char* why)>& fault) {
+    while (!IsDone()) {
+      auto answer = child_->TakeOne();
+      if (!answer) break;
+      answers[next_++] = *std::move(answer);
+      deadline_ = budget_.Deadline();
     }
-    return std::move(answers_);
+    if (IsDone()) child_->ExpectEnd();
+    const bool isLate = deadline_ <= Clock::now();
+    if (IsDone() || (!child_->HasEnded() && !isLate)) return;
+    answers[next_] = fault(next_, child_->HasEnded() ? "the reader stopped" : "it took too long");
+    ++next_;
+    Begin();
   }
 
  private:
-  struct Running {
-    std::size_t index;
-    std::unique_ptr<Child> child;
-  };
-
-  void Start() {
-    constexpr std::chrono::seconds Hurried{1};
-    const auto now = Clock::now();
-    const auto deadline = std::max(std::min(now + longest_, hurryFrom_), now + Hurried);
-    running_.push_back(
-        {next_, std::make_unique<Child>(*sources_[next_], folders_, window_, deadline)});
-    ++next_;
+  void Begin() {
+    deadline_ = budget_.Deadline();
+    child_ = IsDone() ? nullptr : std::make_unique<Child>(next_, end_, read_);
   }
 
-  void Wait() {
-    std::vector<pollfd> pipes;
-    auto first = Clock::time_point::max();
-    for (const Running& one : running_) {
-      pipes.push_back({one.child->Descriptor(), POLLIN, 0});
-      first = std::min(first, one.child->Deadline());
-    }
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(first - Clock::now()).count();
-    if (::poll(pipes.data(), pipes.size(), static_cast<int>(std::max<long>(left, 0))) < 0) return;
-    for (std::size_t i = 0; i < pipes.size(); ++i) {
-      const bool isHeard = pipes[i].fd < 0 || pipes[i].revents != 0;
-      if (isHeard) running_[i].child->Hear();
-    }
-  }
-
-  void End() {
-    const auto now = Clock::now();
-    std::erase_if(running_, [&](const Running& one) {
-      const bool isOver = one.child->HasEnded() || one.child->Deadline() <= now;
-      if (isOver) answers_[one.index] = one.child->Answer();
-      return isOver;
-    });
-  }
-
-  const std::vector<const SetSource*>& sources_;
-  const DateWindow& window_;
-  PlaceFolders folders_;
-  std::chrono::milliseconds longest_;
-  Clock::time_point hurryFrom_;
-  std::vector<std::string> answers_;
-  std::size_t next_ = 0;
-  std::vector<Running> running_;
+  std::size_t next_;
+  std::size_t end_;
+  Read read_;
+  Budget budget_;
+  Clock::time_point deadline_;
+  std::unique_ptr<Child> child_;
 };
+
+/// Waits until one of them has something to say, or is late.
+void Await(std::vector<Lane>& lanes) {
+  std::vector<pollfd> pipes;
+  auto first = Clock::time_point::max();
+  for (const Lane& lane : lanes) {
+    pipes.push_back({lane.Descriptor(), POLLIN, 0});
+    first = std::min(first, lane.Deadline());
+  }
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(first - Clock::now()).count();
+  if (::poll(pipes.data(), pipes.size(), static_cast<int>(std::max<long>(left, 0))) < 0) return;
+  for (std::size_t i = 0; i < pipes.size(); ++i) {
+    if (pipes[i].fd < 0 || pipes[i].revents != 0) lanes[i].Hear();
+  }
+}
 
 }  // namespace
 
 std::vector<std::string> ReadApart(const std::vector<const SetSource*>& sources,
                                    const DateWindow& window, const ProcessLimits& limits) {
-  return Readings(sources, window, limits).Run();
+  const PlaceFolders folders = FoldersFor(sources);
+  const Budget budget(limits);
+  const Lane::Read read = [&](std::size_t index) {
+    return AnswerOf(*sources[index], folders, window);
+  };
+  const auto fault = [&](std::size_t index, const char* why) {
+    return EncodeAnswer(
+        Error(errors::CalendarFailed,
+              "The calendar " + sources[index]->location + " could not be read: " + why + ".",
+              "Calendar"));
+  };
+  LoadWhatAllNeed();
+  std::vector<std::string> answers(sources.size());
+  std::vector<Lane> lanes;
+  for (std::size_t i = 0; i < Lanes; ++i) {
+    const std::size_t first = sources.size() * i / Lanes;
+    const std::size_t end = sources.size() * (i + 1) / Lanes;
+    if (first < end) lanes.emplace_back(first, end, read, budget);
+  }
+  while (!lanes.empty()) {
+    Await(lanes);
+    for (Lane& lane : lanes) lane.Advance(answers, fault);
+    std::erase_if(lanes, [](const Lane& lane) { return lane.IsDone(); });
+  }
+  return answers;
 }
 
 }  // namespace velkor

@@ -1,5 +1,5 @@
-// hosts/vkrRefresh/ReadApart.h: reads the calendars of a set side by side, each in a process of its
-// own, so that one that crashes, hangs or takes all memory keeps no other from being read.
+// hosts/vkrRefresh/ReadApart.h: reads the calendars of a set in processes of their own, so that one
+// that crashes, hangs or takes all memory keeps no other from being read.
 #pragma once
 
 #include <string>

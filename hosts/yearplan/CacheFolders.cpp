@@ -1,6 +1,8 @@
 // hosts/yearplan/CacheFolders.cpp: names of cache folders, and which of them are of no use.
 #include "hosts/yearplan/CacheFolders.h"
 
+#include <QDateTime>
+#include <QDir>
 #include <QFileInfo>
 #include <algorithm>
 #include <chrono>
@@ -9,6 +11,7 @@
 #include <system_error>
 
 #include "calendar/ics/file/ShortHash.h"
+#include "calendar/set/ReadPlace.h"
 #include "platform/desktop/DesktopFiles.h"
 
 namespace velkor {
@@ -57,6 +60,16 @@ void RemoveCacheFiles(const std::string& folder) {
   }
 }
 
+/// Copies that were not made anew for that long: whoever still reads their calendars makes them
+/// again. What cannot be removed stays.
+void RemoveOldCopies(const std::string& folder) {
+  const QDateTime oldest = QDateTime::currentDateTime().addSecs(
+      -std::chrono::duration_cast<std::chrono::seconds>(LongestUnused).count());
+  for (const QFileInfo& copy : QDir(QString::fromStdString(folder)).entryInfoList(QDir::Files)) {
+    if (copy.metadataChangeTime() < oldest) QFile::remove(copy.filePath());
+  }
+}
+
 }  // namespace
 
 std::string CacheFolderNameOf(const std::string& calendar) {
@@ -74,6 +87,7 @@ void NoteCalendarOf(const std::string& folder, const std::string& calendar) {
 }
 
 void RemoveOldCacheFolders(const std::string& cacheFolder) {
+  RemoveOldCopies(CopiesFolderOf(cacheFolder));
   const fs::file_time_type oldest = fs::file_time_type::clock::now() - LongestUnused;
   std::error_code end;
   for (fs::directory_iterator at(cacheFolder, end); !end && at != fs::directory_iterator();

@@ -13,7 +13,8 @@ std::string CacheFolderNameOf(const std::string& calendar);
 void NoteCalendarOf(const std::string& folder, const std::string& calendar);
 
 /// Removes the folders in which nothing has been written for 90 days and whose calendar is gone;
-/// a folder that does not say which one it is of counts as such. What cannot be removed stays.
+/// a folder that does not say which one it is of counts as such; and last good copies of calendars
+/// that were made before that. What cannot be removed stays.
 /// @param cacheFolder  as PrivateCacheFolder gives it
 void RemoveOldCacheFolders(const std::string& cacheFolder);
 

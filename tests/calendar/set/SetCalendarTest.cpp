@@ -4,10 +4,14 @@
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
 
 #include "calendar/mirror/Outbox.h"
 #include "calendar/set/LocalPlaces.h"
 #include "tests/calendar/ics/CalendarFileCase.h"
+#include "tests/platform/desktop/ChildProcess.h"
 #include "values/Text.h"
 
 namespace velkor {
@@ -37,8 +41,9 @@ class SetCalendarCase : public CalendarFileCase {
     SaveSet(set_);
   }
 
-  std::unique_ptr<SetCalendar> Open() const {
+  std::unique_ptr<SetCalendar> Open(const WorkerOptions& worker = {}) const {
     SetCalendarOptions options;
+    options.worker = worker;
     options.dataFolder = folder_ + "/data/outlookvelkor";
     options.isRecord = [](std::string_view subject) { return subject.starts_with("Colours: "); };
     return std::make_unique<SetCalendar>(set_.path, Year(2026), options);
@@ -216,6 +221,26 @@ TEST_F(SetCalendarCase, HundredsOfCalendarsAreReadAndFollowed) {
   EXPECT_EQ(Shown(*calendar).size(), 205U);
 }
 
+TEST_F(SetCalendarCase, ACalendarThatTakesTooLongOrTooMuchIsGivenUpAndThoseAfterItAreRead) {
+  std::string events;
+  for (int i = 0; i < 250'000; ++i) events += "BEGIN:VEVENT\nDTSTART:20260101\nEND:VEVENT\n";
+  WriteTo("slow.ics", Calendar(events));
+  std::string slow;
+  UpdateSet(set_.path, [&](CalendarSet& set) {
+    slow = AddSource(set, {.location = folder_ + "/slow.ics"});
+    std::rotate(set.sources.begin(), set.sources.end() - 1, set.sources.end());
+  });
+  const Texts others{"A a", "B a", "B b"};
+  const auto inTime = Open({.program = {}, .timeLimit = std::chrono::milliseconds(900)});
+  EXPECT_THAT(TroubleOf(*inTime, slow), HasSubstr("slow.ics could not be read: "));
+  EXPECT_EQ(Shown(*inTime), others);
+#ifndef __SANITIZE_ADDRESS__
+  const auto small = Open({.program = {}, .memoryLimit = std::size_t{200} << 20});
+  EXPECT_THAT(TroubleOf(*small, slow), HasSubstr("memory"));
+  EXPECT_EQ(Shown(*small), others);
+#endif
+}
+
 TEST_F(SetCalendarCase, BackgroundCalendarsGiveDaysOffAndNoItems) {
   WriteTo("ben.ics",
           Calendar(Event("UID:1\nSUMMARY:Feast\nDTSTART;VALUE=DATE:20260503\nRRULE:FREQ=YEARLY\n") +
@@ -307,6 +332,32 @@ TEST_F(SetCalendarCase, AMoveThatCannotBeMadeLosesNothing) {
   calendar->Move(IdOf(*calendar, ben_, "Größe, folded"), anna_, now);
   EXPECT_EQ(TextOf("anna.ics"), Calendar(Rich()));
   EXPECT_THAT(TextOf("ben.ics"), Not(HasSubstr("UID:rich")));
+}
+
+TEST_F(SetCalendarCase, AMoveThatIsKilledLeavesTheAppointmentAtLeastOnce) {
+  for (int round = 0; round < 20; ++round) {
+    WriteTo("anna.ics", Calendar(Named("a")));
+    WriteTo("ben.ics", Calendar(Rich()));
+    ChildProcess child([&] {
+      const auto calendar = Open();
+      WriteTo("opened", "");
+      calendar->Move(IdOf(*calendar, ben_, "Größe, folded"), anna_, Date::FromYmd(2026, 1, 1));
+      return 0;
+    });
+    while (!fs::exists(folder_ + "/opened")) usleep(200);
+    usleep(static_cast<useconds_t>(round * 400));
+    child.Kill();
+    fs::remove(folder_ + "/opened");
+    const auto has = [&](const char* name) {
+      return TextOf(name).find(Rich().substr(Rich().find("BEGIN:VEVENT"))) != std::string::npos;
+    };
+    EXPECT_TRUE(has("anna.ics") || has("ben.ics")) << round;
+    const auto calendar = Open();
+    if (has("ben.ics")) {
+      calendar->Move(IdOf(*calendar, ben_, "Größe, folded"), anna_, Date::FromYmd(2026, 1, 1));
+    }
+    EXPECT_THAT(Shown(*calendar), ElementsAre("A a", "A Größe, folded"));
+  }
 }
 
 /// A set with a file and a calendar on a server, which has been fetched.
