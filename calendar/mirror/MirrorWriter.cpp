@@ -2,8 +2,11 @@
 #include "calendar/mirror/MirrorWriter.h"
 
 #include <QUuid>
+#include <algorithm>
 #include <utility>
+#include <vector>
 
+#include "calendar/ics/read/IcsLines.h"
 #include "calendar/ics/read/IcsPlainText.h"
 #include "calendar/ics/write/IcsComponentEdit.h"
 #include "calendar/ics/write/IcsEditor.h"
@@ -40,6 +43,20 @@ std::string WithUid(const std::string& bytes, const std::string& title) {
   std::string text(document.Bytes());
   text.replace(component.begin, component.end - component.begin, edit.Text());
   return plain.WithText(std::move(text));
+}
+
+/// True for two objects whose appointments have the same lines, in whatever order and folding.
+bool HasSameLines(std::string_view a, std::string_view b) {
+  const auto linesOf = [](std::string_view bytes) {
+    std::vector<std::string> all;
+    IcsLines lines(bytes, 0, bytes.size(), 1, IcsLimits{}.lineLength);
+    for (IcsLine line; lines.Next(line);) {
+      if (!line.text.starts_with("PRODID")) all.emplace_back(line.text);
+    }
+    std::sort(all.begin(), all.end());
+    return all;
+  };
+  return linesOf(a) == linesOf(b);
 }
 
 /// The edit by which an object is there that was not, or not any more.
@@ -132,13 +149,15 @@ CalendarItem MirrorWriter::TakeWhole(std::string_view bytes, Date now) {
   const auto lock = mirror_.Files().Lock();
   const auto there = TakeEdit(mirror_, name);
   const auto base = mirror_.Object(name);
-  if (ViewOf(there, base)) {
+  const auto view = ViewOf(there, base);
+  taken->item.entryId = name;
+  if (view && HasSameLines(*view, object)) return std::move(taken->item);
+  if (view) {
     Fail("The calendar " + title_ + " has the appointment \"" + taken->item.fields.subject +
          "\" already.");
   }
   PendingEdit edit = TakeOver(there, base, object, UnixTime(now));
   SaveEdit(mirror_, name, edit);
-  taken->item.entryId = name;
   return std::move(taken->item);
 }
 

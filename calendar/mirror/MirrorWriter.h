@@ -33,7 +33,8 @@ class MirrorWriter : public CalendarWriter {
     if (refresh_) refresh_();
   }
 
-  /// Takes over an appointment of another calendar, with every property that it has.
+  /// Takes over an appointment of another calendar, with every property that it has. One that is
+  /// here already, just so, stays; another one of the same UID throws.
   /// @param bytes  a calendar of this one appointment (its changed occurrences too) and its zones
   /// @param now    local time of saving
   /// @return the item as it is here, without the occurrences of a recurring one

@@ -92,7 +92,11 @@ TEST_F(MirrorSaving, AWholeAppointmentIsTakenOverByteForByte) {
   EXPECT_EQ(taken.entryId, EntryIdOfUid("a"));
   EXPECT_EQ(outbox_.Prepare(taken.entryId)->bytes, whole);
   EXPECT_EQ(toDisk_.WholeOf(taken.entryId), whole);
-  EXPECT_THAT(FaultOf([&] { toDisk_.TakeWhole(whole, Moment(0)); }), HasSubstr("already"));
+  EXPECT_EQ(toDisk_.TakeWhole(whole, Moment(0)).entryId, taken.entryId);
+  EXPECT_THAT(FaultOf([&] {
+                toDisk_.TakeWhole(ObjectOf("a", "SUMMARY:Other\nDTSTART:20260301\n"), Moment(0));
+              }),
+              HasSubstr("already"));
   EXPECT_THAT(FaultOf([&] { toDisk_.TakeWhole("x", Moment(0)); }), HasSubstr("no appointment"));
   const CalendarItem without = toDisk_.TakeWhole(Calendar(Event("DTSTART:20260301\n")), Moment(0));
   EXPECT_THAT(toDisk_.WholeOf(without.entryId), HasSubstr("UID:"));
