@@ -1,4 +1,8 @@
-// bench/ReadingFigures.cpp: reading calendars with eight times as many values of one kind.
+// bench/ReadingFigures.cpp: reading calendars with eight times as many values of one kind, and many
+// objects in place of one file.
+#include <unistd.h>
+
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <utility>
@@ -6,6 +10,8 @@
 #include "bench/Comparison.h"
 #include "bench/Figures.h"
 #include "calendar/ics/read/IcsParser.h"
+#include "calendar/mirror/Mirror.h"
+#include "calendar/mirror/ReadMirror.h"
 
 namespace velkor {
 namespace {
@@ -69,13 +75,52 @@ std::string LongZone(int count) {
          List("RDATE;TZID=" + LongName(count) + ":", count);
 }
 
+const DateWindow Year{Date::FromYmd(2026, 1, 1), Date::FromYmd(2027, 1, 1)};
+
 double SecondsToRead(const std::string& components) {
   const std::string text = "BEGIN:VCALENDAR\nVERSION:2.0\n" + components + "END:VCALENDAR\n";
   IcsLimits limits;
   limits.itemOccurrences = limits.occurrences = 1'000'000;
-  const DateWindow year{Date::FromYmd(2026, 1, 1), Date::FromYmd(2027, 1, 1)};
   return SecondsOf(
-      [&] { benchmark::DoNotOptimize(ParseIcs(text, "many.ics", year, limits).items.data()); });
+      [&] { benchmark::DoNotOptimize(ParseIcs(text, "many.ics", Year, limits).items.data()); });
+}
+
+/// An event in a zone that stands beside it, as servers keep each one.
+std::string WithZone(const std::string& event) {
+  return "BEGIN:VTIMEZONE\nTZID:Here\nBEGIN:STANDARD\nDTSTART:19700101T000000\n"
+         "TZOFFSETFROM:+0200\nTZOFFSETTO:+0100\nRRULE:FREQ=YEARLY;BYMONTH=10;BYDAY=-1SU\n"
+         "END:STANDARD\nBEGIN:DAYLIGHT\nDTSTART:19700101T000000\nTZOFFSETFROM:+0100\n"
+         "TZOFFSETTO:+0200\nRRULE:FREQ=YEARLY;BYMONTH=3;BYDAY=-1SU\nEND:DAYLIGHT\n"
+         "END:VTIMEZONE\n" +
+         event;
+}
+
+std::string EventOf(int number) {
+  return Event("UID:u" + std::to_string(number) + "\nSUMMARY:Event " + std::to_string(number) +
+               "\nDTSTART;TZID=Here:" + Minute(number) + "\nDURATION:PT1H\n");
+}
+
+/// A mirror of a server's calendar over a file of the same events.
+void CompareMirror(benchmark::State& state) {
+  constexpr int Objects = 50'000;
+  constexpr double MostOfAFile = 5;
+  const std::string folder =
+      std::filesystem::temp_directory_path() / ("mirror-bench-" + std::to_string(getpid()));
+  Mirror mirror(folder);
+  std::string all;
+  for (int i = 0; i < Objects; ++i) {
+    const std::string event = EventOf(i);
+    mirror.Put("/c/" + std::to_string(i) + ".ics", "1",
+               "BEGIN:VCALENDAR\nVERSION:2.0\n" + WithZone(event) + "END:VCALENDAR\n");
+    all += event;
+  }
+  const std::string file = WithZone(all);
+  Compare(
+      state, MostOfAFile, [&] { return SecondsToRead(file); },
+      [&] {
+        return SecondsOf([&] { benchmark::DoNotOptimize(ReadMirror(folder, Year).items.data()); });
+      });
+  std::filesystem::remove_all(folder);
 }
 
 }  // namespace
@@ -95,6 +140,7 @@ void RegisterReadingFigures() {
                          [&] { return SecondsToRead(many); });
                    });
   }
+  RegisterFigure("reading: a mirror of 50,000 objects over a file", 3, CompareMirror);
 }
 
 }  // namespace velkor

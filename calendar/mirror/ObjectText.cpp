@@ -5,11 +5,13 @@
 #include <functional>
 
 #include "calendar/ics/read/IcsAppointments.h"
+#include "calendar/ics/read/IcsLines.h"
 #include "calendar/ics/read/IcsOccurrences.h"
 #include "calendar/ics/read/IcsPlainText.h"
 #include "calendar/ics/write/IcsComponentEdit.h"
 #include "values/DateDigits.h"
 #include "values/Error.h"
+#include "values/Text.h"
 
 namespace velkor {
 namespace {
@@ -83,11 +85,22 @@ std::optional<ObjectAppointment> ReadObject(std::string_view bytes) {
 }
 
 std::string UidOfObject(std::string_view bytes) {
-  std::string uid;
-  WithDocument(bytes, {}, [&](const IcsDocument& document) {
-    if (!document.Events().empty()) uid = document.Events().front().uid;
-  });
-  return uid;
+  // Without the dates and zones of the event, of which there may be many thousands.
+  const IcsLimits limits;
+  Diagnostics ignored({}, 1);
+  for (const IcsComponent& component : ScanIcs(bytes, limits, ignored).components) {
+    if (component.name != "VEVENT") continue;
+    IcsLines lines(bytes, component.begin, component.end, component.line, limits.lineLength);
+    IcsLine line;
+    for (int depth = 0; lines.Next(line);) {
+      const auto property = line.tooLong ? std::nullopt : ReadProperty(line);
+      if (!property) continue;
+      depth += property->Is("BEGIN") ? 1 : property->Is("END") ? -1 : 0;
+      if (depth == 1 && property->Is("UID")) return std::string(Trim(property->value));
+    }
+    return {};
+  }
+  return {};
 }
 
 bool HasSame(ItemField field, const ObjectAppointment& a, const ObjectAppointment& b) {
