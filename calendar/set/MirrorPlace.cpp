@@ -19,13 +19,18 @@ std::optional<CalendarItem> OnlyItemOf(std::string_view whole) {
 
 }  // namespace
 
+/// An empty calendar is another than one that was never fetched.
+PlaceMark MirrorPlace::Mark() const {
+  return mirror_.Revision() + (mirror_.State().synchronised == 0 ? " never" : "");
+}
+
 /// Nobody else changes the mirror between the two states.
 template <typename Write>
 CalendarItem MirrorPlace::Save(const Write& write) {
   const auto hold = writer_.Hold();
-  States states{mirror_.Revision(), {}};
+  States states{Mark(), {}};
   CalendarItem item = write();
-  states.after = mirror_.Revision();
+  states.after = Mark();
   lastSave_ = std::move(states);
   return item;
 }

@@ -19,7 +19,7 @@ class MirrorPlace : public PlaceWriter {
   MirrorPlace(const std::string& folder, std::string title)
       : mirror_(folder), writer_(mirror_, std::move(title)) {}
 
-  PlaceMark Mark() const override { return mirror_.Revision(); }
+  PlaceMark Mark() const override;
   bool IsReadOnly() const override { return mirror_.State().readOnly; }
   const States& LastSave() const override { return lastSave_; }
 

@@ -11,6 +11,7 @@
 
 #include "calendar/ics/file/CalendarFile.h"
 #include "calendar/ics/file/ShortHash.h"
+#include "calendar/mirror/Mirror.h"
 #include "calendar/mirror/ReadMirror.h"
 #include "calendar/set/LocalPlaces.h"
 #include "values/Error.h"
@@ -66,6 +67,11 @@ ParsedCalendar ReadFile(const std::string& path, const std::string& copies,
   }
 }
 
+[[noreturn]] void FailUnfetched(const SetSource& source) {
+  throw Error(errors::CalendarFailed,
+              "The calendar at " + source.location + " has not been fetched yet.", "Calendar");
+}
+
 }  // namespace
 
 std::string CopiesFolderOf(const std::string& cacheFolder) {
@@ -76,12 +82,19 @@ ParsedCalendar ReadPlace(const SetSource& source, const PlaceFolders& folders,
                          const DateWindow& window) {
   const std::string path = LocalCalendarOf(source, folders.data);
   const DateWindow wanted = WindowFor(source, window);
-  if (source.kind == SourceKind::File) return ReadFile(path, folders.copies, wanted);
-  if (!QFileInfo::exists(QString::fromStdString(path))) {
-    throw Error(errors::CalendarFailed,
-                "The calendar at " + source.location + " has not been fetched yet.", "Calendar");
+  switch (source.kind) {
+    case SourceKind::File:
+      break;
+    case SourceKind::Address:
+      if (!QFileInfo::exists(QString::fromStdString(path))) FailUnfetched(source);
+      return ParseIcsFile(path, wanted);
+    case SourceKind::Server: {
+      ParsedCalendar calendar = ReadMirror(path, wanted);
+      if (calendar.items.empty() && Mirror(path).State().synchronised == 0) FailUnfetched(source);
+      return calendar;
+    }
   }
-  return source.kind == SourceKind::Server ? ReadMirror(path, wanted) : ParseIcsFile(path, wanted);
+  return ReadFile(path, folders.copies, wanted);
 }
 
 std::vector<const SetSource*> ShownSources(const CalendarSet& set) {

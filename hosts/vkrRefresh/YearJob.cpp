@@ -1,9 +1,14 @@
 // hosts/vkrRefresh/YearJob.cpp: a calendar of its own for the refresh, and its end in words.
 #include "hosts/vkrRefresh/YearJob.h"
 
+#include <algorithm>
 #include <exception>
+#include <iterator>
 #include <new>
 #include <ostream>
+#include <set>
+#include <utility>
+#include <vector>
 
 #include "calendar/CalendarStore.h"
 #include "calendar/EmbeddedOutlook.h"
@@ -13,6 +18,7 @@
 #include "calendar/set/SetCalendar.h"
 #include "hosts/CalendarRefresh.h"
 #include "hosts/vkrRefresh/ReadApart.h"
+#include "model/CacheRecord.h"
 #include "platform/desktop/DesktopFiles.h"
 #include "platform/desktop/DesktopLocale.h"
 #include "platform/desktop/DesktopRegistry.h"
@@ -31,13 +37,37 @@ std::string ListSeparator() {
   return RegIO::ListSeparator(registry, messages);
 }
 
-/// Of all calendars of a set that can be read; of the others, those of their last good copies.
-std::vector<CalendarItem> ItemsOfSet(const std::string& path, const DateWindow& window,
+/// What the year's cache file has of these calendars: items as RefreshYear writes them again.
+std::vector<CalendarItem> ItemsInCache(const std::string& cacheFile,
+                                       const std::set<std::string>& prefixes) {
+  std::vector<CalendarItem> items;
+  DesktopFiles files;
+  DesktopLocale locale;
+  const auto bytes = files.Read(cacheFile);
+  if (!bytes || prefixes.empty()) return items;
+  const std::size_t length = prefixes.begin()->size();
+  CacheRecordReader records(*bytes, locale);
+  for (CalEvent event; records.Next(event);) {
+    if (!prefixes.contains(event.EventID.substr(0, length))) continue;
+    CalendarItem& item = items.emplace_back();
+    item.entryId = std::move(event.EventID);
+    item.fields.subject = std::move(event.Subject);
+    if (!event.Categories.empty()) item.fields.categories = {std::move(event.Categories)};
+    item.start = event.StartDate;
+    item.end = event.EndDate;
+  }
+  return items;
+}
+
+/// Of all calendars of a set that can be read, and of the last good copies of others; what has
+/// neither keeps what the cache file has of it.
+std::vector<CalendarItem> ItemsOfSet(const RefreshInputs& inputs, const DateWindow& window,
                                      const ProcessLimits& limits) {
-  const CalendarSet set = LoadSet(path);
+  const CalendarSet set = LoadSet(inputs.storeId);
   const std::vector<const SetSource*> sources = ShownSources(set);
   const std::vector<std::string> answers = ReadApart(sources, window, limits);
   std::vector<CalendarItem> items;
+  std::set<std::string> failed;
   for (std::size_t i = 0; i < sources.size(); ++i) {
     try {
       for (CalendarItem& item : DecodeAnswer(answers[i]).items) {
@@ -46,16 +76,18 @@ std::vector<CalendarItem> ItemsOfSet(const std::string& path, const DateWindow& 
       }
     } catch (const Error&) {
       // Whoever shows the set tells.
+      failed.insert(sources[i]->id);
     }
   }
+  std::ranges::move(ItemsInCache(inputs.cacheFile, failed), std::back_inserter(items));
   return items;
 }
 
-std::vector<CalendarItem> ItemsOf(const std::string& calendar, const DateWindow& window,
+std::vector<CalendarItem> ItemsOf(const RefreshInputs& inputs, const DateWindow& window,
                                   const ProcessLimits& limits) {
-  if (IsSetPath(calendar)) return ItemsOfSet(calendar, window, limits);
+  if (IsSetPath(inputs.storeId)) return ItemsOfSet(inputs, window, limits);
   const ReadingTime time(limits);
-  return ParseIcsFile(calendar, window).items;
+  return ParseIcsFile(inputs.storeId, window).items;
 }
 
 RefreshAnswer Refresh(const RefreshInputs& inputs, const ProcessLimits& limits) {
@@ -75,7 +107,7 @@ RefreshAnswer Refresh(const RefreshInputs& inputs, const ProcessLimits& limits) 
     store = CalendarStore(inputs.storeId);
     CalendarFolder& folder =
         store.AddFolder({}, FolderIdOf(inputs.storeId), outlook::ItemTypeAppointment);
-    folder.Replace(ItemsOf(inputs.storeId, WindowOf(span), limits), WindowOf(span));
+    folder.Replace(ItemsOf(inputs, WindowOf(span), limits), WindowOf(span));
     store.SetDefaultCalendar(&folder);
   };
   return RefreshPatiently(request, outlook, files, locale, {}, open);

@@ -185,6 +185,36 @@ TEST_F(SetCalendarCase, ACalendarThatFailsKeepsItsItemsAndHidesNoOthers) {
                                     HasSubstr("in the set already")));
 }
 
+TEST_F(SetCalendarCase, TheCacheOfAYearKeepsWhatCannotBeReadNow) {
+  const auto refresh = [&] {
+    WorkerProcess worker({"year", "2026", "1", folder_ + "/cache.tmp", folder_ + "/work.tmp",
+                          FolderIdOf(set_.path), set_.path},
+                         {});
+    worker.Wait();
+    return worker.Answer();
+  };
+  const auto events = [&] {
+    std::string bytes = TextOf("cache.tmp");
+    return std::pair(Split(bytes, anna_).size() - 1, Split(bytes, ben_).size() - 1);
+  };
+  EXPECT_THAT(refresh(), testing::StartsWith("1 0 "));
+  EXPECT_THAT(events(), testing::Pair(1, 2));
+  fs::remove(folder_ + "/ben.ics");
+  WriteTo("anna.ics", Calendar(Named("a") + Named("more")));
+  refresh();
+  EXPECT_THAT(events(), testing::Pair(2, 2)) << "the last good copy";
+  fs::remove_all(folder_ + "/cache");
+  const std::string before = TextOf("cache.tmp");
+  refresh();
+  EXPECT_EQ(TextOf("cache.tmp"), before) << "what the cache had";
+  Change(ben_, [](SetSource& source) { source.shown = false; });
+  refresh();
+  EXPECT_THAT(events(), testing::Pair(2, 0));
+  WriteTo("team.yearplan", "{");
+  EXPECT_THAT(refresh(), HasSubstr("no valid JSON"));
+  EXPECT_THAT(events(), testing::Pair(2, 0));
+}
+
 TEST_F(SetCalendarCase, ASetThatIsDamagedOrGoneWhileOpenLeavesAllAsItWas) {
   const auto calendar = Open();
   const std::string good = TextOf("team.yearplan");
