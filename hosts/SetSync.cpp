@@ -112,10 +112,17 @@ void SetSync::Start(const std::string& id) {
                         // Stopped meanwhile, and perhaps begun anew.
                         if (!alive || !runs_.contains(id) || runs_[id].process) return;
                         if (password) return StartWith(id, *password);
-                        const SetSource& asked = sources_.at(id);
-                        Tell(id, SyncLogin{HostOf(asked.location), asked.user});
-                        Tell(id, SyncOutcome{.done = false, .reason = "It needs a password."});
+                        AskForPassword(id);
                       });
+}
+
+void SetSync::AskForPassword(const std::string& id) {
+  const SetSource& source = sources_.at(id);
+  const SyncLogin login{HostOf(source.location), source.user};
+  runs_[id].asks = true;
+  Call(listener_.onLogin, id, login);
+  End(id, {.done = false,
+           .reason = "The server " + login.host + " wants the password of " + login.user + "."});
 }
 
 void SetSync::StartWith(const std::string& id, const std::string& password) {

@@ -85,6 +85,7 @@ class SetSync {
   void Later();
   void StartDue();
   void Start(const std::string& id);
+  void AskForPassword(const std::string& id);
   void StartWith(const std::string& id, const std::string& password);
   void Tell(const std::string& id, const SyncEvent& event);
   void End(const std::string& id, const SyncOutcome& outcome);

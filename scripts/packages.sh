@@ -15,7 +15,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 packages_of() {
   case $1 in
     desktop)
-      echo cmake ninja-build g++ qt6-base-dev qt6-svg-dev qtkeychain-qt6-dev libical-dev nlohmann-json3-dev \
+      echo cmake ninja-build g++ qt6-base-dev qt6-svg-dev qtkeychain-qt6-dev libical-dev zlib1g-dev nlohmann-json3-dev \
         fonts-liberation fonts-dejavu-core fonts-droid-fallback fonts-symbola tzdata
       # The older names of zones (US/Eastern), where tzdata leaves them out.
       ! apt-cache show tzdata-legacy >/dev/null 2>&1 || echo tzdata-legacy ;;

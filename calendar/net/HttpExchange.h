@@ -43,6 +43,8 @@ class HttpExchange {
   void ThrowOnFault() const;
   void ThrowOnNetworkError() const;
   void ThrowWhenCutShort() const;
+  void Unpack();
+  NetworkFault TooLarge() const;
   HttpResponse Answer() const;
   std::string Host() const;
 

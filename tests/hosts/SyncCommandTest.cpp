@@ -51,7 +51,7 @@ TEST_F(SyncCommand, ThePasswordComesFromStandardInputAndACertificateFromAnOption
   EXPECT_THAT(unknown.messages, HasSubstr(Sha256Of("first.pem")));
   EXPECT_EQ(unknown.code, 1);
   const Outcome without = Run({"sync", "team.yearplan", "--trust", trust});
-  EXPECT_THAT(without.messages, HasSubstr("needs a password"));
+  EXPECT_THAT(without.messages, HasSubstr("wants the password of u"));
   EXPECT_EQ(without.code, 1);
   const Outcome wrong = Run({"sync", "team.yearplan", "--trust", trust, "--password-stdin"}, "bad");
   EXPECT_THAT(wrong.messages, HasSubstr("does not accept"));
