@@ -92,6 +92,31 @@ TEST_F(SyncProcessCase, TheEndOfItEndsTheProgramAtOnce) {
   EXPECT_LT(time.elapsed(), 5000);
 }
 
+TEST_F(SyncProcessCase, AKillAtAnyMomentLeavesAWholeCopy) {
+  const std::string large(1'000'000, ' ');
+  const QByteArray copies[] = {QByteArray(Calendar).prepend(large.c_str()),
+                               QByteArray(Calendar).append(large.c_str())};
+  int next = 0;
+  const ScriptedServer server([&](const ScriptedRequest&) {
+    return ScriptedAnswer{.body = copies[next++ % 2].toStdString()};
+  });
+  Events(Job(server.Url()));
+  int stopped = 0;
+  for (int kill = 0; kill < 20; ++kill) {
+    bool ended = false;
+    auto process = std::make_unique<SyncProcess>(
+        Job(server.Url()), [&](const SyncEvent&) { ended = true; }, VKR_SYNC);
+    QElapsedTimer time;
+    for (time.start(); !ended && time.elapsed() < 10 * kill;) QCoreApplication::processEvents();
+    stopped += !ended;
+    process.reset();
+    const QByteArray copy = Bytes("copy/calendar.ics");
+    EXPECT_TRUE(copy == copies[0] || copy == copies[1]) << kill;
+  }
+  EXPECT_GT(stopped, 0);
+  EXPECT_TRUE(std::get<SyncOutcome>(Events(Job(server.Url())).back()).done);
+}
+
 TEST(SyncMessages, WhatIsToldComesBackTheSame) {
   const SyncJob job{SyncJob::Kind::Make, "https://h/", "",       "u", "p\"\n",
                     {{"h", "ab"}},       "Name",       "#112233"};
