@@ -62,18 +62,19 @@ void LoadWhatAllNeed() {
       "", {Date::FromYmd(2026, 1, 1), Date::FromYmd(2026, 12, 31)});
 }
 
-/// How long the calendars may take.
+/// How long the calendars may take. A file may lie on a drive that never answers.
 class Budget {
  public:
   explicit Budget(const ProcessLimits& limits)
-      : longest_(std::chrono::milliseconds(std::min<rlim_t>(limits.seconds, 3600) * 1000 / 3)),
+      : longest_(std::chrono::seconds(std::min<rlim_t>(limits.seconds, 3600))),
         hurryFrom_(Clock::now() + 2 * longest_) {}
 
   /// Of a calendar whose reading begins now.
-  Clock::time_point Deadline() const {
+  Clock::time_point DeadlineFor(const SetSource& source) const {
     constexpr std::chrono::seconds Hurried{1};
     const auto now = Clock::now();
-    return std::max(std::min(now + longest_, hurryFrom_), now + Hurried);
+    const auto longest = source.kind == SourceKind::File ? longest_ / 2 : longest_;
+    return std::max(std::min(now + longest, hurryFrom_), now + Hurried);
   }
 
  private:
@@ -146,9 +147,10 @@ class Child {
 class Lane {
  public:
   using Read = std::function<std::string(std::size_t)>;
+  using DeadlineOf = std::function<Clock::time_point(std::size_t)>;
 
-  Lane(std::size_t first, std::size_t end, const Read& read, const Budget& budget)
-      : next_(first), end_(end), read_(read), budget_(budget) {
+  Lane(std::size_t first, std::size_t end, Read read, DeadlineOf deadlineOf)
+      : next_(first), end_(end), read_(std::move(read)), deadlineOf_(std::move(deadlineOf)) {
     Begin();
   }
 
@@ -163,7 +165,7 @@ class Lane {
       auto answer = child_->TakeOne();
       if (!answer) break;
       answers[next_++] = *std::move(answer);
-      deadline_ = budget_.Deadline();
+      if (!IsDone()) deadline_ = deadlineOf_(next_);
     }
     if (IsDone()) child_->ExpectEnd();
     const bool isLate = deadline_ <= Clock::now();
@@ -175,14 +177,16 @@ class Lane {
 
  private:
   void Begin() {
-    deadline_ = budget_.Deadline();
-    child_ = IsDone() ? nullptr : std::make_unique<Child>(next_, end_, read_);
+    child_.reset();
+    if (IsDone()) return;
+    deadline_ = deadlineOf_(next_);
+    child_ = std::make_unique<Child>(next_, end_, read_);
   }
 
   std::size_t next_;
   std::size_t end_;
   Read read_;
-  Budget budget_;
+  DeadlineOf deadlineOf_;
   Clock::time_point deadline_;
   std::unique_ptr<Child> child_;
 };
@@ -211,6 +215,7 @@ std::vector<std::string> ReadApart(const std::vector<const SetSource*>& sources,
   const Lane::Read read = [&](std::size_t index) {
     return AnswerOf(*sources[index], folders, window);
   };
+  const auto deadlineOf = [&](std::size_t index) { return budget.DeadlineFor(*sources[index]); };
   const auto fault = [&](std::size_t index, const char* why) {
     return EncodeAnswer(
         Error(errors::CalendarFailed,
@@ -223,7 +228,7 @@ std::vector<std::string> ReadApart(const std::vector<const SetSource*>& sources,
   for (std::size_t i = 0; i < Lanes; ++i) {
     const std::size_t first = sources.size() * i / Lanes;
     const std::size_t end = sources.size() * (i + 1) / Lanes;
-    if (first < end) lanes.emplace_back(first, end, read, budget);
+    if (first < end) lanes.emplace_back(first, end, read, deadlineOf);
   }
   while (!lanes.empty()) {
     Await(lanes);

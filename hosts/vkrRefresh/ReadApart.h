@@ -12,7 +12,8 @@
 namespace velkor {
 
 /// What ReadPlace gives of each source, or why it gives nothing, as IcsAnswer encodes it. Each
-/// takes a third of the time allowed at most; when most of the time has gone by, a second each.
+/// takes the time allowed at most, a file half of it; once twice the time has gone by, a second
+/// each.
 std::vector<std::string> ReadApart(const std::vector<const SetSource*>& sources,
                                    const DateWindow& window, const ProcessLimits& limits);
 

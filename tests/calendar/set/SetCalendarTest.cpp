@@ -261,7 +261,7 @@ TEST_F(SetCalendarCase, ACalendarThatTakesTooLongOrTooMuchIsGivenUpAndThoseAfter
     std::rotate(set.sources.begin(), set.sources.end() - 1, set.sources.end());
   });
   const Texts others{"A a", "B a", "B b"};
-  const auto inTime = Open({.program = {}, .timeLimit = std::chrono::milliseconds(900)});
+  const auto inTime = Open({.program = {}, .timeLimit = std::chrono::milliseconds(1000)});
   EXPECT_THAT(TroubleOf(*inTime, slow), HasSubstr("slow.ics could not be read: "));
   EXPECT_EQ(Shown(*inTime), others);
 #ifndef __SANITIZE_ADDRESS__
