@@ -102,8 +102,7 @@ class CalendarServerRuns : public testing::Test {
   /// Kills a program that saves one after another. It told of each that was done; the one that it
   /// was at may be there or not.
   /// @return 1 where another value is there
-  int KillWhileItSaves(CalendarUser& user) {
-    const std::string name = AnyName();
+  int KillWhileItSaves(CalendarUser& user, const std::string& name, qint64 most) {
     const std::string before = wanted_[name].subject;
     const std::string text = Next("subject") + '.';
     int told[2];
@@ -113,7 +112,7 @@ class CalendarServerRuns : public testing::Test {
       user.Change(name, {.subject = text + std::to_string(i)});
       if (write(told[1], "", 1) != 1) _exit(1);
     }
-    Sleep(4000);
+    Sleep(most);
     kill(saver, SIGKILL);
     waitpid(saver, nullptr, 0);
     close(told[1]);
@@ -224,7 +223,9 @@ TEST_F(CalendarServerRuns, AKillAtAnyMomentLosesNoEditAndBreaksNoObject) {
   };
   const auto annWorks = [&] {
     SetSubject(ann, AnyName());
-    SetSubject(ann, AnyName());
+    const std::string name = AnyName();
+    SetSubject(ann, name);
+    return name;
   };
   benWorks();
   annWorks();
@@ -237,11 +238,12 @@ TEST_F(CalendarServerRuns, AKillAtAnyMomentLosesNoEditAndBreaksNoObject) {
   int broken = 0;
   for (int kill = 1; kill <= kills; ++kill) {
     if (kill % 4 == 0) benWorks();
-    annWorks();
+    const std::string edited = annWorks();
     const auto synchronising = ann.StartSynchronising();
-    Sleep(longest);
-    // Saves come in between.
-    if (kill % 2 == 0) KillWhileItSaves(ann);
+    // Saves come in between, also of what is being sent.
+    Sleep(longest / 2);
+    if (kill % 2 == 0) lost += KillWhileItSaves(ann, edited, longest / 2);
+    Sleep(longest / 2);
     if (kill % 3 == 0) SetSubject(ann, AnyName());
     Sleep(longest / 4);
     synchronising->kill();
