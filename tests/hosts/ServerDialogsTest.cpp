@@ -76,7 +76,7 @@ TEST(AccountDialog, FindsTicksMakesAndForgetsWhatIsOfAnotherAccount) {
   AccountDialog dialog(
       nullptr,
       {.find = [&](const ServerAccount& it) { asked.push_back(it.login.user + " " + it.address); },
-       .make = [&](const ServerAccount&, const std::string& name) { asked.push_back(name); },
+       .make = [&](const ServerAccount&, auto home, auto name) { asked.push_back(name + home); },
        .stop = [&] { asked.emplace_back("stop"); }});
   dialog.show();
   QTest::keyClick(&dialog, Qt::Key_Return);
@@ -88,9 +88,9 @@ TEST(AccountDialog, FindsTicksMakesAndForgetsWhatIsOfAnotherAccount) {
   EXPECT_EQ(Complaint(dialog), "Wrong password.");
   Click(dialog, "find");
   EXPECT_EQ(Complaint(dialog), "");
-  const ServerCalendar own{"u1", "Own", Colour{255}, false};
-  const ServerCalendar team{"u2", "Team", std::nullopt, true};
-  dialog.ShowCalendars({own, team});
+  const FoundCalendar own{"u1", "Own", "#ff0000", false};
+  const FoundCalendar team{"u2", "Team", "", true};
+  dialog.ShowCalendars({"/", {own, team}});
   auto& list = *dialog.findChild<QListWidget*>("calendars");
   EXPECT_TRUE(list.item(1)->text().contains("read-only"));
   EXPECT_FALSE(Ok(dialog).isEnabled());
@@ -103,19 +103,21 @@ TEST(AccountDialog, FindsTicksMakesAndForgetsWhatIsOfAnotherAccount) {
   });
   Click(dialog, "new");
   EXPECT_FALSE(Ok(dialog).isEnabled());
-  const ServerCalendar trips{"u3", "Trips", std::nullopt, false};
-  dialog.ShowCalendars({own, team, trips});
+  const FoundCalendar trips{"u3", "Trips", "", false};
+  dialog.ShowCalendars({"/", {own, team, trips}});
   EXPECT_THAT(dialog.Chosen(), ElementsAre(team, trips));
   Type(dialog, "user", "bert");
   EXPECT_THAT(dialog.Chosen(), IsEmpty());
   Click(dialog, "find");
   dialog.reject();
-  EXPECT_THAT(asked, ElementsAre("anna example.org", "anna example.org", "Trips",
+  EXPECT_THAT(asked, ElementsAre("anna example.org", "anna example.org", "Trips/",
                                  "bert example.org", "stop"));
 }
 
 TEST(ServerQuestions, NobodyIsTrustedInHasteAndAPasswordIsAskedForByHost) {
-  const ShownCertificate shown{.host = "x.org", .fingerprint = std::string(64, 'a')};
+  CertificateFault shown;
+  shown.host = "x.org";
+  shown.sha256 = std::string(64, 'a');
   for (const bool trust : {false, true}) {
     WhenOpen([trust](QDialog& dialog) {
       EXPECT_TRUE(dialog.findChild<QLabel*>("fingerprint")->text().startsWith("AA:AA"));

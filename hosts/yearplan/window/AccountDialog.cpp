@@ -88,7 +88,7 @@ void AccountDialog::SetBusy(bool busy) {
   address_->setEnabled(!busy);
   login_.SetEnabled(!busy);
   find_->setEnabled(!busy);
-  new_->setEnabled(!busy && !calendars_.empty());
+  new_->setEnabled(!busy && !found_.home.empty());
   progress_->setVisible(busy);
   complaint_->Say({});
   MirrorChoice();
@@ -101,7 +101,7 @@ void AccountDialog::Stop() {
 
 /// What was found is of another account.
 void AccountDialog::Forget() {
-  calendars_.clear();
+  found_ = {};
   list_->clear();
   SetBusy(false);
 }
@@ -130,28 +130,28 @@ void AccountDialog::AskForNew() {
   made_ = name.toStdString();
   SetBusy(true);
   ShowProgress(tr("Making \"%1\"...").arg(name).toStdString());
-  commands_.make(Account(), made_);
+  commands_.make(Account(), found_.home, made_);
 }
 
 void AccountDialog::ShowProgress(const std::string& text, int done, int of) {
   if (busy_) progress_->Show(ToQt(text), done, of);
 }
 
-void AccountDialog::ShowCalendars(const std::vector<ServerCalendar>& calendars) {
+void AccountDialog::ShowCalendars(const SyncCalendars& found) {
   std::set<std::string> ticked;
-  for (const ServerCalendar& calendar : Chosen()) ticked.insert(calendar.url);
-  const std::vector<ServerCalendar> before = std::exchange(calendars_, calendars);
-  const auto isMade = [&](const ServerCalendar& calendar) {
+  for (const FoundCalendar& calendar : Chosen()) ticked.insert(calendar.url);
+  const std::vector<FoundCalendar> before = std::exchange(found_, found).calendars;
+  const auto isMade = [&](const FoundCalendar& calendar) {
     return calendar.name == made_ && std::ranges::find(before, calendar) == before.end();
   };
   {
     const QSignalBlocker silent(list_);
     list_->clear();
-    for (const ServerCalendar& calendar : calendars_) {
+    for (const FoundCalendar& calendar : found_.calendars) {
       const QString name = ToQt(calendar.name);
       auto* const item =
           new QListWidgetItem(calendar.readOnly ? tr("%1 (read-only)").arg(name) : name, list_);
-      item->setIcon(ColourSquare(calendar.colour.value_or(PlainColour)));
+      item->setIcon(ColourSquare(ColourOr(calendar.colour, PlainColour)));
       item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsUserCheckable);
       const bool tick = ticked.contains(calendar.url) || isMade(calendar);
       item->setCheckState(tick ? Qt::Checked : Qt::Unchecked);
@@ -178,11 +178,11 @@ ServerAccount AccountDialog::Account() const {
   return {address_->text().trimmed().toStdString(), login_.Login()};
 }
 
-std::vector<ServerCalendar> AccountDialog::Chosen() const {
-  std::vector<ServerCalendar> chosen;
+std::vector<FoundCalendar> AccountDialog::Chosen() const {
+  std::vector<FoundCalendar> chosen;
   for (int i = 0; i < list_->count(); ++i) {
     if (list_->item(i)->checkState() != Qt::Checked) continue;
-    chosen.push_back(calendars_.at(static_cast<std::size_t>(i)));
+    chosen.push_back(found_.calendars.at(static_cast<std::size_t>(i)));
   }
   return chosen;
 }
@@ -192,8 +192,8 @@ void AccountDialog::MirrorChoice() {
   QPushButton& add = *buttons_->button(QDialogButtonBox::Ok);
   add.setEnabled(some && !busy_);
   (some ? add : *find_).setDefault(true);
-  heading_->setEnabled(!calendars_.empty());
-  list_->setEnabled(!calendars_.empty());
+  heading_->setEnabled(!found_.calendars.empty());
+  list_->setEnabled(!found_.calendars.empty());
 }
 
 void AccountDialog::done(int result) {

@@ -4,12 +4,11 @@
 
 #include <QDialog>
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
+#include "hosts/SyncMessages.h"
 #include "hosts/yearplan/window/LoginFields.h"
-#include "values/Colour.h"
 
 class QDialogButtonBox;
 class QFormLayout;
@@ -31,21 +30,11 @@ struct ServerAccount {
   friend bool operator==(const ServerAccount&, const ServerAccount&) = default;
 };
 
-/// A calendar of an account.
-struct ServerCalendar {
-  std::string url = {};
-  std::string name = {};
-  std::optional<Colour> colour = {};
-  bool readOnly = false;
-
-  friend bool operator==(const ServerCalendar&, const ServerCalendar&) = default;
-};
-
 /// What the dialog has done outside; each answer comes by a Show function of the dialog.
 struct AccountCommands {
   std::function<void(const ServerAccount&)> find;
   /// Makes a calendar and finds all of them again.
-  std::function<void(const ServerAccount&, const std::string& name)> make;
+  std::function<void(const ServerAccount&, const std::string& home, const std::string& name)> make;
   std::function<void()> stop;
 };
 
@@ -56,14 +45,14 @@ class AccountDialog : public QDialog {
 
   void ShowProgress(const std::string& text, int done = 0, int of = 0);
   /// What was ticked before stays so, what has just been made is ticked.
-  void ShowCalendars(const std::vector<ServerCalendar>& calendars);
+  void ShowCalendars(const SyncCalendars& found);
   void ShowFault(const std::string& why);
   /// The server does not take the name or the password.
   void AskForLogin(const std::string& why);
 
   ServerAccount Account() const;
   /// Those that are ticked.
-  std::vector<ServerCalendar> Chosen() const;
+  std::vector<FoundCalendar> Chosen() const;
 
  protected:
   void done(int result) override;
@@ -87,7 +76,7 @@ class AccountDialog : public QDialog {
   ProgressLine* progress_;
   Complaint* complaint_;
   QDialogButtonBox* buttons_;
-  std::vector<ServerCalendar> calendars_;
+  SyncCalendars found_;
   /// The name of the calendar that is being made.
   std::string made_;
   bool busy_ = false;

@@ -6,6 +6,12 @@
 
 namespace velkor {
 
+Colour ColourOr(const std::string& text, Colour other) {
+  const QColor colour(QString::fromStdString(text));
+  if (text.empty() || !colour.isValid()) return other;
+  return Colour::FromRgb(colour.red(), colour.green(), colour.blue());
+}
+
 QColor ToQtColour(Colour colour) {
   return {colour.Red(), colour.Green(), colour.Blue()};
 }

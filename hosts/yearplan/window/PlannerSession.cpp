@@ -10,6 +10,8 @@
 #include "hosts/yearplan/CalendarOptions.h"
 #include "hosts/yearplan/OfferedColours.h"
 #include "hosts/yearplan/window/AppointmentInspector.h"
+#include "hosts/yearplan/window/OpenSet.h"
+#include "model/CalEvent.h"
 #include "model/Status.h"
 #include "platform/Forms.h"
 #include "platform/MessageBoxes.h"
@@ -60,8 +62,7 @@ PlannerSession::PlannerSession(const std::string& calendar, SessionSurroundings 
       outlook_(calendar_.Store(), locale_,
                {.userName = LoginName(),
                 .listSeparator = listSeparator_,
-                .inspector =
-                    [this](OutlookItem& item) { InspectAppointment(surroundings_.window, item); },
+                .inspector = [this](OutlookItem& item) { Inspect(item); },
                 .post = [this](std::function<void()> work) { Post(std::move(work)); },
                 .clock = [this] { return clock_.Now(); }}),
       memoryCache_(
@@ -108,6 +109,56 @@ void PlannerSession::Start() {
   plan_->ReadProperties(bag);
   OfferFirstColours(calendar_.Folder(), outlook_, locale_, plan_->Properties().TitleName,
                     CategorySeparator(listSeparator_));
+  shownSet_.reset();
+  ShowSet();
+}
+
+/// What the set says of how its calendars look.
+void PlannerSession::ShowSet() {
+  plan_->ShowDaysOff(calendar_.DaysOff());
+  if (calendar_.IsSet() && shownSet_ != calendar_.Set()) {
+    shownSet_ = calendar_.Set();
+    plan_->ColourBars(shownSet_->barColours == BarColours::Category
+                          ? EventColour()
+                          : [this](const CalEvent& event) -> std::optional<Colour> {
+      const SetSource* const source = calendar_.SourceOf(event.EventID);
+      if (!source) return std::nullopt;
+      return ColourOf(calendar_.Set(), *source);
+    });
+  }
+}
+
+CalendarChoice PlannerSession::ChoiceFor(OutlookItem& item) {
+  if (!calendar_.IsSet()) return {};
+  const std::string entryId = item.EntryID();
+  const SetSource* const own = calendar_.SourceOf(entryId);
+  CalendarChoice choice{.current = own ? own->id : calendar_.DefaultForNew(),
+                        .isNew = entryId.empty()};
+  for (const PlaceState& place : calendar_.PlaceStates()) {
+    const SetSource* const source = FindSource(calendar_.Set(), place.id);
+    if (!source || (source->background && source != own)) continue;
+    choice.calendars.push_back(
+        {.id = place.id,
+         .name = NameOf(*source, place.name),
+         .colour = ColourOf(calendar_.Set(), *source),
+         .refusal = place.readOnly ? "This calendar is read-only: what is in it cannot be changed "
+                                     "or moved here, and nothing can be added."
+                                   : ""});
+  }
+  choice.put = [this, entryId, isNew = choice.isNew](const std::string& id) {
+    if (isNew) {
+      calendar_.ChooseForNew(id);
+    } else {
+      calendar_.Move(entryId, id, clock_.Now());
+    }
+  };
+  return choice;
+}
+
+void PlannerSession::Inspect(OutlookItem& item) {
+  InspectAppointment(surroundings_.window, item, ChoiceFor(item));
+  // A new one that was given up takes its calendar with it.
+  calendar_.ChooseForNew({});
 }
 
 std::vector<std::string> PlannerSession::Remarks() {
@@ -167,7 +218,11 @@ void PlannerSession::Follow() {
 }
 
 void PlannerSession::Look() {
-  calendar_.Look([this](const std::string& text) { Tell(troubles_.file, text); });
+  calendar_.Look([this](const std::string& text) {
+    Tell(troubles_.file, text);
+    ShowSet();
+    if (surroundings_.onCalendars) surroundings_.onCalendars();
+  });
   Follow();
 }
 

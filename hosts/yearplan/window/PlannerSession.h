@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,7 @@
 #include "control/YearPlan.h"
 #include "hosts/yearplan/CalendarPlace.h"
 #include "hosts/yearplan/CalendarSettings.h"
+#include "hosts/yearplan/window/CalendarChoice.h"
 #include "hosts/yearplan/window/SleepWatch.h"
 #include "hosts/yearplan/window/StoredProperties.h"
 #include "platform/Host.h"
@@ -46,6 +48,8 @@ struct SessionSurroundings {
   std::function<void(const std::string&)> onStatus;
   /// Something that lasts, as a calendar file that cannot be read; empty when it is over.
   std::function<void(const std::string&)> onTrouble;
+  /// The calendars of the set are others, or how they are is; never before the session is made.
+  std::function<void()> onCalendars = nullptr;
   /// The cache utility; empty for the one beside the program.
   std::string cacheUtility;
 };
@@ -102,6 +106,9 @@ class PlannerSession : public ControlHost {
   };
 
   void Tell(std::string& kind, const std::string& text);
+  void Inspect(OutlookItem& item);
+  CalendarChoice ChoiceFor(OutlookItem& item);
+  void ShowSet();
   Platform MakePlatform();
   /// Runs work from the event loop, unless this is gone by then.
   void Post(std::function<void()> work);
@@ -132,6 +139,8 @@ class PlannerSession : public ControlHost {
   PromptCacheUtilities memoryCache_;
   CalendarSettings settings_;
   std::unique_ptr<YearPlan> plan_;
+  /// The set as the control shows it; none before that.
+  std::optional<CalendarSet> shownSet_;
   QFileSystemWatcher watcher_;
   QTimer lookTimer_;
   SleepWatch sleepWatch_;

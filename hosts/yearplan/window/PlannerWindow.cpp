@@ -22,6 +22,7 @@
 #include "hosts/yearplan/window/PlannerSession.h"
 #include "hosts/yearplan/window/PlannerWidget.h"
 #include "hosts/yearplan/window/ProgressLine.h"
+#include "hosts/yearplan/window/SetDisplay.h"
 #include "hosts/yearplan/window/SettingsDialog.h"
 #include "hosts/yearplan/window/StoredProperties.h"
 #include "platform/desktop/DesktopSystem.h"
@@ -51,7 +52,7 @@ PlannerWindow::PlannerWindow(Settings& settings, std::string cacheUtility)
       recent_(settings_),
       set_(Surroundings()),
       menus_(*this, recent_, Steps()),
-      dock_(new CalendarDock(settings_, set_.ForPane(), menus_.Adding())) {
+      dock_(new CalendarDock(settings_, ForPane(), menus_.Adding())) {
   setObjectName("PlannerWindow");
   setWindowTitle(ProgramName);
   setWindowIcon(ProgramIcon());
@@ -61,11 +62,19 @@ PlannerWindow::PlannerWindow(Settings& settings, std::string cacheUtility)
   addDockWidget(Qt::RightDockWidgetArea, dock_);
   dock_->hide();
   menus_.AddPane(dock_->toggleViewAction());
+  display_ = std::make_unique<SetDisplay>(DisplayParts{.window = *this,
+                                                       .settings = settings_,
+                                                       .messages = messages_,
+                                                       .pane = dock_->Pane(),
+                                                       .notices = *notices_,
+                                                       .progress = *progress_,
+                                                       .dataFolder = PrivateDataFolder()});
   resize(FittingSize());
   restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(Remembered(GeometryKey))));
 }
 
 PlannerWindow::~PlannerWindow() {
+  display_.reset();
   // The peers leave before their elements.
   delete planner_;
 }
@@ -87,17 +96,28 @@ MenuSteps PlannerWindow::Steps() {
           .openRecent =
               [this](const std::string& path) { WhenIdle([this, path] { OpenCalendar(path); }); },
           .addFiles = [this] { set_.AskForFiles(); },
-          .addAddress = [] {},
-          .addServer = [] {},
+          .addAddress = [this] { set_.Add(AskForAddress(display_->ForAdding())); },
+          .addServer = [this] { set_.Add(AskForServerCalendars(display_->ForAdding())); },
           .saveSet = [this] { set_.AskForName(); },
           .press =
               [elements](std::string_view key) {
                 elements([key](YearPlanElements& all) { all.Toolbar1.ClickButton(key); });
               },
-          .refresh = [elements] { elements([](YearPlanElements& all) { all.Command1.Click(); }); },
+          .refresh =
+              [this, elements] {
+                display_->SyncAll();
+                elements([](YearPlanElements& all) { all.Command1.Click(); });
+              },
           .colourByCalendar = [this](bool on) { set_.ColourByCalendar(on); },
           .settings = [this] { AskForSettings(); },
           .about = [elements] { elements([](YearPlanElements& all) { all.mnuAbout.Click(); }); }};
+}
+
+PaneCommands PlannerWindow::ForPane() {
+  PaneCommands commands = set_.ForPane();
+  commands.refresh = [this](const std::string& id) { display_->SyncNow(id); };
+  commands.exportRefused = [this](const std::string& id) { display_->ExportRefused(id); };
+  return commands;
 }
 
 SetSurroundings PlannerWindow::Surroundings() {
@@ -107,12 +127,17 @@ SetSurroundings PlannerWindow::Surroundings() {
       .dataFolder = PrivateDataFolder(),
       .open = [this](const std::string& path) { WhenIdle([this, path] { OpenCalendar(path); }); },
       .become = [this](const std::string& path) { WhenIdle([this, path] { OpenAs(path); }); },
-      .onChange = [this] { ShowSet(); }};
+      .onChange =
+          [this] {
+            session_->Look();
+            ShowSet();
+          }};
 }
 
 void PlannerWindow::MakeStage() {
   stage_ = new QWidget;
-  notices_ = new NoticeLine([](const std::string&, std::size_t) {});
+  notices_ = new NoticeLine(
+      [this](const std::string& id, std::size_t answer) { display_->Answer(id, answer); });
   invitation_ = MakeInvitation();
   auto* const rows = new QVBoxLayout(stage_);
   rows->setContentsMargins(0, 0, 0, 0);
@@ -133,7 +158,7 @@ void PlannerWindow::MakeStatusBar() {
   trouble_->setFont(bold);
   remarks_ = new QLabel;
   remarks_->setObjectName("remarks");
-  progress_ = new ProgressLine([] {});
+  progress_ = new ProgressLine([this] { display_->Stop(); });
   statusBar()->addWidget(status_);
   statusBar()->addWidget(trouble_, 1);
   statusBar()->addPermanentWidget(progress_);
@@ -195,6 +220,11 @@ std::unique_ptr<PlannerSession> PlannerWindow::MakeSession(const std::string& pa
                                       ShowTrouble(text);
                                       if (session_) ShowRemarks();
                                     },
+                                .onCalendars =
+                                    [this] {
+                                      set_.Reload();
+                                      if (display_ && session_) ShowSet();
+                                    },
                                 .cacheUtility = cacheUtility_});
 }
 
@@ -212,6 +242,7 @@ bool PlannerWindow::OpenCalendar(const std::string& path, std::optional<int> yea
                     .icon = MessageIcon::Exclamation});
     return false;
   }
+  display_->Follow(nullptr);
   delete planner_;
   planner_ = nullptr;
   delete std::exchange(invitation_, nullptr);
@@ -224,6 +255,7 @@ bool PlannerWindow::OpenCalendar(const std::string& path, std::optional<int> yea
   menus_.ShowCalendar();
   dock_->ShowFor(!set_.Open()->IsSingle());
   resizeDocks({dock_}, {dock_->RememberedWidth()}, Qt::Horizontal);
+  display_->Follow(session_.get());
   ShowSet();
   return true;
 }
@@ -242,17 +274,8 @@ void PlannerWindow::OpenAs(const std::string& path) {
 /// What the set says that is on show.
 void PlannerWindow::ShowSet() {
   const OpenSet& open = *set_.Open();
-  std::vector<CalendarRow> rows;
-  for (const SetSource& source : open.Set().sources) {
-    rows.push_back({.id = source.id,
-                    .name = NameOf(source),
-                    .colour = ColourOf(open.Set(), source),
-                    .shown = source.shown,
-                    .daysOff = source.background,
-                    .isDefault = source.id == open.Set().defaultSource});
-  }
-  dock_->Pane().Show(rows);
   menus_.ShowColours(open.Set().barColours == BarColours::Calendar, !open.IsSingle());
+  display_->Update();
   ShowTitle();
 }
 
@@ -260,6 +283,17 @@ void PlannerWindow::ShowPlanner() {
   planner_ = new PlannerWidget(session_->Plan());
   dynamic_cast<QVBoxLayout&>(*stage_->layout()).addWidget(planner_, 1);
   session_->Plan().Elements().pic1.SetFocus();
+  planner_->findChild<QWidget*>(ToQt(session_->Plan().Elements().pic1.Name()))
+      ->installEventFilter(this);
+}
+
+/// The first drawing of a year comes before anything that is asked of the network.
+bool PlannerWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Paint && session_ && session_->Plan().IsLive()) {
+    watched->removeEventFilter(this);
+    QTimer::singleShot(0, this, [this] { display_->Begin(); });
+  }
+  return QMainWindow::eventFilter(watched, event);
 }
 
 void PlannerWindow::ShowStatus(const std::string& text) {

@@ -23,6 +23,7 @@ class NoticeLine;
 class PlannerSession;
 class PlannerWidget;
 class ProgressLine;
+class SetDisplay;
 class Settings;
 
 /// Shows at most one calendar or set. Its size and the calendar are remembered in the settings.
@@ -47,6 +48,7 @@ class PlannerWindow : public QMainWindow {
   PlannerSession* Session() { return session_.get(); }
 
  protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
@@ -54,6 +56,7 @@ class PlannerWindow : public QMainWindow {
  private:
   QSize FittingSize() const;
   MenuSteps Steps();
+  PaneCommands ForPane();
   SetSurroundings Surroundings();
   void MakeStage();
   void MakeStatusBar();
@@ -90,6 +93,7 @@ class PlannerWindow : public QMainWindow {
   QLabel* trouble_ = nullptr;
   QLabel* remarks_ = nullptr;
   ProgressLine* progress_ = nullptr;
+  std::unique_ptr<SetDisplay> display_;
 };
 
 }  // namespace velkor

@@ -7,6 +7,7 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -36,7 +37,12 @@ QString InPairs(const std::string& digits) {
   return text;
 }
 
-QFormLayout* FactsOf(const ShownCertificate& certificate) {
+/// A day that is written as in 2026-01-31.
+QString ForPeople(const std::string& day) {
+  return QLocale().toString(QDate::fromString(ToQt(day), Qt::ISODate), QLocale::ShortFormat);
+}
+
+QFormLayout* FactsOf(const CertificateFault& certificate) {
   auto* const facts = new QFormLayout;
   facts->setRowWrapPolicy(QFormLayout::DontWrapRows);
   facts->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
@@ -50,8 +56,8 @@ QFormLayout* FactsOf(const ShownCertificate& certificate) {
   add(QDialog::tr("Made out to:"), ToQt(certificate.subject));
   add(QDialog::tr("Made out by:"), ToQt(certificate.issuer));
   add(QDialog::tr("Valid:"),
-      QDialog::tr("%1 to %2").arg(ToQt(certificate.from), ToQt(certificate.until)));
-  QLabel* const print = add(QDialog::tr("Fingerprint:"), InPairs(certificate.fingerprint));
+      QDialog::tr("%1 to %2").arg(ForPeople(certificate.from), ForPeople(certificate.until)));
+  QLabel* const print = add(QDialog::tr("Fingerprint:"), InPairs(certificate.sha256));
   print->setObjectName("fingerprint");
   print->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   print->setWordWrap(false);
@@ -60,7 +66,7 @@ QFormLayout* FactsOf(const ShownCertificate& certificate) {
 
 }  // namespace
 
-bool AskToTrust(QWidget* parent, const ShownCertificate& certificate) {
+bool AskToTrust(QWidget* parent, const CertificateFault& certificate) {
   QDialog dialog(parent);
   dialog.setObjectName("CertificateQuestion");
   dialog.setWindowTitle(QDialog::tr("Is this the right server?"));

@@ -5,29 +5,16 @@
 #include <optional>
 #include <string>
 
+#include "calendar/net/NetworkFault.h"
 #include "hosts/yearplan/window/LoginFields.h"
 
 class QWidget;
 
 namespace velkor {
 
-/// What a server shows of itself; dates as people write them.
-struct ShownCertificate {
-  std::string host = {};
-  /// Hexadecimal digits of its SHA-256.
-  std::string fingerprint = {};
-  std::string subject = {};
-  std::string issuer = {};
-  std::string from = {};
-  std::string until = {};
-  /// Why it is not simply believed.
-  std::string reason = {};
-  /// Another one of this host was trusted before.
-  bool changed = false;
-};
-
-/// Whether to trust it for its host from now on; no is the answer to a key pressed in haste.
-bool AskToTrust(QWidget* parent, const ShownCertificate& certificate);
+/// Whether to trust a certificate for its host from now on; no is the answer to a key pressed in
+/// haste.
+bool AskToTrust(QWidget* parent, const CertificateFault& certificate);
 
 /// @param why    a sentence; empty for the usual one
 /// @param login  the user that is known, and no password
