@@ -20,17 +20,25 @@
 
 namespace velkor {
 
+/// What the product keeps for its user lies elsewhere meanwhile.
+class DataFolder {
+ public:
+  explicit DataFolder(const QString& folder) : before_(qgetenv("XDG_DATA_HOME")) {
+    qputenv("XDG_DATA_HOME", folder.toUtf8());
+  }
+  ~DataFolder() {
+    before_.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", before_);
+  }
+  DataFolder(const DataFolder&) = delete;
+  DataFolder& operator=(const DataFolder&) = delete;
+
+ private:
+  const QByteArray before_;
+};
+
 /// One window over calendars in a folder of the test's own.
 class WindowCase : public FolderCase {
  protected:
-  /// What the product keeps lies in the folder, too.
-  WindowCase() : dataBefore_(qgetenv("XDG_DATA_HOME")) {
-    qputenv("XDG_DATA_HOME", File("data").toUtf8());
-  }
-  ~WindowCase() override {
-    dataBefore_.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", dataBefore_);
-  }
-
   static constexpr int Year = 2026;
   /// Pairs of a day, as in 20260504, and a subject.
   using Days = std::vector<std::pair<const char*, const char*>>;
@@ -89,7 +97,7 @@ class WindowCase : public FolderCase {
     return {};
   }
 
-  const QByteArray dataBefore_;
+  const DataFolder data_{File("data")};
   MemorySettings settings_;
   velkor::PlannerWindow window_{settings_};
 };

@@ -23,14 +23,18 @@ std::string ForPeople(std::int64_t seconds) {
       .toStdString();
 }
 
+/// What the last try says is newer than what lies here, and says more: a copy that was never fetched
+/// is only missing.
 void AddSync(CalendarRow& row, const SourceSync& sync) {
   row.remote = true;
   row.busy = sync.running;
+  if (row.since.empty()) row.trouble.clear();
+  if (!sync.trouble.empty()) {
+    row.trouble = sync.trouble;
+    row.offline = sync.offline;
+  }
   if (sync.certificate) row.trouble = "Its server is not trusted.";
   if (sync.login) row.trouble = "The password is needed.";
-  if (!row.trouble.empty() || sync.trouble.empty()) return;
-  row.trouble = sync.trouble;
-  row.offline = sync.offline;
 }
 
 }  // namespace

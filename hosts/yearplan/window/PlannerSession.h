@@ -48,10 +48,10 @@ struct SessionSurroundings {
   std::function<void(const std::string&)> onStatus;
   /// Something that lasts, as a calendar file that cannot be read; empty when it is over.
   std::function<void(const std::string&)> onTrouble;
+  /// The cache utility; empty for the one beside the program.
+  std::string cacheUtility = {};
   /// The calendars of the set are others, or how they are is; never before the session is made.
   std::function<void()> onCalendars = nullptr;
-  /// The cache utility; empty for the one beside the program.
-  std::string cacheUtility;
 };
 
 /// Counts how deep the control is inside ProcessMessages, where it must not be taken away, and

@@ -220,12 +220,12 @@ std::unique_ptr<PlannerSession> PlannerWindow::MakeSession(const std::string& pa
                                       ShowTrouble(text);
                                       if (session_) ShowRemarks();
                                     },
+                                .cacheUtility = cacheUtility_,
                                 .onCalendars =
                                     [this] {
                                       set_.Reload();
                                       if (display_ && session_) ShowSet();
-                                    },
-                                .cacheUtility = cacheUtility_});
+                                    }});
 }
 
 bool PlannerWindow::OpenCalendar(const std::string& path, std::optional<int> year) {
