@@ -18,6 +18,9 @@ std::string NameOf(const std::string& calendar) {
   return QFileInfo(QString::fromStdString(calendar)).completeBaseName().toStdString();
 }
 
+/// Of the file of an address's copy, without its extension.
+constexpr std::string_view CopyName = "calendar";
+
 /// The only source of a planner without a set.
 CalendarSet SetOfFile(const std::string& path) {
   CalendarSet set;
@@ -225,6 +228,9 @@ void SetCalendar::Adopt(SetPlace& place, const PlaceMark& mark, IcsOutcome outco
   if (keeps) return;
   place.hasItems = true;
   place.name = std::move(calendar.name);
+  // A copy without a name of its own has that of its file, which is ours.
+  const bool isCopy = place.source.kind == SourceKind::Address;
+  if (isCopy && place.name == CopyName) place.name.clear();
   place.diagnostics = std::move(calendar.diagnostics);
   CalendarFolder::Items& items = fresh[place.source.id];
   for (CalendarItem& item : calendar.items) {

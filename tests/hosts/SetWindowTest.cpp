@@ -1,4 +1,5 @@
-// tests/hosts/SetWindowTest.cpp: a window over several calendars, by drops, menus, pane and inspector.
+// tests/hosts/SetWindowTest.cpp: a window over several calendars, by drops, menus, pane and
+// inspector.
 #include <QAction>
 #include <QComboBox>
 #include <QDropEvent>
@@ -148,9 +149,7 @@ TEST_F(SetWindow, OneCalendarsFaultIsALineOfThePaneAndTheOthersStay) {
   OpenBoth();
   QFile::remove(File("bert.ics"));
   EXPECT_TRUE(QTest::qWaitFor(
-      [&] {
-        return List().item(1)->data(Qt::AccessibleTextRole).toString().contains("Failing");
-      },
+      [&] { return List().item(1)->data(Qt::AccessibleTextRole).toString().contains("Failing"); },
       8000));
   Write("anna.ics", CalendarOf({{"20260504", "Holiday"}}));
   EXPECT_TRUE(Shows(2));

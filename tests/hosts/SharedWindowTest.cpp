@@ -24,10 +24,14 @@ class SharedWindow : public WindowCase {
     ADD_FAILURE() << "No entry " << entry;
   }
   bool StateIs(int row, const char* part) {
-    return Until([&] {
+    QString state;
+    const bool so = Until([&] {
       auto* const item = window_.findChild<QListWidget*>("calendarList")->item(row);
-      return item && item->data(Qt::AccessibleTextRole).toString().contains(part);
+      state = item ? item->data(Qt::AccessibleTextRole).toString() : QString();
+      return state.contains(part);
     });
+    EXPECT_TRUE(so) << state.toStdString();
+    return so;
   }
   QWidget& Notice() { return *window_.findChild<QWidget*>("NoticeLine"); }
 
@@ -71,9 +75,9 @@ TEST_F(SharedWindow, AnAddressIsCheckedBeforeItIsAddedAndItsFaultsLeaveItsLastGo
 
 TEST_F(SharedWindow, APasswordIsAskedForInALineAndNothingIsAskedBeforeTheYearIsDrawn) {
   status_ = 401;
-  Write("team.yearplan", QByteArray::fromStdString(R"({"yearplan": 1, "calendars": [{"address": ")" +
-                                                   server_.Url("/h.ics") +
-                                                   R"(", "user": "anna", "name": "Days"}]})"));
+  Write("team.yearplan", QByteArray::fromStdString(
+                             R"({"yearplan": 1, "calendars": [{"address": ")" +
+                             server_.Url("/h.ics") + R"(", "user": "anna", "name": "Days"}]})"));
   ASSERT_TRUE(window_.OpenCalendar(Path("team.yearplan"), Year));
   EXPECT_EQ(server_.Requests().size(), 0U);
   window_.show();

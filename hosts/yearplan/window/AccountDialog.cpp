@@ -151,7 +151,7 @@ void AccountDialog::ShowCalendars(const SyncCalendars& found) {
       const QString name = ToQt(calendar.name);
       auto* const item =
           new QListWidgetItem(calendar.readOnly ? tr("%1 (read-only)").arg(name) : name, list_);
-      item->setIcon(ColourSquare(ColourOr(calendar.colour, PlainColour)));
+      item->setIcon(ColourSquare(ColourOfServer(calendar.colour).value_or(PlainColour)));
       item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsUserCheckable);
       const bool tick = ticked.contains(calendar.url) || isMade(calendar);
       item->setCheckState(tick ? Qt::Checked : Qt::Unchecked);

@@ -23,12 +23,11 @@ std::string InWords(const SyncContent& content) {
 }
 
 SetSource SourceOf(const FoundCalendar& found, const ServerAccount& account) {
-  SetSource source{.kind = SourceKind::Server,
-                   .location = found.url,
-                   .user = account.login.user,
-                   .name = found.name};
-  if (!found.colour.empty()) source.colour = ColourOr(found.colour, colours::Black);
-  return source;
+  return {.kind = SourceKind::Server,
+          .location = found.url,
+          .user = account.login.user,
+          .name = found.name,
+          .colour = ColourOfServer(found.colour)};
 }
 
 SyncJob JobOf(SyncJob::Kind kind, const ServerAccount& account) {

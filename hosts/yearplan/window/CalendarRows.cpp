@@ -23,8 +23,8 @@ std::string ForPeople(std::int64_t seconds) {
       .toStdString();
 }
 
-/// What the last try says is newer than what lies here, and says more: a copy that was never fetched
-/// is only missing.
+/// What the last try says is newer than what lies here, and says more: a copy that was never
+/// fetched is only missing.
 void AddSync(CalendarRow& row, const SourceSync& sync) {
   row.remote = true;
   row.busy = sync.running;

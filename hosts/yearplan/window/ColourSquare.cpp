@@ -4,12 +4,13 @@
 #include <QPainter>
 #include <QPixmap>
 
+#include "values/ColourText.h"
+
 namespace velkor {
 
-Colour ColourOr(const std::string& text, Colour other) {
-  const QColor colour(QString::fromStdString(text));
-  if (text.empty() || !colour.isValid()) return other;
-  return Colour::FromRgb(colour.red(), colour.green(), colour.blue());
+std::optional<Colour> ColourOfServer(std::string_view text) {
+  if (!text.starts_with('#')) return std::nullopt;
+  return ColourOfHex(text.substr(1));
 }
 
 QColor ToQtColour(Colour colour) {

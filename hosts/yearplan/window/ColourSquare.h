@@ -2,14 +2,15 @@
 #pragma once
 
 #include <QIcon>
-#include <string>
+#include <optional>
+#include <string_view>
 
 #include "values/Colour.h"
 
 namespace velkor {
 
-/// The colour that a text as "#rrggbb" names; another one for any other text.
-Colour ColourOr(const std::string& text, Colour other);
+/// The colour of a text as "#rrggbb", which servers write; none for any other text.
+std::optional<Colour> ColourOfServer(std::string_view text);
 
 QColor ToQtColour(Colour colour);
 /// @param daysOff  hatched, as a calendar that shades days instead of drawing bars

@@ -9,9 +9,9 @@
 #include "hosts/CalendarRefresh.h"
 #include "hosts/yearplan/CalendarOptions.h"
 #include "hosts/yearplan/OfferedColours.h"
+#include "hosts/yearplan/SetColours.h"
 #include "hosts/yearplan/window/AppointmentInspector.h"
 #include "hosts/yearplan/window/OpenSet.h"
-#include "model/CalEvent.h"
 #include "model/Status.h"
 #include "platform/Forms.h"
 #include "platform/MessageBoxes.h"
@@ -118,13 +118,7 @@ void PlannerSession::ShowSet() {
   plan_->ShowDaysOff(calendar_.DaysOff());
   if (calendar_.IsSet() && shownSet_ != calendar_.Set()) {
     shownSet_ = calendar_.Set();
-    plan_->ColourBars(shownSet_->barColours == BarColours::Category
-                          ? EventColour()
-                          : [this](const CalEvent& event) -> std::optional<Colour> {
-      const SetSource* const source = calendar_.SourceOf(event.EventID);
-      if (!source) return std::nullopt;
-      return ColourOf(calendar_.Set(), *source);
-    });
+    plan_->ColourBars(ColoursOf(calendar_));
   }
 }
 
