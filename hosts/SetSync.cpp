@@ -97,14 +97,18 @@ void SetSync::Later() {
 }
 
 void SetSync::StartDue() {
-  for (const std::string& id : plan_.Start(seams_.now())) Start(id);
+  for (const std::string& id : plan_.Start(seams_.now())) {
+    // What was told of those before may have ended it.
+    if (plan_.IsRunning(id)) Start(id);
+  }
   Later();
 }
 
 void SetSync::Start(const std::string& id) {
-  const SetSource& source = sources_.at(id);
   runs_[id] = {};
   Call(listener_.onStarted, id);
+  if (!runs_.contains(id)) return;
+  const SetSource& source = sources_.at(id);
   if (source.user.empty()) return StartWith(id, {});
   const QPointer<QTimer> alive(timer_.get());
   seams_.findPassword(source.user, HostOf(source.location),

@@ -208,7 +208,7 @@ void HttpExchange::ThrowOnNetworkError() const {
       throw NetworkFault(Kind::Offline, server + " cannot be found.");
     case QNetworkReply::OperationCanceledError:
     case QNetworkReply::TimeoutError:
-      throw NetworkFault(Kind::TooSlow, server + " does not answer.");
+      throw NetworkFault(status == 0 ? Kind::Offline : Kind::TooSlow, server + " does not answer.");
     case QNetworkReply::RemoteHostClosedError:
       throw NetworkFault(Kind::Offline, server + " broke the connection off.");
     case QNetworkReply::SslHandshakeFailedError:

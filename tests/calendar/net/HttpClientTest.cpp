@@ -79,7 +79,7 @@ TEST(HttpClient, AServerThatMisbehavesEndsInAFaultOfItsKind) {
       {"packed, damaged",
        {.headers = {{"Content-Encoding", "gzip"}}, .body = "\x1f\x8bnonsense"},
        Kind::NotUnderstood},
-      {"silent", {.body = "x", .sleep = milliseconds(60'000)}, Kind::TooSlow},
+      {"silent", {.body = "x", .sleep = milliseconds(60'000)}, Kind::Offline},
       {"a byte now and then",
        {.body = std::string(4000, 'x'), .sleepBeforeByte = milliseconds(100)},
        Kind::TooSlow},
