@@ -6,6 +6,7 @@
 #include <QXmlStreamReader>
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 
 #include "calendar/net/NetworkFault.h"
 #include "values/Text.h"

@@ -83,9 +83,12 @@ std::vector<std::string> UrlsIn(const DavResponse& response, std::string_view pr
 Waypoint AskAt(HttpClient& client, const std::string& url) {
   std::vector<std::string_view> names{dav::CurrentUserPrincipal, dav::CalendarHomeSet};
   std::ranges::copy(CalendarProperties(), std::back_inserter(names));
-  DavResponse told;
-  const MultistatusEnd end = AskForMultistatus(client, PropertiesRequest(url, 0, names),
-                                               [&](DavResponse&& r) { told = std::move(r); });
+  std::optional<DavResponse> first;
+  const MultistatusEnd end =
+      AskForMultistatus(client, PropertiesRequest(url, 0, names), [&](DavResponse&& response) {
+        if (!first) first = std::move(response);
+      });
+  const DavResponse told = first.value_or(DavResponse());
   const auto principals = UrlsIn(told, dav::CurrentUserPrincipal, end.url);
   return {CalendarOf(end.url, told), principals.empty() ? std::string() : principals.front(),
           UrlsIn(told, dav::CalendarHomeSet, end.url)};

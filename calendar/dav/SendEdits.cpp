@@ -1,7 +1,6 @@
 // calendar/dav/SendEdits.cpp: PUT and DELETE under a condition, and what each answer means.
 #include "calendar/dav/SendEdits.h"
 
-#include <algorithm>
 #include <optional>
 #include <utility>
 

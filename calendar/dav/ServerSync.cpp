@@ -52,13 +52,12 @@ ServerSyncResult SyncServerCalendar(HttpClient& client, const std::string& url, 
   if (!turn) return {.isBusy = true};
   try {
     return Synchronise(client, CollectionUrl(url), mirror, progress);
-  } catch (const NetworkFault& fault) {
-    SetTrouble(mirror, fault.Description(), fault.What() == NetworkFault::Kind::Offline);
-    throw;
   } catch (const Error& error) {
+    const auto* fault = dynamic_cast<const NetworkFault*>(&error);
     // A disk that is full may not take this either.
     try {
-      SetTrouble(mirror, error.Description(), false);
+      SetTrouble(mirror, error.Description(),
+                 fault != nullptr && fault->What() == NetworkFault::Kind::Offline);
     } catch (const Error&) {
     }
     throw;
