@@ -13,5 +13,6 @@ void RegisterPrintFigures();
 void RegisterRuleFigures();
 void RegisterReadingFigures();
 void RegisterSetFigures();
+void RegisterSyncFigures();
 
 }  // namespace velkor

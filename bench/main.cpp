@@ -28,6 +28,7 @@ int main(int argc, char** argv) {
   velkor::RegisterRuleFigures();
   velkor::RegisterReadingFigures();
   velkor::RegisterSetFigures();
+  velkor::RegisterSyncFigures();
   velkor::FigureReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
   if (reporter.Missed() > 0) {
