@@ -123,6 +123,12 @@ std::optional<MirrorObject> Mirror::Object(const std::string& name) const {
   return MirrorObject{{name, std::move(header->href), std::move(header->etag)}, std::move(*bytes)};
 }
 
+std::optional<ObjectKey> Mirror::Key(const std::string& name) const {
+  auto header = IsObjectName(name) ? HeaderOf(name) : std::nullopt;
+  if (!header) return std::nullopt;
+  return ObjectKey{name, std::move(header->href), std::move(header->etag)};
+}
+
 bool Mirror::IsDamaged(const std::string& name) const {
   return IsObjectName(name) && files_.SizeOf(PathOfObject(name)) && !HeaderOf(name);
 }

@@ -81,6 +81,8 @@ class Mirror {
   std::vector<ObjectKey> Objects();
   /// None for one that is not there or damaged.
   std::optional<MirrorObject> Object(const std::string& name) const;
+  /// The same without its bytes.
+  std::optional<ObjectKey> Key(const std::string& name) const;
   /// True for one that is there but cannot be read.
   bool IsDamaged(const std::string& name) const;
 

@@ -14,13 +14,22 @@ namespace {
 
 using Kind = MirrorQuestion::Kind;
 
-/// What the user is to be asked before an edit is sent; none for nothing.
-std::optional<Kind> QuestionOf(const PendingEdit& edit, const std::optional<MirrorObject>& base) {
-  if (edit.kind == EditKind::Change && !base) return Kind::DeletedThere;
-  if (edit.kind != EditKind::Delete || !base || base->key.etag == edit.etag) return std::nullopt;
+/// What the user is to be asked before an edit is sent; none for nothing. A damaged object is no
+/// deleted one.
+/// @param edit  its header is enough
+std::optional<Kind> QuestionOf(const Mirror& mirror, const std::string& name,
+                               const PendingEdit& edit) {
+  if (edit.kind == EditKind::Create) return std::nullopt;
+  const auto base = mirror.Key(name);
+  if (edit.kind == EditKind::Change) {
+    const bool isThere = base || mirror.IsDamaged(name);
+    return isThere ? std::nullopt : std::optional(Kind::DeletedThere);
+  }
+  if (!base || base->etag == edit.etag) return std::nullopt;
+  const auto object = mirror.Object(name);
   const auto& marks = edit.marks;
   const bool isKnown =
-      std::find(marks.begin(), marks.end(), MarkOfObject(base->bytes)) != marks.end();
+      !object || std::find(marks.begin(), marks.end(), MarkOfObject(object->bytes)) != marks.end();
   return isKnown ? std::nullopt : std::optional(Kind::ChangedThere);
 }
 
@@ -90,8 +99,8 @@ std::optional<PendingEdit> RestOf(Mirror& mirror, const std::string& name, Pendi
 std::vector<std::string> Outbox::Waiting() const {
   std::vector<std::pair<std::uint64_t, std::string>> waiting;
   for (const std::string& name : mirror_.Files().Names("pending")) {
-    const auto edit = ReadEdit(mirror_, name);
-    const bool asks = edit && !mirror_.IsDamaged(name) && QuestionOf(*edit, mirror_.Object(name));
+    const auto edit = ReadEditHeader(mirror_, name);
+    const bool asks = edit && QuestionOf(mirror_, name, *edit);
     if (IsObjectName(name) && !asks) waiting.emplace_back(edit ? edit->first : 0, name);
   }
   std::sort(waiting.begin(), waiting.end());
@@ -107,7 +116,7 @@ std::optional<Outgoing> Outbox::Prepare(const std::string& name, std::int64_t cl
   // A damaged object is no deleted one; the next synchronisation fetches it.
   if (!edit || mirror_.IsDamaged(name)) return std::nullopt;
   const auto base = mirror_.Object(name);
-  if (QuestionOf(*edit, base)) return std::nullopt;
+  if (QuestionOf(mirror_, name, *edit)) return std::nullopt;
   if (edit->kind == EditKind::Delete) return PreparedDeletion(mirror_, name, *edit, base);
   if (!base) return OfferedCreation(mirror_, name, *edit);
   try {
@@ -172,12 +181,12 @@ void Outbox::Refuse(const Outgoing& refused, const std::string& reason) {
 std::vector<MirrorQuestion> Outbox::Questions() const {
   std::vector<MirrorQuestion> questions;
   for (const std::string& name : mirror_.Files().Names("pending")) {
-    const auto edit = ReadEdit(mirror_, name);
-    if (!edit || mirror_.IsDamaged(name)) continue;
-    const auto base = mirror_.Object(name);
-    const auto kind = QuestionOf(*edit, base);
+    const auto header = ReadEditHeader(mirror_, name);
+    const auto kind = header ? QuestionOf(mirror_, name, *header) : std::nullopt;
     if (!kind) continue;
-    const auto shown = ReadObject(base ? base->bytes : edit->after);
+    const auto base = mirror_.Object(name);
+    const auto edit = ReadEdit(mirror_, name);
+    const auto shown = ReadObject(base ? base->bytes : edit ? edit->after : "");
     questions.push_back(
         {name, *kind, shown ? shown->item.fields.subject : "", shown ? shown->item.start : Date()});
   }
@@ -188,7 +197,7 @@ void Outbox::Answer(const std::string& id, bool keepMine) {
   const auto lock = mirror_.Files().Lock();
   auto edit = TakeEdit(mirror_, id);
   const auto base = mirror_.Object(id);
-  if (!edit || mirror_.IsDamaged(id) || !QuestionOf(*edit, base)) return;
+  if (!edit || !QuestionOf(mirror_, id, *edit)) return;
   if (!keepMine) {
     DropEdit(mirror_, id);
     return;

@@ -86,22 +86,27 @@ void ReadFields(const Json& json, PendingEdit& edit) {
   }
 }
 
-}  // namespace
+struct EditHeader {
+  /// Without the two objects.
+  PendingEdit edit;
+  /// Where they begin, and their sizes.
+  std::size_t begin = 0;
+  std::uint64_t before = 0;
+  std::uint64_t after = 0;
+};
 
-std::string EncodeEdit(const PendingEdit& edit) {
-  return TextOf(HeaderOf(edit)).append("\n").append(edit.before).append(edit.after);
-}
-
-std::optional<PendingEdit> DecodeEdit(std::string_view bytes) {
+/// None for bytes that do not begin with the line of an edit.
+std::optional<EditHeader> DecodeHeader(std::string_view bytes) {
   const std::size_t end = bytes.substr(0, LongestHeader).find('\n');
   if (end == std::string_view::npos) return std::nullopt;
   const Json json = Json::parse(bytes.substr(0, end), nullptr, false);
   const auto kind = PlaceOf(KindNames, TextIn(json, "kind"));
-  const auto before = static_cast<std::uint64_t>(NumberIn(json, "before", -1));
-  const auto after = static_cast<std::uint64_t>(NumberIn(json, "after", -1));
-  const std::string_view body = bytes.substr(end + 1);
-  if (!kind || before > body.size() || body.size() - before != after) return std::nullopt;
-  PendingEdit edit;
+  if (!kind) return std::nullopt;
+  EditHeader header{{},
+                    end + 1,
+                    static_cast<std::uint64_t>(NumberIn(json, "before", -1)),
+                    static_cast<std::uint64_t>(NumberIn(json, "after", -1))};
+  PendingEdit& edit = header.edit;
   edit.kind = static_cast<EditKind>(*kind);
   edit.revision = static_cast<std::uint64_t>(NumberIn(json, "revision"));
   edit.first = static_cast<std::uint64_t>(NumberIn(json, "first"));
@@ -110,9 +115,25 @@ std::optional<PendingEdit> DecodeEdit(std::string_view bytes) {
   edit.offered = FlagIn(json, "offered");
   edit.marks = TextsIn(json, "marks");
   ReadFields(json, edit);
-  edit.before = body.substr(0, before);
-  edit.after = body.substr(before);
-  return edit;
+  return header;
+}
+
+}  // namespace
+
+std::string EncodeEdit(const PendingEdit& edit) {
+  return TextOf(HeaderOf(edit)).append("\n").append(edit.before).append(edit.after);
+}
+
+std::optional<PendingEdit> DecodeEdit(std::string_view bytes) {
+  auto header = DecodeHeader(bytes);
+  if (!header) return std::nullopt;
+  const std::string_view body = bytes.substr(header->begin);
+  if (header->before > body.size() || body.size() - header->before != header->after) {
+    return std::nullopt;
+  }
+  header->edit.before = body.substr(0, header->before);
+  header->edit.after = body.substr(header->before);
+  return std::move(header->edit);
 }
 
 std::string MarkOfObject(std::string_view bytes) {
@@ -124,6 +145,16 @@ std::optional<PendingEdit> ReadEdit(const Mirror& mirror, const std::string& nam
   if (!IsObjectName(name)) return std::nullopt;
   const auto bytes = mirror.Files().Read(PathOfEdit(name));
   return bytes ? DecodeEdit(*bytes) : std::nullopt;
+}
+
+std::optional<PendingEdit> ReadEditHeader(const Mirror& mirror, const std::string& name) {
+  if (!IsObjectName(name)) return std::nullopt;
+  for (const std::size_t most : {std::size_t{4} << 10, LongestHeader}) {
+    const auto bytes = mirror.Files().Read(PathOfEdit(name), most);
+    auto header = bytes ? DecodeHeader(*bytes) : std::nullopt;
+    if (header) return std::move(header->edit);
+  }
+  return std::nullopt;
 }
 
 void SaveEdit(Mirror& mirror, const std::string& name, PendingEdit& edit, Durability when) {

@@ -63,6 +63,8 @@ std::string MarkOfObject(std::string_view bytes);
 
 /// The edit of an object as the disk has it; none where there is none or where it is damaged.
 std::optional<PendingEdit> ReadEdit(const Mirror& mirror, const std::string& name);
+/// The same without the objects before and after.
+std::optional<PendingEdit> ReadEditHeader(const Mirror& mirror, const std::string& name);
 /// Gives the edit its next revision and writes it.
 void SaveEdit(Mirror& mirror, const std::string& name, PendingEdit& edit,
               Durability when = Durability::Now);
