@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <iterator>
 #include <nlohmann/json.hpp>
-#include <set>
 #include <utility>
 
 #include "calendar/ics/write/IcsEditor.h"
@@ -230,6 +229,14 @@ void FinishCategory(Mirror& mirror) {
     mirror.Files().Synchronise();
   }
   mirror.Files().Remove(CategoryName);
+}
+
+void FinishCategoryIfPossible(Mirror& mirror) {
+  try {
+    FinishCategory(mirror);
+  } catch (const Error&) {
+    // The disk is full, or another program saves for too long.
+  }
 }
 
 std::vector<std::string> NamesOfObjects(const Mirror& mirror) {

@@ -38,6 +38,8 @@ void DeleteObject(Mirror& mirror, const std::string& name, const std::string& ti
 /// done by FinishCategory.
 void ReplaceCategoryInObjects(Mirror& mirror, const CategoryEdit& change);
 void FinishCategory(Mirror& mirror);
+/// For those who only look: what the disk does not take now is left for the next save, which tells.
+void FinishCategoryIfPossible(Mirror& mirror);
 
 /// The names of all objects that there are or that wait to be created, ascending.
 std::vector<std::string> NamesOfObjects(const Mirror& mirror);

@@ -97,6 +97,7 @@ std::optional<PendingEdit> RestOf(Mirror& mirror, const std::string& name, Pendi
 }  // namespace
 
 std::vector<std::string> Outbox::Waiting() const {
+  FinishCategoryIfPossible(mirror_);
   std::vector<std::pair<std::uint64_t, std::string>> waiting;
   for (const std::string& name : mirror_.Files().Names("pending")) {
     const auto edit = ReadEditHeader(mirror_, name);

@@ -98,22 +98,13 @@ class MirrorReader {
   bool areDamaged_ = false;
 };
 
-/// What a stopped save left is no reason not to read.
-void FinishStoppedSave(Mirror& mirror) {
-  try {
-    FinishCategory(mirror);
-  } catch (const Error&) {
-    // The next save tells.
-  }
-}
-
 }  // namespace
 
 ParsedCalendar ReadMirror(const std::string& folder, const DateWindow& window,
                           const IcsLimits& limits) {
   Mirror mirror(folder);
   try {
-    FinishStoppedSave(mirror);
+    FinishCategoryIfPossible(mirror);
     return MirrorReader(mirror, window, limits).Read();
   } catch (const std::bad_alloc&) {
     throw Error(errors::CalendarFailed,

@@ -83,6 +83,13 @@ TEST_F(MirrorSaving, ACategoryIsReplacedInChangedOccurrencesToo) {
   EXPECT_THAT(outbox_.Notes(), IsEmpty());
 }
 
+TEST_F(MirrorSaving, ACategoryWhoseReplacementWasStoppedWaitsInAllObjects) {
+  mirror_.Put("/c/a.ics", "1", ObjectOf("a", "DTSTART:20260301\nCATEGORIES:Old\n"));
+  Overwrite("category.json", "{\"from\":\"Old\",\"to\":\"New\",\"time\":1767312000}");
+  EXPECT_THAT(outbox_.Waiting(), ElementsAre(EntryIdOfUid("a")));
+  EXPECT_THAT(Read().items.at(0).fields.categories, ElementsAre("New"));
+}
+
 TEST_F(MirrorSaving, AWholeAppointmentIsTakenOverByteForByte) {
   const std::string whole =
       ObjectOf("a",
