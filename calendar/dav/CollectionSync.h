@@ -1,18 +1,14 @@
 // calendar/dav/CollectionSync.h: brings a mirror up to date with the calendar on its server.
 #pragma once
 
-#include <cstddef>
-#include <functional>
 #include <string>
 
 #include "calendar/dav/ServerCalendar.h"
+#include "calendar/dav/SyncProgress.h"
 #include "calendar/mirror/Mirror.h"
 #include "calendar/net/HttpClient.h"
 
 namespace velkor {
-
-/// Told after each portion how many of the changed objects have been fetched.
-using SyncProgress = std::function<void(std::size_t done, std::size_t of)>;
 
 struct SyncedCollection {
   /// The objects in the mirror are others now.

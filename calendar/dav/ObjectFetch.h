@@ -2,11 +2,11 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "calendar/dav/SyncProgress.h"
 #include "calendar/mirror/Mirror.h"
 #include "calendar/net/HttpClient.h"
 
@@ -21,9 +21,7 @@ struct FetchedKey {
 class ObjectFetch {
  public:
   /// @param collection  its URL
-  /// @param progress    told after each portion; may be empty
-  ObjectFetch(HttpClient& client, std::string collection, Mirror& mirror,
-              std::function<void(std::size_t done, std::size_t of)> progress)
+  ObjectFetch(HttpClient& client, std::string collection, Mirror& mirror, SyncProgress progress)
       : client_(client),
         collection_(std::move(collection)),
         mirror_(mirror),
@@ -52,7 +50,7 @@ class ObjectFetch {
   HttpClient& client_;
   std::string collection_;
   Mirror& mirror_;
-  std::function<void(std::size_t done, std::size_t of)> progress_;
+  SyncProgress progress_;
   /// Until the server refuses to give several objects at once.
   bool givesSeveral_ = true;
   bool changed_ = false;

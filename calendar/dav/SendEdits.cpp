@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "calendar/dav/DavClient.h"
 #include "calendar/dav/DavPath.h"
@@ -58,8 +59,11 @@ class EditSender {
         secondsAhead_(options.secondsAhead) {}
 
   SentEdits Run() {
-    for (const std::string& name : outbox_.Waiting()) {
-      if (!options_.leave.contains(name)) SendOne(name);
+    const std::vector<std::string> names = outbox_.Waiting();
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      if (options_.leave.contains(names[i])) continue;
+      SendOne(names[i]);
+      if (options_.progress) options_.progress(i + 1, names.size());
     }
     return std::move(result_);
   }

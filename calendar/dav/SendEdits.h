@@ -7,6 +7,7 @@
 #include <string>
 
 #include "calendar/dav/ServerCalendar.h"
+#include "calendar/dav/SyncProgress.h"
 #include "calendar/mirror/Outbox.h"
 #include "calendar/net/HttpClient.h"
 
@@ -19,6 +20,7 @@ struct SendOptions {
   std::set<std::string> leave = {};
   /// The mirror has just been synchronised.
   bool isUpToDate = false;
+  SyncProgress progress = {};
 };
 
 struct SentEdits {

@@ -29,14 +29,15 @@ ServerSyncResult Synchronise(HttpClient& client, const std::string& url, Mirror&
   auto [calendar, secondsAhead] = DescribeCalendar(client, url);
   Outbox outbox(mirror);
   ServerSyncResult result;
-  const SentEdits first = SendEdits(client, calendar, mirror, outbox, {secondsAhead, {}, false});
+  const SentEdits first =
+      SendEdits(client, calendar, mirror, outbox, {secondsAhead, {}, false, progress});
   Count(first, result);
   // What is in the way may have come a moment ago.
   if (first.conflicts > 0) calendar = DescribeCalendar(client, url).calendar;
   const SyncedCollection synced = SyncCollection(client, calendar, mirror, progress);
   result.changed = result.changed || synced.changed;
   const SentEdits rest =
-      SendEdits(client, calendar, mirror, outbox, {secondsAhead, first.waiting, true});
+      SendEdits(client, calendar, mirror, outbox, {secondsAhead, first.waiting, true, progress});
   Count(rest, result);
   for (const std::string& trouble : {first.trouble, rest.trouble}) {
     if (!trouble.empty()) SetTrouble(mirror, trouble, false);

@@ -12,6 +12,7 @@
 #include <random>
 #include <regex>
 
+#include "calendar/net/HttpClient.h"
 #include "tests/calendar/dav/FakeCalendar.h"
 #include "tests/calendar/dav/MirrorUser.h"
 #include "tests/platform/desktop/FolderCase.h"
@@ -22,6 +23,7 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Pair;
 using testing::SizeIs;
 
 using Fault = std::function<std::optional<ScriptedAnswer>(const ScriptedRequest&)>;
@@ -68,6 +70,20 @@ TEST_F(SendEdits, ChangesCreationsAndDeletionsAreSentOnceEach) {
   EXPECT_THAT(There(), ElementsAre("Alpha||here"));
   EXPECT_EQ(Ours().Synchronise().sent, 0u);
   EXPECT_THAT(Ours().Shown(), ElementsAre("Alpha||here"));
+}
+
+TEST_F(SendEdits, ProgressIsToldOfWhatIsSentAndFetched) {
+  for (int i = 0; i < 150; ++i) {
+    const std::string name = "n" + std::to_string(i);
+    calendar_.Put("/c/" + name + ".ics", Appointment(name, name));
+  }
+  Ours().Add("Beta");
+  Ours().Add("Gamma");
+  HttpClient client({});
+  std::vector<std::pair<std::size_t, std::size_t>> told;
+  SyncServerCalendar(client, server_.Url("/c"), Ours().Place(),
+                     [&](std::size_t done, std::size_t of) { told.emplace_back(done, of); });
+  EXPECT_THAT(told, ElementsAre(Pair(1, 2), Pair(2, 2), Pair(100, 150), Pair(150, 150)));
 }
 
 TEST_F(SendEdits, OneProgramAtATimeSynchronisesAMirror) {
