@@ -204,7 +204,11 @@ void SyncRun::AskToTrust(const std::string& id, const CertificateFault& fault) {
            << "\n  made out for  " << fault.subject << "\n  by            " << fault.issuer
            << "\n  valid         " << fault.from << " to " << fault.until << "\n  SHA-256       "
            << fault.sha256 << '\n';
-  if (!questions_.CanAsk() || !questions_.Confirms("Trust it for this server from now on?")) return;
+  if (!questions_.CanAsk()) {
+    messages << "To trust it add --trust " << fault.host << '=' << fault.sha256 << ".\n";
+    return;
+  }
+  if (!questions_.Confirms("Trust it for this server from now on?")) return;
   TrustHost(settings_, fault.host, fault.sha256);
   steps_[id].again = true;
 }
