@@ -31,17 +31,84 @@ ObjectAppointment Expected(std::string_view bytes) {
   return std::move(*appointment);
 }
 
-/// The object with these fields as ours has them.
-std::string WithFields(const std::string& bytes, const std::vector<ItemField>& fields,
-                       const ObjectAppointment& mine, const ObjectAppointment& theirs,
-                       std::int64_t time) {
-  ItemChange change;
-  for (const ItemField field : fields) SetField(change, field, mine);
-  CalendarItem after = mine.item;
-  after.entryId = theirs.item.entryId;
-  after.lastModified = LocalTime(std::max(time, theirs.modified.value_or(time)));
-  return ChangeInIcs(bytes, ObjectName, after, change).bytes;
-}
+class Merger {
+ public:
+  Merger(const PendingEdit& edit, const std::string& base, std::int64_t clockAhead)
+      : edit_(edit),
+        clockAhead_(clockAhead),
+        before_(Expected(edit.before)),
+        mine_(Expected(edit.after)),
+        theirs_(Expected(base)),
+        merged_{base, {}, {}} {}
+
+  MergedEdit Merged() {
+    for (const CategoryEdit& made : edit_.categories) {
+      merged_.bytes = ReplaceCategoryInIcs(merged_.bytes, ObjectName, {made.from, made.to},
+                                           LocalTime(made.time));
+    }
+    for (const auto& [field, made] : edit_.fields) Decide(field, made);
+    if (wanted_.empty()) return std::move(merged_);
+    Make();
+    merged_.bytes = AsServersTakeIt(std::move(merged_.bytes));
+    return std::move(merged_);
+  }
+
+ private:
+  void Decide(ItemField field, const FieldEdit& made) {
+    if (HasSame(field, mine_, theirs_)) return;
+    const auto& passed = made.passed;
+    const bool isTheirs =
+        !HasSame(field, before_, theirs_) &&
+        std::find(passed.begin(), passed.end(), HashOf(field, theirs_)) == passed.end();
+    const std::int64_t time = made.time + clockAhead_;
+    const bool mineKept = !theirs_.modified || time >= *theirs_.modified;
+    if (isTheirs) merged_.conflicts.push_back({field, mineKept});
+    if (isTheirs && !mineKept) return;
+    wanted_.push_back(field);
+    latest_ = std::max(latest_, time);
+  }
+
+  /// All fields at once, else those that can be made by themselves.
+  void Make() {
+    try {
+      merged_.bytes = With(wanted_);
+      merged_.applied = wanted_;
+      return;
+    } catch (const Error&) {
+      // One of them cannot be made any more.
+    }
+    for (const ItemField field : wanted_) {
+      try {
+        merged_.bytes = With({field});
+        merged_.applied.push_back(field);
+      } catch (const Error&) {
+        std::erase_if(merged_.conflicts,
+                      [&](const FieldConflict& one) { return one.field == field; });
+        merged_.conflicts.push_back({field, false});
+      }
+    }
+  }
+
+  /// The object with these fields as ours has them.
+  std::string With(const std::vector<ItemField>& fields) const {
+    ItemChange change;
+    for (const ItemField field : fields) SetField(change, field, mine_);
+    CalendarItem after = mine_.item;
+    after.entryId = theirs_.item.entryId;
+    after.lastModified = LocalTime(std::max(latest_, theirs_.modified.value_or(latest_)));
+    return ChangeInIcs(merged_.bytes, ObjectName, after, change).bytes;
+  }
+
+  const PendingEdit& edit_;
+  std::int64_t clockAhead_;
+  ObjectAppointment before_;
+  ObjectAppointment mine_;
+  ObjectAppointment theirs_;
+  MergedEdit merged_;
+  /// The fields that are ours in the end, and when the last of them was set.
+  std::vector<ItemField> wanted_;
+  std::int64_t latest_ = 0;
+};
 
 }  // namespace
 
@@ -54,47 +121,7 @@ std::string HashOf(ItemField field, const ObjectAppointment& appointment) {
 }
 
 MergedEdit MergeEdit(const PendingEdit& edit, const std::string& base, std::int64_t clockAhead) {
-  const ObjectAppointment before = Expected(edit.before);
-  const ObjectAppointment mine = Expected(edit.after);
-  const ObjectAppointment theirs = Expected(base);
-  MergedEdit merged{base, {}, {}};
-  for (const CategoryEdit& made : edit.categories) {
-    merged.bytes =
-        ReplaceCategoryInIcs(merged.bytes, ObjectName, {made.from, made.to}, LocalTime(made.time));
-  }
-  std::int64_t latest = 0;
-  std::vector<ItemField> wanted;
-  for (const auto& [field, made] : edit.fields) {
-    if (HasSame(field, mine, theirs)) continue;
-    const auto& passed = made.passed;
-    const bool isTheirs =
-        !HasSame(field, before, theirs) &&
-        std::find(passed.begin(), passed.end(), HashOf(field, theirs)) == passed.end();
-    const std::int64_t time = made.time + clockAhead;
-    const bool mineKept = !theirs.modified || time >= *theirs.modified;
-    if (isTheirs) merged.conflicts.push_back({field, mineKept});
-    if (isTheirs && !mineKept) continue;
-    wanted.push_back(field);
-    latest = std::max(latest, time);
-  }
-  if (wanted.empty()) return merged;
-  try {
-    merged.bytes = WithFields(merged.bytes, wanted, mine, theirs, latest);
-    merged.applied = wanted;
-  } catch (const Error&) {
-    for (const ItemField field : wanted) {
-      try {
-        merged.bytes = WithFields(merged.bytes, {field}, mine, theirs, latest);
-        merged.applied.push_back(field);
-      } catch (const Error&) {
-        std::erase_if(merged.conflicts,
-                      [&](const FieldConflict& one) { return one.field == field; });
-        merged.conflicts.push_back({field, false});
-      }
-    }
-  }
-  merged.bytes = AsServersTakeIt(std::move(merged.bytes));
-  return merged;
+  return Merger(edit, base, clockAhead).Merged();
 }
 
 std::optional<std::string> ViewOf(const std::optional<PendingEdit>& edit,
