@@ -159,6 +159,9 @@ void AccountDialog::ShowCalendars(const SyncCalendars& found) {
     }
     list_->setCurrentRow(0);
   }
+  heading_->setText(found_.calendars.empty()
+                        ? tr("This account has no calendar yet; New Calendar makes one.")
+                        : tr("Show these &calendars:"));
   SetBusy(false);
   list_->setFocus();
 }
@@ -192,7 +195,7 @@ void AccountDialog::MirrorChoice() {
   QPushButton& add = *buttons_->button(QDialogButtonBox::Ok);
   add.setEnabled(some && !busy_);
   (some ? add : *find_).setDefault(true);
-  heading_->setEnabled(!found_.calendars.empty());
+  heading_->setEnabled(!found_.home.empty() || !found_.calendars.empty());
   list_->setEnabled(!found_.calendars.empty());
 }
 
