@@ -112,6 +112,20 @@ TEST_F(PlannerWindow, WithoutFoldersTheYearIsShownFromMemoryWithRemarksThatNameT
   qputenv("XDG_CACHE_HOME", cacheHome);
 }
 
+TEST_F(PlannerWindow, WithoutAFolderForDataSingleCalendarsOpenAndSetsSayWhyNot) {
+  const DataFolder none("/dev/null/none");
+  Write("team.ics", CalendarOf({{"20260504", "Holiday"}}));
+  velkor::PlannerWindow window(settings_);
+  Open(window);
+  EXPECT_TRUE(Shows(window, 1));
+  WhenOpen([](QDialog& dialog) {
+    EXPECT_THAT(dynamic_cast<QMessageBox&>(dialog).text().toStdString(), HasSubstr("/dev/null"));
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+  });
+  QTest::keyClick(&window, Qt::Key_N, Qt::ControlModifier);
+  EXPECT_EQ(window.LastCalendar(), Path("team.ics"));
+}
+
 TEST_F(PlannerWindow, ClickOnABarOpensItsAppointmentAndOkSavesIntoTheFile) {
   OpenWith({{"20260504", "Holiday"}, {"20261224", "Party"}});
   WhenOpen([](QDialog& dialog) {

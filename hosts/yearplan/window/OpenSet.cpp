@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "categories/FirstPalette.h"
+#include "platform/desktop/DesktopSystem.h"
 #include "platform/desktop/QtText.h"
 
 namespace velkor {
@@ -23,8 +24,7 @@ std::string StemOf(const std::string& path) {
 
 }  // namespace
 
-OpenSet::OpenSet(const std::string& calendar, std::string dataFolder)
-    : dataFolder_(std::move(dataFolder)), calendar_(calendar) {
+OpenSet::OpenSet(const std::string& calendar) : calendar_(calendar) {
   Reload();
 }
 
@@ -37,7 +37,7 @@ void OpenSet::Reload() {
 }
 
 bool OpenSet::IsUnsaved() const {
-  return !IsSingle() && IsUnsavedSet(calendar_, dataFolder_);
+  return !IsSingle() && IsUnsavedSet(calendar_, PrivateDataFolder());
 }
 
 std::string OpenSet::Name() const {
@@ -59,7 +59,7 @@ std::string OpenSet::Change(const std::function<void(CalendarSet&)>& edit) {
   edit(changed);
   // Whoever opens the same calendars again finds them as they were left.
   const std::string path =
-      SamePlaces(changed, set_) ? set_.path : SetOf(changed.sources, dataFolder_).path;
+      SamePlaces(changed, set_) ? set_.path : SetOf(changed.sources, PrivateDataFolder()).path;
   const auto copy = [&](CalendarSet& set) {
     set.sources = changed.sources;
     set.defaultSource = changed.defaultSource;

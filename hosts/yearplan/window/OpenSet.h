@@ -11,12 +11,11 @@
 namespace velkor {
 
 /// A set, or one calendar file, which counts as a set of it that no file holds. Functions throw as
-/// those of CalendarSet.h do.
+/// those of CalendarSet.h do, and where the folder for private data cannot be used.
 class OpenSet {
  public:
-  /// @param calendar    what was opened, absolute: a set, else a calendar file
-  /// @param dataFolder  as PrivateDataFolder gives it
-  OpenSet(const std::string& calendar, std::string dataFolder);
+  /// @param calendar  what was opened, absolute: a set, else a calendar file
+  explicit OpenSet(const std::string& calendar);
 
   const CalendarSet& Set() const { return set_; }
   /// What was opened.
@@ -38,7 +37,6 @@ class OpenSet {
   void SaveAs(const std::string& path) const;
 
  private:
-  std::string dataFolder_;
   std::string calendar_;
   CalendarSet set_;
 };

@@ -41,6 +41,15 @@ constexpr std::string_view Section = "Window";
 constexpr const char* GeometryKey = "Geometry";
 constexpr const char* CalendarKey = "Calendar";
 
+/// Single calendars need none; whatever else does cannot be opened without one, and says why.
+std::string DataFolderOrNone() {
+  try {
+    return PrivateDataFolder();
+  } catch (const Error&) {
+    return {};
+  }
+}
+
 }  // namespace
 
 PlannerWindow::PlannerWindow(Settings& settings, std::string cacheUtility)
@@ -68,7 +77,7 @@ PlannerWindow::PlannerWindow(Settings& settings, std::string cacheUtility)
                                                        .pane = dock_->Pane(),
                                                        .notices = *notices_,
                                                        .progress = *progress_,
-                                                       .dataFolder = PrivateDataFolder()});
+                                                       .dataFolder = DataFolderOrNone()});
   resize(FittingSize());
   restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(Remembered(GeometryKey))));
 }
@@ -124,7 +133,6 @@ SetSurroundings PlannerWindow::Surroundings() {
   return {
       .window = *this,
       .messages = messages_,
-      .dataFolder = PrivateDataFolder(),
       .open = [this](const std::string& path) { WhenIdle([this, path] { OpenCalendar(path); }); },
       .become = [this](const std::string& path) { WhenIdle([this, path] { OpenAs(path); }); },
       .onChange =

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/MessageBoxes.h"
+#include "platform/desktop/DesktopSystem.h"
 #include "platform/desktop/QtText.h"
 #include "values/Error.h"
 
@@ -29,7 +30,7 @@ void SetCommands::Guarded(const std::string& what, const std::function<void()>& 
 }
 
 void SetCommands::Follow(const std::string& calendar) {
-  open_.emplace(calendar, around_.dataFolder);
+  open_.emplace(calendar);
 }
 
 void SetCommands::Reload() {
@@ -42,7 +43,7 @@ void SetCommands::Reload() {
 
 void SetCommands::NewSet() {
   Guarded("The new set could not be made.",
-          [&] { around_.open(SetOf({}, around_.dataFolder).path); });
+          [&] { around_.open(SetOf({}, PrivateDataFolder()).path); });
 }
 
 void SetCommands::AskForFiles() {
@@ -65,7 +66,7 @@ void SetCommands::Add(const std::vector<SetSource>& sources) {
     return;
   }
   Guarded("The calendars could not be added.",
-          [&] { around_.open(SetOf(sources, around_.dataFolder).path); });
+          [&] { around_.open(SetOf(sources, PrivateDataFolder()).path); });
 }
 
 void SetCommands::Drop(const std::string& set, const std::vector<SetSource>& sources) {
@@ -76,7 +77,7 @@ void SetCommands::Drop(const std::string& set, const std::vector<SetSource>& sou
     around_.open(sources.front().location);
   } else if (single) {
     Guarded("The calendars could not be opened.",
-            [&] { around_.open(SetOf(sources, around_.dataFolder).path); });
+            [&] { around_.open(SetOf(sources, PrivateDataFolder()).path); });
   } else {
     Add(sources);
   }

@@ -20,7 +20,6 @@ class MessageBoxes;
 struct SetSurroundings {
   QWidget& window;
   MessageBoxes& messages;
-  std::string dataFolder;
   /// Shows another calendar or set instead.
   std::function<void(const std::string& path)> open;
   /// The same for what is on show by another path: the year and the properties stay.

@@ -108,7 +108,7 @@ AddingSurroundings SetDisplay::ForAdding() {
   return {.window = &parts_.window,
           .settings = parts_.settings,
           .passwords = passwords_,
-          .dataFolder = parts_.dataFolder};
+          .dataFolder = PrivateDataFolder()};
 }
 
 }  // namespace velkor

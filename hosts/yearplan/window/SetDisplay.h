@@ -28,6 +28,7 @@ struct DisplayParts {
   CalendarPane& pane;
   NoticeLine& notices;
   ProgressLine& progress;
+  /// As PrivateDataFolder gives it; empty where there is none.
   std::string dataFolder;
 };
 
@@ -49,6 +50,7 @@ class SetDisplay {
   void Stop() { sync_.Stop(); }
   void Answer(const std::string& noticeId, std::size_t answer);
   void ExportRefused(const std::string& sourceId) { news_.ExportRefused(sourceId); }
+  /// Throws as PrivateDataFolder does.
   AddingSurroundings ForAdding();
 
  private:
