@@ -41,6 +41,13 @@ void CalendarFolder::Add(CalendarItem item) {
   indexedRevision_ = revision_;
 }
 
+CalendarFolder::Item CalendarFolder::AddSaved(CalendarItem item) {
+  Add(std::move(item));
+  const Item saved = items_.back();
+  Raise({FolderEvent::Kind::Add, saved});
+  return saved;
+}
+
 void CalendarFolder::AddUnsaved(CalendarItem item) {
   const auto sameSubject = [&](const Item& other) {
     return other->fields.subject == item.fields.subject;
@@ -177,10 +184,7 @@ CalendarFolder::Item CalendarFolder::SaveNew(CalendarItem item, bool reminder, D
   } else {
     item.entryId = FreshId();
   }
-  Add(std::move(item));
-  const Item saved = items_.back();
-  Raise({FolderEvent::Kind::Add, saved});
-  return saved;
+  return AddSaved(std::move(item));
 }
 
 CalendarFolder::Item CalendarFolder::SaveChange(const std::string& entryId,

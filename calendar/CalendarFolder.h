@@ -79,6 +79,8 @@ class CalendarFolder {
 
   /// Puts an item there without writing it; nobody is told.
   void Add(CalendarItem item);
+  /// Puts an item there that its writer has saved already, and tells of it.
+  Item AddSaved(CalendarItem item);
   /// Puts an item there that is written when it is first saved, as a new one. It survives
   /// Replace, but gives way to an item of the same subject that comes with it; it is not put there
   /// at all when there is one already. Without an identifier it gets one.

@@ -144,10 +144,15 @@ std::string SetCalendar::Move(const std::string& entryId, const std::string& toS
                     "\" is in a calendar for reading only; nothing was moved.",
                 "Calendar");
   }
+  // No other window changes it between the two steps.
+  auto hold = from.writer->Hold();
   const std::string whole = from.writer->WholeOf(OwnId(from, entryId));
-  const CalendarItem there = Saved(*to, to->writer->TakeWhole(whole, now));
+  CalendarItem there = Saved(*to, to->writer->TakeWhole(whole, now));
   try {
-    WriteDeletion(*item);
+    if (from.writer->WholeOf(OwnId(from, entryId)) != whole) {
+      throw Error(errors::CalendarFailed, "Another program has just changed it.", "Calendar");
+    }
+    folder_->Delete(entryId);
   } catch (const Error& error) {
     to->state.Forget();
     throw Error(error.Number(),
@@ -157,14 +162,12 @@ std::string SetCalendar::Move(const std::string& entryId, const std::string& toS
                     error.Description(),
                 error.Source());
   }
-  from.state.Forget();
-  to->state.Forget();
-  try {
-    CheckForChanges();
-  } catch (const Error&) {
-    // It is moved; the next look tells.
-  }
-  return there.entryId;
+  hold.reset();
+  there.occurrences = item->occurrences;
+  there.changed = item->changed;
+  const std::string id = there.entryId;
+  if (Shows(*to, there) && !folder_->Find(id)) folder_->AddSaved(std::move(there));
+  return id;
 }
 
 std::vector<PlaceState> SetCalendar::PlaceStates() const {

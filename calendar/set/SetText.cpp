@@ -61,6 +61,8 @@ Json ParseJson(std::string_view bytes, const std::string& path) {
     return Json::parse(bytes, watch);
   } catch (const Json::parse_error& error) {
     Fail(path, "it is no valid JSON at " + LineAt(bytes, error.byte) + ".");
+  } catch (const Json::out_of_range&) {
+    Fail(path, "a number in it is too large.");
   }
 }
 

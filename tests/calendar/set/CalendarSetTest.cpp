@@ -83,6 +83,7 @@ TEST_F(CalendarSetCase, FaultsAreToldWithTheirPlace) {
       {"", "it is no valid JSON at line 1, column 1."},
       {"[]", "it is no object in braces."},
       {"{}", "the field yearplan is not the number of the form, as in \"yearplan\": 1."},
+      {"{\"yearplan\": 1e999}", "a number in it is too large."},
       {"{\"yearplan\": 2}", "a later version of this program made it."},
       {"{\"yearplan\": 1, \"calendars\": 7}", "the field calendars is no list in brackets."},
       {"{\"yearplan\": 1, \"calendars\": [7]}", "calendars[0] is no object in braces."},

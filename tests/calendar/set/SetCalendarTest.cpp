@@ -314,6 +314,9 @@ TEST_F(SetCalendarCase, AMoveKeepsEveryPropertyByteForByte) {
   ASSERT_NE(moved, nullptr);
   EXPECT_EQ(moved->occurrences.size(), 5U);
   EXPECT_EQ(moved->changed.size(), 1U);
+  const Texts before = Shown(*calendar);
+  calendar->CheckForChanges();
+  EXPECT_THAT(Shown(*calendar), testing::UnorderedElementsAreArray(before));
   calendar->Move(there, ben_, Date::FromYmd(2026, 1, 1));
   EXPECT_THAT(Shown(*calendar), ElementsAre("A a", "B b", "B Größe, folded"));
 }
