@@ -91,6 +91,11 @@ TEST_F(SharedWindow, APasswordIsAskedForInALineAndNothingIsAskedBeforeTheYearIsD
   window_.show();
   EXPECT_TRUE(StateIs(0, "The password is needed"));
   ASSERT_TRUE(Notice().isVisible());
+  QTest::mouseClick(window_.findChild<QPushButton*>("answer1"), Qt::LeftButton);
+  EXPECT_FALSE(Notice().isVisible());
+  Choose("Force Refresh");
+  ASSERT_TRUE(Until([&] { return Notice().isVisible(); }));
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   WhenOpen([](QDialog& dialog) {
     EXPECT_EQ(dialog.findChild<QLineEdit*>("user")->text(), "anna");
     dialog.findChild<QLineEdit*>("password")->setText("secret");

@@ -45,7 +45,7 @@ SetDisplay::SetDisplay(const DisplayParts& parts)
                    sync_.EditsWait({id});
                    LookAgain();
                  }}),
-      sleepWatch_(clock_, [this] { SyncAll(); }) {
+      sleepWatch_(clock_, [this] { sync_.SyncAll(); }) {
   soon_.setSingleShot(true);
   soon_.setInterval(SoonAfter);
   QObject::connect(&soon_, &QTimer::timeout, &soon_, [this] { Update(); });
@@ -97,6 +97,16 @@ void SetDisplay::ShowProgress() {
       names.size() == 1 ? ToQt(names.front()) : QObject::tr("%1 calendars").arg(names.size());
   parts_.progress.Show(QObject::tr("Refreshing %1").arg(what), static_cast<int>(step.done),
                        static_cast<int>(step.of));
+}
+
+void SetDisplay::SyncAll() {
+  news_.AskAgain();
+  sync_.SyncAll();
+}
+
+void SetDisplay::SyncNow(const std::string& id) {
+  news_.AskAgain();
+  sync_.SyncNow(id);
 }
 
 void SetDisplay::Answer(const std::string& noticeId, std::size_t answer) {

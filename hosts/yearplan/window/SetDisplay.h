@@ -45,8 +45,9 @@ class SetDisplay {
   /// The calendars are others, or how they are is.
   void Update();
 
-  void SyncAll() { sync_.SyncAll(); }
-  void SyncNow(const std::string& id) { sync_.SyncNow(id); }
+  /// The user wants it, and is asked again what was put off.
+  void SyncAll();
+  void SyncNow(const std::string& id);
   void Stop() { sync_.Stop(); }
   void Answer(const std::string& noticeId, std::size_t answer);
   void ExportRefused(const std::string& sourceId) { news_.ExportRefused(sourceId); }

@@ -40,6 +40,8 @@ class SetNotices {
   /// Everything that waits for the user. Costs one look at each mirror where nothing is new.
   std::vector<Notice> Look(const CalendarSet& set);
   void Answer(const std::string& noticeId, std::size_t answer);
+  /// What was put off is asked again.
+  void AskAgain() { later_.clear(); }
   /// Edits of a calendar that its server refused, as of the last look.
   std::size_t RefusedOf(const std::string& sourceId) const;
   /// Asks for a file and writes them into it, several into numbered ones.
@@ -69,7 +71,7 @@ class SetNotices {
   std::map<std::string, News> news_;
   std::vector<Notice> notices_;
   std::map<std::string, Answers> answers_;
-  /// What the user does not want to be asked before the program ends.
+  /// What the user put off.
   std::set<std::string> later_;
 };
 
