@@ -69,7 +69,7 @@ if(units)
     target_precompile_headers(headers_alone PRIVATE ${CMAKE_SOURCE_DIR}/platform/windows/system/Win32.h)
   endif()
   # Programs that tests start; the value does not matter here.
-  target_compile_definitions(headers_alone PRIVATE VKR_REFRESH="" YEARPLAN="")
+  target_compile_definitions(headers_alone PRIVATE VKR_REFRESH="" VELKOR_SOURCE="" YEARPLAN="")
   if(NOT WIN32)
     find_package(Qt6 REQUIRED COMPONENTS Widgets PrintSupport Svg Test)
     target_link_libraries(headers_alone PRIVATE Qt6::Widgets Qt6::PrintSupport Qt6::Svg Qt6::Test)

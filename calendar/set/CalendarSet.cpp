@@ -13,6 +13,7 @@
 #include "calendar/ics/file/ShortHash.h"
 #include "calendar/set/LocalPlaces.h"
 #include "calendar/set/SetText.h"
+#include "platform/posix/SaveAll.h"
 #include "values/Error.h"
 #include "values/Text.h"
 
@@ -52,8 +53,7 @@ std::string BytesOf(const std::string& path) {
 
 void WriteNew(const std::string& path, const std::string& text) {
   QSaveFile file(QString::fromStdString(path));
-  const QByteArray bytes = QByteArray::fromStdString(text);
-  if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+  if (!OpenToSave(file) || !SaveAll(file, QByteArray::fromStdString(text))) {
     Fail(errors::DeviceInputOutput, path,
          "could not be saved: " + file.errorString().toStdString() + ".");
   }

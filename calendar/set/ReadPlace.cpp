@@ -14,6 +14,7 @@
 #include "calendar/mirror/Mirror.h"
 #include "calendar/mirror/ReadMirror.h"
 #include "calendar/set/LocalPlaces.h"
+#include "platform/posix/SaveAll.h"
 #include "values/Error.h"
 
 namespace velkor {
@@ -41,12 +42,12 @@ void KeepCopy(const std::string& path, const FileMark& mark, const std::string& 
   QFile from(original.filePath());
   QSaveFile to(copy.filePath());
   if (!QDir().mkpath(QString::fromStdString(folder)) || !from.open(QIODevice::ReadOnly) ||
-      !to.open(QIODevice::WriteOnly)) {
+      !OpenToSave(to)) {
     return;
   }
   to.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
   const QByteArray bytes = from.readAll();
-  if (to.write(bytes) != bytes.size() || !to.flush()) return;
+  if (!WriteAllOf(to, bytes)) return;
   to.setFileTime(modified, QFileDevice::FileModificationTime);
   if (CalendarFile(path).Mark() == mark) to.commit();
 }

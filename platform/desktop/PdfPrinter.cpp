@@ -9,7 +9,7 @@
 
 #include "platform/desktop/PaperSizes.h"
 #include "platform/desktop/QtText.h"
-#include "platform/desktop/SaveAll.h"
+#include "platform/posix/SaveAll.h"
 #include "values/Error.h"
 #include "values/Twips.h"
 

@@ -11,7 +11,7 @@
 
 #include "platform/desktop/PngFile.h"
 #include "platform/desktop/QtSurface.h"
-#include "platform/desktop/SaveAll.h"
+#include "platform/posix/SaveAll.h"
 #include "values/Error.h"
 
 namespace velkor {

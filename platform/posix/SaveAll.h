@@ -1,4 +1,5 @@
-// platform/desktop/SaveAll.h: bytes into a file that takes another one's place when it is whole.
+// platform/posix/SaveAll.h: writes bytes into a file that takes another one's place when it is
+// whole.
 #pragma once
 
 #include <QByteArray>
@@ -11,16 +12,22 @@ inline bool OpenToSave(QSaveFile& file) {
   return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
 }
 
-/// Writes everything into a file from OpenToSave and puts it in place.
-/// @return false where that failed; the file says why, and what stood in its place still does
-inline bool SaveAll(QSaveFile& file, const QByteArray& bytes) {
+/// Writes everything into a file from OpenToSave.
+/// @return false where that failed; the file says why
+inline bool WriteAllOf(QSaveFile& file, const QByteArray& bytes) {
   // A disk that becomes full takes a part, and says so only when it is given the rest.
   for (qint64 at = 0; at < bytes.size();) {
     const qint64 written = file.write(bytes.constData() + at, bytes.size() - at);
     if (written <= 0) return false;
     at += written;
   }
-  return file.commit();
+  return true;
+}
+
+/// Writes everything and puts the file in place.
+/// @return false where that failed; what stood in its place still does
+inline bool SaveAll(QSaveFile& file, const QByteArray& bytes) {
+  return WriteAllOf(file, bytes) && file.commit();
 }
 
 }  // namespace velkor
